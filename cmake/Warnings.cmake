@@ -1,0 +1,19 @@
+# SPDX-License-Identifier: MIT
+# Every target of the project is held to the same warnings, and a warning ends the build.
+add_library(stowpocket_options INTERFACE)
+target_compile_options(stowpocket_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Woverloaded-virtual
+    -Wnon-virtual-dtor -Wcast-align -Wdouble-promotion -Wformat=2 -Wimplicit-fallthrough -Wnull-dereference -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(stowpocket_options INTERFACE -Wduplicated-cond -Wlogical-op -Wuseless-cast)
+    # g++ 12 sees null pointers and uninitialised members in std::variant and std::optional where there are none
+    # (GCC bugs 105329, 105562); clang checks the same code.
+    target_compile_options(stowpocket_options INTERFACE -Wno-null-dereference -Wno-maybe-uninitialized)
+endif()
+target_compile_definitions(stowpocket_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
+target_link_options(stowpocket_options INTERFACE LINKER:--as-needed)
+
+if(STOWPOCKET_SANITIZE)
+    add_compile_options(-fsanitize=${STOWPOCKET_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${STOWPOCKET_SANITIZE})
+endif()
