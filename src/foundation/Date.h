@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+
+namespace stowpocket {
+
+/// A moment on the civil clock, to the microsecond: what a fractional number of seconds since 1970, stored as a
+/// double, can still tell apart for the next two centuries.
+using Date = std::chrono::sys_time<std::chrono::microseconds>;
+
+}  // namespace stowpocket

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+#include "foundation/FileURL.h"
+
+#include "foundation/Invariant.h"
+#include "foundation/Utf8.h"
+
+#include <cstdint>
+
+namespace stowpocket {
+namespace {
+
+int hexValue(char digit) {
+    if (digit >= '0' && digit <= '9')
+        return digit - '0';
+    if (digit >= 'a' && digit <= 'f')
+        return digit - 'a' + 10;
+    if (digit >= 'A' && digit <= 'F')
+        return digit - 'A' + 10;
+    return -1;
+}
+
+bool isControl(char character) {
+    const auto byte = static_cast<std::uint8_t>(character);
+    return byte < 0x20 || byte == 0x7F;
+}
+
+/// GLib leaves these unescaped in a file URI; thumbnail caches are keyed by exactly that form.
+bool staysUnescaped(char character) {
+    constexpr std::string_view marks = "!$&'()*+,-./:=@_~";
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
+           (character >= '0' && character <= '9') || marks.find(character) != std::string_view::npos;
+}
+
+std::optional<std::string> percentDecoded(std::string_view text) {
+    std::string decoded;
+    decoded.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (isControl(text[at]))
+            return std::nullopt;
+        if (text[at] != '%') {
+            decoded += text[at];
+            continue;
+        }
+        if (at + 2 >= text.size())
+            return std::nullopt;
+        const int high = hexValue(text[at + 1]);
+        const int low = hexValue(text[at + 2]);
+        if (high < 0 || low < 0)
+            return std::nullopt;
+        const char byte = static_cast<char>(high * 16 + low);
+        if (byte == '\0' || byte == '/')
+            return std::nullopt;
+        decoded += byte;
+        at += 2;
+    }
+    return decoded;
+}
+
+bool isLocal(std::string_view host, std::string_view localHost) {
+    const std::string lowered = asciiLowercased(host);
+    return lowered.empty() || lowered == "localhost" || lowered == asciiLowercased(localHost);
+}
+
+}  // namespace
+
+std::optional<FileURL> FileURL::parse(std::string_view text, std::string_view localHost) {
+    constexpr std::string_view scheme = "file:";
+    if (asciiLowercased(text.substr(0, scheme.size())) != scheme)
+        return std::nullopt;
+    text.remove_prefix(scheme.size());
+    text = text.substr(0, text.find_first_of("?#"));
+    if (text.starts_with("//")) {
+        text.remove_prefix(2);
+        const std::size_t slash = text.find('/');
+        if (slash == std::string_view::npos || !isLocal(text.substr(0, slash), localHost))
+            return std::nullopt;
+        text.remove_prefix(slash);
+    }
+    const std::optional<std::string> path = percentDecoded(text);
+    return path ? fromPath(*path) : std::nullopt;
+}
+
+std::optional<FileURL> FileURL::fromPath(std::string_view path) {
+    if (!path.starts_with('/') || path.find('\0') != std::string_view::npos)
+        return std::nullopt;
+    return FileURL(std::string(path));
+}
+
+std::string FileURL::path() const {
+    const std::size_t last = path_.find_last_not_of('/');
+    return last == std::string::npos ? "/" : path_.substr(0, last + 1);
+}
+
+std::string FileURL::lastPathComponent() const {
+    const std::string trimmed = path();
+    return trimmed == "/" ? trimmed : trimmed.substr(trimmed.rfind('/') + 1);
+}
+
+std::string FileURL::pathExtension() const {
+    const std::string name = lastPathComponent();
+    const std::size_t dot = name.rfind('.');
+    return dot == std::string::npos || dot == 0 ? std::string() : name.substr(dot + 1);
+}
+
+FileURL FileURL::parent() const {
+    const std::string trimmed = path();
+    const std::size_t slash = trimmed.rfind('/');
+    return FileURL(slash == 0 ? "/" : trimmed.substr(0, slash));
+}
+
+FileURL FileURL::appending(std::string_view name) const {
+    invariant(isPlainFileName(name), "a file URL is extended by one plain file name");
+    std::string extended = path();
+    if (extended != "/")
+        extended += '/';
+    return FileURL(extended.append(name));
+}
+
+std::string FileURL::string() const {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string text = "file://";
+    text.reserve(text.size() + path_.size());
+    for (const char character : path_) {
+        if (staysUnescaped(character)) {
+            text += character;
+            continue;
+        }
+        const auto byte = static_cast<std::uint8_t>(character);
+        text += '%';
+        text += digits[byte >> 4u];
+        text += digits[byte & 0x0Fu];
+    }
+    return text;
+}
+
+bool isPlainFileName(std::string_view name) {
+    return !name.empty() && name != "." && name != ".." && name.find('/') == std::string_view::npos &&
+           name.find('\0') == std::string_view::npos;
+}
+
+}  // namespace stowpocket

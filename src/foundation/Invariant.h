@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+namespace stowpocket {
+
+/// Ends the process, in every build, when a promise inside the program is broken: `what` goes to standard error
+/// first. For mistakes that no user input can cause; whatever comes from outside is answered with a value instead.
+void invariant(bool condition, const char* what);
+
+}  // namespace stowpocket
