@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace stowpocket {
+
+/// Runs one block at a time, in the order given, off the main thread.
+class SerialQueue {
+public:
+    virtual ~SerialQueue() = default;
+    /// Runs `work` on the calling thread, after and before any other block of this queue. Never called from one.
+    virtual void sync(const std::function<void()>& work) = 0;
+    /// Runs `work` later on another thread, even if the queue is destroyed before.
+    virtual void async(std::function<void()> work) = 0;
+    [[nodiscard]] virtual std::string label() const = 0;
+};
+
+/// Work that will run later unless this is destroyed first. Destroying it from inside that work is allowed.
+class ScheduledWork {
+public:
+    virtual ~ScheduledWork() = default;
+};
+
+/// The one way to run something later or elsewhere. The program's state lives on the main thread; slow work goes to
+/// the background as a function of values and brings its answer back with `async`. `async`, `background` and
+/// `serialQueue` may be called on any thread, the rest on the main thread only.
+class Dispatch {
+public:
+    using Work = std::function<void()>;
+
+    virtual ~Dispatch() = default;
+    /// Runs `work` on the main thread, after what is already waiting there and never before this call returns.
+    virtual void async(Work work) = 0;
+    /// Runs `work` on the main thread once `delay` has passed.
+    [[nodiscard]] virtual std::unique_ptr<ScheduledWork> after(std::chrono::milliseconds delay, Work work) = 0;
+    /// Runs `work` on the main thread every `interval`, first after one interval, until the answer is destroyed.
+    [[nodiscard]] virtual std::unique_ptr<ScheduledWork> every(std::chrono::milliseconds interval, Work work) = 0;
+    /// Runs `work` on some other thread. Of work given together some may wait for some: the threads are bounded.
+    virtual void background(Work work) = 0;
+    [[nodiscard]] virtual std::unique_ptr<SerialQueue> serialQueue(std::string label) = 0;
+};
+
+}  // namespace stowpocket

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace stowpocket {
+
+/// The types of dragged things by their names on every platform.
+namespace pasteboardType {
+inline constexpr std::string_view fileURL = "public.file-url";
+inline constexpr std::string_view promisedFileURL = "com.apple.pasteboard.promised-file-url";
+}  // namespace pasteboardType
+
+/// What a drag may do with the things it carries. Files are only ever referenced, so moving is never an answer.
+enum class DragOperation { none, copy };
+
+/// One dragged thing: its text in each type that has one.
+struct PasteboardItem {
+    std::map<std::string, std::string, std::less<>> strings;
+};
+
+/// What a drag carries, as its source wrote it: nothing here can be trusted. Main thread, during a drag operation.
+class DraggingPasteboard {
+public:
+    virtual ~DraggingPasteboard() = default;
+    [[nodiscard]] virtual std::vector<PasteboardItem> items() = 0;
+};
+
+/// Something that drags can be dropped on. The window system calls it on the main thread.
+class DraggingDestination {
+public:
+    virtual ~DraggingDestination() = default;
+    /// The types that make the window system call this at all, most wanted first.
+    [[nodiscard]] virtual const std::vector<std::string>& registeredDraggedTypes() const = 0;
+    [[nodiscard]] virtual DragOperation draggingEntered(DraggingPasteboard& pasteboard) = 0;
+    [[nodiscard]] virtual DragOperation draggingUpdated(DraggingPasteboard& pasteboard) = 0;
+    /// Whether the drop was taken.
+    [[nodiscard]] virtual bool performDragOperation(DraggingPasteboard& pasteboard) = 0;
+};
+
+}  // namespace stowpocket
