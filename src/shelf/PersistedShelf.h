@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/PropertyValue.h"
+#include "shelf/ShelfItem.h"
+
+#include <set>
+#include <string_view>
+#include <vector>
+
+namespace stowpocket {
+
+class Bookmarks;
+class FileManager;
+
+/// Preference: the shelf, an array of one dictionary per item in shelf order.
+inline constexpr std::string_view shelfBookmarksKey = "shelfBookmarks";
+
+[[nodiscard]] PropertyValue::Array encodedShelf(const std::vector<ShelfItem>& items);
+
+struct DecodedShelf {
+    std::vector<ShelfItem> items;
+    /// URLs on which access was begun and is owed an end.
+    std::set<FileURL> accessedResourceURLs;
+    /// An item got a first or a fresh bookmark, so what is stored is behind.
+    bool madeBookmarks = false;
+};
+
+/// Reads the shelf back. An entry that is malformed, or whose bookmark no longer leads anywhere, is left out; the
+/// others keep their order. Main thread.
+[[nodiscard]] DecodedShelf decodedShelf(const PropertyValue::Array& entries, Bookmarks& bookmarks,
+                                        FileManager& fileManager);
+
+}  // namespace stowpocket

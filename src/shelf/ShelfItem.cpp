@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#include "shelf/ShelfItem.h"
+
+#include "foundation/Utf8.h"
+#include "platform/FileManager.h"
+
+namespace stowpocket {
+
+FileFacts fileFacts(const FileURL& url, FileManager& fileManager) {
+    FileFacts facts{.filename = validUtf8(url.lastPathComponent()), .exists = fileManager.fileExists(url)};
+    if (facts.exists) {
+        const std::optional<FileAttributes> attributes = fileManager.attributes(url);
+        facts.fileSize = attributes ? attributes->size.value_or(0) : 0;
+    }
+    return facts;
+}
+
+}  // namespace stowpocket

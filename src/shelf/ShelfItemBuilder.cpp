@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#include "shelf/ShelfItemBuilder.h"
+
+#include "platform/Bookmarks.h"
+#include "platform/Clock.h"
+#include "shelf/ShelfManager.h"
+
+namespace stowpocket {
+
+std::vector<ShelfItem> builtItems(std::span<const FileURL> urls, const ShelfServices& services) {
+    std::vector<ShelfItem> items;
+    items.reserve(urls.size());
+    for (const FileURL& url : urls) {
+        FileFacts facts = fileFacts(url, services.fileManager);
+        items.push_back({.id = UUID::random(),
+                         .fileURL = url,
+                         .bookmarkData = services.bookmarks.create(url),
+                         .filename = std::move(facts.filename),
+                         .fileSize = facts.fileSize,
+                         .dateAdded = services.clock.now(),
+                         .isAvailable = facts.exists});
+    }
+    return items;
+}
+
+}  // namespace stowpocket
