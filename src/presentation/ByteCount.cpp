@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#include "presentation/ByteCount.h"
+
+#include <array>
+#include <string_view>
+
+namespace stowpocket {
+namespace {
+
+struct Unit {
+    std::string_view name;
+    std::uint64_t bytes;
+    /// The smallest share of the unit that is shown, as its inverse: 10 for one decimal.
+    std::uint64_t fractions;
+};
+
+constexpr std::array<Unit, 6> units{{
+    {"KB", 1'000, 1},
+    {"MB", 1'000'000, 10},
+    {"GB", 1'000'000'000, 100},
+    {"TB", 1'000'000'000'000, 100},
+    {"PB", 1'000'000'000'000'000, 100},
+    {"EB", 1'000'000'000'000'000'000, 100},
+}};
+
+/// How many shown steps of `unit` the size comes to, rounded to the nearest, halves up.
+std::uint64_t stepsOf(std::uint64_t bytes, const Unit& unit) {
+    const std::uint64_t step = unit.bytes / unit.fractions;
+    return bytes / step + (bytes % step >= (step + 1) / 2 ? 1 : 0);
+}
+
+/// The unit in which the size, rounded as it will be shown, stays below a thousand: 999,999 bytes are "1 MB".
+const Unit& unitFor(std::uint64_t bytes) {
+    const Unit* chosen = units.begin();
+    while (chosen != units.end() - 1 && stepsOf(bytes, *chosen) >= 1000 * chosen->fractions)
+        ++chosen;
+    return *chosen;
+}
+
+std::string decimalText(std::uint64_t steps, std::uint64_t fractions) {
+    std::string text = std::to_string(steps / fractions);
+    std::uint64_t rest = steps % fractions;
+    if (rest == 0)
+        return text;
+    text += '.';
+    for (std::uint64_t place = fractions / 10; rest != 0; place /= 10) {
+        text += static_cast<char>('0' + rest / place);
+        rest %= place;
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string byteCountText(std::int64_t bytes) {
+    if (bytes == 0)
+        return "Zero KB";
+    const std::string sign = bytes < 0 ? "-" : "";
+    const std::uint64_t magnitude =
+        bytes < 0 ? std::uint64_t{0} - static_cast<std::uint64_t>(bytes) : static_cast<std::uint64_t>(bytes);
+    if (magnitude < 1000)
+        return sign + std::to_string(magnitude) + (magnitude == 1 ? " byte" : " bytes");
+    const Unit& unit = unitFor(magnitude);
+    return sign + decimalText(stepsOf(magnitude, unit), unit.fractions) + ' ' + std::string(unit.name);
+}
+
+}  // namespace stowpocket
