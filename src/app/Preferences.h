@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "shelf/ShelfCapacity.h"
+
+#include <string_view>
+
+namespace stowpocket {
+
+/// The keys of the user's settings. `shelfCapacityKey` stands with the shelf, which is the one to obey it.
+namespace preferenceKey {
+/// Boolean: the application should start with the session.
+inline constexpr std::string_view launchAtLogin = "launchAtLogin";
+/// Integers: virtual key codes of the two shortcuts; negative for none.
+inline constexpr std::string_view shelfHotkeyKeyCode = "shelfHotkeyKeyCode";
+inline constexpr std::string_view quickDropKeyCode = "quickDropKeyCode";
+/// Integers, never negative: their `ModifierFlags`.
+inline constexpr std::string_view shelfHotkeyModifiers = "shelfHotkeyModifiers";
+inline constexpr std::string_view quickDropModifiers = "quickDropModifiers";
+/// Strings: their keys' characters as shown to the user.
+inline constexpr std::string_view shelfHotkeyKeyChar = "shelfHotkeyKeyChar";
+inline constexpr std::string_view quickDropKeyChar = "quickDropKeyChar";
+/// Boolean: the first-run window has been completed.
+inline constexpr std::string_view onboardingShown = "onboardingShown";
+}  // namespace preferenceKey
+
+/// Registers the answers for everything that the user has not set. The first thing done at launch.
+void registerPreferenceDefaults(PreferenceStore& preferences);
+
+}  // namespace stowpocket
