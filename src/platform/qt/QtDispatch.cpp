@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/QtDispatch.h"
+
+#include <QTimer>
+
+#include <deque>
+#include <mutex>
+
+namespace stowpocket {
+namespace {
+
+/// Enough for a refresh, a batch and a save at once even while one of them waits for a dead network mount.
+constexpr int maxThreads = 4;
+constexpr int maxExitDelayMs = 500;
+
+class QtScheduledWork : public ScheduledWork {
+public:
+    QtScheduledWork(std::chrono::milliseconds delay, bool repeats, Dispatch::Work work) : timer_(new QTimer) {
+        timer_->setSingleShot(!repeats);
+        QObject::connect(timer_, &QTimer::timeout, [work = std::move(work)] { work(); });
+        timer_->start(delay);
+    }
+    QtScheduledWork(const QtScheduledWork&) = delete;
+    QtScheduledWork& operator=(const QtScheduledWork&) = delete;
+    ~QtScheduledWork() override {
+        timer_->stop();
+        timer_->deleteLater();  // not at once: this may be its own timeout
+    }
+
+private:
+    QTimer* timer_;
+};
+
+/// Blocks waiting in order; whoever holds `running` runs them.
+struct SerialState {
+    std::mutex running;
+    std::mutex waitingMutex;
+    std::deque<Dispatch::Work> waiting;
+
+    void push(Dispatch::Work work) {
+        const std::lock_guard lock(waitingMutex);
+        waiting.push_back(std::move(work));
+    }
+    Dispatch::Work pop() {
+        const std::lock_guard lock(waitingMutex);
+        if (waiting.empty())
+            return {};
+        Dispatch::Work work = std::move(waiting.front());
+        waiting.pop_front();
+        return work;
+    }
+    /// Call with `running` held.
+    void drain() {
+        while (const Dispatch::Work work = pop())
+            work();
+    }
+};
+
+class PoolSerialQueue : public SerialQueue {
+public:
+    PoolSerialQueue(QThreadPool& pool, std::string label) : pool_(pool), label_(std::move(label)) {}
+
+    void sync(const std::function<void()>& work) override {
+        const std::lock_guard lock(state_->running);
+        state_->drain();
+        work();
+    }
+    void async(std::function<void()> work) override {
+        state_->push(std::move(work));
+        pool_.start([state = state_] {
+            const std::lock_guard lock(state->running);
+            state->drain();
+        });
+    }
+    [[nodiscard]] std::string label() const override { return label_; }
+
+private:
+    QThreadPool& pool_;
+    const std::string label_;
+    const std::shared_ptr<SerialState> state_ = std::make_shared<SerialState>();
+};
+
+}  // namespace
+
+QtDispatch::QtDispatch() : pool_(std::make_unique<QThreadPool>()) {
+    pool_->setMaxThreadCount(maxThreads);
+}
+
+QtDispatch::~QtDispatch() {
+    if (!pool_->waitForDone(maxExitDelayMs))
+        static_cast<void>(pool_.release());
+}
+
+void QtDispatch::async(Work work) {
+    QMetaObject::invokeMethod(&mainQueue_, std::move(work), Qt::QueuedConnection);
+}
+
+std::unique_ptr<ScheduledWork> QtDispatch::after(std::chrono::milliseconds delay, Work work) {
+    return std::make_unique<QtScheduledWork>(delay, false, std::move(work));
+}
+
+std::unique_ptr<ScheduledWork> QtDispatch::every(std::chrono::milliseconds interval, Work work) {
+    return std::make_unique<QtScheduledWork>(interval, true, std::move(work));
+}
+
+void QtDispatch::background(Work work) {
+    pool_->start(std::move(work));
+}
+
+std::unique_ptr<SerialQueue> QtDispatch::serialQueue(std::string label) {
+    return std::make_unique<PoolSerialQueue>(*pool_, std::move(label));
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Clock.h"
+
+namespace stowpocket {
+
+/// The machine's own clock.
+class SystemClock : public Clock {
+public:
+    [[nodiscard]] Date now() const override {
+        return std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now());
+    }
+};
+
+}  // namespace stowpocket
