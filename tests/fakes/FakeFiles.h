@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Bookmarks.h"
+#include "platform/FileManager.h"
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace stowpocket {
+
+/// A file system in memory: paths, their contents, and an identity per file that renaming keeps.
+class FakeFiles : public FileManager, public Bookmarks {
+public:
+    void add(const std::string& path, std::string contents = "contents");
+    void rename(const std::string& from, const std::string& to);
+    /// Puts another file at the path.
+    void replace(const std::string& path, std::string contents);
+    [[nodiscard]] std::string contents(const FileURL& url) const;
+
+    [[nodiscard]] bool fileExists(const FileURL& url) override;
+    [[nodiscard]] std::optional<FileAttributes> attributes(const FileURL& url) override;
+    [[nodiscard]] bool createDirectory(const FileURL& url) override;
+    [[nodiscard]] bool copyItem(const FileURL& from, const FileURL& to) override;
+    bool removeItem(const FileURL& url) override;
+    [[nodiscard]] std::optional<FileURL> applicationSupportDirectory() override;
+
+    [[nodiscard]] std::optional<Bytes> create(const FileURL& url) override;
+    [[nodiscard]] std::vector<std::optional<ResolvedBookmark>> resolve(std::span<const Bytes> bookmarks) override;
+    [[nodiscard]] bool startAccessing(const FileURL& url) override;
+    void stopAccessing(const FileURL& url) override;
+
+    /// Paths whose attributes cannot be read, and for which no bookmark can be made.
+    std::set<std::string> unreadable;
+    std::set<std::string> unbookmarkable;
+    /// Starts less stops, by path; a path whose access is refused never gets in.
+    std::map<std::string, int> accesses;
+    std::set<std::string> refusedAccess;
+    bool hasApplicationSupport = true;
+    bool canCreateDirectories = true;
+    int existsCalls = 0;
+
+private:
+    struct File {
+        int identity;
+        std::string contents;
+    };
+
+    int lastIdentity_ = 0;
+    std::map<std::string, File> files_;
+    std::set<std::string> folders_;
+};
+
+}  // namespace stowpocket

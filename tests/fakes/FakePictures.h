@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/MainScreen.h"
+#include "platform/Thumbnails.h"
+#include "platform/WorkspaceIcons.h"
+
+#include <string>
+#include <vector>
+
+namespace stowpocket {
+
+/// A picture that remembers what it is of.
+class FakeImageContent : public ImageContent {
+public:
+    explicit FakeImageContent(std::string name) : name(std::move(name)) {}
+    const std::string name;
+};
+
+[[nodiscard]] inline Image fakeImage(const std::string& name) {
+    return {std::make_shared<FakeImageContent>(name), Size{256, 200}};
+}
+
+class FakeThumbnails : public Thumbnails {
+public:
+    struct Asked {
+        ThumbnailRequest request;
+        Completion completion;
+    };
+    void generate(const ThumbnailRequest& request, Completion completion) override {
+        asked.push_back({request, std::move(completion)});
+    }
+    std::vector<Asked> asked;
+};
+
+class FakeIcons : public WorkspaceIcons {
+public:
+    [[nodiscard]] Image icon(const FileURL& url) override {
+        askedPaths.push_back(url.path());
+        return fakeImage(url.path());
+    }
+    std::vector<std::string> askedPaths;
+};
+
+class FakeScreen : public MainScreen {
+public:
+    [[nodiscard]] std::optional<double> backingScaleFactor() const override { return scale; }
+    std::optional<double> scale = 1.0;
+};
+
+}  // namespace stowpocket
