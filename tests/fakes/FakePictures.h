@@ -13,7 +13,7 @@ namespace stowpocket {
 /// A picture that remembers what it is of.
 class FakeImageContent : public ImageContent {
 public:
-    explicit FakeImageContent(std::string name) : name(std::move(name)) {}
+    explicit FakeImageContent(std::string imageName) : name(std::move(imageName)) {}
     const std::string name;
 };
 

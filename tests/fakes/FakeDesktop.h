@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/ViewFactory.h"
+#include "platform/Application.h"
+#include "platform/StatusItem.h"
+
+#include <string>
+#include <vector>
+
+namespace stowpocket {
+
+/// What happened on the desktop, call by call, in order.
+using CallLog = std::vector<std::string>;
+
+class FakePasteboard : public DraggingPasteboard {
+public:
+    [[nodiscard]] std::vector<PasteboardItem> items() override { return content; }
+    void addFileURL(const std::string& text) { content.push_back({{{std::string(pasteboardType::fileURL), text}}}); }
+    std::vector<PasteboardItem> content;
+};
+
+class FakeStatusItemButton : public StatusItemButton {
+public:
+    void setImage(const StatusItemImage& newImage) override { image = newImage; }
+    void setTitle(const StatusItemTitle& newTitle) override { title = newTitle; }
+    void setAction(std::function<void()> newAction) override { action = std::move(newAction); }
+    void addDropView(std::shared_ptr<DraggingDestination> newDropView) override { dropView = std::move(newDropView); }
+
+    StatusItemImage image;
+    StatusItemTitle title;
+    std::function<void()> action;
+    std::shared_ptr<DraggingDestination> dropView;
+};
+
+class FakeStatusBar : public StatusBar {
+public:
+    [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override { return std::make_unique<Item>(button); }
+    /// Null for a bar without room.
+    std::shared_ptr<FakeStatusItemButton> button = std::make_shared<FakeStatusItemButton>();
+
+private:
+    class Item : public StatusItem {
+    public:
+        explicit Item(std::shared_ptr<StatusItemButton> button) : button_(std::move(button)) {}
+        [[nodiscard]] std::shared_ptr<StatusItemButton> button() override { return button_; }
+
+    private:
+        std::shared_ptr<StatusItemButton> button_;
+    };
+};
+
+class FakePopover : public Popover {
+public:
+    explicit FakePopover(CallLog& log) : log_(log) {}
+    [[nodiscard]] bool isShown() const override { return shown_; }
+    void setAnimates(bool animates) override { log_.push_back(animates ? "animates" : "no animation"); }
+    void show(StatusItemButton&) override {
+        shown_ = true;
+        log_.push_back("show");
+    }
+    void makeKey() override { log_.push_back("key"); }
+    void performClose() override {
+        shown_ = false;
+        log_.push_back("close");
+    }
+
+private:
+    CallLog& log_;
+    bool shown_ = false;
+};
+
+class FakeViewFactory : public ViewFactory {
+public:
+    explicit FakeViewFactory(CallLog& log) : log_(log) {}
+    [[nodiscard]] std::unique_ptr<Popover> makeShelfPopover(std::shared_ptr<ShelfViewModel> viewModel,
+                                                            std::function<void()> newOnOpenSettings,
+                                                            std::function<void()> newOnQuit) override {
+        shelfViewModel = std::move(viewModel);
+        onOpenSettings = std::move(newOnOpenSettings);
+        onQuit = std::move(newOnQuit);
+        return std::make_unique<FakePopover>(log_);
+    }
+    std::shared_ptr<ShelfViewModel> shelfViewModel;
+    std::function<void()> onOpenSettings;
+    std::function<void()> onQuit;
+
+private:
+    CallLog& log_;
+};
+
+class FakeApplication : public Application {
+public:
+    explicit FakeApplication(CallLog& log) : log_(log) {}
+    void activate() override { log_.push_back("activate"); }
+    void terminate() override { log_.push_back("terminate"); }
+
+private:
+    CallLog& log_;
+};
+
+}  // namespace stowpocket

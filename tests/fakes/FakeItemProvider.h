@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/ItemProvider.h"
+
+#include <map>
+
+namespace stowpocket {
+
+/// A dropped thing whose loads end when the test says so.
+class FakeItemProvider : public ItemProvider {
+public:
+    /// A file given by its URL.
+    static std::shared_ptr<FakeItemProvider> withURL(const std::string& text) {
+        auto provider = std::make_shared<FakeItemProvider>();
+        provider->types = {std::string(uniformType::fileURL)};
+        provider->data = Bytes(text.begin(), text.end());
+        return provider;
+    }
+    /// Contents of some type without a file, which loading writes to `temporaryPath`.
+    static std::shared_ptr<FakeItemProvider> withContents(const std::string& type, const std::string& temporaryPath) {
+        auto provider = std::make_shared<FakeItemProvider>();
+        if (!type.empty())
+            provider->types = {type};
+        provider->temporaryFile = FileURL::fromPath(temporaryPath);
+        return provider;
+    }
+
+    [[nodiscard]] bool hasItemConformingTo(std::string_view typeIdentifier) const override {
+        return !types.empty() && types.front() == typeIdentifier;
+    }
+    [[nodiscard]] std::vector<std::string> registeredTypeIdentifiers() const override { return types; }
+    void loadItem(std::string_view typeIdentifier, std::function<void(std::optional<Bytes>)> completion) override {
+        askedType = typeIdentifier;
+        finish = [this, completion = std::move(completion)] { completion(data); };
+    }
+    void loadFileRepresentation(std::string_view typeIdentifier,
+                                std::function<void(std::optional<FileURL>)> completion) override {
+        askedType = typeIdentifier;
+        finish = [this, completion = std::move(completion)] { completion(temporaryFile); };
+    }
+
+    std::vector<std::string> types;
+    std::optional<Bytes> data;
+    std::optional<FileURL> temporaryFile;
+    std::string askedType;
+    std::function<void()> finish;
+};
+
+}  // namespace stowpocket

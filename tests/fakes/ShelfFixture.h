@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/Preferences.h"
+#include "fakes/FakeDispatch.h"
+#include "fakes/FakeFiles.h"
+#include "fakes/FakePictures.h"
+#include "platform/LayeredPreferenceStore.h"
+#include "shelf/PersistedShelf.h"
+#include "shelf/ShelfViewModel.h"
+
+namespace stowpocket {
+
+/// Counts how often each key is written.
+class CountingPreferences : public LayeredPreferenceStore {
+public:
+    void setValue(std::string_view key, PropertyValue value) override {
+        ++writes[std::string(key)];
+        LayeredPreferenceStore::setValue(key, std::move(value));
+    }
+    std::map<std::string, int> writes;
+};
+
+/// A shelf on fakes: what every test of it starts from.
+struct ShelfFixture {
+    CountingPreferences preferences;
+    FakeFiles files;
+    FakeThumbnails thumbnails;
+    FakeIcons icons;
+    FakeScreen screen;
+    FakeDispatch dispatch;
+    NotificationCenter notifications;
+    ShelfServices services{preferences, files, files, thumbnails, icons, screen, dispatch, dispatch, notifications};
+
+    int posts = 0;
+    Subscription observer = notifications.observe(itemsChangedNotification, [this] { ++posts; });
+    std::shared_ptr<ShelfManager> manager = ShelfManager::make(services);
+    std::shared_ptr<ShelfViewModel> viewModel = ShelfViewModel::make(manager, files, dispatch);
+
+    [[nodiscard]] int saves() const {
+        const auto count = preferences.writes.find(std::string(shelfBookmarksKey));
+        return count == preferences.writes.end() ? 0 : count->second;
+    }
+
+    /// Files "/files/<first>.txt" and on, which exist.
+    std::vector<FileURL> makeFiles(int count, int first = 0) {
+        std::vector<FileURL> urls;
+        for (int number = first; number < first + count; ++number) {
+            const std::string path = "/files/" + std::to_string(number) + ".txt";
+            files.add(path);
+            urls.push_back(*FileURL::fromPath(path));
+        }
+        return urls;
+    }
+
+    /// Adds that many files and lets their batch arrive.
+    void addFiles(int count, int first = 0) {
+        manager->addFiles(makeFiles(count, first));
+        dispatch.runAll();
+    }
+
+    [[nodiscard]] std::vector<std::string> names() const {
+        std::vector<std::string> list;
+        for (const ShelfItem& item : manager->items())
+            list.push_back(item.filename);
+        return list;
+    }
+
+    /// A new manager on what is stored, as at the next start.
+    void restart() {
+        manager = ShelfManager::make(services);
+        viewModel = ShelfViewModel::make(manager, files, dispatch);
+        manager->load();
+    }
+};
+
+}  // namespace stowpocket

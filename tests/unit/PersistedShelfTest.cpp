@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+#include "shelf/PersistedShelf.h"
+
+#include "fakes/ShelfFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace stowpocket {
+namespace {
+
+constexpr auto someID = "0F8FAD5B-D9CB-469F-A165-70867728950E";
+
+PropertyValue::Dictionary entryByPath(const std::string& path, const std::string& id = someID) {
+    return {{"id", id},
+            {"filename", "stored name"},
+            {"fileSize", std::int64_t{12}},
+            {"dateAdded", 1234.5},
+            {"fallbackPath", path}};
+}
+
+class PersistedShelfTest : public testing::Test, protected ShelfFixture {
+protected:
+    void store(PropertyValue value) {
+        preferences.setValue(shelfBookmarksKey, std::move(value));
+        preferences.writes.clear();
+    }
+    PropertyValue::Dictionary storedEntry(std::size_t index) {
+        return *preferences.value(shelfBookmarksKey)->array()->at(index).dictionary();
+    }
+};
+
+TEST_F(PersistedShelfTest, writesOneBookmarkOrOnePathPerItem) {
+    files.add("/a/one", "12345");
+    files.add("/a/two");
+    files.unbookmarkable = {"/a/two"};
+    const std::vector<FileURL> urls{*FileURL::fromPath("/a/one"), *FileURL::fromPath("/a/two")};
+    manager->addFiles(urls);
+
+    const PropertyValue::Dictionary one = storedEntry(0);
+    EXPECT_EQ(one.at("id"), PropertyValue(manager->items()[0].id.text()));
+    EXPECT_EQ(one.at("filename"), PropertyValue("one"));
+    EXPECT_EQ(one.at("fileSize"), PropertyValue(std::int64_t{5}));
+    EXPECT_EQ(one.at("dateAdded"), PropertyValue(1'700'000'000.0));
+    EXPECT_NE(one.at("bookmark").data(), nullptr);
+    EXPECT_FALSE(one.contains("fallbackPath"));
+    EXPECT_EQ(storedEntry(1).at("fallbackPath"), PropertyValue("/a/two"));
+    EXPECT_FALSE(storedEntry(1).contains("bookmark"));
+}
+
+TEST_F(PersistedShelfTest, comesBackAsItWas) {
+    addFiles(3);
+    const std::vector<ShelfItem> before = manager->items();
+    restart();
+    ASSERT_EQ(manager->items(), before);
+    for (std::size_t index = 0; index < before.size(); ++index) {
+        EXPECT_EQ(manager->items()[index].fileURL, before[index].fileURL);
+        EXPECT_EQ(manager->items()[index].dateAdded, before[index].dateAdded);
+        EXPECT_EQ(manager->items()[index].bookmarkData, before[index].bookmarkData);
+        EXPECT_TRUE(manager->items()[index].isAvailable);
+    }
+    EXPECT_EQ(files.accesses["/files/0.txt"], 1);
+}
+
+TEST_F(PersistedShelfTest, damagedEntriesAreLeftOutAndTheOthersKeepTheirOrder) {
+    PropertyValue::Array entries;
+    entries.emplace_back(entryByPath("/first"));
+    entries.emplace_back("no dictionary");
+    for (const char* const missing : {"id", "filename", "fileSize", "dateAdded", "fallbackPath"}) {
+        PropertyValue::Dictionary entry = entryByPath("/damaged");
+        entry.erase(missing);
+        entries.emplace_back(entry);
+        entry.insert_or_assign(missing, Bytes{1});
+        entries.emplace_back(entry);
+    }
+    entries.emplace_back(entryByPath("/damaged", "not a UUID"));
+    entries.emplace_back(entryByPath("relative"));
+    PropertyValue::Dictionary rubbish = entryByPath("/damaged");
+    rubbish.emplace("bookmark", Bytes{0, 255, 7});
+    entries.emplace_back(rubbish);
+    entries.emplace_back(entryByPath("/last"));
+    store(entries);
+
+    manager->load();
+    ASSERT_EQ(manager->items().size(), 2u);
+    EXPECT_EQ(manager->items()[0].fileURL.path(), "/first");
+    EXPECT_EQ(manager->items()[1].fileURL.path(), "/last");
+    EXPECT_EQ(saves(), 0) << "entries left out stay stored until the next change";
+    EXPECT_EQ(preferences.value(shelfBookmarksKey)->array()->size(), entries.size());
+}
+
+TEST_F(PersistedShelfTest, aShelfOfAnotherTypeIsEmpty) {
+    manager->load();
+    EXPECT_TRUE(manager->items().empty());
+    store("no array");
+    manager->load();
+    EXPECT_TRUE(manager->items().empty());
+    EXPECT_EQ(posts, 0);
+}
+
+TEST_F(PersistedShelfTest, aRenamedFileIsFoundKeepsItsNameAndIsBookmarkedAnew) {
+    addFiles(2);
+    const std::optional<Bytes> oldBookmark = manager->items()[0].bookmarkData;
+    files.rename("/files/0.txt", "/elsewhere/new.txt");
+    preferences.writes.clear();
+    posts = 0;
+
+    restart();
+    const ShelfItem& item = manager->items()[0];
+    EXPECT_EQ(item.fileURL.path(), "/elsewhere/new.txt");
+    EXPECT_EQ(item.filename, "0.txt");
+    EXPECT_TRUE(item.isAvailable);
+    EXPECT_NE(item.bookmarkData, oldBookmark);
+    EXPECT_EQ(saves(), 1);
+    EXPECT_EQ(posts, 0);
+    restart();
+    EXPECT_EQ(saves(), 1) << "the next start has nothing to save";
+}
+
+TEST_F(PersistedShelfTest, aStaleBookmarkIsKeptWhenNoFreshOneCanBeMade) {
+    addFiles(1);
+    const std::optional<Bytes> oldBookmark = manager->items()[0].bookmarkData;
+    files.rename("/files/0.txt", "/files/new.txt");
+    files.unbookmarkable = {"/files/new.txt"};
+    preferences.writes.clear();
+    restart();
+    EXPECT_EQ(manager->items()[0].bookmarkData, oldBookmark);
+    EXPECT_EQ(saves(), 0);
+}
+
+TEST_F(PersistedShelfTest, anEntryByPathGetsABookmarkOrStaysAsMissing) {
+    files.add("/there");
+    store(PropertyValue::Array{entryByPath("/there"), entryByPath("/gone")});
+    manager->load();
+    ASSERT_EQ(manager->items().size(), 2u);
+    EXPECT_TRUE(manager->items()[0].isAvailable);
+    EXPECT_TRUE(manager->items()[0].bookmarkData);
+    EXPECT_EQ(manager->items()[0].fileSize, 12) << "as stored";
+    EXPECT_FALSE(manager->items()[1].isAvailable);
+    EXPECT_FALSE(manager->items()[1].bookmarkData);
+    EXPECT_EQ(saves(), 1);
+    EXPECT_TRUE(storedEntry(0).contains("bookmark"));
+    EXPECT_TRUE(files.accesses.empty()) << "no access is begun on a path";
+}
+
+TEST_F(PersistedShelfTest, aBookmarkThatLeadsNowhereLosesItsEntry) {
+    addFiles(2);
+    files.removeItem(manager->items()[0].fileURL);
+    restart();
+    EXPECT_EQ(names(), (std::vector<std::string>{"1.txt"}));
+}
+
+TEST_F(PersistedShelfTest, aDateBeyondAllCalendarsDoesNotCostTheEntry) {
+    PropertyValue::Array entries;
+    for (const double date : {std::nan(""), HUGE_VAL, -HUGE_VAL, 1e300}) {
+        PropertyValue::Dictionary entry = entryByPath("/file");
+        entry.insert_or_assign("dateAdded", date);
+        entries.emplace_back(entry);
+    }
+    store(entries);
+    manager->load();
+    EXPECT_EQ(manager->items().size(), entries.size());
+}
+
+}  // namespace
+}  // namespace stowpocket

@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: MIT
+#include "shelf/ShelfManager.h"
+
+#include "fakes/ShelfFixture.h"
+#include "foundation/BundleIdentifier.h"
+
+#include <gtest/gtest.h>
+
+namespace stowpocket {
+namespace {
+
+using Kind = ShelfChange::Kind;
+using Indexes = std::vector<std::size_t>;
+
+class ShelfManagerTest : public testing::Test, protected ShelfFixture {
+protected:
+    std::vector<ShelfChange> changes;
+    Subscription watcher =
+        manager->itemsChanged.connect([this](const ShelfChange& change) { changes.push_back(change); });
+};
+
+TEST_F(ShelfManagerTest, addsASmallBatchAtOnceAtTheEnd) {
+    files.add("/a/big.txt", "123456");
+    const FileURL big = *FileURL::fromPath("/a/big.txt");
+    const FileURL gone = *FileURL::fromPath("/a/gone.txt");
+    files.add("/a/closed.txt");
+    files.unreadable = {"/a/closed.txt"};
+    const FileURL closed = *FileURL::fromPath("/a/closed.txt");
+    EXPECT_EQ(manager->addFiles(std::vector<FileURL>{big, gone, closed}), 0);
+
+    ASSERT_EQ(names(), (std::vector<std::string>{"big.txt", "gone.txt", "closed.txt"}));
+    EXPECT_EQ(manager->items()[0].fileSize, 6);
+    EXPECT_TRUE(manager->items()[0].isAvailable);
+    EXPECT_FALSE(manager->items()[1].isAvailable);
+    EXPECT_FALSE(manager->items()[1].bookmarkData);
+    EXPECT_EQ(manager->items()[2].fileSize, 0);
+    EXPECT_NE(manager->items()[0].id, manager->items()[1].id);
+    EXPECT_TRUE(files.accesses.empty()) << "no access is begun on a new file";
+    EXPECT_FALSE(manager->isLoading());
+    EXPECT_EQ(saves(), 1);
+    EXPECT_EQ(posts, 1);
+    ASSERT_EQ(changes.size(), 1u);
+    EXPECT_EQ(changes[0].kind, Kind::inserted);
+    EXPECT_EQ(changes[0].indexes, (Indexes{0, 1, 2}));
+    EXPECT_EQ(thumbnails.asked.size(), 2u) << "of the available ones";
+}
+
+TEST_F(ShelfManagerTest, aLargeBatchArrivesFromTheBackground) {
+    std::vector<bool> loading;
+    const auto loadingWatcher = manager->isLoadingChanged.connect([&] { loading.push_back(manager->isLoading()); });
+    EXPECT_EQ(manager->addFiles(makeFiles(6)), 0);
+    EXPECT_TRUE(manager->items().empty());
+    EXPECT_EQ(files.existsCalls, 0) << "nothing waits for the disk on the main thread";
+    EXPECT_EQ(manager->pendingAddCount(), 6);
+    EXPECT_EQ(posts, 0);
+
+    dispatch.runBackground();
+    EXPECT_TRUE(manager->items().empty());
+    dispatch.runMain();
+    EXPECT_EQ(manager->items().size(), 6u);
+    EXPECT_EQ(names().back(), "5.txt");
+    EXPECT_EQ(manager->pendingAddCount(), 0);
+    EXPECT_EQ(loading, (std::vector<bool>{true, false}));
+    EXPECT_EQ(saves(), 1);
+    EXPECT_EQ(posts, 1);
+    EXPECT_EQ(thumbnails.asked.size(), 6u);
+}
+
+TEST_F(ShelfManagerTest, pendingFilesTakeUpRoom) {
+    EXPECT_EQ(manager->addFiles(makeFiles(10)), 0);
+    EXPECT_EQ(manager->addFiles(makeFiles(15, 100)), 5);
+    EXPECT_EQ(manager->pendingAddCount(), 20);
+    dispatch.runAll();
+    EXPECT_EQ(manager->items().size(), 20u);
+}
+
+TEST_F(ShelfManagerTest, takesAsManyAsFitInTheOrderOffered) {
+    addFiles(18);
+    EXPECT_EQ(manager->addFiles(makeFiles(5, 100)), 3);
+    EXPECT_EQ(names().size(), 20u);
+    EXPECT_EQ(names()[19], "101.txt");
+    preferences.setValue(shelfCapacityKey, 10);
+    EXPECT_EQ(manager->addFiles(makeFiles(2, 200)), 2) << "a capacity below what is there leaves no room";
+    EXPECT_EQ(manager->items().size(), 20u);
+    for (const std::int64_t capacity : {std::int64_t{0}, std::int64_t{-7}}) {
+        preferences.setValue(shelfCapacityKey, capacity);
+        EXPECT_EQ(manager->capacity(), 20);
+    }
+}
+
+TEST_F(ShelfManagerTest, aFileAlreadyThereIsIgnoredSilently) {
+    addFiles(2);
+    changes.clear();
+    posts = 0;
+    EXPECT_EQ(manager->addFiles(makeFiles(2)), 0);
+    EXPECT_EQ(posts, 0);
+    EXPECT_TRUE(changes.empty());
+    std::vector<FileURL> twice = makeFiles(1, 50);
+    twice.push_back(twice.front());
+    EXPECT_EQ(manager->addFiles(twice), 0);
+    EXPECT_EQ(manager->items().size(), 3u);
+}
+
+TEST_F(ShelfManagerTest, removingAnItemEndsItsAccessOnce) {
+    addFiles(3);
+    restart();
+    posts = 0;
+    const UUID removed = manager->items()[1].id;
+    manager->removeItem(removed);
+    EXPECT_EQ(names(), (std::vector<std::string>{"0.txt", "2.txt"}));
+    EXPECT_EQ(files.accesses["/files/1.txt"], 0);
+    EXPECT_EQ(posts, 1);
+    manager->removeItem(removed);
+    EXPECT_EQ(posts, 1) << "an id that is not there changes nothing";
+    EXPECT_EQ(files.accesses["/files/1.txt"], 0);
+    restart();
+    EXPECT_EQ(names(), (std::vector<std::string>{"0.txt", "2.txt"}));
+}
+
+TEST_F(ShelfManagerTest, clearingEndsAllAccessAndTouchesNoFile) {
+    addFiles(3);
+    files.refusedAccess = {"/files/1.txt"};
+    restart();
+    manager->clear();
+    EXPECT_TRUE(manager->items().empty());
+    EXPECT_EQ(files.accesses["/files/0.txt"], 0);
+    EXPECT_FALSE(files.accesses.contains("/files/1.txt")) << "access that was refused is not ended";
+    EXPECT_EQ(files.contents(*FileURL::fromPath("/files/0.txt")), "contents");
+    restart();
+    EXPECT_TRUE(manager->items().empty());
+}
+
+TEST_F(ShelfManagerTest, aRefreshMarksWhatIsGoneAndSavesOnce) {
+    addFiles(4);
+    posts = 0;
+    preferences.writes.clear();
+    changes.clear();
+    files.removeItem(*FileURL::fromPath("/files/1.txt"));
+    files.removeItem(*FileURL::fromPath("/files/3.txt"));
+    manager->refreshAvailability();
+    EXPECT_TRUE(manager->items()[1].isAvailable) << "not before the answer is there";
+    dispatch.runAll();
+    EXPECT_FALSE(manager->items()[1].isAvailable);
+    EXPECT_EQ(saves(), 1);
+    EXPECT_EQ(posts, 0);
+    ASSERT_EQ(changes.size(), 1u);
+    EXPECT_EQ(changes[0].kind, Kind::updated);
+    EXPECT_EQ(changes[0].indexes, (Indexes{1, 3}));
+
+    manager->refreshAvailability();
+    dispatch.runAll();
+    EXPECT_EQ(saves(), 1) << "nothing changed";
+
+    changes.clear();
+    manager->removeMissingItems();
+    EXPECT_EQ(names(), (std::vector<std::string>{"0.txt", "2.txt"}));
+    EXPECT_EQ(changes[0].indexes, (Indexes{1, 3}));
+    EXPECT_EQ(posts, 1);
+    manager->removeMissingItems();
+    EXPECT_EQ(posts, 1);
+}
+
+TEST_F(ShelfManagerTest, neverLooksTwiceAtOnceAndSkipsWhatLeftMeanwhile) {
+    addFiles(2);
+    files.removeItem(*FileURL::fromPath("/files/0.txt"));
+    files.removeItem(*FileURL::fromPath("/files/1.txt"));
+    for (int count = 0; count < 50; ++count)
+        manager->refreshAvailability();
+    EXPECT_EQ(dispatch.backgroundCount(), 1u);
+    manager->removeItem(manager->items()[0].id);
+    dispatch.runBackground();
+    dispatch.runMain();
+    ASSERT_EQ(manager->items().size(), 1u);
+    EXPECT_FALSE(manager->items()[0].isAvailable);
+    EXPECT_EQ(dispatch.backgroundCount(), 1u) << "asked meanwhile, it looks once more";
+    dispatch.runAll();
+    EXPECT_EQ(dispatch.backgroundCount(), 0u);
+}
+
+TEST_F(ShelfManagerTest, backgroundAnswersComeTooLateHarmlessly) {
+    addFiles(1);
+    manager->addFiles(makeFiles(8, 10));
+    manager->refreshAvailability();
+    manager.reset();
+    viewModel.reset();
+    dispatch.runAll();
+    thumbnails.asked[0].completion(fakeImage("late"));
+    dispatch.runAll();
+    EXPECT_EQ(posts, 1);
+}
+
+TEST_F(ShelfManagerTest, asksForThumbnailsInPointsAndTheScreensScale) {
+    screen.scale = std::nullopt;
+    addFiles(1);
+    ASSERT_EQ(thumbnails.asked.size(), 1u);
+    EXPECT_EQ(thumbnails.asked[0].request.size, (Size{48, 48}));
+    EXPECT_EQ(thumbnails.asked[0].request.scale, 2.0);
+    screen.scale = 1.5;
+    addFiles(1, 1);
+    ASSERT_EQ(thumbnails.asked.size(), 2u) << "the first is still on its way";
+    EXPECT_EQ(thumbnails.asked[1].request.scale, 1.5);
+}
+
+TEST_F(ShelfManagerTest, keepsThumbnailsByItemAndOutlivesRemoval) {
+    addFiles(2);
+    std::vector<UUID> told;
+    const auto thumbnailWatcher = manager->thumbnailChanged.connect([&](const UUID& id) { told.push_back(id); });
+    const UUID first = manager->items()[0].id;
+    const UUID second = manager->items()[1].id;
+    thumbnails.asked[0].completion(fakeImage("first"));
+    thumbnails.asked[1].completion(std::nullopt);
+    EXPECT_EQ(manager->thumbnail(first), nullptr) << "applied on the main queue";
+    dispatch.runMain();
+    ASSERT_NE(manager->thumbnail(first), nullptr);
+    EXPECT_EQ(manager->thumbnail(first)->size, (Size{48, 48}));
+    EXPECT_EQ(manager->thumbnail(second), nullptr);
+    EXPECT_EQ(told, std::vector<UUID>{first});
+
+    manager->requestThumbnails();
+    ASSERT_EQ(thumbnails.asked.size(), 3u) << "the one that failed is asked for again";
+    manager->clear();
+    EXPECT_NE(manager->thumbnail(first), nullptr) << "the cache is never evicted";
+}
+
+TEST_F(ShelfManagerTest, sharesIconsByTypeAndGivesApplicationsTheirOwn) {
+    for (const char* const path : {"/f/a.TXT", "/f/b.txt", "/f/One.app", "/f/Two.APP", "/f/Makefile"}) {
+        files.add(path);
+        manager->addFiles(std::vector<FileURL>{*FileURL::fromPath(path)});
+    }
+    for (int round = 0; round < 2; ++round) {
+        for (const ShelfItem& item : manager->items())
+            EXPECT_EQ(manager->icon(item).size, (Size{48, 48}));
+    }
+    EXPECT_EQ(icons.askedPaths, (std::vector<std::string>{"/f/a.TXT", "/f/One.app", "/f/Two.APP", "/f/Makefile"}));
+}
+
+TEST_F(ShelfManagerTest, spoolsIntoAFolderOfItsOwn) {
+    EXPECT_EQ(ShelfManager::filePromiseDirectory(files).path(),
+              "/home/user/.local/share/" + std::string(bundleIdentifier) + "/FilePromises");
+    files.hasApplicationSupport = false;
+    EXPECT_DEATH(static_cast<void>(ShelfManager::filePromiseDirectory(files)), "application data");
+}
+
+}  // namespace
+}  // namespace stowpocket

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "shelf/ShelfViewModel.h"
+
+#include "fakes/FakeItemProvider.h"
+#include "fakes/ShelfFixture.h"
+#include "foundation/BundleIdentifier.h"
+
+#include <gtest/gtest.h>
+
+namespace stowpocket {
+namespace {
+
+class ShelfViewModelTest : public testing::Test, protected ShelfFixture {
+protected:
+    std::shared_ptr<FakeItemProvider> drop(std::shared_ptr<FakeItemProvider> provider) {
+        EXPECT_TRUE(viewModel->handleDrop({provider}));
+        return provider;
+    }
+    std::string spooled(const std::string& name) {
+        return files.contents(ShelfManager::filePromiseDirectory(files).appending(name));
+    }
+
+    int messages = 0;
+    Subscription watcher = viewModel->capacityMessageChanged.connect([this] { ++messages; });
+};
+
+TEST_F(ShelfViewModelTest, saysHowManyFilesDidNotFit) {
+    addFiles(18);
+    viewModel->addFileURLs(makeFiles(5, 100));
+    EXPECT_EQ(viewModel->capacityMessage(), "Added 2 of 5 files - shelf is full");
+    viewModel->addFileURLs(makeFiles(1, 200));
+    EXPECT_EQ(viewModel->capacityMessage(), "Added 0 of 1 files - shelf is full");
+    viewModel->addFileURLs(makeFiles(1, 300));
+    EXPECT_EQ(messages, 2) << "the same words again are no news";
+    viewModel->addFileURLs(makeFiles(2));
+    EXPECT_EQ(viewModel->capacityMessage(), "Added 0 of 1 files - shelf is full") << "files already there fit";
+}
+
+TEST_F(ShelfViewModelTest, theMessageGoesWhenARemovalMakesRoom) {
+    addFiles(20);
+    preferences.setValue(shelfCapacityKey, 19);
+    viewModel->addFileURLs(makeFiles(1, 100));
+    viewModel->removeItem(manager->items()[0].id);
+    EXPECT_TRUE(viewModel->capacityMessage()) << "19 of 19 is still full";
+    viewModel->removeItem(manager->items()[0].id);
+    EXPECT_FALSE(viewModel->capacityMessage());
+}
+
+TEST_F(ShelfViewModelTest, aFullShelfRefusesADrop) {
+    addFiles(20);
+    const auto provider = FakeItemProvider::withURL("file:///a");
+    EXPECT_FALSE(viewModel->handleDrop({provider}));
+    EXPECT_TRUE(provider->askedType.empty());
+    EXPECT_EQ(messages, 0);
+}
+
+TEST_F(ShelfViewModelTest, addsADropWhenAllOfItHasLoadedInTheOrderOfLoading) {
+    const auto one = FakeItemProvider::withURL("file:///one");
+    const auto two = FakeItemProvider::withURL("file:///two");
+    const auto web = FakeItemProvider::withURL("https://example.com/");
+    const auto none = FakeItemProvider::withURL("");
+    none->data.reset();
+    EXPECT_TRUE(viewModel->handleDrop({one, web, two, none}));
+    EXPECT_EQ(dispatch.queueLabels, std::vector<std::string>{std::string(bundleIdentifier) + ".drop"});
+    for (const auto& provider : {two, web, none}) {
+        EXPECT_EQ(provider->askedType, "public.file-url");
+        provider->finish();
+        dispatch.runAll();
+        EXPECT_TRUE(manager->items().empty());
+    }
+    one->finish();
+    EXPECT_TRUE(manager->items().empty()) << "added on the main queue";
+    dispatch.runAll();
+    EXPECT_EQ(names(), (std::vector<std::string>{"two", "one"}));
+}
+
+TEST_F(ShelfViewModelTest, contentsWithoutAFileAreCopiedIntoTheSpoolFolder) {
+    files.add("/tmp/picture.png", "first");
+    drop(FakeItemProvider::withContents("public.png", "/tmp/picture.png"))->finish();
+    files.add("/tmp/picture.png", "second");
+    const auto untyped = drop(FakeItemProvider::withContents("", "/tmp/picture.png"));
+    EXPECT_EQ(untyped->askedType, "public.item");
+    untyped->finish();
+    dispatch.runAll();
+    EXPECT_EQ(spooled("picture.png"), "second") << "the later copy replaces the earlier";
+    ASSERT_EQ(manager->items().size(), 1u);
+    EXPECT_EQ(manager->items()[0].fileURL, ShelfManager::filePromiseDirectory(files).appending("picture.png"));
+
+    manager->clear();
+    EXPECT_EQ(spooled("picture.png"), "second") << "copies outlive the item";
+}
+
+TEST_F(ShelfViewModelTest, aPartThatCannotBeSpooledDoesNotHoldUpTheOthers) {
+    files.add("/tmp/good");
+    const auto bad = FakeItemProvider::withContents("public.png", "/tmp/not written");
+    const auto up = FakeItemProvider::withContents("public.png", "/tmp/..");
+    const auto good = FakeItemProvider::withContents("public.png", "/tmp/good");
+    EXPECT_TRUE(viewModel->handleDrop({bad, up, good}));
+    for (const auto& provider : {bad, up, good})
+        provider->finish();
+    dispatch.runAll();
+    EXPECT_EQ(names(), std::vector<std::string>{"good"});
+
+    files.canCreateDirectories = false;
+    drop(FakeItemProvider::withContents("public.png", "/tmp/good"))->finish();
+    dispatch.runAll();
+    EXPECT_EQ(names(), std::vector<std::string>{"good"});
+}
+
+TEST_F(ShelfViewModelTest, keepsTheDropAliveUntilItHasLoadedAndDropsItWithTheModel) {
+    auto provider = FakeItemProvider::withURL("file:///one");
+    const std::weak_ptr<FakeItemProvider> watched = provider;
+    drop(provider);
+    const auto finish = provider->finish;
+    provider->finish = nullptr;
+    provider.reset();
+    EXPECT_FALSE(watched.expired());
+    viewModel.reset();
+    finish();
+    dispatch.runAll();
+    EXPECT_TRUE(watched.expired());
+    EXPECT_TRUE(manager->items().empty());
+}
+
+}  // namespace
+}  // namespace stowpocket
