@@ -48,7 +48,7 @@ public:
 
 private:
     template <class T>
-    std::optional<T> as() const {
+    [[nodiscard]] std::optional<T> as() const {
         const T* const held = std::get_if<T>(&value_);
         return held == nullptr ? std::nullopt : std::optional<T>(*held);
     }
