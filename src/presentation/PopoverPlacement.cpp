@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "presentation/PopoverPlacement.h"
+
+#include <algorithm>
+
+namespace stowpocket {
+namespace {
+
+/// `std::clamp` for a range that may be empty, as on a screen narrower than the popover: the lower bound wins.
+double kept(double value, double low, double high) {
+    return std::max(low, std::min(value, high));
+}
+
+Rect grown(const Rect& rect, double margin, const Rect& available) {
+    const double left = kept(rect.x - margin, available.x, rect.x);
+    const double top = kept(rect.y - margin, available.y, rect.y);
+    const double right = kept(available.right(), rect.right(), rect.right() + margin);
+    const double bottom = kept(available.bottom(), rect.bottom(), rect.bottom() + margin);
+    return {left, top, right - left, bottom - top};
+}
+
+}  // namespace
+
+PopoverPlacement placePopover(const Rect& anchor, const Size& content, const Rect& available, double shadow) {
+    const double top = kept(anchor.bottom(), available.y, available.bottom());
+    const double bottom = kept(anchor.y, available.y, available.bottom());
+    const double roomBelow = available.bottom() - top;
+    const double roomAbove = bottom - available.y;
+    const double wished = content.height + popoverArrowHeight;
+    const bool isBelow = wished <= roomBelow || roomBelow >= roomAbove;
+
+    PopoverPlacement placement;
+    Rect& frame = placement.frame;
+    frame.width = std::min(content.width, available.width);
+    frame.height = std::min(wished, isBelow ? roomBelow : roomAbove);
+    frame.x = kept(anchor.centerX() - frame.width / 2, available.x, available.right() - frame.width);
+    frame.y = isBelow ? top : bottom - frame.height;
+    placement.window = grown(frame, shadow, available);
+    placement.arrowSide = isBelow ? ArrowSide::top : ArrowSide::bottom;
+    constexpr double cornerRoom = popoverCornerRadius + popoverArrowWidth / 2;
+    placement.arrowOffset = kept(anchor.centerX() - frame.x, cornerRoom, frame.width - cornerRoom);
+    return placement;
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Image.h"
+#include "presentation/Rect.h"
+
+namespace stowpocket {
+
+/// The shape of the popover: a rounded panel with an arrow on the side of its anchor.
+inline constexpr double popoverArrowHeight = 9;
+inline constexpr double popoverArrowWidth = 20;
+inline constexpr double popoverCornerRadius = 10;
+
+enum class ArrowSide { top, bottom };
+
+struct PopoverPlacement {
+    /// The panel and its arrow, on the screen.
+    Rect frame;
+    /// The frame and the shadow around it.
+    Rect window;
+    ArrowSide arrowSide = ArrowSide::top;
+    /// From the frame's left edge to the arrow's tip.
+    double arrowOffset = 0;
+
+    friend bool operator==(const PopoverPlacement&, const PopoverPlacement&) = default;
+};
+
+/// Where the popover stands: centred below `anchor`, or above it when only there is room (the bar is at the bottom),
+/// moved sideways and cut down in height so that all of it is in `available`. The arrow keeps pointing at the anchor
+/// as far as the rounded corners let it. The shadow is that wide where there is room for it and never leaves
+/// `available` either: window managers would push the whole window back.
+[[nodiscard]] PopoverPlacement placePopover(const Rect& anchor, const Size& content, const Rect& available,
+                                            double shadow);
+
+}  // namespace stowpocket

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Image.h"
+#include "presentation/Rect.h"
+
+namespace stowpocket {
+
+/// How the count is shown: not at all, beside the symbol, or as a badge over it where the bar grants only a square.
+enum class CountPlace { none, beside, badge };
+
+/// What stands in the menu bar, measured at natural size.
+struct StatusItemMeasure {
+    double symbolSize = 0;
+    double fontSize = 0;
+    /// Of the title with its leading space, and of the count alone; both 0 when there is no title.
+    double titleWidth = 0;
+    double countWidth = 0;
+};
+
+struct StatusItemLayout {
+    Rect symbol;
+    CountPlace countPlace = CountPlace::none;
+    /// Room of the count, in which it is centred on a badge and left-aligned beside the symbol.
+    Rect count;
+    double fontSize = 0;
+    /// How far natural sizes were stretched or shrunk.
+    double scale = 1;
+};
+
+/// How much room the item asks the bar for.
+[[nodiscard]] Size statusItemWish(const StatusItemMeasure& measure);
+
+/// What is drawn where in the room that the bar granted, which may be any.
+[[nodiscard]] StatusItemLayout layOutStatusItem(const StatusItemMeasure& measure, const Size& granted);
+
+}  // namespace stowpocket
