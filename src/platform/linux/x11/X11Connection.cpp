@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/x11/X11Connection.h"
+
+#include <QGuiApplication>
+
+namespace stowpocket {
+namespace {
+
+constexpr std::size_t atomCount = static_cast<std::size_t>(X11Atom::count);
+
+constexpr std::array<std::string_view, atomCount> x11AtomNames{
+    "MANAGER",
+    "_NET_SYSTEM_TRAY_S0",
+    "_NET_SYSTEM_TRAY_OPCODE",
+    "_NET_SYSTEM_TRAY_VISUAL",
+    "_NET_SYSTEM_TRAY_COLORS",
+    "_XEMBED",
+    "_XEMBED_INFO",
+    "_NET_ACTIVE_WINDOW",
+    "_NET_WM_STATE",
+    "_NET_WM_STATE_ABOVE",
+    "_NET_WM_STATE_SKIP_TASKBAR",
+    "_NET_WM_STATE_SKIP_PAGER",
+    "_NET_WM_CM_S0",
+    "XdndSelection",
+    "TARGETS",
+    "text/uri-list",
+};
+
+/// More than any property read here holds.
+constexpr std::uint32_t longestProperty = 1024;
+
+}  // namespace
+
+std::unique_ptr<X11Connection> X11Connection::ofApplication() {
+    const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (x11 == nullptr || x11->connection() == nullptr)
+        return nullptr;
+    return std::unique_ptr<X11Connection>(new X11Connection(x11->connection()));
+}
+
+X11Connection::X11Connection(xcb_connection_t* connection)
+    : connection_(connection), screen_(xcb_setup_roots_iterator(xcb_get_setup(connection)).data) {
+    std::array<xcb_intern_atom_cookie_t, atomCount> cookies{};
+    for (std::size_t at = 0; at < atomCount; ++at) {
+        const std::string_view name = x11AtomNames.at(at);
+        cookies.at(at) = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data());
+    }
+    for (std::size_t at = 0; at < atomCount; ++at) {
+        const XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, cookies.at(at), nullptr));
+        atoms_.at(at) = reply ? reply->atom : x11None;
+    }
+}
+
+xcb_window_t X11Connection::selectionOwner(X11Atom selection) const {
+    const XcbReply<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(connection_, xcb_get_selection_owner(connection_, atom(selection)), nullptr));
+    return reply ? reply->owner : x11None;
+}
+
+std::vector<std::uint32_t> X11Connection::property(xcb_window_t window, X11Atom name) const {
+    const auto cookie =
+        xcb_get_property(connection_, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, longestProperty);
+    const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
+    if (!reply || reply->format != 32)
+        return {};
+    const auto* const values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    return {values, values + reply->value_len};
+}
+
+void X11Connection::setProperty(xcb_window_t window, xcb_atom_t name, xcb_atom_t type,
+                                const std::vector<std::uint32_t>& values) const {
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, name, type, 32,
+                        static_cast<std::uint32_t>(values.size()), values.data());
+}
+
+std::optional<QRect> X11Connection::geometryOnRoot(xcb_window_t window) const {
+    const auto sizeCookie = xcb_get_geometry(connection_, window);
+    const auto placeCookie = xcb_translate_coordinates(connection_, window, root(), 0, 0);
+    const XcbReply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(connection_, sizeCookie, nullptr));
+    const XcbReply<xcb_translate_coordinates_reply_t> place(
+        xcb_translate_coordinates_reply(connection_, placeCookie, nullptr));
+    if (!size || !place)
+        return std::nullopt;
+    return QRect(place->dst_x, place->dst_y, size->width, size->height);
+}
+
+xcb_window_t X11Connection::parentOf(xcb_window_t window) const {
+    const XcbReply<xcb_query_tree_reply_t> reply(
+        xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
+    return reply ? reply->parent : x11None;
+}
+
+std::optional<std::uint8_t> X11Connection::depthOfVisual(xcb_visualid_t visual) const {
+    for (auto depth = xcb_screen_allowed_depths_iterator(screen_); depth.rem > 0; xcb_depth_next(&depth)) {
+        for (auto type = xcb_depth_visuals_iterator(depth.data); type.rem > 0; xcb_visualtype_next(&type)) {
+            if (type.data->visual_id == visual)
+                return depth.data->depth;
+        }
+    }
+    return std::nullopt;
+}
+
+void X11Connection::hearAlso(xcb_window_t window, std::uint32_t mask) const {
+    const XcbReply<xcb_get_window_attributes_reply_t> now(
+        xcb_get_window_attributes_reply(connection_, xcb_get_window_attributes(connection_, window), nullptr));
+    if (!now)
+        return;
+    const std::uint32_t wanted = now->your_event_mask | mask;
+    xcb_change_window_attributes(connection_, window, XCB_CW_EVENT_MASK, &wanted);
+}
+
+void X11Connection::sendMessage(xcb_window_t destination, std::uint32_t mask, xcb_window_t window, X11Atom type,
+                                const std::array<std::uint32_t, 5>& data) const {
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = atom(type);
+    std::copy(data.begin(), data.end(), std::begin(event.data.data32));
+    xcb_send_event(connection_, 0, destination, mask, reinterpret_cast<const char*>(&event));
+    xcb_flush(connection_);
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QRect>
+
+#include <array>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+#include <xcb/xcb.h>
+
+namespace stowpocket {
+
+/// What xcb answers with is freed with `free`.
+struct XcbFree {
+    void operator()(void* reply) const { std::free(reply); }
+};
+template <class Reply>
+using XcbReply = std::unique_ptr<Reply, XcbFree>;
+
+/// No window, no atom.
+inline constexpr std::uint32_t x11None = 0;
+
+/// The names that this program exchanges with other X11 programs. Each stands in `x11AtomNames` at the same place.
+enum class X11Atom : std::size_t {
+    manager,
+    trayOwner,
+    trayOpcode,
+    trayVisual,
+    trayColors,
+    xembed,
+    xembedInfo,
+    activeWindow,
+    windowState,
+    windowStateAbove,
+    windowStateSkipTaskbar,
+    windowStateSkipPager,
+    compositorOwner,
+    dragSelection,
+    targets,
+    uriList,
+    count
+};
+
+/// The X server as this program talks to it beside Qt, on Qt's own connection. Questions wait for the server's answer
+/// and answer nothing when the window asked about is gone. Main thread; outlives all that use it.
+class X11Connection {
+public:
+    /// None when the desktop is not reached through X11.
+    [[nodiscard]] static std::unique_ptr<X11Connection> ofApplication();
+
+    [[nodiscard]] xcb_connection_t* raw() const { return connection_; }
+    [[nodiscard]] xcb_window_t root() const { return screen_->root; }
+    [[nodiscard]] xcb_atom_t atom(X11Atom name) const { return atoms_.at(static_cast<std::size_t>(name)); }
+
+    /// 0 when nobody owns it.
+    [[nodiscard]] xcb_window_t selectionOwner(X11Atom selection) const;
+    /// The values of a property of 32-bit items; empty when there is none.
+    [[nodiscard]] std::vector<std::uint32_t> property(xcb_window_t window, X11Atom name) const;
+    void setProperty(xcb_window_t window, xcb_atom_t name, xcb_atom_t type,
+                     const std::vector<std::uint32_t>& values) const;
+    /// In pixels, on the root window. What Qt believes of an embedded window is wrong in several panels.
+    [[nodiscard]] std::optional<QRect> geometryOnRoot(xcb_window_t window) const;
+    /// 0 when the window is gone.
+    [[nodiscard]] xcb_window_t parentOf(xcb_window_t window) const;
+    [[nodiscard]] std::optional<std::uint8_t> depthOfVisual(xcb_visualid_t visual) const;
+
+    /// Also hears the events of `mask` that concern `window`, beside what is heard already.
+    void hearAlso(xcb_window_t window, std::uint32_t mask) const;
+    /// Sends a client message about `window` to whoever selected `mask` on `destination`.
+    void sendMessage(xcb_window_t destination, std::uint32_t mask, xcb_window_t window, X11Atom type,
+                     const std::array<std::uint32_t, 5>& data) const;
+
+private:
+    explicit X11Connection(xcb_connection_t* connection);
+
+    xcb_connection_t* const connection_;
+    const xcb_screen_t* const screen_;
+    std::array<xcb_atom_t, static_cast<std::size_t>(X11Atom::count)> atoms_{};
+};
+
+}  // namespace stowpocket
