@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/ItemProvider.h"
+
+#include <QMimeData>
+
+#include <memory>
+
+namespace stowpocket {
+
+/// A dropped picture or text that is no file yet, read at once; null when `data` has neither. It becomes a file named
+/// after what it is and when it came.
+[[nodiscard]] std::shared_ptr<ItemProvider> droppedContents(const QMimeData& data);
+
+}  // namespace stowpocket

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/PopoverWindow.h"
+
+#include <QEvent>
+#include <QPainter>
+
+namespace stowpocket {
+namespace {
+
+constexpr int shadowWidth = 14;
+constexpr int shadowDrop = 3;
+constexpr int shadowStrength = 70;  // of 255, summed over the whole width
+constexpr float borderOpacity = 0.22F;
+
+QRect qRect(const Rect& rect) {
+    return QRectF(rect.x, rect.y, rect.width, rect.height).toRect();
+}
+
+/// The panel with its arrow, in a box of `size`.
+QPainterPath bubble(const QSizeF& size, ArrowSide side, double arrowOffset) {
+    const bool isTop = side == ArrowSide::top;
+    const double panelTop = isTop ? popoverArrowHeight : 0;
+    // One point into the panel: shapes that only touch are not united into one.
+    const double base = isTop ? popoverArrowHeight + 1 : size.height() - popoverArrowHeight - 1;
+    const double tip = isTop ? 0 : size.height();
+    QPainterPath panel;
+    panel.addRoundedRect(QRectF(0, panelTop, size.width(), size.height() - popoverArrowHeight), popoverCornerRadius,
+                         popoverCornerRadius);
+    QPainterPath arrow;
+    arrow.moveTo(arrowOffset - popoverArrowWidth / 2, base);
+    arrow.lineTo(arrowOffset, tip);
+    arrow.lineTo(arrowOffset + popoverArrowWidth / 2, base);
+    arrow.closeSubpath();
+    return panel.united(arrow);
+}
+
+void paintShadow(QPainter& painter, const QPainterPath& outline) {
+    painter.save();
+    painter.translate(0, shadowDrop);
+    painter.setBrush(Qt::NoBrush);
+    for (int width = shadowWidth - shadowDrop; width > 0; --width) {
+        const QColor color(0, 0, 0, 2 * shadowStrength / (shadowWidth * 3));
+        painter.setPen(QPen(color, 2 * width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.drawPath(outline);
+    }
+    painter.restore();
+}
+
+}  // namespace
+
+PopoverWindow::PopoverWindow(PopoverEdge edge, Place place)
+    : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
+      edge_(edge),
+      place_(std::move(place)) {
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setAttribute(Qt::WA_TranslucentBackground, edge_ == PopoverEdge::shadowed);
+}
+
+void PopoverWindow::setContent(QWidget* content) {
+    content_ = content;
+    content_->setParent(this);
+    content_->show();
+}
+
+void PopoverWindow::follow() {
+    const QSize wanted = content_->sizeHint().expandedTo(content_->minimumSizeHint());
+    placement_ = place_(wanted, edge_ == PopoverEdge::shadowed ? shadowWidth : 0);
+    const QRect frame = qRect(placement_.frame);
+    const QRect window = qRect(placement_.window);
+    const int arrow = static_cast<int>(popoverArrowHeight);
+    const QRect panel = frame.adjusted(0, placement_.arrowSide == ArrowSide::top ? arrow : 0, 0,
+                                       placement_.arrowSide == ArrowSide::top ? 0 : -arrow);
+    content_->setGeometry(panel.translated(-window.topLeft()));
+    setFixedSize(window.size());
+    move(window.topLeft());
+    if (edge_ == PopoverEdge::cut)
+        setMask(QRegion(outline().toFillPolygon().toPolygon()));
+    update();
+}
+
+bool PopoverWindow::event(QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest && isVisible())
+        follow();
+    return QWidget::event(event);
+}
+
+void PopoverWindow::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing, edge_ == PopoverEdge::shadowed);
+    const QPainterPath path = outline();
+    if (edge_ == PopoverEdge::shadowed)
+        paintShadow(painter, path);
+    QColor border = palette().color(QPalette::WindowText);
+    border.setAlphaF(borderOpacity);
+    // Outside a cut edge half of the line falls away, so it is drawn twice as wide there.
+    painter.setPen(QPen(border, edge_ == PopoverEdge::cut ? 2 : 1));
+    painter.fillPath(path, palette().window());
+    painter.drawPath(path);
+}
+
+QPainterPath PopoverWindow::outline() const {
+    return bubble({placement_.frame.width, placement_.frame.height}, placement_.arrowSide, placement_.arrowOffset)
+        .translated(placement_.frame.x - placement_.window.x, placement_.frame.y - placement_.window.y);
+}
+
+}  // namespace stowpocket

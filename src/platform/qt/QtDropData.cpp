@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/QtDropData.h"
+
+#include "intake/UriList.h"
+#include "platform/qt/DroppedContents.h"
+
+#include <QSysInfo>
+
+#include <algorithm>
+
+namespace stowpocket {
+namespace {
+
+const QString uriListFormat = QStringLiteral("text/uri-list");
+
+/// From the bytes as they came: a QUrl would lose file names that are not UTF-8.
+std::vector<FileURL> filesOf(const QMimeData& data) {
+    const QByteArray list = data.data(uriListFormat);
+    return filesOfUriList({list.constData(), static_cast<std::size_t>(list.size())},
+                          QSysInfo::machineHostName().toStdString());
+}
+
+class FileProvider : public ItemProvider {
+public:
+    explicit FileProvider(FileURL file) : file_(std::move(file)) {}
+
+    [[nodiscard]] bool hasItemConformingTo(std::string_view type) const override {
+        return type == uniformType::fileURL || type == uniformType::item;
+    }
+    [[nodiscard]] std::vector<std::string> registeredTypeIdentifiers() const override {
+        return {std::string(uniformType::fileURL)};
+    }
+    void loadItem(std::string_view type, std::function<void(std::optional<Bytes>)> completion) override {
+        if (type != uniformType::fileURL)
+            return completion(std::nullopt);
+        const std::string text = file_.string();
+        completion(Bytes(text.begin(), text.end()));
+    }
+    void loadFileRepresentation(std::string_view, std::function<void(std::optional<FileURL>)> completion) override {
+        completion(std::nullopt);  // the file is there already: it is referenced, never copied
+    }
+
+private:
+    const FileURL file_;
+};
+
+}  // namespace
+
+std::vector<PasteboardItem> QtDraggingPasteboard::items() {
+    std::vector<PasteboardItem> items;
+    for (const FileURL& file : filesOf(data_))
+        items.push_back({{{std::string(pasteboardType::fileURL), file.string()}}});
+    return items;
+}
+
+bool offersAnyOf(const QMimeData& data, const std::vector<std::string>& types) {
+    return std::ranges::find(types, pasteboardType::fileURL) != types.end() && data.hasFormat(uriListFormat);
+}
+
+std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const QMimeData& data) {
+    std::vector<std::shared_ptr<ItemProvider>> providers;
+    for (FileURL& file : filesOf(data))
+        providers.push_back(std::make_shared<FileProvider>(std::move(file)));
+    if (!providers.empty())
+        return providers;
+    if (auto contents = droppedContents(data))
+        providers.push_back(std::move(contents));
+    return providers;
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Dragging.h"
+#include "platform/ItemProvider.h"
+
+#include <QMimeData>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace stowpocket {
+
+/// A drag's files as the menu-bar icon asks for them. Reads nothing before `items()`, because reading asks the drag's
+/// source, which may be slow or gone.
+class QtDraggingPasteboard : public DraggingPasteboard {
+public:
+    explicit QtDraggingPasteboard(const QMimeData& data) : data_(data) {}
+    [[nodiscard]] std::vector<PasteboardItem> items() override;
+
+private:
+    const QMimeData& data_;
+};
+
+/// Whether the drag offers one of `types`, judged by names alone.
+[[nodiscard]] bool offersAnyOf(const QMimeData& data, const std::vector<std::string>& types);
+
+/// What was dropped, to be called while the drop is handled: one provider per local file, in the source's order; when
+/// there are no files, one for the contents themselves if they are a picture or text; otherwise none.
+[[nodiscard]] std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const QMimeData& data);
+
+}  // namespace stowpocket

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/QtPopover.h"
+
+#include "foundation/Invariant.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace stowpocket {
+namespace {
+
+constexpr int fadeMs = 110;
+
+Rect rectOf(const QRect& rect) {
+    return {static_cast<double>(rect.x()), static_cast<double>(rect.y()), static_cast<double>(rect.width()),
+            static_cast<double>(rect.height())};
+}
+
+QRect availableAround(const QRect& anchor) {
+    const QScreen* screen = QGuiApplication::screenAt(anchor.center());
+    if (screen == nullptr)
+        screen = QGuiApplication::primaryScreen();
+    return screen == nullptr ? QRect() : screen->availableGeometry();
+}
+
+}  // namespace
+
+void QtPopover::show(StatusItemButton& anchor) {
+    auto* const button = dynamic_cast<QtStatusItemButton*>(&anchor);
+    invariant(button != nullptr, "a popover hangs on an icon of its own desktop");
+    anchor_ = button;
+    isShown_ = true;
+    prepareWindow();
+    anchorMoved_ = button->moved.connect([this] { window_->follow(); });
+    window_->follow();
+    if (animates_ && window_->edge() == PopoverEdge::shadowed) {
+        window_->setWindowOpacity(0);
+        fade(0, 1);
+    } else {
+        window_->setWindowOpacity(1);
+    }
+    window_->show();
+    window_->raise();
+}
+
+void QtPopover::makeKey() {
+    if (isShown_)
+        host_.focus(*window_);
+}
+
+void QtPopover::performClose() {
+    if (!isShown_)
+        return;
+    isShown_ = false;
+    anchorMoved_.reset();
+    anchor_ = nullptr;
+    if (animates_ && window_->edge() == PopoverEdge::shadowed)
+        fade(window_->windowOpacity(), 0);
+    else
+        window_->hide();
+}
+
+/// A compositor may have started or ended since the last time, and a window cannot change its kind of edge.
+void QtPopover::prepareWindow() {
+    fade_.reset();
+    const PopoverEdge edge = host_.blendsWindows() ? PopoverEdge::shadowed : PopoverEdge::cut;
+    if (window_ && window_->edge() == edge)
+        return;
+    auto window = std::make_unique<PopoverWindow>(
+        edge, [this](const QSize& size, int shadow) { return placementFor(size, shadow); });
+    if (content_ == nullptr)
+        content_ = makeContent_().release();
+    window->setContent(content_);
+    window->setWindowTitle(QStringLiteral("stowpocket shelf"));
+    host_.prepare(*window);
+    window_ = std::move(window);
+}
+
+PopoverPlacement QtPopover::placementFor(const QSize& content, int shadow) {
+    if (anchor_ != nullptr)
+        anchorRect_ = anchor_->rectOnScreen();
+    return placePopover(rectOf(anchorRect_),
+                        {static_cast<double>(content.width()), static_cast<double>(content.height())},
+                        rectOf(availableAround(anchorRect_)), shadow);
+}
+
+void QtPopover::fade(double from, double to) {
+    fade_ = std::make_unique<QPropertyAnimation>(window_.get(), "windowOpacity");
+    fade_->setDuration(fadeMs);
+    fade_->setStartValue(from);
+    fade_->setEndValue(to);
+    QObject::connect(fade_.get(), &QPropertyAnimation::finished, window_.get(), [this] {
+        if (!isShown_)
+            window_->hide();
+    });
+    fade_->start();
+}
+
+}  // namespace stowpocket
