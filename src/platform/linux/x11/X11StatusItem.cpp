@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/x11/X11StatusItem.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+
+#include <chrono>
+
+namespace stowpocket {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Trays that proxy move the window into place only after they have announced that it is embedded.
+constexpr auto placingTime = 300ms;
+constexpr std::uint32_t xembedEmbeddedNotify = 0;
+constexpr std::uint8_t sentEventBit = 0x80;
+
+}  // namespace
+
+X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol)
+    : connection_(connection), button_(std::make_shared<X11StatusItemButton>(connection, std::move(paintSymbol))) {
+    QCoreApplication::instance()->installNativeEventFilter(this);
+    connection_.hearAlso(connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    later([this] {
+        const xcb_window_t manager = connection_.selectionOwner(X11Atom::trayOwner);
+        if (manager == x11None)
+            qInfo("stowpocket: no tray to show the icon in; waiting for one");
+        managerAppeared(manager);
+    });
+}
+
+/// Only notes what happened: the server may not be asked anything while an event is being looked at.
+bool X11StatusItem::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
+    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
+    switch (event.response_type & ~sentEventBit) {
+    case XCB_CLIENT_MESSAGE:
+        handleMessage(*static_cast<const xcb_client_message_event_t*>(message));
+        break;
+    case XCB_DESTROY_NOTIFY: {
+        const xcb_window_t gone = static_cast<const xcb_destroy_notify_event_t*>(message)->window;
+        later([this, gone] {
+            take(docking_.windowDestroyed(gone), x11None);
+            if (gone == button_->window())
+                take(docking_.lostWindow(), x11None);
+        });
+        break;
+    }
+    case XCB_REPARENT_NOTIFY: {
+        const auto& moved = *static_cast<const xcb_reparent_notify_event_t*>(message);
+        if (moved.parent == connection_.root() && moved.window == button_->window())
+            later([this] { take(docking_.lostWindow(), x11None); });
+        break;
+    }
+    default:
+        break;
+    }
+    return false;
+}
+
+void X11StatusItem::handleMessage(const xcb_client_message_event_t& message) {
+    const std::uint32_t* const data = message.data.data32;
+    if (message.type == connection_.atom(X11Atom::manager) && data[1] == connection_.atom(X11Atom::trayOwner))
+        later([this, manager = data[2]] { managerAppeared(manager); });
+    else if (message.type == connection_.atom(X11Atom::xembed) && data[1] == xembedEmbeddedNotify)
+        later([this, window = message.window] { embedded(window); });
+}
+
+void X11StatusItem::later(std::function<void()> work) {
+    QMetaObject::invokeMethod(&context_, std::move(work), Qt::QueuedConnection);
+}
+
+void X11StatusItem::managerAppeared(xcb_window_t manager) {
+    if (manager != x11None)
+        connection_.hearAlso(manager, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    take(docking_.managerAppeared(manager), manager);
+}
+
+void X11StatusItem::embedded(xcb_window_t window) {
+    if (window != button_->window())
+        return;
+    docking_.embedded();
+    button_->showDocked();
+    QTimer::singleShot(placingTime, &context_, [this, window] {
+        if (window == button_->window())
+            checkForProxy();
+    });
+}
+
+void X11StatusItem::checkForProxy() {
+    const xcb_window_t container = connection_.parentOf(button_->window());
+    if (container == x11None || connection_.parentOf(container) != connection_.root())
+        return;
+    qInfo("stowpocket: the tray only copies the icon, which would then take no drops; waiting for another");
+    take(docking_.foundProxy(), x11None);
+}
+
+void X11StatusItem::take(TrayDocking::Step step, xcb_window_t manager) {
+    if (step == TrayDocking::Step::dock)
+        button_->dock(manager);
+    else if (step == TrayDocking::Step::undock)
+        button_->undock();
+}
+
+}  // namespace stowpocket
