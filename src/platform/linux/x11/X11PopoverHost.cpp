@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/x11/X11PopoverHost.h"
+
+namespace stowpocket {
+
+bool X11PopoverHost::blendsWindows() const {
+    return connection_.selectionOwner(X11Atom::compositorOwner) != x11None;
+}
+
+void X11PopoverHost::prepare(QWidget& window) {
+    connection_.setProperty(
+        static_cast<xcb_window_t>(window.winId()), connection_.atom(X11Atom::windowState), XCB_ATOM_ATOM,
+        {connection_.atom(X11Atom::windowStateAbove), connection_.atom(X11Atom::windowStateSkipTaskbar),
+         connection_.atom(X11Atom::windowStateSkipPager)});
+}
+
+/// As a pager would: a window manager may refuse a program's own wish when the user has typed elsewhere since, and
+/// here the user has just clicked the icon, dragged onto it or pressed the shortcut.
+void X11PopoverHost::focus(QWidget& window) {
+    constexpr std::uint32_t fromPager = 2;
+    constexpr std::uint32_t managers = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
+    window.activateWindow();
+    connection_.sendMessage(connection_.root(), managers, static_cast<xcb_window_t>(window.winId()),
+                            X11Atom::activeWindow, {fromPager, XCB_CURRENT_TIME, 0, 0, 0});
+}
+
+}  // namespace stowpocket
