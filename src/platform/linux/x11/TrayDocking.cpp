@@ -4,6 +4,9 @@
 namespace stowpocket {
 
 TrayDocking::Step TrayDocking::managerAppeared(Manager manager) {
+    const bool isAtIt = state_ == State::requested || state_ == State::docked;
+    if (isAtIt && manager == manager_)
+        return Step::none;
     manager_ = manager;
     const bool isThere = manager != 0;
     state_ = isThere ? State::requested : State::waiting;

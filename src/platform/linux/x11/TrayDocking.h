@@ -21,7 +21,8 @@ public:
 
     [[nodiscard]] State state() const { return state_; }
 
-    /// The program begins, or a manager announced itself. The same manager may do so again after it lost its icons.
+    /// The program begins, or a manager announced itself; a tray that starts together with the program is met both
+    /// ways.
     [[nodiscard]] Step managerAppeared(Manager manager);
     /// Some window was destroyed.
     [[nodiscard]] Step windowDestroyed(Manager window);

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/QtPopover.h"
+
+#include <QApplication>
+#include <QScreen>
+
+#include <gtest/gtest.h>
+
+namespace stowpocket {
+namespace {
+
+class FakeHost : public PopoverHost {
+public:
+    [[nodiscard]] bool blendsWindows() const override { return blends; }
+    void prepare(QWidget& window) override { prepared.push_back(&window); }
+    void focus(QWidget& window) override { focused = &window; }
+
+    bool blends = false;
+    std::vector<QWidget*> prepared;
+    QWidget* focused = nullptr;
+};
+
+class FakeButton : public QtStatusItemButton {
+public:
+    void setImage(const StatusItemImage&) override {}
+    void setTitle(const StatusItemTitle&) override {}
+    void setAction(std::function<void()>) override {}
+    void addDropView(std::shared_ptr<DraggingDestination>) override {}
+    [[nodiscard]] QRect rectOnScreen() const override { return rect; }
+
+    QRect rect{400, 0, 20, 22};
+};
+
+class Content : public QWidget {
+public:
+    [[nodiscard]] QSize sizeHint() const override { return wanted; }
+    void resizeTo(const QSize& size) {
+        wanted = size;
+        updateGeometry();
+    }
+    QSize wanted{320, 200};
+};
+
+class PopoverTest : public testing::Test {
+protected:
+    QWidget* window() { return content->window(); }
+
+    FakeHost host;
+    FakeButton button;
+    int made = 0;
+    Content* content = nullptr;
+    QtPopover popover{host, [this] {
+                          ++made;
+                          auto widget = std::make_unique<Content>();
+                          content = widget.get();
+                          return widget;
+                      }};
+};
+
+TEST_F(PopoverTest, buildsItsContentOnceAndOnlyWhenShown) {
+    popover.performClose();
+    popover.makeKey();
+    EXPECT_EQ(made, 0);
+    popover.show(button);
+    EXPECT_TRUE(popover.isShown());
+    EXPECT_TRUE(content->isVisible());
+    popover.makeKey();
+    EXPECT_EQ(host.focused, window());
+    popover.performClose();
+    EXPECT_FALSE(popover.isShown());
+    EXPECT_FALSE(window()->isVisible());
+    popover.show(button);
+    EXPECT_EQ(made, 1);
+    EXPECT_EQ(host.prepared.size(), 1U);
+}
+
+TEST_F(PopoverTest, followsItsContentAndItsIcon) {
+    popover.show(button);
+    const int height = window()->height();
+    EXPECT_EQ(content->size(), QSize(320, 200));
+
+    content->resizeTo({320, 260});
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(content->size(), QSize(320, 260));
+    EXPECT_EQ(window()->height(), height + 60);
+
+    button.rect.translate(50, 0);
+    button.moved.emit();
+    EXPECT_EQ(window()->geometry().center().x(), button.rect.center().x());
+}
+
+TEST_F(PopoverTest, keepsItsContentWhenACompositorStarts) {
+    popover.setAnimates(false);
+    popover.show(button);
+    EXPECT_FALSE(window()->mask().isEmpty());
+    popover.performClose();
+    host.blends = true;
+    popover.show(button);
+    EXPECT_EQ(made, 1);
+    EXPECT_EQ(host.prepared.size(), 2U);
+    EXPECT_TRUE(window()->mask().isEmpty());
+    EXPECT_TRUE(content->isVisible());
+    EXPECT_EQ(content->size(), QSize(320, 200));
+}
+
+TEST_F(PopoverTest, isClosedWhileItFadesOutAndMayBeShownAgain) {
+    host.blends = true;
+    popover.show(button);
+    popover.performClose();
+    EXPECT_FALSE(popover.isShown());
+    EXPECT_TRUE(window()->isVisible());
+    content->resizeTo({320, 100});
+    QCoreApplication::sendPostedEvents();
+
+    popover.setAnimates(false);
+    popover.show(button);
+    EXPECT_TRUE(popover.isShown());
+    EXPECT_EQ(window()->windowOpacity(), 1);
+    popover.performClose();
+    EXPECT_FALSE(window()->isVisible());
+}
+
+}  // namespace
+}  // namespace stowpocket

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/x11/TrayDocking.h"
+
+#include "platform/linux/x11/TrayColors.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+namespace stowpocket {
+namespace {
+
+using Step = TrayDocking::Step;
+using State = TrayDocking::State;
+
+constexpr TrayDocking::Manager first = 0x100;
+constexpr TrayDocking::Manager second = 0x200;
+
+TrayDocking docked() {
+    TrayDocking docking;
+    EXPECT_EQ(docking.managerAppeared(first), Step::dock);
+    docking.embedded();
+    return docking;
+}
+
+TEST(TrayDocking, waitsForATrayThatStartsLate) {
+    TrayDocking docking;
+    EXPECT_EQ(docking.managerAppeared(0), Step::none);
+    EXPECT_EQ(docking.windowDestroyed(0), Step::none);
+    docking.embedded();
+    EXPECT_EQ(docking.state(), State::waiting);
+    EXPECT_EQ(docking.managerAppeared(first), Step::dock);
+    EXPECT_EQ(docking.state(), State::requested);
+    EXPECT_EQ(docking.managerAppeared(first), Step::none);
+}
+
+TEST(TrayDocking, docksInTheTrayThatFollows) {
+    TrayDocking docking = docked();
+    EXPECT_EQ(docking.windowDestroyed(second), Step::none);
+    EXPECT_EQ(docking.windowDestroyed(first), Step::undock);
+    EXPECT_EQ(docking.lostWindow(), Step::none);
+    EXPECT_EQ(docking.managerAppeared(second), Step::dock);
+
+    TrayDocking replaced = docked();
+    EXPECT_EQ(replaced.managerAppeared(second), Step::dock);
+    EXPECT_EQ(replaced.windowDestroyed(first), Step::none);
+}
+
+TEST(TrayDocking, doesNotForceItselfOnATrayThatThrewItOut) {
+    TrayDocking docking = docked();
+    EXPECT_EQ(docking.lostWindow(), Step::undock);
+    EXPECT_EQ(docking.state(), State::waiting);
+    EXPECT_EQ(docking.managerAppeared(first), Step::dock);
+}
+
+TEST(TrayDocking, leavesAProxyUntilAnotherTrayComes) {
+    TrayDocking docking = docked();
+    EXPECT_EQ(docking.foundProxy(), Step::undock);
+    EXPECT_EQ(docking.foundProxy(), Step::none);
+    EXPECT_EQ(docking.lostWindow(), Step::none);
+    EXPECT_EQ(docking.state(), State::proxied);
+    EXPECT_EQ(docking.managerAppeared(second), Step::dock);
+}
+
+TEST(TrayColors, readsTheAnnouncedForeground) {
+    constexpr std::array<std::uint32_t, 12> announced{0x1234, 0xABCD, 0xFFFF};
+    EXPECT_EQ(announcedForeground(announced), (RgbColor{0x12, 0xAB, 0xFF}));
+    EXPECT_EQ(announcedForeground(std::span(announced).first(2)), std::nullopt);
+}
+
+TEST(TrayColors, standsOutFromTheBar) {
+    constexpr RgbColor white{255, 255, 255};
+    EXPECT_EQ(readableOn({50, 50, 50}), white);
+    EXPECT_EQ(readableOn({0, 0, 255}), white);
+    EXPECT_NE(readableOn({238, 238, 238}), white);
+    EXPECT_NE(readableOn({0, 255, 0}), white);
+}
+
+}  // namespace
+}  // namespace stowpocket
