@@ -140,7 +140,7 @@ void X11TrayWindow::paintCount(QPainter& painter, const StatusItemLayout& layout
 }
 
 QImage X11TrayWindow::paintedBackground() const {
-    const QImage background = x11ParentBackground(connection_, id());
+    QImage background = x11ParentBackground(connection_, id());
     if (!background.isNull())
         return background;
     QImage plain(1, 1, QImage::Format_RGB32);
