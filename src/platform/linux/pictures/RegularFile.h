@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/Bytes.h"
+#include "platform/linux/pictures/FileDescriptor.h"
+
+#include <compare>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace stowpocket {
+
+/// One state of one file: another file at the same path, or the same file after a change, has a different one.
+struct FileIdentity {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::int64_t modifiedSeconds = 0;
+    std::int64_t modifiedNanoseconds = 0;
+    std::int64_t size = 0;
+    friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
+};
+
+/// A file opened for reading that is sure not to be a pipe, a device or a folder: reading it comes to an end.
+class RegularFile {
+public:
+    /// Follows links. None when there is no regular file at `path` that may be read. Waits for the file system.
+    [[nodiscard]] static std::optional<RegularFile> open(const std::string& path);
+    /// What a regular file at `path` is now; none without one.
+    [[nodiscard]] static std::optional<FileIdentity> identityAt(const std::string& path);
+
+    [[nodiscard]] int descriptor() const { return descriptor_.number(); }
+    [[nodiscard]] std::int64_t size() const { return size_; }
+    /// The first `limit` bytes, or fewer where the file is shorter. The place from which others read stays.
+    [[nodiscard]] Bytes head(std::size_t limit) const;
+    /// Whether reading it goes over a network, so that a large one costs everybody's time.
+    [[nodiscard]] bool isOnNetwork() const;
+
+private:
+    RegularFile(FileDescriptor descriptor, std::int64_t size) : descriptor_(std::move(descriptor)), size_(size) {}
+
+    FileDescriptor descriptor_;
+    std::int64_t size_;
+};
+
+}  // namespace stowpocket
