@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/pictures/LinuxThumbnails.h"
+
+#include <QDBusConnection>
+
+namespace stowpocket {
+namespace {
+
+constexpr std::chrono::seconds maxDecodeTime{3};
+/// Far more than a shelf holds; beyond it the failures of long ago are tried once more.
+constexpr std::size_t maxRememberedFailures = 4096;
+
+}  // namespace
+
+LinuxThumbnails::LinuxThumbnails(Dispatch& dispatch, std::string decoderExecutable)
+    : LinuxThumbnails(dispatch, std::move(decoderExecutable), maxDecodeTime, DesktopThumbnailer::sessionBus) {}
+
+LinuxThumbnails::LinuxThumbnails(Dispatch& dispatch, std::string decoderExecutable,
+                                 std::chrono::milliseconds decodeLimit, DesktopThumbnailer::Connect connect)
+    : local_(ImageDecoder(std::move(decoderExecutable), decodeLimit)),
+      desktop_(dispatch, std::move(connect)),
+      workers_(dispatch) {}
+
+void LinuxThumbnails::generate(const ThumbnailRequest& request, Completion completion) {
+    const Key key{request.fileURL, request.size.width, request.size.height, request.scale};
+    const auto [place, isFirst] = waiting_.try_emplace(key, Waiting{request, {}});
+    place->second.completions.push_back(std::move(completion));
+    if (!isFirst)
+        return;
+    const auto failure = failures_.find(request.fileURL);
+    const std::optional<FileIdentity> failed =
+        failure == failures_.end() ? std::nullopt : std::optional(failure->second);
+    workers_.run([this, key, request, failed, local = local_]() -> ThumbnailWorkers::Answer {
+        return [this, key, answer = local.make(request, failed)] { answered(key, answer); };
+    });
+}
+
+void LinuxThumbnails::answered(const Key& key, const LocalThumbnail& answer) {
+    if (answer.identity && !answer.typeForDesktop.empty())
+        askDesktop(key, *answer.identity, answer.typeForDesktop);
+    else
+        finish(key, answer.identity, answer.image);
+}
+
+void LinuxThumbnails::askDesktop(const Key& key, const FileIdentity& identity, const std::string& type) {
+    const ThumbnailRequest& request = waiting_.at(key).request;
+    desktop_.make({request.fileURL.string(), type, ThumbnailCache::sizeName(pixelSide(request))},
+                  [this, key, identity](bool isMade) {
+                      if (isMade)
+                          readCache(key, identity);
+                      else
+                          finish(key, identity, std::nullopt);
+                  });
+}
+
+void LinuxThumbnails::readCache(const Key& key, const FileIdentity& identity) {
+    workers_.run(
+        [this, key, identity, request = waiting_.at(key).request, local = local_]() -> ThumbnailWorkers::Answer {
+            return [this, key, identity, image = local.cached(request, identity)] { finish(key, identity, image); };
+        });
+}
+
+void LinuxThumbnails::finish(const Key& key, const std::optional<FileIdentity>& identity,
+                             const std::optional<Image>& image) {
+    const auto finished = waiting_.extract(key);
+    const FileURL& url = std::get<FileURL>(key);
+    if (image)
+        failures_.erase(url);
+    else if (identity) {
+        if (failures_.size() >= maxRememberedFailures)
+            failures_.clear();
+        failures_.insert_or_assign(url, *identity);
+    }
+    for (const Completion& completion : finished.mapped().completions)
+        completion(image);
+}
+
+}  // namespace stowpocket

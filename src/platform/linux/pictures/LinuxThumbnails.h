@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Dispatch.h"
+#include "platform/linux/pictures/DesktopThumbnailer.h"
+#include "platform/linux/pictures/LocalThumbnailer.h"
+#include "platform/linux/pictures/ThumbnailWorkers.h"
+#include "platform/Thumbnails.h"
+
+#include <chrono>
+#include <map>
+#include <tuple>
+#include <unordered_map>
+#include <vector>
+
+namespace stowpocket {
+
+/// Thumbnails from the cache that the desktop shares, from picture files decoded in a process of their own, or from
+/// the desktop's thumbnailer, in this order. A file that gave none is not tried again before it changes.
+class LinuxThumbnails : public Thumbnails {
+public:
+    /// `decoderExecutable` is the path of a program whose main() calls `runImageDecoder`.
+    LinuxThumbnails(Dispatch& dispatch, std::string decoderExecutable);
+    /// With another limit for the decoding of one file, and another bus.
+    LinuxThumbnails(Dispatch& dispatch, std::string decoderExecutable, std::chrono::milliseconds decodeLimit,
+                    DesktopThumbnailer::Connect connect);
+
+    /// Completions run on the main thread, after this has returned.
+    void generate(const ThumbnailRequest& request, Completion completion) override;
+
+private:
+    /// Requests that differ in nothing share one answer.
+    using Key = std::tuple<FileURL, double, double, double>;
+    struct Waiting {
+        ThumbnailRequest request;
+        std::vector<Completion> completions;
+    };
+
+    void answered(const Key& key, const LocalThumbnail& answer);
+    void askDesktop(const Key& key, const FileIdentity& identity, const std::string& type);
+    void readCache(const Key& key, const FileIdentity& identity);
+    void finish(const Key& key, const std::optional<FileIdentity>& identity, const std::optional<Image>& image);
+
+    const LocalThumbnailer local_;
+    std::map<Key, Waiting> waiting_;
+    std::unordered_map<FileURL, FileIdentity> failures_;
+    // Last, so that they go first: both drop what they would call back.
+    DesktopThumbnailer desktop_;
+    ThumbnailWorkers workers_;
+};
+
+}  // namespace stowpocket

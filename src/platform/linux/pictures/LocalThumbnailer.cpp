@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/pictures/LocalThumbnailer.h"
+
+#include "platform/qt/QtImageContent.h"
+
+#include <QMimeDatabase>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace stowpocket {
+namespace {
+
+/// As much as any rule of the type database looks at.
+constexpr std::size_t typeHeadSize = 16384;
+constexpr std::int64_t maxNetworkFileSize = std::int64_t{200} * 1000 * 1000;
+
+int pixels(double points, double scale) {
+    return std::clamp(static_cast<int>(std::lround(points * scale)), 1, maxDecodedSide);
+}
+
+/// `source` made to fit the request, never larger than it is, in the form that is drawn fastest.
+Image fitted(const QImage& source, const ThumbnailRequest& request) {
+    const QSize box(pixels(request.size.width, request.scale), pixels(request.size.height, request.scale));
+    QImage image = source.width() <= box.width() && source.height() <= box.height()
+                       ? source
+                       : source.scaled(box, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+    image.setDevicePixelRatio(1);
+    const Size size{image.width() / request.scale, image.height() / request.scale};
+    return {std::make_shared<QtImageContent>(std::move(image)), size};
+}
+
+QString typeName(const FileURL& url, const RegularFile& file) {
+    const Bytes head = file.head(typeHeadSize);
+    const auto content =
+        QByteArray::fromRawData(reinterpret_cast<const char*>(head.data()), static_cast<qsizetype>(head.size()));
+    const QString name = QString::fromStdString(url.lastPathComponent());
+    return QMimeDatabase().mimeTypeForFileNameAndData(name, content).name();
+}
+
+/// What thumbnailers of the desktops make pictures of; asking one for anything else would only start it in vain.
+bool isKnownToDesktops(const QString& type) {
+    constexpr std::array<const char*, 11> prefixes{
+        "image/",          "video/",           "audio/",          "font/",           "model/",
+        "application/pdf", "application/epub", "application/msw", "application/vnd", "application/postscript",
+        "application/x-cb"};
+    return std::ranges::any_of(prefixes,
+                               [&type](const char* prefix) { return type.startsWith(QLatin1String(prefix)); });
+}
+
+}  // namespace
+
+int pixelSide(const ThumbnailRequest& request) {
+    return pixels(std::max(request.size.width, request.size.height), request.scale);
+}
+
+LocalThumbnailer::LocalThumbnailer(ImageDecoder decoder) : decoder_(std::move(decoder)) {}
+
+LocalThumbnail LocalThumbnailer::make(const ThumbnailRequest& request,
+                                      const std::optional<FileIdentity>& failed) const {
+    const std::optional<FileIdentity> identity = RegularFile::identityAt(request.fileURL.path());
+    if (!identity || identity == failed)
+        return {std::nullopt, identity, {}};
+    if (std::optional<Image> image = cached(request, *identity))
+        return {std::move(image), identity, {}};
+    return decoded(request, *identity);
+}
+
+std::optional<Image> LocalThumbnailer::cached(const ThumbnailRequest& request, const FileIdentity& identity) const {
+    const std::optional<QImage> image = cache_.find(request.fileURL, identity.modifiedSeconds, pixelSide(request));
+    return image ? std::optional(fitted(*image, request)) : std::nullopt;
+}
+
+LocalThumbnail LocalThumbnailer::decoded(const ThumbnailRequest& request, const FileIdentity& identity) const {
+    LocalThumbnail answer{std::nullopt, identity, {}};
+    const std::optional<RegularFile> file = RegularFile::open(request.fileURL.path());
+    if (!file)
+        return answer;
+    const QString type = typeName(request.fileURL, *file);
+    if (type.startsWith(QLatin1String("image/"))) {
+        const DecoderReply reply = decoder_.decode(*file, pixelSide(request));
+        if (reply.outcome == DecoderReply::Outcome::decoded)
+            answer.image = fitted(reply.image, request);
+        if (reply.outcome != DecoderReply::Outcome::unsupported)
+            return answer;
+    }
+    const bool isTooFar = file->size() > maxNetworkFileSize && file->isOnNetwork();
+    if (isKnownToDesktops(type) && !isTooFar)
+        answer.typeForDesktop = type.toStdString();
+    return answer;
+}
+
+}  // namespace stowpocket
