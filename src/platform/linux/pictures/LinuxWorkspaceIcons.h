@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/pictures/IconTheme.h"
+#include "platform/MainScreen.h"
+#include "platform/WorkspaceIcons.h"
+
+namespace stowpocket {
+
+/// Icons by what a file's name says of its type: from the icon theme, or else our own drawings. The file itself is
+/// never opened, and only what the kernel remembers of it is asked: a dead mount costs nothing.
+class LinuxWorkspaceIcons : public WorkspaceIcons {
+public:
+    explicit LinuxWorkspaceIcons(const MainScreen& screen);
+    [[nodiscard]] Image icon(const FileURL& url) override;
+
+private:
+    const MainScreen& screen_;
+    IconTheme theme_;
+};
+
+}  // namespace stowpocket
