@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/pictures/LinuxWorkspaceIcons.h"
+#include "fakes/FakePictures.h"
+#include "pictures/PictureFiles.h"
+#include "platform/linux/pictures/BundledIcons.h"
+#include "platform/qt/QtImageContent.h"
+#include "platform/qt/QtMainScreen.h"
+
+#include <QIcon>
+
+#include <sys/stat.h>
+
+namespace stowpocket {
+namespace {
+
+class LinuxWorkspaceIconsTest : public testing::Test {
+protected:
+    LinuxWorkspaceIconsTest() {
+        QIcon::setThemeSearchPaths({QString::fromStdString(files_.path("themes"))});
+        QIcon::setThemeName(QStringLiteral("hicolor"));  // what Qt takes outside the desktops that it knows
+        QIcon::setFallbackThemeName({});
+    }
+    void installTheme(const std::string& name, const std::vector<std::pair<std::string, Qt::GlobalColor>>& icons) {
+        const std::string folder = "themes/" + name;
+        ASSERT_TRUE(QDir().mkpath(QString::fromStdString(files_.path(folder + "/48x48"))));
+        files_.write(folder + "/index.theme", "[Icon Theme]\nName=Test\nDirectories=48x48\n[48x48]\nSize=48\n");
+        for (const auto& [icon, color] : icons)
+            files_.draw(folder + "/48x48/" + icon + ".png", {48, 48}, color);
+    }
+    QImage icon(const FileURL& url) { return qtImage(icons_.icon(url)); }
+    QImage icon(const std::string& name) { return icon(files_.url(name)); }
+    QColor color(const std::string& name) { return icon(name).pixelColor(24, 24); }
+
+    PictureFiles files_;
+    FakeScreen screen_;
+    LinuxWorkspaceIcons icons_{screen_};
+};
+
+TEST_F(LinuxWorkspaceIconsTest, takesTheFirstThemeThatHasIconsForFiles) {
+    installTheme("breeze", {{"image-x-generic", Qt::black}});
+    installTheme("Adwaita", {{"text-x-generic", Qt::white},
+                             {"image-x-generic", Qt::green},
+                             {"image-png", Qt::blue},
+                             {"folder", Qt::yellow}});
+    installTheme("gnome", {{"text-x-generic", Qt::black}});
+    EXPECT_EQ(color("a.png"), QColor(Qt::blue)) << "the icon of the very type";
+    EXPECT_EQ(color("A.JPEG"), QColor(Qt::green)) << "the icon of its kind";
+    EXPECT_EQ(color("unknown"), QColor(Qt::white));
+    EXPECT_EQ(color("Makefile"), QColor(Qt::white));
+    ASSERT_TRUE(QDir().mkpath(QString::fromStdString(files_.path("album.png"))));
+    EXPECT_EQ(color("album.png"), QColor(Qt::yellow)) << "a folder, whatever its name";
+    EXPECT_EQ(icon("a.pdf"), bundledIcon(QStringLiteral("pdf"), 48)) << "what the theme has not";
+}
+
+TEST_F(LinuxWorkspaceIconsTest, leavesADesktopsOwnThemeAlone) {
+    installTheme("Own", {{"text-x-generic", Qt::cyan}});
+    installTheme("Adwaita", {{"text-x-generic", Qt::white}});
+    QIcon::setThemeName(QStringLiteral("Own"));
+    EXPECT_EQ(color("a.txt"), QColor(Qt::cyan));
+    EXPECT_TRUE(QIcon::fallbackThemeName().isEmpty());
+}
+
+TEST_F(LinuxWorkspaceIconsTest, drawsItsOwnWithoutATheme) {
+    ASSERT_TRUE(QDir().mkpath(QString::fromStdString(files_.path("folder"))));
+    files_.write("program", "#!");
+    ASSERT_EQ(::chmod(files_.path("program").c_str(), 0755), 0);
+    const struct {
+        const char* name;
+        const char* drawing;
+    } table[] = {
+        {"a.7z", "archive"},       {"a.flac", "audio"},      {"a.cpp", "code"},         {"a.py", "code"},
+        {"a.json", "code"},        {"a.exe", "executable"},  {"program", "executable"}, {"missing", "file"},
+        {"a.iso", "file"},         {"folder", "folder"},     {"a.svg", "image"},        {"a.PDF", "pdf"},
+        {"a.odp", "presentation"}, {"a.csv", "spreadsheet"}, {"a.xlsx", "spreadsheet"}, {"a.docx", "text"},
+        {"README", "text"},        {"a.webm", "video"},
+    };
+    std::map<std::string, QImage> drawings;
+    for (const auto& row : table) {
+        const QImage drawing = bundledIcon(QString::fromUtf8(row.drawing), 48);
+        EXPECT_EQ(icon(row.name), drawing) << row.name;
+        EXPECT_GT(drawing.pixelColor(24, 30).alpha(), 0) << row.drawing << " is not empty";
+        drawings.emplace(row.drawing, drawing);
+    }
+    for (auto one = drawings.begin(); one != drawings.end(); ++one) {
+        for (auto other = std::next(one); other != drawings.end(); ++other)
+            EXPECT_NE(one->second, other->second) << one->first << " and " << other->first;
+    }
+    EXPECT_EQ(icon(*FileURL::fromPath("/no/such/folder/")), drawings.at("folder"));
+}
+
+TEST_F(LinuxWorkspaceIconsTest, drawsForTheScreen) {
+    screen_.scale = 1.5;
+    EXPECT_EQ(icon("a.txt").size(), QSize(72, 72));
+    EXPECT_EQ(icons_.icon(files_.url("a.txt")).size, (Size{48, 48}));
+    screen_.scale.reset();
+    EXPECT_EQ(icon("a.txt").size(), QSize(96, 96));
+    EXPECT_EQ(QtMainScreen().backingScaleFactor(), 1.0);
+}
+
+}  // namespace
+}  // namespace stowpocket
