@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "presentation/ShelfPresentation.h"
+
+#include "shelf/ShelfViewModel.h"
+
+namespace stowpocket {
+
+ShelfPresentation shelfPresentation(const ShelfViewModel& viewModel) {
+    const ShelfManager& shelf = viewModel.shelfManager();
+    const auto count = static_cast<std::int64_t>(shelf.items().size());
+    const std::int64_t capacity = shelf.capacity();
+
+    ShelfPresentation shown;
+    shown.badge = std::to_string(count) + "/" + std::to_string(capacity);
+    shown.banner = viewModel.capacityMessage();
+    shown.content = count == 0 ? ShelfPresentation::Content::dropZone : ShelfPresentation::Content::grid;
+    shown.acceptsDrops = count < capacity;
+    if (shown.acceptsDrops)
+        shown.belowGrid = ShelfPresentation::BelowGrid::compactDropZone;
+    else  // the banner says it already
+        shown.belowGrid =
+            shown.banner ? ShelfPresentation::BelowGrid::nothing : ShelfPresentation::BelowGrid::fullNotice;
+    shown.showsProgress = shelf.isLoading();
+    shown.showsClearButton = count > 0;
+    return shown;
+}
+
+}  // namespace stowpocket

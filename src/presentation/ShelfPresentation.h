@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace stowpocket {
+
+class ShelfViewModel;
+
+/// What the shelf popover shows at one moment.
+struct ShelfPresentation {
+    enum class Content {
+        dropZone,  ///< nothing on the shelf: the large drop zone
+        grid,      ///< the items, with one of these below them:
+    };
+    enum class BelowGrid { compactDropZone, fullNotice, nothing };
+
+    /// How many items there are of how many that fit.
+    std::string badge;
+    /// The capacity message in its banner; absent, there is no banner.
+    std::optional<std::string> banner;
+    Content content = Content::dropZone;
+    BelowGrid belowGrid = BelowGrid::compactDropZone;
+    bool showsProgress = false;
+    bool showsClearButton = false;
+    /// Whether one more item fits; while none does, drops are refused.
+    bool acceptsDrops = true;
+};
+
+/// Looks at the shelf, and at the capacity in force, anew.
+[[nodiscard]] ShelfPresentation shelfPresentation(const ShelfViewModel& viewModel);
+
+}  // namespace stowpocket

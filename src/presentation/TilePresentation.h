@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace stowpocket {
+
+struct ShelfItem;
+
+/// What the tile of one item shows.
+struct TilePresentation {
+    /// The file name on one line.
+    std::string name;
+    std::string size;
+    bool isMissing = false;
+    bool isDraggable = true;
+
+    /// All of it in words, for assistive technology.
+    [[nodiscard]] std::string accessibleName() const;
+};
+
+[[nodiscard]] TilePresentation tilePresentation(const ShelfItem& item);
+
+/// A file name, well-formed UTF-8, as one line of text: blanks stand for control characters and line ends, and the
+/// invisible characters that would make "gpj.exe" read as "exe.jpg" are left out.
+[[nodiscard]] std::string displayName(std::string_view filename);
+
+}  // namespace stowpocket
