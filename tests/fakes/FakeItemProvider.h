@@ -4,6 +4,7 @@
 #include "platform/ItemProvider.h"
 
 #include <map>
+#include <memory>
 
 namespace stowpocket {
 
