@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+namespace stowpocket {
+
+/// A question that lies over a view until it is answered: nothing below it can be clicked, dropped on or reached by
+/// Tab. Escape, or hiding the view, answers like the last button, which cancels. It removes itself when answered.
+class AlertView : public QWidget {
+public:
+    struct Answer {
+        enum class Role { destructive, cancel };
+        QString text;
+        Role role;
+        std::function<void()> action;
+    };
+
+    AlertView(QWidget& below, const QString& title, const QString& message, std::vector<Answer> answers);
+    /// Shows it and gives it the keyboard.
+    void present();
+    [[nodiscard]] bool isAnswered() const { return isAnswered_; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] QLayout* buttonRow();
+    void finish(const std::function<void()>& action);
+
+    QWidget& below_;
+    const std::vector<Answer> answers_;
+    std::vector<QWidget*> buttons_;
+    QPointer<QWidget> focusedBefore_;
+    bool isAnswered_ = false;
+};
+
+}  // namespace stowpocket

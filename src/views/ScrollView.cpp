@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "views/ScrollView.h"
+
+#include "views/Compose.h"
+#include "views/ScrollIndicator.h"
+
+#include <QScrollBar>
+
+namespace stowpocket {
+
+ScrollView::ScrollView(QLayout* stack) : indicator_(new ScrollIndicator(*verticalScrollBar(), this)) {
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWidgetResizable(true);
+    QWidget* const content = group(stack);
+    setWidget(content);
+    // The window paints the background of all that is in it.
+    content->setAutoFillBackground(false);
+    viewport()->setAutoFillBackground(false);
+}
+
+QSize ScrollView::sizeHint() const {
+    return widget()->sizeHint();
+}
+
+void ScrollView::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    indicator_->setGeometry(width() - ScrollIndicator::width, 0, ScrollIndicator::width, height());
+    indicator_->raise();
+}
+
+}  // namespace stowpocket
