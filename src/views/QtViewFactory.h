@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/ViewFactory.h"
+#include "views/ShelfContentView.h"
+
+namespace stowpocket {
+
+/// Makes a view when its window is first shown; the window owns it.
+using MakeContent = std::function<QWidget*()>;
+
+/// The program's windows with Qt views inside. The views know nothing of the window system: what hosts them, reads
+/// drops and starts drags is given.
+class QtViewFactory : public ViewFactory {
+public:
+    struct Platform {
+        std::function<std::unique_ptr<Popover>(MakeContent)> makePopover;
+        ItemProvidersOf itemProviders;
+        StartFileDrag startFileDrag;
+    };
+
+    explicit QtViewFactory(Platform platform) : platform_(std::move(platform)) {}
+
+    [[nodiscard]] std::unique_ptr<Popover> makeShelfPopover(std::shared_ptr<ShelfViewModel> viewModel,
+                                                            std::function<void()> onOpenSettings,
+                                                            std::function<void()> onQuit) override;
+
+private:
+    const Platform platform_;
+};
+
+}  // namespace stowpocket

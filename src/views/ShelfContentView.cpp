@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "views/ShelfContentView.h"
+
+#include <QDropEvent>
+#include <QMimeData>
+#include <QUrl>
+
+#include <algorithm>
+
+namespace stowpocket {
+namespace {
+
+constexpr int gridPadding = 10;
+constexpr int belowGridPadding = 8;
+constexpr int bottomPadding = 10;
+
+bool hasLocalFiles(const QMimeData& data) {
+    return data.hasUrls() && std::ranges::any_of(data.urls(), &QUrl::isLocalFile);
+}
+
+}  // namespace
+
+ShelfContentView::ShelfContentView(std::shared_ptr<ShelfViewModel> viewModel, ItemProvidersOf itemProviders,
+                                   StartFileDrag startFileDrag, int width)
+    : viewModel_(std::move(viewModel)),
+      itemProviders_(std::move(itemProviders)),
+      dropZone_(new DropZoneView(DropZoneView::Form::full)),
+      grid_(new ShelfGridView(viewModel_, std::move(startFileDrag), width - 2 * gridPadding)),
+      compactDropZone_(new DropZoneView(DropZoneView::Form::compact)),
+      fullNotice_(text(QStringLiteral("Shelf full - remove items to add more."),
+                       {.pointSize = captionPointSize, .role = ColorRole::accent})),
+      scrollView_(new ScrollView(
+          padded(vstack(0, padded(grid_, {.horizontal = gridPadding, .top = gridPadding, .bottom = 0}),
+                        padded(compactDropZone_, {.horizontal = gridPadding, .top = belowGridPadding, .bottom = 0}),
+                        padded(fullNotice_, {.top = belowGridPadding, .bottom = 0})),
+                 {.bottom = bottomPadding}))) {
+    compose(*this, vstack(0, dropZone_, scrollView_));
+    setAcceptDrops(true);
+    fullNotice_->setAlignment(Qt::AlignCenter);
+    grid_->onTileFocused = [this](QWidget& tile) { scrollView_->ensureWidgetVisible(&tile, 0, gridPadding); };
+}
+
+void ShelfContentView::evaluate(const ShelfPresentation& shown) {
+    using Content = ShelfPresentation::Content;
+    using BelowGrid = ShelfPresentation::BelowGrid;
+    acceptsDrops_ = shown.acceptsDrops;
+    dropZone_->setVisible(shown.content == Content::dropZone);
+    scrollView_->setVisible(shown.content == Content::grid);
+    compactDropZone_->setVisible(shown.belowGrid == BelowGrid::compactDropZone);
+    fullNotice_->setVisible(shown.belowGrid == BelowGrid::fullNotice);
+    // A scroll area does not pass on that its content wishes for another height.
+    scrollView_->widget()->updateGeometry();
+    scrollView_->updateGeometry();
+    updateGeometry();
+}
+
+void ShelfContentView::setTargeted(bool isTargeted) {
+    dropZone_->setTargeted(isTargeted);
+    compactDropZone_->setTargeted(isTargeted);
+}
+
+void ShelfContentView::dragEnterEvent(QDragEnterEvent* event) {
+    const bool isWanted = acceptsDrops_ && event->possibleActions().testFlag(Qt::CopyAction) &&
+                          (hasLocalFiles(*event->mimeData()) || !itemProviders_(*event->mimeData()).empty());
+    if (!isWanted) {
+        event->ignore();
+        return;
+    }
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    setTargeted(true);
+}
+
+void ShelfContentView::dragMoveEvent(QDragMoveEvent* event) {
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(acceptsDrops_ && dropZone_->isTargeted());
+}
+
+void ShelfContentView::dragLeaveEvent(QDragLeaveEvent*) {
+    setTargeted(false);
+}
+
+void ShelfContentView::dropEvent(QDropEvent* event) {
+    setTargeted(false);
+    const auto providers = itemProviders_(*event->mimeData());
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(!providers.empty() && viewModel_->handleDrop(providers));
+}
+
+void ShelfContentView::hideEvent(QHideEvent* event) {
+    setTargeted(false);
+    QWidget::hideEvent(event);
+}
+
+}  // namespace stowpocket

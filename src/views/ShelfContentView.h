@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/ItemProvider.h"
+#include "presentation/ShelfPresentation.h"
+#include "views/Compose.h"
+#include "views/DropZoneView.h"
+#include "views/ScrollView.h"
+#include "views/ShelfGridView.h"
+
+class QMimeData;
+
+namespace stowpocket {
+
+/// What was dropped, as the window system delivers it, in the form that the shelf takes in. Asked while the drop is
+/// handled; empty for what cannot become a file.
+using ItemProvidersOf = std::function<std::vector<std::shared_ptr<ItemProvider>>(const QMimeData&)>;
+
+/// The middle of the popover: the large drop zone of an empty shelf, else the tiles with the compact drop zone or the
+/// line about the full shelf below them. Files may be dropped anywhere on it; they are only ever copied from a drag.
+class ShelfContentView : public QWidget {
+public:
+    ShelfContentView(std::shared_ptr<ShelfViewModel> viewModel, ItemProvidersOf itemProviders,
+                     StartFileDrag startFileDrag, int width);
+
+    /// Shows what the shelf shows now.
+    void evaluate(const ShelfPresentation& shown);
+    [[nodiscard]] ShelfGridView& grid() { return *grid_; }
+    [[nodiscard]] DropZoneView& dropZone() { return *dropZone_; }
+    [[nodiscard]] DropZoneView& compactDropZone() { return *compactDropZone_; }
+    [[nodiscard]] QWidget& fullNotice() { return *fullNotice_; }
+    [[nodiscard]] ScrollView& scrollView() { return *scrollView_; }
+
+protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void setTargeted(bool isTargeted);
+
+    const std::shared_ptr<ShelfViewModel> viewModel_;
+    const ItemProvidersOf itemProviders_;
+    DropZoneView* const dropZone_;
+    ShelfGridView* const grid_;
+    DropZoneView* const compactDropZone_;
+    Text* const fullNotice_;
+    ScrollView* const scrollView_;
+    bool acceptsDrops_ = true;
+};
+
+}  // namespace stowpocket

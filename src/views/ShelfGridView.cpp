@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: MIT
+#include "views/ShelfGridView.h"
+
+#include "platform/qt/QtImageContent.h"
+#include "presentation/AdaptiveGrid.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+
+#include <algorithm>
+#include <cmath>
+#include <ranges>
+
+namespace stowpocket {
+namespace {
+
+constexpr AdaptiveGrid grid{.minimumColumnWidth = 80, .maximumColumnWidth = 100, .columnSpacing = 8, .rowSpacing = 8};
+
+/// The thumbnail of the item, else the icon of its type; null once the item is gone.
+QImage pictureOf(ShelfManager& shelf, const UUID& id) {
+    if (const Image* const thumbnail = shelf.thumbnail(id))
+        return qtImage(*thumbnail);
+    const auto item = std::ranges::find(shelf.items(), id, &ShelfItem::id);
+    return item == shelf.items().end() ? QImage() : qtImage(shelf.icon(*item));
+}
+
+}  // namespace
+
+ShelfGridView::ShelfGridView(std::shared_ptr<ShelfViewModel> viewModel, StartFileDrag startFileDrag, int width)
+    : viewModel_(std::move(viewModel)), startFileDrag_(std::move(startFileDrag)), width_(width) {
+    setAccessibleName(QStringLiteral("Files on the shelf"));
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    resetTiles();
+}
+
+void ShelfGridView::apply(const ShelfChange& change) {
+    switch (change.kind) {
+    case ShelfChange::Kind::inserted:
+        insertTiles(change.indexes);
+        break;
+    case ShelfChange::Kind::removed:
+        removeTiles(change.indexes);
+        break;
+    case ShelfChange::Kind::updated:
+        updateTiles(change.indexes);
+        break;
+    case ShelfChange::Kind::reset:
+        resetTiles();
+        break;
+    }
+    layOut();
+}
+
+void ShelfGridView::updatePicture(const UUID& id) {
+    const auto& items = viewModel_->shelfManager().items();
+    const auto item = std::ranges::find(items, id, &ShelfItem::id);
+    const auto index = static_cast<std::size_t>(item - items.begin());
+    if (index < tiles_.size())
+        tiles_[index]->update();
+}
+
+ShelfItemView* ShelfGridView::makeTile(const ShelfItem& item) {
+    const ShelfViewModel* const model = viewModel_.get();
+    auto* const tile =
+        new ShelfItemView(item,
+                          {.onRemove = [viewModel = viewModel_, id = item.id] { viewModel->removeItem(id); },
+                           .picture = [model, id = item.id] { return pictureOf(model->shelfManager(), id); },
+                           .startFileDrag = startFileDrag_},
+                          this);
+    tile->show();
+    return tile;
+}
+
+void ShelfGridView::insertTiles(const std::vector<std::size_t>& indexes) {
+    const auto& items = viewModel_->shelfManager().items();
+    for (const std::size_t index : indexes)
+        tiles_.insert(tiles_.begin() + static_cast<std::ptrdiff_t>(index), makeTile(items[index]));
+    if (focusedIndex() == std::nullopt && !tiles_.empty())
+        setTabStop(0);
+}
+
+void ShelfGridView::removeTiles(const std::vector<std::size_t>& indexes) {
+    const std::optional<std::size_t> focused = focusedIndex();
+    for (const std::size_t index : indexes | std::views::reverse) {
+        ShelfItemView* const tile = tiles_[index];
+        tiles_.erase(tiles_.begin() + static_cast<std::ptrdiff_t>(index));
+        tile->hide();
+        tile->deleteLater();  // not at once: it may be handling the click or key that removed it
+    }
+    if (tiles_.empty())
+        return;
+    if (focused && std::ranges::binary_search(indexes, *focused))
+        focusTile(std::min(indexes.front(), tiles_.size() - 1));
+    else if (!focused)
+        setTabStop(0);
+}
+
+void ShelfGridView::updateTiles(const std::vector<std::size_t>& indexes) {
+    const auto& items = viewModel_->shelfManager().items();
+    for (const std::size_t index : indexes)
+        tiles_[index]->setItem(items[index]);
+}
+
+void ShelfGridView::resetTiles() {
+    for (ShelfItemView* const tile : tiles_) {
+        tile->hide();
+        tile->deleteLater();
+    }
+    tiles_.clear();
+    for (const ShelfItem& item : viewModel_->shelfManager().items())
+        tiles_.push_back(makeTile(item));
+    if (!tiles_.empty())
+        setTabStop(0);
+    layOut();
+}
+
+void ShelfGridView::layOut() {
+    if (tiles_.empty()) {
+        setFixedHeight(0);
+        return;
+    }
+    std::vector<double> heights;
+    heights.reserve(tiles_.size());
+    for (const ShelfItemView* const tile : tiles_)
+        heights.push_back(tile->height());
+    const GridLayout layout = grid.layout(width_, tiles_.front()->width(), heights);
+    for (std::size_t index = 0; index < tiles_.size(); ++index) {
+        const GridLayout::Position& place = layout.positions[index];
+        tiles_[index]->move(static_cast<int>(std::lround(place.x)), static_cast<int>(std::lround(place.y)));
+    }
+    setFixedHeight(static_cast<int>(std::ceil(layout.height)));
+}
+
+QSize ShelfGridView::sizeHint() const {
+    return {width_, minimumHeight()};
+}
+
+void ShelfGridView::keyPressEvent(QKeyEvent* event) {
+    const std::optional<std::size_t> focused = focusedIndex();
+    if (!focused) {
+        event->ignore();
+        return;
+    }
+    const auto columns = static_cast<std::ptrdiff_t>(grid.columnCount(width_));
+    const auto moveBy = [&](std::ptrdiff_t step) {
+        const std::ptrdiff_t target = static_cast<std::ptrdiff_t>(*focused) + step;
+        if (target >= 0 && target < static_cast<std::ptrdiff_t>(tiles_.size()))
+            focusTile(static_cast<std::size_t>(target));
+    };
+    switch (event->key()) {
+    case Qt::Key_Left:
+        moveBy(-1);
+        break;
+    case Qt::Key_Right:
+        moveBy(1);
+        break;
+    case Qt::Key_Up:
+        moveBy(-columns);
+        break;
+    case Qt::Key_Down:
+        moveBy(columns);
+        break;
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace:
+        tiles_[*focused]->remove();
+        break;
+    default:
+        event->ignore();
+    }
+}
+
+void ShelfGridView::setTabStop(std::size_t index) {
+    for (std::size_t at = 0; at < tiles_.size(); ++at)
+        tiles_[at]->setFocusPolicy(at == index ? Qt::TabFocus : Qt::NoFocus);
+}
+
+void ShelfGridView::focusTile(std::size_t index) {
+    setTabStop(index);
+    tiles_[index]->setFocus(Qt::OtherFocusReason);
+    onTileFocused(*tiles_[index]);
+}
+
+std::optional<std::size_t> ShelfGridView::focusedIndex() const {
+    const auto focused = std::ranges::find_if(tiles_, [](const QWidget* tile) { return tile->hasFocus(); });
+    if (focused == tiles_.end())
+        return std::nullopt;
+    return static_cast<std::size_t>(focused - tiles_.begin());
+}
+
+}  // namespace stowpocket

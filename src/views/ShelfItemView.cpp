@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: MIT
+#include "views/ShelfItemView.h"
+
+#include "shelf/ShelfItem.h"
+#include "views/Button.h"
+#include "views/Shapes.h"
+#include "views/TextLines.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace stowpocket {
+namespace {
+
+constexpr int tileWidth = 80;
+constexpr int verticalPadding = 6;
+constexpr int pictureSide = 48;
+constexpr double pictureRadius = 6;
+constexpr int spacing = 4;
+constexpr int nameHeight = 26;
+
+constexpr int namePointSize = 10;
+constexpr int sizePointSize = 9;
+constexpr int missingPointSize = 8;
+constexpr int removePointSize = 14;
+
+constexpr double cornerRadius = 8;
+constexpr double hoverFillOpacity = 0.5;
+constexpr double borderWidth = 0.5;
+constexpr double hoverBorderOpacity = 0.06;
+constexpr double focusWidth = 2;
+
+constexpr QRect pictureFrame((tileWidth - pictureSide) / 2, verticalPadding, pictureSide, pictureSide);
+/// The text keeps clear of the tile's border.
+constexpr int nameMargin = 2;
+constexpr QRect nameFrame(nameMargin, verticalPadding + pictureSide + spacing, tileWidth - 2 * nameMargin,
+                          nameHeight);
+constexpr int detailsTop = verticalPadding + pictureSide + spacing + nameHeight;
+
+QFont nameFont() {
+    return Theme::font(namePointSize);
+}
+
+QFont sizeFont() {
+    return Theme::font(sizePointSize);
+}
+
+QFont missingFont() {
+    return Theme::font(missingPointSize, FontWeight::medium);
+}
+
+int lineHeight(const QFont& font) {
+    return QFontMetrics(font).height();
+}
+
+}  // namespace
+
+ShelfItemView::ShelfItemView(const ShelfItem& item, TileActions actions, QWidget* parent)
+    : QWidget(parent), fileURL_(item.fileURL), actions_(std::move(actions)) {
+    setFocusPolicy(Qt::NoFocus);  // the grid lets one tile at a time be reached by Tab
+    setItem(item);
+}
+
+void ShelfItemView::setItem(const ShelfItem& item) {
+    shown_ = tilePresentation(item);
+    nameLines_.clear();
+    const QString name = QString::fromStdString(shown_.name);
+    setAccessibleName(QString::fromStdString(shown_.accessibleName()));
+    setToolTip(name.toHtmlEscaped());
+    setFixedSize(sizeHint());
+    update();
+}
+
+QSize ShelfItemView::sizeHint() const {
+    const int missingHeight = shown_.isMissing ? lineHeight(missingFont()) : 0;
+    return {tileWidth, detailsTop + lineHeight(sizeFont()) + missingHeight + verticalPadding};
+}
+
+void ShelfItemView::setHovered(bool isHovered) {
+    if (isHovered == this->isHovered())
+        return;
+    if (isHovered) {
+        Button* const button = Button::ofSymbol(
+            "xmark.circle.fill",
+            {.pointSize = removePointSize, .role = ColorRole::onDisc, .secondaryRole = ColorRole::redDisc},
+            QStringLiteral("Remove from shelf"), [this] { remove(); });
+        button->setParent(this);
+        button->setToolTip(button->accessibleName());
+        button->setFocusPolicy(Qt::NoFocus);  // Delete removes the tile that has the keyboard
+        button->resize(button->sizeHint());
+        button->move(pictureFrame.right() + 1 - button->width(), pictureFrame.top());
+        button->show();
+        removeButton_ = button;
+    } else {
+        removeButton_->hide();
+        removeButton_->deleteLater();  // not at once: it may be in the middle of its click
+        removeButton_.clear();
+    }
+    update();
+}
+
+void ShelfItemView::enterEvent(QEnterEvent*) {
+    setHovered(true);
+}
+
+void ShelfItemView::leaveEvent(QEvent*) {
+    setHovered(false);
+}
+
+void ShelfItemView::hideEvent(QHideEvent*) {
+    setHovered(false);
+    pressedAt_.reset();
+}
+
+void ShelfItemView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        pressedAt_ = event->position().toPoint();
+}
+
+void ShelfItemView::mouseMoveEvent(QMouseEvent* event) {
+    if (!pressedAt_ || !shown_.isDraggable)
+        return;
+    if ((event->position().toPoint() - *pressedAt_).manhattanLength() >= QApplication::startDragDistance())
+        startDrag();
+}
+
+void ShelfItemView::mouseReleaseEvent(QMouseEvent*) {
+    pressedAt_.reset();
+}
+
+void ShelfItemView::startDrag() {
+    const QPoint held = *pressedAt_ - pictureFrame.topLeft();
+    pressedAt_.reset();
+    setHovered(false);
+    const QPoint hotSpot(std::clamp(held.x(), 0, pictureSide - 1), std::clamp(held.y(), 0, pictureSide - 1));
+    const QPixmap picture = QPixmap::fromImage(framedPicture());
+    // Copies: the tile may go while the drag runs.
+    const StartFileDrag start = actions_.startFileDrag;
+    const FileURL url = fileURL_;
+    start(*this, url, picture, hotSpot);
+}
+
+/// The picture, fitted into its frame. It is painted into the frame's shape, since a clip would leave jagged corners.
+QImage ShelfItemView::framedPicture() const {
+    const QImage picture = actions_.picture();
+    const double ratio = devicePixelRatioF();
+    QImage framed(pictureFrame.size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    framed.setDevicePixelRatio(ratio);
+    framed.fill(Qt::transparent);
+    if (picture.isNull())
+        return framed;
+
+    QRectF place(QPointF(), QSizeF(picture.size()).scaled(pictureFrame.size(), Qt::KeepAspectRatio));
+    place.moveCenter(QPointF(pictureSide, pictureSide) / 2);
+    QPainter painter(&framed);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    QPainterPath shape;
+    shape.addRect(place);
+    const QRectF frame(0, 0, pictureSide, pictureSide);
+    painter.fillPath(shape.intersected(continuousRoundedRect(frame, pictureRadius)), Qt::black);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.drawImage(place, picture);
+    return framed;
+}
+
+void ShelfItemView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintDecoration(painter);
+    paintPicture(painter);
+    paintName(painter);
+    paintDetails(painter);
+}
+
+void ShelfItemView::paintDecoration(QPainter& painter) const {
+    if (isHovered()) {
+        painter.fillPath(continuousRoundedRect(rect(), cornerRadius),
+                         Theme::color(ColorRole::controlBackground, palette(), hoverFillOpacity));
+        constexpr double inset = borderWidth / 2;
+        painter.strokePath(
+            continuousRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), cornerRadius - inset),
+            QPen(Theme::color(ColorRole::primary, palette(), hoverBorderOpacity), borderWidth));
+    }
+    if (hasFocus()) {
+        constexpr double inset = focusWidth / 2;
+        painter.strokePath(
+            continuousRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), cornerRadius - inset),
+            QPen(Theme::color(ColorRole::focus, palette()), focusWidth));
+    }
+}
+
+void ShelfItemView::paintPicture(QPainter& painter) const {
+    painter.drawImage(pictureFrame.topLeft(), framedPicture());
+}
+
+void ShelfItemView::paintName(QPainter& painter) {
+    const QFont font = nameFont();
+    if (nameLines_.isEmpty())
+        nameLines_ = brokenIntoTwoLines(QString::fromStdString(shown_.name), font, nameFrame.width());
+    // Fonts with tall lines are set closer, so that two always fit.
+    const int pitch = std::min(lineHeight(font), nameHeight / 2);
+    const auto lineCount = static_cast<int>(nameLines_.size());
+    QRect line(nameFrame.x(), nameFrame.y() + (nameHeight - lineCount * pitch) / 2, nameFrame.width(), pitch);
+
+    painter.save();
+    painter.setClipRect(nameFrame);
+    painter.setFont(font);
+    painter.setPen(Theme::color(shown_.isMissing ? ColorRole::secondary : ColorRole::primary, palette()));
+    for (const QString& text : nameLines_) {
+        painter.drawText(line, Qt::AlignCenter | Qt::TextDontClip | Qt::TextSingleLine, text);
+        line.translate(0, pitch);
+    }
+    painter.restore();
+}
+
+void ShelfItemView::paintDetails(QPainter& painter) const {
+    QRect line(0, detailsTop, tileWidth, lineHeight(sizeFont()));
+    painter.setFont(sizeFont());
+    painter.setPen(Theme::color(ColorRole::secondary, palette()));
+    painter.drawText(line, Qt::AlignCenter, QString::fromStdString(shown_.size));
+    if (!shown_.isMissing)
+        return;
+    line = QRect(0, line.bottom() + 1, tileWidth, lineHeight(missingFont()));
+    painter.setFont(missingFont());
+    painter.setPen(Theme::color(ColorRole::red, palette()));
+    painter.drawText(line, Qt::AlignCenter, QStringLiteral("Missing"));
+}
+
+}  // namespace stowpocket

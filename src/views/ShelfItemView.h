@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/FileURL.h"
+#include "presentation/TilePresentation.h"
+
+#include <QImage>
+#include <QPixmap>
+#include <QPointer>
+#include <QStringList>
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+namespace stowpocket {
+
+struct ShelfItem;
+
+/// Begins to drag a file out of `source`, with a picture and the point of it that the pointer holds.
+using StartFileDrag =
+    std::function<void(QWidget& source, const FileURL& url, const QPixmap& picture, QPoint hotSpot)>;
+
+/// What a tile asks of the view that it stands in.
+struct TileActions {
+    std::function<void()> onRemove;
+    /// The thumbnail of the item, else its icon; asked for whenever the tile paints.
+    std::function<QImage()> picture;
+    StartFileDrag startFileDrag;
+};
+
+/// One file on the shelf: picture, name and size, a remove button while the pointer is over it, and a drag source for
+/// as long as the file is there.
+class ShelfItemView : public QWidget {
+public:
+    ShelfItemView(const ShelfItem& item, TileActions actions, QWidget* parent);
+
+    /// Shows the item as it is now.
+    void setItem(const ShelfItem& item);
+    void remove() { actions_.onRemove(); }
+    /// Null while the pointer is elsewhere.
+    [[nodiscard]] QWidget* removeButton() const { return removeButton_; }
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void setHovered(bool isHovered);
+    [[nodiscard]] bool isHovered() const { return removeButton_ != nullptr; }
+    void startDrag();
+    [[nodiscard]] QImage framedPicture() const;
+    void paintDecoration(QPainter& painter) const;
+    void paintPicture(QPainter& painter) const;
+    void paintName(QPainter& painter);
+    void paintDetails(QPainter& painter) const;
+
+    FileURL fileURL_;
+    TilePresentation shown_;
+    TileActions actions_;
+    QPointer<QWidget> removeButton_;
+    /// Broken when first painted.
+    QStringList nameLines_;
+    std::optional<QPoint> pressedAt_;
+};
+
+}  // namespace stowpocket
