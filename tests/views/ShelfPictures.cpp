@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+// Paints the shelf popover in its states into PNG files, for people to look at.
+//   shelf_pictures FOLDER [SUFFIX]
+#include "ShelfViewFixture.h"
+
+#include <QDir>
+#include <QEnterEvent>
+#include <QTextStream>
+
+using namespace stowpocket;
+
+namespace {
+
+QPalette darkPalette() {
+    QPalette palette(QColor(0x2a, 0x2a, 0x2c), QColor(0x2a, 0x2a, 0x2c));
+    palette.setColor(QPalette::WindowText, QColor(0xf0, 0xf0, 0xf0));
+    palette.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
+    palette.setColor(QPalette::Text, QColor(0xf0, 0xf0, 0xf0));
+    return palette;
+}
+
+class Pictures {
+public:
+    Pictures(QString folder, QString suffix) : folder_(std::move(folder)), suffix_(std::move(suffix)) {}
+
+    void save(const char* name, ShelfViewFixture& shelf) {
+        shelf.fit();
+        const QString path = QStringLiteral("%1/%2-%3.png").arg(folder_, QLatin1String(name), suffix_);
+        if (!shelf.host.grab().save(path))
+            QTextStream(stderr) << "cannot write " << path << '\n';
+    }
+
+private:
+    const QString folder_;
+    const QString suffix_;
+};
+
+void addThree(ShelfViewFixture& shelf) {
+    shelf.addFile("report.pdf", 48'300);
+    shelf.addFile("Quarterly figures of the northern branch, final version 3.xlsx", 1'260'000);
+    shelf.addFile("holiday_2024_by_the_sea_panorama_edited.jpeg", 3'400'000);
+}
+
+void paintAll(Pictures& pictures) {
+    {
+        ShelfViewFixture shelf;
+        shelf.open();
+        pictures.save("empty", shelf);
+        for (DropZoneView* const zone : visible<DropZoneView>(*shelf.view)) {
+            zone->hide();
+            zone->setTargeted(true);
+            zone->show();
+        }
+        pictures.save("empty-targeted", shelf);
+    }
+    {
+        ShelfViewFixture shelf;
+        addThree(shelf);
+        shelf.open();
+        pictures.save("three", shelf);
+        auto tiles = visible<ShelfItemView>(*shelf.view);
+        QEnterEvent enter(QPointF(40, 40), QPointF(40, 40), QPointF(40, 40));
+        QApplication::sendEvent(tiles[0], &enter);
+        tiles[1]->setFocus();
+        pictures.save("three-hovered", shelf);
+        for (DropZoneView* const zone : visible<DropZoneView>(*shelf.view)) {
+            zone->hide();
+            zone->setTargeted(true);
+            zone->show();
+        }
+        pictures.save("three-targeted", shelf);
+        button(*shelf.view, "Clear All")->click();
+        pictures.save("clear", shelf);
+    }
+    {
+        ShelfViewFixture shelf;
+        addThree(shelf);
+        const std::string path = shelf.addFile("gone.txt", 0);
+        shelf.addFile("العربية والعبرية עברית.txt", 17);
+        shelf.addFile("👩‍👩‍👧‍👦 family 🎉.png", 999'950);
+        shelf.files.removeItem(*FileURL::fromPath(path));
+        shelf.manager->refreshAvailability();
+        shelf.dispatch.runAll();
+        shelf.open();
+        pictures.save("missing", shelf);
+    }
+    {
+        ShelfViewFixture shelf;
+        shelf.addFiles(18);
+        shelf.viewModel->addFileURLs(shelf.makeFiles(5, 100));
+        shelf.room = 520;
+        shelf.open();
+        pictures.save("full-banner", shelf);
+        button(*shelf.view, "Dismiss")->click();
+        shelf.room = QWIDGETSIZE_MAX;
+        pictures.save("full", shelf);
+    }
+    {
+        ShelfViewFixture shelf;
+        addThree(shelf);
+        shelf.manager->addFiles(shelf.makeFiles(9));
+        shelf.open();
+        pictures.save("loading", shelf);
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.size() < 2) {
+        QTextStream(stderr) << "usage: shelf_pictures FOLDER [SUFFIX]\n";
+        return 2;
+    }
+    QDir().mkpath(arguments[1]);
+    const QString suffix = arguments.value(2, QStringLiteral("1x"));
+    Pictures light(arguments[1], QStringLiteral("light-") + suffix);
+    paintAll(light);
+    QApplication::setPalette(darkPalette());
+    Pictures dark(arguments[1], QStringLiteral("dark-") + suffix);
+    paintAll(dark);
+}

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "fakes/FakeItemProvider.h"
+#include "fakes/ShelfFixture.h"
+#include "platform/qt/QtImageContent.h"
+#include "views/ShelfView.h"
+
+#include <QApplication>
+#include <QMimeData>
+#include <QPainter>
+
+#include <ranges>
+
+namespace stowpocket {
+
+/// A square in a colour of its own for each file type.
+class PaintedIcons : public WorkspaceIcons {
+public:
+    [[nodiscard]] Image icon(const FileURL& url) override {
+        QImage image(96, 96, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor::fromHsv(static_cast<int>(qHash(url.pathExtension().size()) % 360), 140, 210));
+        painter.drawRoundedRect(QRectF(14, 4, 68, 88), 8, 8);
+        ++asked;
+        return {std::make_shared<QtImageContent>(image), Size{48, 48}};
+    }
+    int asked = 0;
+};
+
+/// The popover's view over a real shelf on fakes, in a window as its host would place it.
+struct ShelfViewFixture : ShelfFixture {
+    ShelfViewFixture() {
+        manager = ShelfManager::make(
+            {preferences, files, files, thumbnails, painted, screen, dispatch, dispatch, notifications});
+        viewModel = ShelfViewModel::make(manager, files, dispatch);
+    }
+
+    /// Adds a file of that name and size, and answers its path.
+    std::string addFile(const std::string& name, std::size_t size = 1200) {
+        const std::string path = "/files/" + name;
+        files.add(path, std::string(size, 'x'));
+        manager->addFiles(std::vector{*FileURL::fromPath(path)});
+        return path;
+    }
+
+    /// Makes the view and shows it at the height that it wishes for.
+    ShelfView& open() {
+        view = new ShelfView(
+            ShelfView::Dependencies{viewModel, [this] { ++settingsOpened; }, [this] { ++quits; },
+                                    [this](const QMimeData& data) { return providersOf(data); },
+                                    [this](QWidget&, const FileURL& url, const QPixmap& picture, QPoint hotSpot) {
+                                        dragged = {url.path(), picture, hotSpot};
+                                    }});
+        view->setParent(&host);
+        host.show();
+        view->show();
+        fit();
+        return *view;
+    }
+
+    /// What a host does when the view's wish has changed.
+    void fit() {
+        view->resize(view->sizeHint().boundedTo(QSize(QWIDGETSIZE_MAX, room)));
+        host.resize(view->size());
+        QApplication::sendPostedEvents();
+        QApplication::processEvents();
+    }
+
+    std::vector<std::shared_ptr<ItemProvider>> providersOf(const QMimeData& data) {
+        std::vector<std::shared_ptr<ItemProvider>> made;
+        for (const QUrl& url : data.urls()) {
+            if (url.isLocalFile())
+                dropped.push_back(FakeItemProvider::withURL(url.toString().toStdString()));
+        }
+        if (data.hasFormat(QStringLiteral("application/x-promise")))
+            dropped.push_back(FakeItemProvider::withContents("public.data", "/temporary/promised"));
+        std::ranges::copy(dropped, std::back_inserter(made));
+        return made;
+    }
+
+    struct Drag {
+        std::string path;
+        QPixmap picture;
+        QPoint hotSpot;
+    };
+
+    PaintedIcons painted;
+    std::vector<std::shared_ptr<FakeItemProvider>> dropped;
+    int settingsOpened = 0;
+    int quits = 0;
+    Drag dragged;
+    /// How high the host lets the view be.
+    int room = QWIDGETSIZE_MAX;
+    QWidget host;
+    ShelfView* view = nullptr;
+};
+
+/// All widgets of that class below `root` that can be seen, in the order of their making.
+template <class Widget>
+std::vector<Widget*> visible(QWidget& root) {
+    std::vector<Widget*> found;
+    for (QWidget* const widget : root.findChildren<QWidget*>()) {
+        if (auto* const wanted = dynamic_cast<Widget*>(widget); wanted != nullptr && widget->isVisible())
+            found.push_back(wanted);
+    }
+    return found;
+}
+
+/// What the labels and the buttons with text that can be seen say.
+inline QStringList shownTexts(QWidget& root) {
+    QStringList texts;
+    for (const Text* const text : visible<Text>(root))
+        texts.append(text->text());
+    for (const Button* const button : visible<Button>(root)) {
+        if (!button->text().isEmpty())
+            texts.append(button->text());
+    }
+    return texts;
+}
+
+/// The button with that text or accessible name; null when none can be seen.
+inline Button* button(QWidget& root, const char* name) {
+    for (Button* const button : visible<Button>(root)) {
+        if (button->text() == QLatin1String(name) || button->accessibleName() == QLatin1String(name))
+            return button;
+    }
+    return nullptr;
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: MIT
+#include "ShelfViewFixture.h"
+#include "views/Spinner.h"
+
+#include <gtest/gtest.h>
+
+#include <QScrollBar>
+#include <QTest>
+
+namespace stowpocket {
+namespace {
+
+class ShelfViewTest : public testing::Test, protected ShelfViewFixture {
+protected:
+    [[nodiscard]] QStringList texts() const { return shownTexts(*view); }
+    [[nodiscard]] std::vector<ShelfItemView*> tiles() const { return visible<ShelfItemView>(*view); }
+    [[nodiscard]] QStringList tileNames() const {
+        std::vector<ShelfItemView*> inOrder = tiles();
+        std::ranges::sort(inOrder, {}, [](const QWidget* tile) { return std::pair(tile->y(), tile->x()); });
+        QStringList names;
+        for (const ShelfItemView* const tile : inOrder)
+            names.append(tile->accessibleName().section(QLatin1Char(','), 0, 0));
+        return names;
+    }
+};
+
+TEST_F(ShelfViewTest, anEmptyShelfIsOneLargeDropZone) {
+    open();
+    EXPECT_EQ(texts(), (QStringList{QStringLiteral("stowpocket"), QStringLiteral("0/20")}));
+    const auto zones = visible<DropZoneView>(*view);
+    ASSERT_EQ(zones.size(), 1U);
+    EXPECT_EQ(zones[0]->size(), QSize(320, 200));
+    EXPECT_EQ(zones[0]->accessibleName(), QLatin1String("Drop zone for files"));
+    EXPECT_EQ(button(*view, "Clear All"), nullptr);
+}
+
+TEST_F(ShelfViewTest, itemsStandInThreeColumnsAboveTheCompactZone) {
+    addFiles(5);
+    open();
+    EXPECT_EQ(view->width(), 320);
+    EXPECT_EQ(tileNames(), (QStringList{QStringLiteral("0.txt"), QStringLiteral("1.txt"), QStringLiteral("2.txt"),
+                                        QStringLiteral("3.txt"), QStringLiteral("4.txt")}));
+    const auto tile = tiles();
+    EXPECT_EQ(tile[0]->width(), 80);
+    EXPECT_EQ(tile[1]->mapTo(view, QPoint()).x() + 40, 160) << "the middle column is in the middle";
+    EXPECT_EQ(tile[0]->y(), tile[2]->y());
+    EXPECT_EQ(tile[3]->x(), tile[0]->x());
+    EXPECT_EQ(tile[3]->y(), tile[0]->y() + tile[0]->height() + 8);
+
+    const auto zones = visible<DropZoneView>(*view);
+    ASSERT_EQ(zones.size(), 1U);
+    EXPECT_EQ(zones[0]->size(), QSize(300, 44));
+    EXPECT_EQ(zones[0]->mapTo(view, QPoint()).y(), tile[3]->mapTo(view, QPoint()).y() + tile[3]->height() + 8);
+    EXPECT_TRUE(texts().contains(QStringLiteral("5/20")));
+    EXPECT_NE(button(*view, "Clear All"), nullptr);
+}
+
+TEST_F(ShelfViewTest, theBannerGivesWayToTheFullNoticeWhenDismissed) {
+    const QString notice = QStringLiteral("Shelf full - remove items to add more.");
+    const QString message = QStringLiteral("Added 2 of 5 files - shelf is full");
+    addFiles(18);
+    open();
+    viewModel->addFileURLs(makeFiles(5, 100));
+    fit();
+    EXPECT_TRUE(texts().contains(message));
+    EXPECT_FALSE(texts().contains(notice));
+    EXPECT_TRUE(visible<DropZoneView>(*view).empty());
+
+    QTest::mouseClick(button(*view, "Dismiss"), Qt::LeftButton);
+    EXPECT_FALSE(viewModel->capacityMessage());
+    EXPECT_FALSE(texts().contains(message));
+    EXPECT_TRUE(texts().contains(notice));
+
+    preferences.setValue(shelfCapacityKey, 10);
+    view->hide();
+    view->show();
+    EXPECT_TRUE(texts().contains(QStringLiteral("20/10"))) << "a changed capacity counts at the next opening";
+}
+
+TEST_F(ShelfViewTest, theWheelTurnsOnlyWhileFilesAreAddedAndSeen) {
+    open();
+    manager->addFiles(makeFiles(12));
+    EXPECT_TRUE(texts().contains(QStringLiteral("Adding files\u2026")));
+    const auto wheels = visible<Spinner>(*view);
+    ASSERT_EQ(wheels.size(), 1U);
+    EXPECT_TRUE(wheels[0]->isTurning());
+    host.hide();
+    EXPECT_FALSE(wheels[0]->isTurning());
+    host.show();
+    EXPECT_TRUE(wheels[0]->isTurning());
+    dispatch.runAll();
+    EXPECT_FALSE(texts().contains(QStringLiteral("Adding files\u2026")));
+    EXPECT_FALSE(wheels[0]->isTurning());
+    EXPECT_EQ(tiles().size(), 12U);
+}
+
+TEST_F(ShelfViewTest, followsEachChangeWithTheTilesItConcerns) {
+    addFiles(4);
+    open();
+    const std::vector<ShelfItemView*> before = tiles();
+    addFiles(2, 100);
+    fit();
+    EXPECT_EQ(tileNames().join(QLatin1Char(' ')), QLatin1String("0.txt 1.txt 2.txt 3.txt 100.txt 101.txt"));
+    files.removeItem(manager->items()[1].fileURL);
+    files.removeItem(manager->items()[4].fileURL);
+    manager->refreshAvailability();
+    dispatch.runAll();
+    EXPECT_TRUE(tiles()[1]->accessibleName().endsWith(QLatin1String(", Missing")));
+    EXPECT_GT(tiles()[1]->height(), tiles()[0]->height()) << "a line more";
+    manager->removeMissingItems();
+    fit();
+    EXPECT_EQ(tileNames().join(QLatin1Char(' ')), QLatin1String("0.txt 2.txt 3.txt 101.txt"));
+    EXPECT_EQ(tiles()[0], before[0]) << "the same widget as before";
+    EXPECT_EQ(tiles()[1], before[2]);
+
+    manager->load();
+    EXPECT_EQ(tileNames().size(), 4);
+    manager->clear();
+    fit();
+    EXPECT_TRUE(tiles().empty());
+    EXPECT_EQ(visible<DropZoneView>(*view)[0]->height(), 200);
+}
+
+TEST_F(ShelfViewTest, scrollsWhenTheHostHasNoRoomForAllTiles) {
+    preferences.setValue(shelfCapacityKey, 100);
+    addFiles(100);
+    room = 500;
+    open();
+    const auto scroll = visible<ScrollView>(*view);
+    ASSERT_EQ(scroll.size(), 1U);
+    EXPECT_EQ(view->height(), 500);
+    EXPECT_EQ(scroll[0]->viewport()->width(), 320) << "the indicator takes no room";
+    EXPECT_GT(scroll[0]->verticalScrollBar()->maximum(), 0);
+    EXPECT_EQ(scroll[0]->horizontalScrollBar()->maximum(), 0);
+    EXPECT_EQ(painted.asked, 1) << "one icon serves all files of its type";
+    manager->clear();
+    addFiles(1);
+    fit();
+    EXPECT_LT(view->height(), 300);
+    EXPECT_EQ(scroll[0]->verticalScrollBar()->maximum(), 0);
+}
+
+TEST_F(ShelfViewTest, theFooterOpensSettingsAndQuits) {
+    open();
+    QTest::mouseClick(button(*view, "Settings"), Qt::LeftButton);
+    QTest::keyClick(button(*view, "Quit stowpocket"), Qt::Key_Return);
+    EXPECT_EQ(settingsOpened, 1);
+    EXPECT_EQ(quits, 1);
+}
+
+TEST_F(ShelfViewTest, theKeyboardReachesTilesAndButtonsInReadingOrder) {
+    addFiles(5);
+    open();
+    host.activateWindow();
+    view->setFocus();
+    const auto tile = tiles();
+    const auto tab = [&] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); };
+    tab();
+    EXPECT_EQ(QApplication::focusWidget(), tile[0]);
+    QTest::keyClick(tile[0], Qt::Key_Right);
+    QTest::keyClick(tile[1], Qt::Key_Down);
+    EXPECT_EQ(QApplication::focusWidget(), tile[4]);
+    QTest::keyClick(tile[4], Qt::Key_Down);
+    EXPECT_EQ(QApplication::focusWidget(), tile[4]) << "no row below";
+    for (const char* const name : {"Settings", "Clear All", "Quit stowpocket"}) {
+        tab();
+        EXPECT_EQ(QApplication::focusWidget(), button(*view, name));
+    }
+
+    tile[4]->setFocus();
+    QTest::keyClick(tile[4], Qt::Key_Delete);
+    EXPECT_EQ(manager->items().size(), 4U);
+    EXPECT_EQ(QApplication::focusWidget(), tile[3]) << "the keyboard stays with the tiles";
+    QTest::keyClick(tile[3], Qt::Key_Up);
+    QTest::keyClick(tile[0], Qt::Key_Backspace);
+    EXPECT_EQ(names(), (std::vector<std::string>{"1.txt", "2.txt", "3.txt"}));
+    EXPECT_EQ(QApplication::focusWidget(), tile[1]);
+}
+
+}  // namespace
+}  // namespace stowpocket

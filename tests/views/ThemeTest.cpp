@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "ShelfViewFixture.h"
+#include "views/Symbol.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace stowpocket {
+namespace {
+
+double luminance(const QColor& color) {
+    const auto linear = [](float value) {
+        const double part = static_cast<double>(value);
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+/// The contrast of `above`, which may be translucent, on `below`.
+double contrast(const QColor& above, const QColor& below) {
+    QImage pixel(1, 1, QImage::Format_RGB32);
+    pixel.fill(below);
+    QPainter(&pixel).fillRect(0, 0, 1, 1, above);
+    const double one = luminance(pixel.pixelColor(0, 0));
+    const double other = luminance(below);
+    return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
+}
+
+TEST(ThemeTest, everyTextCanBeReadOnLightAndDarkWindows) {
+    for (const QColor& window : {QColor(0xef, 0xef, 0xef), QColor(Qt::white), QColor(0x2a, 0x2a, 0x2c)}) {
+        const QPalette palette(window, window);
+        for (const ColorRole role :
+             {ColorRole::primary, ColorRole::secondary, ColorRole::tertiary, ColorRole::accent, ColorRole::red})
+            EXPECT_GE(contrast(Theme::color(role, palette), window), 3)
+                << int(role) << " on " << window.name().toStdString();
+        EXPECT_GE(contrast(Theme::color(ColorRole::onBanner, palette), Theme::color(ColorRole::banner, palette)), 3);
+        EXPECT_GE(contrast(Theme::color(ColorRole::onDisc, palette), Theme::color(ColorRole::redDisc, palette)), 3);
+    }
+}
+
+TEST(ThemeTest, aChangedPaletteShowsAtOnce) {
+    ShelfViewFixture shelf;
+    shelf.open();
+    const QPalette before = QApplication::palette();
+    const QImage light = shelf.view->grab().toImage();
+    QApplication::setPalette(QPalette(QColor(0x2a, 0x2a, 0x2c)));
+    QApplication::processEvents();
+    const QImage dark = shelf.view->grab().toImage();
+    QApplication::setPalette(before);
+    const auto brightest = [](const QImage& image) {
+        int value = 0;
+        for (int x = 40; x < 120; ++x)
+            value = std::max(value, qGray(image.pixel(x, 20)));
+        return value;
+    };
+    EXPECT_GT(brightest(light), 200);
+    EXPECT_GT(brightest(dark), 200) << "the title is light on dark";
+    EXPECT_LT(qGray(dark.pixel(2, 2)), 60);
+}
+
+TEST(SymbolTest, drawsEachSymbolSharplyInTheColoursAsked) {
+    constexpr double ratio = 2;
+    for (const char* const name : {"tray.and.arrow.down", "tray.and.arrow.down.fill", "exclamationmark.triangle.fill",
+                                   "xmark", "xmark.circle.fill", "gearshape", "power"}) {
+        const QImage image = Symbol::image(name, 16, FontWeight::regular, {Qt::blue}, ratio);
+        ASSERT_EQ(image.size(), QSize(40, 40)) << name;
+        EXPECT_EQ(image.devicePixelRatio(), ratio);
+        int drawn = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor color = image.pixelColor(x, y);
+                EXPECT_TRUE(color.alpha() == 0 || (color.red() < 5 && color.blue() > 245)) << name;
+                drawn += color.alpha() > 200 ? 1 : 0;
+            }
+        }
+        EXPECT_GT(drawn, 100) << name;
+    }
+    EXPECT_TRUE(Symbol::image("no such symbol", 16, FontWeight::regular, {Qt::blue}, 1).isNull());
+}
+
+TEST(SymbolTest, weightsDifferAndTheDiscHasItsOwnColour) {
+    const auto ink = [](FontWeight weight) {
+        const QImage image = Symbol::image("power", 16, weight, {Qt::black}, 2);
+        int sum = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                sum += qAlpha(image.pixel(x, y));
+        }
+        return sum;
+    };
+    EXPECT_LT(ink(FontWeight::regular), ink(FontWeight::medium));
+    EXPECT_LT(ink(FontWeight::medium), ink(FontWeight::semibold));
+    EXPECT_LT(ink(FontWeight::semibold), ink(FontWeight::bold));
+
+    const QImage disc = Symbol::image("xmark.circle.fill", 16, FontWeight::regular, {Qt::white, Qt::red}, 2);
+    EXPECT_EQ(disc.pixelColor(20, 20), QColor(Qt::white));
+    EXPECT_EQ(disc.pixelColor(20, 7), QColor(Qt::red));
+}
+
+}  // namespace
+}  // namespace stowpocket

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+namespace {
+
+void failOnMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    if (type != QtDebugMsg && type != QtInfoMsg)
+        ADD_FAILURE() << "Qt says: " << message.toStdString();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    const QApplication app(argc, argv);
+    qInstallMessageHandler(failOnMessage);
+    return RUN_ALL_TESTS();
+}
