@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace stowpocket {
+
+/// The user's folders by the XDG Base Directory rules: the variable when it holds an absolute path, else the usual
+/// place below the home folder; none when the user has no home folder. Not while another thread changes the
+/// environment.
+[[nodiscard]] std::optional<std::string> configHome();
+[[nodiscard]] std::optional<std::string> dataHome();
+
+}  // namespace stowpocket

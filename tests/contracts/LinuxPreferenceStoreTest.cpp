@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/storage/LinuxPreferenceStore.h"
+
+#include "contracts/FullDisk.h"
+#include "contracts/TemporaryFolder.h"
+#include "fakes/FakeDispatch.h"
+#include "platform/linux/storage/PropertyList.h"
+
+#include <QString>
+#include <QtGlobal>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+using namespace std::chrono_literals;
+
+namespace stowpocket {
+namespace {
+
+const std::string fileName = "preferences.plist";
+
+class LinuxPreferenceStoreTest : public testing::Test {
+protected:
+    LinuxPreferenceStoreTest() {
+        warnings.clear();
+        previous_ = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& message) {
+            warnings.push_back(message.toStdString());
+        });
+    }
+    ~LinuxPreferenceStoreTest() override { qInstallMessageHandler(previous_); }
+
+    [[nodiscard]] std::unique_ptr<LinuxPreferenceStore> open() {
+        return std::make_unique<LinuxPreferenceStore>(dispatch, folder.path(fileName));
+    }
+    [[nodiscard]] std::optional<PropertyValue> onDisk() const { return parsePropertyList(folder.read(fileName)); }
+    [[nodiscard]] std::vector<std::string> setAside() const {
+        std::vector<std::string> names = folder.names();
+        std::erase_if(names, [](const std::string& name) { return !name.starts_with(fileName + ".damaged-"); });
+        return names;
+    }
+
+    static inline std::vector<std::string> warnings;
+    TemporaryFolder folder;
+    FakeDispatch dispatch;
+
+private:
+    QtMessageHandler previous_;
+};
+
+PropertyValue dictionary(PropertyValue::Dictionary values) {
+    return values;
+}
+
+TEST_F(LinuxPreferenceStoreTest, writesWithinATenthOfASecondAndOffTheMainThread) {
+    const auto store = open();
+    store->setValue("a", 1);
+    dispatch.advance(30ms);
+    store->setValue("b", 2);
+    dispatch.advance(70ms);
+    EXPECT_EQ(dispatch.backgroundCount(), 1u);
+    EXPECT_FALSE(std::filesystem::exists(folder.path(fileName)));
+    dispatch.runBackground();
+    EXPECT_EQ(onDisk(), dictionary({{"a", 1}, {"b", 2}}));
+    EXPECT_EQ(dispatch.queueLabels, std::vector<std::string>{"com.example.stowpocket.preferences"});
+
+    store->removeValue("a");
+    dispatch.advance(100ms);
+    dispatch.runBackground();
+    EXPECT_EQ(onDisk(), dictionary({{"b", 2}}));
+    dispatch.advance(10s);
+    EXPECT_EQ(dispatch.backgroundCount() + dispatch.scheduledCount(), 0u);
+}
+
+TEST_F(LinuxPreferenceStoreTest, flushWritesAtOnceAndIsNotUndoneByAnEarlierWrite) {
+    const auto store = open();
+    store->setValue("a", 1);
+    dispatch.advance(100ms);
+    store->setValue("a", 2);
+    store->flush();
+    EXPECT_EQ(onDisk(), dictionary({{"a", 2}}));
+    dispatch.runBackground();
+    EXPECT_EQ(onDisk(), dictionary({{"a", 2}}));
+}
+
+TEST_F(LinuxPreferenceStoreTest, isReadBackWithoutTheRegisteredDefaults) {
+    {
+        const auto store = open();
+        store->registerDefaults({{"capacity", 20}});
+        store->setValue("when", 1700000000.123456);
+    }
+    EXPECT_EQ(onDisk(), dictionary({{"when", 1700000000.123456}}));
+    const auto again = open();
+    EXPECT_EQ(again->value("when"), PropertyValue(1700000000.123456));
+    EXPECT_TRUE(warnings.empty());
+}
+
+TEST_F(LinuxPreferenceStoreTest, setsDamagedFilesAside) {
+    const std::string whole = writePropertyList(dictionary({{"a", 1}}));
+    const std::vector<std::string> damaged = {"", std::string("\0\xFF\x89rubbish", 10), whole.substr(0, 120),
+                                              writePropertyList(PropertyValue::Array{1}), "bplist00"};
+    for (const std::string& contents : damaged) {
+        warnings.clear();
+        const std::size_t before = setAside().size();
+        folder.write(fileName, contents);
+        const auto store = open();
+        EXPECT_EQ(store->value("a"), std::nullopt);
+        EXPECT_EQ(setAside().size(), before + 1) << "an earlier one was covered";
+        EXPECT_EQ(warnings.size(), 1u);
+        EXPECT_FALSE(std::filesystem::exists(folder.path(fileName)));
+    }
+    std::vector<std::string> kept;
+    for (const std::string& name : setAside())
+        kept.push_back(folder.read(name));
+    EXPECT_TRUE(std::ranges::is_permutation(kept, damaged));
+}
+
+TEST_F(LinuxPreferenceStoreTest, setsAHugeFileAsideUnread) {
+    folder.write(fileName, "<");
+    std::filesystem::resize_file(folder.path(fileName), 100'000'000);
+    EXPECT_EQ(open()->value("a"), std::nullopt);
+    EXPECT_EQ(setAside().size(), 1u);
+}
+
+/// The user "nobody" while it lives, since permissions do not stop the superuser.
+class Unprivileged {
+public:
+    Unprivileged() : isActive_(::geteuid() == 0 && ::seteuid(65534) == 0) {}
+    Unprivileged(const Unprivileged&) = delete;
+    Unprivileged& operator=(const Unprivileged&) = delete;
+    ~Unprivileged() {
+        if (isActive_ && ::seteuid(0) != 0)
+            std::abort();
+    }
+
+private:
+    const bool isActive_;
+};
+
+TEST_F(LinuxPreferenceStoreTest, leavesAFileThatItMayNotReadAlone) {
+    const std::string theirs = writePropertyList(dictionary({{"theirs", 1}}));
+    folder.write(fileName, theirs);
+    std::filesystem::permissions(folder.path(fileName), std::filesystem::perms::none);
+    std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
+    {
+        const Unprivileged user;
+        const auto store = open();
+        store->setValue("ours", 2);
+        store->flush();
+        EXPECT_EQ(store->integer("ours"), 2);
+    }
+    std::filesystem::permissions(folder.path(fileName), std::filesystem::perms::owner_all);
+    EXPECT_EQ(folder.read(fileName), theirs);
+    EXPECT_TRUE(setAside().empty());
+    EXPECT_EQ(warnings.size(), 1u);
+}
+
+TEST_F(LinuxPreferenceStoreTest, writesAgainOnceTheUnreadableFileIsGone) {
+    ASSERT_EQ(::mkfifo(folder.path(fileName).c_str(), 0600), 0);
+    const auto store = open();
+    store->setValue("a", 1);
+    store->flush();
+    EXPECT_TRUE(std::filesystem::is_fifo(folder.path(fileName)));
+    std::filesystem::remove(folder.path(fileName));
+    store->setValue("a", 2);
+    store->flush();
+    EXPECT_EQ(onDisk(), dictionary({{"a", 2}}));
+}
+
+TEST_F(LinuxPreferenceStoreTest, triesAgainAfterAFailureAndLogsItOnce) {
+    const auto store = open();
+    store->setValue("a", 1);
+    store->flush();
+    {
+        const FullDisk full;
+        store->setValue("a", 2);
+        dispatch.advance(100ms);
+        dispatch.runBackground();
+        store->flush();
+    }
+    EXPECT_EQ(warnings.size(), 1u);
+    EXPECT_EQ(onDisk(), dictionary({{"a", 1}}));
+    store->flush();
+    EXPECT_EQ(onDisk(), dictionary({{"a", 2}}));
+}
+
+}  // namespace
+}  // namespace stowpocket
