@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Bookmarks.h"
+#include "platform/linux/storage/BookmarkSearch.h"
+#include "platform/linux/storage/MountTable.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace stowpocket {
+
+/// Describes the file at `url`; none when there is no such file.
+[[nodiscard]] std::optional<BookmarkRecord> describeFile(const FileURL& url, const Mounts& mounts);
+
+/// Where the recorded files are now, one answer per record in order; none for one that is gone. Those that are not in
+/// their places share one search.
+[[nodiscard]] std::vector<std::optional<ResolvedBookmark>>
+locateFiles(const std::vector<BookmarkRecord>& records, const std::vector<SearchRoot>& roots, const Mounts& mounts);
+
+}  // namespace stowpocket

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Bookmarks.h"
+#include "platform/linux/storage/BookmarkSearch.h"
+
+namespace stowpocket {
+
+class MountTable;
+class PatientProbe;
+
+/// Bookmarks by the file's own identity: its inode and moment of birth, which renaming and moving keep. `mounts` and
+/// `probe` must outlive this.
+class LinuxBookmarks : public Bookmarks {
+public:
+    /// Files that are missing are looked for around their old place and below `roots`.
+    LinuxBookmarks(MountTable& mounts, PatientProbe& probe, std::vector<SearchRoot> roots);
+
+    /// The folders in which users keep their documents.
+    [[nodiscard]] static std::vector<SearchRoot> userFolders();
+
+    [[nodiscard]] std::optional<Bytes> create(const FileURL& url) override;
+    /// A file on a mount that does not answer counts as where it was.
+    [[nodiscard]] std::vector<std::optional<ResolvedBookmark>> resolve(std::span<const Bytes> bookmarks) override;
+    /// Always false: files are reached by their permissions alone here, so there is no access to begin or to end.
+    [[nodiscard]] bool startAccessing(const FileURL& url) override;
+    void stopAccessing(const FileURL& url) override;
+
+private:
+    [[nodiscard]] std::vector<SearchRoot> promptRoots() const;
+
+    MountTable& mounts_;
+    PatientProbe& probe_;
+    const std::vector<SearchRoot> roots_;
+};
+
+}  // namespace stowpocket

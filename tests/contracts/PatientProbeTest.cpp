@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/storage/PatientProbe.h"
+
+#include "contracts/TemporaryFolder.h"
+#include "platform/linux/storage/LinuxBookmarks.h"
+#include "platform/linux/storage/MountTable.h"
+#include "platform/linux/storage/PosixFileManager.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <future>
+
+using namespace std::chrono_literals;
+
+namespace stowpocket {
+namespace {
+
+std::optional<std::string> firstFolder(const std::string& path) {
+    return path.substr(0, path.find('/', 1));
+}
+
+/// A call that hangs until it is let go, as one to a dead server does.
+class Hanging {
+public:
+    [[nodiscard]] std::function<int()> question() {
+        return [this, until = released_.get_future().share()] {
+            ++calls;
+            until.wait();
+            return 1;
+        };
+    }
+    void release() { released_.set_value(); }
+    std::atomic<int> calls{0};
+
+private:
+    std::promise<void> released_;
+};
+
+TEST(PatientProbe, answersWithWhatTheFileSystemSays) {
+    PatientProbe probe(firstFolder, 20s);
+    std::thread::id askedOn;
+    const auto answer = probe.ask<int>("/net/file", [&] {
+        askedOn = std::this_thread::get_id();
+        return 7;
+    });
+    EXPECT_EQ(answer, 7);
+    EXPECT_NE(askedOn, std::this_thread::get_id());
+}
+
+TEST(PatientProbe, asksDirectlyWhereNothingCanHang) {
+    PatientProbe local([](const std::string&) { return std::nullopt; }, 0ms);
+    EXPECT_EQ(local.ask<std::thread::id>("/home", [] { return std::this_thread::get_id(); }),
+              std::this_thread::get_id());
+    PatientProbe network(firstFolder, 0ms);
+    std::thread([&] {
+        EXPECT_EQ(network.ask<std::thread::id>("/net", [] { return std::this_thread::get_id(); }),
+                  std::this_thread::get_id());
+    }).join();
+}
+
+TEST(PatientProbe, holdsOneThreadForAMountThatHangs) {
+    PatientProbe probe(firstFolder, 1ms);
+    Hanging dead;
+    const std::function<int()> question = dead.question();
+    for (int time = 0; time < 20; ++time)
+        EXPECT_EQ(probe.ask<int>("/dead/file", question), std::nullopt);
+    EXPECT_LE(dead.calls, 1);
+    dead.release();
+    std::optional<int> answer;
+    while (!answer)  // until the mount is trusted again
+        answer = probe.ask<int>("/dead/file", [] { return 2; });
+    EXPECT_EQ(answer, 2);
+}
+
+TEST(PatientProbe, judgesEachMountByItself) {
+    PatientProbe probe(firstFolder, 50ms);
+    Hanging dead;
+    EXPECT_EQ(probe.ask<int>("/dead/file", dead.question()), std::nullopt);
+    std::optional<int> answer;
+    while (!answer)
+        answer = probe.ask<int>("/alive/file", [] { return 3; });
+    EXPECT_EQ(answer, 3);
+    dead.release();
+    while (!probe.ask<int>("/dead/file", [] { return 0; })) {
+    }
+}
+
+TEST(PatientProbe, makesFilesOnASilentMountCountAsThere) {
+    const TemporaryFolder folder;
+    folder.write("file");
+    MountTable mounts;
+    bool isNetwork = false;
+    PatientProbe probe([&](const std::string&) { return isNetwork ? std::optional<std::string>("/") : std::nullopt; },
+                       1ms);
+    PosixFileManager files(probe);
+    LinuxBookmarks bookmarks(mounts, probe, {});
+    const Bytes bookmark = bookmarks.create(folder.url("file")).value();
+    folder.rename("file", "renamed");
+
+    isNetwork = true;
+    Hanging dead;
+    EXPECT_EQ(probe.ask<int>("/", dead.question()), std::nullopt);
+    EXPECT_TRUE(files.fileExists(folder.url("file")));
+    EXPECT_TRUE(files.attributes(folder.url("file")));
+    EXPECT_FALSE(files.createDirectory(folder.url("new")));
+    EXPECT_FALSE(bookmarks.create(folder.url("renamed")));
+    const auto resolved = bookmarks.resolve(std::vector{bookmark, bookmark});
+    ASSERT_TRUE(resolved[0] && resolved[1]);
+    EXPECT_EQ(resolved[0]->url, folder.url("file"));
+    EXPECT_FALSE(resolved[0]->isStale);
+    dead.release();
+    while (!probe.ask<int>("/", [] { return 0; })) {
+    }
+}
+
+}  // namespace
+}  // namespace stowpocket
