@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+#include "fakes/FakeDispatch.h"
+#include "platform/qt/QtDispatch.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+using namespace std::chrono_literals;
+
+namespace stowpocket {
+namespace {
+
+struct Faked {
+    FakeDispatch dispatch;
+    void step() {
+        dispatch.runAll();
+        dispatch.advance(5ms);
+    }
+};
+
+struct OnQt {
+    QtDispatch dispatch;
+    void step() { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5); }
+};
+
+template <class Subject>
+class DispatchContract : public testing::Test {
+protected:
+    [[nodiscard]] bool runUntil(const std::function<bool()>& condition) {
+        for (const QDeadlineTimer deadline(20s); !condition();) {
+            if (deadline.hasExpired())
+                return false;
+            subject.step();
+        }
+        return true;
+    }
+    Subject subject;
+    Dispatch& dispatch = subject.dispatch;
+};
+
+using Subjects = testing::Types<Faked, OnQt>;
+TYPED_TEST_SUITE(DispatchContract, Subjects);
+
+TYPED_TEST(DispatchContract, runsMainWorkInOrderAndLater) {
+    std::string order;
+    this->dispatch.async([&] {
+        order += 'a';
+        this->dispatch.async([&] { order += 'c'; });
+    });
+    this->dispatch.async([&] { order += 'b'; });
+    EXPECT_EQ(order, "");
+    EXPECT_TRUE(this->runUntil([&] { return order.size() == 3; }));
+    EXPECT_EQ(order, "abc");
+}
+
+TYPED_TEST(DispatchContract, delayedWorkRunsOnceAndNotWhenCancelled) {
+    int early = 0;
+    int cancelled = 0;
+    int late = 0;
+    const auto earlyWork = this->dispatch.after(5ms, [&] { ++early; });
+    auto cancelledWork = this->dispatch.after(10ms, [&] { ++cancelled; });
+    const auto lateWork = this->dispatch.after(50ms, [&] { ++late; });
+    cancelledWork.reset();
+    EXPECT_TRUE(this->runUntil([&] { return late == 1; }));
+    EXPECT_EQ(early, 1);
+    EXPECT_EQ(cancelled, 0);
+}
+
+TYPED_TEST(DispatchContract, workMayCancelItself) {
+    int ticks = 0;
+    std::unique_ptr<ScheduledWork> repeated = this->dispatch.every(5ms, [&] {
+        if (++ticks == 3)
+            repeated.reset();
+    });
+    bool fired = false;
+    std::unique_ptr<ScheduledWork> single = this->dispatch.after(5ms, [&] {
+        single.reset();
+        fired = true;
+    });
+    EXPECT_TRUE(this->runUntil([&] { return ticks == 3 && fired; }));
+    bool isOver = false;
+    const auto after = this->dispatch.after(30ms, [&] { isOver = true; });
+    EXPECT_TRUE(this->runUntil([&] { return isOver; }));
+    EXPECT_EQ(ticks, 3);
+}
+
+TYPED_TEST(DispatchContract, backgroundWorkReturnsToTheMainThread) {
+    const std::thread::id mainThread = std::this_thread::get_id();
+    std::thread::id answeredOn;
+    this->dispatch.background([&] { this->dispatch.async([&] { answeredOn = std::this_thread::get_id(); }); });
+    EXPECT_TRUE(this->runUntil([&] { return answeredOn != std::thread::id(); }));
+    EXPECT_EQ(answeredOn, mainThread);
+}
+
+TYPED_TEST(DispatchContract, serialQueueKeepsOrderAndOutlivesItsHandle) {
+    std::unique_ptr<SerialQueue> queue = this->dispatch.serialQueue("queue.under.test");
+    EXPECT_EQ(queue->label(), "queue.under.test");
+    constexpr int blocks = 200;
+    std::atomic<int> next{0};
+    std::atomic<bool> inOrder{true};
+    for (int block = 0; block < blocks; ++block)
+        queue->async([&, block] { inOrder = inOrder && next.fetch_add(1) == block; });
+    queue.reset();
+    EXPECT_TRUE(this->runUntil([&] { return next == blocks; }));
+    EXPECT_TRUE(inOrder);
+}
+
+TEST(QtDispatch, syncComesAfterEarlierBlocksOfItsQueue) {
+    QtDispatch dispatch;
+    const auto queue = dispatch.serialQueue("queue.under.test");
+    int count = 0;
+    for (int block = 0; block < 50; ++block)
+        queue->async([&] { ++count; });
+    int seen = 0;
+    queue->sync([&] { seen = count; });
+    EXPECT_EQ(seen, 50);
+}
+
+}  // namespace
+}  // namespace stowpocket
