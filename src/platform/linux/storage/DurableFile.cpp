@@ -5,12 +5,12 @@
 #include "platform/linux/storage/Folders.h"
 
 #include <fcntl.h>
-#include <signal.h>
 
 #include <array>
 #include <cerrno>
 #include <charconv>
 #include <climits>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 
@@ -55,8 +55,8 @@ pid_t writerOf(std::string_view name, std::string_view prefix) {
 std::error_code replaceFile(const std::string& path, std::string_view bytes) {
     const std::string target = linkTarget(path);
     const std::string folder = parentFolder(target);
-    const std::string unfinished =
-        folder + '/' + unfinishedPrefix(target) + std::to_string(::getpid()) + std::string(unfinishedSuffix);
+    std::string unfinished = folder + '/' + unfinishedPrefix(target);
+    unfinished.append(std::to_string(::getpid())).append(unfinishedSuffix);
     ::unlink(unfinished.c_str());
     std::error_code error = writeNewFile(unfinished, bytes);
     if (!error && std::rename(unfinished.c_str(), target.c_str()) != 0)

@@ -131,19 +131,20 @@ std::optional<std::string> hangingMountOn(const Mounts& mounts, const std::strin
             reached.resize(reached.empty() ? 0 : reached.rfind('/'));
             continue;
         }
-        const std::string next = reached + '/' + name;
+        std::string next = reached;
+        next.append("/").append(name);
         if (hangsAt(mounts, next))
             return next;
         const std::optional<std::string> link = linkText(next);
         if (!link) {
-            reached = next;
+            reached = std::move(next);
             continue;
         }
         if (++links > maxLinks)
             return std::nullopt;
         if (link->starts_with('/'))
             reached.clear();
-        rest = *link + '/' + rest;
+        rest.insert(0, *link + '/');
     }
     return std::nullopt;
 }

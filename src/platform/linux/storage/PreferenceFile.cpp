@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <ctime>
@@ -60,9 +61,9 @@ std::string localTime() {
     const std::time_t now = std::time(nullptr);
     std::tm parts{};
     ::localtime_r(&now, &parts);
-    char text[32] = "";
-    const std::size_t length = std::strftime(text, sizeof text, "%Y%m%d-%H%M%S", &parts);
-    return {text, length};
+    std::array<char, 32> text{};
+    const std::size_t length = std::strftime(text.data(), text.size(), "%Y%m%d-%H%M%S", &parts);
+    return {text.data(), length};
 }
 
 /// Renames without ever covering an earlier file. Not every file system can refuse to by itself.

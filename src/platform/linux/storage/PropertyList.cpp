@@ -6,9 +6,8 @@
 
 #include <plist/plist.h>
 
-#include <locale.h>
-
 #include <algorithm>
+#include <clocale>
 #include <cstdint>
 #include <cstdlib>
 #include <limits>

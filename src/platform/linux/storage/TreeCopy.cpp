@@ -41,7 +41,7 @@ Progress copyInKernel(int from, int to) {
 }
 
 bool copyThroughMemory(int from, int to) {
-    std::array<char, 64 * 1024> part;
+    std::array<char, 65536> part;
     for (;;) {
         const ssize_t got = ::read(from, part.data(), part.size());
         if (got < 0 && errno == EINTR)
