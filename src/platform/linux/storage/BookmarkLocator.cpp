@@ -38,7 +38,7 @@ bool isVolumeAbsent(const BookmarkRecord& record, const Mounts& mounts) {
 
 std::optional<BookmarkRecord> describeFile(const FileURL& url, const Mounts& mounts) {
     const std::string path = url.path();
-    Sighting sighting = lookAt(AT_FDCWD, path.c_str());
+    Sighting sighting = lookAt(AT_FDCWD, path.c_str(), Detail::handle);
     if (sighting.kind != Sighting::Kind::present || ::access(path.c_str(), F_OK) != 0)
         return std::nullopt;
     const FileIdentity& identity = sighting.identity;
@@ -48,10 +48,10 @@ std::optional<BookmarkRecord> describeFile(const FileURL& url, const Mounts& mou
                           .volume = {},
                           .ancestors = ancestorsOf(url, identity.device)};
     const auto mount = std::ranges::find(mounts, identity.mountId, &Mount::id);
-    if (mount != mounts.end()) {
+    if (mount != mounts.end())
         record.mountPoint = mount->point;
-        record.volume = volumeIdentifier(mount->point);
-    }
+    if (record.mountPoint != "/")  // the root is never exchanged for another volume
+        record.volume = volumeIdentifier(record.mountPoint);
     return record;
 }
 
@@ -62,12 +62,11 @@ std::vector<std::optional<ResolvedBookmark>> locateFiles(const std::vector<Bookm
     std::vector<std::size_t> missingIndexes;
     for (std::size_t index = 0; index < records.size(); ++index) {
         const BookmarkRecord& record = records[index];
-        const Sighting sighting = lookAt(AT_FDCWD, record.url.path().c_str());
+        const Sighting sighting = lookAt(AT_FDCWD, record.url.path().c_str(), detailFor(record.identity));
         const bool isThere =
             sighting.kind == Sighting::Kind::present && sighting.identity.type == record.identity.type;
-        if (isThere && isSameFile(record.identity, sighting.identity)) {
-            answers[index] = ResolvedBookmark{record.url, false};
-        } else if (sighting.kind == Sighting::Kind::unknown || isVolumeAbsent(record, mounts)) {
+        const bool isUnchanged = isThere && isSameFile(record.identity, sighting.identity);
+        if (isUnchanged || sighting.kind == Sighting::Kind::unknown || isVolumeAbsent(record, mounts)) {
             answers[index] = ResolvedBookmark{record.url, false};
         } else if (isThere) {
             answers[index] = ResolvedBookmark{record.url, true};

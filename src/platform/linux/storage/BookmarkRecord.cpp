@@ -34,10 +34,6 @@ const QLatin1String nanoseconds("ns");
 /// In the order of FileType.
 constexpr std::array<const char*, 4> typeNames = {"file", "folder", "link", "other"};
 
-QString textOf(const std::string& bytes) {
-    return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
-}
-
 QJsonValue momentValue(const std::optional<Moment>& moment) {
     if (!moment)
         return QJsonValue::Null;
@@ -72,7 +68,7 @@ std::optional<FileType> readType(const QString& name) {
 
 std::vector<InodeIdentity> readAncestors(const QJsonArray& values) {
     std::vector<InodeIdentity> ancestors;
-    for (const QJsonValue& value : values) {
+    for (const QJsonValue value : values) {
         if (ancestors.size() < BookmarkRecord::maxAncestors)
             ancestors.push_back(readInode(value.toObject()));
     }
@@ -85,14 +81,14 @@ Bytes encodeBookmark(const BookmarkRecord& record) {
     const FileIdentity& identity = record.identity;
     QJsonObject object = inodeObject(identity.inode);
     object.insert(key::version, formatVersion);
-    object.insert(key::path, textOf(record.url.string()));
+    object.insert(key::path, QString::fromStdString(record.url.string()));
     object.insert(key::type, QLatin1String(typeNames[static_cast<std::size_t>(identity.type)]));
-    object.insert(key::handle, textOf(identity.handle));
+    object.insert(key::handle, QString::fromStdString(identity.handle));
     object.insert(key::size, static_cast<qint64>(identity.size));
     object.insert(key::modified, momentValue(identity.modified));
     if (const std::optional<FileURL> mountPoint = FileURL::fromPath(record.mountPoint))
-        object.insert(key::mountPoint, textOf(mountPoint->string()));
-    object.insert(key::volume, textOf(record.volume));
+        object.insert(key::mountPoint, QString::fromStdString(mountPoint->string()));
+    object.insert(key::volume, QString::fromStdString(record.volume));
     QJsonArray ancestors;
     for (const InodeIdentity& ancestor : record.ancestors)
         ancestors.append(inodeObject(ancestor));

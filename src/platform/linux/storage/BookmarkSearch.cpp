@@ -73,7 +73,9 @@ public:
         }
         return nullptr;
     }
-    [[nodiscard]] Sighting look(const dirent& entry) const { return lookAt(entries_.folder(), entry.d_name); }
+    [[nodiscard]] Sighting look(const dirent& entry, Detail detail = Detail::inode) const {
+        return lookAt(entries_.folder(), entry.d_name, detail);
+    }
     [[nodiscard]] std::string pathOf(const dirent& entry) const { return joined(path_, entry.d_name); }
     [[nodiscard]] bool isFolder(const dirent& entry) const {
         return entry.d_type == DT_DIR ||
@@ -186,7 +188,7 @@ private:
     void compare(std::size_t index, const Folder& folder, const dirent& entry) {
         if (found_[index])
             return;
-        const Sighting sighting = folder.look(entry);
+        const Sighting sighting = folder.look(entry, detailFor(missing_[index].identity));
         std::string path = folder.pathOf(entry);
         if (sighting.kind != Sighting::Kind::present || sighting.identity.device != devices_[index] ||
             !isSameFile(missing_[index].identity, sighting.identity) || isInTrash(path))

@@ -54,7 +54,7 @@ Moment momentOf(const struct statx_timestamp& time) {
 
 }  // namespace
 
-Sighting lookAt(int folder, const char* name) {
+Sighting lookAt(int folder, const char* name, Detail detail) {
     constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
     struct statx found {};
     if (::statx(folder, name, flags, STATX_BASIC_STATS | STATX_BTIME | STATX_MNT_ID, &found) != 0) {
@@ -63,13 +63,15 @@ Sighting lookAt(int folder, const char* name) {
     }
     FileIdentity identity{.type = typeOf(found.stx_mode),
                           .inode = {.inode = found.stx_ino, .birth = std::nullopt},
-                          .handle = handleOf(folder, name),
+                          .handle = {},
                           .size = static_cast<std::int64_t>(found.stx_size),
                           .modified = momentOf(found.stx_mtime),
                           .device = (std::uint64_t{found.stx_dev_major} << 32u) | found.stx_dev_minor,
                           .mountId = (found.stx_mask & STATX_MNT_ID) != 0 ? found.stx_mnt_id : 0};
     if ((found.stx_mask & STATX_BTIME) != 0)
         identity.inode.birth = momentOf(found.stx_btime);
+    if (detail == Detail::handle || !identity.inode.birth)
+        identity.handle = handleOf(folder, name);
     return {Sighting::Kind::present, std::move(identity)};
 }
 
@@ -88,7 +90,7 @@ std::string volumeIdentifier(const std::string& mountPoint) {
     // FS_IOC_GETFSUUID of newer kernel headers.
     struct VolumeUUID {
         unsigned char length;
-        unsigned char octets[16];
+        std::array<unsigned char, 16> octets;
     };
     constexpr unsigned long getVolumeUUID = _IOR(0x15, 0, VolumeUUID);
     const FileDescriptor root(::open(mountPoint.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));

@@ -46,8 +46,17 @@ struct Sighting {
     FileIdentity identity;
 };
 
-/// Looks at `name` in an open folder (or AT_FDCWD), at a link itself and not at what it leads to.
-[[nodiscard]] Sighting lookAt(int folder, const char* name);
+/// How closely to look: asking for the handle takes as long again as all the rest.
+enum class Detail { inode, handle };
+
+/// Looks at `name` in an open folder (or AT_FDCWD), at a link itself and not at what it leads to. Where the file
+/// system does not know the moment of birth, the handle is told in any case.
+[[nodiscard]] Sighting lookAt(int folder, const char* name, Detail detail = Detail::inode);
+
+/// What it takes to recognise the file that `recorded` describes.
+[[nodiscard]] inline Detail detailFor(const FileIdentity& recorded) {
+    return recorded.inode.birth ? Detail::inode : Detail::handle;
+}
 
 /// Whether both describe one file. Without a moment of birth on either side, only a file that was not written to
 /// since can be recognised.

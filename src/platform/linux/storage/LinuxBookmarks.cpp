@@ -10,6 +10,7 @@
 
 #include <array>
 #include <map>
+#include <memory>
 
 namespace stowpocket {
 namespace {
@@ -57,19 +58,21 @@ std::vector<std::optional<ResolvedBookmark>> LinuxBookmarks::resolve(std::span<c
     // One question for each mount that may hang: its files cost one wait together, not one each.
     std::map<std::optional<std::string>, Batch> batches;
     for (std::size_t index = 0; index < bookmarks.size(); ++index) {
-        if (const std::optional<BookmarkRecord> record = decodeBookmark(bookmarks[index])) {
+        if (std::optional<BookmarkRecord> record = decodeBookmark(bookmarks[index])) {
             Batch& batch = batches[probe_.mountToMistrust(record->url.path())];
-            batch.records.push_back(*record);
+            batch.records.push_back(std::move(*record));
             batch.indexes.push_back(index);
         }
     }
-    for (const auto& [mount, batch] : batches) {
-        const auto locate = [records = batch.records, roots = promptRoots(), mounts = mounts_.mounts()] {
-            return locateFiles(records, roots, *mounts);
+    for (auto& [mount, batch] : batches) {
+        // The question may outlive this call, and shares what it asks about.
+        const auto records = std::make_shared<const std::vector<BookmarkRecord>>(std::move(batch.records));
+        const auto locate = [records, roots = promptRoots(), mounts = mounts_.mounts()] {
+            return locateFiles(*records, roots, *mounts);
         };
-        const std::optional<Answers> located = probe_.ask<Answers>(batch.records.front().url.path(), locate);
-        for (std::size_t at = 0; at < batch.records.size(); ++at)
-            answers[batch.indexes[at]] = located ? (*located)[at] : ResolvedBookmark{batch.records[at].url, false};
+        const std::optional<Answers> located = probe_.ask<Answers>(records->front().url.path(), locate);
+        for (std::size_t at = 0; at < records->size(); ++at)
+            answers[batch.indexes[at]] = located ? (*located)[at] : ResolvedBookmark{(*records)[at].url, false};
     }
     return answers;
 }
