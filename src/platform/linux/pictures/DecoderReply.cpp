@@ -49,7 +49,7 @@ DecoderReply parsedReply(std::span<const std::uint8_t> reply, int side) {
         return {DecoderReply::Outcome::unsupported, {}};
     const auto limit = static_cast<std::uint32_t>(side);
     if (header.width == 0 || header.width > limit || header.height == 0 || header.height > limit ||
-        pixels.size() != header.width * header.height * bytesPerPixel)
+        pixels.size() != bytesPerPixel * header.width * header.height)
         return {};
 
     QImage image(static_cast<int>(header.width), static_cast<int>(header.height), wireFormat);

@@ -32,12 +32,13 @@ public:
     Session(Dispatch& dispatch, const QDBusConnection& bus) : dispatch_(dispatch), bus_(bus) {}
     void make(const DesktopThumbnailRequest& request, Completion completion);
 
-private Q_SLOTS:
-    void ready(uint handle, const QStringList& uris) { finishMatching(handle, uris, true); }
-    void failed(uint handle, const QStringList& uris, int, const QString&) { finishMatching(handle, uris, false); }
-    void finished(uint handle);
-
 private:
+    Q_SLOT void ready(uint handle, const QStringList& uris) { finishMatching(handle, uris, true); }
+    Q_SLOT void failed(uint handle, const QStringList& uris, int, const QString&) {
+        finishMatching(handle, uris, false);
+    }
+    Q_SLOT void finished(uint handle);
+
     struct Pending {
         QString uri;
         /// Names the request in signals; zero until the thumbnailer has answered the call.

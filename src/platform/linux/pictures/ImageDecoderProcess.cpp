@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -50,8 +51,8 @@ bool giveUpRights() {
 
 /// Plain pixel formats only. Drawings such as SVG run a whole interpreter and may name other files.
 bool isDecodedHere(const QByteArray& format) {
-    static constexpr const char* formats[] = {"png", "jpeg", "jpg",  "gif",  "bmp", "webp", "tiff", "tif", "ico",
-                                              "cur", "avif", "heif", "heic", "jxl", "tga",  "pbm",  "pgm", "ppm"};
+    static constexpr std::array formats{"png", "jpeg", "jpg",  "gif",  "bmp", "webp", "tiff", "tif", "ico",
+                                        "cur", "avif", "heif", "heic", "jxl", "tga",  "pbm",  "pgm", "ppm"};
     return std::ranges::any_of(formats, [&format](const char* known) { return format == known; });
 }
 
@@ -101,7 +102,7 @@ bool isImageDecoderProcess(int argc, char** argv) {
 int runImageDecoder(int argc, char** argv) {
     if (!isImageDecoderProcess(argc, argv) || !giveUpRights())
         return EXIT_FAILURE;
-    const int side = std::clamp(std::atoi(argv[2]), 1, maxDecodedSide);
+    const int side = std::clamp(QByteArray(argv[2]).toInt(), 1, maxDecodedSide);
     return decode(side) ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 

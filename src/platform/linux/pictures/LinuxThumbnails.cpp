@@ -63,7 +63,7 @@ void LinuxThumbnails::readCache(const Key& key, const FileIdentity& identity) {
 void LinuxThumbnails::finish(const Key& key, const std::optional<FileIdentity>& identity,
                              const std::optional<Image>& image) {
     const auto finished = waiting_.extract(key);
-    const FileURL& url = std::get<FileURL>(key);
+    const auto& url = std::get<FileURL>(key);
     if (image)
         failures_.erase(url);
     else if (identity) {

@@ -58,6 +58,7 @@ public:
 
     [[nodiscard]] std::optional<pid_t> spawn(const std::vector<std::string>& command) const {
         std::vector<char*> arguments;
+        arguments.reserve(command.size() + 1);
         for (const std::string& argument : command)
             arguments.push_back(const_cast<char*>(argument.c_str()));  // posix_spawn changes none of them
         arguments.push_back(nullptr);
