@@ -51,7 +51,7 @@ public:
         EXPECT_TRUE(image.save(folder.filePath(QString::fromLatin1(key.toHex()) + QStringLiteral(".png"))));
     }
     static std::int64_t modifiedSeconds(const FileURL& url) {
-        return RegularFile::identityAt(url.path())->modifiedSeconds;
+        return RegularFile::stateAt(url.path())->modifiedSeconds;
     }
 
 private:

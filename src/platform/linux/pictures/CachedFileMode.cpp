@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/pictures/CachedFileMode.h"
 
-#include "platform/linux/pictures/FileDescriptor.h"
+#include "platform/linux/storage/FileDescriptor.h"
 
 #include <fcntl.h>
 #include <linux/openat2.h>
@@ -18,7 +18,7 @@ std::optional<mode_t> cachedFileMode(const std::string& path) {
     const FileDescriptor file(static_cast<int>(::syscall(SYS_openat2, AT_FDCWD, path.c_str(), &how, sizeof how)));
     struct statx status {};
     if (!file.isOpen() ||
-        ::statx(file.number(), "", AT_EMPTY_PATH | AT_STATX_DONT_SYNC, STATX_TYPE | STATX_MODE, &status) != 0)
+        ::statx(file.get(), "", AT_EMPTY_PATH | AT_STATX_DONT_SYNC, STATX_TYPE | STATX_MODE, &status) != 0)
         return std::nullopt;
     return status.stx_mode;
 }

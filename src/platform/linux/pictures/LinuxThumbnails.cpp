@@ -28,7 +28,7 @@ void LinuxThumbnails::generate(const ThumbnailRequest& request, Completion compl
     if (!isFirst)
         return;
     const auto failure = failures_.find(request.fileURL);
-    const std::optional<FileIdentity> failed =
+    const std::optional<FileState> failed =
         failure == failures_.end() ? std::nullopt : std::optional(failure->second);
     workers_.run([this, key, request, failed, local = local_]() -> ThumbnailWorkers::Answer {
         return [this, key, answer = local.make(request, failed)] { answered(key, answer); };
@@ -36,40 +36,40 @@ void LinuxThumbnails::generate(const ThumbnailRequest& request, Completion compl
 }
 
 void LinuxThumbnails::answered(const Key& key, const LocalThumbnail& answer) {
-    if (answer.identity && !answer.typeForDesktop.empty())
-        askDesktop(key, *answer.identity, answer.typeForDesktop);
+    if (answer.state && !answer.typeForDesktop.empty())
+        askDesktop(key, *answer.state, answer.typeForDesktop);
     else
-        finish(key, answer.identity, answer.image);
+        finish(key, answer.state, answer.image);
 }
 
-void LinuxThumbnails::askDesktop(const Key& key, const FileIdentity& identity, const std::string& type) {
+void LinuxThumbnails::askDesktop(const Key& key, const FileState& state, const std::string& type) {
     const ThumbnailRequest& request = waiting_.at(key).request;
     desktop_.make({request.fileURL.string(), type, ThumbnailCache::sizeName(pixelSide(request))},
-                  [this, key, identity](bool isMade) {
+                  [this, key, state](bool isMade) {
                       if (isMade)
-                          readCache(key, identity);
+                          readCache(key, state);
                       else
-                          finish(key, identity, std::nullopt);
+                          finish(key, state, std::nullopt);
                   });
 }
 
-void LinuxThumbnails::readCache(const Key& key, const FileIdentity& identity) {
+void LinuxThumbnails::readCache(const Key& key, const FileState& state) {
     workers_.run(
-        [this, key, identity, request = waiting_.at(key).request, local = local_]() -> ThumbnailWorkers::Answer {
-            return [this, key, identity, image = local.cached(request, identity)] { finish(key, identity, image); };
+        [this, key, state, request = waiting_.at(key).request, local = local_]() -> ThumbnailWorkers::Answer {
+            return [this, key, state, image = local.cached(request, state)] { finish(key, state, image); };
         });
 }
 
-void LinuxThumbnails::finish(const Key& key, const std::optional<FileIdentity>& identity,
+void LinuxThumbnails::finish(const Key& key, const std::optional<FileState>& state,
                              const std::optional<Image>& image) {
     const auto finished = waiting_.extract(key);
     const auto& url = std::get<FileURL>(key);
     if (image)
         failures_.erase(url);
-    else if (identity) {
+    else if (state) {
         if (failures_.size() >= maxRememberedFailures)
             failures_.clear();
-        failures_.insert_or_assign(url, *identity);
+        failures_.insert_or_assign(url, *state);
     }
     for (const Completion& completion : finished.mapped().completions)
         completion(image);

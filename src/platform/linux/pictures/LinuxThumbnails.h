@@ -37,13 +37,13 @@ private:
     };
 
     void answered(const Key& key, const LocalThumbnail& answer);
-    void askDesktop(const Key& key, const FileIdentity& identity, const std::string& type);
-    void readCache(const Key& key, const FileIdentity& identity);
-    void finish(const Key& key, const std::optional<FileIdentity>& identity, const std::optional<Image>& image);
+    void askDesktop(const Key& key, const FileState& state, const std::string& type);
+    void readCache(const Key& key, const FileState& state);
+    void finish(const Key& key, const std::optional<FileState>& state, const std::optional<Image>& image);
 
     const LocalThumbnailer local_;
     std::map<Key, Waiting> waiting_;
-    std::unordered_map<FileURL, FileIdentity> failures_;
+    std::unordered_map<FileURL, FileState> failures_;
     // Last, so that they go first: both drop what they would call back.
     DesktopThumbnailer desktop_;
     ThumbnailWorkers workers_;

@@ -58,23 +58,22 @@ int pixelSide(const ThumbnailRequest& request) {
 
 LocalThumbnailer::LocalThumbnailer(ImageDecoder decoder) : decoder_(std::move(decoder)) {}
 
-LocalThumbnail LocalThumbnailer::make(const ThumbnailRequest& request,
-                                      const std::optional<FileIdentity>& failed) const {
-    const std::optional<FileIdentity> identity = RegularFile::identityAt(request.fileURL.path());
-    if (!identity || identity == failed)
-        return {std::nullopt, identity, {}};
-    if (std::optional<Image> image = cached(request, *identity))
-        return {std::move(image), identity, {}};
-    return decoded(request, *identity);
+LocalThumbnail LocalThumbnailer::make(const ThumbnailRequest& request, const std::optional<FileState>& failed) const {
+    const std::optional<FileState> state = RegularFile::stateAt(request.fileURL.path());
+    if (!state || state == failed)
+        return {std::nullopt, state, {}};
+    if (std::optional<Image> image = cached(request, *state))
+        return {std::move(image), state, {}};
+    return decoded(request, *state);
 }
 
-std::optional<Image> LocalThumbnailer::cached(const ThumbnailRequest& request, const FileIdentity& identity) const {
-    const std::optional<QImage> image = cache_.find(request.fileURL, identity.modifiedSeconds, pixelSide(request));
+std::optional<Image> LocalThumbnailer::cached(const ThumbnailRequest& request, const FileState& state) const {
+    const std::optional<QImage> image = cache_.find(request.fileURL, state.modifiedSeconds, pixelSide(request));
     return image ? std::optional(fitted(*image, request)) : std::nullopt;
 }
 
-LocalThumbnail LocalThumbnailer::decoded(const ThumbnailRequest& request, const FileIdentity& identity) const {
-    LocalThumbnail answer{std::nullopt, identity, {}};
+LocalThumbnail LocalThumbnailer::decoded(const ThumbnailRequest& request, const FileState& state) const {
+    LocalThumbnail answer{std::nullopt, state, {}};
     const std::optional<RegularFile> file = RegularFile::open(request.fileURL.path());
     if (!file)
         return answer;

@@ -14,7 +14,7 @@ namespace stowpocket {
 struct LocalThumbnail {
     std::optional<Image> image;
     /// None when there is no regular file.
-    std::optional<FileIdentity> identity;
+    std::optional<FileState> state;
     /// Set when only the desktop's thumbnailer may have a picture of a file of this type.
     std::string typeForDesktop;
 };
@@ -25,12 +25,11 @@ class LocalThumbnailer {
 public:
     explicit LocalThumbnailer(ImageDecoder decoder);
     /// `failed` is the state of the file that is known to give no thumbnail.
-    [[nodiscard]] LocalThumbnail make(const ThumbnailRequest& request,
-                                      const std::optional<FileIdentity>& failed) const;
-    [[nodiscard]] std::optional<Image> cached(const ThumbnailRequest& request, const FileIdentity& identity) const;
+    [[nodiscard]] LocalThumbnail make(const ThumbnailRequest& request, const std::optional<FileState>& failed) const;
+    [[nodiscard]] std::optional<Image> cached(const ThumbnailRequest& request, const FileState& state) const;
 
 private:
-    [[nodiscard]] LocalThumbnail decoded(const ThumbnailRequest& request, const FileIdentity& identity) const;
+    [[nodiscard]] LocalThumbnail decoded(const ThumbnailRequest& request, const FileState& state) const;
 
     ThumbnailCache cache_;
     ImageDecoder decoder_;

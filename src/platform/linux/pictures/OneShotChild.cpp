@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/pictures/OneShotChild.h"
 
-#include "platform/linux/pictures/FileDescriptor.h"
+#include "platform/linux/storage/FileDescriptor.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -116,11 +116,11 @@ std::optional<Bytes> outputOf(const OneShotChild& child, int input) {
     std::optional<Pipe> output = openPipe();
     if (!output)
         return std::nullopt;
-    const std::optional<pid_t> process = SpawnSettings(input, output->writeEnd.number()).spawn(child.command);
+    const std::optional<pid_t> process = SpawnSettings(input, output->writeEnd.get()).spawn(child.command);
     if (!process)
         return std::nullopt;
-    output->writeEnd.close();
-    std::optional<Bytes> bytes = readAll(output->readEnd.number(), child.outputLimit, deadline);
+    output->writeEnd = FileDescriptor();
+    std::optional<Bytes> bytes = readAll(output->readEnd.get(), child.outputLimit, deadline);
     end(*process);
     return bytes;
 }

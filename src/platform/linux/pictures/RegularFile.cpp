@@ -23,21 +23,21 @@ constexpr std::array<std::uint32_t, 8> networkMagics{
 
 }  // namespace
 
-std::optional<FileIdentity> RegularFile::identityAt(const std::string& path) {
+std::optional<FileState> RegularFile::stateAt(const std::string& path) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
-    return FileIdentity{status.st_dev, status.st_ino, status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_size};
+    return FileState{status.st_dev, status.st_ino, status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_size};
 }
 
 std::optional<RegularFile> RegularFile::open(const std::string& path) {
     // Asked before opening, since opening a device can already set it in motion; and after, since a pipe may have
     // taken the file's place in between. Without O_NONBLOCK that pipe would wait for a writer.
-    if (!identityAt(path))
+    if (!stateAt(path))
         return std::nullopt;
     FileDescriptor descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status {};
-    if (!descriptor.isOpen() || ::fstat(descriptor.number(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (!descriptor.isOpen() || ::fstat(descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
     return RegularFile(std::move(descriptor), status.st_size);
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/Bytes.h"
-#include "platform/linux/pictures/FileDescriptor.h"
+#include "platform/linux/storage/FileDescriptor.h"
 
 #include <compare>
 #include <cstdint>
@@ -12,13 +12,13 @@
 namespace stowpocket {
 
 /// One state of one file: another file at the same path, or the same file after a change, has a different one.
-struct FileIdentity {
+struct FileState {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
     std::int64_t modifiedSeconds = 0;
     std::int64_t modifiedNanoseconds = 0;
     std::int64_t size = 0;
-    friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
+    friend bool operator==(const FileState&, const FileState&) = default;
 };
 
 /// A file opened for reading that is sure not to be a pipe, a device or a folder: reading it comes to an end.
@@ -27,9 +27,9 @@ public:
     /// Follows links. None when there is no regular file at `path` that may be read. Waits for the file system.
     [[nodiscard]] static std::optional<RegularFile> open(const std::string& path);
     /// What a regular file at `path` is now; none without one.
-    [[nodiscard]] static std::optional<FileIdentity> identityAt(const std::string& path);
+    [[nodiscard]] static std::optional<FileState> stateAt(const std::string& path);
 
-    [[nodiscard]] int descriptor() const { return descriptor_.number(); }
+    [[nodiscard]] int descriptor() const { return descriptor_.get(); }
     [[nodiscard]] std::int64_t size() const { return size_; }
     /// The first `limit` bytes, or fewer where the file is shorter. The place from which others read stays.
     [[nodiscard]] Bytes head(std::size_t limit) const;
