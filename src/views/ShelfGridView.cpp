@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 
 namespace stowpocket {
 namespace {
@@ -81,9 +80,10 @@ void ShelfGridView::insertTiles(const std::vector<std::size_t>& indexes) {
 
 void ShelfGridView::removeTiles(const std::vector<std::size_t>& indexes) {
     const std::optional<std::size_t> focused = focusedIndex();
-    for (const std::size_t index : indexes | std::views::reverse) {
-        ShelfItemView* const tile = tiles_[index];
-        tiles_.erase(tiles_.begin() + static_cast<std::ptrdiff_t>(index));
+    for (auto index = indexes.rbegin(); index != indexes.rend(); ++index) {
+        const auto at = tiles_.begin() + static_cast<std::ptrdiff_t>(*index);
+        ShelfItemView* const tile = *at;
+        tiles_.erase(at);
         tile->hide();
         tile->deleteLater();  // not at once: it may be handling the click or key that removed it
     }

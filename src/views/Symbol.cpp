@@ -47,7 +47,7 @@ QImage rendered(QByteArray svg, int pixels, const SymbolColors& colors) {
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    painter.setOpacity(colors.primary.alphaF());
+    painter.setOpacity(static_cast<double>(colors.primary.alphaF()));
     renderer.render(&painter);
     return image;
 }

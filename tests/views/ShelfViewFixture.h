@@ -10,7 +10,7 @@
 #include <QMimeData>
 #include <QPainter>
 
-#include <ranges>
+#include <algorithm>
 
 namespace stowpocket {
 
