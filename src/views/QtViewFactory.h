@@ -6,8 +6,8 @@
 
 namespace stowpocket {
 
-/// Makes a view when its window is first shown; the window owns it.
-using MakeContent = std::function<QWidget*()>;
+/// Makes a view when its window is first shown.
+using MakeContent = std::function<std::unique_ptr<QWidget>()>;
 
 /// The program's windows with Qt views inside. The views know nothing of the window system: what hosts them, reads
 /// drops and starts drags is given.
