@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "app/LinuxServices.h"
+
+#include "platform/qt/QtDropData.h"
+#include "platform/qt/QtPopover.h"
+#include "views/Symbol.h"
+
+#include <cstdio>
+
+namespace stowpocket {
+namespace {
+
+/// This very program, even where its file has been replaced since the start.
+constexpr auto ownExecutable = "/proc/self/exe";
+
+/// The symbol drawn so that its square is as large as the place in the icon.
+QImage paintSymbol(const StatusItemImage& image, const QColor& color, int pixelSize) {
+    const double pointSize = image.pointSize * pixelSize / Symbol::side(image.pointSize);
+    return Symbol::image(image.symbolName, pointSize, image.weight, {color}, 1);
+}
+
+}  // namespace
+
+std::unique_ptr<LinuxServices> LinuxServices::make() {
+    auto connection = X11Connection::ofApplication();
+    std::optional<std::string> preferencesPath = LinuxPreferenceStore::defaultPath();
+    if (!connection || !preferencesPath) {
+        std::fprintf(stderr, "stowpocket: %s\n", connection ? "there is no home folder" : "this is no X11 desktop");
+        return nullptr;
+    }
+    return std::unique_ptr<LinuxServices>(new LinuxServices(std::move(connection), std::move(*preferencesPath)));
+}
+
+LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::string preferencesPath)
+    : connection_(std::move(connection)),
+      preferences_(dispatch_, std::move(preferencesPath)),
+      probe_([this](const std::string& path) { return hangingMountOn(*mounts_.mounts(), path); }),
+      files_(probe_),
+      bookmarks_(mounts_, probe_, LinuxBookmarks::userFolders()),
+      thumbnails_(dispatch_, ownExecutable),
+      icons_(screen_),
+      statusBar_(*connection_, paintSymbol),
+      popoverHost_(*connection_),
+      fileDrag_(*connection_),
+      views_({
+          .makePopover =
+              [this](MakeContent makeContent) {
+                  return std::make_unique<QtPopover>(popoverHost_, std::move(makeContent));
+              },
+          .itemProviders = itemProvidersOf,
+          .startFileDrag = [this](QWidget& source, const FileURL& file, const QPixmap& picture,
+                                  QPoint hotSpot) { fileDrag_.start(source, file, picture, hotSpot); },
+      }) {}
+
+AppServices LinuxServices::forApp() {
+    return {
+        .shelf = {.preferences = preferences_,
+                  .bookmarks = bookmarks_,
+                  .fileManager = files_,
+                  .thumbnails = thumbnails_,
+                  .workspaceIcons = icons_,
+                  .mainScreen = screen_,
+                  .dispatch = dispatch_,
+                  .clock = clock_,
+                  .notificationCenter = notificationCenter_},
+        .statusBar = statusBar_,
+        .views = views_,
+        .application = application_,
+    };
+}
+
+}  // namespace stowpocket

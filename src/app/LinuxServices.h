@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "platform/linux/pictures/LinuxThumbnails.h"
+#include "platform/linux/pictures/LinuxWorkspaceIcons.h"
+#include "platform/linux/storage/LinuxBookmarks.h"
+#include "platform/linux/storage/LinuxPreferenceStore.h"
+#include "platform/linux/storage/MountTable.h"
+#include "platform/linux/storage/PatientProbe.h"
+#include "platform/linux/storage/PosixFileManager.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11FileDrag.h"
+#include "platform/linux/x11/X11PopoverHost.h"
+#include "platform/linux/x11/X11StatusItem.h"
+#include "platform/qt/QtApplication.h"
+#include "platform/qt/QtDispatch.h"
+#include "platform/qt/QtMainScreen.h"
+#include "platform/qt/SystemClock.h"
+#include "views/QtViewFactory.h"
+
+#include <memory>
+
+namespace stowpocket {
+
+/// Everything that the program runs on under Linux and X11. Made after the Qt application, on the main thread; ended
+/// in the order opposite to that of the members.
+class LinuxServices {
+public:
+    /// Null, with the reason on standard error, where the program cannot run: no X11 desktop, or no home folder.
+    [[nodiscard]] static std::unique_ptr<LinuxServices> make();
+
+    [[nodiscard]] AppServices forApp();
+    [[nodiscard]] Application& application() { return application_; }
+    /// Waits until the preferences are on the disk; for the end of the program.
+    void flush() { preferences_.flush(); }
+
+private:
+    LinuxServices(std::unique_ptr<X11Connection> connection, std::string preferencesPath);
+
+    std::unique_ptr<X11Connection> connection_;
+    QtDispatch dispatch_;
+    SystemClock clock_;
+    NotificationCenter notificationCenter_;
+    LinuxPreferenceStore preferences_;
+    MountTable mounts_;
+    PatientProbe probe_;
+    PosixFileManager files_;
+    LinuxBookmarks bookmarks_;
+    QtMainScreen screen_;
+    LinuxThumbnails thumbnails_;
+    LinuxWorkspaceIcons icons_;
+    QtApplication application_;
+    X11StatusBar statusBar_;
+    X11PopoverHost popoverHost_;
+    X11FileDrag fileDrag_;
+    QtViewFactory views_;
+};
+
+}  // namespace stowpocket
