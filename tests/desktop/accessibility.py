@@ -1,0 +1,90 @@
+# SPDX-License-Identifier: MIT
+"""What the programs on a desktop tell a screen reader: names, roles and places of everything on their windows."""
+from gi.repository import Gio, GLib
+
+from x_display import Rect, wait_for
+
+SHOWING = 25
+ROOT = "/org/a11y/atspi/accessible/root"
+
+
+class Accessible:
+    """One object of the tree. Programs change while they are read, so an object that is gone answers with nothing."""
+
+    def __init__(self, tree, address):
+        self.tree, self.address = tree, address
+
+    def call(self, interface, method, arguments=None):
+        bus, path = self.address
+        try:
+            return self.tree.bus.call_sync(bus, path, interface, method, arguments, None, Gio.DBusCallFlags.NONE, 5000, None).unpack()
+        except GLib.Error:
+            return None
+
+    def ask(self, interface, name):
+        answer = self.call("org.freedesktop.DBus.Properties", "Get", GLib.Variant("(ss)", (f"org.a11y.atspi.{interface}", name)))
+        return answer[0] if answer else None
+
+    @property
+    def name(self):
+        return self.ask("Accessible", "Name") or ""
+
+    @property
+    def role(self):
+        answer = self.call("org.a11y.atspi.Accessible", "GetRoleName")
+        return answer[0] if answer else ""
+
+    def children(self):
+        answer = self.call("org.a11y.atspi.Accessible", "GetChildren")
+        return [Accessible(self.tree, address) for address in answer[0]] if answer else []
+
+    def is_showing(self):
+        answer = self.call("org.a11y.atspi.Accessible", "GetState")
+        return bool(answer and answer[0][0] >> SHOWING & 1)
+
+    def rect(self):
+        answer = self.call("org.a11y.atspi.Component", "GetExtents", GLib.Variant("(u)", (0,)))
+        return Rect(*answer[0]) if answer else None
+
+    def centre(self):
+        x, y, width, height = self.rect()
+        return x + width // 2, y + height // 2
+
+    def selected_count(self):
+        return self.ask("Selection", "NSelectedChildren") or 0
+
+    def everything(self):
+        """This object and all below it, parents first."""
+        yield self
+        for child in self.children():
+            yield from child.everything()
+
+    def find(self, name=None, role=None):
+        """The first object below with this name and role that is on the screen, or nothing."""
+        return next((each for each in self.everything()
+                     if (name is None or each.name == name) and (role is None or each.role == role) and each.is_showing()), None)
+
+
+class AccessibleTree:
+    """The accessibility bus of one desktop, reached through its session bus."""
+
+    def __init__(self, session_address):
+        session = self.connect(session_address)
+        answer = session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None, Gio.DBusCallFlags.NONE, 20000, None)
+        session.close_sync(None)
+        self.bus = self.connect(answer.unpack()[0])
+
+    @staticmethod
+    def connect(address):
+        flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+        return Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
+
+    def close(self):
+        self.bus.close_sync(None)
+
+    def programs(self):
+        return Accessible(self, ("org.a11y.atspi.Registry", ROOT)).children()
+
+    def program(self, name):
+        """The program that calls itself `name`, once it is there."""
+        return wait_for(lambda: next((each for each in self.programs() if each.name == name), None), f"{name} in the accessibility tree")

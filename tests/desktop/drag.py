@@ -1,0 +1,46 @@
+# SPDX-License-Identifier: MIT
+"""A drag with the mouse, step by step as a hand does it."""
+from x_display import wait_for
+
+BARE_DESKTOP = (625, 600)
+
+
+class Drag:
+    """Begun when made. Each step waits until the programs have answered it: nothing here is timed."""
+
+    def __init__(self, x, start):
+        self.x, self.at = x, start
+        x.forget_drag()
+        x.point(*start)
+        x.button(True)
+        # Programs begin a drag only after a few pixels of movement with the button held.
+        wait_for(lambda: self.nudge(2) or x.is_dragging(), "the drag to begin")
+
+    def nudge(self, by):
+        self.at = self.at[0] + by, self.at[1]
+        self.x.point(*self.at)
+
+    def over(self, point, condition, what):
+        """Moves to `point` and stirs there, as a hand is never still, until the condition holds."""
+        (from_x, from_y), (to_x, to_y) = self.at, point
+        for step in range(1, 21):
+            self.at = from_x + (to_x - from_x) * step // 20, from_y + (to_y - from_y) * step // 20
+            self.x.point(*self.at)
+        by = 1
+
+        def stir():
+            nonlocal by
+            self.nudge(by)
+            by = -by
+            return condition()
+        return wait_for(stir, what)
+
+    def is_taken(self):
+        look = self.x.pointer_look()
+        return look.startswith("dnd-") and look != "dnd-none"
+
+    def drop(self, point):
+        # The look of the pointer may still be that of the place before; over the bare desktop it is known to say no.
+        self.over(BARE_DESKTOP, lambda: not self.is_taken(), "the bare desktop to refuse the drop")
+        self.over(point, self.is_taken, f"the place {point} to take the drop")
+        self.x.button(False)

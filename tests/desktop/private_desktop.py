@@ -1,0 +1,149 @@
+# SPDX-License-Identifier: MIT
+"""A desktop of its own: X server, window manager, session bus, accessibility bus and home folder, gone without a trace afterwards."""
+import ctypes
+import os
+import shutil
+import signal
+import subprocess
+import tempfile
+from pathlib import Path
+
+from accessibility import AccessibleTree
+from x_display import XDisplay, wait_for
+
+PR_SET_CHILD_SUBREAPER = 36
+BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN" "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig><type>session</type><listen>unix:path={home}/bus</listen><servicedir>{home}/services</servicedir><auth>EXTERNAL</auth>
+<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/></policy></busconfig>"""
+# The only programs that the bus may start: the settings of the Xfce programs and the accessibility bus.
+SERVICES = ["org.xfce.Xfconf.service", "org.a11y.Bus.service"]
+
+
+def children_of(parent):
+    """The processes whose parent is `parent`, as the kernel lists them."""
+    return [int(pid) for task in Path(f"/proc/{parent}/task").iterdir() for pid in (task / "children").read_text().split()]
+
+
+def is_zombie(pid):
+    try:
+        return Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()[0] == "Z"
+    except OSError:
+        return True
+
+
+class PrivateDesktop:
+    """Everything started here is ended on leaving, in reverse order; what those left behind is found as our own orphans and ended too.
+
+    Logs, and the last picture of the screen, lie in `log_folder`.
+    """
+
+    def __init__(self, log_folder, size="1280x900"):
+        self.logs = Path(log_folder)
+        shutil.rmtree(self.logs, ignore_errors=True)
+        self.logs.mkdir(parents=True)
+        self.size, self.started = size, []
+
+    def __enter__(self):
+        ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
+        self.home = Path(tempfile.mkdtemp(prefix="desktop-"))
+        try:
+            self.start_servers()
+        except BaseException:
+            self.__exit__()
+            raise
+        return self
+
+    def start_servers(self):
+        for folder in ("config", "data", "cache", "state", "services"):
+            (self.home / folder).mkdir()
+        (self.home / "run").mkdir(mode=0o700)
+        kept = {name: os.environ[name] for name in ("PATH", "LD_LIBRARY_PATH") if name in os.environ}
+        self.environment = kept | {
+            "HOME": str(self.home), "XDG_CONFIG_HOME": f"{self.home}/config", "XDG_DATA_HOME": f"{self.home}/data",
+            "XDG_CACHE_HOME": f"{self.home}/cache", "XDG_STATE_HOME": f"{self.home}/state", "XDG_RUNTIME_DIR": f"{self.home}/run",
+            "LANG": "C.UTF-8", "GIO_USE_VFS": "local", "NO_AT_BRIDGE": "0", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
+        self.start_x_server()
+        self.start_bus()
+        self.x = XDisplay(self.environment["DISPLAY"])
+        self.start("openbox")
+        wait_for(lambda: self.x.property(self.x.root.value, "_NET_SUPPORTING_WM_CHECK"), "the window manager")
+        self.tree = AccessibleTree(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+
+    def start_x_server(self):
+        reading, writing = os.pipe()
+        self.start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{self.size}x24", "-nolisten", "tcp", "-noreset", pass_fds=[writing])
+        os.close(writing)
+        with os.fdopen(reading) as answer:
+            self.environment["DISPLAY"] = ":" + answer.readline().strip()
+
+    def start_bus(self):
+        for service in SERVICES:
+            shutil.copy(f"/usr/share/dbus-1/services/{service}", self.home / "services")
+        (self.home / "bus.conf").write_text(BUS_CONFIG.format(home=self.home))
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = f"unix:path={self.home}/bus"
+        self.start("dbus-daemon", f"--config-file={self.home}/bus.conf", "--nofork")
+        wait_for((self.home / "bus").exists, "the session bus")
+
+    def start(self, *command, pass_fds=()):
+        """Starts a program on this desktop; its output goes to a log named after it."""
+        name = Path(command[0]).name
+        with open(self.logs / f"{name}.log", "ab") as log:
+            process = subprocess.Popen(command, env=self.environment, cwd=self.home, stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=pass_fds)
+        self.started.append(process)
+        return process
+
+    def end(self, process, how=signal.SIGTERM):
+        """Ends one program and gives its exit status."""
+        if process in self.started:
+            self.started.remove(process)
+        if process.poll() is None:
+            process.send_signal(how)
+        try:
+            return process.wait(20)
+        except subprocess.TimeoutExpired:
+            process.kill()
+            process.wait()
+            raise AssertionError(f"{process.args[0]} did not end on {how.name}") from None
+
+    def folder(self, name, files=0):
+        """A new folder with so many small text files."""
+        made = self.home / name
+        made.mkdir()
+        for number in range(1, files + 1):
+            (made / f"file {number:02}.txt").write_text(f"{name} {number}\n" * number)
+        return made
+
+    def picture(self, name):
+        self.x.save_picture(self.logs / f"{name}.png")
+
+    def __exit__(self, *_):
+        try:
+            if hasattr(self, "x"):
+                self.picture("last")
+        finally:
+            self.end_everything()
+            shutil.rmtree(self.home)
+
+    def end_everything(self):
+        if hasattr(self, "tree"):
+            self.tree.close()
+        x_server, others = self.started[:1], self.started[1:]
+        for process in reversed(others):
+            self.end(process)
+        self.end_orphans([process.pid for process in x_server])
+        if hasattr(self, "x"):
+            self.x.close()
+        for process in x_server:
+            self.end(process)
+        assert not children_of(os.getpid()), "processes were left behind"
+
+    def end_orphans(self, spared):
+        """Programs that other programs started become our children when those end; the last of them go here."""
+        def orphans():
+            for pid in set(children_of(os.getpid())) - set(spared):
+                if is_zombie(pid):
+                    os.waitpid(pid, 0)
+                else:
+                    os.kill(pid, signal.SIGTERM)
+            return not set(children_of(os.getpid())) - set(spared)
+        wait_for(orphans, "the programs left behind to end")

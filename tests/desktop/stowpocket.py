@@ -1,0 +1,84 @@
+# SPDX-License-Identifier: MIT
+"""The program under test, as a user and the disk see it."""
+import os
+import plistlib
+import signal
+from pathlib import Path
+
+from drag import Drag
+from x_display import wait_for
+
+PROJECT = Path(__file__).resolve().parents[2]
+PROGRAM = os.environ.get("STOWPOCKET", PROJECT / "build/dev/src/stowpocket")
+
+
+class Stowpocket:
+    def __init__(self, desktop, *files, program=PROGRAM):
+        self.desktop, self.x, self.program = desktop, desktop.x, str(program)
+        self.settings = desktop.home / "config/stowpocket/preferences.plist"
+        if not self.settings.exists():
+            self.settings.parent.mkdir()
+            self.settings.write_bytes(plistlib.dumps({"onboardingShown": True}))
+        self.start(*files)
+
+    def start(self, *files):
+        self.process = self.desktop.start(self.program, *map(str, files))
+        self.icon()
+
+    def end(self, how=signal.SIGTERM):
+        return self.desktop.end(self.process, how)
+
+    def icon(self):
+        """The middle of the icon, once the panel has taken it in."""
+        def docked():
+            window = self.x.find("stowpocket status item")
+            return window and self.x.rect(window)
+        place = wait_for(docked, "the icon in the panel")
+        return place.x + place.width // 2, place.y + place.height // 2
+
+    def shelf(self):
+        """The saved shelf, oldest item first."""
+        try:
+            return plistlib.loads(self.settings.read_bytes()).get("shelfBookmarks", [])
+        except FileNotFoundError:
+            return []
+
+    def filenames(self):
+        return [item["filename"] for item in self.shelf()]
+
+    def wait_for_files(self, names):
+        wait_for(lambda: self.filenames() == names, f"{names} on the shelf")
+
+    def popover(self):
+        """The window of the open popover, or nothing."""
+        return self.x.find("stowpocket shelf")
+
+    def open_popover(self):
+        if not self.popover():
+            self.x.click(*self.icon())
+        return wait_for(self.popover, "the popover")
+
+    def shown(self, start):
+        """What the program shows whose name begins so, or nothing."""
+        for window in self.desktop.tree.program("stowpocket").children():
+            for each in window.everything():
+                if each.name.startswith(start) and each.is_showing():
+                    return each
+        return None
+
+    def wait_for_shown(self, start):
+        return wait_for(lambda: self.shown(start), f'"{start}" to be shown')
+
+    def tile(self, filename):
+        return self.wait_for_shown(f"{filename}, ")
+
+    def press(self, name):
+        self.x.click(*self.wait_for_shown(name).centre())
+
+    def take_drop(self, drag):
+        """Drops what is dragged on the icon, which opens the popover before."""
+        drag.over(self.icon(), self.popover, "the popover to open under the drag")
+        drag.drop(self.icon())
+
+    def drag_tile(self, filename):
+        return Drag(self.x, self.tile(filename).centre())

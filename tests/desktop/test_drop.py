@@ -1,0 +1,52 @@
+# SPDX-License-Identifier: MIT
+"""Files dragged from a file manager onto the shelf."""
+import unittest
+
+from case import DesktopTest
+from peers import LEFT, PcmanfmQt, Thunar
+from x_display import wait_for
+
+
+class Drop(DesktopTest):
+    def offer(self, panel, file_manager, count):
+        """Starts everything and has so many files in the hand."""
+        self.folder = self.desktop.folder("papers", count)
+        self.names = sorted(file.name for file in self.folder.iterdir())
+        stowpocket = self.start(panel)
+        return stowpocket, file_manager(self.desktop, self.folder, LEFT)
+
+    def drop_on_icon(self, panel, file_manager, count):
+        stowpocket, window = self.offer(panel, file_manager, count)
+        stowpocket.take_drop(window.drag_all())
+        wait_for(stowpocket.filenames, "files on the shelf")
+        self.assertEqual(sorted(file.name for file in self.folder.iterdir()), self.names)
+        return stowpocket
+
+    def test_icon_in_xfce4_panel_takes_a_file_of_thunar(self):
+        self.drop_on_icon("xfce4-panel", Thunar, 1).wait_for_files(self.names)
+
+    def test_icon_in_trayer_takes_files_of_pcmanfm_qt(self):
+        self.drop_on_icon("trayer", PcmanfmQt, 3).wait_for_files(self.names)
+
+    def test_icon_takes_what_fits_and_says_so(self):
+        stowpocket = self.drop_on_icon("xfce4-panel", PcmanfmQt, 25)
+        stowpocket.wait_for_files(self.names[:20])
+        stowpocket.wait_for_shown("Added 20 of 25 files - shelf is full")
+
+    def test_open_popover_takes_files(self):
+        stowpocket, window = self.offer("trayer", Thunar, 3)
+        place = self.desktop.x.rect(stowpocket.open_popover())
+        drag = window.drag_all()
+        drag.drop((place.x + place.width // 2, place.y + place.height // 2))
+        stowpocket.wait_for_files(self.names)
+
+    def test_drag_that_only_passes_over_the_icon_adds_nothing(self):
+        stowpocket, window = self.offer("xfce4-panel", Thunar, 3)
+        drag = window.drag_all()
+        drag.over(stowpocket.icon(), stowpocket.popover, "the popover to open under the drag")
+        drag.drop(window.blank_place())
+        self.assertEqual(stowpocket.filenames(), [])
+
+
+if __name__ == "__main__":
+    unittest.main()

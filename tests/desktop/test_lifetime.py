@@ -1,0 +1,56 @@
+# SPDX-License-Identifier: MIT
+"""Starts, ends and restarts, of the program and of the panel around it."""
+import signal
+import unittest
+
+from case import DesktopTest
+from peers import LEFT, RIGHT, PcmanfmQt, Thunar, start_panel
+from x_display import wait_for
+
+
+class Lifetime(DesktopTest):
+    def test_shelf_outlives_the_program(self):
+        files = sorted(self.desktop.folder("papers", 3).iterdir())
+        stowpocket = self.start("xfce4-panel", *files)
+        stowpocket.wait_for_files([file.name for file in files])
+        saved = stowpocket.shelf()
+        for how in (signal.SIGTERM, signal.SIGKILL):
+            with self.subTest(how.name):
+                self.assertEqual(stowpocket.end(how), 0 if how == signal.SIGTERM else -how)
+                stowpocket.start()
+                stowpocket.open_popover()
+                for file in files:
+                    self.assertNotIn("Missing", stowpocket.tile(file.name).name)
+                self.assertEqual(stowpocket.shelf(), saved)
+
+    def test_damaged_settings_are_set_aside(self):
+        folder = self.desktop.home / "config/stowpocket"
+        folder.mkdir()
+        (folder / "preferences.plist").write_bytes(b"<?xml version='1.0'?><plist><dict><key>shelf")
+        file, = self.desktop.folder("papers", 1).iterdir()
+        stowpocket = self.start("trayer")
+        self.assertTrue(list(folder.glob("*.damaged-*")))
+        window = Thunar(self.desktop, file.parent, LEFT)
+        stowpocket.take_drop(window.drag_all())
+        stowpocket.wait_for_files([file.name])
+
+    def test_icon_returns_with_the_panel(self):
+        window = PcmanfmQt(self.desktop, self.desktop.folder("papers", 1), LEFT)
+        stowpocket = self.start("xfce4-panel")
+        self.desktop.end(self.panel, signal.SIGKILL)
+        wait_for(lambda: not self.desktop.x.find("stowpocket status item"), "the icon to go with the panel")
+        start_panel(self.desktop, "trayer")
+        stowpocket.take_drop(window.drag_all())
+        stowpocket.wait_for_files(["file 01.txt"])
+
+    def test_start_leaves_the_focus_where_it_is(self):
+        window = Thunar(self.desktop, self.desktop.folder("papers", 1), RIGHT)
+        window.activate()
+        stowpocket = self.start("trayer")
+        stowpocket.x.keys("Control_L", "a")
+        wait_for(lambda: window.status.name.startswith('"file 01.txt"'), "the key to reach the file manager")
+        self.assertEqual(self.desktop.x.active_window(), window.window)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,166 @@
+# SPDX-License-Identifier: MIT
+"""A connection to an X server: its windows, its picture, and a hand on mouse and keyboard (through XTEST)."""
+import ctypes
+import struct
+import time
+import zlib
+from collections import namedtuple
+
+Rect = namedtuple("Rect", "x y width height")
+x11 = ctypes.CDLL("libX11.so.6")
+xtst = ctypes.CDLL("libXtst.so.6")
+xfixes = ctypes.CDLL("libXfixes.so.3")
+XID, Pointer, Int = ctypes.c_ulong, ctypes.c_void_p, ctypes.c_int
+for function in (x11.XOpenDisplay, x11.XGetImage, xfixes.XFixesGetCursorImage):
+    function.restype = Pointer
+for function in (x11.XInternAtom, x11.XDefaultRootWindow, x11.XGetSelectionOwner, x11.XStringToKeysym):
+    function.restype = XID
+ErrorHandler = ctypes.CFUNCTYPE(Int, Pointer, Pointer)
+# Windows of other programs come and go while they are looked at: an error answer must not end the process.
+ignore_errors = ErrorHandler(lambda display, event: 0)
+x11.XSetErrorHandler(ignore_errors)
+
+
+def wait_for(condition, what, limit=30):
+    """The first true answer of `condition`. The limit only ends a run that has failed already."""
+    end = time.monotonic() + limit
+    while True:
+        answer = condition()
+        if answer:
+            return answer
+        if time.monotonic() > end:
+            raise TimeoutError(f"waited {limit} s in vain for {what}")
+        time.sleep(0.02)
+
+
+def png(width, height, rgb):
+    """The bytes of a PNG file that shows these pixels."""
+    def chunk(kind, body):
+        return struct.pack(">I", len(body)) + kind + body + struct.pack(">I", zlib.crc32(kind + body))
+    rows = b"".join(b"\0" + rgb[at:at + width * 3] for at in range(0, len(rgb), width * 3))
+    header = struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0)
+    return b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b"")
+
+
+class CursorImage(ctypes.Structure):
+    _fields_ = [("position", ctypes.c_short * 2), ("size", ctypes.c_ushort * 2), ("hot", ctypes.c_ushort * 2),
+                ("serial", XID), ("pixels", Pointer), ("atom", XID), ("name", ctypes.c_char_p)]
+
+
+class XDisplay:
+    def __init__(self, name):
+        self.handle = Pointer(x11.XOpenDisplay(name.encode()))
+        assert self.handle, f"no X server at {name}"
+        self.root = XID(x11.XDefaultRootWindow(self.handle))
+
+    def close(self):
+        x11.XCloseDisplay(self.handle)
+
+    def atom(self, name):
+        return XID(x11.XInternAtom(self.handle, name.encode(), 0))
+
+    # Windows
+
+    def children(self, window):
+        root, parent, array, count = XID(), XID(), ctypes.POINTER(XID)(), ctypes.c_uint()
+        if not x11.XQueryTree(self.handle, XID(window), ctypes.byref(root), ctypes.byref(parent), ctypes.byref(array), ctypes.byref(count)):
+            return []
+        found = array[:count.value]
+        if count.value:
+            x11.XFree(array)
+        return found
+
+    def property(self, window, name):
+        """The bytes of a property (32-bit items come as unsigned longs), or nothing."""
+        kind, form, count, rest, data = XID(), Int(), ctypes.c_ulong(), ctypes.c_ulong(), Pointer()
+        failed = x11.XGetWindowProperty(self.handle, XID(window), self.atom(name), ctypes.c_long(0), ctypes.c_long(1000), 0, XID(0), *map(
+            ctypes.byref, (kind, form, count, rest, data)))
+        if failed or not data:
+            return b""
+        answer = ctypes.string_at(data, count.value * {0: 0, 8: 1, 16: 2, 32: 8}[form.value])
+        x11.XFree(data)
+        return answer
+
+    def title(self, window):
+        return (self.property(window, "_NET_WM_NAME") or self.property(window, "WM_NAME")).decode(errors="replace")
+
+    def find(self, title):
+        """The viewable window with this title, or nothing."""
+        pending = self.children(self.root.value)
+        while pending:
+            window = pending.pop(0)
+            pending += self.children(window)
+            if self.title(window) == title and self.is_viewable(window):
+                return window
+        return None
+
+    def is_viewable(self, window):
+        attributes = (ctypes.c_byte * 256)()
+        if not x11.XGetWindowAttributes(self.handle, XID(window), attributes):
+            return False
+        # map_state follows x, y, width, height, border, depth, visual, root, class, 2 gravities, backing store and its 2 masks, save_under, colormap, map_installed
+        return struct.unpack_from("i", attributes, 92)[0] == 2
+
+    def rect(self, window):
+        """Where a window really is on the screen."""
+        root, child, x, y, w, h, rest = XID(), XID(), Int(), Int(), Int(), Int(), ctypes.c_uint()
+        x11.XGetGeometry(self.handle, XID(window), *map(ctypes.byref, (root, x, y, w, h, rest, rest)))
+        x11.XTranslateCoordinates(self.handle, XID(window), self.root, 0, 0, *map(ctypes.byref, (x, y, child)))
+        return Rect(x.value, y.value, w.value, h.value)
+
+    def move(self, window, x, y, width, height):
+        x11.XMoveResizeWindow(self.handle, XID(window), x, y, width, height)
+        x11.XSync(self.handle, 0)
+
+    def active_window(self):
+        answer = self.property(self.root.value, "_NET_ACTIVE_WINDOW")
+        return struct.unpack("L", answer)[0] if answer else 0
+
+    # Mouse and keyboard
+
+    def point(self, x, y):
+        xtst.XTestFakeMotionEvent(self.handle, -1, int(x), int(y), 0)
+        x11.XSync(self.handle, 0)
+
+    def button(self, press, number=1):
+        xtst.XTestFakeButtonEvent(self.handle, number, int(press), 0)
+        x11.XSync(self.handle, 0)
+
+    def click(self, x, y):
+        self.point(x, y)
+        self.button(True)
+        self.button(False)
+
+    def keys(self, *names):
+        """Presses the keys together, as in keys("Control_L", "a")."""
+        codes = [x11.XKeysymToKeycode(self.handle, XID(x11.XStringToKeysym(name.encode()))) for name in names]
+        for code, press in [(code, 1) for code in codes] + [(code, 0) for code in reversed(codes)]:
+            xtst.XTestFakeKeyEvent(self.handle, code & 0xff, press, 0)
+        x11.XSync(self.handle, 0)
+
+    def pointer_look(self):
+        """The name of the pointer's picture: a program that drags shows in it whether the place underneath takes the drop."""
+        address = xfixes.XFixesGetCursorImage(self.handle)
+        name = (CursorImage.from_address(address).name or b"").decode()
+        x11.XFree(Pointer(address))
+        return name
+
+    def is_dragging(self):
+        return x11.XGetSelectionOwner(self.handle, self.atom("XdndSelection")) != 0
+
+    def forget_drag(self):
+        """Some programs keep the drag selection after the drop; without it the next drag shows by itself."""
+        x11.XSetSelectionOwner(self.handle, self.atom("XdndSelection"), XID(0), XID(0))
+        x11.XSync(self.handle, 0)
+
+    # The screen
+
+    def save_picture(self, path):
+        """Writes what is on the screen as a PNG file."""
+        screen = self.rect(self.root.value)
+        image = Pointer(x11.XGetImage(self.handle, self.root, 0, 0, screen.width, screen.height, ctypes.c_ulong(0xffffffff), 2))
+        data = ctypes.string_at(ctypes.cast(image, ctypes.POINTER(Pointer))[2], screen.width * screen.height * 4)
+        x11.XDestroyImage(image)
+        rgb = bytearray(screen.width * screen.height * 3)
+        rgb[0::3], rgb[1::3], rgb[2::3] = data[2::4], data[1::4], data[0::4]
+        path.write_bytes(png(screen.width, screen.height, rgb))
