@@ -1,0 +1,96 @@
+# SPDX-License-Identifier: MIT
+"""Shows the program at work on a desktop of its own, with real drags: tour.py PROGRAM.
+
+Pictures and listing.txt are left in build/tour. Ends with 0 only if everything in it has happened.
+"""
+import sys
+from pathlib import Path
+
+PROJECT = Path(__file__).resolve().parents[1]
+sys.path.insert(0, str(PROJECT / "tests/desktop"))
+from peers import LEFT, RIGHT, PcmanfmQt, Thunar, start_panel  # noqa: E402
+from private_desktop import PrivateDesktop  # noqa: E402
+from stowpocket import Stowpocket  # noqa: E402
+from x_display import png, wait_for  # noqa: E402
+
+PHOTO, NOTES, TABLE = "harbour.png", "notes.txt", "prices.csv"
+
+
+def write_files(folder):
+    """A photo (a sunset of sorts), a text and a table."""
+    sea = bytes(value for y in range(120) for x in range(160)
+                for value in ((250 - y, 160 - y, 60 + y // 2) if y < 70 else (20 + x // 4, 60 + y // 2, 110 + y)))
+    (folder / PHOTO).write_bytes(png(160, 120, sea))
+    (folder / NOTES).write_text("Berth 12 is free from Monday.\n" * 40)
+    (folder / TABLE).write_text("mooring,price\nday,18\nweek,95\n")
+
+
+class Tour:
+    def __init__(self, desktop, folders):
+        self.desktop, self.folders, self.number = desktop, folders, 0
+        self.listing = (desktop.logs / "listing.txt").open("w")
+
+    def show(self, name, text, stowpocket):
+        """One step: a picture of the screen, and the shelf and the folders as they are now."""
+        self.number += 1
+        picture = f"{self.number:02}-{name}"
+        self.desktop.picture(picture)
+        print(f"{picture}.png  {text}")
+        print(f"{picture}.png  {text}\n  shelf: {', '.join(stowpocket.filenames()) or 'empty'}", file=self.listing)
+        for folder in self.folders:
+            files = (f"{file.name} ({file.stat().st_size} bytes)" for file in sorted(folder.iterdir()))
+            print(f"  {folder.name}: {', '.join(files) or 'empty'}", file=self.listing, flush=True)
+
+
+def take_tour(desktop, program):
+    source, target = desktop.folder("Harbour"), desktop.folder("Letter")
+    write_files(source)
+    names = sorted([PHOTO, NOTES, TABLE])
+    start_panel(desktop, "xfce4-panel")
+    stowpocket = Stowpocket(desktop, program=program)
+    tour = Tour(desktop, (source, target))
+    here, there = Thunar(desktop, source, LEFT), PcmanfmQt(desktop, target, RIGHT)
+    tour.show("started", "the icon stands in the panel, the shelf is empty", stowpocket)
+
+    drag = here.drag_all()
+    drag.over(stowpocket.icon(), stowpocket.popover, "the popover to open under the drag")
+    stowpocket.wait_for_shown("0/20")
+    tour.show("hover", "three files are dragged over the icon: the shelf opens", stowpocket)
+    drag.drop(stowpocket.icon())
+    stowpocket.wait_for_files(names)
+    stowpocket.wait_for_shown("3/20")
+    for name in names:
+        stowpocket.tile(name)
+    tour.show("dropped", "they are on the shelf and still in their folder", stowpocket)
+
+    stowpocket.drag_tile(NOTES).drop(there.blank_place())
+    there.confirm_drop()
+    wait_for(lambda: (target / NOTES).exists() and (target / NOTES).read_bytes() == (source / NOTES).read_bytes(), "the copy")
+    there.wait_for_count(1)
+    tour.show("dragged-out", "one was dragged from the shelf into another folder: a copy lies there", stowpocket)
+
+    stowpocket.open_popover()
+    (source / TABLE).unlink()
+    wait_for(lambda: "Missing" in stowpocket.tile(TABLE).name, "the deleted file to be shown missing")
+    tour.show("missing", "one was deleted on disk: its tile says so", stowpocket)
+    stowpocket.wait_for_files([name for name in names if name != TABLE])
+    stowpocket.wait_for_shown("2/20")
+    wait_for(lambda: not stowpocket.shown(TABLE), "the tile of the deleted file to go")
+    tour.show("gone", "and then it leaves the shelf", stowpocket)
+    if stowpocket.end() != 0:
+        raise AssertionError("the program did not end cleanly")
+
+
+def main():
+    pictures = PROJECT / "build/tour"
+    try:
+        with PrivateDesktop(pictures) as desktop:
+            take_tour(desktop, sys.argv[1])
+    except (TimeoutError, AssertionError) as failure:
+        print(f"== The tour was broken off: {failure}. Its pictures and logs are in {pictures}", file=sys.stderr)
+        return 1
+    print(f"== All of it happened. Pictures and listing.txt are in {pictures}")
+    return 0
+
+
+sys.exit(main())
