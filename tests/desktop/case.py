@@ -11,7 +11,7 @@ class DesktopTest(unittest.TestCase):
     """Logs and the last picture of each test are kept in build/desktop/<test>."""
 
     def setUp(self):
-        self.desktop = self.enterContext(PrivateDesktop(PROJECT / "build/desktop" / self.id()))
+        self.desktop = self.enterContext(PrivateDesktop(PROJECT / "build/desktop" / self.id().removeprefix("__main__.")))
 
     def start(self, panel, *files):
         self.panel = start_panel(self.desktop, panel)

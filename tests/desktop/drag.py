@@ -39,8 +39,17 @@ class Drag:
         look = self.x.pointer_look()
         return look.startswith("dnd-") and look != "dnd-none"
 
-    def drop(self, point):
-        # The look of the pointer may still be that of the place before; over the bare desktop it is known to say no.
+    def leave(self):
+        """Moves over the bare desktop, which takes nothing."""
         self.over(BARE_DESKTOP, lambda: not self.is_taken(), "the bare desktop to refuse the drop")
+
+    def drop(self, point):
+        # The look of the pointer may still be that of the place before; only once it has said no does it tell about this one.
+        self.leave()
         self.over(point, self.is_taken, f"the place {point} to take the drop")
         self.x.button(False)
+
+    def drop_nowhere(self):
+        self.leave()
+        self.x.button(False)
+        wait_for(lambda: not self.x.is_dragging(), "the drag to end")

@@ -14,7 +14,7 @@ PROGRAM = os.environ.get("STOWPOCKET", PROJECT / "build/dev/src/stowpocket")
 
 class Stowpocket:
     def __init__(self, desktop, *files, program=PROGRAM):
-        self.desktop, self.x, self.program = desktop, desktop.x, str(program)
+        self.desktop, self.x, self.program = desktop, desktop.x, str(Path(program).resolve())
         self.settings = desktop.home / "config/stowpocket/preferences.plist"
         if not self.settings.exists():
             self.settings.parent.mkdir()
