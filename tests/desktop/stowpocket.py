@@ -29,12 +29,15 @@ class Stowpocket:
         return self.desktop.end(self.process, how)
 
     def icon(self):
-        """The middle of the icon, once the panel has taken it in."""
-        def docked():
+        """The middle of the icon, once the panel has given it its place; before that it lies beyond the edge of the screen."""
+        screen = self.x.rect(self.x.root.value)
+
+        def place():
             window = self.x.find("stowpocket status item")
-            return window and self.x.rect(window)
-        place = wait_for(docked, "the icon in the panel")
-        return place.x + place.width // 2, place.y + place.height // 2
+            icon = window and self.x.rect(window)
+            return icon and icon.x + icon.width <= screen.width and icon
+        icon = wait_for(place, "the icon in the panel")
+        return icon.x + icon.width // 2, icon.y + icon.height // 2
 
     def shelf(self):
         """The saved shelf, oldest item first."""
