@@ -65,7 +65,7 @@ void AppDelegate::setUpStatusItem() {
         button,
         [weak](const std::vector<FileURL>& urls) {
             if (const auto self = weak.lock()) {
-                self->addFileURLs(urls);
+                self->shelfViewModel_->addFileURLs(urls);
                 self->showPopover(Animation::none);
             }
         },
@@ -125,10 +125,6 @@ void AppDelegate::statusItemClicked() {
         closePopover();
     else
         showPopover(Animation::animated);
-}
-
-void AppDelegate::addFileURLs(const std::vector<FileURL>& urls) {
-    shelfViewModel_->addFileURLs(urls);
 }
 
 void AppDelegate::showPopover(Animation animation) {

@@ -33,8 +33,8 @@ public:
     void applicationWillTerminate();
 
     void statusItemClicked();
-    /// The files go through the intake of every drop.
-    void addFileURLs(const std::vector<FileURL>& urls);
+    /// The intake of every drop; made at launch.
+    [[nodiscard]] ShelfViewModel& shelfViewModel() const { return *shelfViewModel_; }
     void showPopover(Animation animation);
     void closePopover();
 

@@ -70,7 +70,7 @@ int main(int argc, char** argv) {
 
     const std::shared_ptr<AppDelegate> delegate = AppDelegate::make(services->forApp());
     delegate->applicationDidFinishLaunching();
-    delegate->addFileURLs(commandLine.files);
+    delegate->shelfViewModel().addFileURLs(commandLine.files);
     QObject::connect(&application, &QApplication::aboutToQuit, [&] {
         delegate->applicationWillTerminate();
         services->flush();
