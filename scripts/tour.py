@@ -53,10 +53,10 @@ def take_tour(desktop, program):
     tour.show("started", "the icon stands in the panel, the shelf is empty", stowpocket)
 
     drag = here.drag_all()
-    drag.over(stowpocket.icon(), stowpocket.popover, "the popover to open under the drag")
+    drag.hover(stowpocket.icon(), stowpocket.popover)
     stowpocket.wait_for_shown("0/20")
     tour.show("hover", "three files are dragged over the icon: the shelf opens", stowpocket)
-    drag.drop(stowpocket.icon())
+    drag.release()
     stowpocket.wait_for_files(names)
     stowpocket.wait_for_shown("3/20")
     for name in names:

@@ -73,6 +73,7 @@ class AccessibleTree:
         answer = session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None, Gio.DBusCallFlags.NONE, 20000, None)
         session.close_sync(None)
         self.bus = self.connect(answer.unpack()[0])
+        self.programs()  # starts the registry before any program asks for it
 
     @staticmethod
     def connect(address):

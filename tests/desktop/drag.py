@@ -43,13 +43,20 @@ class Drag:
         """Moves over the bare desktop, which takes nothing."""
         self.over(BARE_DESKTOP, lambda: not self.is_taken(), "the bare desktop to refuse the drop")
 
-    def drop(self, point):
+    def hover(self, point, condition=lambda: True):
+        """Waits over `point` until the place takes the drop and the condition holds."""
         # The look of the pointer may still be that of the place before; only once it has said no does it tell about this one.
         self.leave()
-        self.over(point, self.is_taken, f"the place {point} to take the drop")
+        self.over(point, lambda: self.is_taken() and condition(), f"the place {point} to take the drop")
+
+    def release(self):
         self.x.button(False)
+
+    def drop(self, point):
+        self.hover(point)
+        self.release()
 
     def drop_nowhere(self):
         self.leave()
-        self.x.button(False)
+        self.release()
         wait_for(lambda: not self.x.is_dragging(), "the drag to end")

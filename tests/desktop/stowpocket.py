@@ -80,8 +80,8 @@ class Stowpocket:
 
     def take_drop(self, drag):
         """Drops what is dragged on the icon, which opens the popover before."""
-        drag.over(self.icon(), self.popover, "the popover to open under the drag")
-        drag.drop(self.icon())
+        drag.hover(self.icon(), self.popover)
+        drag.release()
 
     def drag_tile(self, filename):
         return Drag(self.x, self.tile(filename).centre())

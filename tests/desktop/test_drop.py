@@ -43,7 +43,7 @@ class Drop(DesktopTest):
     def test_drag_that_only_passes_over_the_icon_adds_nothing(self):
         stowpocket, window = self.offer("xfce4-panel", Thunar, 3)
         drag = window.drag_all()
-        drag.over(stowpocket.icon(), stowpocket.popover, "the popover to open under the drag")
+        drag.hover(stowpocket.icon(), stowpocket.popover)
         drag.drop_nowhere()
         stowpocket.wait_for_shown("0/20")
         self.assertEqual(stowpocket.filenames(), [])
