@@ -3,7 +3,7 @@
 // popover shows its first frame.
 //   bench_shelf FOLDER     with as many files as FOLDER holds; the preferences must allow for them
 // Prints "name: value unit" a line.
-#include "app/LinuxServices.h"
+#include "app/linux/LinuxServices.h"
 #include "platform/linux/pictures/ImageDecoderProcess.h"
 
 #include <QAbstractEventDispatcher>

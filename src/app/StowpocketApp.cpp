@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/CommandLine.h"
-#include "app/LinuxServices.h"
+#include "app/linux/LinuxServices.h"
 #include "platform/linux/pictures/ImageDecoderProcess.h"
 #include "platform/linux/TerminationSignals.h"
 

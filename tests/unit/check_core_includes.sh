@@ -13,7 +13,7 @@ refuse() {
     failed=1
 }
 
-mapfile -t core < <(find foundation shelf intake updates presentation app platform -maxdepth 1 \
+mapfile -t core < <(find 2>/dev/null foundation shelf intake updates presentation app platform -maxdepth 1 \
     \( -name '*.h' -o -name '*.cpp' \) ! -name StowpocketApp.cpp)
 [ "${#core[@]}" -gt 20 ] || { echo "found only ${#core[@]} core files"; exit 2; }
 
@@ -25,7 +25,7 @@ refuse "the core includes a platform's adapter" \
 
 # room: the rooms beneath it
 while read -r room beneath; do
-    mapfile -t files < <(find "$room" -maxdepth 1 \( -name '*.h' -o -name '*.cpp' \) ! -name StowpocketApp.cpp)
+    mapfile -t files < <(find 2>/dev/null "$room" -maxdepth 1 \( -name '*.h' -o -name '*.cpp' \) ! -name StowpocketApp.cpp)
     [ "${#files[@]}" -gt 0 ] || continue
     refuse "$room includes a room that is not beneath it" \
         "$(includes "${files[@]}" | grep '"' | grep -vE "\"(${room}|${beneath// /|})/")"

@@ -14,6 +14,7 @@ void failOnMessage(QtMsgType type, const QMessageLogContext&, const QString& mes
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication app(argc, argv);
     qInstallMessageHandler(failOnMessage);
     return RUN_ALL_TESTS();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/LinuxServices.h"
+#include "app/linux/LinuxServices.h"
 
 #include "platform/qt/QtDropData.h"
 #include "platform/qt/QtPopover.h"
