@@ -112,7 +112,7 @@ def main():
         desktop.start("trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "26")
         allow_many(desktop)
         bench = desktop.start(str(build / "bench/bench_shelf"), str(files))
-        bench.wait(120)
+        assert bench.wait(120) == 0, "bench_shelf failed"
         print((desktop.logs / "bench_shelf.log").read_text(), end="", flush=True)
         (desktop.home / "config/stowpocket/preferences.plist").unlink()
         allow_many(desktop)

@@ -34,6 +34,10 @@ public:
     using QApplication::QApplication;
 
     bool notify(QObject* receiver, QEvent* event) override {
+        // Looked at before: handling an event may be the end of its receiver.
+        const auto* const widget = qobject_cast<QWidget*>(receiver);
+        const bool isPopoverPaint = event->type() == QEvent::Paint && widget != nullptr && widget->isWindow() &&
+                                    widget->windowTitle() == QStringLiteral("stowpocket shelf");
         const bool isOutermost = depth_ == 0;
         const Clock::time_point start = Clock::now();
         ++depth_;
@@ -41,10 +45,7 @@ public:
         --depth_;
         if (isOutermost)
             longest_ = std::max<Milliseconds>(longest_, Clock::now() - start);
-        auto* const widget = qobject_cast<QWidget*>(receiver);
-        if (event->type() == QEvent::Paint && widget != nullptr && widget->isWindow() &&
-            widget->windowTitle() == QStringLiteral("stowpocket shelf"))
-            popoverPainted_ = true;
+        popoverPainted_ |= isPopoverPaint;
         return handled;
     }
 

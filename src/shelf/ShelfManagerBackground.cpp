@@ -26,6 +26,8 @@ std::string iconKey(const FileURL& url) {
 }  // namespace
 
 void ShelfManager::refreshAvailability() {
+    if (items_.empty())
+        return;  // nothing to look for wakes nobody
     if (isRefreshing_) {
         refreshAgain_ = true;
         return;
