@@ -2,7 +2,6 @@
 // The whole program on a real display, timed from inside: how long the main thread is ever busy, and how soon the
 // popover shows its first frame.
 //   bench_shelf FOLDER     with as many files as FOLDER holds; the preferences must allow for them
-// Prints "name: value unit" a line.
 #include "app/linux/LinuxServices.h"
 #include "platform/linux/pictures/ImageDecoderProcess.h"
 
@@ -28,6 +27,27 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
+/// How long something took, and how much of that the main thread itself was at work: on a busy machine the first
+/// holds other programs' turns too.
+struct Duration {
+    Milliseconds wall{};
+    Milliseconds processor{};
+
+    static Duration now() {
+        timespec processor{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &processor);
+        return {Clock::now().time_since_epoch(),
+                std::chrono::seconds(processor.tv_sec) + std::chrono::nanoseconds(processor.tv_nsec)};
+    }
+    [[nodiscard]] Duration since(const Duration& start) const {
+        return {wall - start.wall, processor - start.processor};
+    }
+    /// Each of the two as long as in the longer.
+    [[nodiscard]] Duration extendedBy(const Duration& other) const {
+        return {std::max(wall, other.wall), std::max(processor, other.processor)};
+    }
+};
+
 /// Times every event that the main thread handles, and notices the first painting of the popover.
 class TimedApplication : public QApplication {
 public:
@@ -39,23 +59,23 @@ public:
         const bool isPopoverPaint = event->type() == QEvent::Paint && widget != nullptr && widget->isWindow() &&
                                     widget->windowTitle() == QStringLiteral("stowpocket shelf");
         const bool isOutermost = depth_ == 0;
-        const Clock::time_point start = Clock::now();
+        const Duration start = Duration::now();
         ++depth_;
         const bool handled = QApplication::notify(receiver, event);
         --depth_;
         if (isOutermost)
-            longest_ = std::max<Milliseconds>(longest_, Clock::now() - start);
+            longest_ = longest_.extendedBy(Duration::now().since(start));
         popoverPainted_ |= isPopoverPaint;
         return handled;
     }
 
-    Milliseconds takeLongest() { return std::exchange(longest_, {}); }
+    Duration takeLongest() { return std::exchange(longest_, {}); }
     bool takePopoverPainted() { return std::exchange(popoverPainted_, false); }
 
 private:
     int depth_ = 0;
     bool popoverPainted_ = false;
-    Milliseconds longest_{};
+    Duration longest_;
 };
 
 /// Runs the event loop until the condition holds; ends the program when it never does.
@@ -90,37 +110,39 @@ public:
     }
 
     void run() {
-        print("files", static_cast<double>(files_.size()), "");
-        print("longest slice while they are added, popover never opened", add().count(), "ms");
+        print("longest slice while the files are added, popover never opened", add());
         settle();
-        print("popover, first frame", showPopover().count(), "ms");
+        print("popover, first frame", showPopover());
         settle();
-        std::vector<double> warm;
-        for (int round = 0; round < 21; ++round) {
-            delegate_->closePopover();
-            settleShortly();
-            warm.push_back(showPopover().count());
-        }
-        std::ranges::sort(warm);
-        print("popover, warm frame, median of 21", warm[warm.size() / 2], "ms");
-        print("popover, warm frame, slowest of 21", warm.back(), "ms");
+        print("popover, warm frame, median of 21", medianWarmFrame());
 
         ShelfManager& shelf = delegate_->shelfViewModel().shelfManager();
-        const Clock::time_point start = Clock::now();
+        const Duration start = Duration::now();
         shelf.refreshAvailability();
-        print("refresh, call", Milliseconds(Clock::now() - start).count(), "ms");
+        print("refresh, call", Duration::now().since(start));
         static_cast<void>(application_.takeLongest());
         settle();
-        print("refresh, longest slice until its answer is in", application_.takeLongest().count(), "ms");
+        print("refresh, longest slice until its answer is in", application_.takeLongest());
 
         shelf.clear();
         settle();
-        print("longest slice while they are added, popover open", add().count(), "ms");
+        print("longest slice while the files are added, popover open", add());
     }
 
 private:
-    static void print(const char* name, double value, const char* unit) {
-        std::printf("%s: %.3g %s\n", name, value, unit);
+    static void print(const char* name, const Duration& duration) {
+        std::printf("%s: %.2f ms, of them %.2f at work\n", name, duration.wall.count(), duration.processor.count());
+    }
+
+    Duration medianWarmFrame() {
+        std::vector<Duration> frames;
+        for (int round = 0; round < 21; ++round) {
+            delegate_->closePopover();
+            settleShortly();
+            frames.push_back(showPopover());
+        }
+        std::ranges::sort(frames, {}, &Duration::wall);
+        return frames[frames.size() / 2];
     }
 
     static void settleShortly() {
@@ -129,26 +151,26 @@ private:
     }
 
     /// The longest slice, the call itself among them.
-    Milliseconds add() {
+    Duration add() {
         ShelfManager& shelf = delegate_->shelfViewModel().shelfManager();
         static_cast<void>(application_.takeLongest());
-        const Clock::time_point start = Clock::now();
+        const Duration start = Duration::now();
         delegate_->shelfViewModel().addFileURLs(files_);
-        const Milliseconds call = Clock::now() - start;
+        const Duration call = Duration::now().since(start);
         runUntil([&] { return shelf.items().size() == files_.size(); });
         settle();
-        return std::max(call, application_.takeLongest());
+        return call.extendedBy(application_.takeLongest());
     }
 
     /// From the request to the server having drawn the first frame.
-    Milliseconds showPopover() {
+    Duration showPopover() {
         static_cast<void>(application_.takePopoverPainted());
-        const Clock::time_point start = Clock::now();
+        const Duration start = Duration::now();
         delegate_->showPopover(Animation::none);
         runUntil([this] { return application_.takePopoverPainted(); });
         auto* const connection = application_.nativeInterface<QNativeInterface::QX11Application>()->connection();
         std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));  // NOLINT
-        return Clock::now() - start;
+        return Duration::now().since(start);
     }
 
     TimedApplication& application_;
