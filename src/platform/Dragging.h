@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/FileURL.h"
+
+#include <functional>
 #include <map>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,11 +27,24 @@ struct PasteboardItem {
     std::map<std::string, std::string, std::less<>> strings;
 };
 
+/// Files that the source of a drag writes only once it is told where.
+class FilePromiseReceiver {
+public:
+    /// Called once per file, on any thread; none for a file that could not be written.
+    using Reader = std::function<void(const std::optional<FileURL>&)>;
+
+    virtual ~FilePromiseReceiver() = default;
+    /// Has the source write its files into the folder; returns at once, the files arrive later.
+    virtual void receivePromisedFiles(const FileURL& destination, Reader reader) = 0;
+};
+
 /// What a drag carries, as its source wrote it: nothing here can be trusted. Main thread, during a drag operation.
 class DraggingPasteboard {
 public:
     virtual ~DraggingPasteboard() = default;
     [[nodiscard]] virtual std::vector<PasteboardItem> items() = 0;
+    /// Each stays usable after the drag has ended.
+    [[nodiscard]] virtual std::vector<std::shared_ptr<FilePromiseReceiver>> filePromiseReceivers() = 0;
 };
 
 /// Something that drags can be dropped on. The window system calls it on the main thread.

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace stowpocket {
+
+/// What a script returned: a list, one value, or neither.
+class EventDescriptor {
+public:
+    virtual ~EventDescriptor() = default;
+    [[nodiscard]] virtual int numberOfItems() const = 0;
+    /// The item at the index, counted from 1; null when there is none.
+    [[nodiscard]] virtual std::unique_ptr<EventDescriptor> descriptorAtIndex(int index) const = 0;
+    [[nodiscard]] virtual std::optional<std::string> stringValue() const = 0;
+};
+
+class Script {
+public:
+    virtual ~Script() = default;
+    /// Runs the script to its end. Null when any error information came back.
+    [[nodiscard]] virtual std::unique_ptr<EventDescriptor> execute() = 0;
+};
+
+/// Runs scripts that talk to other applications. Main thread, which waits for them.
+class ScriptService {
+public:
+    virtual ~ScriptService() = default;
+    /// Null when no script can be made of the text.
+    [[nodiscard]] virtual std::unique_ptr<Script> makeScript(const std::string& source) = 0;
+};
+
+}  // namespace stowpocket
