@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "intake/StatusItemDropHandler.h"
 
+#include "foundation/BundleIdentifier.h"
+#include "foundation/DispatchGroup.h"
 #include "intake/StatusItemDropView.h"
+#include "platform/Dispatch.h"
+#include "platform/FileManager.h"
+#include "shelf/ShelfManager.h"
 
 namespace stowpocket {
 namespace {
@@ -18,23 +23,67 @@ std::vector<FileURL> plainFileURLs(DraggingPasteboard& pasteboard) {
     return urls;
 }
 
+/// The files of one drop that are still being written, on whatever threads their receivers use.
+struct ArrivingFiles {
+    std::unique_ptr<SerialQueue> queue;
+    DispatchGroup group;
+    /// In the order of arrival; touched only in blocks of `queue`.
+    std::vector<FileURL> urls;
+};
+
 }  // namespace
 
-StatusItemDropHandler::StatusItemDropHandler(std::weak_ptr<StatusItemButton> button, DropCallback onDrop,
+StatusItemDropHandler::StatusItemDropHandler(std::weak_ptr<StatusItemButton> button, FileManager& fileManager,
+                                             Dispatch& dispatch, DropCallback onDrop,
                                              std::function<void()> onDragEntered)
-    : button_(std::move(button)), onDrop_(std::move(onDrop)), onDragEntered_(std::move(onDragEntered)) {}
+    : button_(std::move(button)),
+      fileManager_(fileManager),
+      dispatch_(dispatch),
+      onDrop_(std::move(onDrop)),
+      onDragEntered_(std::move(onDragEntered)) {}
 
-void StatusItemDropHandler::install(const std::shared_ptr<StatusItemDropHandler>& handler) {
-    if (const auto button = handler->button_.lock())
-        button->addDropView(std::make_shared<StatusItemDropView>(handler));
+void StatusItemDropHandler::install() {
+    if (const auto button = button_.lock())
+        button->addDropView(std::make_shared<StatusItemDropView>(weak_from_this()));
 }
 
-bool StatusItemDropHandler::performDrop(DraggingPasteboard& pasteboard) const {
+bool StatusItemDropHandler::performDrop(DraggingPasteboard& pasteboard) {
     const std::vector<FileURL> urls = plainFileURLs(pasteboard);
-    if (urls.empty())
+    if (!urls.empty()) {
+        onDrop_(urls);
+        return true;
+    }
+    const auto receivers = pasteboard.filePromiseReceivers();
+    if (receivers.empty())
         return false;
-    onDrop_(urls);
+    receivePromises(receivers);
     return true;
+}
+
+void StatusItemDropHandler::receivePromises(const std::vector<std::shared_ptr<FilePromiseReceiver>>& receivers) {
+    const FileURL directory = ShelfManager::filePromiseDirectory(fileManager_);
+    static_cast<void>(fileManager_.createDirectory(directory));  // where it fails, receiving tells
+    const auto arriving = std::make_shared<ArrivingFiles>();
+    arriving->queue = dispatch_.serialQueue(std::string(bundleIdentifier) + ".promises");
+    for (const auto& receiver : receivers) {
+        // Entered once per receiver and left once per file: a receiver that brings several leaves more often than it
+        // entered, which the group bears.
+        arriving->group.enter();
+        receiver->receivePromisedFiles(directory, [arriving](const std::optional<FileURL>& url) {
+            if (url)
+                arriving->queue->sync([&] { arriving->urls.push_back(*url); });
+            arriving->group.leave();
+        });
+    }
+    arriving->group.notify([weak = weak_from_this(), &dispatch = dispatch_, arriving, receivers] {
+        dispatch.async([weak, arriving, receivers] {
+            std::vector<FileURL> urls;
+            arriving->queue->sync([&] { urls = arriving->urls; });
+            const auto self = weak.lock();
+            if (self && !urls.empty())
+                self->onDrop_(urls);
+        });
+    });
 }
 
 }  // namespace stowpocket

@@ -10,24 +10,33 @@
 
 namespace stowpocket {
 
+class Dispatch;
+class FileManager;
+
 /// What happens to files dragged onto the menu-bar icon. Owned by whoever supplies the callbacks; the drop view on
 /// the icon outlives it harmlessly. Main thread only.
-class StatusItemDropHandler {
+class StatusItemDropHandler : public std::enable_shared_from_this<StatusItemDropHandler> {
 public:
     using DropCallback = std::function<void(const std::vector<FileURL>&)>;
 
-    StatusItemDropHandler(std::weak_ptr<StatusItemButton> button, DropCallback onDrop,
-                          std::function<void()> onDragEntered);
+    StatusItemDropHandler(std::weak_ptr<StatusItemButton> button, FileManager& fileManager, Dispatch& dispatch,
+                          DropCallback onDrop, std::function<void()> onDragEntered);
 
-    /// Makes the drop view, bound weakly to `handler`, and lays it over its button.
-    static void install(const std::shared_ptr<StatusItemDropHandler>& handler);
+    /// Makes the drop view, bound weakly to this handler, and lays it over the button.
+    void install();
 
     void dragEntered() const { onDragEntered_(); }
-    /// Delivers the plain file URLs on the pasteboard, in its order. Whether there were any.
-    [[nodiscard]] bool performDrop(DraggingPasteboard& pasteboard) const;
+    /// Delivers the plain file URLs on the pasteboard at once, in its order. Where there are none, has the promised
+    /// files written into the spool folder and delivers them together when all have arrived. False when the
+    /// pasteboard holds neither.
+    [[nodiscard]] bool performDrop(DraggingPasteboard& pasteboard);
 
 private:
+    void receivePromises(const std::vector<std::shared_ptr<FilePromiseReceiver>>& receivers);
+
     const std::weak_ptr<StatusItemButton> button_;
+    FileManager& fileManager_;
+    Dispatch& dispatch_;
     const DropCallback onDrop_;
     const std::function<void()> onDragEntered_;
 };

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "fakes/FakeDesktop.h"
+#include "fakes/FakeDispatch.h"
+#include "fakes/FakeFiles.h"
+#include "foundation/BundleIdentifier.h"
 #include "intake/StatusItemDropHandler.h"
+#include "shelf/ShelfManager.h"
 
 #include <gtest/gtest.h>
 
@@ -9,15 +13,18 @@ namespace {
 
 class StatusItemDropTest : public testing::Test {
 protected:
-    StatusItemDropTest() { StatusItemDropHandler::install(handler); }
+    StatusItemDropTest() { handler->install(); }
 
     DraggingDestination& view() { return *button->dropView; }
 
     std::shared_ptr<FakeStatusItemButton> button = std::make_shared<FakeStatusItemButton>();
     std::vector<std::vector<FileURL>> drops;
     int entered = 0;
+    FakeFiles files;
+    FakeDispatch dispatch;
     std::shared_ptr<StatusItemDropHandler> handler = std::make_shared<StatusItemDropHandler>(
-        button, [this](const std::vector<FileURL>& urls) { drops.push_back(urls); }, [this] { ++entered; });
+        button, files, dispatch, [this](const std::vector<FileURL>& urls) { drops.push_back(urls); },
+        [this] { ++entered; });
     FakePasteboard pasteboard;
 };
 
@@ -54,6 +61,50 @@ TEST_F(StatusItemDropTest, takesNothingOnceItsHandlerIsGone) {
     handler.reset();
     EXPECT_EQ(view().draggingEntered(pasteboard), DragOperation::none);
     EXPECT_FALSE(view().performDragOperation(pasteboard));
+}
+
+TEST_F(StatusItemDropTest, promisedFilesAreDeliveredTogetherInTheOrderOfTheirArrival) {
+    const auto one = std::make_shared<FakePromiseReceiver>();
+    const auto two = std::make_shared<FakePromiseReceiver>();
+    const auto failing = std::make_shared<FakePromiseReceiver>();
+    pasteboard.receivers = {one, two, failing};
+    EXPECT_TRUE(view().performDragOperation(pasteboard)) << "before anything has arrived";
+    const FileURL folder = ShelfManager::filePromiseDirectory(files);
+    EXPECT_EQ(one->destination, folder);
+    EXPECT_TRUE(files.fileExists(folder));
+    EXPECT_EQ(dispatch.queueLabels, std::vector<std::string>{std::string(bundleIdentifier) + ".promises"});
+    two->arrive("two");
+    failing->reader(std::nullopt);
+    dispatch.runAll();
+    EXPECT_TRUE(drops.empty());
+    one->arrive("one");
+    EXPECT_TRUE(drops.empty()) << "delivered on the main queue";
+    dispatch.runAll();
+    ASSERT_EQ(drops.size(), 1u);
+    EXPECT_EQ(drops[0], (std::vector<FileURL>{folder.appending("two"), folder.appending("one")}));
+    one->arrive("surplus");
+    dispatch.runAll();
+    EXPECT_EQ(drops.size(), 1u);
+}
+
+TEST_F(StatusItemDropTest, promisesGiveWayToPlainFilesAndMayComeToNothing) {
+    const auto receiver = std::make_shared<FakePromiseReceiver>();
+    pasteboard.receivers = {receiver};
+    pasteboard.addFileURL("file:///plain");
+    EXPECT_TRUE(view().performDragOperation(pasteboard));
+    EXPECT_FALSE(receiver->destination);
+    EXPECT_EQ(drops.size(), 1u);
+
+    pasteboard.content.clear();
+    files.canCreateDirectories = false;
+    EXPECT_TRUE(view().performDragOperation(pasteboard));
+    receiver->reader(std::nullopt);
+    dispatch.runAll();
+    EXPECT_TRUE(view().performDragOperation(pasteboard));
+    receiver->arrive("late");
+    handler.reset();
+    dispatch.runAll();
+    EXPECT_EQ(drops.size(), 1u);
 }
 
 }  // namespace
