@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The launch sequence, and what the controller owns from then on.
 #include "app/AppDelegate.h"
 
 #include "app/Preferences.h"
@@ -34,7 +35,8 @@ std::shared_ptr<AppDelegate> AppDelegate::make(const AppServices& services) {
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
-    registerPreferenceDefaults(services_.shelf.preferences);
+    PreferenceStore& preferences = services_.shelf.preferences;
+    registerPreferenceDefaults(preferences);
     auto manager = ShelfManager::make(services_.shelf);
     manager->load();
     manager->requestThumbnails();
@@ -42,12 +44,30 @@ void AppDelegate::applicationDidFinishLaunching() {
     setUpStatusItem();
     setUpPopover();
     setUpObservers();
-    manager->refreshAvailability();
+    installLocalKeyMonitors();
+    LaunchAtLogin(services_.loginItem, preferences).sync();
+    refreshAvailability();
     startMissingItemsTimer();
+    if (!preferences.boolean(preferenceKey::onboardingShown))
+        openOnboarding();
+    registerHotkeys();
 }
 
 void AppDelegate::applicationWillTerminate() {
+    pendingCloseWork_.reset();
     missingItemsTimer_.reset();
+    globalClickMonitor_.reset();
+}
+
+std::function<void()> AppDelegate::weakly(Action action) {
+    return [weak = weak_from_this(), action] {
+        if (const auto self = weak.lock())
+            (*self.*action)();
+    };
+}
+
+void AppDelegate::observe(std::string_view notification, Action action) {
+    observers_.push_back(services_.shelf.notificationCenter.observe(notification, weakly(action)));
 }
 
 void AppDelegate::setUpStatusItem() {
@@ -55,60 +75,46 @@ void AppDelegate::setUpStatusItem() {
     const std::shared_ptr<StatusItemButton> button = statusItem_->button();
     if (!button)
         return;
-    const auto weak = weak_from_this();
-    button->setAction([weak] {
-        if (const auto self = weak.lock())
-            self->statusItemClicked();
-    });
+    button->setAction(weakly(&AppDelegate::statusItemClicked));
     updateStatusItemIcon();
     statusItemDropHandler_ = std::make_shared<StatusItemDropHandler>(
-        button,
-        [weak](const std::vector<FileURL>& urls) {
-            if (const auto self = weak.lock()) {
-                self->shelfViewModel_->addFileURLs(urls);
-                self->showPopover(Animation::none);
-            }
-        },
-        [weak] {
+        button, services_.shelf.fileManager, services_.shelf.dispatch,
+        [weak = weak_from_this()](const std::vector<FileURL>& urls) {
             if (const auto self = weak.lock())
-                self->showPopover(Animation::none);
-        });
-    StatusItemDropHandler::install(statusItemDropHandler_);
+                self->filesDropped(urls);
+        },
+        weakly(&AppDelegate::dragEntered));
+    statusItemDropHandler_->install();
 }
 
 void AppDelegate::setUpPopover() {
-    const auto weak = weak_from_this();
-    popover_ = services_.views.makeShelfPopover(
-        shelfViewModel_,
-        [weak] {
-            if (const auto self = weak.lock())
-                self->closePopover();
-        },
-        [weak] {
-            if (const auto self = weak.lock())
-                self->services_.application.terminate();
-        });
+    popover_ = services_.views.makeShelfPopover(shelfViewModel_, weakly(&AppDelegate::openSettings),
+                                                weakly(&AppDelegate::quit));
 }
 
 void AppDelegate::setUpObservers() {
-    observers_.push_back(
-        services_.shelf.notificationCenter.observe(itemsChangedNotification, [weak = weak_from_this()] {
-            if (const auto self = weak.lock())
-                self->updateStatusItemIcon();
-        }));
+    observe(itemsChangedNotification, &AppDelegate::updateStatusItemIcon);
+    observe(togglePopoverNotification, &AppDelegate::togglePopover);
+    observe(quickDropNotification, &AppDelegate::quickDrop);
+    observe(shortcutChangedNotification, &AppDelegate::shortcutChanged);
+    observers_.push_back(services_.volumes.didMount().connect(weakly(&AppDelegate::refreshAvailability)));
+    observers_.push_back(services_.volumes.didUnmount().connect(weakly(&AppDelegate::refreshAvailability)));
 }
 
 void AppDelegate::startMissingItemsTimer() {
-    auto check = [weak = weak_from_this()] {
-        const auto self = weak.lock();
-        if (!self)
-            return;
-        ShelfManager& manager = self->shelfViewModel_->shelfManager();
-        manager.refreshAvailability();
-        manager.removeMissingItems();
-    };
     missingItemsTimer_ = services_.shelf.dispatch.every(
-        missingItemsInterval, [&dispatch = services_.shelf.dispatch, check] { dispatch.async(check); });
+        missingItemsInterval, [&dispatch = services_.shelf.dispatch,
+                               check = weakly(&AppDelegate::checkForMissingItems)] { dispatch.async(check); });
+}
+
+/// Items that this look finds missing are shown as such until the next one removes them.
+void AppDelegate::checkForMissingItems() {
+    refreshAvailability();
+    shelfViewModel_->shelfManager().removeMissingItems();
+}
+
+void AppDelegate::refreshAvailability() {
+    shelfViewModel_->shelfManager().refreshAvailability();
 }
 
 void AppDelegate::updateStatusItemIcon() {
@@ -120,28 +126,8 @@ void AppDelegate::updateStatusItemIcon() {
     button->setTitle(titleFor(count));
 }
 
-void AppDelegate::statusItemClicked() {
-    if (popover_->isShown())
-        closePopover();
-    else
-        showPopover(Animation::animated);
-}
-
-void AppDelegate::showPopover(Animation animation) {
-    const std::shared_ptr<StatusItemButton> button = statusItem_->button();
-    if (!button || popover_->isShown())
-        return;
-    if (animation == Animation::none)
-        popover_->setAnimates(false);
-    popover_->show(*button);
-    popover_->makeKey();
-    services_.application.activate();
-    if (animation == Animation::none)
-        popover_->setAnimates(true);
-}
-
-void AppDelegate::closePopover() {
-    popover_->performClose();
+void AppDelegate::quit() {
+    services_.application.terminate();
 }
 
 }  // namespace stowpocket

@@ -1,16 +1,26 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/HotkeyManager.h"
+#include "app/LaunchAtLogin.h"
 #include "app/ViewFactory.h"
 #include "intake/StatusItemDropHandler.h"
 #include "platform/Application.h"
 #include "platform/Dispatch.h"
+#include "platform/EventMonitors.h"
+#include "platform/FileManagerSelection.h"
+#include "platform/Volumes.h"
 #include "shelf/ShelfViewModel.h"
 
+#include <functional>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 namespace stowpocket {
+
+/// Posted when a shortcut has been recorded or cleared.
+inline constexpr std::string_view shortcutChangedNotification = "StowpocketShortcutChanged";
 
 /// What the application is built on; all of it outlives the controller.
 struct AppServices {
@@ -18,13 +28,20 @@ struct AppServices {
     StatusBar& statusBar;
     ViewFactory& views;
     Application& application;
+    EventMonitors& eventMonitors;
+    FileManagerSelection& fileManagerSelection;
+    LoginItem& loginItem;
+    Volumes& volumes;
+    /// The one hotkey manager of the process, made when first asked for.
+    std::function<HotkeyManager&()> sharedHotkeyManager;
 };
 
 /// Whether a popover appears in a movement or at once.
 enum class Animation { animated, none };
 
 /// The application controller: owns everything that lives as long as the program and wires it together. Every
-/// closure that it hands out does nothing once it is gone. Main thread only.
+/// closure that it hands out does nothing once it is gone. While the popover is shown exactly one monitor of clicks
+/// elsewhere exists, and at most one delayed close waits. Main thread only.
 class AppDelegate : public std::enable_shared_from_this<AppDelegate> {
 public:
     [[nodiscard]] static std::shared_ptr<AppDelegate> make(const AppServices& services);
@@ -33,25 +50,59 @@ public:
     void applicationWillTerminate();
 
     void statusItemClicked();
-    /// The intake of every drop; made at launch.
-    [[nodiscard]] ShelfViewModel& shelfViewModel() const { return *shelfViewModel_; }
+    /// Opens the shelf, as on every request that comes from outside.
     void showPopover(Animation animation);
     void closePopover();
+    void togglePopover();
+    /// Adds what is selected in the file manager and then opens the shelf.
+    void quickDrop();
+    /// The intake of every drop.
+    [[nodiscard]] ShelfViewModel& shelfViewModel() const { return *shelfViewModel_; }
 
 private:
+    using Action = void (AppDelegate::*)();
+
     explicit AppDelegate(const AppServices& services) : services_(services) {}
+
+    /// A closure that runs `action` while this lives.
+    [[nodiscard]] std::function<void()> weakly(Action action);
+    void observe(std::string_view notification, Action action);
 
     void setUpStatusItem();
     void setUpPopover();
     void setUpObservers();
     void startMissingItemsTimer();
     void updateStatusItemIcon();
+    void refreshAvailability();
+    void checkForMissingItems();
+
+    void installLocalKeyMonitors();
+    [[nodiscard]] std::unique_ptr<EventMonitorToken> localKeyMonitor(std::string_view keyCodeKey,
+                                                                     std::string_view modifiersKey, Action action);
+    void registerHotkeys();
+    void shortcutChanged();
+
+    void filesDropped(const std::vector<FileURL>& urls);
+    void dragEntered();
+    void clickedElsewhere();
+    void closeUnlessDragging();
+
+    void openSettings();
+    void openOnboarding();
+    void completeOnboarding();
+    void quit();
 
     AppServices services_;
     std::unique_ptr<StatusItem> statusItem_;
     std::unique_ptr<Popover> popover_;
+    std::unique_ptr<Window> settingsWindow_;
     std::shared_ptr<StatusItemDropHandler> statusItemDropHandler_;
+    std::unique_ptr<Window> onboardingWindow_;
     std::shared_ptr<ShelfViewModel> shelfViewModel_;
+    std::unique_ptr<EventMonitorToken> shelfLocalMonitor_;
+    std::unique_ptr<EventMonitorToken> quickDropLocalMonitor_;
+    std::unique_ptr<EventMonitorToken> globalClickMonitor_;
+    std::unique_ptr<ScheduledWork> pendingCloseWork_;
     std::unique_ptr<ScheduledWork> missingItemsTimer_;
     std::vector<Subscription> observers_;
 };

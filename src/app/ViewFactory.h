@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Popover.h"
+#include "platform/Window.h"
 
 #include <functional>
 #include <memory>
@@ -18,6 +19,11 @@ public:
     [[nodiscard]] virtual std::unique_ptr<Popover> makeShelfPopover(std::shared_ptr<ShelfViewModel> viewModel,
                                                                     std::function<void()> onOpenSettings,
                                                                     std::function<void()> onQuit) = 0;
+    /// Titled "stowpocket Settings", closable, of a fixed content size of 450 by 520 points.
+    [[nodiscard]] virtual std::unique_ptr<Window> makeSettingsWindow(std::shared_ptr<ShelfViewModel> viewModel) = 0;
+    /// Without a visible title bar but closable, movable by its background, floating above other windows, of a fixed
+    /// content size of 520 by 420 points.
+    [[nodiscard]] virtual std::unique_ptr<Window> makeOnboardingWindow(std::function<void()> onComplete) = 0;
 };
 
 }  // namespace stowpocket

@@ -16,8 +16,25 @@ using CallLog = std::vector<std::string>;
 class FakePasteboard : public DraggingPasteboard {
 public:
     [[nodiscard]] std::vector<PasteboardItem> items() override { return content; }
+    [[nodiscard]] std::vector<std::shared_ptr<FilePromiseReceiver>> filePromiseReceivers() override {
+        return receivers;
+    }
     void addFileURL(const std::string& text) { content.push_back({{{std::string(pasteboardType::fileURL), text}}}); }
     std::vector<PasteboardItem> content;
+    std::vector<std::shared_ptr<FilePromiseReceiver>> receivers;
+};
+
+/// A promise whose files arrive when the test says so.
+class FakePromiseReceiver : public FilePromiseReceiver {
+public:
+    void receivePromisedFiles(const FileURL& folder, Reader newReader) override {
+        destination = folder;
+        reader = std::move(newReader);
+    }
+    void arrive(const std::string& name) { reader(destination->appending(name)); }
+
+    std::optional<FileURL> destination;
+    Reader reader;
 };
 
 class FakeStatusItemButton : public StatusItemButton {
@@ -70,6 +87,28 @@ private:
     bool shown_ = false;
 };
 
+class FakeWindow : public Window {
+public:
+    FakeWindow(CallLog& log, std::string name) : log_(log), name_(std::move(name)) {}
+    ~FakeWindow() override { log_.push_back(name_ + " gone"); }
+    [[nodiscard]] bool isVisible() const override { return visible_; }
+    void center() override { log_.push_back(name_ + " center"); }
+    void makeKeyAndOrderFront() override {
+        visible_ = true;
+        log_.push_back(name_ + " front");
+    }
+    void orderFrontRegardless() override { log_.push_back(name_ + " front of all"); }
+    void close() override {
+        visible_ = false;
+        log_.push_back(name_ + " close");
+    }
+
+private:
+    CallLog& log_;
+    const std::string name_;
+    bool visible_ = false;
+};
+
 class FakeViewFactory : public ViewFactory {
 public:
     explicit FakeViewFactory(CallLog& log) : log_(log) {}
@@ -79,11 +118,23 @@ public:
         shelfViewModel = std::move(viewModel);
         onOpenSettings = std::move(newOnOpenSettings);
         onQuit = std::move(newOnQuit);
+        log_.push_back("popover");
         return std::make_unique<FakePopover>(log_);
+    }
+    [[nodiscard]] std::unique_ptr<Window> makeSettingsWindow(std::shared_ptr<ShelfViewModel>) override {
+        auto window = std::make_unique<FakeWindow>(log_, "settings");
+        settingsWindow = window.get();
+        return window;
+    }
+    [[nodiscard]] std::unique_ptr<Window> makeOnboardingWindow(std::function<void()> newOnComplete) override {
+        onComplete = std::move(newOnComplete);
+        return std::make_unique<FakeWindow>(log_, "onboarding");
     }
     std::shared_ptr<ShelfViewModel> shelfViewModel;
     std::function<void()> onOpenSettings;
     std::function<void()> onQuit;
+    std::function<void()> onComplete;
+    FakeWindow* settingsWindow = nullptr;
 
 private:
     CallLog& log_;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/AppDelegate.h"
 
-#include "fakes/FakeDesktop.h"
-#include "fakes/ShelfFixture.h"
+#include "fakes/AppFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -11,23 +10,32 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class AppDelegateTest : public testing::Test, protected ShelfFixture {
-protected:
-    void launch() {
-        app->applicationDidFinishLaunching();
-        dispatch.runAll();
-        log.clear();
-    }
-    [[nodiscard]] ShelfManager& shelf() const { return views.shelfViewModel->shelfManager(); }
-    [[nodiscard]] DraggingDestination& dropView() const { return *statusBar.button->dropView; }
+class AppDelegateTest : public testing::Test, protected AppFixture {};
 
-    CallLog log;
-    FakeStatusBar statusBar;
-    FakeViewFactory views{log};
-    FakeApplication application{log};
-    std::shared_ptr<AppDelegate> app = AppDelegate::make({services, statusBar, views, application});
-    FakePasteboard pasteboard;
-};
+TEST_F(AppDelegateTest, launchesInOrderAndOpensTheFirstRunWindow) {
+    addFiles(2);
+    thumbnails.asked.clear();
+    files.existsCalls = 0;
+    app->applicationDidFinishLaunching();
+    EXPECT_EQ(log, (CallLog{"popover", "login item on", "onboarding center", "onboarding front", "activate",
+                            "hotkey 1", "hotkey 2"}));
+    EXPECT_EQ(statusBar.button->title.text, " 2");
+    EXPECT_EQ(thumbnails.asked.size(), 2u);
+    EXPECT_EQ(dispatch.backgroundCount(), 1u) << "the first look for missing files";
+}
+
+TEST_F(AppDelegateTest, theFirstRunWindowComesBackUntilItWasCompleted) {
+    app->applicationDidFinishLaunching();
+    log.clear();
+    views.onComplete();
+    EXPECT_TRUE(preferences.boolean(preferenceKey::onboardingShown));
+    EXPECT_EQ(log, CallLog{"onboarding close"}) << "the window outlives the call from inside it";
+    dispatch.runAll();
+    EXPECT_EQ(log.back(), "onboarding gone");
+    views.onComplete();
+    dispatch.runAll();
+    EXPECT_EQ(log.size(), 2u);
+}
 
 TEST_F(AppDelegateTest, theIconTellsHowManyItemsWait) {
     launch();
@@ -43,38 +51,120 @@ TEST_F(AppDelegateTest, theIconTellsHowManyItemsWait) {
     EXPECT_EQ(button.title.text, "");
 }
 
-TEST_F(AppDelegateTest, theLaunchShowsTheSavedShelfAndAsksForItsThumbnails) {
-    addFiles(2);
-    thumbnails.asked.clear();
-    launch();
-    EXPECT_EQ(statusBar.button->title.text, " 2");
-    EXPECT_EQ(thumbnails.asked.size(), 2u);
-}
-
 TEST_F(AppDelegateTest, clickingTheIconOpensAndClosesTheShelf) {
     launch();
     statusBar.button->action();
+    EXPECT_EQ(monitors.clickHandlers.size(), 1u);
     statusBar.button->action();
     EXPECT_EQ(log, (CallLog{"show", "key", "activate", "close"}));
+    EXPECT_TRUE(monitors.clickHandlers.empty());
 }
 
 TEST_F(AppDelegateTest, aDragOverTheIconOpensTheShelfAtOnceAndOnlyOnce) {
     launch();
+    FakePasteboard pasteboard;
     EXPECT_EQ(dropView().draggingEntered(pasteboard), DragOperation::copy);
     EXPECT_EQ(dropView().draggingUpdated(pasteboard), DragOperation::copy);
     EXPECT_EQ(dropView().draggingEntered(pasteboard), DragOperation::copy);
     EXPECT_EQ(log, (CallLog{"no animation", "show", "key", "activate", "animates"}));
+    EXPECT_EQ(monitors.clickHandlers.size(), 1u);
 }
 
 TEST_F(AppDelegateTest, aDropOnTheIconGoesThroughTheIntake) {
     launch();
+    FakePasteboard pasteboard;
     for (const FileURL& url : makeFiles(25))
         pasteboard.addFileURL(url.string());
     EXPECT_TRUE(dropView().performDragOperation(pasteboard));
     dispatch.runAll();
     EXPECT_EQ(shelf().items().size(), 20u);
-    EXPECT_EQ(views.shelfViewModel->capacityMessage(), "Added 20 of 25 files - shelf is full");
+    EXPECT_EQ(app->shelfViewModel().capacityMessage(), "Added 20 of 25 files - shelf is full");
     EXPECT_EQ(log[1], "show");
+}
+
+TEST_F(AppDelegateTest, aClickElsewhereClosesTheShelfAfterAMoment) {
+    launch();
+    app->showPopover(Animation::animated);
+    log.clear();
+    monitors.clickElsewhere();
+    dispatch.advance(200ms);
+    monitors.clickElsewhere();
+    dispatch.advance(299ms);
+    EXPECT_TRUE(log.empty()) << "only the second click's close is pending";
+    dispatch.advance(1ms);
+    EXPECT_EQ(log, CallLog{"close"});
+    EXPECT_TRUE(monitors.clickHandlers.empty());
+}
+
+TEST_F(AppDelegateTest, aButtonStillHeldKeepsTheShelfOpen) {
+    launch();
+    app->showPopover(Animation::animated);
+    log.clear();
+    monitors.pressed = 1;
+    monitors.clickElsewhere();
+    dispatch.advance(300ms);
+    monitors.pressed = 0;
+    dispatch.advance(1s);
+    EXPECT_TRUE(log.empty()) << "nothing looks again later";
+    monitors.pressed = 2;
+    monitors.clickElsewhere();
+    dispatch.advance(300ms);
+    EXPECT_EQ(log, CallLog{"close"}) << "only the left button drags";
+}
+
+TEST_F(AppDelegateTest, closingCancelsTheDelayedClose) {
+    launch();
+    app->showPopover(Animation::animated);
+    monitors.clickElsewhere();
+    statusBar.button->action();
+    statusBar.button->action();
+    log.clear();
+    dispatch.advance(1s);
+    EXPECT_TRUE(log.empty()) << "the shelf opened since stays open";
+}
+
+TEST_F(AppDelegateTest, itsKeysWorkInsideTheApplicationWithExactlyTheirFlags) {
+    launch();
+    EXPECT_TRUE(monitors.press(1, 0xA0000 | 0x120));
+    EXPECT_EQ(log, (CallLog{"show", "key", "activate"}));
+    EXPECT_FALSE(monitors.press(1, 0xA0000 | 0x10000)) << "Caps Lock";
+    EXPECT_FALSE(monitors.press(1, 0x80000));
+    EXPECT_FALSE(monitors.press(0, 0xA0000));
+    selection.files = makeFiles(1);
+    EXPECT_TRUE(monitors.press(2, 0xA0000));
+    EXPECT_EQ(shelf().items().size(), 1u);
+}
+
+TEST_F(AppDelegateTest, aChangedShortcutTakesOverAndAClearedOneIsDead) {
+    launch();
+    preferences.setValue(preferenceKey::shelfHotkeyKeyCode, 40);
+    preferences.setValue(preferenceKey::quickDropKeyCode, -1);
+    notifications.post(shortcutChangedNotification);
+    EXPECT_EQ(log, CallLog{"hotkey 1"});
+    EXPECT_EQ(hotkeyService.registered.size(), 1u);
+    EXPECT_FALSE(monitors.press(1, 0xA0000));
+    EXPECT_FALSE(monitors.press(2, 0xA0000));
+    EXPECT_TRUE(monitors.press(40, 0xA0000));
+    preferences.setValue(preferenceKey::shelfHotkeyKeyCode, 65536);
+    notifications.post(shortcutChangedNotification);
+    EXPECT_DEATH(monitors.press(1, 0), "16 bits");
+    preferences.setValue(preferenceKey::shelfHotkeyModifiers, -1);
+    EXPECT_DEATH(notifications.post(shortcutChangedNotification), "modifier flags");
+}
+
+TEST_F(AppDelegateTest, theHotkeysToggleTheShelfAndDropTheSelection) {
+    launch();
+    notifications.post(togglePopoverNotification);
+    notifications.post(togglePopoverNotification);
+    EXPECT_EQ(log, (CallLog{"show", "key", "activate", "close"}));
+    log.clear();
+    notifications.post(quickDropNotification);
+    EXPECT_TRUE(log.empty()) << "nothing selected opens nothing";
+    selection.files = makeFiles(3);
+    notifications.post(quickDropNotification);
+    EXPECT_EQ(names(), std::vector<std::string>{});
+    EXPECT_EQ(shelf().items().size(), 3u);
+    EXPECT_EQ(log, (CallLog{"show", "key", "activate"}));
 }
 
 TEST_F(AppDelegateTest, aFileThatVanishesIsMarkedAtOneTickAndGoneAtTheNext) {
@@ -92,19 +182,41 @@ TEST_F(AppDelegateTest, aFileThatVanishesIsMarkedAtOneTickAndGoneAtTheNext) {
     EXPECT_EQ(statusBar.button->title.text, " 1");
 }
 
-TEST_F(AppDelegateTest, aCheckThatHangsDoesNotPileUp) {
+TEST_F(AppDelegateTest, volumesThatComeAndGoAreLookedAtAndAHangingLookDoesNotPileUp) {
     addFiles(1);
     launch();
+    volumes.mounted.emit();
+    EXPECT_EQ(dispatch.backgroundCount(), 1u);
+    dispatch.runAll();
+    volumes.unmounted.emit();
     dispatch.advance(60s);
     EXPECT_EQ(dispatch.backgroundCount(), 1u);
 }
 
-TEST_F(AppDelegateTest, terminatingStopsTheTimer) {
+TEST_F(AppDelegateTest, oneSettingsWindowIsReusedOnlyWhileItIsOpen) {
     launch();
+    app->showPopover(Animation::animated);
+    log.clear();
+    views.onOpenSettings();
+    EXPECT_EQ(log, (CallLog{"close", "settings center", "settings front", "activate"}));
+    log.clear();
+    views.onOpenSettings();
+    EXPECT_EQ(log, (CallLog{"close", "settings front", "settings front of all", "activate"}));
+    views.settingsWindow->close();
+    log.clear();
+    views.onOpenSettings();
+    EXPECT_EQ(log, (CallLog{"close", "settings gone", "settings center", "settings front", "activate"}));
+}
+
+TEST_F(AppDelegateTest, terminatingStopsWhatWaitsAndNothingElse) {
+    launch();
+    app->showPopover(Animation::animated);
+    monitors.clickElsewhere();
     app->applicationWillTerminate();
     EXPECT_EQ(dispatch.scheduledCount(), 0u);
-    views.onQuit();
-    EXPECT_EQ(log, CallLog{"terminate"});
+    EXPECT_TRUE(monitors.clickHandlers.empty());
+    EXPECT_EQ(monitors.keyHandlers.size(), 2u);
+    EXPECT_EQ(hotkeyService.registered.size(), 2u);
 }
 
 TEST_F(AppDelegateTest, aBarWithoutRoomLeavesTheRestRunning) {
@@ -117,11 +229,18 @@ TEST_F(AppDelegateTest, aBarWithoutRoomLeavesTheRestRunning) {
 
 TEST_F(AppDelegateTest, whatItHandedOutDoesNothingOnceItIsGone) {
     launch();
+    app->showPopover(Animation::animated);
+    DraggingDestination& dropView = *statusBar.button->dropView;
+    selection.files = makeFiles(1);
     app.reset();
+    log.clear();
+    FakePasteboard pasteboard;
     statusBar.button->action();
     views.onOpenSettings();
     views.onQuit();
-    EXPECT_EQ(dropView().draggingEntered(pasteboard), DragOperation::none);
+    notifications.post(quickDropNotification);
+    monitors.clickElsewhere();
+    EXPECT_EQ(dropView.draggingEntered(pasteboard), DragOperation::none);
     dispatch.advance(20s);
     EXPECT_TRUE(log.empty());
 }

@@ -18,6 +18,8 @@ class QtDraggingPasteboard : public DraggingPasteboard {
 public:
     explicit QtDraggingPasteboard(const QMimeData& data) : data_(data) {}
     [[nodiscard]] std::vector<PasteboardItem> items() override;
+    /// None: what arrives here has its files ready.
+    [[nodiscard]] std::vector<std::shared_ptr<FilePromiseReceiver>> filePromiseReceivers() override { return {}; }
 
 private:
     const QMimeData& data_;

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/HotkeyService.h"
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+namespace stowpocket {
+
+class NotificationCenter;
+class PreferenceStore;
+
+/// Posted when the hotkey that opens and closes the shelf is pressed.
+inline constexpr std::string_view togglePopoverNotification = "StowpocketTogglePopover";
+/// Posted when the hotkey that adds the file manager's selection is pressed.
+inline constexpr std::string_view quickDropNotification = "StowpocketQuickDrop";
+
+/// The two system-wide hotkeys: each press becomes a notification. At most one registration per hotkey exists, for
+/// the shortcut that is stored when it is made. Lives until the process ends; main thread only.
+class HotkeyManager {
+public:
+    HotkeyManager(HotkeyService& service, PreferenceStore& preferences, NotificationCenter& notificationCenter);
+
+    /// Each drops the old registration and makes a new one from the preferences. A cleared shortcut stays
+    /// unregistered, and so does one that the system refuses.
+    void registerShelfHotkey();
+    void registerQuickDropHotkey();
+
+private:
+    [[nodiscard]] std::unique_ptr<HotkeyRegistration>
+    registration(std::string_view keyCodeKey, std::string_view modifiersKey, HotkeyIdentifier identifier) const;
+    [[nodiscard]] std::int32_t handleHotkey(const HotkeyIdentifier* pressed) const;
+
+    HotkeyService& service_;
+    PreferenceStore& preferences_;
+    NotificationCenter& notificationCenter_;
+    std::unique_ptr<HotkeyRegistration> shelfHotKeyRef_;
+    std::unique_ptr<HotkeyRegistration> quickDropHotKeyRef_;
+};
+
+/// Stored modifier flags as the hotkey service takes them; flags that it does not know are dropped.
+[[nodiscard]] std::uint32_t carbonModifiers(std::int64_t modifierFlags);
+
+}  // namespace stowpocket

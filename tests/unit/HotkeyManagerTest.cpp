@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include "app/HotkeyManager.h"
+
+#include "app/Preferences.h"
+#include "fakes/FakeInput.h"
+#include "foundation/NotificationCenter.h"
+#include "platform/LayeredPreferenceStore.h"
+
+#include <gtest/gtest.h>
+
+namespace stowpocket {
+namespace {
+
+class HotkeyManagerTest : public testing::Test {
+protected:
+    HotkeyManagerTest() { registerPreferenceDefaults(preferences); }
+
+    using Registered = FakeHotkeyService::Registered;
+
+    CallLog log;
+    FakeHotkeyService service{log};
+    LayeredPreferenceStore preferences;
+    NotificationCenter notifications;
+    std::string posted;
+    Subscription toggles = notifications.observe(togglePopoverNotification, [this] { posted += "toggle "; });
+    Subscription drops = notifications.observe(quickDropNotification, [this] { posted += "drop "; });
+    HotkeyManager manager{service, preferences, notifications};
+};
+
+TEST_F(HotkeyManagerTest, registersTheStoredShortcutsOnceEach) {
+    manager.registerShelfHotkey();
+    manager.registerQuickDropHotkey();
+    manager.registerShelfHotkey();
+    EXPECT_EQ(service.registered, (std::list<Registered>{{2, 0xA00, {0x53504B32, 2}}, {1, 0xA00, {0x53504B31, 1}}}));
+    preferences.setValue(preferenceKey::shelfHotkeyKeyCode, -1);
+    manager.registerShelfHotkey();
+    EXPECT_EQ(service.registered.size(), 1u);
+    service.refuses = true;
+    manager.registerQuickDropHotkey();
+    EXPECT_TRUE(service.registered.empty()) << "the old one is gone even when the new one is refused";
+}
+
+TEST_F(HotkeyManagerTest, convertsTheModifiersItKnows) {
+    EXPECT_EQ(carbonModifiers(0x100000), 0x100u);
+    EXPECT_EQ(carbonModifiers(0x80000), 0x800u);
+    EXPECT_EQ(carbonModifiers(0x40000), 0x1000u);
+    EXPECT_EQ(carbonModifiers(0x20000), 0x200u);
+    EXPECT_EQ(carbonModifiers(0x1E0000 | 0x10000 | 0x800000 | 0xFFFF), 0x1B00u)
+        << "Caps Lock and function are dropped";
+}
+
+TEST_F(HotkeyManagerTest, turnsPressesIntoNotificationsByTheirNumberAlone) {
+    const HotkeyIdentifier shelf{0, 1};
+    const HotkeyIdentifier quickDrop{0x53504B31, 2};
+    const HotkeyIdentifier other{0x53504B31, 3};
+    EXPECT_EQ(service.handler(nullptr), -9874);
+    for (const HotkeyIdentifier& pressed : {shelf, quickDrop, other})
+        EXPECT_EQ(service.handler(&pressed), 0);
+    EXPECT_EQ(posted, "toggle drop ");
+}
+
+TEST_F(HotkeyManagerTest, impossibleStoredShortcutsAreBrokenInvariants) {
+    preferences.setValue(preferenceKey::shelfHotkeyKeyCode, std::int64_t{1} << 32);
+    EXPECT_DEATH(manager.registerShelfHotkey(), "32 bits");
+    preferences.setValue(preferenceKey::quickDropModifiers, -1);
+    EXPECT_DEATH(manager.registerQuickDropHotkey(), "modifier flags");
+}
+
+}  // namespace
+}  // namespace stowpocket

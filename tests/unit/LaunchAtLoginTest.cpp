@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "app/LaunchAtLogin.h"
+
+#include "app/Preferences.h"
+#include "fakes/FakeInput.h"
+#include "platform/LayeredPreferenceStore.h"
+
+#include <gtest/gtest.h>
+
+namespace stowpocket {
+namespace {
+
+using Status = LoginItem::Status;
+
+class LaunchAtLoginTest : public testing::Test {
+protected:
+    LaunchAtLoginTest() { registerPreferenceDefaults(preferences); }
+    [[nodiscard]] bool wish() const { return preferences.boolean(preferenceKey::launchAtLogin); }
+    void storeWish(bool wanted) { preferences.setValue(preferenceKey::launchAtLogin, wanted); }
+
+    CallLog log;
+    FakeLoginItem loginItem{log};
+    LayeredPreferenceStore preferences;
+    LaunchAtLogin launchAtLogin{loginItem, preferences};
+};
+
+TEST_F(LaunchAtLoginTest, theLaunchGrantsTheWish) {
+    launchAtLogin.sync();
+    EXPECT_EQ(loginItem.current, Status::enabled);
+    launchAtLogin.sync();
+    storeWish(false);
+    launchAtLogin.sync();
+    EXPECT_EQ(log, (CallLog{"login item on", "login item off"}));
+    for (const Status notYet : {Status::requiresApproval, Status::notFound}) {
+        loginItem.current = notYet;
+        storeWish(true);
+        launchAtLogin.sync();
+        EXPECT_EQ(loginItem.current, Status::enabled) << "registered again";
+    }
+}
+
+TEST_F(LaunchAtLoginTest, aWishThatCannotBeGrantedIsTakenBack) {
+    loginItem.fails = true;
+    launchAtLogin.sync();
+    EXPECT_FALSE(wish());
+
+    loginItem.current = Status::enabled;
+    launchAtLogin.sync();
+    EXPECT_TRUE(wish()) << "it cannot be turned off";
+
+    loginItem.current = Status::requiresApproval;
+    storeWish(true);
+    launchAtLogin.wishChanged(true);
+    EXPECT_FALSE(wish());
+    loginItem.current = Status::enabled;
+    launchAtLogin.adoptActualState();
+    EXPECT_TRUE(wish());
+}
+
+}  // namespace
+}  // namespace stowpocket
