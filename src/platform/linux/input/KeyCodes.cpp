@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/input/KeyCodes.h"
+
+#include "platform/linux/input/KeyModifiers.h"
+
+#include <algorithm>
+#include <array>
+#include <initializer_list>
+
+namespace stowpocket {
+namespace {
+
+/// Kernel key codes (linux/input-event-codes.h) count from here in X11.
+constexpr std::uint8_t firstKey = 8;
+/// Keys of this keyboard alone follow the 128 virtual key codes.
+constexpr std::uint16_t firstOwnCode = 0x100;
+constexpr std::uint8_t none = 0xFF;
+
+/// By kernel key code, row by row as the keyboard lies.
+constexpr std::array<std::uint8_t, 128> virtualKeys = [] {
+    std::array<std::uint8_t, 128> table{};
+    table.fill(none);
+    const auto row = [&table](std::size_t at, std::initializer_list<std::uint8_t> codes) {
+        std::copy(codes.begin(), codes.end(), table.begin() + at);
+    };
+    row(1, {53, 18, 19, 20, 21, 23, 22, 26, 28, 25, 29, 27, 24, 51});   // Escape, 1 to 0, - = Delete
+    row(15, {48, 12, 13, 14, 15, 17, 16, 32, 34, 31, 35, 33, 30, 36});  // Tab, Q to ], Return
+    row(29, {59, 0, 1, 2, 3, 5, 4, 38, 40, 37, 41, 39, 50});            // Control, A to ', grave
+    row(42, {56, 42, 6, 7, 8, 9, 11, 45, 46, 43, 47, 44, 60});          // Shift, backslash, Z to /, right Shift
+    row(55, {67, 58, 49, 57});                                          // pad *, Option, Space, Caps Lock
+    row(59, {122, 120, 99, 118, 96, 97, 98, 100, 101, 109});            // F1 to F10
+    row(69, {71});                                                      // Clear, where Num Lock lies
+    row(71, {89, 91, 92, 78, 86, 87, 88, 69, 83, 84, 85, 82, 65});      // pad 7 8 9 - 4 5 6 + 1 2 3 0 .
+    row(86, {10, 103, 111, 94});                                        // the key beside Z, F11, F12, underscore
+    row(92, {104, 0xFF, 102, 95, 76, 62, 75});                          // Kana, Eisu, pad comma Enter, Control, pad /
+    row(100, {61});                                                     // right Option
+    row(102, {115, 126, 116, 123, 124, 119, 125, 121, 114, 117});       // Home Up PageUp Left Right End Down PageDown
+                                                                        // Help, forward Delete
+    row(113, {74, 73, 72});                                             // Mute, volume
+    row(117, {81});                                                     // pad =
+    row(124, {93, 55, 54, 110});                                        // yen, Command, menu
+    return table;
+}();
+constexpr std::uint8_t f13 = 183;
+constexpr std::array<std::uint8_t, 8> fromF13{105, 107, 113, 106, 64, 79, 80, 90};
+
+std::uint8_t tabled(std::uint8_t kernelCode) {
+    if (kernelCode < virtualKeys.size())
+        return virtualKeys.at(kernelCode);
+    if (kernelCode >= f13 && kernelCode < f13 + fromF13.size())
+        return fromF13.at(static_cast<std::size_t>(kernelCode - f13));
+    return none;
+}
+
+bool among(std::uint16_t code, const auto& codes) {
+    return std::ranges::find(codes, code) != codes.end();
+}
+
+}  // namespace
+
+std::uint16_t virtualKeyOf(std::uint8_t key) {
+    const std::uint8_t known = key < firstKey ? none : tabled(static_cast<std::uint8_t>(key - firstKey));
+    return known == none ? static_cast<std::uint16_t>(firstOwnCode + key) : known;
+}
+
+std::optional<std::uint8_t> physicalKeyOf(std::uint32_t virtualKey) {
+    for (std::uint32_t key = firstKey; key <= 0xFF; ++key) {
+        if (virtualKeyOf(static_cast<std::uint8_t>(key)) == virtualKey)
+            return static_cast<std::uint8_t>(key);
+    }
+    return std::nullopt;
+}
+
+std::int64_t ownFlagsOf(std::uint16_t virtualKey) {
+    constexpr std::array arrows{123, 124, 125, 126};
+    constexpr std::array functionKeys{122, 120, 99,  118, 96, 97, 98, 100, 101, 109, 103, 111, 105,
+                                      107, 113, 106, 64,  79, 80, 90, 114, 115, 116, 117, 119, 121};
+    constexpr std::array pad{65, 67, 69, 71, 75, 76, 78, 81, 82, 83, 84, 85, 86, 87, 88, 89, 91, 92, 95};
+    if (among(virtualKey, arrows))
+        return keyFlag::function | keyFlag::numericPad;
+    if (among(virtualKey, functionKeys))
+        return keyFlag::function;
+    return among(virtualKey, pad) ? keyFlag::numericPad : 0;
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+namespace stowpocket {
+
+/// Device-independent flags of key events, beside the four of `modifierFlag`.
+namespace keyFlag {
+inline constexpr std::int64_t capsLock = 0x10000;
+inline constexpr std::int64_t numericPad = 0x200000;
+inline constexpr std::int64_t function = 0x800000;
+}  // namespace keyFlag
+
+/// The modifier bits that the X protocol names itself; what Mod1 to Mod5 mean is up to the keyboard map.
+namespace x11Modifier {
+inline constexpr std::uint16_t shift = 0x1;
+inline constexpr std::uint16_t lock = 0x2;
+inline constexpr std::uint16_t control = 0x4;
+inline constexpr std::uint16_t mod1 = 0x8;
+inline constexpr std::uint16_t mod4 = 0x40;
+inline constexpr std::uint16_t all = 0xFF;
+}  // namespace x11Modifier
+
+/// What the modifier bits mean under the present keyboard map; 0 for a key that is none.
+struct ModifierLayout {
+    std::uint16_t alt = x11Modifier::mod1;
+    std::uint16_t super = x11Modifier::mod4;
+    std::uint16_t numLock = 0;
+    std::uint16_t scrollLock = 0;
+    friend bool operator==(const ModifierLayout&, const ModifierLayout&) = default;
+};
+
+/// Reads the layout off the keys of each of the eight modifiers; `keySymbols` gives what stands on a key.
+[[nodiscard]] ModifierLayout
+modifierLayoutOf(const std::array<std::vector<std::uint8_t>, 8>& keysOfModifier,
+                 const std::function<std::vector<std::uint32_t>(std::uint8_t)>& keySymbols);
+
+/// `carbonModifier` bits as the X protocol's.
+[[nodiscard]] std::uint16_t x11ModifiersOf(std::uint32_t carbonModifiers, const ModifierLayout& layout);
+
+/// Every state that the lock keys can be in.
+[[nodiscard]] std::vector<std::uint16_t> lockStates(const ModifierLayout& layout);
+
+}  // namespace stowpocket

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/input/KeyModifiers.h"
+
+#include <cstdint>
+#include <xcb/xcb.h>
+
+namespace stowpocket {
+
+/// A key with modifiers, whatever the lock keys say.
+struct KeyCombination {
+    std::uint8_t key = 0;
+    std::uint32_t carbonModifiers = 0;
+    friend bool operator==(const KeyCombination&, const KeyCombination&) = default;
+};
+
+/// Grabs of key combinations on the root window: their events come to this connection, whoever has the focus. A grab
+/// is held for every state of the lock keys or not at all.
+class X11KeyGrabs {
+public:
+    explicit X11KeyGrabs(xcb_connection_t* connection);
+
+    [[nodiscard]] xcb_window_t root() const { return root_; }
+    [[nodiscard]] const ModifierLayout& layout() const { return layout_; }
+    /// Asks the server what the modifiers mean now; true when that has changed since.
+    [[nodiscard]] bool readLayout();
+
+    /// False when another program holds the combination.
+    [[nodiscard]] bool grab(const KeyCombination& combination) const;
+    /// Before a changed layout is read, for grabs made under the old one.
+    void ungrab(const KeyCombination& combination) const;
+
+private:
+    xcb_connection_t* const connection_;
+    const xcb_window_t root_;
+    ModifierLayout layout_;
+};
+
+}  // namespace stowpocket

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "platform/HotkeyService.h"
+#include "platform/linux/input/HeldHotkey.h"
+#include "platform/linux/input/KeyCodes.h"
+#include "platform/linux/input/KeyModifiers.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace stowpocket {
+namespace {
+
+/// Key codes as the kernel's input-event-codes.h has them.
+std::uint16_t kernelKey(std::uint8_t code) {
+    return virtualKeyOf(static_cast<std::uint8_t>(code + 8));
+}
+
+TEST(KeyCodesTest, namesPhysicalKeysAsTheReferenceKeyboardDoes) {
+    const std::vector<std::pair<std::uint8_t, std::uint16_t>> known{
+        {31, 1},   {32, 2},   {1, 53},    {14, 51},  {111, 117}, {28, 36},   {57, 49},   {30, 0},
+        {44, 6},   {50, 46},  {11, 29},   {2, 18},   {43, 42},   {86, 10},   {59, 122},  {68, 109},
+        {87, 103}, {88, 111}, {183, 105}, {190, 90}, {103, 126}, {105, 123}, {108, 125}, {106, 124},
+        {76, 87},  {96, 76},  {82, 82},   {69, 71},  {110, 114}};
+    for (const auto& [code, virtualKey] : known)
+        EXPECT_EQ(kernelKey(code), virtualKey) << "kernel code " << int{code};
+}
+
+TEST(KeyCodesTest, givesEveryKeyOneCodeAndFindsItAgain) {
+    std::set<std::uint16_t> codes;
+    for (unsigned key = 0; key <= 0xFF; ++key) {
+        const std::uint16_t code = virtualKeyOf(static_cast<std::uint8_t>(key));
+        EXPECT_TRUE(codes.insert(code).second) << key;
+        EXPECT_EQ(physicalKeyOf(code), key < 8 ? std::nullopt : std::optional(key));
+    }
+    EXPECT_EQ(physicalKeyOf(52), std::nullopt);
+    EXPECT_EQ(physicalKeyOf(0x10000 + 1), std::nullopt);
+}
+
+TEST(KeyCodesTest, flagsFunctionKeysArrowsAndTheNumericPad) {
+    EXPECT_EQ(ownFlagsOf(1), 0);
+    EXPECT_EQ(ownFlagsOf(53), 0);
+    EXPECT_EQ(ownFlagsOf(96), 0x800000);
+    EXPECT_EQ(ownFlagsOf(117), 0x800000);
+    EXPECT_EQ(ownFlagsOf(126), 0xA00000);
+    EXPECT_EQ(ownFlagsOf(87), 0x200000);
+}
+
+TEST(KeyModifiersTest, findsTheModifiersOfTheKeyboardMap) {
+    std::array<std::vector<std::uint8_t>, 8> keys{{{50, 62}, {66}, {37}, {108}, {77, 64}, {133}, {}, {92}}};
+    const auto symbols = [](std::uint8_t key) -> std::vector<std::uint32_t> {
+        switch (key) {
+        case 108:
+            return {0xFFEA, 0xFFE8};
+        case 77:
+            return {0xFF7F};
+        case 64:
+            return {0xFFE9};
+        case 133:
+            return {0, 0xFFEB};
+        case 92:
+            return {0xFF14};
+        default:
+            return {};
+        }
+    };
+    const ModifierLayout layout = modifierLayoutOf(keys, symbols);
+    EXPECT_EQ(layout, (ModifierLayout{0x8, 0x20, 0x10, 0x80})) << "the first modifier with the key counts";
+    EXPECT_EQ(x11ModifiersOf(carbonModifier::optionKey | carbonModifier::cmdKey | carbonModifier::shiftKey, layout),
+              0x29);
+    EXPECT_EQ(x11ModifiersOf(carbonModifier::controlKey, layout), 0x4);
+    const std::vector<std::uint16_t> states = lockStates(layout);
+    EXPECT_EQ(std::set(states.begin(), states.end()),
+              (std::set<std::uint16_t>{0, 2, 0x10, 0x12, 0x80, 0x82, 0x90, 0x92}));
+    EXPECT_EQ(states.size(), 8u);
+    EXPECT_EQ(lockStates(modifierLayoutOf({}, symbols)), (std::vector<std::uint16_t>{0, 2}));
+}
+
+TEST(HeldHotkeyTest, toldRepeatsFromPresses) {
+    HeldHotkey held;
+    EXPECT_TRUE(held.press(39, 100));
+    EXPECT_FALSE(held.press(39, 760)) << "repeats as presses alone";
+    held.release(39, 800);
+    EXPECT_FALSE(held.press(39, 800)) << "repeats as release and press of one moment";
+    held.release(39, 900);
+    EXPECT_TRUE(held.press(39, 901));
+    EXPECT_TRUE(held.press(40, 902)) << "another key";
+    held.release(39, 903);
+    EXPECT_FALSE(held.press(40, 904)) << "the release of the first key does not end the second";
+}
+
+}  // namespace
+}  // namespace stowpocket
