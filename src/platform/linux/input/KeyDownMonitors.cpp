@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/input/KeyDownMonitors.h"
+
+#include "app/ShortcutText.h"
+#include "platform/linux/input/KeyCodes.h"
+#include "platform/linux/input/KeyModifiers.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+
+#include <algorithm>
+#include <array>
+
+namespace stowpocket {
+namespace {
+
+bool isModifierKey(int key) {
+    constexpr std::array keys{Qt::Key_Shift,    Qt::Key_Control, Qt::Key_Meta,    Qt::Key_Alt,     Qt::Key_AltGr,
+                              Qt::Key_CapsLock, Qt::Key_Super_L, Qt::Key_Super_R, Qt::Key_Hyper_L, Qt::Key_Hyper_R};
+    return std::ranges::find(keys, key) != keys.end();
+}
+
+}  // namespace
+
+KeyEvent keyEventOf(const QKeyEvent& event) {
+    constexpr std::array<std::pair<Qt::KeyboardModifier, std::int64_t>, 4> table{{
+        {Qt::ShiftModifier, modifierFlag::shift},
+        {Qt::ControlModifier, modifierFlag::control},
+        {Qt::AltModifier, modifierFlag::option},
+        {Qt::MetaModifier, modifierFlag::command},
+    }};
+    const std::uint16_t key = virtualKeyOf(static_cast<std::uint8_t>(event.nativeScanCode() & 0xFF));
+    std::int64_t flags = ownFlagsOf(key);
+    for (const auto& [modifier, flag] : table) {
+        if (event.modifiers().testFlag(modifier))
+            flags |= flag;
+    }
+    if ((event.nativeModifiers() & x11Modifier::lock) != 0)
+        flags |= keyFlag::capsLock;
+    return {key, flags};
+}
+
+KeyDownMonitors::KeyDownMonitors() {
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool KeyDownMonitors::swallows(const QKeyEvent& event) {
+    const std::pair<std::uint64_t, std::uint32_t> identity{event.timestamp(), event.nativeScanCode()};
+    if (event.type() == QEvent::KeyPress && decided_ == identity) {
+        decided_.reset();
+        return swallowed_;
+    }
+    decided_ = identity;
+    const KeyEvent keyEvent = keyEventOf(event);
+    swallowed_ = monitors_.anyOf([&keyEvent](const Handler& handler) { return handler(keyEvent); });
+    return swallowed_;
+}
+
+/// Qt first asks the window whether a shortcut is overridden, then runs shortcuts, then sends the press to the
+/// window, which passes it on to its widgets. A monitor decides at the first of these, and the shortcuts of a press
+/// that it swallows are overridden.
+bool KeyDownMonitors::eventFilter(QObject* receiver, QEvent* event) {
+    const bool isKeyDown = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+    if (!isKeyDown || !receiver->isWindowType())
+        return false;
+    auto* const keyEvent = static_cast<QKeyEvent*>(event);
+    if (isModifierKey(keyEvent->key()) || !swallows(*keyEvent))
+        return false;
+    keyEvent->accept();
+    return true;
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/input/MonitorList.h"
+
+#include <QObject>
+
+#include <optional>
+#include <utility>
+
+class QKeyEvent;
+
+namespace stowpocket {
+
+/// The key-downs of this application's windows, seen before Qt's own shortcuts. Modifier keys are none by themselves.
+class KeyDownMonitors : public QObject {
+public:
+    using Handler = std::function<bool(const KeyEvent&)>;
+
+    KeyDownMonitors();
+    [[nodiscard]] std::unique_ptr<EventMonitorToken> add(Handler handler) {
+        return monitors_.add(std::move(handler));
+    }
+
+private:
+    bool eventFilter(QObject* receiver, QEvent* event) override;
+    [[nodiscard]] bool swallows(const QKeyEvent& event);
+
+    MonitorList<Handler> monitors_;
+    /// The key-down whose fate was decided last, and that fate: Qt brings each of them twice.
+    std::optional<std::pair<std::uint64_t, std::uint32_t>> decided_;
+    bool swallowed_ = false;
+};
+
+/// The event as the reference platform would describe it.
+[[nodiscard]] KeyEvent keyEventOf(const QKeyEvent& event);
+
+}  // namespace stowpocket

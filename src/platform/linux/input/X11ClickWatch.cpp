@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/input/X11ClickWatch.h"
+
+#include "platform/linux/input/XcbAnswer.h"
+
+#include <QCoreApplication>
+
+#include <xcb/xinput.h>
+
+namespace stowpocket {
+namespace {
+
+/// As the X protocol numbers buttons; those above are wheels and thumbs.
+constexpr std::uint32_t leftButton = 1;
+constexpr std::uint32_t rightButton = 3;
+
+XcbAnswer<xcb_query_pointer_reply_t> pointerIn(xcb_connection_t* connection, xcb_window_t window) {
+    return XcbAnswer<xcb_query_pointer_reply_t>(
+        xcb_query_pointer_reply(connection, xcb_query_pointer(connection, window), nullptr));
+}
+
+}  // namespace
+
+X11ClickWatch::X11ClickWatch(xcb_connection_t* connection)
+    : connection_(connection), root_(xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root) {
+    const xcb_query_extension_reply_t* const extension = xcb_get_extension_data(connection, &xcb_input_id);
+    if (extension != nullptr && extension->present != 0)
+        inputExtension_ = extension->major_opcode;
+}
+
+X11ClickWatch::~X11ClickWatch() {
+    QCoreApplication::instance()->removeNativeEventFilter(this);
+}
+
+std::uint32_t X11ClickWatch::pressedButtons() const {
+    const auto pointer = pointerIn(connection_, root_);
+    const auto bit = [&pointer](xcb_button_mask_t button, std::uint32_t value) {
+        return pointer && (pointer->mask & button) != 0 ? value : 0;
+    };
+    return bit(XCB_BUTTON_MASK_1, 1) | bit(XCB_BUTTON_MASK_3, 2) | bit(XCB_BUTTON_MASK_2, 4);
+}
+
+void X11ClickWatch::follow() {
+    struct {
+        xcb_input_event_mask_t head{XCB_INPUT_DEVICE_ALL_MASTER, 1};
+        std::uint32_t bits = 0;
+    } mask;
+    if (inputExtension_ == 0)
+        return;
+    if (monitors_.isEmpty()) {
+        QCoreApplication::instance()->removeNativeEventFilter(this);
+    } else {
+        mask.bits = XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS;
+        QCoreApplication::instance()->installNativeEventFilter(this);
+    }
+    xcb_input_xi_select_events(connection_, root_, 1, &mask.head);
+    xcb_flush(connection_);
+}
+
+bool X11ClickWatch::nativeEventFilter(const QByteArray& kind, void* message, qintptr*) {
+    if (kind == "xcb_generic_event_t" && isOutsideClick(*static_cast<const xcb_generic_event_t*>(message))) {
+        monitors_.anyOf([](const Handler& handler) {
+            handler();
+            return false;
+        });
+    }
+    return false;
+}
+
+bool X11ClickWatch::isOutsideClick(const xcb_generic_event_t& event) const {
+    if ((event.response_type & 0x7F) != XCB_GE_GENERIC)
+        return false;
+    const auto& press = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);
+    return press.extension == inputExtension_ && press.event_type == XCB_INPUT_RAW_BUTTON_PRESS &&
+           (press.detail == leftButton || press.detail == rightButton) && !pointerIsOverOwnWindow();
+}
+
+/// Raw events tell no place. Every window that this connection made has a number from the connection's own range.
+bool X11ClickWatch::pointerIsOverOwnWindow() const {
+    const xcb_setup_t* const setup = xcb_get_setup(connection_);
+    xcb_window_t window = root_;
+    while (window != XCB_WINDOW_NONE) {
+        if ((window & ~setup->resource_id_mask) == setup->resource_id_base)
+            return true;
+        const auto pointer = pointerIn(connection_, window);
+        window = pointer ? pointer->child : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+    }
+    return false;
+}
+
+}  // namespace stowpocket

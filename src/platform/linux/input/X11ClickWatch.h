@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/input/MonitorList.h"
+
+#include <QAbstractNativeEventFilter>
+
+#include <cstdint>
+#include <xcb/xcb.h>
+
+namespace stowpocket {
+
+/// Sees the left and right mouse buttons go down outside this program's windows, whoever holds the pointer. Without
+/// monitors the server sends nothing. On Qt's connection, which has agreed on the version of the input extension;
+/// where the extension is missing there are no clicks.
+class X11ClickWatch : private QAbstractNativeEventFilter {
+public:
+    using Handler = std::function<void()>;
+
+    explicit X11ClickWatch(xcb_connection_t* connection);
+    ~X11ClickWatch() override;
+    X11ClickWatch(const X11ClickWatch&) = delete;
+    X11ClickWatch& operator=(const X11ClickWatch&) = delete;
+
+    [[nodiscard]] std::unique_ptr<EventMonitorToken> add(Handler handler) {
+        return monitors_.add(std::move(handler));
+    }
+    /// Bit 0 left, bit 1 right, bit 2 middle.
+    [[nodiscard]] std::uint32_t pressedButtons() const;
+
+private:
+    bool nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) override;
+    [[nodiscard]] bool isOutsideClick(const xcb_generic_event_t& event) const;
+    [[nodiscard]] bool pointerIsOverOwnWindow() const;
+    void follow();
+
+    xcb_connection_t* const connection_;
+    const xcb_window_t root_;
+    std::uint8_t inputExtension_ = 0;
+    MonitorList<Handler> monitors_{[this] { follow(); }};
+};
+
+}  // namespace stowpocket

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/input/KeyDownMonitors.h"
+#include "platform/linux/input/X11ClickWatch.h"
+
+namespace stowpocket {
+
+/// Event monitors of the X11 desktop: Qt's events for this program's keys, the server's for clicks elsewhere.
+class X11EventMonitors : public EventMonitors {
+public:
+    explicit X11EventMonitors(xcb_connection_t* connection) : clicks_(connection) {}
+
+    [[nodiscard]] std::unique_ptr<EventMonitorToken>
+    addLocalKeyDownMonitor(std::function<bool(const KeyEvent&)> handler) override {
+        return keyDowns_.add(std::move(handler));
+    }
+    [[nodiscard]] std::unique_ptr<EventMonitorToken>
+    addGlobalMouseDownMonitor(std::function<void()> handler) override {
+        return clicks_.add(std::move(handler));
+    }
+    [[nodiscard]] std::uint32_t pressedMouseButtons() const override { return clicks_.pressedButtons(); }
+
+private:
+    KeyDownMonitors keyDowns_;
+    X11ClickWatch clicks_;
+};
+
+}  // namespace stowpocket
