@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/input/ClipboardOwner.h"
+#include "platform/linux/input/ClipboardReader.h"
+#include "platform/linux/input/QuickDropRun.h"
+#include "platform/linux/input/X11CopyKeys.h"
+
+namespace stowpocket {
+
+/// The desktop of one X server, on a connection of its own. One thread at a time.
+class X11QuickDropDesktop : public QuickDropDesktop {
+public:
+    explicit X11QuickDropDesktop(std::unique_ptr<XcbSession> session);
+
+    [[nodiscard]] std::uint32_t activeWindow() override;
+    [[nodiscard]] std::string classOf(std::uint32_t window) override;
+    [[nodiscard]] ClipboardSnapshot takeSnapshot() override;
+    [[nodiscard]] bool copyOverBus(std::uint32_t window) override;
+    [[nodiscard]] bool prepareKeys(CopyKey key) override;
+    void pressKeys() override { keys_.press(); }
+    [[nodiscard]] bool awaitNewOwner() override;
+    [[nodiscard]] std::vector<FileURL> filesOnClipboard() override;
+    void restore(ClipboardSnapshot snapshot) override;
+
+    /// Call when the run is over: the server need not tell of new owners any more.
+    void finish() { reader_.watchOwner(false); }
+    /// Answers those who want what was put back. Returns when nothing has come, without waiting.
+    void serve() { session_->handleEvents(); }
+    [[nodiscard]] const XcbSession& session() const { return *session_; }
+
+private:
+    [[nodiscard]] std::uint32_t cardinal(xcb_window_t window, const std::string& property);
+
+    const std::unique_ptr<XcbSession> session_;
+    ClipboardReader reader_;
+    ClipboardOwner owner_;
+    X11CopyKeys keys_;
+    xcb_window_t copyOwner_ = XCB_WINDOW_NONE;
+};
+
+}  // namespace stowpocket

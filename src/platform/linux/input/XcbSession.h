@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/input/XcbAnswer.h"
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+#include <xcb/xcb.h>
+
+namespace stowpocket {
+
+/// A property of a window as the server keeps it.
+struct X11Property {
+    xcb_atom_t type = XCB_ATOM_NONE;
+    std::uint8_t format = 8;
+    std::vector<std::byte> bytes;
+    bool isCut = false;  ///< there is more than was asked for
+
+    /// The units of a property of format 32; none of any other.
+    [[nodiscard]] std::vector<std::uint32_t> words() const;
+};
+
+/// A connection to the X server of this object's own, with an unseen window. Used by one thread at a time; questions
+/// wait for the server.
+class XcbSession {
+public:
+    using Deadline = std::chrono::steady_clock::time_point;
+    using Event = XcbAnswer<xcb_generic_event_t>;
+
+    /// Null when the server cannot be reached.
+    [[nodiscard]] static std::unique_ptr<XcbSession> open();
+    ~XcbSession();
+    XcbSession(const XcbSession&) = delete;
+    XcbSession& operator=(const XcbSession&) = delete;
+
+    [[nodiscard]] xcb_connection_t* raw() const { return connection_; }
+    [[nodiscard]] xcb_window_t root() const { return root_; }
+    [[nodiscard]] xcb_window_t window() const { return window_; }
+    /// Another unseen window, which hears of its properties.
+    [[nodiscard]] xcb_window_t newWindow() const;
+
+    [[nodiscard]] xcb_atom_t atom(const std::string& name);
+    [[nodiscard]] std::vector<std::string> namesOf(const std::vector<xcb_atom_t>& atoms) const;
+    [[nodiscard]] X11Property property(xcb_window_t window, xcb_atom_t name, std::size_t mostBytes,
+                                       bool thenDelete = false) const;
+    /// The server's clock, which selections are taken by.
+    [[nodiscard]] xcb_timestamp_t serverTime();
+
+    /// Gets the events that nobody waits for.
+    void setEventHandler(std::function<void(const xcb_generic_event_t&)> handler) { handler_ = std::move(handler); }
+    /// Hands on the events that have come, without waiting.
+    void handleEvents();
+    /// Waits for an event that satisfies `isWanted`, handing on the others; null after the deadline.
+    [[nodiscard]] Event await(Deadline deadline, const std::function<bool(const xcb_generic_event_t&)>& isWanted);
+
+private:
+    explicit XcbSession(xcb_connection_t* connection);
+    [[nodiscard]] Event next(Deadline deadline) const;
+
+    xcb_connection_t* const connection_;
+    const xcb_window_t root_;
+    const xcb_window_t window_;
+    std::map<std::string, xcb_atom_t, std::less<>> atoms_;
+    std::function<void(const xcb_generic_event_t&)> handler_ = [](const xcb_generic_event_t&) {};
+};
+
+/// The kind of an event, whoever sent it.
+[[nodiscard]] inline std::uint8_t typeOf(const xcb_generic_event_t& event) {
+    return static_cast<std::uint8_t>(event.response_type & 0x7F);
+}
+
+}  // namespace stowpocket

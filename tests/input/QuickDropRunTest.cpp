@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/input/QuickDropRun.h"
+
+#include <gtest/gtest.h>
+
+namespace stowpocket {
+namespace {
+
+ClipboardItem item(const std::string& target, std::size_t size) {
+    return {target, target, 8, std::vector<std::byte>(size)};
+}
+
+class ScriptedDesktop : public QuickDropDesktop {
+public:
+    std::uint32_t activeWindow() override { return ++looks > 1 && windowLater ? *windowLater : window; }
+    std::string classOf(std::uint32_t) override { return windowClass; }
+    ClipboardSnapshot takeSnapshot() override { return note("snapshot", snapshot); }
+    bool copyOverBus(std::uint32_t) override { return note("bus", busWorks); }
+    bool prepareKeys(CopyKey key) override {
+        return note(key == CopyKey::controlC ? "find C" : "find Insert", hasKeys);
+    }
+    void pressKeys() override { note("press", true); }
+    bool awaitNewOwner() override { return note("wait", copies); }
+    std::vector<FileURL> filesOnClipboard() override { return note("files", files); }
+    void restore(ClipboardSnapshot taken) override {
+        EXPECT_EQ(taken.items, snapshot.items);
+        note("restore", true);
+    }
+
+    std::string windowClass = "Thunar";
+    std::uint32_t window = 7;
+    std::optional<std::uint32_t> windowLater;
+    ClipboardSnapshot snapshot{{item("UTF8_STRING", 3)}, true};
+    bool busWorks = false;
+    bool hasKeys = true;
+    bool copies = true;
+    std::vector<FileURL> files{*FileURL::fromPath("/tmp/a")};
+    std::string calls;
+    int looks = 0;
+
+private:
+    template <class Answer>
+    Answer note(const char* call, Answer answer) {
+        calls += calls.empty() ? call : std::string(", ") + call;
+        return answer;
+    }
+};
+
+TEST(QuickDropRunTest, copiesReadsAndRestores) {
+    ScriptedDesktop thunar;
+    EXPECT_EQ(runQuickDrop(thunar), thunar.files);
+    EXPECT_EQ(thunar.calls, "snapshot, find C, press, wait, files, restore");
+
+    ScriptedDesktop noFiles;
+    noFiles.files.clear();
+    EXPECT_TRUE(runQuickDrop(noFiles).empty());
+    EXPECT_TRUE(noFiles.calls.ends_with("restore")) << "a text field's copy is undone as well";
+}
+
+TEST(QuickDropRunTest, sendsNothingToOtherPrograms) {
+    for (const char* other : {"XTerm", "", "thunar.Thunar", "Nemo-desktop", "dolphin-emu"}) {
+        ScriptedDesktop desktop;
+        desktop.windowClass = other;
+        EXPECT_TRUE(runQuickDrop(desktop).empty());
+        EXPECT_EQ(desktop.calls, "") << other;
+    }
+    ScriptedDesktop none;
+    none.window = 0;
+    EXPECT_TRUE(runQuickDrop(none).empty());
+    EXPECT_EQ(none.calls, "");
+
+    ScriptedDesktop switched;
+    switched.windowLater = 8;
+    EXPECT_TRUE(runQuickDrop(switched).empty());
+    EXPECT_EQ(switched.calls, "snapshot, find C");
+}
+
+TEST(QuickDropRunTest, neverPressesControlCInDolphin) {
+    ScriptedDesktop dolphin;
+    dolphin.windowClass = "dolphin";
+    EXPECT_EQ(runQuickDrop(dolphin), dolphin.files);
+    EXPECT_EQ(dolphin.calls, "snapshot, bus, find Insert, press, wait, files, restore");
+
+    ScriptedDesktop answering;
+    answering.windowClass = "dolphin";
+    answering.busWorks = true;
+    EXPECT_EQ(runQuickDrop(answering), answering.files);
+    EXPECT_EQ(answering.calls, "snapshot, bus, wait, files, restore");
+}
+
+TEST(QuickDropRunTest, leavesTheClipboardAloneWhenNothingWasCopiedOrSaved) {
+    ScriptedDesktop nothing;
+    nothing.copies = false;
+    EXPECT_TRUE(runQuickDrop(nothing).empty());
+    EXPECT_EQ(nothing.calls, "snapshot, find C, press, wait");
+
+    ScriptedDesktop noKey;
+    noKey.hasKeys = false;
+    EXPECT_TRUE(runQuickDrop(noKey).empty());
+    EXPECT_EQ(noKey.calls, "snapshot, find C");
+
+    ScriptedDesktop unsaved;
+    unsaved.snapshot = {{}, false};
+    EXPECT_EQ(runQuickDrop(unsaved), unsaved.files);
+    EXPECT_EQ(unsaved.calls, "snapshot, find C, press, wait, files");
+}
+
+TEST(ClipboardSnapshotTest, keepsDataInItsBestForms) {
+    EXPECT_EQ(targetsToKeep({"TARGETS", "TIMESTAMP", "MULTIPLE", "SAVE_TARGETS", "UTF8_STRING", "text/html",
+                             "UTF8_STRING", "image/bmp", "application/ico", "image/png", "image/jpeg", "DELETE"}),
+              (std::vector<std::string>{"UTF8_STRING", "text/html", "image/png"}));
+    EXPECT_EQ(targetsToKeep({"image/jpeg", "image/tiff"}), (std::vector<std::string>{"image/jpeg", "image/tiff"}));
+}
+
+/// A snapshot of the targets a, b and c with these answers.
+ClipboardSnapshot snapshotOf(const std::vector<ClipboardAnswer>& answers, std::size_t budget) {
+    SnapshotBuilder builder(std::vector<std::string>{"TARGETS", "a", "b", "c"}, budget);
+    for (const ClipboardAnswer& answer : answers) {
+        if (builder.wanted())
+            builder.take(answer);
+    }
+    return std::move(builder).finished();
+}
+
+TEST(ClipboardSnapshotTest, isCompleteOnlyWithEverythingTheOwnerHas) {
+    const ClipboardAnswer three{std::nullopt, item("a", 3)};
+    const ClipboardAnswer refused{ClipboardFailure::refused, {}};
+    EXPECT_TRUE(snapshotOf({three, three, three}, 9).isComplete);
+    EXPECT_EQ(snapshotOf({three, refused, three}, 9).items.size(), 2u);
+    EXPECT_TRUE(snapshotOf({three, refused, three}, 9).isComplete);
+    EXPECT_FALSE(snapshotOf({three, three, three}, 8).isComplete) << "over the budget";
+    EXPECT_FALSE(snapshotOf({three, three}, 9).isComplete) << "not finished";
+    EXPECT_FALSE(snapshotOf({refused, refused, refused}, 9).isComplete) << "nothing to put back";
+    for (const ClipboardFailure failure : {ClipboardFailure::late, ClipboardFailure::tooBig}) {
+        const ClipboardSnapshot cut = snapshotOf({three, {failure, {}}, three}, 9);
+        EXPECT_FALSE(cut.isComplete);
+        EXPECT_TRUE(cut.items.empty());
+    }
+    EXPECT_FALSE(SnapshotBuilder(std::nullopt, 9).finished().isComplete) << "a stopped owner";
+    EXPECT_FALSE(SnapshotBuilder(std::vector<std::string>{"TARGETS"}, 9).finished().isComplete);
+}
+
+}  // namespace
+}  // namespace stowpocket
