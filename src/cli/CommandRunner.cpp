@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "cli/CommandRunner.h"
+
+#include "cli/CommandText.h"
+#include "cli/RunningShelf.h"
+#include "foundation/UUID.h"
+
+#include <span>
+
+namespace stowpocket {
+namespace {
+
+void refuse(CommandResult& result, std::string_view name, std::string_view reason) {
+    result.code = ExitCode::partlyDone;
+    result.err.append("stowpocket: ").append(printable(name)).append(": ").append(reason).append("\n");
+}
+
+CommandResult failed(CommandResult result, const RunningShelf& shelf) {
+    result.code = ExitCode::unreachable;
+    result.err += "stowpocket: " + shelf.problem() + '\n';
+    return result;
+}
+
+void report(CommandResult& result, const FileURL& file, AddOutcome outcome) {
+    const std::string path = file.path();
+    switch (outcome) {
+    case AddOutcome::added:
+        result.out += "added: " + printable(path) + '\n';
+        return;
+    case AddOutcome::alreadyOnShelf:
+        result.out += "already on the shelf: " + printable(path) + '\n';
+        return;
+    case AddOutcome::shelfFull:
+        return refuse(result, path, "not added, the shelf is full");
+    case AddOutcome::malformed:
+        return refuse(result, path, "not added, the name was not understood");
+    }
+}
+
+void report(CommandResult& result, const std::string& operand, RemoveOutcome outcome) {
+    if (outcome == RemoveOutcome::removed)
+        result.out += "removed: " + printable(operand) + '\n';
+    else
+        refuse(result, operand, "not on the shelf");
+}
+
+/// Calls `request` with parts of `all` that fit into one request, and reports what became of each element of
+/// `named`, which are the same in the user's words. False when one part had no answer.
+template <class Element, class Named, class Request>
+bool requestInParts(std::span<const Element> all, std::span<const Named> named, CommandResult& result,
+                    const Request& request) {
+    while (!all.empty()) {
+        const std::size_t count = std::min(all.size(), maxFilesPerRequest);
+        const auto outcomes = request(all.first(count));
+        if (!outcomes)
+            return false;
+        for (std::size_t at = 0; at < std::min(count, outcomes->size()); ++at)
+            report(result, named[at], (*outcomes)[at]);
+        all = all.subspan(count);
+        named = named.subspan(count);
+    }
+    return true;
+}
+
+CommandResult runAdd(const Command& command, const CommandSurroundings& surroundings, RunningShelf& shelf) {
+    CommandResult result;
+    const std::vector<FileURL> files = filesToAdd(command, surroundings, result);
+    if (files.empty() && command.verb == Verb::add)
+        return result;
+    if (!shelf.reach(StartProgram::ifNeeded))
+        return failed(std::move(result), shelf);
+    const bool added = requestInParts<FileURL, FileURL>(
+        files, files, result, [&](std::span<const FileURL> part) { return shelf.add(part); });
+    if (!added || (command.verb == Verb::open && !shelf.perform(ShelfAction::show)))
+        return failed(std::move(result), shelf);
+    return result;
+}
+
+CommandResult runRemove(const Command& command, const CommandSurroundings& surroundings, RunningShelf& shelf) {
+    CommandResult result;
+    std::vector<std::string> names;
+    std::vector<std::string> operands;
+    for (const std::string& operand : command.operands) {
+        std::optional<std::string> name;
+        if (UUID::parse(operand))
+            name = operand;
+        else if (const auto file = fileOfArgument(operand, surroundings.workingDirectory, surroundings.localHost,
+                                                  surroundings.linkTarget))
+            name = file->string();
+        if (!name) {
+            refuse(result, operand, "not a file of this machine");
+            continue;
+        }
+        names.push_back(std::move(*name));
+        operands.push_back(operand);
+    }
+    const bool removed =
+        shelf.reach(StartProgram::never) &&
+        requestInParts<std::string, std::string>(
+            names, operands, result, [&](std::span<const std::string> part) { return shelf.remove(part); });
+    return removed ? result : failed(std::move(result), shelf);
+}
+
+CommandResult runList(const Command& command, RunningShelf& shelf) {
+    CommandResult result;
+    if (!shelf.reach(StartProgram::never))
+        return failed(std::move(result), shelf);
+    const std::optional<std::vector<StagedFile>> files = shelf.list();
+    if (!files)
+        return failed(std::move(result), shelf);
+    result.out = command.asJSON ? listJSON(*files) : listText(*files);
+    return result;
+}
+
+CommandResult runAction(ShelfAction action, StartProgram start, RunningShelf& shelf) {
+    return shelf.reach(start) && shelf.perform(action) ? CommandResult() : failed({}, shelf);
+}
+
+}  // namespace
+
+std::vector<FileURL> filesToAdd(const Command& command, const CommandSurroundings& surroundings,
+                                CommandResult& result) {
+    std::vector<FileURL> files;
+    for (const std::string& operand : command.operands) {
+        std::optional<FileURL> file =
+            fileOfArgument(operand, surroundings.workingDirectory, surroundings.localHost, surroundings.linkTarget);
+        if (!file)
+            refuse(result, operand, "not a file of this machine");
+        else if (!surroundings.fileExists(*file))
+            refuse(result, operand, "no such file, or it may not be looked at");
+        else
+            files.push_back(std::move(*file));
+    }
+    return files;
+}
+
+CommandResult runCommand(const Command& command, const CommandSurroundings& surroundings, RunningShelf& shelf) {
+    switch (command.verb) {
+    case Verb::open:
+    case Verb::add:
+        return runAdd(command, surroundings, shelf);
+    case Verb::list:
+        return runList(command, shelf);
+    case Verb::remove:
+        return runRemove(command, surroundings, shelf);
+    case Verb::clear:
+        return runAction(ShelfAction::clear, StartProgram::never, shelf);
+    case Verb::show:
+        return runAction(ShelfAction::show, StartProgram::ifNeeded, shelf);
+    case Verb::toggle:
+        return runAction(ShelfAction::toggle, StartProgram::ifNeeded, shelf);
+    case Verb::quickDrop:
+        return runAction(ShelfAction::quickDrop, StartProgram::ifNeeded, shelf);
+    case Verb::help:
+        return {.out = std::string(helpText())};
+    case Verb::version:
+        return {.out = "stowpocket " + surroundings.version + '\n'};
+    }
+    return {};
+}
+
+}  // namespace stowpocket

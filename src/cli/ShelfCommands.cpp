@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+#include "cli/ShelfCommands.h"
+
+#include "app/AppDelegate.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+namespace stowpocket {
+namespace {
+
+std::optional<FileURL> fileNamed(const std::string& url) {
+    return url.size() > maxNameLength ? std::nullopt : FileURL::parse(url);
+}
+
+/// Items and those that are still to come: both take up room.
+std::int64_t occupied(const ShelfManager& shelf) {
+    return static_cast<std::int64_t>(shelf.items().size()) + shelf.pendingAddCount();
+}
+
+/// What becomes of each URL when a shelf that held `items` takes `taken` files: from the front, what it does not
+/// have.
+std::vector<AddOutcome> outcomesOf(std::span<const std::optional<FileURL>> files, const std::vector<ShelfItem>& items,
+                                   std::int64_t taken) {
+    std::unordered_map<FileURL, AddOutcome> known;
+    for (const ShelfItem& item : items)
+        known.emplace(item.fileURL, AddOutcome::alreadyOnShelf);
+    std::vector<AddOutcome> outcomes;
+    for (const std::optional<FileURL>& file : files) {
+        const auto seen = file ? known.find(*file) : known.end();
+        if (!file) {
+            outcomes.push_back(AddOutcome::malformed);
+        } else if (seen != known.end()) {
+            outcomes.push_back(seen->second);
+        } else {
+            outcomes.push_back(taken > 0 ? AddOutcome::added : AddOutcome::shelfFull);
+            known.emplace(*file, taken-- > 0 ? AddOutcome::alreadyOnShelf : AddOutcome::shelfFull);
+        }
+    }
+    return outcomes;
+}
+
+/// Finds items by either of their names, each once.
+class ItemFinder {
+public:
+    explicit ItemFinder(const std::vector<ShelfItem>& items) {
+        for (const ShelfItem& item : items) {
+            ids_.insert(item.id);
+            idsByPath_[item.fileURL.path()].push_back(item.id);
+        }
+    }
+    [[nodiscard]] std::vector<UUID> take(const std::string& name) {
+        std::vector<UUID> found;
+        if (const std::optional<UUID> id = UUID::parse(name))
+            found.push_back(*id);
+        else if (const std::optional<FileURL> file = fileNamed(name))
+            found = std::exchange(idsByPath_[file->path()], {});
+        std::erase_if(found, [this](const UUID& id) { return ids_.erase(id) == 0; });
+        return found;
+    }
+
+private:
+    std::unordered_set<UUID> ids_;
+    std::unordered_map<std::string, std::vector<UUID>> idsByPath_;
+};
+
+}  // namespace
+
+ShelfCommands::ShelfCommands(AppDelegate& app, UseTokens useTokens)
+    : app_(app),
+      useTokens_(std::move(useTokens)),
+      itemsChanged_(shelf().itemsChanged.connect([this](const ShelfChange&) { completeAdditions(); })) {}
+
+ShelfManager& ShelfCommands::shelf() const {
+    return app_.shelfViewModel().shelfManager();
+}
+
+void ShelfCommands::add(std::span<const std::string> urls, AddCompletion completion) {
+    std::vector<std::optional<FileURL>> files;
+    std::vector<FileURL> offered;
+    for (const std::string& url : urls) {
+        files.push_back(fileNamed(url));
+        if (files.back())
+            offered.push_back(*files.back());
+    }
+    const std::vector<ShelfItem> itemsBefore = shelf().items();
+    const std::int64_t before = occupied(shelf());
+    app_.shelfViewModel().addFileURLs(offered);
+    std::vector<AddOutcome> outcomes = outcomesOf(files, itemsBefore, occupied(shelf()) - before);
+    if (std::ranges::find(outcomes, AddOutcome::shelfFull) != outcomes.end())
+        app_.showPopover(Animation::animated);
+    waiting_.push_back({std::move(outcomes), std::move(completion)});
+    completeAdditions();
+}
+
+void ShelfCommands::completeAdditions() {
+    if (shelf().pendingAddCount() > 0)
+        return;
+    for (Waiting& addition : std::exchange(waiting_, {}))
+        addition.completion(std::move(addition.outcomes));
+}
+
+std::vector<StagedFile> ShelfCommands::list() const {
+    std::vector<StagedFile> files;
+    for (const ShelfItem& item : shelf().items())
+        files.push_back({item.id.text(), item.fileURL, item.isAvailable, item.fileSize});
+    return files;
+}
+
+std::vector<RemoveOutcome> ShelfCommands::remove(std::span<const std::string> names) {
+    ItemFinder finder(shelf().items());
+    std::vector<RemoveOutcome> outcomes;
+    for (const std::string& name : names) {
+        const std::vector<UUID> ids = finder.take(name);
+        for (const UUID& id : ids)
+            app_.shelfViewModel().removeItem(id);
+        if (!ids.empty())
+            outcomes.push_back(RemoveOutcome::removed);
+        else
+            outcomes.push_back(UUID::parse(name) || fileNamed(name) ? RemoveOutcome::notOnShelf
+                                                                    : RemoveOutcome::malformed);
+    }
+    return outcomes;
+}
+
+void ShelfCommands::perform(ShelfAction action, const StartupTokens& tokens) {
+    if (useTokens_ && tokens != StartupTokens())
+        useTokens_(tokens);
+    switch (action) {
+    case ShelfAction::clear:
+        shelf().clear();
+        return app_.shelfViewModel().setCapacityMessage(std::nullopt);
+    case ShelfAction::show:
+        return app_.showPopover(Animation::animated);
+    case ShelfAction::toggle:
+        return app_.togglePopover();
+    case ShelfAction::quickDrop:
+        return app_.quickDrop();
+    }
+}
+
+}  // namespace stowpocket

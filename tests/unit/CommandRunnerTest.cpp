@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "cli/CommandRunner.h"
+
+#include "cli/RunningShelf.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+namespace stowpocket {
+namespace {
+
+TEST(CommandPathTest, followsLinksOnlyWhereTheKernelDoesBeforeGoingUp) {
+    const LinkTarget links = [](const std::string& path) -> std::optional<std::string> {
+        static const std::map<std::string, std::string> targets{
+            {"/home/u/link", "/mnt/disk/deep"}, {"/top", "/"}, {"/l", "/x"}};
+        const auto found = targets.find(path);
+        return found == targets.end() ? std::nullopt : std::optional(found->second);
+    };
+    const struct {
+        std::string argument;
+        std::string path;
+    } table[] = {
+        {"a", "/home/u/a"},
+        {"./add", "/home/u/add"},
+        {"/a//b/./c/", "/a/b/c"},
+        {"../../../..", "/"},
+        {".", "/home/u"},
+        {"x/../y", "/home/u/y"},
+        {"link/file", "/home/u/link/file"},
+        {"link", "/home/u/link"},
+        {"link/../file", "/mnt/disk/file"},
+        {"link/sub/../../file", "/mnt/disk/file"},
+        {"/top/../a", "/a"},
+        {"/l/../a", "/a"},
+        {"...", "/home/u/..."},
+        {"file:///a%20b/../c", "/c"},
+        {"FILE://desk/a%20b/", "/a b"},
+    };
+    for (const auto& row : table) {
+        const auto file = fileOfArgument(row.argument, "/home/u", "desk", links);
+        ASSERT_TRUE(file) << row.argument;
+        EXPECT_EQ(file->string(), FileURL::fromPath(row.path)->string()) << row.argument;
+    }
+    for (const std::string refused : {"", "file:a", "file://elsewhere/a", "file:///a%2Fb"})
+        EXPECT_FALSE(fileOfArgument(refused, "/home/u", "desk", links)) << refused;
+    EXPECT_FALSE(fileOfArgument("a", "", "desk", links)) << "the folder is gone";
+    EXPECT_EQ(fileOfArgument("/a", "", "desk", links)->path(), "/a");
+}
+
+/// A shelf with room for `room` files.
+class FakeRunningShelf : public RunningShelf {
+public:
+    [[nodiscard]] bool reach(StartProgram start) override {
+        isRunning = isRunning || start == StartProgram::ifNeeded;
+        return isRunning;
+    }
+    [[nodiscard]] std::optional<std::vector<AddOutcome>> add(std::span<const FileURL> files) override {
+        requests.push_back(files.size());
+        if (!answers)
+            return std::nullopt;
+        std::vector<AddOutcome> outcomes;
+        for (const FileURL& file : files) {
+            const bool isFull = urls.size() >= room;
+            if (!isFull && urls.insert(file.string()).second)
+                outcomes.push_back(AddOutcome::added);
+            else
+                outcomes.push_back(isFull ? AddOutcome::shelfFull : AddOutcome::alreadyOnShelf);
+        }
+        return outcomes;
+    }
+    [[nodiscard]] std::optional<std::vector<StagedFile>> list() override { return std::vector<StagedFile>(); }
+    [[nodiscard]] std::optional<std::vector<RemoveOutcome>> remove(std::span<const std::string> names) override {
+        std::vector<RemoveOutcome> outcomes;
+        for (const std::string& name : names)
+            outcomes.push_back(urls.erase(name) > 0 ? RemoveOutcome::removed : RemoveOutcome::notOnShelf);
+        return outcomes;
+    }
+    [[nodiscard]] bool perform(ShelfAction action) override {
+        actions.push_back(action);
+        return answers;
+    }
+    [[nodiscard]] std::string problem() const override { return isRunning ? "no answer" : "not running"; }
+
+    std::set<std::string> urls;
+    std::size_t room = 2;
+    bool isRunning = false;
+    bool answers = true;
+    std::vector<std::size_t> requests;
+    std::vector<ShelfAction> actions;
+};
+
+class CommandRunnerTest : public testing::Test {
+protected:
+    CommandResult run(Verb verb, std::vector<std::string> operands = {}) {
+        return runCommand({verb, false, std::move(operands)}, surroundings, shelf);
+    }
+
+    FakeRunningShelf shelf;
+    CommandSurroundings surroundings{
+        .workingDirectory = "/home/u",
+        .localHost = "desk",
+        .version = "1.2",
+        .linkTarget = [](const std::string&) { return std::nullopt; },
+        .fileExists = [](const FileURL& file) { return file.lastPathComponent() != "gone"; }};
+};
+
+TEST_F(CommandRunnerTest, addSaysWhatBecameOfEveryFile) {
+    const CommandResult result = run(Verb::add, {"a", "gone", "a", "file://elsewhere/b", "b", "c\n"});
+    EXPECT_EQ(result.out, "added: /home/u/a\nalready on the shelf: /home/u/a\nadded: /home/u/b\n");
+    EXPECT_EQ(result.err, "stowpocket: gone: no such file, or it may not be looked at\n"
+                          "stowpocket: file://elsewhere/b: not a file of this machine\n"
+                          "stowpocket: $'/home/u/c\\n': not added, the shelf is full\n");
+    EXPECT_EQ(result.code, ExitCode::partlyDone);
+    shelf.room = 3;
+    EXPECT_EQ(run(Verb::add, {"a", "c"}).code, ExitCode::done) << "there already is as good as added";
+}
+
+TEST_F(CommandRunnerTest, onlyWhatIsOfUseAfterAStartStartsTheProgram) {
+    for (const Verb verb : {Verb::list, Verb::clear}) {
+        const CommandResult result = run(verb);
+        EXPECT_EQ(result.code, ExitCode::unreachable);
+        EXPECT_EQ(result.err, "stowpocket: not running\n");
+    }
+    EXPECT_EQ(run(Verb::remove, {"a"}).code, ExitCode::unreachable);
+    EXPECT_EQ(run(Verb::add, {"gone"}).code, ExitCode::partlyDone);
+    EXPECT_FALSE(shelf.isRunning) << "nothing to add, nothing to start";
+    EXPECT_EQ(run(Verb::open).code, ExitCode::done);
+    EXPECT_EQ(run(Verb::clear).code, ExitCode::done);
+    EXPECT_EQ(shelf.actions, (std::vector{ShelfAction::show, ShelfAction::clear}));
+
+    shelf.answers = false;
+    const CommandResult silent = run(Verb::add, {"a", "gone"});
+    EXPECT_EQ(silent.code, ExitCode::unreachable) << "the worse of two troubles";
+    EXPECT_TRUE(silent.err.ends_with("stowpocket: no answer\n")) << silent.err;
+    EXPECT_EQ(run(Verb::toggle).code, ExitCode::unreachable);
+}
+
+TEST_F(CommandRunnerTest, removeTakesIdsAndFiles) {
+    const std::string id = "0F8FAD5B-D9CB-469F-A165-70867728950E";
+    shelf.isRunning = true;
+    shelf.urls = {"file:///home/u/gone", id, "file:///home/u/" + id};
+    const CommandResult result = run(Verb::remove, {"gone", id, "./" + id, "other", "file:x"});
+    EXPECT_EQ(result.out, "removed: gone\nremoved: " + id + "\nremoved: ./" + id + "\n");
+    EXPECT_EQ(result.err, "stowpocket: file:x: not a file of this machine\nstowpocket: other: not on the shelf\n");
+    EXPECT_EQ(result.code, ExitCode::partlyDone);
+}
+
+TEST_F(CommandRunnerTest, longListsAreSentInParts) {
+    shelf.room = 40'000;
+    std::vector<std::string> names;
+    for (std::size_t number = 0; number < 2 * maxFilesPerRequest + 1; ++number)
+        names.push_back(std::to_string(number));
+    const CommandResult result = run(Verb::add, names);
+    EXPECT_EQ(result.code, ExitCode::done);
+    EXPECT_EQ(shelf.requests, (std::vector{maxFilesPerRequest, maxFilesPerRequest, std::size_t{1}}));
+    EXPECT_TRUE(result.out.ends_with("added: /home/u/" + names.back() + '\n'));
+}
+
+}  // namespace
+}  // namespace stowpocket

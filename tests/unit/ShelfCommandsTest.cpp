@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "cli/ShelfCommands.h"
+
+#include "fakes/AppFixture.h"
+
+#include <gtest/gtest.h>
+
+namespace stowpocket {
+namespace {
+
+using Added = std::vector<AddOutcome>;
+using Removed = std::vector<RemoveOutcome>;
+
+class ShelfCommandsTest : public testing::Test, protected AppFixture {
+protected:
+    ShelfCommandsTest() {
+        launch();
+        commands.emplace(*app, [this](const StartupTokens& tokens) {
+            log.push_back("tokens " + tokens.activationToken + " " + tokens.startupID);
+        });
+    }
+    void setCapacity(int capacity) { preferences.setValue(shelfCapacityKey, capacity); }
+    void add(const std::vector<std::string>& urls) {
+        answer.reset();
+        commands->add(urls, [this](Added outcomes) { answer = std::move(outcomes); });
+    }
+    [[nodiscard]] std::vector<std::string> urls(int count) const {
+        std::vector<std::string> list;
+        for (int number = 0; number < count; ++number)
+            list.push_back("file:///files/" + std::to_string(number));
+        return list;
+    }
+
+    [[nodiscard]] std::vector<std::string> staged() const {
+        std::vector<std::string> list;
+        for (const StagedFile& file : commands->list())
+            list.push_back(file.fileURL.lastPathComponent());
+        return list;
+    }
+
+    std::optional<ShelfCommands> commands;
+    std::optional<Added> answer;
+};
+
+TEST_F(ShelfCommandsTest, addTellsTheFateOfEveryURL) {
+    setCapacity(3);
+    add({"file:///a", "https://host/a", "file:///a", "file:///b", "/c", "", "file:///" + std::string(60'000, 'x')});
+    EXPECT_EQ(answer, (Added{AddOutcome::added, AddOutcome::malformed, AddOutcome::alreadyOnShelf, AddOutcome::added,
+                             AddOutcome::malformed, AddOutcome::malformed, AddOutcome::malformed}));
+    EXPECT_EQ(log, CallLog()) << "a script that adds files opens nothing";
+
+    add({"file:///b", "file:///c", "file:///d", "file:///d"});
+    EXPECT_EQ(answer,
+              (Added{AddOutcome::alreadyOnShelf, AddOutcome::added, AddOutcome::shelfFull, AddOutcome::shelfFull}));
+    EXPECT_EQ(staged(), (std::vector<std::string>{"a", "b", "c"}));
+    EXPECT_EQ(app->shelfViewModel().capacityMessage(), "Added 3 of 4 files - shelf is full");
+    EXPECT_EQ(log.front(), "show") << "the message is to be seen";
+}
+
+TEST_F(ShelfCommandsTest, addAnswersWhenALargeBatchStandsOnTheShelf) {
+    setCapacity(8);
+    add(urls(10));
+    EXPECT_FALSE(answer) << "still being prepared";
+    dispatch.runAll();
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(std::ranges::count(*answer, AddOutcome::added), 8);
+    EXPECT_EQ(answer->back(), AddOutcome::shelfFull);
+    EXPECT_EQ(commands->list().size(), 8u);
+}
+
+TEST_F(ShelfCommandsTest, additionsEndWithTheirReceiver) {
+    setCapacity(8);
+    add(urls(8));
+    commands.reset();
+    dispatch.runAll();
+    EXPECT_FALSE(answer);
+}
+
+TEST_F(ShelfCommandsTest, removesByEitherName) {
+    add({"file:///a", "file:///b", "file:///c/"});
+    const std::string id = commands->list().at(1).id;
+    EXPECT_EQ(commands->remove(std::vector<std::string>{"file:///c", id, id, "file:///b", "nonsense"}),
+              (Removed{RemoveOutcome::removed, RemoveOutcome::removed, RemoveOutcome::notOnShelf,
+                       RemoveOutcome::notOnShelf, RemoveOutcome::malformed}));
+    EXPECT_EQ(staged(), std::vector<std::string>{"a"});
+}
+
+TEST_F(ShelfCommandsTest, actionsDoWhatTheIconAndTheFooterDo) {
+    setCapacity(1);
+    add({"file:///a", "file:///b"});
+    commands->perform(ShelfAction::clear, {});
+    EXPECT_TRUE(shelf().items().empty());
+    EXPECT_FALSE(app->shelfViewModel().capacityMessage());
+    commands->perform(ShelfAction::toggle, {});
+    EXPECT_EQ(log.back(), "close");
+    log.clear();
+    commands->perform(ShelfAction::show, {.activationToken = "t", .startupID = "s"});
+    EXPECT_EQ(log, (CallLog{"tokens t s", "show", "key", "activate"}));
+    commands->perform(ShelfAction::toggle, {});
+    selection.files = {*FileURL::fromPath("/selected")};
+    commands->perform(ShelfAction::quickDrop, {});
+    EXPECT_EQ(staged(), std::vector<std::string>{"selected"});
+}
+
+}  // namespace
+}  // namespace stowpocket
