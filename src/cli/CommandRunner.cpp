@@ -134,6 +134,11 @@ std::vector<FileURL> filesToAdd(const Command& command, const CommandSurrounding
     return files;
 }
 
+CommandResult usageErrorResult(const std::string& message) {
+    return {.code = ExitCode::usageError,
+            .err = "stowpocket: " + message + "\nTry 'stowpocket --help' for more information.\n"};
+}
+
 CommandResult runCommand(const Command& command, const CommandSurroundings& surroundings, RunningShelf& shelf) {
     switch (command.verb) {
     case Verb::open:

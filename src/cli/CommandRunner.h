@@ -35,6 +35,9 @@ struct CommandResult {
 [[nodiscard]] CommandResult runCommand(const Command& command, const CommandSurroundings& surroundings,
                                        RunningShelf& shelf);
 
+/// The answer to arguments that make no command.
+[[nodiscard]] CommandResult usageErrorResult(const std::string& message);
+
 /// What the operands of `open` and `add` name, of the files that are there; a line in `result` for each of the
 /// others.
 [[nodiscard]] std::vector<FileURL> filesToAdd(const Command& command, const CommandSurroundings& surroundings,
