@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/session/BusInstance.h"
+
+#include "platform/linux/session/ShelfBus.h"
+
+#include <QDBusArgument>
+#include <QDBusMetaType>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusReply>
+#include <QDebug>
+#include <QPointer>
+
+#include <algorithm>
+#include <functional>
+
+#include <unistd.h>
+
+namespace stowpocket {
+namespace {
+
+constexpr int claimTimeoutMs = 3000;
+/// Nobody sends so many requests while a program starts.
+constexpr std::size_t maxWaitingRequests = 256;
+
+/// Flags and answers of RequestName (D-Bus specification, "Message Bus Messages").
+constexpr uint doNotQueue = 4;
+constexpr uint primaryOwner = 1;
+constexpr uint alreadyOwner = 4;
+
+QDBusMessage busCall(const QString& method) {
+    return QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
+                                          QStringLiteral("/org/freedesktop/DBus"),
+                                          QStringLiteral("org.freedesktop.DBus"), method);
+}
+
+QString text(std::string_view word) {
+    return QString::fromUtf8(word.data(), static_cast<qsizetype>(word.size()));
+}
+
+template <class Outcome>
+QStringList words(const std::vector<Outcome>& outcomes) {
+    QStringList list;
+    for (const Outcome outcome : outcomes)
+        list.push_back(text(word(outcome)));
+    return list;
+}
+
+std::vector<std::string> namesOf(const QDBusMessage& request) {
+    std::vector<std::string> names;
+    for (const QString& name : request.arguments().constFirst().toStringList())
+        names.push_back(name.toStdString());
+    return names;
+}
+
+StartupTokens tokensOf(const QDBusMessage& request) {
+    if (request.arguments().isEmpty())
+        return {};
+    const auto values = qdbus_cast<QVariantMap>(request.arguments().constFirst());
+    return {.activationToken = values.value(shelfBus::activationTokenKey).toString().toStdString(),
+            .startupID = values.value(shelfBus::startupIDKey).toString().toStdString()};
+}
+
+}  // namespace
+
+struct BusInstance::Method {
+    QString name;
+    QString signature;
+    QString answerSignature;
+    std::function<void(BusInstance&, const QDBusMessage&)> run;
+};
+
+const std::vector<BusInstance::Method>& BusInstance::methods() {
+    const auto action = [](ShelfAction which) {
+        return [which](BusInstance& self, const QDBusMessage& request) { self.perform(which, request); };
+    };
+    static const QString names = QStringLiteral("as");
+    static const QString tokens = QStringLiteral("a{sv}");
+    static const std::vector<Method> all{
+        {QStringLiteral("Add"), names, names, &BusInstance::add},
+        {QStringLiteral("List"), {}, QStringLiteral("aa{sv}"), &BusInstance::list},
+        {QStringLiteral("Remove"), names, names, &BusInstance::remove},
+        {QStringLiteral("Clear"), {}, {}, action(ShelfAction::clear)},
+        {QStringLiteral("Show"), tokens, {}, action(ShelfAction::show)},
+        {QStringLiteral("Toggle"), tokens, {}, action(ShelfAction::toggle)},
+        {QStringLiteral("QuickDrop"), tokens, {}, action(ShelfAction::quickDrop)},
+        {QStringLiteral("Version"),
+         {},
+         QStringLiteral("s"),
+         [](BusInstance& self, const QDBusMessage& request) { self.answer(request, {text(self.version_)}); }},
+    };
+    return all;
+}
+
+BusInstance::BusInstance(QDBusConnection bus, std::string version)
+    : bus_(std::move(bus)), version_(std::move(version)) {
+    qDBusRegisterMetaType<shelfBus::ItemList>();
+}
+
+BusInstance::~BusInstance() {
+    bus_.unregisterObject(shelfBus::path);
+}
+
+BusInstance::Claim BusInstance::claim() {
+    // The object comes first: whoever sees the name may call at once.
+    if (!bus_.isConnected() || !bus_.registerVirtualObject(shelfBus::path, this)) {
+        qWarning("no session bus: command verbs and a second start will not reach this program");
+        return Claim::noBus;
+    }
+    QDBusMessage request = busCall(QStringLiteral("RequestName"));
+    request << shelfBus::service << doNotQueue;
+    const QDBusReply<uint> reply = bus_.call(request, QDBus::Block, claimTimeoutMs);
+    if (!reply.isValid()) {
+        qWarning() << "no name on the session bus, this program cannot be reached:" << reply.error().message();
+        return Claim::noBus;
+    }
+    return reply.value() == primaryOwner || reply.value() == alreadyOwner ? Claim::owned : Claim::takenByAnother;
+}
+
+void BusInstance::serve(ShelfCommands& commands) {
+    commands_ = &commands;
+    for (const QDBusMessage& request : std::exchange(waiting_, {}))
+        carryOut(request);
+}
+
+QString BusInstance::introspect(const QString& path) const {
+    if (path != shelfBus::path)
+        return {};
+    const auto argument = [](const QString& type, const char* direction) {
+        return type.isEmpty()
+                   ? QString()
+                   : QStringLiteral("<arg type=\"%1\" direction=\"%2\"/>").arg(type, QString::fromLatin1(direction));
+    };
+    QString xml = QStringLiteral("<interface name=\"%1\">").arg(shelfBus::interface);
+    for (const Method& method : methods())
+        xml += QStringLiteral("<method name=\"%1\">%2%3</method>")
+                   .arg(method.name, argument(method.signature, "in"), argument(method.answerSignature, "out"));
+    return xml + QStringLiteral("</interface>");
+}
+
+bool BusInstance::handleMessage(const QDBusMessage& message, const QDBusConnection&) {
+    if (!message.interface().isEmpty() && message.interface() != shelfBus::interface)
+        return false;
+    const auto method = std::ranges::find(methods(), message.member(), &Method::name);
+    message.setDelayedReply(true);
+    if (method == methods().end())
+        refuse(message, QDBusError::UnknownMethod, QStringLiteral("there is no method ") + message.member());
+    else if (message.signature() != method->signature)
+        refuse(message, QDBusError::InvalidArgs,
+               QStringLiteral("%1 takes \"%2\"").arg(method->name, method->signature));
+    else
+        askForUser(message);
+    return true;
+}
+
+/// A bus may let other users in; this shelf is its owner's.
+void BusInstance::askForUser(const QDBusMessage& request) {
+    QDBusMessage question = busCall(QStringLiteral("GetConnectionUnixUser"));
+    question << request.service();
+    auto* const watcher = new QDBusPendingCallWatcher(bus_.asyncCall(question), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, request] {
+        watcher->deleteLater();
+        const QDBusPendingReply<uint> user = *watcher;
+        if (user.isError() || user.value() != ::geteuid())
+            refuse(request, QDBusError::AccessDenied, QStringLiteral("this shelf belongs to another user"));
+        else if (commands_ != nullptr)
+            carryOut(request);
+        else if (waiting_.size() < maxWaitingRequests)
+            waiting_.push_back(request);
+        else
+            refuse(request, QDBusError::LimitsExceeded, QStringLiteral("too many requests"));
+    });
+}
+
+void BusInstance::carryOut(const QDBusMessage& request) {
+    const auto method = std::ranges::find(methods(), request.member(), &Method::name);
+    const bool takesNames = method->signature == QStringLiteral("as");
+    if (takesNames && request.arguments().constFirst().toStringList().size() > qsizetype{maxFilesPerRequest})
+        return refuse(request, QDBusError::LimitsExceeded,
+                      QStringLiteral("at most %1 files in one request").arg(maxFilesPerRequest));
+    method->run(*this, request);
+}
+
+void BusInstance::answer(const QDBusMessage& request, const QVariantList& values) {
+    bus_.send(request.createReply(values));
+}
+
+void BusInstance::refuse(const QDBusMessage& request, QDBusError::ErrorType error, const QString& reason) {
+    bus_.send(request.createErrorReply(error, reason));
+}
+
+void BusInstance::perform(ShelfAction action, const QDBusMessage& request) {
+    commands_->perform(action, tokensOf(request));
+    answer(request, {});
+}
+
+void BusInstance::add(const QDBusMessage& request) {
+    commands_->add(namesOf(request), [self = QPointer(this), request](const std::vector<AddOutcome>& outcomes) {
+        if (self)
+            self->answer(request, {words(outcomes)});
+    });
+}
+
+void BusInstance::list(const QDBusMessage& request) {
+    shelfBus::ItemList items;
+    for (const StagedFile& file : commands_->list())
+        items.push_back({{shelfBus::idKey, text(file.id)},
+                         {shelfBus::urlKey, text(file.fileURL.string())},
+                         {shelfBus::availableKey, file.isAvailable},
+                         {shelfBus::sizeKey, qlonglong{file.fileSize}}});
+    answer(request, {QVariant::fromValue(items)});
+}
+
+void BusInstance::remove(const QDBusMessage& request) {
+    answer(request, {words(commands_->remove(namesOf(request)))});
+}
+
+}  // namespace stowpocket

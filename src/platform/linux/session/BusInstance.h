@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "cli/ShelfCommands.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+
+#include <string>
+#include <vector>
+
+namespace stowpocket {
+
+/// Makes this process the one program of the session: owns its name on the bus and answers the command verbs of
+/// other processes there. Only the same user is answered. Main thread, on which it never waits but in `claim`.
+class BusInstance : public QDBusVirtualObject {
+public:
+    enum class Claim { owned, takenByAnother, noBus };
+
+    BusInstance(QDBusConnection bus, std::string version);
+    ~BusInstance() override;
+
+    /// Asks for the name, without waiting in line. With `noBus` the program runs alone and cannot be asked anything.
+    [[nodiscard]] Claim claim();
+    /// From here on requests are carried out, first those that have come since the claim. `commands` outlives this.
+    void serve(ShelfCommands& commands);
+
+    [[nodiscard]] QString introspect(const QString& path) const override;
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+
+private:
+    struct Method;
+    static const std::vector<Method>& methods();
+
+    void askForUser(const QDBusMessage& request);
+    void carryOut(const QDBusMessage& request);
+    void answer(const QDBusMessage& request, const QVariantList& values);
+    void refuse(const QDBusMessage& request, QDBusError::ErrorType error, const QString& reason);
+    void perform(ShelfAction action, const QDBusMessage& request);
+
+    void add(const QDBusMessage& request);
+    void list(const QDBusMessage& request);
+    void remove(const QDBusMessage& request);
+
+    QDBusConnection bus_;
+    const std::string version_;
+    ShelfCommands* commands_ = nullptr;
+    std::vector<QDBusMessage> waiting_;
+};
+
+}  // namespace stowpocket

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/session/BusRunningShelf.h"
+
+#include "platform/linux/session/ProgramStart.h"
+#include "platform/linux/session/ShelfBus.h"
+
+#include <QDBusArgument>
+#include <QDBusConnectionInterface>
+
+namespace stowpocket {
+namespace {
+
+/// Long enough for a large batch on a slow disk.
+constexpr int answerTimeoutMs = 30'000;
+
+QString text(std::string_view bytes) {
+    return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+}
+
+std::string problemOf(const QDBusMessage& reply) {
+    switch (QDBusError(reply).type()) {
+    case QDBusError::ServiceUnknown:
+        return "stowpocket is not running";
+    case QDBusError::NoReply:
+    case QDBusError::Timeout:
+        return "stowpocket does not answer";
+    default:
+        return "stowpocket refuses: " + reply.errorMessage().toStdString();
+    }
+}
+
+/// Empty when a word is none that the other side should send.
+template <class Outcome, class OutcomeOf>
+std::optional<std::vector<Outcome>> outcomesOf(const QStringList& words, const OutcomeOf& outcomeOf) {
+    std::vector<Outcome> outcomes;
+    for (const QString& word : words) {
+        const std::optional<Outcome> outcome = outcomeOf(word.toStdString());
+        if (!outcome)
+            return std::nullopt;
+        outcomes.push_back(*outcome);
+    }
+    return outcomes;
+}
+
+std::optional<StagedFile> stagedFile(const QVariantMap& item) {
+    std::optional<FileURL> file = FileURL::parse(item.value(shelfBus::urlKey).toString().toStdString());
+    if (!file)
+        return std::nullopt;
+    return StagedFile{.id = item.value(shelfBus::idKey).toString().toStdString(),
+                      .fileURL = std::move(*file),
+                      .isAvailable = item.value(shelfBus::availableKey).toBool(),
+                      .fileSize = item.value(shelfBus::sizeKey).toLongLong()};
+}
+
+QString methodFor(ShelfAction action) {
+    switch (action) {
+    case ShelfAction::clear:
+        return QStringLiteral("Clear");
+    case ShelfAction::show:
+        return QStringLiteral("Show");
+    case ShelfAction::toggle:
+        return QStringLiteral("Toggle");
+    case ShelfAction::quickDrop:
+        return QStringLiteral("QuickDrop");
+    }
+    return {};
+}
+
+}  // namespace
+
+BusRunningShelf::BusRunningShelf(QDBusConnection bus, std::string executable, StartupTokens tokens)
+    : bus_(std::move(bus)), executable_(std::move(executable)), tokens_(std::move(tokens)) {}
+
+bool BusRunningShelf::reach(StartProgram start) {
+    if (!bus_.isConnected()) {
+        problem_ = "there is no session bus to reach the program on";
+        return false;
+    }
+    if (bus_.interface()->isServiceRegistered(shelfBus::service))
+        return true;
+    if (start == StartProgram::never) {
+        problem_ = "stowpocket is not running";
+        return false;
+    }
+    if (startProgramAndAwaitName(executable_, bus_, shelfBus::service))
+        return true;
+    problem_ = "stowpocket is not running and could not be started";
+    return false;
+}
+
+std::optional<QVariantList> BusRunningShelf::call(const QString& method, const QVariantList& arguments) {
+    QDBusMessage request =
+        QDBusMessage::createMethodCall(shelfBus::service, shelfBus::path, shelfBus::interface, method);
+    request.setArguments(arguments);
+    request.setAutoStartService(false);
+    const QDBusMessage reply = bus_.call(request, QDBus::Block, answerTimeoutMs);
+    if (reply.type() == QDBusMessage::ReplyMessage)
+        return reply.arguments();
+    problem_ = problemOf(reply);
+    return std::nullopt;
+}
+
+std::optional<QStringList> BusRunningShelf::callWithNames(const QString& method, const QStringList& names) {
+    const std::optional<QVariantList> answer = call(method, {names});
+    if (!answer)
+        return std::nullopt;
+    QStringList words = answer->value(0).toStringList();
+    if (words.size() == names.size())
+        return words;
+    problem_ = "the answer of stowpocket was not understood";
+    return std::nullopt;
+}
+
+std::optional<std::vector<AddOutcome>> BusRunningShelf::add(std::span<const FileURL> files) {
+    QStringList urls;
+    for (const FileURL& file : files)
+        urls.push_back(text(file.string()));
+    const auto words = callWithNames(QStringLiteral("Add"), urls);
+    return words ? outcomesOf<AddOutcome>(*words, addOutcome) : std::nullopt;
+}
+
+std::optional<std::vector<RemoveOutcome>> BusRunningShelf::remove(std::span<const std::string> names) {
+    QStringList list;
+    for (const std::string& name : names)
+        list.push_back(text(name));
+    const auto words = callWithNames(QStringLiteral("Remove"), list);
+    return words ? outcomesOf<RemoveOutcome>(*words, removeOutcome) : std::nullopt;
+}
+
+std::optional<std::vector<StagedFile>> BusRunningShelf::list() {
+    const std::optional<QVariantList> answer = call(QStringLiteral("List"), {});
+    if (!answer)
+        return std::nullopt;
+    std::vector<StagedFile> files;
+    for (const QVariantMap& item : qdbus_cast<shelfBus::ItemList>(answer->value(0))) {
+        if (std::optional<StagedFile> file = stagedFile(item))
+            files.push_back(std::move(*file));
+    }
+    return files;
+}
+
+bool BusRunningShelf::perform(ShelfAction action) {
+    if (action == ShelfAction::clear)
+        return call(methodFor(action), {}).has_value();
+    const QVariantMap tokens{{shelfBus::activationTokenKey, text(tokens_.activationToken)},
+                             {shelfBus::startupIDKey, text(tokens_.startupID)}};
+    return call(methodFor(action), {tokens}).has_value();
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "cli/RunningShelf.h"
+#include "cli/ShelfCommands.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+
+#include <string>
+
+namespace stowpocket {
+
+/// The running program, asked over the session bus. Needs the application object, but no loop that runs.
+class BusRunningShelf : public RunningShelf {
+public:
+    /// `executable` is started where the program is needed and does not run; `tokens` go with every request that may
+    /// open a window.
+    BusRunningShelf(QDBusConnection bus, std::string executable, StartupTokens tokens);
+
+    [[nodiscard]] bool reach(StartProgram start) override;
+    [[nodiscard]] std::optional<std::vector<AddOutcome>> add(std::span<const FileURL> files) override;
+    [[nodiscard]] std::optional<std::vector<StagedFile>> list() override;
+    [[nodiscard]] std::optional<std::vector<RemoveOutcome>> remove(std::span<const std::string> names) override;
+    [[nodiscard]] bool perform(ShelfAction action) override;
+    [[nodiscard]] std::string problem() const override { return problem_; }
+
+private:
+    /// The values answered; none when there was no good answer, with the reason noted.
+    [[nodiscard]] std::optional<QVariantList> call(const QString& method, const QVariantList& arguments);
+    [[nodiscard]] std::optional<QStringList> callWithNames(const QString& method, const QStringList& names);
+
+    QDBusConnection bus_;
+    const std::string executable_;
+    const StartupTokens tokens_;
+    std::string problem_;
+};
+
+}  // namespace stowpocket

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "cli/CommandRunner.h"
+#include "cli/ShelfCommands.h"
+
+#include <string>
+#include <vector>
+
+namespace stowpocket {
+
+/// The arguments behind the program's name.
+[[nodiscard]] std::vector<std::string> argumentsOf(int argc, char** argv);
+
+/// This process as a command sees it.
+[[nodiscard]] CommandSurroundings commandSurroundings(std::string version);
+
+/// The tokens that the desktop left for this process. Asked before the application object is made, which takes some
+/// of them for itself.
+[[nodiscard]] StartupTokens startupTokens();
+
+/// Writes the result to the standard streams and answers the exit code.
+[[nodiscard]] int finish(const CommandResult& result);
+
+/// Carries out a command in the program that runs on the session bus. Needs the application object.
+[[nodiscard]] int runCommandOnBus(const Command& command, const std::string& version, const StartupTokens& tokens);
+
+/// Puts the files that the program was started with on its own shelf, and opens it for them.
+void openFilesAtStart(const Command& command, const std::string& version, ShelfCommands& commands);
+
+}  // namespace stowpocket

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/LoginItem.h"
+
+#include <optional>
+#include <string>
+
+namespace stowpocket {
+
+/// The login item as the freedesktop Autostart Specification has it: a desktop entry in the user's autostart folder.
+/// Counts as enabled only while that entry starts this very executable.
+class XdgLoginItem : public LoginItem {
+public:
+    /// `configHome` is the user's folder for configuration, none without a home folder; `executable` the absolute
+    /// path of the file to start.
+    XdgLoginItem(const std::optional<std::string>& configHome, std::string executable);
+
+    /// `requiresApproval` when the user has turned the entry off in the desktop's own settings.
+    [[nodiscard]] Status status() const override;
+    [[nodiscard]] bool registerItem() override;
+    [[nodiscard]] bool unregisterItem() override;
+
+private:
+    /// Empty without a home folder.
+    const std::string folder_;
+    const std::string path_;
+    const std::string executable_;
+};
+
+}  // namespace stowpocket
