@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/session/XdgLoginItem.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace stowpocket {
+namespace {
+
+namespace fs = std::filesystem;
+using Status = LoginItem::Status;
+
+class XdgLoginItemTest : public testing::Test {
+protected:
+    void write(const std::string& text) {
+        fs::create_directories(entry.parent_path());
+        std::ofstream(entry) << text;
+    }
+    [[nodiscard]] std::string contents() const {
+        std::ifstream file(entry);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    QTemporaryDir folder;
+    const std::string config = folder.path().toStdString() + "/config";
+    const fs::path entry = config + "/autostart/com.example.stowpocket.desktop";
+    XdgLoginItem item{config, "/usr/bin/stowpocket"};
+};
+
+TEST_F(XdgLoginItemTest, comesAndGoes) {
+    EXPECT_EQ(item.status(), Status::notRegistered);
+    EXPECT_TRUE(item.unregisterItem()) << "there is none to remove";
+    EXPECT_TRUE(item.registerItem());
+    EXPECT_EQ(item.status(), Status::enabled);
+    EXPECT_NE(contents().find("\nExec=\"/usr/bin/stowpocket\"\n"), std::string::npos) << contents();
+    EXPECT_TRUE(item.unregisterItem());
+    EXPECT_EQ(item.status(), Status::notRegistered);
+    EXPECT_TRUE(fs::is_empty(entry.parent_path()));
+
+    XdgLoginItem homeless(std::nullopt, "/usr/bin/stowpocket");
+    EXPECT_EQ(homeless.status(), Status::notFound);
+    EXPECT_FALSE(homeless.registerItem());
+}
+
+TEST_F(XdgLoginItemTest, startsAnExecutableOfAnyName) {
+    for (const std::string name : {"/a b/c", "/\"quoted\"", "/$HOME/`x`", "/back\\slash\\\\", "/100%f%%",
+                                   "/tab\there", "/new\nExec=evil\n", "/\xC3\xBC", "/;#=[]"}) {
+        XdgLoginItem named(config, name);
+        EXPECT_TRUE(named.registerItem()) << name;
+        EXPECT_EQ(named.status(), Status::enabled) << contents();
+        EXPECT_EQ(item.status(), Status::notRegistered) << "that starts another one";
+        EXPECT_EQ(contents().find("\nExec=evil"), std::string::npos);
+    }
+    for (const std::string name : {"relative", "", "/not\xFFutf8"}) {
+        fs::remove(entry);
+        EXPECT_FALSE(XdgLoginItem(config, name).registerItem()) << name;
+        EXPECT_FALSE(fs::exists(entry));
+    }
+}
+
+TEST_F(XdgLoginItemTest, seesWhatTheDesktopAndTheUserDid) {
+    const struct {
+        std::string lines;
+        Status status;
+    } table[] = {
+        {"Exec=/usr/bin/stowpocket\n", Status::enabled},
+        {"Exec=/usr/bin/stowpocket --anything %F\nX-GNOME-Autostart-enabled=true\nHidden=false\n", Status::enabled},
+        {"Exec=/usr/bin/stowpocket\nHidden=true\n", Status::requiresApproval},
+        {"Hidden=True\nExec=/usr/bin/stowpocket\n", Status::requiresApproval},
+        {"Exec=/usr/bin/stowpocket\nX-GNOME-Autostart-enabled=false\n", Status::requiresApproval},
+        {"Exec=/opt/stowpocket\n", Status::notRegistered},
+        {"Exec=/opt/stowpocket\nHidden=true\n", Status::notRegistered},
+        {"Exec=\"/usr/bin/stowpocket\n", Status::notRegistered},
+        {"Hidden=true\n", Status::notRegistered},
+    };
+    for (const auto& row : table) {
+        write("[Desktop Entry]\nType=Application\n" + row.lines);
+        EXPECT_EQ(item.status(), row.status) << row.lines;
+    }
+    write(std::string(1000, '\0'));
+    EXPECT_EQ(item.status(), Status::notRegistered);
+    EXPECT_TRUE(item.registerItem());
+    EXPECT_EQ(item.status(), Status::enabled) << "a damaged entry is replaced";
+}
+
+TEST_F(XdgLoginItemTest, aFolderThatRefusesIsLeftAsItWas) {
+    fs::create_directories(config);
+    std::ofstream(config + "/autostart") << "a file in the way";
+    EXPECT_FALSE(item.registerItem());
+    EXPECT_EQ(item.status(), Status::notRegistered);
+    EXPECT_TRUE(item.unregisterItem());
+
+    fs::remove(config + "/autostart");
+    fs::create_directories(entry / "a folder in the way");
+    EXPECT_FALSE(item.registerItem());
+    EXPECT_EQ(std::distance(fs::directory_iterator(entry.parent_path()), {}), 1) << "nothing else is left there";
+    EXPECT_FALSE(item.unregisterItem());
+
+    fs::remove_all(entry);
+    ASSERT_EQ(::mkfifo(entry.c_str(), 0600), 0);
+    EXPECT_EQ(item.status(), Status::notRegistered) << "answers at once";
+}
+
+TEST_F(XdgLoginItemTest, anEntryIsNotLostToAFolderThatMayNotBeWritten) {
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "root may write everywhere";
+    ASSERT_TRUE(item.registerItem());
+    fs::permissions(entry.parent_path(), fs::perms::owner_read | fs::perms::owner_exec);
+    EXPECT_FALSE(XdgLoginItem(config, "/opt/other").registerItem());
+    EXPECT_FALSE(item.unregisterItem());
+    EXPECT_EQ(item.status(), Status::enabled);
+    fs::permissions(entry.parent_path(), fs::perms::owner_all);
+}
+
+}  // namespace
+}  // namespace stowpocket
