@@ -3,6 +3,7 @@
 
 #include "platform/linux/session/MountInfoVolumes.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QTemporaryDir>
 
@@ -78,6 +79,7 @@ TEST(MountInfoVolumesTest, seesARealVolumeComeAndGo) {
     waitFor(unmounted);
     EXPECT_EQ(mounted, 1);
     EXPECT_EQ(unmounted, 1);
+    EXPECT_FALSE(QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents)) << "nothing at rest";
 }
 
 }  // namespace

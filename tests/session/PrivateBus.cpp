@@ -7,6 +7,9 @@
 #include <QDBusPendingCallWatcher>
 #include <QFile>
 
+#include <signal.h>
+#include <sys/prctl.h>
+
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
@@ -41,6 +44,8 @@ PrivateBus::PrivateBus() {
         file.write(QString::fromLatin1(configuration).arg(home_.path()).toLatin1()) < 0)
         throw std::runtime_error("no configuration of a private bus");
     file.close();
+    // It ends with a test that is killed, too.
+    daemon_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
     daemon_.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--nofork"), QStringLiteral("--print-address"),
                                                   QStringLiteral("--config-file"), file.fileName()});
     if (!daemon_.waitForReadyRead())
