@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/linux/LinuxServices.h"
 
+#include "platform/linux/session/OwnExecutable.h"
+#include "platform/linux/storage/BaseDirectories.h"
 #include "platform/qt/QtDropData.h"
 #include "platform/qt/QtPopover.h"
 #include "views/Symbol.h"
@@ -11,7 +13,7 @@ namespace stowpocket {
 namespace {
 
 /// This very program, even where its file has been replaced since the start.
-constexpr auto ownExecutable = "/proc/self/exe";
+constexpr auto decoderExecutable = "/proc/self/exe";
 
 /// The symbol drawn so that its square is as large as the place in the icon.
 QImage paintSymbol(const StatusItemImage& image, const QColor& color, int pixelSize) {
@@ -37,7 +39,7 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
       probe_([this](const std::string& path) { return hangingMountOn(*mounts_.mounts(), path); }),
       files_(probe_),
       bookmarks_(mounts_, probe_, LinuxBookmarks::userFolders()),
-      thumbnails_(dispatch_, ownExecutable),
+      thumbnails_(dispatch_, decoderExecutable),
       icons_(screen_),
       statusBar_(*connection_, paintSymbol),
       popoverHost_(*connection_),
@@ -50,7 +52,17 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
           .itemProviders = itemProvidersOf,
           .startFileDrag = [this](QWidget& source, const FileURL& file, const QPixmap& picture,
                                   QPoint hotSpot) { fileDrag_.start(source, file, picture, hotSpot); },
-      }) {}
+      }),
+      eventMonitors_(connection_->raw()),
+      fileManagerSelection_(dispatch_),
+      loginItem_(configHome(), ownExecutable()),
+      hotkeyService_(connection_->raw(), dispatch_) {}
+
+HotkeyManager& LinuxServices::sharedHotkeyManager() {
+    if (!hotkeyManager_)
+        hotkeyManager_.emplace(hotkeyService_, preferences_, notificationCenter_);
+    return *hotkeyManager_;
+}
 
 AppServices LinuxServices::forApp() {
     return {
@@ -66,6 +78,11 @@ AppServices LinuxServices::forApp() {
         .statusBar = statusBar_,
         .views = views_,
         .application = application_,
+        .eventMonitors = eventMonitors_,
+        .fileManagerSelection = fileManagerSelection_,
+        .loginItem = loginItem_,
+        .volumes = volumes_,
+        .sharedHotkeyManager = [this]() -> HotkeyManager& { return sharedHotkeyManager(); },
     };
 }
 

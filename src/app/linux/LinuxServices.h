@@ -2,8 +2,13 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "platform/linux/input/X11EventMonitors.h"
+#include "platform/linux/input/X11FileManagerSelection.h"
+#include "platform/linux/input/X11HotkeyService.h"
 #include "platform/linux/pictures/LinuxThumbnails.h"
 #include "platform/linux/pictures/LinuxWorkspaceIcons.h"
+#include "platform/linux/session/MountInfoVolumes.h"
+#include "platform/linux/session/XdgLoginItem.h"
 #include "platform/linux/storage/LinuxBookmarks.h"
 #include "platform/linux/storage/LinuxPreferenceStore.h"
 #include "platform/linux/storage/MountTable.h"
@@ -20,6 +25,7 @@
 #include "views/QtViewFactory.h"
 
 #include <memory>
+#include <optional>
 
 namespace stowpocket {
 
@@ -36,6 +42,8 @@ public:
     void flush() { preferences_.flush(); }
 
 private:
+    [[nodiscard]] HotkeyManager& sharedHotkeyManager();
+
     LinuxServices(std::unique_ptr<X11Connection> connection, std::string preferencesPath);
 
     std::unique_ptr<X11Connection> connection_;
@@ -55,6 +63,12 @@ private:
     X11PopoverHost popoverHost_;
     X11FileDrag fileDrag_;
     QtViewFactory views_;
+    X11EventMonitors eventMonitors_;
+    X11FileManagerSelection fileManagerSelection_;
+    XdgLoginItem loginItem_;
+    MountInfoVolumes volumes_;
+    X11HotkeyService hotkeyService_;
+    std::optional<HotkeyManager> hotkeyManager_;
 };
 
 }  // namespace stowpocket

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/QtWindow.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace stowpocket {
+
+QtWindow::QtWindow(const QString& title, const QSize& contentSize, Level level, std::unique_ptr<QWidget> content) {
+    window_.setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    window_.setWindowFlag(Qt::WindowStaysOnTopHint, level == Level::floating);
+    window_.setWindowTitle(title);
+    window_.setFixedSize(contentSize);
+    auto* const layout = new QVBoxLayout(&window_);
+    layout->setContentsMargins({});
+    layout->addWidget(content.release());
+}
+
+void QtWindow::center() {
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    if (screen == nullptr)
+        return;
+    QRect place(QPoint(), window_.size());
+    place.moveCenter(screen->availableGeometry().center());
+    window_.move(place.topLeft());
+}
+
+void QtWindow::makeKeyAndOrderFront() {
+    window_.show();
+    window_.raise();
+    window_.activateWindow();
+}
+
+}  // namespace stowpocket
