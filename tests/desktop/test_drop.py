@@ -32,6 +32,8 @@ class Drop(DesktopTest):
         stowpocket = self.drop_on_icon("xfce4-panel", PcmanfmQt, 25)
         stowpocket.wait_for_files(self.names[:20])
         stowpocket.wait_for_shown("Added 20 of 25 files - shelf is full")
+        tile, footer = stowpocket.tile(self.names[0]), stowpocket.shown("Clear All")
+        wait_for(lambda: tile.rect().y + tile.rect().height <= footer.rect().y, "the popover to be high enough for a whole tile")
 
     def test_open_popover_takes_files(self):
         stowpocket, window = self.offer("trayer", Thunar, 3)
