@@ -53,16 +53,26 @@ std::vector<PasteboardItem> QtDraggingPasteboard::items() {
     return items;
 }
 
-bool offersAnyOf(const QMimeData& data, const std::vector<std::string>& types) {
-    return std::ranges::find(types, pasteboardType::fileURL) != types.end() && data.hasFormat(uriListFormat);
+std::vector<std::shared_ptr<FilePromiseReceiver>> QtDraggingPasteboard::filePromiseReceivers() {
+    if (promises_ == nullptr || !promises_->isOfferedBy(data_))
+        return {};
+    return {promises_->receiver()};
 }
 
-std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const QMimeData& data) {
+bool offersAnyOf(const QMimeData& data, const std::vector<std::string>& types, const DropPromises* promises) {
+    const auto isWanted = [&](std::string_view type) { return std::ranges::find(types, type) != types.end(); };
+    return (isWanted(pasteboardType::fileURL) && data.hasFormat(uriListFormat)) ||
+           (isWanted(pasteboardType::promisedFileURL) && promises != nullptr && promises->isOfferedBy(data));
+}
+
+std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const QMimeData& data, DropPromises* promises) {
     std::vector<std::shared_ptr<ItemProvider>> providers;
     for (FileURL& file : filesOf(data))
         providers.push_back(std::make_shared<FileProvider>(std::move(file)));
     if (!providers.empty())
         return providers;
+    if (promises != nullptr && promises->isOfferedBy(data))
+        return {promises->itemProvider()};
     if (auto contents = droppedContents(data))
         providers.push_back(std::move(contents));
     return providers;

@@ -3,6 +3,7 @@
 
 #include "platform/Dragging.h"
 #include "platform/ItemProvider.h"
+#include "platform/qt/DropPromises.h"
 
 #include <QMimeData>
 
@@ -13,23 +14,27 @@
 namespace stowpocket {
 
 /// A drag's files as the menu-bar icon asks for them. Reads nothing before `items()`, because reading asks the drag's
-/// source, which may be slow or gone.
+/// source, which may be slow or gone. Here and below, `promises` is null where the window system has none.
 class QtDraggingPasteboard : public DraggingPasteboard {
 public:
-    explicit QtDraggingPasteboard(const QMimeData& data) : data_(data) {}
+    explicit QtDraggingPasteboard(const QMimeData& data, DropPromises* promises = nullptr)
+        : data_(data), promises_(promises) {}
     [[nodiscard]] std::vector<PasteboardItem> items() override;
-    /// None: what arrives here has its files ready.
-    [[nodiscard]] std::vector<std::shared_ptr<FilePromiseReceiver>> filePromiseReceivers() override { return {}; }
+    [[nodiscard]] std::vector<std::shared_ptr<FilePromiseReceiver>> filePromiseReceivers() override;
 
 private:
     const QMimeData& data_;
+    DropPromises* const promises_;
 };
 
 /// Whether the drag offers one of `types`, judged by names alone.
-[[nodiscard]] bool offersAnyOf(const QMimeData& data, const std::vector<std::string>& types);
+[[nodiscard]] bool offersAnyOf(const QMimeData& data, const std::vector<std::string>& types,
+                               const DropPromises* promises = nullptr);
 
 /// What was dropped, to be called while the drop is handled: one provider per local file, in the source's order; when
-/// there are no files, one for the contents themselves if they are a picture or text; otherwise none.
-[[nodiscard]] std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const QMimeData& data);
+/// there are no files, one for those that are promised; when there are none either, one for the contents themselves
+/// if they are a picture or text; otherwise none.
+[[nodiscard]] std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const QMimeData& data,
+                                                                         DropPromises* promises = nullptr);
 
 }  // namespace stowpocket
