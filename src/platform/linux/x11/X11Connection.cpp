@@ -23,8 +23,13 @@ constexpr std::array<std::string_view, atomCount> x11AtomNames{
     "_NET_WM_STATE_SKIP_PAGER",
     "_NET_WM_CM_S0",
     "XdndSelection",
+    "XdndDrop",
+    "XdndTypeList",
+    "XdndDirectSave0",
+    "_STOWPOCKET_TRANSFER",
     "TARGETS",
     "text/uri-list",
+    "text/plain",
 };
 
 /// More than any property read here holds.
@@ -72,6 +77,33 @@ void X11Connection::setProperty(xcb_window_t window, xcb_atom_t name, xcb_atom_t
                                 const std::vector<std::uint32_t>& values) const {
     xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, name, type, 32,
                         static_cast<std::uint32_t>(values.size()), values.data());
+}
+
+std::optional<std::string> X11Connection::text(xcb_window_t window, X11Atom name) const {
+    const auto cookie =
+        xcb_get_property(connection_, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, longestProperty);
+    const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
+    if (!reply || reply->format != 8)
+        return std::nullopt;
+    const auto* const bytes = static_cast<const char*>(xcb_get_property_value(reply.get()));
+    return std::string(bytes, reply->value_len);
+}
+
+void X11Connection::setText(xcb_window_t window, X11Atom name, X11Atom type, std::string_view text) const {
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, atom(name), atom(type), 8,
+                        static_cast<std::uint32_t>(text.size()), text.data());
+}
+
+bool X11Connection::isOwn(xcb_window_t window) const {
+    const xcb_setup_t* const setup = xcb_get_setup(connection_);
+    return (window & ~setup->resource_id_mask) == setup->resource_id_base;
+}
+
+bool X11Connection::isButtonHeld() const {
+    constexpr unsigned dragging = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
+    const XcbReply<xcb_query_pointer_reply_t> pointer(
+        xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root()), nullptr));
+    return pointer && (pointer->mask & dragging) != 0;
 }
 
 std::optional<QRect> X11Connection::geometryOnRoot(xcb_window_t window) const {

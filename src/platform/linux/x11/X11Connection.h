@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 #include <xcb/xcb.h>
@@ -40,8 +41,13 @@ enum class X11Atom : std::size_t {
     windowStateSkipPager,
     compositorOwner,
     dragSelection,
+    dragDrop,
+    dragTypeList,
+    directSave,
+    transfer,
     targets,
     uriList,
+    plainText,
     count
 };
 
@@ -62,6 +68,13 @@ public:
     [[nodiscard]] std::vector<std::uint32_t> property(xcb_window_t window, X11Atom name) const;
     void setProperty(xcb_window_t window, xcb_atom_t name, xcb_atom_t type,
                      const std::vector<std::uint32_t>& values) const;
+    /// The bytes of a property of 8-bit items; none when there is none.
+    [[nodiscard]] std::optional<std::string> text(xcb_window_t window, X11Atom name) const;
+    void setText(xcb_window_t window, X11Atom name, X11Atom type, std::string_view text) const;
+    /// Whether this program made the window.
+    [[nodiscard]] bool isOwn(xcb_window_t window) const;
+    /// Whether any of the three buttons that can drag is down, in whatever program.
+    [[nodiscard]] bool isButtonHeld() const;
     /// In pixels, on the root window. What Qt believes of an embedded window is wrong in several panels.
     [[nodiscard]] std::optional<QRect> geometryOnRoot(xcb_window_t window) const;
     /// 0 when the window is gone.
