@@ -51,7 +51,7 @@ QRect X11StatusItemButton::rectOnScreen() const {
 
 void X11StatusItemButton::dock(xcb_window_t manager) {
     undock();
-    window_ = std::make_unique<X11TrayWindow>(connection_, manager, face_, paintSymbol_);
+    window_ = std::make_unique<X11TrayWindow>(connection_, manager, face_, paintSymbol_, nullptr);
     QObject::connect(window_.get(), &QAbstractButton::clicked, &context_, [this] {
         if (action_)
             action_();

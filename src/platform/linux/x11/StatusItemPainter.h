@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/x11/SymbolPainter.h"
+#include "presentation/StatusItemLayout.h"
+
+#include <QPainter>
+
+#include <memory>
+
+namespace stowpocket {
+
+/// What the icon shows and who takes drops on it, wherever it is.
+struct StatusItemFace {
+    StatusItemImage image;
+    StatusItemTitle title;
+    std::shared_ptr<DraggingDestination> dropView;
+};
+
+[[nodiscard]] StatusItemMeasure measureFace(const StatusItemFace& face);
+
+/// Draws symbol and count in one colour into a room of any size whose upper left corner is the painter's origin.
+void paintFace(QPainter& painter, const StatusItemFace& face, const SymbolPainter& paintSymbol, const QSizeF& room,
+               const QColor& color);
+
+/// White or nearly black, whichever stands out from `background`.
+[[nodiscard]] QColor readableOn(const QColor& background);
+
+}  // namespace stowpocket

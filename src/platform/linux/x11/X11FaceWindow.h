@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/Signal.h"
+#include "platform/linux/x11/StatusItemPainter.h"
+#include "platform/qt/DropPromises.h"
+
+#include <QAbstractButton>
+
+namespace stowpocket {
+
+/// What every window of the icon shares: it takes clicks and drops, tells assistive technology what it is, and never
+/// takes the keyboard. Window managers leave it alone.
+class X11FaceWindow : public QAbstractButton {
+public:
+    /// All of it outlives the window. `promises` may be null.
+    X11FaceWindow(const StatusItemFace& face, DropPromises* promises);
+
+    /// Shows a changed face, wishing for more or less room.
+    virtual void showFace();
+    /// A drag came over the window, or left it or was dropped.
+    Signal<bool> hovered;
+
+protected:
+    [[nodiscard]] const StatusItemFace& face() const { return face_; }
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    const StatusItemFace& face_;
+    DropPromises* const promises_;
+};
+
+}  // namespace stowpocket
