@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QImage>
+#include <QPoint>
+
+#include <functional>
+
+namespace stowpocket {
+
+/// What an item shows: the same picture in several sizes, and what it is called.
+struct NotifierFace {
+    QString title;
+    QList<QImage> pictures;
+};
+
+/// The icon as a StatusNotifierItem: the panel fetches its picture over D-Bus and tells of clicks, nothing more; it
+/// passes no drops on. Registered with the session's watcher from construction to destruction.
+class NotifierItem : public QDBusVirtualObject {
+public:
+    /// `onActivate` gets the place of the click in pixels, as the panel tells it; (0, 0) when it does not.
+    NotifierItem(const QDBusConnection& bus, NotifierFace face, std::function<void(const QPoint&)> onActivate);
+    ~NotifierItem() override;
+
+    void setFace(NotifierFace face);
+
+    [[nodiscard]] QString introspect(const QString& path) const override;
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+
+private:
+    void requestName();
+    void announce(const char* signal) const;
+    [[nodiscard]] QVariantMap properties() const;
+    [[nodiscard]] QDBusMessage answerAboutProperties(const QDBusMessage& question) const;
+    [[nodiscard]] QDBusMessage answer(const QDBusMessage& call) const;
+
+    QDBusConnection bus_;
+    const QString service_;
+    NotifierFace face_;
+    const std::function<void(const QPoint&)> onActivate_;
+};
+
+}  // namespace stowpocket
