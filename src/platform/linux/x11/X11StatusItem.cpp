@@ -13,19 +13,25 @@ using namespace std::chrono_literals;
 
 /// Trays that proxy move the window into place only after they have announced that it is embedded.
 constexpr auto placingTime = 300ms;
+/// Trays answer within milliseconds. One that hangs must not keep the icon from being seen.
+constexpr auto answeringTime = 1s;
 constexpr std::uint32_t xembedEmbeddedNotify = 0;
 constexpr std::uint8_t sentEventBit = 0x80;
 
 }  // namespace
 
-X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol)
-    : connection_(connection), button_(std::make_shared<X11StatusItemButton>(connection, std::move(paintSymbol))) {
+X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, DropPromises* promises)
+    : connection_(connection),
+      button_(std::make_shared<X11StatusItemButton>(connection, std::move(paintSymbol), promises)),
+      dragWatch_(connection),
+      dragBegan_(dragWatch_.began.connect([this] { button_->dragBegan(); })),
+      dragEnded_(dragWatch_.ended.connect([this](DragEnd end) { button_->dragEnded(end); })) {
     QCoreApplication::instance()->installNativeEventFilter(this);
     connection_.hearAlso(connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     later([this] {
         const xcb_window_t manager = connection_.selectionOwner(X11Atom::trayOwner);
         if (manager == x11None)
-            qInfo("stowpocket: no tray to show the icon in; waiting for one");
+            qInfo("stowpocket: no tray to dock in; the icon is shown elsewhere until one comes");
         managerAppeared(manager);
     });
 }
@@ -81,6 +87,7 @@ void X11StatusItem::embedded(xcb_window_t window) {
         return;
     docking_.embedded();
     button_->showDocked();
+    place();
     QTimer::singleShot(placingTime, &context_, [this, window] {
         if (window == button_->window())
             checkForProxy();
@@ -91,15 +98,37 @@ void X11StatusItem::checkForProxy() {
     const xcb_window_t container = connection_.parentOf(button_->window());
     if (container == x11None || connection_.parentOf(container) != connection_.root())
         return;
-    qInfo("stowpocket: the tray only copies the icon, which would then take no drops; waiting for another");
+    qInfo("stowpocket: the tray only copies the icon, which would then take no drops; it is shown elsewhere");
     take(docking_.foundProxy(), x11None);
 }
 
 void X11StatusItem::take(TrayDocking::Step step, xcb_window_t manager) {
-    if (step == TrayDocking::Step::dock)
+    if (step == TrayDocking::Step::dock) {
         button_->dock(manager);
-    else if (step == TrayDocking::Step::undock)
+        requested(button_->window());
+    } else if (step == TrayDocking::Step::undock) {
         button_->undock();
+    }
+    place();
+}
+
+void X11StatusItem::requested(xcb_window_t window) {
+    QTimer::singleShot(answeringTime, &context_, [this, window] {
+        if (window != button_->window())
+            return;
+        placing_.trayIsSlow();
+        place();
+    });
+}
+
+void X11StatusItem::place() {
+    placing_.trayIs(docking_.state());
+    if (placing_.wantsHost() && !host_)
+        host_ = std::make_unique<NotifierHost>(QDBusConnection::sessionBus(), [this](bool isThere) {
+            placing_.hostIs(isThere);
+            place();
+        });
+    button_->setPlace(placing_.place());
 }
 
 }  // namespace stowpocket

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/notifier/NotifierHost.h"
+#include "platform/linux/x11/IconPlacing.h"
 #include "platform/linux/x11/TrayDocking.h"
+#include "platform/linux/x11/X11DragWatch.h"
 #include "platform/linux/x11/X11StatusItemButton.h"
 
 #include <QAbstractNativeEventFilter>
@@ -9,10 +12,12 @@
 
 namespace stowpocket {
 
-/// The place in the tray: listens to the server for trays that come and go, and has the icon follow them.
+/// The place of the icon on the desktop: listens to the server for trays that come and go and for drags, to the
+/// session bus for hosts of items where no tray is of use, and has the icon follow.
 class X11StatusItem : public StatusItem, private QAbstractNativeEventFilter {
 public:
-    X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol);
+    /// `promises` may be null.
+    X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, DropPromises* promises);
 
     [[nodiscard]] std::shared_ptr<StatusItemButton> button() override { return button_; }
 
@@ -24,10 +29,18 @@ private:
     void embedded(xcb_window_t window);
     void checkForProxy();
     void take(TrayDocking::Step step, xcb_window_t manager);
+    void requested(xcb_window_t window);
+    void place();
 
     const X11Connection& connection_;
     const std::shared_ptr<X11StatusItemButton> button_;
     TrayDocking docking_;
+    IconPlacing placing_;
+    /// Null until no tray is of use.
+    std::unique_ptr<NotifierHost> host_;
+    X11DragWatch dragWatch_;
+    Subscription dragBegan_;
+    Subscription dragEnded_;
     /// Everything posted for later is dropped with it.
     QObject context_;
 };
@@ -35,17 +48,18 @@ private:
 /// The tray of an X11 desktop.
 class X11StatusBar : public StatusBar {
 public:
-    /// `connection` outlives every item.
-    X11StatusBar(const X11Connection& connection, SymbolPainter paintSymbol)
-        : connection_(connection), paintSymbol_(std::move(paintSymbol)) {}
+    /// `connection` and `promises` outlive every item; without `promises` only files that exist can be dropped.
+    X11StatusBar(const X11Connection& connection, SymbolPainter paintSymbol, DropPromises* promises = nullptr)
+        : connection_(connection), paintSymbol_(std::move(paintSymbol)), promises_(promises) {}
 
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override {
-        return std::make_unique<X11StatusItem>(connection_, paintSymbol_);
+        return std::make_unique<X11StatusItem>(connection_, paintSymbol_, promises_);
     }
 
 private:
     const X11Connection& connection_;
     const SymbolPainter paintSymbol_;
+    DropPromises* const promises_;
 };
 
 }  // namespace stowpocket

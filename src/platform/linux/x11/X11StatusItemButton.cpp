@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11/X11StatusItemButton.h"
 
+#include "platform/linux/x11/TrayColors.h"
+
+#include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -20,6 +23,11 @@ std::optional<QRect> pointsOf(const QRect& pixels) {
     return std::nullopt;
 }
 
+/// In pixels; panels take the nearest and scale it.
+constexpr std::array<int, 4> notifierSizes{16, 22, 32, 48};
+/// Stands out from light and dark bars alike, for hosts that do not tell which they are.
+constexpr QRgb neutralColor = 0xFF8C8C8C;
+
 /// Where an icon would most likely be.
 QRect usualCorner() {
     const QScreen* const screen = QGuiApplication::primaryScreen();
@@ -31,31 +39,47 @@ QRect usualCorner() {
 
 }  // namespace
 
+X11StatusItemButton::X11StatusItemButton(const X11Connection& connection, SymbolPainter paintSymbol,
+                                         DropPromises* promises)
+    : connection_(connection),
+      paintSymbol_(std::move(paintSymbol)),
+      promises_(promises),
+      pocket_(connection_, face_, paintSymbol_, promises_, [this] { click(); }),
+      pocketChanged_(pocket_.changed.connect([this] { pocketChanged(); })) {}
+
 void X11StatusItemButton::setImage(const StatusItemImage& image) {
     face_.image = image;
-    if (window_)
-        window_->showFace();
+    showFace();
 }
 
 void X11StatusItemButton::setTitle(const StatusItemTitle& title) {
     face_.title = title;
+    showFace();
+}
+
+void X11StatusItemButton::showFace() {
     if (window_)
         window_->showFace();
+    pocket_.showFace();
+    if (notifier_)
+        notifier_->setFace(notifierFace());
 }
 
 QRect X11StatusItemButton::rectOnScreen() const {
+    if (const std::optional<QRect> docked = dockedRect())
+        return *docked;
+    return lastMet_.value_or(usualCorner());
+}
+
+std::optional<QRect> X11StatusItemButton::dockedRect() const {
     const std::optional<QRect> pixels = window_ ? connection_.geometryOnRoot(window_->id()) : std::nullopt;
-    const std::optional<QRect> points = pixels ? pointsOf(*pixels) : std::nullopt;
-    return points.value_or(usualCorner());
+    return pixels ? pointsOf(*pixels) : std::nullopt;
 }
 
 void X11StatusItemButton::dock(xcb_window_t manager) {
     undock();
-    window_ = std::make_unique<X11TrayWindow>(connection_, manager, face_, paintSymbol_, nullptr);
-    QObject::connect(window_.get(), &QAbstractButton::clicked, &context_, [this] {
-        if (action_)
-            action_();
-    });
+    window_ = std::make_unique<X11TrayWindow>(connection_, manager, face_, paintSymbol_, promises_);
+    QObject::connect(window_.get(), &QAbstractButton::clicked, &context_, [this] { click(); });
     windowResized_ = window_->resized.connect([this] { moved.emit(); });
     window_->requestDock();
 }
@@ -69,6 +93,58 @@ void X11StatusItemButton::undock() {
     windowResized_.reset();
     if (window_)
         window_.release()->deleteLater();  // not at once: it may be handling a click or a drag
+}
+
+void X11StatusItemButton::setPlace(IconPlacing::Place place) {
+    using Place = IconPlacing::Place;
+    pocket_.setResident(place == Place::pocket);
+    if (place != Place::notifier)
+        notifier_.reset();
+    else if (!notifier_)
+        notifier_ = std::make_unique<NotifierItem>(QDBusConnection::sessionBus(), notifierFace(),
+                                                   [this](const QPoint& pixels) { activated(pixels); });
+}
+
+void X11StatusItemButton::dragBegan() {
+    const bool isSeen = window_ && window_->isVisible();
+    pocket_.dragBegan(isSeen ? dockedRect() : std::nullopt);
+}
+
+NotifierFace X11StatusItemButton::notifierFace() const {
+    const xcb_window_t manager = connection_.selectionOwner(X11Atom::trayOwner);
+    const auto announced = announcedForeground(connection_.property(manager, X11Atom::trayColors));
+    const QColor color = announced ? QColor(announced->red, announced->green, announced->blue) : QColor(neutralColor);
+    NotifierFace shown{QString::fromStdString(face_.image.accessibilityDescription), {}};
+    for (const int size : notifierSizes) {
+        QImage picture(size, size, QImage::Format_ARGB32_Premultiplied);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        paintFace(painter, face_, paintSymbol_, QSizeF(size, size), color);
+        painter.end();
+        shown.pictures.push_back(std::move(picture));
+    }
+    return shown;
+}
+
+void X11StatusItemButton::click() {
+    if (action_)
+        action_();
+}
+
+void X11StatusItemButton::activated(const QPoint& pixels) {
+    const std::optional<QRect> place = pixels.isNull() ? std::nullopt : pointsOf(QRect(pixels, QSize(1, 1)));
+    lastMet_ = place.value_or(QRect(QCursor::pos(), QSize(1, 1)));
+    click();
+}
+
+void X11StatusItemButton::pocketChanged() {
+    if (const std::optional<QRect> place = pocket_.rectOnScreen()) {
+        lastMet_ = place;
+        moved.emit();
+    } else if (window_) {
+        // What was painted under the pocket may have read the pocket for the bar behind it.
+        window_->update();
+    }
 }
 
 }  // namespace stowpocket

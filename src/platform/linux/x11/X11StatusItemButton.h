@@ -1,16 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/notifier/NotifierItem.h"
+#include "platform/linux/x11/IconPlacing.h"
+#include "platform/linux/x11/X11Pocket.h"
 #include "platform/linux/x11/X11TrayWindow.h"
 #include "platform/qt/QtStatusItemButton.h"
 
 namespace stowpocket {
 
-/// The icon in whichever tray there is: keeps what it was given and shows it in a window of its own for each docking.
+/// The icon wherever it is shown: keeps what it was given and shows it in a window of its own for each docking, as an
+/// item of a notifier host, or in the pocket.
 class X11StatusItemButton : public QtStatusItemButton {
 public:
-    X11StatusItemButton(const X11Connection& connection, SymbolPainter paintSymbol)
-        : connection_(connection), paintSymbol_(std::move(paintSymbol)) {}
+    /// `promises` may be null.
+    X11StatusItemButton(const X11Connection& connection, SymbolPainter paintSymbol, DropPromises* promises);
 
     void setImage(const StatusItemImage& image) override;
     void setTitle(const StatusItemTitle& title) override;
@@ -26,13 +30,31 @@ public:
     /// 0 while not docked.
     [[nodiscard]] xcb_window_t window() const { return window_ == nullptr ? x11None : window_->id(); }
 
+    /// Where else than in the tray, or nowhere else.
+    void setPlace(IconPlacing::Place place);
+    void dragBegan();
+    void dragEnded(DragEnd end) { pocket_.dragEnded(end); }
+
 private:
+    [[nodiscard]] std::optional<QRect> dockedRect() const;
+    [[nodiscard]] NotifierFace notifierFace() const;
+    void showFace();
+    void click();
+    void activated(const QPoint& pixels);
+    void pocketChanged();
+
     const X11Connection& connection_;
     const SymbolPainter paintSymbol_;
+    DropPromises* const promises_;
     StatusItemFace face_;
     std::function<void()> action_;
     std::unique_ptr<X11TrayWindow> window_;
     Subscription windowResized_;
+    X11Pocket pocket_;
+    Subscription pocketChanged_;
+    std::unique_ptr<NotifierItem> notifier_;
+    /// Where the user met the icon last while it was in no tray, so that the popover stays there.
+    std::optional<QRect> lastMet_;
     /// Ends the connections of windows that are still to be deleted.
     QObject context_;
 };

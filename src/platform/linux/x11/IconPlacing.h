@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/x11/TrayDocking.h"
+
+#include <optional>
+
+namespace stowpocket {
+
+/// Decides where the icon is shown, by what the desktop offers now: in the tray, else as an item of a notifier host,
+/// else in the pocket. The host is not asked about before the tray is known to be of no use.
+class IconPlacing {
+public:
+    enum class Place { undecided, tray, notifier, pocket };
+
+    [[nodiscard]] Place place() const { return place_; }
+    /// Whether it matters if there is a notifier host.
+    [[nodiscard]] bool wantsHost() const { return !isHostKnown() && !isTrayPromising(); }
+
+    void trayIs(TrayDocking::State state);
+    /// The tray was offered a window and has not taken it in for long.
+    void trayIsSlow();
+    void hostIs(bool isThere);
+
+private:
+    [[nodiscard]] bool isHostKnown() const { return isHostThere_.has_value(); }
+    [[nodiscard]] bool isTrayPromising() const;
+    void decide();
+
+    Place place_ = Place::undecided;
+    TrayDocking::State tray_ = TrayDocking::State::requested;
+    bool isTraySlow_ = false;
+    std::optional<bool> isHostThere_;
+};
+
+}  // namespace stowpocket
