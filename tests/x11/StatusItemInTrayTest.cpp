@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: MIT
+#include "ComesTrue.h"
 #include "FakeTray.h"
 #include "platform/linux/x11/X11StatusItem.h"
 
 #include <QApplication>
-#include <QDeadlineTimer>
 #include <QPainter>
 
 #include <gtest/gtest.h>
 
 namespace stowpocket {
 namespace {
-
-using namespace std::chrono_literals;
 
 constexpr std::uint32_t darkPanel = 0x303030;
 constexpr std::uint32_t lightPanel = 0xEEEEEE;
@@ -25,19 +23,14 @@ protected:
 
     X11StatusItemButton& button() { return static_cast<X11StatusItemButton&>(*item->button()); }
 
-    /// Lets tray and icon work until `condition` holds; far longer than it ever takes, then gives up.
     template <class Condition>
     bool comesTrue(Condition condition) {
-        const QDeadlineTimer deadline(20s);
-        while (!condition()) {
-            if (deadline.hasExpired())
-                return false;
-            QCoreApplication::processEvents(QEventLoop::AllEvents);
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-            if (tray)
-                tray->work();
-        }
-        return true;
+        return stowpocket::comesTrue(
+            [this] {
+                if (tray)
+                    tray->work();
+            },
+            condition);
     }
     bool isDocked() {
         return comesTrue([this] { return tray->docked() != 0 && tray->docked() == button().window(); });

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/x11/DirectSave.h"
+
+#include "platform/linux/x11/ArrivalFolder.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace stowpocket {
+namespace {
+
+namespace fs = std::filesystem;
+using Step = DirectSave::Step;
+
+TEST(DirectSave, takesOnlyThePlainNameOfWhatIsProposed) {
+    using namespace std::string_view_literals;
+    const std::string longest(255, 'x');
+    const std::vector<std::pair<std::string_view, std::optional<std::string>>> cases{
+        {"a b.txt", "a b.txt"},    {"folder/", "folder"},    {"../x", "x"},
+        {"/etc/passwd", "passwd"}, {"\xFF.txt", "\xFF.txt"}, {longest, longest},
+        {"", std::nullopt},        {"///", std::nullopt},    {"..", std::nullopt},
+        {"a/.", std::nullopt},     {"a\0b"sv, std::nullopt}, {std::string_view("\0", 1), std::nullopt},
+    };
+    for (const auto& [proposed, name] : cases)
+        EXPECT_EQ(directSaveName(proposed), name) << proposed;
+    EXPECT_EQ(directSaveName(std::string(300, 'x')), std::nullopt);
+}
+
+TEST(DirectSave, succeedsOnlyOnTheLetterForSuccess) {
+    const std::vector<std::pair<std::optional<std::string_view>, Step>> cases{
+        {"S", Step::collect}, {"F", Step::fail},  {"E", Step::fail},
+        {"", Step::fail},     {"SS", Step::fail}, {std::nullopt, Step::fail}};
+    for (const auto& [reply, step] : cases)
+        EXPECT_EQ(DirectSave().replied(reply), step) << reply.value_or("none");
+}
+
+TEST(DirectSave, waitsForASourceThatWritesAndEndsOnce) {
+    DirectSave save;
+    EXPECT_EQ(save.timeLimitReached(10), Step::wait);
+    EXPECT_EQ(save.timeLimitReached(20), Step::wait);
+    EXPECT_EQ(save.timeLimitReached(20), Step::fail);
+    EXPECT_EQ(save.timeLimitReached(30), Step::none);
+    EXPECT_EQ(save.replied("S"), Step::none);
+    EXPECT_EQ(save.sourceGone(), Step::none);
+
+    DirectSave abandoned;
+    EXPECT_EQ(abandoned.sourceGone(), Step::fail);
+    EXPECT_EQ(abandoned.replied("S"), Step::none);
+    EXPECT_EQ(DirectSave().timeLimitReached(0), Step::fail);
+}
+
+TEST(ArrivalFolder, isFreshPrivateAndListsWhatArrivedWithoutLinks) {
+    const QTemporaryDir spool;
+    const FileURL parent = *FileURL::fromPath(spool.path().toStdString());
+    const auto folder = ArrivalFolder::make(parent);
+    const auto other = ArrivalFolder::make(parent);
+    ASSERT_TRUE(folder && other);
+    EXPECT_NE(folder->url(), other->url());
+    EXPECT_EQ(folder->url().parent(), parent);
+    const fs::path place = folder->url().path();
+    EXPECT_EQ(fs::status(place).permissions(), fs::perms::owner_all);
+
+    std::ofstream(place / "b") << "12345";
+    fs::create_directory(place / "a");
+    std::ofstream(place / "a" / "inside") << "123";
+    fs::create_symlink("/etc/passwd", place / "link");
+    EXPECT_EQ(folder->files(), (std::vector{folder->url().appending("a"), folder->url().appending("b")}));
+    EXPECT_EQ(folder->size(), 8U);
+
+    folder->discardIfEmpty();
+    other->discardIfEmpty();
+    EXPECT_TRUE(fs::exists(place / "b"));
+    EXPECT_FALSE(fs::exists(other->url().path()));
+    EXPECT_FALSE(ArrivalFolder::make(parent.appending("none")));
+}
+
+}  // namespace
+}  // namespace stowpocket

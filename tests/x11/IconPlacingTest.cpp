@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/x11/IconPlacing.h"
+
+#include <gtest/gtest.h>
+
+namespace stowpocket {
+namespace {
+
+using Place = IconPlacing::Place;
+using State = TrayDocking::State;
+
+TEST(IconPlacing, asksForAHostOnlyWhereNoTrayIsOfUse) {
+    IconPlacing placing;
+    EXPECT_FALSE(placing.wantsHost());
+    placing.trayIs(State::requested);
+    EXPECT_FALSE(placing.wantsHost());
+    placing.trayIs(State::docked);
+    EXPECT_FALSE(placing.wantsHost());
+    EXPECT_EQ(placing.place(), Place::tray);
+
+    placing.trayIs(State::proxied);
+    EXPECT_TRUE(placing.wantsHost());
+    EXPECT_EQ(placing.place(), Place::undecided);
+    placing.hostIs(true);
+    EXPECT_FALSE(placing.wantsHost());
+    EXPECT_EQ(placing.place(), Place::notifier);
+}
+
+TEST(IconPlacing, followsTraysAndHostsThatComeAndGo) {
+    IconPlacing placing;
+    placing.trayIs(State::waiting);
+    placing.hostIs(false);
+    EXPECT_EQ(placing.place(), Place::pocket);
+    placing.hostIs(true);
+    EXPECT_EQ(placing.place(), Place::notifier);
+    placing.trayIs(State::requested);
+    EXPECT_EQ(placing.place(), Place::notifier) << "seen until the tray has answered";
+    placing.trayIs(State::docked);
+    EXPECT_EQ(placing.place(), Place::tray);
+    placing.hostIs(false);
+    EXPECT_EQ(placing.place(), Place::tray);
+    placing.trayIs(State::waiting);
+    EXPECT_EQ(placing.place(), Place::pocket);
+}
+
+TEST(IconPlacing, doesNotHideBehindATrayThatHangs) {
+    IconPlacing placing;
+    placing.trayIs(State::requested);
+    placing.trayIsSlow();
+    EXPECT_TRUE(placing.wantsHost());
+    placing.hostIs(false);
+    EXPECT_EQ(placing.place(), Place::pocket);
+    placing.trayIs(State::docked);
+    EXPECT_EQ(placing.place(), Place::tray);
+    placing.trayIsSlow();
+    EXPECT_EQ(placing.place(), Place::tray);
+    placing.trayIs(State::requested);
+    EXPECT_EQ(placing.place(), Place::undecided) << "another tray is given its time";
+}
+
+}  // namespace
+}  // namespace stowpocket
