@@ -41,7 +41,8 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
       bookmarks_(mounts_, probe_, LinuxBookmarks::userFolders()),
       thumbnails_(dispatch_, decoderExecutable),
       icons_(screen_),
-      statusBar_(*connection_, paintSymbol),
+      promises_(*connection_, dispatch_),
+      statusBar_(*connection_, paintSymbol, &promises_),
       popoverHost_(*connection_),
       fileDrag_(*connection_),
       views_({
@@ -49,7 +50,7 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
               [this](MakeContent makeContent) {
                   return std::make_unique<QtPopover>(popoverHost_, std::move(makeContent));
               },
-          .itemProviders = itemProvidersOf,
+          .itemProviders = [this](const QMimeData& data) { return itemProvidersOf(data, &promises_); },
           .startFileDrag = [this](QWidget& source, const FileURL& file, const QPixmap& picture,
                                   QPoint hotSpot) { fileDrag_.start(source, file, picture, hotSpot); },
       }),

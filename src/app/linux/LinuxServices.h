@@ -15,6 +15,7 @@
 #include "platform/linux/storage/PatientProbe.h"
 #include "platform/linux/storage/PosixFileManager.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11DirectSaves.h"
 #include "platform/linux/x11/X11FileDrag.h"
 #include "platform/linux/x11/X11PopoverHost.h"
 #include "platform/linux/x11/X11StatusItem.h"
@@ -59,6 +60,7 @@ private:
     LinuxThumbnails thumbnails_;
     LinuxWorkspaceIcons icons_;
     QtApplication application_;
+    X11DirectSaves promises_;
     X11StatusBar statusBar_;
     X11PopoverHost popoverHost_;
     X11FileDrag fileDrag_;
