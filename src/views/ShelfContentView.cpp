@@ -48,8 +48,10 @@ void ShelfContentView::evaluate(const ShelfPresentation& shown) {
     scrollView_->setVisible(shown.content == Content::grid);
     compactDropZone_->setVisible(shown.belowGrid == BelowGrid::compactDropZone);
     fullNotice_->setVisible(shown.belowGrid == BelowGrid::fullNotice);
-    // A scroll area does not pass on that its content wishes for another height.
+    // A layout inside another is measured anew only when it is activated, and a scroll area does not pass on that its
+    // content wishes for another height.
     scrollView_->widget()->updateGeometry();
+    scrollView_->widget()->layout()->activate();
     scrollView_->updateGeometry();
     updateGeometry();
 }

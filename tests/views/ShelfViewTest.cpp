@@ -177,5 +177,14 @@ TEST_F(ShelfViewTest, theKeyboardReachesTilesAndButtonsInReadingOrder) {
     EXPECT_EQ(QApplication::focusWidget(), tile[1]);
 }
 
+TEST_F(ShelfViewTest, wishesForTheHeightOfABatchThatOverflows) {
+    open();
+    viewModel->addFileURLs(makeFiles(25));
+    fit();
+    dispatch.runAll();
+    const int rows = 7;
+    EXPECT_GT(view->sizeHint().height(), rows * 80) << "at once, before any event is handled";
+}
+
 }  // namespace
 }  // namespace stowpocket
