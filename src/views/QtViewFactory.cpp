@@ -14,6 +14,9 @@ constexpr QSize onboardingSize{520, 420};
 std::unique_ptr<QWidget> welcome(std::function<void()> onComplete) {
     auto view = std::make_unique<QWidget>();
     constexpr int spacing = 16;
+    constexpr int buttonWidth = 140;
+    Button* const start = Button::bordered(QStringLiteral("Get Started"), {.pointSize = 13}, std::move(onComplete));
+    start->setMinimumWidth(buttonWidth);
     compose(*view,
             vstack(spacing, Spacer{},
                    hstack(0, Spacer{}, symbol("tray.and.arrow.down", {.pointSize = 48, .role = ColorRole::accent}),
@@ -22,10 +25,7 @@ std::unique_ptr<QWidget> welcome(std::function<void()> onComplete) {
                           text(QStringLiteral("Drag files onto the icon in the bar. They wait there for you."),
                                {.pointSize = 13}),
                           Spacer{}),
-                   hstack(0, Spacer{},
-                          Button::bordered(QStringLiteral("Get Started"), {.pointSize = 13}, std::move(onComplete)),
-                          Spacer{}),
-                   Spacer{}));
+                   hstack(0, Spacer{}, start, Spacer{}), Spacer{}));
     return view;
 }
 
