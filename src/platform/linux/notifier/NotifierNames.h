@@ -5,7 +5,7 @@
 
 namespace stowpocket::notifierNames {
 
-/// As panels and programs use them; the names that the published specification gives are used by none.
+/// As panels and programs use them; the freedesktop names are used by none.
 inline const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
 inline const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 inline const QString item = QStringLiteral("org.kde.StatusNotifierItem");

@@ -31,7 +31,7 @@ constexpr std::array<Drawing, 10> drawingsOfTypes{{{"application/pdf", "pdf"},
                                                    {"text/x-makefile", "code"},
                                                    {"text/x-python", "code"}}};
 
-/// By the generic icon names of the icon naming specification.
+/// By the generic icon names that freedesktop icon themes share.
 constexpr std::array<Drawing, 11> drawingsOfGenericIcons{{{"application-x-executable", "executable"},
                                                           {"audio-x-generic", "audio"},
                                                           {"image-x-generic", "image"},

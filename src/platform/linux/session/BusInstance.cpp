@@ -23,7 +23,7 @@ constexpr int claimTimeoutMs = 3000;
 /// Nobody sends so many requests while a program starts.
 constexpr std::size_t maxWaitingRequests = 256;
 
-/// Flags and answers of RequestName (D-Bus specification, "Message Bus Messages").
+/// Flags and answers of RequestName, as the D-Bus message bus numbers them.
 constexpr uint doNotQueue = 4;
 constexpr uint primaryOwner = 1;
 constexpr uint alreadyOwner = 4;

@@ -10,7 +10,7 @@
 
 namespace stowpocket {
 
-/// The group [Desktop Entry] of a file in the format of the Desktop Entry Specification: its keys, without those for
+/// The group [Desktop Entry] of a file in the freedesktop format for desktop entries: its keys, without those for
 /// other languages, and their values with escapes undone.
 using DesktopEntry = std::map<std::string, std::string, std::less<>>;
 

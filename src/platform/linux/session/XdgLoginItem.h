@@ -8,7 +8,7 @@
 
 namespace stowpocket {
 
-/// The login item as the freedesktop Autostart Specification has it: a desktop entry in the user's autostart folder.
+/// The login item as freedesktop autostart has it: a desktop entry in the user's autostart folder.
 /// Counts as enabled only while that entry starts this very executable.
 class XdgLoginItem : public LoginItem {
 public:
