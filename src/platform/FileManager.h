@@ -33,6 +33,8 @@ public:
     virtual bool removeItem(const FileURL& url) = 0;
     /// The folder for the data that applications keep for the user; none when the user has no home folder.
     [[nodiscard]] virtual std::optional<FileURL> applicationSupportDirectory() = 0;
+    /// None when the user has no home folder.
+    [[nodiscard]] virtual std::optional<FileURL> homeDirectory() = 0;
 };
 
 }  // namespace stowpocket

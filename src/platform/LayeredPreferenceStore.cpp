@@ -4,7 +4,8 @@
 namespace stowpocket {
 
 void LayeredPreferenceStore::registerDefaults(PropertyValue::Dictionary defaults) {
-    registered_ = std::move(defaults);
+    for (auto& [key, value] : defaults)
+        registered_.insert_or_assign(key, std::move(value));
 }
 
 std::optional<PropertyValue> LayeredPreferenceStore::value(std::string_view key) const {

@@ -17,7 +17,7 @@ class PreferenceStore {
 public:
     virtual ~PreferenceStore() = default;
 
-    /// Answers for keys that the user has not stored; never written. Called once, before anything else is read.
+    /// Adds answers for keys that the user has not stored; never written. Called at launch, before they are read.
     virtual void registerDefaults(PropertyValue::Dictionary defaults) = 0;
     /// The stored value, else the registered one; none when the key has neither.
     [[nodiscard]] virtual std::optional<PropertyValue> value(std::string_view key) const = 0;

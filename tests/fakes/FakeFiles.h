@@ -26,6 +26,7 @@ public:
     [[nodiscard]] bool copyItem(const FileURL& from, const FileURL& to) override;
     bool removeItem(const FileURL& url) override;
     [[nodiscard]] std::optional<FileURL> applicationSupportDirectory() override;
+    [[nodiscard]] std::optional<FileURL> homeDirectory() override { return FileURL::fromPath("/home/user"); }
 
     [[nodiscard]] std::optional<Bytes> create(const FileURL& url) override;
     [[nodiscard]] std::vector<std::optional<ResolvedBookmark>> resolve(std::span<const Bytes> bookmarks) override;

@@ -16,6 +16,15 @@ std::optional<std::string> absolutePath(const char* text) {
     return path.starts_with('/') ? std::optional<std::string>(path) : std::nullopt;
 }
 
+std::optional<std::string> baseDirectory(const char* variable, std::string_view belowHome) {
+    if (std::optional<std::string> path = absolutePath(std::getenv(variable)))
+        return path;
+    std::optional<std::string> home = homeFolder();
+    return home ? std::optional(home->append(belowHome)) : std::nullopt;
+}
+
+}  // namespace
+
 std::optional<std::string> homeFolder() {
     if (std::optional<std::string> home = absolutePath(std::getenv("HOME")))
         return home;
@@ -26,15 +35,6 @@ std::optional<std::string> homeFolder() {
         return std::nullopt;
     return absolutePath(found->pw_dir);
 }
-
-std::optional<std::string> baseDirectory(const char* variable, std::string_view belowHome) {
-    if (std::optional<std::string> path = absolutePath(std::getenv(variable)))
-        return path;
-    std::optional<std::string> home = homeFolder();
-    return home ? std::optional(home->append(belowHome)) : std::nullopt;
-}
-
-}  // namespace
 
 std::optional<std::string> configHome() {
     return baseDirectory("XDG_CONFIG_HOME", "/.config");

@@ -11,5 +11,7 @@ namespace stowpocket {
 /// environment.
 [[nodiscard]] std::optional<std::string> configHome();
 [[nodiscard]] std::optional<std::string> dataHome();
+/// `HOME` when it holds an absolute path, else what the user database says.
+[[nodiscard]] std::optional<std::string> homeFolder();
 
 }  // namespace stowpocket

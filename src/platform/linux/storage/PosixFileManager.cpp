@@ -61,4 +61,9 @@ std::optional<FileURL> PosixFileManager::applicationSupportDirectory() {
     return folder ? FileURL::fromPath(*folder) : std::nullopt;
 }
 
+std::optional<FileURL> PosixFileManager::homeDirectory() {
+    const std::optional<std::string> folder = homeFolder();
+    return folder ? FileURL::fromPath(*folder) : std::nullopt;
+}
+
 }  // namespace stowpocket

@@ -19,6 +19,7 @@ public:
     [[nodiscard]] bool copyItem(const FileURL& from, const FileURL& to) override;
     bool removeItem(const FileURL& url) override;
     [[nodiscard]] std::optional<FileURL> applicationSupportDirectory() override;
+    [[nodiscard]] std::optional<FileURL> homeDirectory() override;
 
 private:
     PatientProbe& probe_;

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/FileURL.h"
+#include "foundation/PropertyValue.h"
+
+#include <optional>
+#include <string>
+
+namespace stowpocket {
+
+/// What the running program was installed as: where, and what its maker wrote into its information list.
+struct MainBundle {
+    /// The folder or file that is moved to install the program.
+    FileURL bundleURL;
+    /// None when it is absent or unreadable.
+    std::optional<PropertyValue::Dictionary> infoDictionary;
+
+    /// The text under `key`; null when it is missing or no text.
+    [[nodiscard]] const std::string* infoString(std::string_view key) const {
+        const PropertyValue* const value = infoDictionary ? find(*infoDictionary, key) : nullptr;
+        return value == nullptr ? nullptr : value->string();
+    }
+};
+
+/// Keys of the information list.
+namespace infoKey {
+inline constexpr std::string_view bundleName = "CFBundleName";
+inline constexpr std::string_view bundleShortVersionString = "CFBundleShortVersionString";
+/// The address of the list of released versions.
+inline constexpr std::string_view feedURL = "SUFeedURL";
+/// The key that releases are signed with, in Base64.
+inline constexpr std::string_view publicEDKey = "SUPublicEDKey";
+}  // namespace infoKey
+
+}  // namespace stowpocket

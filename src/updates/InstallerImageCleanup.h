@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/FileURL.h"
+
+#include <memory>
+#include <optional>
+
+namespace stowpocket {
+
+class ChildProcess;
+class Dispatch;
+class FileManager;
+class PropertyListParser;
+class ScheduledWork;
+class Trash;
+
+/// What the clean-up is built on; all of it outlives the work in the background.
+struct InstallerImageServices {
+    Dispatch& dispatch;
+    ChildProcess& childProcess;
+    PropertyListParser& propertyLists;
+    FileManager& fileManager;
+    Trash& trash;
+};
+
+/// Puts away the disk image that the program was installed from: a while after the start, unmounts the first mounted
+/// image that holds a copy of this bundle and moves it to the Trash. Only a copy that runs from an Applications
+/// folder does so. Silent, whatever fails. Main thread; the work is done in the background.
+class InstallerImageCleanup {
+public:
+    /// `home` is the user's home folder, none where there is none.
+    InstallerImageCleanup(const InstallerImageServices& services, const FileURL& bundle,
+                          const std::optional<FileURL>& home);
+    ~InstallerImageCleanup();
+
+    /// Called once, at launch; returns at once.
+    void cleanUp();
+
+private:
+    const InstallerImageServices services_;
+    const FileURL bundle_;
+    const std::optional<FileURL> home_;
+    std::unique_ptr<ScheduledWork> pending_;
+};
+
+}  // namespace stowpocket

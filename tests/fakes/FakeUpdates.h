@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "fakes/FakeDesktop.h"
+#include "platform/Alerts.h"
+#include "platform/ChildProcess.h"
+#include "platform/FeedSession.h"
+#include "platform/MainBundle.h"
+#include "platform/PropertyListParser.h"
+#include "platform/Trash.h"
+#include "platform/UpdateFramework.h"
+
+namespace stowpocket {
+
+class FakeUpdateFramework : public UpdateFramework {
+public:
+    explicit FakeUpdateFramework(CallLog& log) : log_(log) {}
+    [[nodiscard]] bool canCheckForUpdates() const override { return true; }
+    [[nodiscard]] Signal<bool>& canCheckForUpdatesChanged() override { return changed; }
+    void setAutomaticallyDownloadsUpdates(bool automatically) override {
+        log_.push_back(automatically ? "downloads by itself" : "asks before downloads");
+    }
+    void checkForUpdates() override { log_.push_back("update window"); }
+
+    Signal<bool> changed;
+
+private:
+    CallLog& log_;
+};
+
+/// Keeps each request until the test answers it.
+class FakeFeedSession : public FeedSession {
+public:
+    [[nodiscard]] bool isValid(const std::string& url) const override { return url.starts_with("https:"); }
+    void dataTask(const std::string& url, Completion newCompletion) override {
+        asked.push_back(url);
+        completion = std::move(newCompletion);
+    }
+    void answer(std::optional<int> status, const std::string& body) {
+        completion(FeedResponse{status, Bytes(body.begin(), body.end())});
+    }
+
+    std::vector<std::string> asked;
+    Completion completion;
+};
+
+class FakeAlerts : public Alerts {
+public:
+    void runModal(const InformationalAlert& alert) override { shown.push_back(alert); }
+    std::vector<InformationalAlert> shown;
+};
+
+/// A disk-image tool that answers what the test says, and a parser for that answer.
+class FakeImageTool : public ChildProcess, public PropertyListParser, public Trash {
+public:
+    explicit FakeImageTool(CallLog& log) : log_(log) {}
+    [[nodiscard]] std::optional<Bytes> run(const std::string& executable,
+                                           const std::vector<std::string>& arguments) override {
+        std::string call = executable;
+        for (const std::string& argument : arguments)
+            call += " " + argument;
+        log_.push_back(call);
+        return canRun ? std::optional(Bytes{}) : std::nullopt;
+    }
+    [[nodiscard]] std::optional<PropertyValue> parse(const Bytes&) override { return info; }
+    [[nodiscard]] bool trashItem(const FileURL& url) override {
+        log_.push_back("trash " + url.path());
+        return true;
+    }
+
+    bool canRun = true;
+    std::optional<PropertyValue> info;
+
+private:
+    CallLog& log_;
+};
+
+}  // namespace stowpocket

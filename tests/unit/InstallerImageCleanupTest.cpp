@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "updates/InstallerImageCleanup.h"
+
+#include "fakes/FakeDispatch.h"
+#include "fakes/FakeFiles.h"
+#include "fakes/FakeUpdates.h"
+
+#include <gtest/gtest.h>
+
+namespace stowpocket {
+namespace {
+
+using namespace std::chrono_literals;
+using Array = PropertyValue::Array;
+using Dictionary = PropertyValue::Dictionary;
+
+class InstallerImageCleanupTest : public testing::Test {
+protected:
+    void cleanUp(const char* bundle = "/Applications/stowpocket.app") {
+        log.clear();
+        InstallerImageCleanup cleanup({dispatch, tool, tool, files, tool}, *FileURL::fromPath(bundle),
+                                      FileURL::fromPath("/home/user"));
+        cleanup.cleanUp();
+        dispatch.advance(7999ms);
+        EXPECT_TRUE(log.empty());
+        dispatch.advance(1ms);
+        EXPECT_TRUE(log.empty()) << "not on the main thread";
+        dispatch.runAll();
+    }
+    static Dictionary image(const char* path, const char* mountPoint) {
+        return {{"image-path", path},
+                {"system-entities",
+                 Array{"rubbish", Dictionary{{"dev-entry", "disk4"}}, Dictionary{{"mount-point", mountPoint}}}}};
+    }
+
+    CallLog log;
+    FakeImageTool tool{log};
+    FakeFiles files;
+    FakeDispatch dispatch;
+    const CallLog onlyAsked{"/usr/bin/hdiutil info -plist"};
+};
+
+TEST_F(InstallerImageCleanupTest, theFirstImageWithTheSameBundleIsDetachedAndTrashed) {
+    files.add("/Volumes/nameless/stowpocket.app");
+    files.add("/Volumes/b/stowpocket.app");
+    files.add("/Volumes/c/stowpocket.app");
+    Dictionary nameless = image("", "/Volumes/nameless");
+    nameless.erase("image-path");
+    tool.info = Dictionary{
+        {"images", Array{3, nameless, Dictionary{{"image-path", "/bare.dmg"}}, image("/a.dmg", "/Volumes/a"),
+                         image("/b.dmg", "/Volumes/b"), image("/c.dmg", "/Volumes/c")}}};
+    cleanUp();
+    EXPECT_EQ(log,
+              (CallLog{"/usr/bin/hdiutil info -plist", "/usr/bin/hdiutil detach /Volumes/b -quiet", "trash /b.dmg"}));
+}
+
+TEST_F(InstallerImageCleanupTest, onlyACopyInAnApplicationsFolderLooks) {
+    for (const char* const bundle : {"/Applications/stowpocket.app", "/ApplicationsBackup/stowpocket.app",
+                                     "/home/user/Applications/stowpocket.app"}) {
+        cleanUp(bundle);
+        EXPECT_EQ(log, onlyAsked) << bundle;
+    }
+    for (const char* const bundle : {"/Volumes/stowpocket/stowpocket.app", "/usr/bin/stowpocket"}) {
+        cleanUp(bundle);
+        EXPECT_TRUE(log.empty()) << bundle;
+    }
+}
+
+TEST_F(InstallerImageCleanupTest, whatTheToolSaysMayBeAnything) {
+    const std::vector<std::optional<PropertyValue>> answers{
+        std::nullopt,
+        "text",
+        Dictionary{},
+        Dictionary{{"images", "none"}},
+        Dictionary{{"images", Array{}}},
+        Dictionary{{"images", Array{image("/a.dmg", "relative")}}}};
+    for (const std::optional<PropertyValue>& answer : answers) {
+        tool.info = answer;
+        cleanUp();
+        EXPECT_EQ(log, onlyAsked);
+    }
+    tool.canRun = false;
+    cleanUp();
+    EXPECT_EQ(log, onlyAsked);
+}
+
+}  // namespace
+}  // namespace stowpocket

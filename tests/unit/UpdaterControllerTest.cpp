@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "updates/UpdaterController.h"
+
+#include "fakes/FakeDispatch.h"
+#include "fakes/FakeUpdates.h"
+#include "platform/LayeredPreferenceStore.h"
+
+#include <gtest/gtest.h>
+
+namespace stowpocket {
+namespace {
+
+class UpdaterControllerTest : public testing::Test {
+protected:
+    [[nodiscard]] std::shared_ptr<UpdaterController> make() {
+        return UpdaterController::make({preferences, feed, alerts, dispatch, bundle, [this] {
+                                            auto made = std::make_unique<FakeUpdateFramework>(log);
+                                            framework = made.get();
+                                            return made;
+                                        }});
+    }
+    /// What a check ends in when the feed answers so.
+    std::string outcome(std::optional<int> status, const std::string& body) {
+        log.clear();
+        alerts.shown.clear();
+        controller->checkForUpdates();
+        feed.answer(status, body);
+        EXPECT_TRUE(log.empty() && alerts.shown.empty()) << "the answer comes on some other thread";
+        dispatch.runMain();
+        return (log.empty() ? "" : log.front()) + (alerts.shown.empty() ? "" : "up to date");
+    }
+
+    CallLog log;
+    LayeredPreferenceStore preferences;
+    FakeFeedSession feed;
+    FakeAlerts alerts;
+    FakeDispatch dispatch;
+    MainBundle bundle{*FileURL::fromPath("/opt/stowpocket"),
+                      PropertyValue::Dictionary{{"CFBundleName", "stowpocket"},
+                                                {"CFBundleShortVersionString", "2.1"},
+                                                {"SUFeedURL", "https://stowpocket.example/appcast.xml"}}};
+    FakeUpdateFramework* framework = nullptr;
+    std::shared_ptr<UpdaterController> controller = make();
+};
+
+TEST_F(UpdaterControllerTest, theStoredChoiceReachesTheFrameworkAtStartAndAtEveryAssignment) {
+    EXPECT_TRUE(controller->automaticallyDownloadsUpdates());
+    preferences.setValue(automaticallyUpdateKey, false);
+    log.clear();
+    controller = make();
+    EXPECT_FALSE(controller->automaticallyDownloadsUpdates());
+    EXPECT_EQ(log, CallLog{"asks before downloads"});
+    int changes = 0;
+    const Subscription subscription = controller->changed().connect([&changes] { ++changes; });
+    preferences.removeValue(automaticallyUpdateKey);
+    controller->setAutomaticallyDownloadsUpdates(false);
+    EXPECT_EQ(log.size(), 2u);
+    EXPECT_FALSE(preferences.boolean(automaticallyUpdateKey)) << "written though unchanged";
+    EXPECT_EQ(changes, 0);
+    controller->setAutomaticallyDownloadsUpdates(true);
+    EXPECT_TRUE(preferences.boolean(automaticallyUpdateKey));
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(UpdaterControllerTest, mirrorsWhetherTheFrameworkIsReady) {
+    EXPECT_TRUE(controller->canCheckForUpdates());
+    framework->changed.emit(false);
+    EXPECT_FALSE(controller->canCheckForUpdates());
+}
+
+TEST_F(UpdaterControllerTest, onlyAFeedThatListsAVersionReachesTheFramework) {
+    EXPECT_EQ(outcome(200, "<rss><item><title/></item></rss>"), "update window");
+    EXPECT_EQ(outcome(200, "<rss><item foo=\"1\"/></rss>"), "update window");
+    for (const char* const body : {"", "<rss><items/></rss>", "<ITEM>", "<item>\xff"})
+        EXPECT_EQ(outcome(200, body), "up to date") << body;
+    EXPECT_EQ(outcome(304, "<item>"), "up to date");
+    EXPECT_EQ(outcome(404, "<item>"), "up to date");
+    EXPECT_EQ(outcome({}, "<item>"), "up to date");
+    controller->checkForUpdates();
+    feed.completion(std::nullopt);
+    dispatch.runMain();
+    EXPECT_EQ(alerts.shown.back(),
+              (InformationalAlert{"You're up to date!", "stowpocket 2.1 is the latest version.", "OK"}));
+}
+
+TEST_F(UpdaterControllerTest, withoutAFeedAddressNothingIsAsked) {
+    for (const std::optional<PropertyValue::Dictionary>& info :
+         {std::optional<PropertyValue::Dictionary>(), std::optional(PropertyValue::Dictionary{{"SUFeedURL", 3}}),
+          std::optional(PropertyValue::Dictionary{{"SUFeedURL", "no address"}})}) {
+        bundle.infoDictionary = info;
+        controller->checkForUpdates();
+    }
+    EXPECT_EQ(alerts.shown.size(), 3u);
+    EXPECT_EQ(alerts.shown.back().informativeText, "This app 1.0 is the latest version.");
+    EXPECT_TRUE(feed.asked.empty());
+}
+
+TEST_F(UpdaterControllerTest, anAnswerAfterItsEndDoesNothing) {
+    controller->checkForUpdates();
+    controller.reset();
+    log.clear();
+    feed.answer(200, "<item>");
+    dispatch.runMain();
+    EXPECT_TRUE(log.empty() && alerts.shown.empty());
+}
+
+}  // namespace
+}  // namespace stowpocket
