@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Trash.h"
+
+namespace stowpocket {
+
+/// The desktop's trash.
+class QtTrash : public Trash {
+public:
+    [[nodiscard]] bool trashItem(const FileURL& url) override;
+};
+
+}  // namespace stowpocket
