@@ -3,6 +3,8 @@
 #include "app/AppDelegate.h"
 
 #include "app/Preferences.h"
+#include "platform/FileManager.h"
+#include "platform/MainBundle.h"
 
 namespace stowpocket {
 namespace {
@@ -50,6 +52,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     startMissingItemsTimer();
     if (!preferences.boolean(preferenceKey::onboardingShown))
         openOnboarding();
+    cleanUpInstallerImage();
     registerHotkeys();
 }
 
@@ -124,6 +127,12 @@ void AppDelegate::updateStatusItemIcon() {
     const std::size_t count = shelfViewModel_->shelfManager().items().size();
     button->setImage(iconFor(count));
     button->setTitle(titleFor(count));
+}
+
+void AppDelegate::cleanUpInstallerImage() {
+    installerImageCleanup_.emplace(services_.installerImage, services_.updates.mainBundle.bundleURL,
+                                   services_.shelf.fileManager.homeDirectory());
+    installerImageCleanup_->cleanUp();
 }
 
 void AppDelegate::quit() {

@@ -11,9 +11,12 @@
 #include "platform/FileManagerSelection.h"
 #include "platform/Volumes.h"
 #include "shelf/ShelfViewModel.h"
+#include "updates/InstallerImageCleanup.h"
+#include "updates/UpdaterController.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -34,6 +37,8 @@ struct AppServices {
     Volumes& volumes;
     /// The one hotkey manager of the process, made when first asked for.
     std::function<HotkeyManager&()> sharedHotkeyManager;
+    UpdaterServices updates;
+    InstallerImageServices installerImage;
 };
 
 /// Whether a popover appears in a movement or at once.
@@ -62,7 +67,8 @@ public:
 private:
     using Action = void (AppDelegate::*)();
 
-    explicit AppDelegate(const AppServices& services) : services_(services) {}
+    explicit AppDelegate(const AppServices& services)
+        : services_(services), updaterController_(UpdaterController::make(services.updates)) {}
 
     /// A closure that runs `action` while this lives.
     [[nodiscard]] std::function<void()> weakly(Action action);
@@ -90,12 +96,14 @@ private:
     void openSettings();
     void openOnboarding();
     void completeOnboarding();
+    void cleanUpInstallerImage();
     void quit();
 
     AppServices services_;
     std::unique_ptr<StatusItem> statusItem_;
     std::unique_ptr<Popover> popover_;
     std::unique_ptr<Window> settingsWindow_;
+    std::shared_ptr<UpdaterController> updaterController_;
     std::shared_ptr<StatusItemDropHandler> statusItemDropHandler_;
     std::unique_ptr<Window> onboardingWindow_;
     std::shared_ptr<ShelfViewModel> shelfViewModel_;
@@ -104,6 +112,7 @@ private:
     std::unique_ptr<EventMonitorToken> globalClickMonitor_;
     std::unique_ptr<ScheduledWork> pendingCloseWork_;
     std::unique_ptr<ScheduledWork> missingItemsTimer_;
+    std::optional<InstallerImageCleanup> installerImageCleanup_;
     std::vector<Subscription> observers_;
 };
 

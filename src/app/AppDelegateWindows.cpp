@@ -14,7 +14,7 @@ void AppDelegate::openSettings() {
         services_.application.activate();
         return;
     }
-    settingsWindow_ = services_.views.makeSettingsWindow(shelfViewModel_);
+    settingsWindow_ = services_.views.makeSettingsWindow(shelfViewModel_, updaterController_);
     settingsWindow_->center();
     settingsWindow_->makeKeyAndOrderFront();
     services_.application.activate();

@@ -10,6 +10,7 @@
 namespace stowpocket {
 
 class ShelfViewModel;
+class UpdaterController;
 
 /// Makes the windows of the program with their views inside. Nothing heavy is built before its window is first
 /// shown. Main thread.
@@ -20,7 +21,9 @@ public:
                                                                     std::function<void()> onOpenSettings,
                                                                     std::function<void()> onQuit) = 0;
     /// Titled "stowpocket Settings", closable, of a fixed content size of 450 by 520 points.
-    [[nodiscard]] virtual std::unique_ptr<Window> makeSettingsWindow(std::shared_ptr<ShelfViewModel> viewModel) = 0;
+    [[nodiscard]] virtual std::unique_ptr<Window>
+    makeSettingsWindow(std::shared_ptr<ShelfViewModel> viewModel,
+                       std::shared_ptr<UpdaterController> updaterController) = 0;
     /// Without a visible title bar but closable, movable by its background, floating above other windows, of a fixed
     /// content size of 520 by 420 points.
     [[nodiscard]] virtual std::unique_ptr<Window> makeOnboardingWindow(std::function<void()> onComplete) = 0;

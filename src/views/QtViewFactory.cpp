@@ -40,7 +40,8 @@ std::unique_ptr<Popover> QtViewFactory::makeShelfPopover(std::shared_ptr<ShelfVi
         [dependencies = std::move(dependencies)] { return std::make_unique<ShelfView>(dependencies); });
 }
 
-std::unique_ptr<Window> QtViewFactory::makeSettingsWindow(std::shared_ptr<ShelfViewModel> /*viewModel*/) {
+std::unique_ptr<Window> QtViewFactory::makeSettingsWindow(std::shared_ptr<ShelfViewModel> /*viewModel*/,
+                                                          std::shared_ptr<UpdaterController> /*updaterController*/) {
     return std::make_unique<QtWindow>(QStringLiteral("stowpocket Settings"), settingsSize, QtWindow::Level::normal,
                                       std::make_unique<QWidget>());
 }

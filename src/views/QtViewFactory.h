@@ -25,7 +25,9 @@ public:
                                                             std::function<void()> onOpenSettings,
                                                             std::function<void()> onQuit) override;
 
-    [[nodiscard]] std::unique_ptr<Window> makeSettingsWindow(std::shared_ptr<ShelfViewModel> viewModel) override;
+    [[nodiscard]] std::unique_ptr<Window>
+    makeSettingsWindow(std::shared_ptr<ShelfViewModel> viewModel,
+                       std::shared_ptr<UpdaterController> updaterController) override;
     [[nodiscard]] std::unique_ptr<Window> makeOnboardingWindow(std::function<void()> onComplete) override;
 
 private:

@@ -3,6 +3,7 @@
 
 #include "app/AppDelegate.h"
 #include "fakes/FakeInput.h"
+#include "fakes/FakeUpdates.h"
 #include "fakes/ShelfFixture.h"
 
 namespace stowpocket {
@@ -19,14 +20,29 @@ struct AppFixture : ShelfFixture {
     FakeLoginItem loginItem{log};
     FakeVolumes volumes;
     std::optional<HotkeyManager> hotkeys;
+    FakeFeedSession feed;
+    FakeAlerts alerts;
+    FakeImageTool imageTool{log};
+    MainBundle bundle{*FileURL::fromPath("/usr/bin/stowpocket"), {}};
     std::shared_ptr<AppDelegate> app =
-        AppDelegate::make({services, statusBar, views, application, monitors, selection, loginItem, volumes,
-                           [this]() -> HotkeyManager& {
-                               if (!hotkeys)
-                                   hotkeys.emplace(hotkeyService, preferences, notifications);
-                               return *hotkeys;
-                           }});
+        AppDelegate::make({.shelf = services,
+                           .statusBar = statusBar,
+                           .views = views,
+                           .application = application,
+                           .eventMonitors = monitors,
+                           .fileManagerSelection = selection,
+                           .loginItem = loginItem,
+                           .volumes = volumes,
+                           .sharedHotkeyManager = [this]() -> HotkeyManager& { return sharedHotkeys(); },
+                           .updates = {preferences, feed, alerts, dispatch, bundle,
+                                       [this] { return std::make_unique<FakeUpdateFramework>(log); }},
+                           .installerImage = {dispatch, imageTool, imageTool, files, imageTool}});
 
+    [[nodiscard]] HotkeyManager& sharedHotkeys() {
+        if (!hotkeys)
+            hotkeys.emplace(hotkeyService, preferences, notifications);
+        return *hotkeys;
+    }
     /// Launches as on every day but the first, and forgets how.
     void launch() {
         preferences.setValue(preferenceKey::onboardingShown, true);

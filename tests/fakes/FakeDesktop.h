@@ -121,7 +121,8 @@ public:
         log_.push_back("popover");
         return std::make_unique<FakePopover>(log_);
     }
-    [[nodiscard]] std::unique_ptr<Window> makeSettingsWindow(std::shared_ptr<ShelfViewModel>) override {
+    [[nodiscard]] std::unique_ptr<Window> makeSettingsWindow(std::shared_ptr<ShelfViewModel>,
+                                                             std::shared_ptr<UpdaterController>) override {
         auto window = std::make_unique<FakeWindow>(log_, "settings");
         settingsWindow = window.get();
         return window;

@@ -17,11 +17,19 @@ TEST_F(AppDelegateTest, launchesInOrderAndOpensTheFirstRunWindow) {
     thumbnails.asked.clear();
     files.existsCalls = 0;
     app->applicationDidFinishLaunching();
-    EXPECT_EQ(log, (CallLog{"popover", "login item on", "onboarding center", "onboarding front", "activate",
+    EXPECT_EQ(log, (CallLog{"downloads by itself", "popover", "login item on", "onboarding center", "onboarding front", "activate",
                             "hotkey 1", "hotkey 2"}));
     EXPECT_EQ(statusBar.button->title.text, " 2");
     EXPECT_EQ(thumbnails.asked.size(), 2u);
     EXPECT_EQ(dispatch.backgroundCount(), 1u) << "the first look for missing files";
+}
+
+TEST_F(AppDelegateTest, aCopyInTheApplicationsFolderPutsItsInstallerImageAway) {
+    bundle.bundleURL = *FileURL::fromPath("/Applications/stowpocket.app");
+    launch();
+    dispatch.advance(8s);
+    dispatch.runAll();
+    EXPECT_EQ(log, CallLog{"/usr/bin/hdiutil info -plist"});
 }
 
 TEST_F(AppDelegateTest, theFirstRunWindowComesBackUntilItWasCompleted) {

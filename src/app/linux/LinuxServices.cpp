@@ -5,6 +5,7 @@
 #include "platform/linux/storage/BaseDirectories.h"
 #include "platform/qt/QtDropData.h"
 #include "platform/qt/QtPopover.h"
+#include "platform/UpdateFramework.h"
 #include "views/Symbol.h"
 
 #include <cstdio>
@@ -20,6 +21,20 @@ QImage paintSymbol(const StatusItemImage& image, const QColor& color, int pixelS
     const double pointSize = image.pointSize * pixelSize / Symbol::side(image.pointSize);
     return Symbol::image(image.symbolName, pointSize, image.weight, {color}, 1);
 }
+
+/// For a program that was built without a feed: there is nothing to check, fetch or install.
+class NoUpdates : public UpdateFramework, public FeedSession {
+public:
+    [[nodiscard]] bool canCheckForUpdates() const override { return false; }
+    [[nodiscard]] Signal<bool>& canCheckForUpdatesChanged() override { return changed_; }
+    void setAutomaticallyDownloadsUpdates(bool /*automatically*/) override {}
+    void checkForUpdates() override {}
+    [[nodiscard]] bool isValid(const std::string& /*url*/) const override { return false; }
+    void dataTask(const std::string& /*url*/, Completion completion) override { completion(std::nullopt); }
+
+private:
+    Signal<bool> changed_;
+};
 
 }  // namespace
 
@@ -57,7 +72,9 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
       eventMonitors_(connection_->raw()),
       fileManagerSelection_(dispatch_),
       loginItem_(configHome(), ownExecutable()),
-      hotkeyService_(connection_->raw(), dispatch_) {}
+      hotkeyService_(connection_->raw(), dispatch_),
+      mainBundle_{FileURL::fromPath(ownExecutable()).value_or(*FileURL::fromPath("/")), {}},
+      feedSession_(std::make_unique<NoUpdates>()) {}
 
 HotkeyManager& LinuxServices::sharedHotkeyManager() {
     if (!hotkeyManager_)
@@ -84,6 +101,17 @@ AppServices LinuxServices::forApp() {
         .loginItem = loginItem_,
         .volumes = volumes_,
         .sharedHotkeyManager = [this]() -> HotkeyManager& { return sharedHotkeyManager(); },
+        .updates = {.preferences = preferences_,
+                    .feedSession = *feedSession_,
+                    .alerts = alerts_,
+                    .dispatch = dispatch_,
+                    .mainBundle = mainBundle_,
+                    .startUpdateFramework = [] { return std::make_unique<NoUpdates>(); }},
+        .installerImage = {.dispatch = dispatch_,
+                           .childProcess = childProcess_,
+                           .propertyLists = propertyLists_,
+                           .fileManager = files_,
+                           .trash = trash_},
     };
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "platform/FeedSession.h"
 #include "platform/linux/input/X11EventMonitors.h"
 #include "platform/linux/input/X11FileManagerSelection.h"
 #include "platform/linux/input/X11HotkeyService.h"
@@ -13,15 +14,20 @@
 #include "platform/linux/storage/LinuxPreferenceStore.h"
 #include "platform/linux/storage/MountTable.h"
 #include "platform/linux/storage/PatientProbe.h"
+#include "platform/linux/storage/PlistParser.h"
 #include "platform/linux/storage/PosixFileManager.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11DirectSaves.h"
 #include "platform/linux/x11/X11FileDrag.h"
 #include "platform/linux/x11/X11PopoverHost.h"
 #include "platform/linux/x11/X11StatusItem.h"
+#include "platform/MainBundle.h"
+#include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtApplication.h"
+#include "platform/qt/QtChildProcess.h"
 #include "platform/qt/QtDispatch.h"
 #include "platform/qt/QtMainScreen.h"
+#include "platform/qt/QtTrash.h"
 #include "platform/qt/SystemClock.h"
 #include "views/QtViewFactory.h"
 
@@ -71,6 +77,12 @@ private:
     MountInfoVolumes volumes_;
     X11HotkeyService hotkeyService_;
     std::optional<HotkeyManager> hotkeyManager_;
+    const MainBundle mainBundle_;
+    std::unique_ptr<FeedSession> feedSession_;
+    QtAlerts alerts_;
+    QtChildProcess childProcess_;
+    PlistParser propertyLists_;
+    QtTrash trash_;
 };
 
 }  // namespace stowpocket
