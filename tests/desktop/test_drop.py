@@ -3,6 +3,7 @@
 import unittest
 
 from case import DesktopTest
+from drag import Drag
 from peers import LEFT, PcmanfmQt, Thunar
 from x_display import wait_for
 
@@ -37,9 +38,9 @@ class Drop(DesktopTest):
 
     def test_open_popover_takes_files(self):
         stowpocket, window = self.offer("trayer", Thunar, 3)
+        start = window.select_all()  # before, as a click elsewhere closes the popover
         place = self.desktop.x.rect(stowpocket.open_popover())
-        drag = window.drag_all()
-        drag.drop((place.x + place.width // 2, place.y + place.height // 2))
+        Drag(self.desktop.x, start).drop((place.x + place.width // 2, place.y + place.height // 2))
         stowpocket.wait_for_files(self.names)
 
     def test_drag_that_only_passes_over_the_icon_adds_nothing(self):
