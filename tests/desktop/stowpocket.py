@@ -28,6 +28,12 @@ class Stowpocket:
     def end(self, how=signal.SIGTERM):
         return self.desktop.end(self.process, how)
 
+    def restart(self, **preferences):
+        """Starts it again, with these preferences stored in between."""
+        self.end()
+        self.settings.write_bytes(plistlib.dumps(self.preferences() | preferences))
+        self.start()
+
     def icon(self):
         """The middle of the icon, once the panel has given it its place; before that it lies beyond the edge of the screen."""
         screen = self.x.rect(self.x.root.value)
@@ -39,12 +45,16 @@ class Stowpocket:
         icon = wait_for(place, "the icon in the panel")
         return icon.x + icon.width // 2, icon.y + icon.height // 2
 
+    def preferences(self):
+        """What the preference file says, of which the defaults are no part."""
+        try:
+            return plistlib.loads(self.settings.read_bytes())
+        except FileNotFoundError:
+            return {}
+
     def shelf(self):
         """The saved shelf, oldest item first."""
-        try:
-            return plistlib.loads(self.settings.read_bytes()).get("shelfBookmarks", [])
-        except FileNotFoundError:
-            return []
+        return self.preferences().get("shelfBookmarks", [])
 
     def filenames(self):
         return [item["filename"] for item in self.shelf()]

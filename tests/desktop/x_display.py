@@ -126,10 +126,10 @@ class XDisplay:
         xtst.XTestFakeButtonEvent(self.handle, number, int(press), 0)
         x11.XSync(self.handle, 0)
 
-    def click(self, x, y):
+    def click(self, x, y, number=1):
         self.point(x, y)
-        self.button(True)
-        self.button(False)
+        self.button(True, number)
+        self.button(False, number)
 
     def keys(self, *names):
         """Presses the keys together, as in keys("Control_L", "a")."""
@@ -137,6 +137,12 @@ class XDisplay:
         for code, press in [(code, 1) for code in codes] + [(code, 0) for code in reversed(codes)]:
             xtst.XTestFakeKeyEvent(self.handle, code & 0xff, press, 0)
         x11.XSync(self.handle, 0)
+
+    def modifiers(self):
+        """The modifiers and locks that are on, as bits."""
+        windows, places, state = [XID(), XID()], [Int() for _ in range(4)], ctypes.c_uint()
+        x11.XQueryPointer(self.handle, self.root, *map(ctypes.byref, (*windows, *places, state)))
+        return state.value & 0xff
 
     def pointer_look(self):
         """The name of the pointer's picture: a program that drags shows in it whether the place underneath takes the drop."""

@@ -1,0 +1,70 @@
+# SPDX-License-Identifier: MIT
+"""The shortcuts that work in every application, pressed in a terminal that writes down what it gets."""
+import unittest
+
+from case import DesktopTest
+from terminal import Terminal
+from x_display import wait_for
+
+SHELF, QUICK_DROP = ("Alt_L", "Shift_L", "s"), ("Alt_L", "Shift_L", "d")
+LOCKS = {"Caps_Lock": 0x02, "Num_Lock": 0x10}  # the bits of the state that the X server keeps
+
+
+class Hotkeys(DesktopTest):
+    def setUp(self):
+        super().setUp()
+        self.x, self.terminal = self.desktop.x, Terminal(self.desktop)
+
+    def assert_toggles(self, shelf, keys=SHELF):
+        self.terminal.activate()
+        self.x.keys(*keys)
+        wait_for(shelf.popover, "the popover")
+        self.x.keys(*keys)
+        wait_for(lambda: not shelf.popover(), "the popover to close")
+
+    def assert_typed(self, keys):
+        """The keys reach the terminal, so nobody has taken them away."""
+        self.terminal.activate()
+        before = self.terminal.typed()
+        self.x.keys(*keys)
+        wait_for(lambda: self.terminal.typed() != before, f"{keys} in the terminal")
+
+    def test_in_every_lock_state(self):
+        shelf = self.start("trayer")
+        self.assert_toggles(shelf)
+        for lock, bit in LOCKS.items():
+            with self.subTest(lock):
+                self.x.keys(lock)
+                wait_for(lambda: self.x.modifiers() == bit, f"{lock} to be on")
+                self.assert_toggles(shelf)
+                self.x.keys(lock)
+                wait_for(lambda: self.x.modifiers() == 0, f"{lock} to be off")
+        self.assertEqual(self.terminal.typed(), b"")
+
+    def test_quick_drop_leaves_a_terminal_alone(self):
+        shelf = self.start("xfce4-panel")
+        self.terminal.activate()
+        self.x.keys(*QUICK_DROP)
+        self.x.keys("x")
+        wait_for(lambda: self.terminal.typed() == b"x", "nothing but the letter in the terminal")
+        self.assertIsNone(shelf.popover())
+        self.assert_toggles(shelf)
+        self.assertEqual((self.terminal.typed(), shelf.filenames()), (b"x", []))
+
+    def test_stored_shortcuts(self):
+        shelf = self.start("trayer")
+        shelf.restart(shelfHotkeyKeyCode=11, shelfHotkeyModifiers=0x140000)  # control-command-B
+        self.assert_toggles(shelf, ("Control_L", "Super_L", "b"))
+        self.assert_typed(SHELF)
+        shelf.restart(shelfHotkeyKeyCode=-1, quickDropKeyCode=1)  # quick drop takes the keys over
+        self.assert_typed(("Control_L", "Super_L", "b"))
+        self.assert_typed(QUICK_DROP)
+        before = self.terminal.typed()
+        self.x.keys(*SHELF)
+        self.x.keys("x")
+        wait_for(lambda: self.terminal.typed() == before + b"x", "nothing but the letter in the terminal")
+        self.assertIsNone(shelf.popover())
+
+
+if __name__ == "__main__":
+    unittest.main()
