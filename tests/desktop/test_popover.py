@@ -1,8 +1,10 @@
 # SPDX-License-Identifier: MIT
 """The popover and what can be done in it."""
+import time
 import unittest
 
 from case import DesktopTest
+from terminal import Terminal
 from x_display import wait_for
 
 
@@ -13,13 +15,43 @@ class Popover(DesktopTest):
         stowpocket.wait_for_files([file.name for file in self.files])
         return stowpocket
 
-    def test_click_on_the_icon_opens_and_closes(self):
-        stowpocket = self.start_with_files("trayer", 1)
+    def click_opens_and_closes(self, panel):
+        stowpocket = self.start_with_files(panel, 1)
         for _ in range(2):
             stowpocket.open_popover()
             stowpocket.tile("file 01.txt")
             self.desktop.x.click(*stowpocket.icon())
             wait_for(lambda: not stowpocket.popover(), "the popover to close")
+
+    def test_click_on_the_icon_in_trayer_opens_and_closes(self):
+        self.click_opens_and_closes("trayer")
+
+    def test_click_on_the_icon_in_xfce4_panel_opens_and_closes(self):
+        self.click_opens_and_closes("xfce4-panel")
+
+    def test_click_elsewhere_closes_after_a_moment(self):
+        stowpocket = self.start_with_files("trayer", 1)
+        terminal = Terminal(self.desktop)
+        for number in (1, 3):
+            stowpocket.open_popover()
+            clicked = time.monotonic()
+            self.desktop.x.click(*terminal.centre(), number)
+            wait_for(lambda: not stowpocket.popover(), "the popover to close")
+            self.assertGreater(time.monotonic() - clicked, 0.28)
+
+    def test_button_held_elsewhere_keeps_it_open(self):
+        stowpocket = self.start_with_files("xfce4-panel", 1)
+        terminal = Terminal(self.desktop)
+        stowpocket.open_popover()
+        self.desktop.x.point(*terminal.centre())
+        self.desktop.x.button(True)
+        # A file leaves five seconds or more after it vanished; the delayed close, due long before, has run by then.
+        self.files[0].unlink()
+        stowpocket.wait_for_files([])
+        self.assertTrue(stowpocket.popover())
+        self.desktop.x.button(False)
+        self.desktop.x.click(*terminal.centre())
+        wait_for(lambda: not stowpocket.popover(), "the popover to close")
 
     def test_file_deleted_on_disk_is_shown_missing_and_leaves(self):
         stowpocket = self.start_with_files("xfce4-panel", 3)
