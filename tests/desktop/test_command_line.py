@@ -1,0 +1,89 @@
+# SPDX-License-Identifier: MIT
+"""The command verbs, and a second start, through the session bus."""
+import json
+import os
+import unittest
+
+from case import DesktopTest
+from terminal import run
+from x_display import wait_for
+
+NOT_RUNNING = "stowpocket: stowpocket is not running\n"
+
+
+class CommandLine(DesktopTest):
+    def setUp(self):
+        super().setUp()
+        self.first, self.second = sorted(self.desktop.folder("my papers", 2).iterdir())
+        self.broken = self.desktop.home / os.fsdecode(b"caf\xe9")
+        self.broken.mkdir()
+
+    def command(self, *arguments):
+        return run(self.desktop, self.stowpocket.program, *arguments)
+
+    def check(self, *rows):
+        for arguments, expected in rows:
+            with self.subTest(arguments):
+                self.assertEqual(self.command(*arguments), expected)
+
+    def listed(self):
+        return json.loads(self.command("list", "--json").out)
+
+    def test_files_come_and_go(self):
+        self.start("trayer")
+        printed = f"$'{self.desktop.home}/caf\\xe9'"
+        paths = f"{self.second}\n{self.first}\n{self.first.parent}\n{printed}\n"
+        self.check(
+            (["add", self.second, "my papers/../my papers/./file 01.txt"], (0, f"added: {self.second}\nadded: {self.first}\n", "")),
+            (["add", self.first.as_uri(), "gone", "my papers"],
+             (1, f"already on the shelf: {self.first}\nadded: {self.first.parent}\n", "stowpocket: gone: no such file, or it may not be looked at\n")),
+            (["add", "--", self.broken, "file://elsewhere/file"], (1, f"added: {printed}\n", "stowpocket: file://elsewhere/file: not a file of this machine\n")),
+            (["list"], (0, paths, "")))
+        listed = self.listed()
+        self.assertEqual([item["path"] for item in listed], [str(self.second), str(self.first), str(self.first.parent), None])
+        self.assertEqual((listed[1]["url"], listed[1]["available"], listed[1]["size"]), (self.first.as_uri(), True, self.first.stat().st_size))
+        self.stowpocket.wait_for_files(["file 02.txt", "file 01.txt", "my papers", "caf\ufffd"])
+        self.check(
+            (["remove", listed[0]["id"], "my papers/file 01.txt", "gone"],
+             (1, f"removed: {listed[0]['id']}\nremoved: my papers/file 01.txt\n", "stowpocket: gone: not on the shelf\n")),
+            (["clear"], (0, "", "")), (["list"], (0, "", "")), (["list", "--json"], (0, "[]\n", "")))
+        self.assertTrue(self.first.exists() and self.broken.exists())
+
+    def test_verbs_open_and_close_the_shelf(self):
+        shelf = self.start("xfce4-panel")
+        for verb, opens in (("show", True), ("show", True), ("toggle", False), ("quick-drop", False), ("toggle", True), ("toggle", False)):
+            with self.subTest(verb):
+                self.assertEqual(self.command(verb), (0, "", ""))
+                wait_for(lambda: bool(shelf.popover()) == opens, f"{verb} to be obeyed")
+        many = sorted(self.desktop.folder("many", 21).iterdir())
+        answer = self.command("add", *many)
+        self.assertEqual((answer.code, answer.err), (1, f"stowpocket: {many[20]}: not added, the shelf is full\n"))
+        self.assertTrue(shelf.popover())
+
+    def test_second_start_hands_its_files_over(self):
+        shelf = self.start("trayer")
+        self.check(([self.second, "my papers/file 01.txt"], (0, f"added: {self.second}\nadded: {self.first}\n", "")))
+        shelf.tile("file 01.txt")
+        self.desktop.x.click(*shelf.icon())
+        wait_for(lambda: not shelf.popover(), "the popover to close")
+        self.check(([], (0, "", "")))
+        wait_for(shelf.popover, "the popover")
+        self.assertEqual([program.name for program in self.desktop.tree.programs()].count("stowpocket"), 1)
+        self.assertIsNone(shelf.process.poll())
+
+    def test_without_a_running_program(self):
+        shelf = self.start("trayer")
+        shelf.end()
+        self.assertRegex(self.command("--version").out, r"^stowpocket \d+\.\d+\.\d+\n$")
+        self.assertIn("Usage: stowpocket [FILES...]", self.command("list", "--help").out)
+        hint = "Try 'stowpocket --help' for more information.\n"
+        self.check(
+            *[(verb, (3, "", NOT_RUNNING)) for verb in (["list"], ["list", "--json"], ["remove", "file"], ["clear"])],
+            (["add"], (2, "", f"stowpocket: add: which files?\n{hint}")), (["show", "file"], (2, "", f"stowpocket: show: takes no files\n{hint}")),
+            (["add", "gone"], (1, "", "stowpocket: gone: no such file, or it may not be looked at\n")), (["list"], (3, "", NOT_RUNNING)),
+            (["add", self.first], (0, f"added: {self.first}\n", "")), (["list"], (0, f"{self.first}\n", "")))
+        shelf.icon()
+
+
+if __name__ == "__main__":
+    unittest.main()
