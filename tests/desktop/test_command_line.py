@@ -58,7 +58,7 @@ class CommandLine(DesktopTest):
         many = sorted(self.desktop.folder("many", 21).iterdir())
         answer = self.command("add", *many)
         self.assertEqual((answer.code, answer.err), (1, f"stowpocket: {many[20]}: not added, the shelf is full\n"))
-        self.assertTrue(shelf.popover())
+        wait_for(shelf.popover, "the popover to say so")
 
     def test_second_start_hands_its_files_over(self):
         shelf = self.start("trayer")
