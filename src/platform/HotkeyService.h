@@ -28,6 +28,13 @@ inline constexpr std::uint32_t optionKey = 0x800;
 inline constexpr std::uint32_t controlKey = 0x1000;
 }  // namespace carbonModifier
 
+/// What makes hotkeys work on this desktop now.
+enum class HotkeySource {
+    windowSystem,  ///< keys are taken from the window system itself
+    portal,        ///< the desktop gives them, and its settings say which keys they are
+    none,  ///< nothing does; a command bound in the desktop's settings, `stowpocket toggle`, takes their place
+};
+
 /// System-wide hotkeys: they work whatever application is active. Main thread only.
 class HotkeyService {
 public:
@@ -41,6 +48,8 @@ public:
     /// instance because another program holds the combination; an adapter says so in the log.
     [[nodiscard]] virtual std::unique_ptr<HotkeyRegistration>
     registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers, HotkeyIdentifier identifier) = 0;
+    /// For the settings window, to tell the user. May change at any time: the user is asked, desktops restart.
+    [[nodiscard]] virtual HotkeySource source() const { return HotkeySource::windowSystem; }
 };
 
 }  // namespace stowpocket

@@ -72,10 +72,12 @@ public:
         registered.push_back({keyCode, modifiers, identifier});
         return std::make_unique<Registration>(registered);
     }
+    [[nodiscard]] HotkeySource source() const override { return currentSource; }
 
     Handler handler;
     std::list<Registered> registered;
     bool refuses = false;
+    HotkeySource currentSource = HotkeySource::windowSystem;
 
 private:
     class Registration : public HotkeyRegistration {
