@@ -13,9 +13,6 @@
 namespace stowpocket {
 namespace {
 
-constexpr HotkeyIdentifier shelfHotkey{0x53504B31, 1};      // "SPK1"
-constexpr HotkeyIdentifier quickDropHotkey{0x53504B32, 2};  // "SPK2"
-
 /// Statuses of the Carbon event manager.
 constexpr std::int32_t noErr = 0;
 constexpr std::int32_t eventNotHandledErr = -9874;

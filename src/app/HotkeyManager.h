@@ -17,6 +17,9 @@ inline constexpr std::string_view togglePopoverNotification = "StowpocketToggleP
 /// Posted when the hotkey that adds the file manager's selection is pressed.
 inline constexpr std::string_view quickDropNotification = "StowpocketQuickDrop";
 
+inline constexpr HotkeyIdentifier shelfHotkey{0x53504B31, 1};      // "SPK1"
+inline constexpr HotkeyIdentifier quickDropHotkey{0x53504B32, 2};  // "SPK2"
+
 /// The two system-wide hotkeys: each press becomes a notification. At most one registration per hotkey exists, for
 /// the shortcut that is stored when it is made. Lives until the process ends; main thread only.
 class HotkeyManager {

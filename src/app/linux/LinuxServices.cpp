@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/linux/LinuxServices.h"
 
+#include "platform/linux/input/X11HotkeyService.h"
+#include "platform/linux/portal/PortalHotkeyService.h"
 #include "platform/linux/session/OwnExecutable.h"
 #include "platform/linux/storage/BaseDirectories.h"
 #include "platform/qt/QtDropData.h"
@@ -35,6 +37,18 @@ public:
 private:
     Signal<bool> changed_;
 };
+
+/// Whether the X server, if there is one, only stands in for a Wayland compositor, which keeps keys to itself.
+bool isWaylandSession() {
+    return qEnvironmentVariable("XDG_SESSION_TYPE") == QStringLiteral("wayland") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
+PortalHotkeyService::Name portalName(const HotkeyIdentifier& hotkey) {
+    if (hotkey == quickDropHotkey)
+        return {QStringLiteral("quick-drop"), QStringLiteral("Quick Drop")};
+    return {QStringLiteral("open-close-shelf"), QStringLiteral("Open/Close Shelf")};
+}
 
 }  // namespace
 
@@ -72,14 +86,25 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
       eventMonitors_(connection_->raw()),
       fileManagerSelection_(dispatch_),
       loginItem_(configHome(), ownExecutable()),
-      hotkeyService_(connection_->raw(), dispatch_),
       mainBundle_{FileURL::fromPath(ownExecutable()).value_or(*FileURL::fromPath("/")), {}},
       feedSession_(std::make_unique<NoUpdates>()) {}
 
 HotkeyManager& LinuxServices::sharedHotkeyManager() {
-    if (!hotkeyManager_)
-        hotkeyManager_.emplace(hotkeyService_, preferences_, notificationCenter_);
+    if (!hotkeyManager_) {
+        hotkeyService_ = makeHotkeyService();
+        hotkeyManager_.emplace(*hotkeyService_, preferences_, notificationCenter_);
+    }
     return *hotkeyManager_;
+}
+
+std::unique_ptr<HotkeyService> LinuxServices::makeHotkeyService() {
+    auto makeKeyGrabs = [this]() -> std::unique_ptr<HotkeyService> {
+        return std::make_unique<X11HotkeyService>(connection_->raw(), dispatch_);
+    };
+    if (!isWaylandSession())
+        return makeKeyGrabs();
+    return std::make_unique<PortalHotkeyService>(QDBusConnection::sessionBus(), portalName, std::move(makeKeyGrabs),
+                                                 [](const std::string&) {});
 }
 
 AppServices LinuxServices::forApp() {

@@ -3,9 +3,9 @@
 
 #include "app/AppDelegate.h"
 #include "platform/FeedSession.h"
+#include "platform/HotkeyService.h"
 #include "platform/linux/input/X11EventMonitors.h"
 #include "platform/linux/input/X11FileManagerSelection.h"
-#include "platform/linux/input/X11HotkeyService.h"
 #include "platform/linux/pictures/LinuxThumbnails.h"
 #include "platform/linux/pictures/LinuxWorkspaceIcons.h"
 #include "platform/linux/session/MountInfoVolumes.h"
@@ -50,6 +50,7 @@ public:
 
 private:
     [[nodiscard]] HotkeyManager& sharedHotkeyManager();
+    [[nodiscard]] std::unique_ptr<HotkeyService> makeHotkeyService();
 
     LinuxServices(std::unique_ptr<X11Connection> connection, std::string preferencesPath);
 
@@ -75,7 +76,8 @@ private:
     X11FileManagerSelection fileManagerSelection_;
     XdgLoginItem loginItem_;
     MountInfoVolumes volumes_;
-    X11HotkeyService hotkeyService_;
+    /// Made with the manager.
+    std::unique_ptr<HotkeyService> hotkeyService_;
     std::optional<HotkeyManager> hotkeyManager_;
     const MainBundle mainBundle_;
     std::unique_ptr<FeedSession> feedSession_;
