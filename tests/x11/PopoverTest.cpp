@@ -13,11 +13,13 @@ class FakeHost : public PopoverHost {
 public:
     [[nodiscard]] bool blendsWindows() const override { return blends; }
     void prepare(QWidget& window) override { prepared.push_back(&window); }
+    void willShow(QWidget& window) override { wasAnnounced = !window.isVisible(); }
     void focus(QWidget& window) override { focused = &window; }
 
     bool blends = false;
     std::vector<QWidget*> prepared;
     QWidget* focused = nullptr;
+    bool wasAnnounced = false;
 };
 
 class FakeButton : public QtStatusItemButton {
@@ -63,6 +65,7 @@ TEST_F(PopoverTest, buildsItsContentOnceAndOnlyWhenShown) {
     EXPECT_EQ(made, 0);
     popover.show(button);
     EXPECT_TRUE(popover.isShown());
+    EXPECT_TRUE(host.wasAnnounced);
     EXPECT_TRUE(content->isVisible());
     popover.makeKey();
     EXPECT_EQ(host.focused, window());

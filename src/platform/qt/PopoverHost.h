@@ -13,6 +13,8 @@ public:
     [[nodiscard]] virtual bool blendsWindows() const = 0;
     /// Keeps a window that is not shown yet above the others and out of the lists of windows.
     virtual void prepare(QWidget& window) = 0;
+    /// Just before a window is shown, every time.
+    virtual void willShow(QWidget& window) = 0;
     /// Gives a shown window the keyboard, though the user may have worked elsewhere last.
     virtual void focus(QWidget& window) = 0;
 };

@@ -39,6 +39,7 @@ void QtPopover::show(StatusItemButton& anchor) {
     } else {
         window_->setWindowOpacity(1);
     }
+    host_.willShow(*window_);
     window_->show();
     window_->raise();
 }

@@ -30,6 +30,12 @@ constexpr std::array<std::string_view, atomCount> x11AtomNames{
     "TARGETS",
     "text/uri-list",
     "text/plain",
+    "UTF8_STRING",
+    "_NET_STARTUP_ID",
+    "_NET_STARTUP_INFO",
+    "_NET_STARTUP_INFO_BEGIN",
+    "_NET_WM_USER_TIME",
+    "_NET_WM_USER_TIME_WINDOW",
 };
 
 /// More than any property read here holds.

@@ -48,6 +48,12 @@ enum class X11Atom : std::size_t {
     targets,
     uriList,
     plainText,
+    utf8,
+    startupId,
+    startupInfo,
+    startupInfoBegin,
+    userTime,
+    userTimeWindow,
     count
 };
 

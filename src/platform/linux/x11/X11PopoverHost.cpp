@@ -14,14 +14,19 @@ void X11PopoverHost::prepare(QWidget& window) {
          connection_.atom(X11Atom::windowStateSkipPager)});
 }
 
+void X11PopoverHost::willShow(QWidget& window) {
+    startup_.mark(static_cast<xcb_window_t>(window.winId()));
+}
+
 /// As a pager would: a window manager may refuse a program's own wish when the user has typed elsewhere since, and
 /// here the user has just clicked the icon, dragged onto it or pressed the shortcut.
 void X11PopoverHost::focus(QWidget& window) {
     constexpr std::uint32_t fromPager = 2;
     constexpr std::uint32_t managers = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
+    const auto shown = static_cast<xcb_window_t>(window.winId());
     window.activateWindow();
-    connection_.sendMessage(connection_.root(), managers, static_cast<xcb_window_t>(window.winId()),
-                            X11Atom::activeWindow, {fromPager, XCB_CURRENT_TIME, 0, 0, 0});
+    const xcb_timestamp_t time = startup_.takeTime(shown);
+    connection_.sendMessage(connection_.root(), managers, shown, X11Atom::activeWindow, {fromPager, time, 0, 0, 0});
 }
 
 }  // namespace stowpocket

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/x11/X11Connection.h"
+
+#include <QDeadlineTimer>
+#include <QObject>
+
+#include <string>
+
+namespace stowpocket {
+
+/// What the user last started to get a window of this program, as its launcher named it: the window is shown under
+/// that name, so that it may take the focus, and the launcher is told, so that it stops showing a busy pointer.
+class X11Startup {
+public:
+    /// `connection` outlives it.
+    explicit X11Startup(const X11Connection& connection) : connection_(connection) {}
+
+    /// `id` as in DESKTOP_STARTUP_ID. The launcher is told once this turn of the main loop is over.
+    void begin(std::string id);
+    /// For a window that is about to be shown: whose wish it is.
+    void mark(xcb_window_t window) const;
+    /// For the window once it is shown: when the user wished it, which is then settled. Answers that time, or 0 when
+    /// it is not known.
+    [[nodiscard]] xcb_timestamp_t takeTime(xcb_window_t window);
+
+private:
+    [[nodiscard]] bool isUnderWay() const { return !id_.empty() && !outdated_.hasExpired(); }
+    void complete(const std::string& id) const;
+
+    const X11Connection& connection_;
+    std::string id_;
+    QDeadlineTimer outdated_;
+    QObject context_;
+};
+
+}  // namespace stowpocket

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include "ComesTrue.h"
+#include "platform/linux/x11/StartupId.h"
+#include "platform/linux/x11/X11PopoverHost.h"
+
+#include <QWidget>
+
+#include <gtest/gtest.h>
+
+namespace stowpocket {
+namespace {
+
+/// Hears what window managers and launchers do, on a connection of its own.
+class Desktop {
+public:
+    Desktop() : connection_(xcb_connect(nullptr, nullptr)) {
+        const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+        const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+        xcb_change_window_attributes(connection_, root, XCB_CW_EVENT_MASK, &mask);
+        free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+    }
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+    ~Desktop() { xcb_disconnect(connection_); }
+
+    void listen() {
+        while (const XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
+            if ((event->response_type & 0x7F) != XCB_CLIENT_MESSAGE)
+                continue;
+            const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(*event);
+            if (message.format == 32)
+                activation.assign(message.data.data32, message.data.data32 + 2);
+            else
+                text.append(reinterpret_cast<const char*>(message.data.data8), sizeof message.data.data8);
+        }
+    }
+
+    std::string text;
+    std::vector<std::uint32_t> activation;
+
+private:
+    xcb_connection_t* const connection_;
+};
+
+class StartupTest : public testing::Test {
+protected:
+    void show() {
+        host.prepare(window);
+        host.willShow(window);
+        window.show();
+        host.focus(window);
+    }
+    bool heardEnd() {
+        return comesTrue([this] { desktop.listen(); }, [this] { return desktop.text.ends_with('\0'); });
+    }
+    [[nodiscard]] xcb_window_t id() const { return static_cast<xcb_window_t>(window.winId()); }
+
+    const std::unique_ptr<X11Connection> connection = X11Connection::ofApplication();
+    X11PopoverHost host{*connection};
+    QWidget window;
+    Desktop desktop;
+};
+
+TEST_F(StartupTest, showsTheWindowAsWhatTheUserStartedAndTellsTheLauncher) {
+    show();
+    // Qt learns what time it is on the server from the events of the window.
+    std::vector<std::uint32_t> now;
+    ASSERT_TRUE(comesTrue([this] { host.focus(window); },
+                          [&] { return !(now = connection->property(id(), X11Atom::userTime)).empty(); }));
+    const std::uint32_t time = now.front() + 1'000'000;
+    const std::string name = "launcher-7-host stowpocket-0_TIME" + std::to_string(time);
+    window.hide();
+    host.startup().begin(name);
+    show();
+    EXPECT_EQ(connection->text(id(), X11Atom::startupId), name);
+    EXPECT_EQ(connection->property(id(), X11Atom::userTime), std::vector{time});
+    ASSERT_TRUE(heardEnd());
+    EXPECT_EQ(desktop.text.c_str(), "remove: ID=launcher-7-host\\ stowpocket-0_TIME" + std::to_string(time));
+    EXPECT_EQ(desktop.activation, (std::vector<std::uint32_t>{2, time}));
+
+    host.startup().begin("late_TIME1");
+    host.focus(window);
+    EXPECT_NE(connection->property(id(), X11Atom::userTime), std::vector{1U}) << "time does not go back";
+    host.focus(window);
+    ASSERT_TRUE(comesTrue([this] { desktop.listen(); }, [this] { return desktop.activation.back() == 0; }))
+        << "each start counts once";
+}
+
+TEST_F(StartupTest, tellsTheLauncherThoughNoWindowIsShown) {
+    const std::string name(20 - std::string("remove: ID=").size(), 'x');
+    host.startup().begin(std::string(2000, 'x'));
+    host.startup().begin({});
+    host.startup().begin(name);
+    ASSERT_TRUE(heardEnd());
+    EXPECT_EQ(desktop.text, "remove: ID=" + name + std::string(20, '\0')) << "a message that fills its piece";
+}
+
+TEST(StartupIdTest, readsTheTimeAtTheEnd) {
+    const std::vector<std::pair<const char*, std::optional<std::uint32_t>>> cases{
+        {"a_TIME12", 12},
+        {"_TIME4294967295", 4294967295},
+        {"a_TIME1_TIME2", 2},
+        {"a_TIME0", std::nullopt},
+        {"a_TIME", std::nullopt},
+        {"a_TIME-1", std::nullopt},
+        {"a_TIME12 ", std::nullopt},
+        {"a_TIME4294967296", std::nullopt},
+        {"TIME12", std::nullopt},
+        {"", std::nullopt},
+    };
+    for (const auto& [id, time] : cases)
+        EXPECT_EQ(startupTime(id), time) << id;
+}
+
+}  // namespace
+}  // namespace stowpocket
