@@ -44,9 +44,9 @@ int runProgram(int argc, char** argv, const Command& command, const StartupToken
 
     const std::shared_ptr<AppDelegate> delegate = AppDelegate::make(services->forApp());
     delegate->applicationDidFinishLaunching();
-    ShelfCommands commands(*delegate, {});
+    ShelfCommands commands(*delegate, [&](const StartupTokens& given) { services->useTokens(given); });
     instance->serve(commands);
-    openFilesAtStart(command, version, commands);
+    openFilesAtStart(command, version, commands, tokens);
     QObject::connect(&application, &QApplication::aboutToQuit, [&] {
         delegate->applicationWillTerminate();
         services->flush();

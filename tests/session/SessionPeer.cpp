@@ -22,7 +22,7 @@ int runProgram(const Command& command, BusInstance& instance) {
     fixture.launch();
     ShelfCommands commands(*fixture.app, {});
     instance.serve(commands);
-    openFilesAtStart(command, version, commands);
+    openFilesAtStart(command, version, commands, {});
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
                      [&fixture] { fixture.dispatch.runAll(); });
     QDBusConnection::sessionBus().connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),

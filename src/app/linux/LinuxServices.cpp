@@ -103,8 +103,14 @@ std::unique_ptr<HotkeyService> LinuxServices::makeHotkeyService() {
     };
     if (!isWaylandSession())
         return makeKeyGrabs();
-    return std::make_unique<PortalHotkeyService>(QDBusConnection::sessionBus(), portalName, std::move(makeKeyGrabs),
-                                                 [](const std::string&) {});
+    return std::make_unique<PortalHotkeyService>(
+        QDBusConnection::sessionBus(), portalName, std::move(makeKeyGrabs),
+        [this](const std::string& token) { useTokens({.activationToken = token, .startupID = {}}); });
+}
+
+/// Compositors know the windows of X11 programs by their own tokens too, in the place of the id.
+void LinuxServices::useTokens(const StartupTokens& tokens) {
+    popoverHost_.startup().begin(tokens.startupID.empty() ? tokens.activationToken : tokens.startupID);
 }
 
 AppServices LinuxServices::forApp() {

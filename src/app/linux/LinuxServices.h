@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "cli/ShelfCommands.h"
 #include "platform/FeedSession.h"
 #include "platform/HotkeyService.h"
 #include "platform/linux/input/X11EventMonitors.h"
@@ -45,6 +46,8 @@ public:
 
     [[nodiscard]] AppServices forApp();
     [[nodiscard]] Application& application() { return application_; }
+    /// For windows that are opened on behalf of another process, before they are.
+    void useTokens(const StartupTokens& tokens);
     /// Waits until the preferences are on the disk; for the end of the program.
     void flush() { preferences_.flush(); }
 

@@ -64,7 +64,8 @@ int runCommandOnBus(const Command& command, const std::string& version, const St
     return finish(runCommand(command, commandSurroundings(version), shelf));
 }
 
-void openFilesAtStart(const Command& command, const std::string& version, ShelfCommands& commands) {
+void openFilesAtStart(const Command& command, const std::string& version, ShelfCommands& commands,
+                      const StartupTokens& tokens) {
     if (command.operands.empty())
         return;
     CommandResult result;
@@ -73,7 +74,7 @@ void openFilesAtStart(const Command& command, const std::string& version, ShelfC
         urls.push_back(file.string());
     static_cast<void>(finish(result));
     commands.add(urls, [](const std::vector<AddOutcome>&) {});
-    commands.perform(ShelfAction::show, {});
+    commands.perform(ShelfAction::show, tokens);
 }
 
 }  // namespace stowpocket

@@ -26,6 +26,7 @@ namespace stowpocket {
 [[nodiscard]] int runCommandOnBus(const Command& command, const std::string& version, const StartupTokens& tokens);
 
 /// Puts the files that the program was started with on its own shelf, and opens it for them.
-void openFilesAtStart(const Command& command, const std::string& version, ShelfCommands& commands);
+void openFilesAtStart(const Command& command, const std::string& version, ShelfCommands& commands,
+                      const StartupTokens& tokens);
 
 }  // namespace stowpocket
