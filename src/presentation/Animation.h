@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+
+namespace stowpocket {
+
+/// Time within a movement.
+using Seconds = std::chrono::duration<double>;
+
+/// How a property gets from its old value to its new one.
+class Animation {
+public:
+    enum class Reversing { no, yes };
+
+    [[nodiscard]] static constexpr Animation linear(Seconds duration) { return {Curve::linear, duration}; }
+    [[nodiscard]] static constexpr Animation easeOut(Seconds duration) { return {Curve::easeOut, duration}; }
+    [[nodiscard]] static constexpr Animation easeInOut(Seconds duration) { return {Curve::easeInOut, duration}; }
+    [[nodiscard]] static constexpr Animation spring(Seconds response, double dampingFraction) {
+        return {Curve::spring, response, dampingFraction};
+    }
+    /// The same again and again, each time from the old value or, reversing, back and forth.
+    [[nodiscard]] constexpr Animation repeatedForever(Reversing reversing) const {
+        Animation repeated = *this;
+        repeated.repeats_ = reversing == Reversing::yes ? Repeats::backAndForth : Repeats::fromTheStart;
+        return repeated;
+    }
+
+    /// How far the value has come that long after the start: 0 is the old value, 1 the new one. A spring goes beyond.
+    [[nodiscard]] double progress(Seconds elapsed) const;
+    [[nodiscard]] bool isRepeated() const { return repeats_ != Repeats::never; }
+    /// Until nothing moves any more, or until the first repetition.
+    [[nodiscard]] Seconds duration() const;
+
+private:
+    enum class Curve { linear, easeOut, easeInOut, spring };
+    enum class Repeats { never, fromTheStart, backAndForth };
+
+    constexpr Animation(Curve curve, Seconds time, double dampingFraction = 0)
+        : curve_(curve), time_(time), dampingFraction_(dampingFraction) {}
+
+    [[nodiscard]] double shareOfTime(Seconds elapsed) const;
+
+    Curve curve_;
+    Seconds time_;  ///< the duration; of a spring the response
+    double dampingFraction_;
+    Repeats repeats_ = Repeats::never;
+};
+
+}  // namespace stowpocket
