@@ -1,18 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtWindow.h"
 
+#include "platform/qt/FramelessWindow.h"
+
 #include <QGuiApplication>
 #include <QScreen>
 #include <QVBoxLayout>
 
 namespace stowpocket {
 
-QtWindow::QtWindow(const QString& title, const QSize& contentSize, Level level, std::unique_ptr<QWidget> content) {
-    window_.setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
-    window_.setWindowFlag(Qt::WindowStaysOnTopHint, level == Level::floating);
-    window_.setWindowTitle(title);
-    window_.setFixedSize(contentSize);
-    auto* const layout = new QVBoxLayout(&window_);
+QtWindow::QtWindow(const QString& title, const QSize& contentSize, Level level, std::unique_ptr<QWidget> content,
+                   Frame frame)
+    : window_(frame == Frame::none ? std::make_unique<FramelessWindow>() : std::make_unique<QWidget>()) {
+    constexpr Qt::WindowFlags titled = Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
+    window_->setWindowFlags(Qt::Window | (frame == Frame::none ? Qt::FramelessWindowHint : titled));
+    window_->setWindowFlag(Qt::WindowStaysOnTopHint, level == Level::floating);
+    window_->setWindowTitle(title);
+    window_->setFixedSize(contentSize);
+    auto* const layout = new QVBoxLayout(window_.get());
     layout->setContentsMargins({});
     layout->addWidget(content.release());
 }
@@ -21,15 +26,15 @@ void QtWindow::center() {
     const QScreen* const screen = QGuiApplication::primaryScreen();
     if (screen == nullptr)
         return;
-    QRect place(QPoint(), window_.size());
+    QRect place(QPoint(), window_->size());
     place.moveCenter(screen->availableGeometry().center());
-    window_.move(place.topLeft());
+    window_->move(place.topLeft());
 }
 
 void QtWindow::makeKeyAndOrderFront() {
-    window_.show();
-    window_.raise();
-    window_.activateWindow();
+    window_->show();
+    window_->raise();
+    window_->activateWindow();
 }
 
 }  // namespace stowpocket

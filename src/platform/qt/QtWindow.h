@@ -13,17 +13,22 @@ namespace stowpocket {
 class QtWindow : public Window {
 public:
     enum class Level { normal, floating };
+    enum class Frame {
+        titled,
+        none,  ///< the content is all there is; it moves the window, and Escape closes it
+    };
 
-    QtWindow(const QString& title, const QSize& contentSize, Level level, std::unique_ptr<QWidget> content);
+    QtWindow(const QString& title, const QSize& contentSize, Level level, std::unique_ptr<QWidget> content,
+             Frame frame = Frame::titled);
 
-    [[nodiscard]] bool isVisible() const override { return window_.isVisible(); }
+    [[nodiscard]] bool isVisible() const override { return window_->isVisible(); }
     void center() override;
     void makeKeyAndOrderFront() override;
-    void orderFrontRegardless() override { window_.raise(); }
-    void close() override { window_.close(); }
+    void orderFrontRegardless() override { window_->raise(); }
+    void close() override { window_->close(); }
 
 private:
-    QWidget window_;
+    const std::unique_ptr<QWidget> window_;
 };
 
 }  // namespace stowpocket
