@@ -5,10 +5,14 @@
 #include "platform/linux/portal/PortalHotkeyService.h"
 #include "platform/linux/session/OwnExecutable.h"
 #include "platform/linux/storage/BaseDirectories.h"
+#include "platform/linux/x11/XSettings.h"
 #include "platform/qt/QtDropData.h"
 #include "platform/qt/QtPopover.h"
 #include "platform/UpdateFramework.h"
+#include "platform/qt/StillStyle.h"
 #include "views/Symbol.h"
+
+#include <QApplication>
 
 #include <cstdio>
 
@@ -59,6 +63,8 @@ std::unique_ptr<LinuxServices> LinuxServices::make() {
         std::fprintf(stderr, "stowpocket: %s\n", connection ? "there is no home folder" : "this is no X11 desktop");
         return nullptr;
     }
+    if (isMotionReduced(*connection))
+        QApplication::setStyle(new StillStyle);
     return std::unique_ptr<LinuxServices>(new LinuxServices(std::move(connection), std::move(*preferencesPath)));
 }
 

@@ -22,6 +22,8 @@ constexpr std::array<std::string_view, atomCount> x11AtomNames{
     "_NET_WM_STATE_SKIP_TASKBAR",
     "_NET_WM_STATE_SKIP_PAGER",
     "_NET_WM_CM_S0",
+    "_XSETTINGS_S0",
+    "_XSETTINGS_SETTINGS",
     "XdndSelection",
     "XdndDrop",
     "XdndTypeList",
@@ -38,8 +40,8 @@ constexpr std::array<std::string_view, atomCount> x11AtomNames{
     "_NET_WM_USER_TIME_WINDOW",
 };
 
-/// More than any property read here holds.
-constexpr std::uint32_t longestProperty = 1024;
+/// In words of four bytes: more than any property read here holds. The longest are a desktop's shared settings.
+constexpr std::uint32_t longestProperty = 16384;
 
 }  // namespace
 

@@ -40,6 +40,8 @@ enum class X11Atom : std::size_t {
     windowStateSkipTaskbar,
     windowStateSkipPager,
     compositorOwner,
+    settingsOwner,
+    settings,
     dragSelection,
     dragDrop,
     dragTypeList,

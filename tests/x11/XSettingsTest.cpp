@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/x11/XSettings.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace stowpocket {
+namespace {
+
+using namespace std::string_literals;
+
+/// A colour, a text and two numbers, as a program of little-endian byte order writes them.
+const std::string littleEndian = "\0\0\0\0\7\0\0\0\4\0\0\0"
+                                 "\2\0\1\0C\0\0\0\1\0\0\0\1\2\3\4\5\6\7\x8"
+                                 "\1\0\3\0Txt\0\1\0\0\0\5\0\0\0hello\0\0\0"
+                                 "\0\0\4\0Anim\1\0\0\0\0\0\0\0"
+                                 "\0\0\5\0Minus\0\0\0\1\0\0\0\xfe\xff\xff\xff"s;
+const std::string bigEndian = "\1\0\0\0\0\0\0\7\0\0\0\1\0\0\0\5Speed\0\0\0\0\0\0\1\0\0\1\x2"s;
+
+TEST(XSettingsTest, findsNumbersAmongOtherSettings) {
+    EXPECT_EQ(integerXSetting(littleEndian, "Anim"), 0);
+    EXPECT_EQ(integerXSetting(littleEndian, "Minus"), -2);
+    EXPECT_EQ(integerXSetting(bigEndian, "Speed"), 258);
+    EXPECT_EQ(integerXSetting(littleEndian, "Txt"), std::nullopt);
+    EXPECT_EQ(integerXSetting(littleEndian, "Other"), std::nullopt);
+}
+
+TEST(XSettingsTest, whatIsCutShortHasNoSetting) {
+    for (std::size_t length = 0; length < littleEndian.size(); ++length)
+        EXPECT_EQ(integerXSetting(std::string_view(littleEndian).substr(0, length), "Minus"), std::nullopt) << length;
+    EXPECT_EQ(integerXSetting(std::string(64, '\xff'), "Minus"), std::nullopt);
+}
+
+}  // namespace
+}  // namespace stowpocket
