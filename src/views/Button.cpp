@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/Button.h"
 
+#include "views/Layer.h"
 #include "views/Symbol.h"
 
 #include <QKeyEvent>
@@ -66,11 +67,12 @@ QSize Button::sizeHint() const {
 
 void Button::paintEvent(QPaintEvent*) {
     QPainter painter(this);
+    Layer::applyOpacity(painter, *this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (isBordered_)
         paintBorder(painter);
     else if (isDown())
-        painter.setOpacity(pressedOpacity);
+        painter.setOpacity(painter.opacity() * pressedOpacity);
 
     if (!symbolName_.empty()) {
         drawSymbol(painter, rect(), symbolName_, symbolStyle_, *this);

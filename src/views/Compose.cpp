@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/Compose.h"
 
+#include "views/Layer.h"
 #include "views/Symbol.h"
 
 #include <QPainter>
@@ -29,6 +30,7 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
+        Layer::applyOpacity(painter, *this);
         drawSymbol(painter, rect(), name_, style_, *this);
     }
 
@@ -57,6 +59,7 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
+        Layer::applyOpacity(painter, *this);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
         painter.setBrush(Theme::color(background_.role, palette(), background_.opacity));
@@ -100,6 +103,7 @@ Text::Text(const QString& text, TextStyle style) : QLabel(text), role_(style.rol
 
 void Text::paintEvent(QPaintEvent*) {
     QPainter painter(this);
+    Layer::applyOpacity(painter, *this);
     painter.setPen(Theme::color(role_, palette()));
     const int wrap = wordWrap() ? int(Qt::TextWordWrap) : 0;
     painter.drawText(contentsRect(), int(QStyle::visualAlignment(layoutDirection(), alignment())) | wrap, text());
