@@ -21,7 +21,8 @@ void AppDelegate::openSettings() {
 }
 
 void AppDelegate::openOnboarding() {
-    onboardingWindow_ = services_.views.makeOnboardingWindow(weakly(&AppDelegate::completeOnboarding));
+    onboardingWindow_ =
+        services_.views.makeOnboardingWindow(services_.shelf.preferences, weakly(&AppDelegate::completeOnboarding));
     onboardingWindow_->center();
     onboardingWindow_->makeKeyAndOrderFront();
     services_.application.activate();

@@ -9,6 +9,7 @@
 
 namespace stowpocket {
 
+class PreferenceStore;
 class ShelfViewModel;
 class UpdaterController;
 
@@ -25,8 +26,9 @@ public:
     makeSettingsWindow(std::shared_ptr<ShelfViewModel> viewModel,
                        std::shared_ptr<UpdaterController> updaterController) = 0;
     /// Without a visible title bar but closable, movable by its background, floating above other windows, of a fixed
-    /// content size of 520 by 420 points.
-    [[nodiscard]] virtual std::unique_ptr<Window> makeOnboardingWindow(std::function<void()> onComplete) = 0;
+    /// content size of 520 by 420 points. The view stores by itself that it was seen, before it calls `onComplete`.
+    [[nodiscard]] virtual std::unique_ptr<Window> makeOnboardingWindow(PreferenceStore& preferences,
+                                                                       std::function<void()> onComplete) = 0;
 };
 
 }  // namespace stowpocket

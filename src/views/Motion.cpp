@@ -3,6 +3,7 @@
 
 #include "presentation/AnimationCurve.h"
 
+#include <QApplication>
 #include <QStyle>
 #include <QWidget>
 
@@ -10,6 +11,10 @@ namespace stowpocket::Motion {
 
 bool isWanted(const QWidget& view) {
     return view.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &view) > 0;
+}
+
+bool isWanted() {
+    return QApplication::style()->styleHint(QStyle::SH_Widget_Animation_Duration) > 0;
 }
 
 void prepare(QVariantAnimation& animation, std::chrono::milliseconds duration) {

@@ -2,32 +2,15 @@
 #include "views/QtViewFactory.h"
 
 #include "platform/qt/QtWindow.h"
+#include "views/Motion.h"
+#include "views/OnboardingView.h"
+#include "views/QtFrameClock.h"
 #include "views/ShelfView.h"
 
 namespace stowpocket {
 namespace {
 
 constexpr QSize settingsSize{450, 520};
-constexpr QSize onboardingSize{520, 420};
-
-/// What the program is for, and a button that ends the first run.
-std::unique_ptr<QWidget> welcome(std::function<void()> onComplete) {
-    auto view = std::make_unique<QWidget>();
-    constexpr int spacing = 16;
-    constexpr int buttonWidth = 140;
-    Button* const start = Button::bordered(QStringLiteral("Get Started"), {.pointSize = 13}, std::move(onComplete));
-    start->setMinimumWidth(buttonWidth);
-    compose(*view,
-            vstack(spacing, Spacer{},
-                   hstack(0, Spacer{}, symbol("tray.and.arrow.down", {.pointSize = 48, .role = ColorRole::accent}),
-                          Spacer{}),
-                   hstack(0, Spacer{},
-                          text(QStringLiteral("Drag files onto the icon in the bar. They wait there for you."),
-                               {.pointSize = 13}),
-                          Spacer{}),
-                   hstack(0, Spacer{}, start, Spacer{}), Spacer{}));
-    return view;
-}
 
 }  // namespace
 
@@ -46,9 +29,18 @@ std::unique_ptr<Window> QtViewFactory::makeSettingsWindow(std::shared_ptr<ShelfV
                                       std::make_unique<QWidget>());
 }
 
-std::unique_ptr<Window> QtViewFactory::makeOnboardingWindow(std::function<void()> onComplete) {
-    return std::make_unique<QtWindow>(QStringLiteral("stowpocket"), onboardingSize, QtWindow::Level::floating,
-                                      welcome(std::move(onComplete)));
+std::unique_ptr<Window> QtViewFactory::makeOnboardingWindow(PreferenceStore& preferences,
+                                                            std::function<void()> onComplete) {
+    using MotionWish = OnboardingView::MotionWish;
+    auto view = std::make_unique<OnboardingView>(OnboardingView::Dependencies{
+        .preferences = preferences,
+        .clock = std::make_unique<QtFrameClock>(),
+        .motion = Motion::isWanted() ? MotionWish::full : MotionWish::reduced,
+        .onComplete = std::move(onComplete),
+    });
+    const QSize size = view->size();
+    return std::make_unique<QtWindow>(QStringLiteral("Welcome to stowpocket"), size, QtWindow::Level::floating,
+                                      std::move(view), QtWindow::Frame::none);
 }
 
 }  // namespace stowpocket

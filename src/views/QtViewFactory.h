@@ -28,7 +28,8 @@ public:
     [[nodiscard]] std::unique_ptr<Window>
     makeSettingsWindow(std::shared_ptr<ShelfViewModel> viewModel,
                        std::shared_ptr<UpdaterController> updaterController) override;
-    [[nodiscard]] std::unique_ptr<Window> makeOnboardingWindow(std::function<void()> onComplete) override;
+    [[nodiscard]] std::unique_ptr<Window> makeOnboardingWindow(PreferenceStore& preferences,
+                                                               std::function<void()> onComplete) override;
 
 private:
     const Platform platform_;

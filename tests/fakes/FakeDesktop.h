@@ -127,7 +127,8 @@ public:
         settingsWindow = window.get();
         return window;
     }
-    [[nodiscard]] std::unique_ptr<Window> makeOnboardingWindow(std::function<void()> newOnComplete) override {
+    [[nodiscard]] std::unique_ptr<Window> makeOnboardingWindow(PreferenceStore&,
+                                                               std::function<void()> newOnComplete) override {
         onComplete = std::move(newOnComplete);
         return std::make_unique<FakeWindow>(log_, "onboarding");
     }

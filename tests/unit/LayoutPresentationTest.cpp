@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/AdaptiveGrid.h"
-#include "presentation/AnimationCurve.h"
 
 #include <gtest/gtest.h>
 
@@ -40,16 +39,6 @@ TEST(AdaptiveGridTest, rowsAreAsHighAsTheirHighestTile) {
     EXPECT_EQ(layout.positions[3].y, 118);
     EXPECT_EQ(layout.height, 218);
     EXPECT_EQ(grid.layout(300, 80, {}).height, 0);
-}
-
-TEST(AnimationCurveTest, easesInAndOutAlike) {
-    EXPECT_EQ(easeInOut(0), 0);
-    EXPECT_EQ(easeInOut(1), 1);
-    EXPECT_EQ(easeInOut(2), 1);
-    EXPECT_NEAR(easeInOut(0.5), 0.5, 1e-5);
-    EXPECT_NEAR(easeInOut(0.25), 0.129, 1e-3);
-    for (double progress = 0; progress < 1; progress += 0.05)
-        EXPECT_NEAR(easeInOut(progress) + easeInOut(1 - progress), 1, 1e-5) << progress;
 }
 
 }  // namespace

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "views/OnboardingBadge.h"
+
+#include "views/Layer.h"
+#include "views/OnboardingCheckmarkShape.h"
+#include "views/Theme.h"
+
+#include <QPainter>
+
+#include <cmath>
+
+namespace stowpocket {
+namespace {
+
+constexpr int ringSide = 100;
+constexpr double ringWidth = 3;
+constexpr int circleSide = 72;
+constexpr double lineWidth = 7;
+/// Qt counts angles in sixteenths of a degree against the clock. The circle begins at its top and runs clockwise.
+constexpr int topAngle = 90 * 16;
+constexpr int fullTurn = 360 * 16;
+
+}  // namespace
+
+OnboardingBadge::OnboardingBadge() {
+    setFixedSize(ringSide, ringSide);
+}
+
+void OnboardingBadge::evaluate(const OnboardingPresentation& shown) {
+    const auto changed = [](double& value, double newValue) { return std::exchange(value, newValue) != newValue; };
+    const bool ring = changed(ringOpacity_, shown.ringOpacity);
+    const bool circle = changed(circleTrim_, shown.circleTrim);
+    const bool checkmark = changed(checkmarkTrim_, shown.checkmarkTrim);
+    if (ring || circle || checkmark)
+        update();
+}
+
+void OnboardingBadge::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    Layer::applyOpacity(painter, *this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    constexpr double ringInset = ringWidth / 2;
+    painter.setPen(QPen(Theme::color(ColorRole::accent, palette(), ringOpacity_), ringWidth));
+    painter.drawEllipse(QRectF(rect()).adjusted(ringInset, ringInset, -ringInset, -ringInset));
+
+    painter.translate((ringSide - circleSide) / 2.0, (ringSide - circleSide) / 2.0);
+    constexpr QRectF circle(0, 0, circleSide, circleSide);
+    painter.setPen(
+        QPen(Theme::color(ColorRole::accent, palette()), lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    if (circleTrim_ > 0)
+        painter.drawArc(circle, topAngle, -static_cast<int>(std::lround(fullTurn * circleTrim_)));
+    painter.drawPath(OnboardingCheckmarkShape::trimmedPath(circle, checkmarkTrim_));
+}
+
+}  // namespace stowpocket
