@@ -9,38 +9,38 @@ namespace {
 
 using namespace std::chrono_literals;
 using State = OnboardingState;
-using Reversing = Animation::Reversing;
+using Reversing = Movement::Reversing;
 
 constexpr Seconds quickFrame{1.0 / 60};
 constexpr Seconds slowFrame{1.0 / 30};
 
 constexpr std::array<OnboardingStep, 8> welcomeSteps{{
-    {0s, &State::appeared, 1, Animation::easeOut(0.3s)},
-    {0.2s, &State::iconLanded, 1, Animation::spring(0.6s, 0.7)},
-    {0.5s, &State::titleVisible, 1, Animation::easeOut(0.4s)},
-    {0.7s, &State::bullet1Visible, 1, Animation::easeOut(0.35s)},
-    {0.85s, &State::bullet2Visible, 1, Animation::easeOut(0.35s)},
-    {1.0s, &State::bullet3Visible, 1, Animation::easeOut(0.35s)},
-    {1.2s, &State::buttonVisible, 1, Animation::easeOut(0.3s)},
-    {1.3s, &State::glowPulse, 1, Animation::easeInOut(2.0s).repeatedForever(Reversing::yes)},
+    {0s, &State::appeared, 1, Movement::easeOut(0.3s)},
+    {0.2s, &State::iconLanded, 1, Movement::spring(0.6s, 0.7)},
+    {0.5s, &State::titleVisible, 1, Movement::easeOut(0.4s)},
+    {0.7s, &State::bullet1Visible, 1, Movement::easeOut(0.35s)},
+    {0.85s, &State::bullet2Visible, 1, Movement::easeOut(0.35s)},
+    {1.0s, &State::bullet3Visible, 1, Movement::easeOut(0.35s)},
+    {1.2s, &State::buttonVisible, 1, Movement::easeOut(0.3s)},
+    {1.3s, &State::glowPulse, 1, Movement::easeInOut(2.0s).repeatedForever(Reversing::yes)},
 }};
 
 constexpr std::array<OnboardingStep, 9> closingSteps{{
-    {0s, &State::currentScreen, 1, Animation::easeInOut(0.4s)},
-    {0.5s, &State::circleTrim, 1, Animation::easeOut(0.4s)},
-    {0.9s, &State::checkmarkTrim, 1, Animation::easeOut(0.3s)},
-    {1.2s, &State::glowOpacity, 1, Animation::easeInOut(1.2s).repeatedForever(Reversing::yes)},
-    {1.3s, &State::headlineVisible, 1, Animation::easeOut(0.4s)},
-    {1.5s, &State::subtextVisible, 1, Animation::easeOut(0.4s)},
-    {1.7s, &State::previewVisible, 1, Animation::easeOut(0.4s)},
-    {2.1s, &State::button2Visible, 1, Animation::easeInOut(0.3s)},
-    {2.3s, &State::shimmerPhase, 1, Animation::linear(2.0s).repeatedForever(Reversing::no)},
+    {0s, &State::currentScreen, 1, Movement::easeInOut(0.4s)},
+    {0.5s, &State::circleTrim, 1, Movement::easeOut(0.4s)},
+    {0.9s, &State::checkmarkTrim, 1, Movement::easeOut(0.3s)},
+    {1.2s, &State::glowOpacity, 1, Movement::easeInOut(1.2s).repeatedForever(Reversing::yes)},
+    {1.3s, &State::headlineVisible, 1, Movement::easeOut(0.4s)},
+    {1.5s, &State::subtextVisible, 1, Movement::easeOut(0.4s)},
+    {1.7s, &State::previewVisible, 1, Movement::easeOut(0.4s)},
+    {2.1s, &State::button2Visible, 1, Movement::easeInOut(0.3s)},
+    {2.3s, &State::shimmerPhase, 1, Movement::linear(2.0s).repeatedForever(Reversing::no)},
 }};
 
 void apply(std::span<const OnboardingStep> timeline, Seconds time, State& state) {
     for (const OnboardingStep& step : timeline) {
         double& value = state.*step.property;
-        value += (step.endValue - value) * step.animation.progress(time - step.delay);
+        value += (step.endValue - value) * step.movement.progress(time - step.delay);
     }
 }
 
@@ -52,9 +52,9 @@ void finish(std::span<const OnboardingStep> timeline, State& state) {
 std::optional<Seconds> timeToNextFrame(const OnboardingStep& step, Seconds time) {
     if (time < step.delay)
         return std::max(step.delay - time, quickFrame);
-    if (step.animation.isRepeated())
+    if (step.movement.isRepeated())
         return slowFrame;
-    if (time - step.delay < step.animation.duration())
+    if (time - step.delay < step.movement.duration())
         return quickFrame;
     return std::nullopt;
 }

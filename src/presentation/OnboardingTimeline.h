@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "presentation/Animation.h"
+#include "presentation/Movement.h"
 
 #include <optional>
 #include <span>
@@ -36,7 +36,7 @@ struct OnboardingStep {
     Seconds delay;
     double OnboardingState::*property;
     double endValue;
-    Animation animation;
+    Movement movement;
 };
 
 /// Begins when the window is first shown.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "presentation/Animation.h"
+#include "presentation/Movement.h"
 
 #include <functional>
 

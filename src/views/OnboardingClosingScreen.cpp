@@ -28,8 +28,7 @@ QLayout* statusItem(std::string_view symbolName, const QString& caption, ColorRo
 /// A piece of the bar, with a stroke between its two parts.
 class PreviewPanel : public Layer {
 public:
-    PreviewPanel() {
-        stroke_ = new QWidget;
+    PreviewPanel() : stroke_(new QWidget) {
         stroke_->setFixedWidth(1);
         compose(*this,
                 hstack(0, statusItem("tray.and.arrow.down", QStringLiteral("Empty"), ColorRole::secondary), stroke_,
@@ -50,7 +49,7 @@ protected:
     }
 
 private:
-    QWidget* stroke_;
+    QWidget* const stroke_;
 };
 
 }  // namespace

@@ -11,9 +11,9 @@ enum class SettingType : std::uint32_t { integer = 0, string = 1, color = 2 };
 /// Walks over the bytes in the writer's byte order. Beyond the end everything is zero, and the walk has failed.
 class Reader {
 public:
-    explicit Reader(std::string_view bytes) : left_(bytes) {
-        isBigEndian_ = number(1) != 0;
-        skip(3);
+    /// The first byte tells the byte order and stands in a word of its own.
+    explicit Reader(std::string_view bytes) : left_(bytes), isBigEndian_(!bytes.empty() && bytes.front() != 0) {
+        skip(4);
     }
 
     [[nodiscard]] bool hasFailed() const { return hasFailed_; }
@@ -43,7 +43,7 @@ public:
 
 private:
     std::string_view left_;
-    bool isBigEndian_ = false;
+    const bool isBigEndian_;
     bool hasFailed_ = false;
 };
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "presentation/Animation.h"
+#include "presentation/Movement.h"
 
 #include "presentation/AnimationCurve.h"
 
@@ -7,11 +7,11 @@
 
 namespace stowpocket {
 
-Seconds Animation::duration() const {
+Seconds Movement::duration() const {
     return curve_ == Curve::spring ? Seconds(Spring{time_.count(), dampingFraction_}.settlingTime()) : time_;
 }
 
-double Animation::shareOfTime(Seconds elapsed) const {
+double Movement::shareOfTime(Seconds elapsed) const {
     const double share = elapsed / duration();
     if (repeats_ == Repeats::never || share <= 0)
         return share;
@@ -20,7 +20,7 @@ double Animation::shareOfTime(Seconds elapsed) const {
     return isWayBack ? 1 - (share - round) : share - round;
 }
 
-double Animation::progress(Seconds elapsed) const {
+double Movement::progress(Seconds elapsed) const {
     const double share = shareOfTime(elapsed);
     if (share <= 0)
         return 0;

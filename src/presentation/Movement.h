@@ -9,19 +9,19 @@ namespace stowpocket {
 using Seconds = std::chrono::duration<double>;
 
 /// How a property gets from its old value to its new one.
-class Animation {
+class Movement {
 public:
     enum class Reversing { no, yes };
 
-    [[nodiscard]] static constexpr Animation linear(Seconds duration) { return {Curve::linear, duration}; }
-    [[nodiscard]] static constexpr Animation easeOut(Seconds duration) { return {Curve::easeOut, duration}; }
-    [[nodiscard]] static constexpr Animation easeInOut(Seconds duration) { return {Curve::easeInOut, duration}; }
-    [[nodiscard]] static constexpr Animation spring(Seconds response, double dampingFraction) {
+    [[nodiscard]] static constexpr Movement linear(Seconds duration) { return {Curve::linear, duration}; }
+    [[nodiscard]] static constexpr Movement easeOut(Seconds duration) { return {Curve::easeOut, duration}; }
+    [[nodiscard]] static constexpr Movement easeInOut(Seconds duration) { return {Curve::easeInOut, duration}; }
+    [[nodiscard]] static constexpr Movement spring(Seconds response, double dampingFraction) {
         return {Curve::spring, response, dampingFraction};
     }
     /// The same again and again, each time from the old value or, reversing, back and forth.
-    [[nodiscard]] constexpr Animation repeatedForever(Reversing reversing) const {
-        Animation repeated = *this;
+    [[nodiscard]] constexpr Movement repeatedForever(Reversing reversing) const {
+        Movement repeated = *this;
         repeated.repeats_ = reversing == Reversing::yes ? Repeats::backAndForth : Repeats::fromTheStart;
         return repeated;
     }
@@ -36,7 +36,7 @@ private:
     enum class Curve { linear, easeOut, easeInOut, spring };
     enum class Repeats { never, fromTheStart, backAndForth };
 
-    constexpr Animation(Curve curve, Seconds time, double dampingFraction = 0)
+    constexpr Movement(Curve curve, Seconds time, double dampingFraction = 0)
         : curve_(curve), time_(time), dampingFraction_(dampingFraction) {}
 
     [[nodiscard]] double shareOfTime(Seconds elapsed) const;
