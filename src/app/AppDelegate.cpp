@@ -93,6 +93,7 @@ void AppDelegate::setUpStatusItem() {
 void AppDelegate::setUpPopover() {
     popover_ = services_.views.makeShelfPopover(shelfViewModel_, weakly(&AppDelegate::openSettings),
                                                 weakly(&AppDelegate::quit));
+    popover_->onCancel = weakly(&AppDelegate::closePopover);
 }
 
 void AppDelegate::setUpObservers() {

@@ -3,6 +3,8 @@
 
 #include "platform/StatusItem.h"
 
+#include <functional>
+
 namespace stowpocket {
 
 /// A small window that hangs below the menu-bar icon. It closes only when told to. Main thread.
@@ -17,6 +19,9 @@ public:
     /// Gives its window the keyboard.
     virtual void makeKey() = 0;
     virtual void performClose() = 0;
+
+    /// Runs when the user presses Escape in it and nothing inside has a use for that.
+    std::function<void()> onCancel = [] {};
 };
 
 }  // namespace stowpocket

@@ -24,21 +24,25 @@ Rect grown(const Rect& rect, double margin, const Rect& available) {
 PopoverPlacement placePopover(const Rect& anchor, const Size& content, const Rect& available, double shadow) {
     const double top = kept(anchor.bottom(), available.y, available.bottom());
     const double bottom = kept(anchor.y, available.y, available.bottom());
-    const double roomBelow = available.bottom() - top;
-    const double roomAbove = bottom - available.y;
+    const double roomBelow = std::max(0.0, available.bottom() - popoverMargin - top);
+    const double roomAbove = std::max(0.0, bottom - popoverMargin - available.y);
     const double wished = content.height + popoverArrowHeight;
     const bool isBelow = wished <= roomBelow || roomBelow >= roomAbove;
 
     PopoverPlacement placement;
     Rect& frame = placement.frame;
+    const double margin = kept((available.width - content.width) / 2, 0, popoverMargin);
     frame.width = std::min(content.width, available.width);
     frame.height = std::min(wished, isBelow ? roomBelow : roomAbove);
-    frame.x = kept(anchor.centerX() - frame.width / 2, available.x, available.right() - frame.width);
+    frame.x =
+        kept(anchor.centerX() - frame.width / 2, available.x + margin, available.right() - margin - frame.width);
     frame.y = isBelow ? top : bottom - frame.height;
     placement.window = grown(frame, shadow, available);
     placement.arrowSide = isBelow ? ArrowSide::top : ArrowSide::bottom;
+    const double tip = anchor.centerX() - frame.x;
+    placement.arrowTip = kept(tip, popoverCornerRadius, frame.width - popoverCornerRadius);
     constexpr double cornerRoom = popoverCornerRadius + popoverArrowWidth / 2;
-    placement.arrowOffset = kept(anchor.centerX() - frame.x, cornerRoom, frame.width - cornerRoom);
+    placement.arrowBase = kept(tip, cornerRoom, frame.width - cornerRoom);
     return placement;
 }
 

@@ -10,6 +10,8 @@ namespace stowpocket {
 inline constexpr double popoverArrowHeight = 9;
 inline constexpr double popoverArrowWidth = 20;
 inline constexpr double popoverCornerRadius = 10;
+/// Left free between the panel and the edges of the screen.
+inline constexpr double popoverMargin = 6;
 
 enum class ArrowSide { top, bottom };
 
@@ -19,16 +21,17 @@ struct PopoverPlacement {
     /// The frame and the shadow around it.
     Rect window;
     ArrowSide arrowSide = ArrowSide::top;
-    /// From the frame's left edge to the arrow's tip.
-    double arrowOffset = 0;
+    /// From the frame's left edge to the arrow's tip, and to the middle of its base: near a corner the arrow leans.
+    double arrowTip = 0;
+    double arrowBase = 0;
 
     friend bool operator==(const PopoverPlacement&, const PopoverPlacement&) = default;
 };
 
 /// Where the popover stands: centred below `anchor`, or above it when only there is room (the bar is at the bottom),
-/// moved sideways and cut down in height so that all of it is in `available`. The arrow keeps pointing at the anchor
-/// as far as the rounded corners let it. The shadow is that wide where there is room for it and never leaves
-/// `available` either: window managers would push the whole window back.
+/// moved sideways and cut down in height so that all of it is in `available`, a little away from its edges. The arrow
+/// keeps pointing at the anchor as far as the rounded corners let it. The shadow is that wide where there is room for
+/// it and never leaves `available` either: window managers would push the whole window back.
 [[nodiscard]] PopoverPlacement placePopover(const Rect& anchor, const Size& content, const Rect& available,
                                             double shadow);
 

@@ -119,7 +119,9 @@ public:
         onOpenSettings = std::move(newOnOpenSettings);
         onQuit = std::move(newOnQuit);
         log_.push_back("popover");
-        return std::make_unique<FakePopover>(log_);
+        auto made = std::make_unique<FakePopover>(log_);
+        popover = made.get();
+        return made;
     }
     [[nodiscard]] std::unique_ptr<Window> makeSettingsWindow(std::shared_ptr<ShelfViewModel>,
                                                              std::shared_ptr<UpdaterController>) override {
@@ -136,6 +138,7 @@ public:
     std::function<void()> onOpenSettings;
     std::function<void()> onQuit;
     std::function<void()> onComplete;
+    FakePopover* popover = nullptr;
     FakeWindow* settingsWindow = nullptr;
 
 private:

@@ -17,8 +17,8 @@ TEST_F(AppDelegateTest, launchesInOrderAndOpensTheFirstRunWindow) {
     thumbnails.asked.clear();
     files.existsCalls = 0;
     app->applicationDidFinishLaunching();
-    EXPECT_EQ(log, (CallLog{"downloads by itself", "popover", "login item on", "onboarding center", "onboarding front", "activate",
-                            "hotkey 1", "hotkey 2"}));
+    EXPECT_EQ(log, (CallLog{"downloads by itself", "popover", "login item on", "onboarding center",
+                            "onboarding front", "activate", "hotkey 1", "hotkey 2"}));
     EXPECT_EQ(statusBar.button->title.text, " 2");
     EXPECT_EQ(thumbnails.asked.size(), 2u);
     EXPECT_EQ(dispatch.backgroundCount(), 1u) << "the first look for missing files";
@@ -100,6 +100,15 @@ TEST_F(AppDelegateTest, aClickElsewhereClosesTheShelfAfterAMoment) {
     dispatch.advance(299ms);
     EXPECT_TRUE(log.empty()) << "only the second click's close is pending";
     dispatch.advance(1ms);
+    EXPECT_EQ(log, CallLog{"close"});
+    EXPECT_TRUE(monitors.clickHandlers.empty());
+}
+
+TEST_F(AppDelegateTest, escapeClosesTheShelfAndEndsTheWatchForClicks) {
+    launch();
+    app->showPopover(Animation::animated);
+    log.clear();
+    views.popover->onCancel();
     EXPECT_EQ(log, CallLog{"close"});
     EXPECT_TRUE(monitors.clickHandlers.empty());
 }

@@ -16,17 +16,21 @@ TEST(PopoverPlacement, hangsCentredBelowTheIcon) {
     const PopoverPlacement placement = placePopover({600, 3, 20, 22}, content, belowBar, 0);
     EXPECT_EQ(placement.frame, (Rect{450, 28, 320, height}));
     EXPECT_EQ(placement.arrowSide, ArrowSide::top);
-    EXPECT_EQ(placement.arrowOffset, 160);
+    EXPECT_EQ(placement.arrowTip, 160);
+    EXPECT_EQ(placement.arrowBase, 160);
 }
 
 TEST(PopoverPlacement, staysOnTheScreenWithTheArrowAtTheIcon) {
     const PopoverPlacement right = placePopover({1230, 3, 20, 22}, content, belowBar, 0);
-    EXPECT_EQ(right.frame.right(), 1280);
-    EXPECT_EQ(right.frame.x + right.arrowOffset, 1240);
+    EXPECT_EQ(right.frame.right(), 1280 - popoverMargin);
+    EXPECT_EQ(right.frame.x + right.arrowTip, 1240);
 
-    const PopoverPlacement corner = placePopover({1270, 3, 20, 22}, content, belowBar, 0);
-    EXPECT_EQ(corner.arrowOffset, 320 - popoverCornerRadius - popoverArrowWidth / 2);
-    EXPECT_EQ(placePopover({-30, 3, 20, 22}, content, belowBar, 0).frame.x, 0);
+    const PopoverPlacement corner = placePopover({1256, 3, 24, 22}, content, belowBar, 0);
+    EXPECT_EQ(corner.frame.right(), 1280 - popoverMargin);
+    EXPECT_EQ(corner.arrowBase, 320 - popoverCornerRadius - popoverArrowWidth / 2);
+    EXPECT_GE(corner.frame.x + corner.arrowTip, 1256) << "it leans, to be under the icon in the corner";
+    EXPECT_LE(corner.arrowTip, 320 - popoverCornerRadius);
+    EXPECT_EQ(placePopover({-30, 3, 20, 22}, content, belowBar, 0).frame.x, popoverMargin);
 }
 
 TEST(PopoverPlacement, opensUpwardFromABarAtTheBottom) {
@@ -37,14 +41,15 @@ TEST(PopoverPlacement, opensUpwardFromABarAtTheBottom) {
 
 TEST(PopoverPlacement, takesTheRoomierSideAndIsCutWhenNeitherIsEnough) {
     const Size tall{320, 5000};
-    EXPECT_EQ(placePopover({600, 3, 20, 22}, tall, belowBar, 0).frame, (Rect{450, 28, 320, 772}));
-    EXPECT_EQ(placePopover({600, 775, 20, 22}, tall, aboveBar, 0).frame, (Rect{450, 0, 320, 772}));
+    EXPECT_EQ(placePopover({600, 3, 20, 22}, tall, belowBar, 0).frame, (Rect{450, 28, 320, 772 - popoverMargin}));
+    EXPECT_EQ(placePopover({600, 775, 20, 22}, tall, aboveBar, 0).frame,
+              (Rect{450, popoverMargin, 320, 772 - popoverMargin}));
     EXPECT_EQ(placePopover({10, 3, 20, 22}, content, {0, 28, 200, 772}, 0).frame.width, 200);
 }
 
 TEST(PopoverPlacement, shadowNeverLeavesTheScreen) {
     const PopoverPlacement placement = placePopover({1230, 3, 20, 22}, content, belowBar, 14);
-    EXPECT_EQ(placement.window, (Rect{960 - 14, 28, 320 + 14, height + 14}));
+    EXPECT_EQ(placement.window, (Rect{954 - 14, 28, 320 + 14 + popoverMargin, height + 14}));
     EXPECT_EQ(placement.frame, placePopover({1230, 3, 20, 22}, content, belowBar, 0).frame);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/PopoverWindow.h"
 
-#include <QEvent>
+#include <QKeyEvent>
 #include <QPainter>
 
 namespace stowpocket {
@@ -16,9 +16,10 @@ QRect qRect(const Rect& rect) {
     return QRectF(rect.x, rect.y, rect.width, rect.height).toRect();
 }
 
-/// The panel with its arrow, in a box of `size`.
-QPainterPath bubble(const QSizeF& size, ArrowSide side, double arrowOffset) {
-    const bool isTop = side == ArrowSide::top;
+/// The panel with its arrow, from the frame's corner.
+QPainterPath bubble(const PopoverPlacement& placement) {
+    const QSizeF size(placement.frame.width, placement.frame.height);
+    const bool isTop = placement.arrowSide == ArrowSide::top;
     const double panelTop = isTop ? popoverArrowHeight : 0;
     // One point into the panel: shapes that only touch are not united into one.
     const double base = isTop ? popoverArrowHeight + 1 : size.height() - popoverArrowHeight - 1;
@@ -27,9 +28,9 @@ QPainterPath bubble(const QSizeF& size, ArrowSide side, double arrowOffset) {
     panel.addRoundedRect(QRectF(0, panelTop, size.width(), size.height() - popoverArrowHeight), popoverCornerRadius,
                          popoverCornerRadius);
     QPainterPath arrow;
-    arrow.moveTo(arrowOffset - popoverArrowWidth / 2, base);
-    arrow.lineTo(arrowOffset, tip);
-    arrow.lineTo(arrowOffset + popoverArrowWidth / 2, base);
+    arrow.moveTo(placement.arrowBase - popoverArrowWidth / 2, base);
+    arrow.lineTo(placement.arrowTip, tip);
+    arrow.lineTo(placement.arrowBase + popoverArrowWidth / 2, base);
     arrow.closeSubpath();
     return panel.united(arrow);
 }
@@ -48,10 +49,11 @@ void paintShadow(QPainter& painter, const QPainterPath& outline) {
 
 }  // namespace
 
-PopoverWindow::PopoverWindow(PopoverEdge edge, Place place)
+PopoverWindow::PopoverWindow(PopoverEdge edge, Place place, std::function<void()> cancel)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
       edge_(edge),
-      place_(std::move(place)) {
+      place_(std::move(place)),
+      cancel_(std::move(cancel)) {
     setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_TranslucentBackground, edge_ == PopoverEdge::shadowed);
 }
@@ -84,6 +86,13 @@ bool PopoverWindow::event(QEvent* event) {
     return QWidget::event(event);
 }
 
+void PopoverWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        cancel_();
+    else
+        QWidget::keyPressEvent(event);
+}
+
 void PopoverWindow::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing, edge_ == PopoverEdge::shadowed);
@@ -99,7 +108,7 @@ void PopoverWindow::paintEvent(QPaintEvent*) {
 }
 
 QPainterPath PopoverWindow::outline() const {
-    return bubble({placement_.frame.width, placement_.frame.height}, placement_.arrowSide, placement_.arrowOffset)
+    return bubble(placement_)
         .translated(placement_.frame.x - placement_.window.x, placement_.frame.y - placement_.window.y);
 }
 

@@ -23,8 +23,9 @@ class PopoverWindow : public QWidget {
 public:
     using Place = std::function<PopoverPlacement(const QSize& content, int shadow)>;
 
-    /// `place` answers where the window belongs with a content of that size and a shadow of that width.
-    PopoverWindow(PopoverEdge edge, Place place);
+    /// `place` answers where the window belongs with a content of that size and a shadow of that width; `cancel` runs
+    /// on Escape.
+    PopoverWindow(PopoverEdge edge, Place place, std::function<void()> cancel);
 
     void setContent(QWidget* content);
     [[nodiscard]] PopoverEdge edge() const { return edge_; }
@@ -33,6 +34,7 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
@@ -40,6 +42,7 @@ private:
 
     const PopoverEdge edge_;
     const Place place_;
+    const std::function<void()> cancel_;
     QWidget* content_ = nullptr;
     PopoverPlacement placement_;
 };

@@ -68,7 +68,7 @@ void QtPopover::prepareWindow() {
     if (window_ && window_->edge() == edge)
         return;
     auto window = std::make_unique<PopoverWindow>(
-        edge, [this](const QSize& size, int shadow) { return placementFor(size, shadow); });
+        edge, [this](const QSize& size, int shadow) { return placementFor(size, shadow); }, [this] { onCancel(); });
     if (content_ == nullptr)
         content_ = makeContent_().release();
     window->setContent(content_);
