@@ -21,6 +21,17 @@ struct Adder {
     void operator()(Spacer) const { layout.addStretch(1); }
 };
 
+/// A stack whose elements are all hidden takes no room, its padding included.
+class Stack : public QBoxLayout {
+public:
+    using QBoxLayout::QBoxLayout;
+    [[nodiscard]] QSize sizeHint() const override { return isEmpty() ? QSize(0, 0) : QBoxLayout::sizeHint(); }
+    [[nodiscard]] QSize minimumSize() const override { return isEmpty() ? QSize(0, 0) : QBoxLayout::minimumSize(); }
+    [[nodiscard]] int heightForWidth(int width) const override {
+        return isEmpty() ? 0 : QBoxLayout::heightForWidth(width);
+    }
+};
+
 class SymbolView : public QWidget {
 public:
     SymbolView(std::string_view name, SymbolStyle style) : name_(name), style_(style) {
@@ -75,7 +86,7 @@ private:
 
 QLayout* stack(Qt::Orientation orientation, int spacing, std::initializer_list<Element> elements) {
     const bool isRow = orientation == Qt::Horizontal;
-    auto* const layout = new QBoxLayout(isRow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    auto* const layout = new Stack(isRow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     layout->setContentsMargins({});
     layout->setSpacing(spacing);
     for (const Element& element : elements)

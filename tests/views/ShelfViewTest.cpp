@@ -51,6 +51,10 @@ TEST_F(ShelfViewTest, itemsStandInThreeColumnsAboveTheCompactZone) {
     ASSERT_EQ(zones.size(), 1U);
     EXPECT_EQ(zones[0]->size(), QSize(300, 44));
     EXPECT_EQ(zones[0]->mapTo(view, QPoint()).y(), tile[3]->mapTo(view, QPoint()).y() + tile[3]->height() + 8);
+    const int dividers = 2 + 8;
+    const int footer = 8 + 18 + 8;
+    EXPECT_EQ(view->height() - zones[0]->mapTo(view, QPoint()).y() - 44, 10 + 8 + dividers - 1 + footer)
+        << "what is hidden leaves no room behind";
     EXPECT_TRUE(texts().contains(QStringLiteral("5/20")));
     EXPECT_NE(button(*view, "Clear All"), nullptr);
 }
