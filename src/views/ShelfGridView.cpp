@@ -3,6 +3,7 @@
 
 #include "platform/qt/QtImageContent.h"
 #include "presentation/AdaptiveGrid.h"
+#include "views/ShelfAccessibility.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -27,6 +28,7 @@ QImage pictureOf(ShelfManager& shelf, const UUID& id) {
 
 ShelfGridView::ShelfGridView(std::shared_ptr<ShelfViewModel> viewModel, StartFileDrag startFileDrag, int width)
     : viewModel_(std::move(viewModel)), startFileDrag_(std::move(startFileDrag)), width_(width) {
+    installShelfAccessibility();
     setAccessibleName(QStringLiteral("Files on the shelf"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     resetTiles();
@@ -51,11 +53,13 @@ void ShelfGridView::apply(const ShelfChange& change) {
 }
 
 void ShelfGridView::updatePicture(const UUID& id) {
-    const auto& items = viewModel_->shelfManager().items();
-    const auto item = std::ranges::find(items, id, &ShelfItem::id);
-    const auto index = static_cast<std::size_t>(item - items.begin());
-    if (index < tiles_.size())
-        tiles_[index]->update();
+    if (const std::optional<std::size_t> index = indexOf(id))
+        tiles_[*index]->update();
+}
+
+void ShelfGridView::focusItem(const UUID& id) {
+    if (const std::optional<std::size_t> index = indexOf(id))
+        focusTile(*index);
 }
 
 ShelfItemView* ShelfGridView::makeTile(const ShelfItem& item) {
@@ -64,6 +68,7 @@ ShelfItemView* ShelfGridView::makeTile(const ShelfItem& item) {
         new ShelfItemView(item,
                           {.onRemove = [viewModel = viewModel_, id = item.id] { viewModel->removeItem(id); },
                            .picture = [model, id = item.id] { return pictureOf(model->shelfManager(), id); },
+                           .onFocusWanted = [this, id = item.id] { focusItem(id); },
                            .startFileDrag = startFileDrag_},
                           this);
     tile->show();
@@ -160,6 +165,12 @@ void ShelfGridView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Down:
         moveBy(columns);
         break;
+    case Qt::Key_Home:
+        focusTile(0);
+        break;
+    case Qt::Key_End:
+        focusTile(tiles_.size() - 1);
+        break;
     case Qt::Key_Delete:
     case Qt::Key_Backspace:
         tiles_[*focused]->remove();
@@ -178,6 +189,12 @@ void ShelfGridView::focusTile(std::size_t index) {
     setTabStop(index);
     tiles_[index]->setFocus(Qt::OtherFocusReason);
     onTileFocused(*tiles_[index]);
+}
+
+std::optional<std::size_t> ShelfGridView::indexOf(const UUID& id) const {
+    const auto& items = viewModel_->shelfManager().items();
+    const auto index = static_cast<std::size_t>(std::ranges::find(items, id, &ShelfItem::id) - items.begin());
+    return index < tiles_.size() ? std::optional(index) : std::nullopt;
 }
 
 std::optional<std::size_t> ShelfGridView::focusedIndex() const {

@@ -12,7 +12,7 @@
 namespace stowpocket {
 
 /// The tiles of the shelf. It keeps a tile per item and follows each change of the list with just the tiles that it
-/// concerns. Tab reaches one tile, the arrow keys the others; Delete removes.
+/// concerns. Tab reaches one tile; the arrow keys, Home and End the others; Delete removes.
 class ShelfGridView : public QWidget {
 public:
     ShelfGridView(std::shared_ptr<ShelfViewModel> viewModel, StartFileDrag startFileDrag, int width);
@@ -40,6 +40,8 @@ private:
     void layOut();
     void setTabStop(std::size_t index);
     void focusTile(std::size_t index);
+    void focusItem(const UUID& id);
+    [[nodiscard]] std::optional<std::size_t> indexOf(const UUID& id) const;
     [[nodiscard]] std::optional<std::size_t> focusedIndex() const;
 
     const std::shared_ptr<ShelfViewModel> viewModel_;

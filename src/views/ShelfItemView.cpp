@@ -69,7 +69,7 @@ void ShelfItemView::setItem(const ShelfItem& item) {
     nameLines_.clear();
     const QString name = QString::fromStdString(shown_.name);
     setAccessibleName(QString::fromStdString(shown_.accessibleName()));
-    setToolTip(name.toHtmlEscaped());
+    setToolTip(QStringLiteral("<p style=\"white-space: pre-wrap\">%1</p>").arg(name.toHtmlEscaped()));
     setFixedSize(sizeHint());
     update();
 }

@@ -26,6 +26,8 @@ struct TileActions {
     std::function<void()> onRemove;
     /// The thumbnail of the item, else its icon; asked for whenever the tile paints.
     std::function<QImage()> picture;
+    /// Gives the tile the keyboard.
+    std::function<void()> onFocusWanted;
     StartFileDrag startFileDrag;
 };
 
@@ -38,6 +40,7 @@ public:
     /// Shows the item as it is now.
     void setItem(const ShelfItem& item);
     void remove() { actions_.onRemove(); }
+    void takeFocus() { actions_.onFocusWanted(); }
     /// Null while the pointer is elsewhere.
     [[nodiscard]] QWidget* removeButton() const { return removeButton_; }
 

@@ -126,7 +126,7 @@ TEST_F(ShelfItemViewTest, noFileNameLeavesItsFrame) {
         QPainter(&withoutName).drawImage(nameFrame.topLeft(), blank, nameFrame);
         EXPECT_EQ(withoutName, blank) << "drawn outside the frame: " << index;
     }
-    EXPECT_TRUE(tile(8).toolTip().startsWith(QLatin1String("&amp;amp;&lt;b&gt;"))) << "no markup from a name";
+    EXPECT_TRUE(tile(8).toolTip().contains(QLatin1String(">&amp;amp;&lt;b&gt;"))) << "no markup from a name";
 }
 
 }  // namespace

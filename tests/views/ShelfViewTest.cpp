@@ -166,6 +166,10 @@ TEST_F(ShelfViewTest, theKeyboardReachesTilesAndButtonsInReadingOrder) {
     EXPECT_EQ(QApplication::focusWidget(), tile[4]);
     QTest::keyClick(tile[4], Qt::Key_Down);
     EXPECT_EQ(QApplication::focusWidget(), tile[4]) << "no row below";
+    QTest::keyClick(tile[4], Qt::Key_Home);
+    EXPECT_EQ(QApplication::focusWidget(), tile[0]);
+    QTest::keyClick(tile[0], Qt::Key_End);
+    EXPECT_EQ(QApplication::focusWidget(), tile[4]);
     for (const char* const name : {"Settings", "Clear All", "Quit stowpocket"}) {
         tab();
         EXPECT_EQ(QApplication::focusWidget(), button(*view, name));

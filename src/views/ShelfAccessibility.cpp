@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "views/ShelfAccessibility.h"
+
+#include "views/DropZoneView.h"
+#include "views/ShelfGridView.h"
+
+#include <QAccessibleWidget>
+
+namespace stowpocket {
+namespace {
+
+QString removeAction() {
+    return QStringLiteral("remove");
+}
+
+/// Any tile can be given the keyboard, though Tab stops at one of them only.
+class AccessibleTile : public QAccessibleWidget {
+public:
+    explicit AccessibleTile(ShelfItemView& tile) : QAccessibleWidget(&tile, QAccessible::ListItem), tile_(tile) {}
+
+    /// The name says it all; the tooltip would repeat it.
+    [[nodiscard]] QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Description ? QString() : QAccessibleWidget::text(kind);
+    }
+    [[nodiscard]] QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.focusable = true;
+        return state;
+    }
+    [[nodiscard]] QStringList actionNames() const override { return {removeAction(), setFocusAction()}; }
+    [[nodiscard]] QString localizedActionName(const QString& name) const override {
+        return name == removeAction() ? QStringLiteral("Remove from shelf")
+                                      : QAccessibleWidget::localizedActionName(name);
+    }
+    void doAction(const QString& name) override {
+        if (name == removeAction())
+            tile_.remove();
+        else if (name == setFocusAction())
+            tile_.takeFocus();
+    }
+
+private:
+    ShelfItemView& tile_;
+};
+
+QAccessibleInterface* makeAccessible(const QString& /*className*/, QObject* object) {
+    if (auto* const tile = dynamic_cast<ShelfItemView*>(object))
+        return new AccessibleTile(*tile);
+    if (auto* const grid = dynamic_cast<ShelfGridView*>(object))
+        return new QAccessibleWidget(grid, QAccessible::List);
+    if (auto* const zone = dynamic_cast<DropZoneView*>(object))
+        return new QAccessibleWidget(zone, QAccessible::Grouping);
+    return nullptr;
+}
+
+}  // namespace
+
+void installShelfAccessibility() {
+    QAccessible::installFactory(makeAccessible);
+}
+
+}  // namespace stowpocket
