@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "views/Theme.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QPalette>
+
+#include <cstdlib>
 
 namespace stowpocket::Theme {
 namespace {
@@ -21,6 +23,14 @@ const QColor darkRed(0xff, 0x69, 0x61);
 QColor faded(QColor color, double opacity) {
     color.setAlphaF(color.alphaF() * static_cast<float>(opacity));
     return color;
+}
+
+/// The desktop's colour for what is chosen, where that stands out from the window.
+QColor focusColor(const QPalette& palette) {
+    constexpr int leastDifference = 60;
+    const QColor highlight = palette.color(QPalette::Highlight);
+    const int difference = qGray(highlight.rgb()) - qGray(palette.color(QPalette::Window).rgb());
+    return std::abs(difference) < leastDifference ? palette.color(QPalette::WindowText) : highlight;
 }
 
 QFont::Weight fontWeight(FontWeight weight) {
@@ -42,6 +52,34 @@ QFont::Weight fontWeight(FontWeight weight) {
 Appearance appearance(const QPalette& palette) {
     const bool isDark = palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
     return isDark ? Appearance::dark : Appearance::light;
+}
+
+QPalette darkPalette() {
+    const QColor window(0x2d, 0x2d, 0x2f);
+    const QColor base(0x1f, 0x1f, 0x21);
+    const QColor text(0xf2, 0xf2, 0xf2);
+    const QColor highlight(0x3d, 0x8f, 0xe0);
+    const QColor faint(0x8c, 0x8c, 0x90);
+    QPalette palette(text, window, /*light*/ QColor(0x4a, 0x4a, 0x4d), /*dark*/ QColor(0x14, 0x14, 0x15),
+                     /*mid*/ QColor(0x23, 0x23, 0x25), text, base);
+    palette.setColor(QPalette::AlternateBase, QColor(0x27, 0x27, 0x29));
+    palette.setColor(QPalette::Button, QColor(0x3a, 0x3a, 0x3d));
+    palette.setColor(QPalette::ButtonText, text);
+    palette.setColor(QPalette::BrightText, Qt::white);
+    palette.setColor(QPalette::Highlight, highlight);
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, highlight);
+    palette.setColor(QPalette::LinkVisited, QColor(0xb0, 0x8d, 0xe0));
+    palette.setColor(QPalette::PlaceholderText, faint);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, faint);
+    return palette;
+}
+
+void setAppearance(Appearance wanted) {
+    QApplication::setPalette(QPalette());  // the desktop's own again
+    if (wanted == Appearance::dark && appearance(QApplication::palette()) == Appearance::light)
+        QApplication::setPalette(darkPalette());
 }
 
 QColor color(ColorRole role, const QPalette& palette) {
@@ -70,7 +108,7 @@ QColor color(ColorRole role, const QPalette& palette) {
     case ColorRole::separator:
         return faded(text, separatorOpacity);
     case ColorRole::focus:
-        return palette.color(QPalette::Highlight);
+        return focusColor(palette);
     }
     return text;
 }

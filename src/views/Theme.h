@@ -37,6 +37,10 @@ inline constexpr int captionPointSize = 10;
 namespace Theme {
 
 [[nodiscard]] Appearance appearance(const QPalette& palette);
+/// The colours of a dark desktop that does not say which ones it has.
+[[nodiscard]] QPalette darkPalette();
+/// Makes the program look so. Colours that the desktop has given to Qt already stay where they look so themselves.
+void setAppearance(Appearance wanted);
 [[nodiscard]] QColor color(ColorRole role, const QPalette& palette);
 [[nodiscard]] QColor color(ColorRole role, const QPalette& palette, double opacity);
 /// The desktop's font in this size and weight.

@@ -28,10 +28,13 @@ double contrast(const QColor& above, const QColor& below) {
 }
 
 TEST(ThemeTest, everyTextCanBeReadOnLightAndDarkWindows) {
-    for (const QColor& window : {QColor(0xef, 0xef, 0xef), QColor(Qt::white), QColor(0x2a, 0x2a, 0x2c)}) {
-        const QPalette palette(window, window);
-        for (const ColorRole role :
-             {ColorRole::primary, ColorRole::secondary, ColorRole::tertiary, ColorRole::accent, ColorRole::red})
+    QPalette highContrast(Qt::yellow, Qt::black, Qt::white, Qt::black, Qt::gray, Qt::yellow, Qt::black);
+    highContrast.setColor(QPalette::Highlight, Qt::cyan);
+    for (const QPalette& palette : {QPalette(QColor(0xef, 0xef, 0xef)), QPalette(Qt::white), highContrast,
+                                    QPalette(QColor(0x2a, 0x2a, 0x2c)), Theme::darkPalette()}) {
+        const QColor window = palette.color(QPalette::Window);
+        for (const ColorRole role : {ColorRole::primary, ColorRole::secondary, ColorRole::tertiary, ColorRole::accent,
+                                     ColorRole::red, ColorRole::focus})
             EXPECT_GE(contrast(Theme::color(role, palette), window), 3)
                 << int(role) << " on " << window.name().toStdString();
         EXPECT_GE(contrast(Theme::color(ColorRole::onBanner, palette), Theme::color(ColorRole::banner, palette)), 3);
@@ -42,12 +45,13 @@ TEST(ThemeTest, everyTextCanBeReadOnLightAndDarkWindows) {
 TEST(ThemeTest, aChangedPaletteShowsAtOnce) {
     ShelfViewFixture shelf;
     shelf.open();
-    const QPalette before = QApplication::palette();
     const QImage light = shelf.view->grab().toImage();
-    QApplication::setPalette(QPalette(QColor(0x2a, 0x2a, 0x2c)));
+    Theme::setAppearance(Appearance::dark);
     QApplication::processEvents();
     const QImage dark = shelf.view->grab().toImage();
-    QApplication::setPalette(before);
+    Theme::setAppearance(Appearance::light);
+    QApplication::processEvents();
+    EXPECT_EQ(shelf.view->grab().toImage(), light);
     const auto brightest = [](const QImage& image) {
         int value = 0;
         for (int x = 40; x < 120; ++x)
