@@ -11,6 +11,7 @@
 #include "platform/UpdateFramework.h"
 #include "platform/qt/StillStyle.h"
 #include "views/Symbol.h"
+#include "views/Theme.h"
 
 #include <QApplication>
 
@@ -93,7 +94,10 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
       fileManagerSelection_(dispatch_),
       loginItem_(configHome(), ownExecutable()),
       mainBundle_{FileURL::fromPath(ownExecutable()).value_or(*FileURL::fromPath("/")), {}},
-      feedSession_(std::make_unique<NoUpdates>()) {}
+      feedSession_(std::make_unique<NoUpdates>()),
+      colorScheme_(QDBusConnection::sessionBus(), [](ColorScheme scheme) {
+          Theme::setAppearance(scheme == ColorScheme::dark ? Appearance::dark : Appearance::light);
+      }) {}
 
 HotkeyManager& LinuxServices::sharedHotkeyManager() {
     if (!hotkeyManager_) {

@@ -10,6 +10,7 @@
 #include "platform/linux/pictures/LinuxThumbnails.h"
 #include "platform/linux/pictures/LinuxWorkspaceIcons.h"
 #include "platform/linux/session/MountInfoVolumes.h"
+#include "platform/linux/session/PortalColorScheme.h"
 #include "platform/linux/session/XdgLoginItem.h"
 #include "platform/linux/storage/LinuxBookmarks.h"
 #include "platform/linux/storage/LinuxPreferenceStore.h"
@@ -88,6 +89,7 @@ private:
     QtChildProcess childProcess_;
     PlistParser propertyLists_;
     QtTrash trash_;
+    PortalColorScheme colorScheme_;
 };
 
 }  // namespace stowpocket
