@@ -11,14 +11,6 @@ using namespace stowpocket;
 
 namespace {
 
-QPalette darkPalette() {
-    QPalette palette(QColor(0x2a, 0x2a, 0x2c), QColor(0x2a, 0x2a, 0x2c));
-    palette.setColor(QPalette::WindowText, QColor(0xf0, 0xf0, 0xf0));
-    palette.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
-    palette.setColor(QPalette::Text, QColor(0xf0, 0xf0, 0xf0));
-    return palette;
-}
-
 class Pictures {
 public:
     Pictures(QString folder, QString suffix) : folder_(std::move(folder)), suffix_(std::move(suffix)) {}
@@ -35,12 +27,6 @@ private:
     const QString suffix_;
 };
 
-void addThree(ShelfViewFixture& shelf) {
-    shelf.addFile("report.pdf", 48'300);
-    shelf.addFile("Quarterly figures of the northern branch, final version 3.xlsx", 1'260'000);
-    shelf.addFile("holiday_2024_by_the_sea_panorama_edited.jpeg", 3'400'000);
-}
-
 void paintAll(Pictures& pictures) {
     {
         ShelfViewFixture shelf;
@@ -55,7 +41,7 @@ void paintAll(Pictures& pictures) {
     }
     {
         ShelfViewFixture shelf;
-        addThree(shelf);
+        shelf.addThreeFiles();
         shelf.open();
         pictures.save("three", shelf);
         auto tiles = visible<ShelfItemView>(*shelf.view);
@@ -74,7 +60,7 @@ void paintAll(Pictures& pictures) {
     }
     {
         ShelfViewFixture shelf;
-        addThree(shelf);
+        shelf.addThreeFiles();
         const std::string path = shelf.addFile("gone.txt", 0);
         shelf.addFile("العربية والعبرية עברית.txt", 17);
         shelf.addFile("👩‍👩‍👧‍👦 family 🎉.png", 999'950);
@@ -97,7 +83,7 @@ void paintAll(Pictures& pictures) {
     }
     {
         ShelfViewFixture shelf;
-        addThree(shelf);
+        shelf.addThreeFiles();
         shelf.manager->addFiles(shelf.makeFiles(9));
         shelf.open();
         pictures.save("loading", shelf);
@@ -117,7 +103,7 @@ int main(int argc, char** argv) {
     const QString suffix = arguments.value(2, QStringLiteral("1x"));
     Pictures light(arguments[1], QStringLiteral("light-") + suffix);
     paintAll(light);
-    QApplication::setPalette(darkPalette());
+    QApplication::setPalette(Theme::darkPalette());
     Pictures dark(arguments[1], QStringLiteral("dark-") + suffix);
     paintAll(dark);
 }

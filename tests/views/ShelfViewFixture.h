@@ -47,6 +47,13 @@ struct ShelfViewFixture : ShelfFixture {
         return path;
     }
 
+    /// With a short name, one of words and one that can only be broken anywhere.
+    void addThreeFiles() {
+        addFile("report.pdf", 48'300);
+        addFile("Quarterly figures of the northern branch, final version 3.xlsx", 1'260'000);
+        addFile("holiday_2024_by_the_sea_panorama_edited.jpeg", 3'400'000);
+    }
+
     /// Makes the view and shows it at the height that it wishes for.
     ShelfView& open() {
         view = new ShelfView(

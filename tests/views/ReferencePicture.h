@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/Theme.h"
+
+#include <QWidget>
+
+namespace stowpocket {
+
+/// For as long as it lives, views look the same on every machine: one font, unhinted, and colours of our own.
+class FixedLook {
+public:
+    explicit FixedLook(Appearance appearance);
+    ~FixedLook();
+    FixedLook(const FixedLook&) = delete;
+    FixedLook& operator=(const FixedLook&) = delete;
+
+private:
+    const QFont font_;
+};
+
+/// Whether two pictures show the same: the edges of what is drawn may be smoothed otherwise, but nothing may be
+/// missing, moved or of another colour.
+[[nodiscard]] bool looksAlike(const QImage& one, const QImage& other);
+
+/// Compares the widget, as it is painted at one pixel a point, with tests/views/pictures/<name>.png. What was painted
+/// instead is left beside the test as <name>.png. With STOWPOCKET_UPDATE_PICTURES set the picture is written anew:
+/// look at it before it is committed.
+void expectLooksLike(QWidget& widget, const char* name);
+
+}  // namespace stowpocket
