@@ -24,6 +24,15 @@ TEST(XSettingsTest, findsNumbersAmongOtherSettings) {
     EXPECT_EQ(integerXSetting(bigEndian, "Speed"), 258);
     EXPECT_EQ(integerXSetting(littleEndian, "Txt"), std::nullopt);
     EXPECT_EQ(integerXSetting(littleEndian, "Other"), std::nullopt);
+    EXPECT_EQ(textXSetting(littleEndian, "Txt"), "hello");
+    EXPECT_EQ(textXSetting(littleEndian, "Anim"), std::nullopt);
+}
+
+TEST(XSettingsTest, darkThemesAreKnownByTheirNames) {
+    for (const char* const name : {"Adwaita-dark", "Arc-Dark", "Orchis-Dark-Compact"})
+        EXPECT_TRUE(isDarkThemeName(name)) << name;
+    for (const char* const name : {"", "Adwaita", "-darkness", "Dark", "Arc-Darker", "-dar"})
+        EXPECT_FALSE(isDarkThemeName(name)) << name;
 }
 
 TEST(XSettingsTest, whatIsCutShortHasNoSetting) {

@@ -95,9 +95,8 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
       loginItem_(configHome(), ownExecutable()),
       mainBundle_{FileURL::fromPath(ownExecutable()).value_or(*FileURL::fromPath("/")), {}},
       feedSession_(std::make_unique<NoUpdates>()),
-      colorScheme_(QDBusConnection::sessionBus(), [](ColorScheme scheme) {
-          Theme::setAppearance(scheme == ColorScheme::dark ? Appearance::dark : Appearance::light);
-      }) {}
+      colorScheme_(QDBusConnection::sessionBus(), *connection_,
+                   [](bool isDark) { Theme::setAppearance(isDark ? Appearance::dark : Appearance::light); }) {}
 
 HotkeyManager& LinuxServices::sharedHotkeyManager() {
     if (!hotkeyManager_) {

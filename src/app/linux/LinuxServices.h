@@ -10,7 +10,6 @@
 #include "platform/linux/pictures/LinuxThumbnails.h"
 #include "platform/linux/pictures/LinuxWorkspaceIcons.h"
 #include "platform/linux/session/MountInfoVolumes.h"
-#include "platform/linux/session/PortalColorScheme.h"
 #include "platform/linux/session/XdgLoginItem.h"
 #include "platform/linux/storage/LinuxBookmarks.h"
 #include "platform/linux/storage/LinuxPreferenceStore.h"
@@ -18,6 +17,7 @@
 #include "platform/linux/storage/PatientProbe.h"
 #include "platform/linux/storage/PlistParser.h"
 #include "platform/linux/storage/PosixFileManager.h"
+#include "platform/linux/x11/DesktopColorScheme.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11DirectSaves.h"
 #include "platform/linux/x11/X11FileDrag.h"
@@ -89,7 +89,7 @@ private:
     QtChildProcess childProcess_;
     PlistParser propertyLists_;
     QtTrash trash_;
-    PortalColorScheme colorScheme_;
+    DesktopColorScheme colorScheme_;
 };
 
 }  // namespace stowpocket

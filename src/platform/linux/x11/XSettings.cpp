@@ -3,6 +3,9 @@
 
 #include "platform/linux/x11/X11Connection.h"
 
+#include <algorithm>
+#include <variant>
+
 namespace stowpocket {
 namespace {
 
@@ -47,27 +50,53 @@ private:
     bool hasFailed_ = false;
 };
 
-}  // namespace
+using Value = std::variant<std::int32_t, std::string>;
 
-std::optional<std::int32_t> integerXSetting(std::string_view property, std::string_view name) {
+/// None for a colour.
+std::optional<Value> valueOf(std::string_view property, std::string_view name) {
     Reader reader(property);
     reader.skip(4);  // the serial number
     for (std::uint32_t left = reader.number(4); left > 0 && !reader.hasFailed(); --left) {
         const auto type = SettingType{reader.number(1)};
         reader.skip(1);
-        const std::string_view found = reader.text(reader.number(2));
+        const bool isWanted = reader.text(reader.number(2)) == name;
         reader.skip(4);  // when it was changed last
-        const std::uint32_t value = type == SettingType::color ? 0 : reader.number(4);
-        if (type == SettingType::integer && found == name && !reader.hasFailed())
-            return static_cast<std::int32_t>(value);
-        if (type == SettingType::string)
-            reader.text(value);
+        std::optional<Value> value;
+        if (type == SettingType::integer)
+            value = static_cast<std::int32_t>(reader.number(4));
+        else if (type == SettingType::string)
+            value = std::string(reader.text(reader.number(4)));
         else if (type == SettingType::color)
             reader.skip(8);
-        else if (type != SettingType::integer)
+        else
             return std::nullopt;
+        if (isWanted && value && !reader.hasFailed())
+            return value;
     }
     return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::int32_t> integerXSetting(std::string_view property, std::string_view name) {
+    const std::optional<Value> value = valueOf(property, name);
+    const auto* const number = value ? std::get_if<std::int32_t>(&*value) : nullptr;
+    return number == nullptr ? std::nullopt : std::optional(*number);
+}
+
+std::optional<std::string> textXSetting(std::string_view property, std::string_view name) {
+    const std::optional<Value> value = valueOf(property, name);
+    const auto* const text = value ? std::get_if<std::string>(&*value) : nullptr;
+    return text == nullptr ? std::nullopt : std::optional(*text);
+}
+
+bool isDarkThemeName(std::string_view name) {
+    constexpr std::string_view mark = "-dark";
+    const auto isSame = [](char one, char other) {
+        return one == other || (one >= 'A' && one <= 'Z' && one + 32 == other);
+    };
+    const auto found = std::search(name.begin(), name.end(), mark.begin(), mark.end(), isSame);
+    return found != name.end() && (found + mark.size() == name.end() || found[mark.size()] == '-');
 }
 
 bool isMotionReduced(const X11Connection& connection) {
