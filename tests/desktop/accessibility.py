@@ -4,7 +4,7 @@ from gi.repository import Gio, GLib
 
 from x_display import Rect, wait_for
 
-SHOWING = 25
+FOCUSED, SHOWING = 12, 25
 ROOT = "/org/a11y/atspi/accessible/root"
 
 
@@ -38,9 +38,22 @@ class Accessible:
         answer = self.call("org.a11y.atspi.Accessible", "GetChildren")
         return [Accessible(self.tree, address) for address in answer[0]] if answer else []
 
-    def is_showing(self):
+    def has_state(self, state):
         answer = self.call("org.a11y.atspi.Accessible", "GetState")
-        return bool(answer and answer[0][0] >> SHOWING & 1)
+        return bool(answer and answer[0][0] >> state & 1)
+
+    def is_showing(self):
+        return self.has_state(SHOWING)
+
+    def is_focused(self):
+        return self.has_state(FOCUSED)
+
+    def do(self, action):
+        """Has the object do what it offers under this name. False when it offers nothing of the kind."""
+        for index in range(self.ask("Action", "NActions") or 0):
+            if self.call("org.a11y.atspi.Action", "GetName", GLib.Variant("(i)", (index,))) == (action,):
+                return self.call("org.a11y.atspi.Action", "DoAction", GLib.Variant("(i)", (index,))) == (True,)
+        return False
 
     def rect(self):
         answer = self.call("org.a11y.atspi.Component", "GetExtents", GLib.Variant("(u)", (0,)))
