@@ -39,7 +39,7 @@ QByteArray drawing(std::string_view name) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The drawings are opaque; the primary colour's transparency is laid over all of it.
+/// The primary colour's transparency is laid over the finished drawing: lines that cross would show twice otherwise.
 QImage rendered(QByteArray svg, int pixels, const SymbolColors& colors) {
     svg.replace(secondaryInDrawing, colors.secondary.name().toLatin1());
     svg.replace(primaryInDrawing, colors.primary.name().toLatin1());
@@ -47,8 +47,9 @@ QImage rendered(QByteArray svg, int pixels, const SymbolColors& colors) {
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    painter.setOpacity(static_cast<double>(colors.primary.alphaF()));
     renderer.render(&painter);
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    painter.fillRect(image.rect(), QColor(0, 0, 0, colors.primary.alpha()));
     return image;
 }
 

@@ -83,6 +83,17 @@ TEST(SymbolTest, drawsEachSymbolSharplyInTheColoursAsked) {
     EXPECT_TRUE(Symbol::image("no such symbol", 16, FontWeight::regular, {Qt::blue}, 1).isNull());
 }
 
+TEST(SymbolTest, crossingLinesOfATranslucentSymbolShowOnce) {
+    constexpr int alpha = 150;
+    const QImage image = Symbol::image("tray.and.arrow.down", 32, FontWeight::regular, {QColor(0, 0, 0, alpha)}, 1);
+    int strongest = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            strongest = std::max(strongest, qAlpha(image.pixel(x, y)));
+    }
+    EXPECT_EQ(strongest, alpha);
+}
+
 TEST(SymbolTest, weightsDifferAndTheDiscHasItsOwnColour) {
     const auto ink = [](FontWeight weight) {
         const QImage image = Symbol::image("power", 16, weight, {Qt::black}, 2);
