@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/AlertView.h"
 
+#include "presentation/PopoverPlacement.h"
 #include "views/Button.h"
 #include "views/Shapes.h"
 
@@ -120,7 +121,12 @@ void AlertView::hideEvent(QHideEvent*) {
 void AlertView::paintEvent(QPaintEvent*) {
     QColor shade(Qt::black);
     shade.setAlphaF(dimming);
-    QPainter(this).fillRect(rect(), shade);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(shade);
+    // Nothing of it shows beyond the corners of the panel below.
+    painter.drawRoundedRect(rect(), popoverCornerRadius, popoverCornerRadius);
 }
 
 }  // namespace stowpocket

@@ -18,10 +18,6 @@ class AccessibleTile : public QAccessibleWidget {
 public:
     explicit AccessibleTile(ShelfItemView& tile) : QAccessibleWidget(&tile, QAccessible::ListItem), tile_(tile) {}
 
-    /// The name says it all; the tooltip would repeat it.
-    [[nodiscard]] QString text(QAccessible::Text kind) const override {
-        return kind == QAccessible::Description ? QString() : QAccessibleWidget::text(kind);
-    }
     [[nodiscard]] QAccessible::State state() const override {
         QAccessible::State state = QAccessibleWidget::state();
         state.focusable = true;

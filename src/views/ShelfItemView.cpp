@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -67,9 +68,7 @@ ShelfItemView::ShelfItemView(const ShelfItem& item, TileActions actions, QWidget
 void ShelfItemView::setItem(const ShelfItem& item) {
     shown_ = tilePresentation(item);
     nameLines_.clear();
-    const QString name = QString::fromStdString(shown_.name);
     setAccessibleName(QString::fromStdString(shown_.accessibleName()));
-    setToolTip(QStringLiteral("<p style=\"white-space: pre-wrap\">%1</p>").arg(name.toHtmlEscaped()));
     setFixedSize(sizeHint());
     update();
 }
@@ -100,6 +99,23 @@ void ShelfItemView::setHovered(bool isHovered) {
         removeButton_.clear();
     }
     update();
+}
+
+bool ShelfItemView::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return QWidget::event(event);
+    showWholeName(static_cast<QHelpEvent*>(event)->globalPos());
+    return true;
+}
+
+/// Broken into lines here, since a tooltip is as wide as its longest word; and always as markup, since a name may
+/// look like some.
+void ShelfItemView::showWholeName(QPoint place) {
+    constexpr int width = 320;
+    const QStringList lines = brokenIntoLines(QString::fromStdString(shown_.name), QToolTip::font(), width);
+    const QString text =
+        lines.join(QLatin1Char('\n')).toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"));
+    QToolTip::showText(place, QStringLiteral("<p style='white-space: pre'>%1</p>").arg(text), this);
 }
 
 void ShelfItemView::enterEvent(QEnterEvent*) {

@@ -47,6 +47,7 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
+    bool event(QEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
@@ -58,6 +59,7 @@ protected:
 private:
     void setHovered(bool isHovered);
     [[nodiscard]] bool isHovered() const { return removeButton_ != nullptr; }
+    void showWholeName(QPoint place);
     void startDrag();
     [[nodiscard]] QImage framedPicture() const;
     void paintDecoration(QPainter& painter) const;

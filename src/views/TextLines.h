@@ -11,4 +11,7 @@ namespace stowpocket {
 /// not. What is too long loses the middle of its second line, so that the end of a file name stays.
 [[nodiscard]] QStringList brokenIntoTwoLines(const QString& text, const QFont& font, int width);
 
+/// `text` broken into as many lines of that width as it takes.
+[[nodiscard]] QStringList brokenIntoLines(const QString& text, const QFont& font, int width);
+
 }  // namespace stowpocket

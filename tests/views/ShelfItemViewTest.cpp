@@ -5,6 +5,8 @@
 
 #include <QEnterEvent>
 #include <QTest>
+#include <QTextDocument>
+#include <QToolTip>
 
 namespace stowpocket {
 namespace {
@@ -126,7 +128,23 @@ TEST_F(ShelfItemViewTest, noFileNameLeavesItsFrame) {
         QPainter(&withoutName).drawImage(nameFrame.topLeft(), blank, nameFrame);
         EXPECT_EQ(withoutName, blank) << "drawn outside the frame: " << index;
     }
-    EXPECT_TRUE(tile(8).toolTip().contains(QLatin1String(">&amp;amp;&lt;b&gt;"))) << "no markup from a name";
+}
+
+TEST_F(ShelfItemViewTest, theTooltipTellsTheWholeNameAsItIs) {
+    const std::string name = std::string(240, 'w') + " &amp;<b>.txt";
+    addFile(name);
+    open();
+    QHelpEvent help(QEvent::ToolTip, {10, 10}, tile().mapToGlobal(QPoint(10, 10)));
+    QApplication::sendEvent(&tile(), &help);
+    const auto windows = QApplication::topLevelWidgets();
+    const auto tip = std::ranges::find(windows, QStringLiteral("qtooltip_label"), &QWidget::objectName);
+    ASSERT_NE(tip, windows.end());
+    EXPECT_LT((*tip)->width(), 400);
+    QTextDocument shown;
+    shown.setHtml(QToolTip::text());
+    EXPECT_EQ(shown.toPlainText().remove(QLatin1Char('\n')).remove(QLatin1Char(' ')).toStdString(),
+              std::string(240, 'w') + "&amp;<b>.txt");
+    QToolTip::hideText();
 }
 
 }  // namespace

@@ -5,8 +5,11 @@
 
 namespace {
 
+/// A tooltip asks to lie above the others, which there are none of off the screen.
+const QString expected = QStringLiteral("This plugin does not support raise()");
+
 void failOnMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
-    if (type != QtDebugMsg && type != QtInfoMsg)
+    if (type != QtDebugMsg && type != QtInfoMsg && message != expected)
         ADD_FAILURE() << "Qt says: " << message.toStdString();
 }
 
