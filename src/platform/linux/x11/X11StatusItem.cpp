@@ -13,7 +13,8 @@ using namespace std::chrono_literals;
 
 /// Trays that proxy move the window into place only after they have announced that it is embedded.
 constexpr auto placingTime = 300ms;
-/// Trays answer within milliseconds. One that hangs must not keep the icon from being seen.
+/// Trays answer within milliseconds, and those that start with the session are soon there. One that hangs must not
+/// keep the icon from being seen.
 constexpr auto answeringTime = 1s;
 constexpr std::uint32_t xembedEmbeddedNotify = 0;
 constexpr std::uint8_t sentEventBit = 0x80;
@@ -28,11 +29,10 @@ X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter pain
       dragEnded_(dragWatch_.ended.connect([this](DragEnd end) { button_->dragEnded(end); })) {
     QCoreApplication::instance()->installNativeEventFilter(this);
     connection_.hearAlso(connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-    later([this] {
-        const xcb_window_t manager = connection_.selectionOwner(X11Atom::trayOwner);
-        if (manager == x11None)
+    later([this] { managerAppeared(connection_.selectionOwner(X11Atom::trayOwner)); });
+    QTimer::singleShot(answeringTime, &context_, [this] {
+        if (docking_.state() == TrayDocking::State::waiting)
             qInfo("stowpocket: no tray to dock in; the icon is shown elsewhere until one comes");
-        managerAppeared(manager);
     });
 }
 
