@@ -94,9 +94,10 @@ void ShelfItemView::setHovered(bool isHovered) {
         button->show();
         removeButton_ = button;
     } else {
-        removeButton_->hide();
-        removeButton_->deleteLater();  // not at once: it may be in the middle of its click
-        removeButton_.clear();
+        // Hiding what is under the pointer has this tile told again that the pointer leaves.
+        QWidget* const button = std::exchange(removeButton_, nullptr);
+        button->hide();
+        button->deleteLater();  // not at once: it may be in the middle of its click
     }
     update();
 }
