@@ -15,7 +15,7 @@ class QtViewFactory : public ViewFactory {
 public:
     struct Platform {
         std::function<std::unique_ptr<Popover>(MakeContent)> makePopover;
-        ItemProvidersOf itemProviders;
+        DropReader drops;
         StartFileDrag startFileDrag;
     };
 

@@ -2,10 +2,6 @@
 #include "views/ShelfContentView.h"
 
 #include <QDropEvent>
-#include <QMimeData>
-#include <QUrl>
-
-#include <algorithm>
 
 namespace stowpocket {
 namespace {
@@ -14,16 +10,12 @@ constexpr int gridPadding = 10;
 constexpr int belowGridPadding = 8;
 constexpr int bottomPadding = 10;
 
-bool hasLocalFiles(const QMimeData& data) {
-    return data.hasUrls() && std::ranges::any_of(data.urls(), &QUrl::isLocalFile);
-}
-
 }  // namespace
 
-ShelfContentView::ShelfContentView(std::shared_ptr<ShelfViewModel> viewModel, ItemProvidersOf itemProviders,
+ShelfContentView::ShelfContentView(std::shared_ptr<ShelfViewModel> viewModel, DropReader drops,
                                    StartFileDrag startFileDrag, int width)
     : viewModel_(std::move(viewModel)),
-      itemProviders_(std::move(itemProviders)),
+      drops_(std::move(drops)),
       dropZone_(new DropZoneView(DropZoneView::Form::full)),
       grid_(new ShelfGridView(viewModel_, std::move(startFileDrag), width - 2 * gridPadding)),
       compactDropZone_(new DropZoneView(DropZoneView::Form::compact)),
@@ -62,8 +54,8 @@ void ShelfContentView::setTargeted(bool isTargeted) {
 }
 
 void ShelfContentView::dragEnterEvent(QDragEnterEvent* event) {
-    const bool isWanted = acceptsDrops_ && event->possibleActions().testFlag(Qt::CopyAction) &&
-                          (hasLocalFiles(*event->mimeData()) || !itemProviders_(*event->mimeData()).empty());
+    const bool isWanted =
+        acceptsDrops_ && event->possibleActions().testFlag(Qt::CopyAction) && drops_.offersItems(*event->mimeData());
     if (!isWanted) {
         event->ignore();
         return;
@@ -84,7 +76,7 @@ void ShelfContentView::dragLeaveEvent(QDragLeaveEvent*) {
 
 void ShelfContentView::dropEvent(QDropEvent* event) {
     setTargeted(false);
-    const auto providers = itemProviders_(*event->mimeData());
+    const auto providers = drops_.itemProviders(*event->mimeData());
     event->setDropAction(Qt::CopyAction);
     event->setAccepted(!providers.empty() && viewModel_->handleDrop(providers));
 }

@@ -12,16 +12,22 @@ class QMimeData;
 
 namespace stowpocket {
 
-/// What was dropped, as the window system delivers it, in the form that the shelf takes in. Asked while the drop is
-/// handled; empty for what cannot become a file.
-using ItemProvidersOf = std::function<std::vector<std::shared_ptr<ItemProvider>>(const QMimeData&)>;
+/// Reads the drags of the window system.
+struct DropReader {
+    /// Whether a drag may bring something that can become a file. Judged by the names of its types: its source, which
+    /// may be slow or gone, is asked for nothing before the drop.
+    std::function<bool(const QMimeData&)> offersItems;
+    /// What was dropped, in the form that the shelf takes in. Asked while the drop is handled; empty for what cannot
+    /// become a file.
+    std::function<std::vector<std::shared_ptr<ItemProvider>>(const QMimeData&)> itemProviders;
+};
 
 /// The middle of the popover: the large drop zone of an empty shelf, else the tiles with the compact drop zone or the
 /// line about the full shelf below them. Files may be dropped anywhere on it; they are only ever copied from a drag.
 class ShelfContentView : public QWidget {
 public:
-    ShelfContentView(std::shared_ptr<ShelfViewModel> viewModel, ItemProvidersOf itemProviders,
-                     StartFileDrag startFileDrag, int width);
+    ShelfContentView(std::shared_ptr<ShelfViewModel> viewModel, DropReader drops, StartFileDrag startFileDrag,
+                     int width);
 
     /// Shows what the shelf shows now.
     void evaluate(const ShelfPresentation& shown);
@@ -42,7 +48,7 @@ private:
     void setTargeted(bool isTargeted);
 
     const std::shared_ptr<ShelfViewModel> viewModel_;
-    const ItemProvidersOf itemProviders_;
+    const DropReader drops_;
     DropZoneView* const dropZone_;
     ShelfGridView* const grid_;
     DropZoneView* const compactDropZone_;

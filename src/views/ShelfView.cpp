@@ -17,7 +17,7 @@ QString displayText(const std::string& text) {
 ShelfView::ShelfView(Dependencies dependencies)
     : dependencies_(std::move(dependencies)),
       viewModel_(*dependencies_.viewModel),
-      content_(new ShelfContentView(dependencies_.viewModel, dependencies_.itemProviders, dependencies_.startFileDrag,
+      content_(new ShelfContentView(dependencies_.viewModel, dependencies_.drops, dependencies_.startFileDrag,
                                     shelfWidth)) {
     setFixedWidth(shelfWidth);
     setFocusPolicy(Qt::ClickFocus);

@@ -16,7 +16,7 @@ public:
         std::shared_ptr<ShelfViewModel> viewModel;
         std::function<void()> onOpenSettings;
         std::function<void()> onQuit;
-        ItemProvidersOf itemProviders;
+        DropReader drops;
         StartFileDrag startFileDrag;
     };
 

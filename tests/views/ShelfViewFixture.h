@@ -57,8 +57,11 @@ struct ShelfViewFixture : ShelfFixture {
     /// Makes the view and shows it at the height that it wishes for.
     ShelfView& open() {
         view = new ShelfView(
-            ShelfView::Dependencies{viewModel, [this] { ++settingsOpened; }, [this] { ++quits; },
-                                    [this](const QMimeData& data) { return providersOf(data); },
+            ShelfView::Dependencies{viewModel,
+                                    [this] { ++settingsOpened; },
+                                    [this] { ++quits; },
+                                    {[](const QMimeData& data) { return data.hasUrls() || data.hasFormat(promiseFormat); },
+                                     [this](const QMimeData& data) { return providersOf(data); }},
                                     [this](QWidget&, const FileURL& url, const QPixmap& picture, QPoint hotSpot) {
                                         dragged = {url.path(), picture, hotSpot};
                                     }});
@@ -83,7 +86,7 @@ struct ShelfViewFixture : ShelfFixture {
             if (url.isLocalFile())
                 dropped.push_back(FakeItemProvider::withURL(url.toString().toStdString()));
         }
-        if (data.hasFormat(QStringLiteral("application/x-promise")))
+        if (data.hasFormat(promiseFormat))
             dropped.push_back(FakeItemProvider::withContents("public.data", "/temporary/promised"));
         std::ranges::copy(dropped, std::back_inserter(made));
         return made;
@@ -95,6 +98,7 @@ struct ShelfViewFixture : ShelfFixture {
         QPoint hotSpot;
     };
 
+    static inline const QString promiseFormat = QStringLiteral("application/x-promise");
     PaintedIcons painted;
     std::vector<std::shared_ptr<FakeItemProvider>> dropped;
     int settingsOpened = 0;

@@ -20,8 +20,11 @@ public:
     explicit RawData(std::map<QString, QByteArray> contents) : contents_(std::move(contents)) {}
     [[nodiscard]] bool hasFormat(const QString& format) const override { return contents_.contains(format); }
 
+    mutable int reads = 0;
+
 protected:
     [[nodiscard]] QVariant retrieveData(const QString& format, QMetaType) const override {
+        ++reads;
         const auto found = contents_.find(format);
         return found == contents_.end() ? QVariant() : found->second;
     }
@@ -89,6 +92,11 @@ TEST(DropData, offersFilesByNameAlone) {
     EXPECT_TRUE(offersAnyOf(files, wanted));
     EXPECT_FALSE(offersAnyOf(files, {"public.plain-text"}));
     EXPECT_FALSE(offersAnyOf(text, wanted));
+    EXPECT_TRUE(offersItems(files) && offersItems(text));
+    const RawData picture({{QStringLiteral("image/png"), "\x89PNG"}});
+    EXPECT_TRUE(offersItems(picture));
+    EXPECT_FALSE(offersItems(RawData({{QStringLiteral("image/x-something"), "x"}})));
+    EXPECT_EQ(files.reads + text.reads + picture.reads, 0);
 }
 
 TEST(DropData, writesContentsThatAreNoFileToATemporaryOne) {

@@ -86,7 +86,8 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
               [this](MakeContent makeContent) {
                   return std::make_unique<QtPopover>(popoverHost_, std::move(makeContent));
               },
-          .itemProviders = [this](const QMimeData& data) { return itemProvidersOf(data, &promises_); },
+          .drops = {.offersItems = [this](const QMimeData& data) { return offersItems(data, &promises_); },
+                    .itemProviders = [this](const QMimeData& data) { return itemProvidersOf(data, &promises_); }},
           .startFileDrag = [this](QWidget& source, const FileURL& file, const QPixmap& picture,
                                   QPoint hotSpot) { fileDrag_.start(source, file, picture, hotSpot); },
       }),

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <array>
 
 namespace stowpocket {
@@ -62,6 +63,10 @@ private:
 };
 
 }  // namespace
+
+bool offersContents(const QMimeData& data) {
+    return std::ranges::any_of(kinds, [&](const Kind& kind) { return data.hasFormat(kind.format); });
+}
 
 std::shared_ptr<ItemProvider> droppedContents(const QMimeData& data) {
     for (const Kind& kind : kinds) {

@@ -65,6 +65,11 @@ bool offersAnyOf(const QMimeData& data, const std::vector<std::string>& types, c
            (isWanted(pasteboardType::promisedFileURL) && promises != nullptr && promises->isOfferedBy(data));
 }
 
+bool offersItems(const QMimeData& data, const DropPromises* promises) {
+    return data.hasFormat(uriListFormat) || (promises != nullptr && promises->isOfferedBy(data)) ||
+           offersContents(data);
+}
+
 std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const QMimeData& data, DropPromises* promises) {
     std::vector<std::shared_ptr<ItemProvider>> providers;
     for (FileURL& file : filesOf(data))

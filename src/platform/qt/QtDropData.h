@@ -31,6 +31,9 @@ private:
 [[nodiscard]] bool offersAnyOf(const QMimeData& data, const std::vector<std::string>& types,
                                const DropPromises* promises = nullptr);
 
+/// Whether a drop of this could bring anything that `itemProvidersOf` finds, judged by names alone.
+[[nodiscard]] bool offersItems(const QMimeData& data, const DropPromises* promises = nullptr);
+
 /// What was dropped, to be called while the drop is handled: one provider per local file, in the source's order; when
 /// there are no files, one for those that are promised; when there are none either, one for the contents themselves
 /// if they are a picture or text; otherwise none.
