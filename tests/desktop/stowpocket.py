@@ -9,11 +9,13 @@ from drag import Drag
 from x_display import wait_for
 
 PROJECT = Path(__file__).resolve().parents[2]
+STATUS_ITEM, POCKET = "stowpocket status item", "stowpocket pocket"
 PROGRAM = os.environ.get("STOWPOCKET", PROJECT / "build/dev/src/stowpocket")
 
 
 class Stowpocket:
-    def __init__(self, desktop, *files, program=PROGRAM):
+    def __init__(self, desktop, *files, program=PROGRAM, icon=STATUS_ITEM):
+        self.icon_window = icon
         self.desktop, self.x, self.program = desktop, desktop.x, str(Path(program).resolve())
         self.settings = desktop.home / "config/stowpocket/preferences.plist"
         if not self.settings.exists():
@@ -35,14 +37,14 @@ class Stowpocket:
         self.start()
 
     def icon(self):
-        """The middle of the icon, once the panel has given it its place; before that it lies beyond the edge of the screen."""
+        """The middle of the icon, once it has its place; what no panel has placed yet lies beyond the edge of the screen."""
         screen = self.x.rect(self.x.root.value)
 
         def place():
-            window = self.x.find("stowpocket status item")
+            window = self.x.find(self.icon_window)
             icon = window and self.x.rect(window)
             return icon and icon.x + icon.width <= screen.width and icon
-        icon = wait_for(place, "the icon in the panel")
+        icon = wait_for(place, "the icon")
         return icon.x + icon.width // 2, icon.y + icon.height // 2
 
     def preferences(self):
