@@ -36,12 +36,15 @@ class Lifetime(DesktopTest):
 
     def test_icon_returns_with_the_panel(self):
         window = PcmanfmQt(self.desktop, self.desktop.folder("papers", 1), LEFT)
-        stowpocket = self.start("xfce4-panel")
+        stowpocket = self.start("xfce4-panel", *self.desktop.folder("staged", 2).iterdir())
+        stowpocket.wait_for_shown("Shelf with 2 items")
         self.desktop.end(self.panel, signal.SIGKILL)
         wait_for(lambda: not self.desktop.x.find("stowpocket status item"), "the icon to go with the panel")
         start_panel(self.desktop, "trayer")
+        stowpocket.icon()
+        stowpocket.wait_for_shown("Shelf with 2 items")
         stowpocket.take_drop(window.drag_all())
-        stowpocket.wait_for_files(["file 01.txt"])
+        stowpocket.wait_for_shown("Shelf with 3 items")
 
     def test_start_leaves_the_focus_where_it_is(self):
         window = Thunar(self.desktop, self.desktop.folder("papers", 1), RIGHT)

@@ -151,8 +151,11 @@ class XDisplay:
         x11.XFree(Pointer(address))
         return name
 
+    def selection_owner(self, name):
+        return x11.XGetSelectionOwner(self.handle, self.atom(name))
+
     def is_dragging(self):
-        return x11.XGetSelectionOwner(self.handle, self.atom("XdndSelection")) != 0
+        return self.selection_owner("XdndSelection") != 0
 
     def forget_drag(self):
         """Some programs keep the drag selection after the drop; without it the next drag shows by itself."""

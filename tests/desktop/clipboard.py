@@ -1,0 +1,24 @@
+# SPDX-License-Identifier: MIT
+"""What the user copied before, which no program may lose."""
+import subprocess
+
+from x_display import wait_for
+
+
+class Clipboard:
+    """Held by a program of its own, which writes down how often it is asked for it."""
+
+    def __init__(self, desktop, text, kind="UTF8_STRING"):
+        self.desktop, self.kind = desktop, kind
+        copied = desktop.home / "copied"
+        copied.write_text(text)
+        desktop.start("xclip", "-verbose", "-selection", "clipboard", "-target", kind, str(copied))
+        wait_for(lambda: desktop.x.selection_owner("CLIPBOARD"), "the clipboard to be held")
+
+    def was_read(self):
+        return "selection request number 2" in (self.desktop.logs / "xclip.log").read_text()
+
+    def text(self):
+        """What would be pasted now, whoever holds it."""
+        return subprocess.run(["xclip", "-out", "-selection", "clipboard", "-target", self.kind], env=self.desktop.environment, capture_output=True, text=True,
+                              timeout=30).stdout
