@@ -27,6 +27,8 @@ struct MainBundle {
 namespace infoKey {
 inline constexpr std::string_view bundleName = "CFBundleName";
 inline constexpr std::string_view bundleShortVersionString = "CFBundleShortVersionString";
+/// The version by which releases are compared.
+inline constexpr std::string_view bundleVersion = "CFBundleVersion";
 /// The address of the list of released versions.
 inline constexpr std::string_view feedURL = "SUFeedURL";
 /// The key that releases are signed with, in Base64.

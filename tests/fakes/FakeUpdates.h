@@ -9,6 +9,8 @@
 #include "platform/PropertyListParser.h"
 #include "platform/Trash.h"
 #include "platform/UpdateFramework.h"
+#include "platform/UpdateWindow.h"
+#include "platform/UpdateWorker.h"
 
 namespace stowpocket {
 
@@ -73,6 +75,53 @@ public:
 
 private:
     CallLog& log_;
+};
+
+/// Notes what it is to do and keeps the completion until the test answers.
+class FakeUpdateWorker : public UpdateWorker {
+public:
+    explicit FakeUpdateWorker(CallLog& log) : log_(log) {}
+    void readList(const std::string& url, ListDone newDone) override {
+        log_.push_back("list " + url);
+        listDone = std::move(newDone);
+    }
+    void readNotes(const std::string& url, TextDone newDone) override {
+        log_.push_back("notes " + url);
+        notesDone = std::move(newDone);
+    }
+    void download(const AppcastItem& item, const std::string& key, Progress newProgress, Done newDone) override {
+        log_.push_back("download " + item.version + " " + key);
+        progress = std::move(newProgress);
+        done = std::move(newDone);
+    }
+    void install(const AppcastItem& item, const std::string& key, Done newDone) override {
+        log_.push_back("install " + item.version + " " + key);
+        done = std::move(newDone);
+    }
+    void cancel() override { log_.push_back("cancel"); }
+    void discardDownload() override { log_.push_back("discard"); }
+    void removeReplaced() override { log_.push_back("remove replaced"); }
+
+    ListDone listDone;
+    TextDone notesDone;
+    Progress progress;
+    Done done;
+
+private:
+    CallLog& log_;
+};
+
+class FakeUpdateWindow : public UpdateWindow {
+public:
+    void show(const UpdateStatus& status) override { shown = status; }
+    void bringToFront() override { ++timesInFront; }
+    void close() override { shown.reset(); }
+    [[nodiscard]] Signal<UpdateChoice>& chosen() override { return choices; }
+
+    /// None while it is closed.
+    std::optional<UpdateStatus> shown;
+    int timesInFront = 0;
+    Signal<UpdateChoice> choices;
 };
 
 }  // namespace stowpocket

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace stowpocket {
+
+/// What a list of releases says about one version. Empty where it says nothing.
+struct AppcastItem {
+    std::string version;
+    /// The version as users read it.
+    std::string displayVersion;
+    std::string minimumSystemVersion;
+    std::string operatingSystem;
+    /// Processors that it needs, separated by commas.
+    std::string hardware;
+    /// A version in a channel is for those who asked for that channel.
+    std::string channel;
+    /// A page about the version, for people.
+    std::string pageURL;
+    /// Plain text about the version, and where there is more.
+    std::string notes;
+    std::string notesURL;
+    std::string downloadURL;
+    /// Ed25519 over the file, in Base64.
+    std::string signature;
+    /// The size of the file in bytes.
+    std::int64_t length = 0;
+
+    friend bool operator==(const AppcastItem&, const AppcastItem&) = default;
+};
+
+/// Why a step of an update came to nothing. Whatever it is, the program is as it was before.
+enum class UpdateFailure {
+    unreachable,        ///< no connection, or one that broke off
+    unreadableList,     ///< the list of releases is none
+    tooLarge,           ///< an answer without end
+    wrongLength,        ///< the file is longer or shorter than announced
+    badSignature,       ///< the file was not signed with the key of this program
+    notForThisMachine,  ///< the file is no program for this machine
+    diskFull,
+    notWritable,  ///< the program's folder or file may not be changed
+    other,
+};
+
+/// Does the work of an update: what touches the network, and bytes that others wrote. One job at a time; each call
+/// returns at once and its completion runs later, once, unless the job is cancelled before. Main thread.
+class UpdateWorker {
+public:
+    using ListDone = std::function<void(std::variant<std::vector<AppcastItem>, UpdateFailure>)>;
+    using TextDone = std::function<void(const std::string& text)>;
+    using Done = std::function<void(std::optional<UpdateFailure>)>;
+    using Progress = std::function<void(std::int64_t received)>;
+
+    virtual ~UpdateWorker() = default;
+    /// Reads the list of releases at `url`.
+    virtual void readList(const std::string& url, ListDone done) = 0;
+    /// Reads a page as plain text; empty when there is none.
+    virtual void readNotes(const std::string& url, TextDone done) = 0;
+    /// Fetches the file of `item` and keeps it when its length and signature are right. What was fetched before is
+    /// not fetched again.
+    virtual void download(const AppcastItem& item, const std::string& publicKey, Progress progress, Done done) = 0;
+    /// Puts the fetched file in the place of this program, whose own file is kept until `removeReplaced`.
+    virtual void install(const AppcastItem& item, const std::string& publicKey, Done done) = 0;
+    /// Ends the job under way without its completion.
+    virtual void cancel() = 0;
+
+    /// Forgets what was fetched, whole or in part.
+    virtual void discardDownload() = 0;
+    /// Removes the file of the version that was replaced.
+    virtual void removeReplaced() = 0;
+};
+
+}  // namespace stowpocket

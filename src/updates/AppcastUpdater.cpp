@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: MIT
+#include "updates/AppcastUpdater.h"
+
+#include "platform/Clock.h"
+#include "platform/Dispatch.h"
+#include "platform/MainBundle.h"
+#include "platform/PreferenceStore.h"
+
+namespace stowpocket {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto timeBetweenChecks = 24h;
+/// How often is looked whether a check is due. A single timer of a day would stand still while the machine sleeps.
+constexpr auto timeBetweenLooks = 1h;
+/// After the start of the session there are better uses for the network, and a program that has run so long works.
+constexpr auto timeToFirstLook = 1min;
+
+std::string infoOf(const MainBundle& bundle, std::string_view key) {
+    const std::string* const text = bundle.infoString(key);
+    return text == nullptr ? std::string() : *text;
+}
+
+std::string runningVersionOf(const MainBundle& bundle) {
+    const std::string version = infoOf(bundle, infoKey::bundleVersion);
+    return version.empty() ? infoOf(bundle, infoKey::bundleShortVersionString) : version;
+}
+
+}  // namespace
+
+AppcastUpdater::AppcastUpdater(AppcastUpdaterServices services) : services_(std::move(services)) {
+    const MainBundle& bundle = services_.mainBundle;
+    status_.programName = infoOf(bundle, infoKey::bundleName);
+    status_.runningVersion = runningVersionOf(bundle);
+    status_.canInstall = services_.ownsItsFile && !infoOf(bundle, infoKey::publicEDKey).empty();
+    canCheck_ = !infoOf(bundle, infoKey::feedURL).empty() && !status_.runningVersion.empty();
+    choices_ = services_.window.chosen().connect([this](UpdateChoice choice) { choose(choice); });
+    scheduleChecks();
+}
+
+AppcastUpdater::~AppcastUpdater() {
+    services_.worker.cancel();
+    services_.window.close();
+}
+
+void AppcastUpdater::setState(UpdateState state) {
+    status_.state = state;
+    if (isShown_)
+        services_.window.show(status_);
+    // A second wish to check would find nothing new to do; in every other state it brings up the window.
+    const bool can = !infoOf(services_.mainBundle, infoKey::feedURL).empty() && !status_.runningVersion.empty() &&
+                     !(isShown_ && state == UpdateState::checking);
+    if (can != canCheck_) {
+        canCheck_ = can;
+        canCheckChanged_.emit(can);
+    }
+}
+
+/// Shows what has gone on unseen so far.
+void AppcastUpdater::present() {
+    isShown_ = true;
+    setState(status_.state);
+    services_.window.bringToFront();
+}
+
+void AppcastUpdater::finish() {
+    isShown_ = false;
+    isInstallAsked_ = false;
+    services_.window.close();
+    setState(UpdateState::idle);
+}
+
+void AppcastUpdater::fail(UpdateFailure failure) {
+    if (!isShown_)
+        return finish();
+    status_.failure = failure;
+    setState(UpdateState::failed);
+}
+
+void AppcastUpdater::scheduleChecks() {
+    if (!canCheck_)
+        return;
+    firstLook_ = services_.dispatch.after(timeToFirstLook, [this] {
+        forgetReplacedVersion();
+        lookByItself();
+    });
+    looks_ = services_.dispatch.every(timeBetweenLooks, [this] { lookByItself(); });
+}
+
+/// The file of the version before is kept until this one has run for a while: were it broken, it would be needed.
+void AppcastUpdater::forgetReplacedVersion() {
+    const std::string installed = services_.preferences.string(installedVersionKey);
+    if (installed.empty())
+        return;
+    if (installed == status_.runningVersion)
+        services_.worker.removeReplaced();
+    services_.preferences.removeValue(installedVersionKey);
+}
+
+void AppcastUpdater::lookByItself() {
+    if (status_.state == UpdateState::idle && isCheckDue())
+        check();
+}
+
+bool AppcastUpdater::isCheckDue() const {
+    const std::optional<PropertyValue> enabled = services_.preferences.value(enableAutomaticChecksKey);
+    if (enabled && enabled->boolean() == false)
+        return false;
+    const std::optional<PropertyValue> last = services_.preferences.value(lastCheckTimeKey);
+    const std::optional<Date> time = last ? last->date() : std::nullopt;
+    const Date now = services_.clock.now();
+    // A time to come was stored while the clock was wrong.
+    return !time || *time > now || now - *time >= timeBetweenChecks;
+}
+
+void AppcastUpdater::checkForUpdates() {
+    if (!canCheck_)
+        return;
+    if (status_.state != UpdateState::idle)
+        return present();
+    isShown_ = true;
+    check();
+}
+
+void AppcastUpdater::check() {
+    status_.item = {};
+    status_.failure.reset();
+    status_.received = 0;
+    setState(UpdateState::checking);
+    services_.worker.readList(infoOf(services_.mainBundle, infoKey::feedURL), [this](auto answer) {
+        if (const UpdateFailure* const failure = std::get_if<UpdateFailure>(&answer))
+            fail(*failure);
+        else
+            listArrived(std::get<0>(answer));
+    });
+}
+
+void AppcastUpdater::listArrived(const std::vector<AppcastItem>& items) {
+    services_.preferences.setValue(lastCheckTimeKey, services_.clock.now());
+    // Who asks for updates changes their mind about the version they did not want.
+    const std::string skipped = isShown_ ? std::string() : services_.preferences.string(skippedVersionKey);
+    const AppcastItem* const item = selectUpdate(items, services_.system, status_.runningVersion, skipped);
+    if (item == nullptr)
+        return isShown_ ? setState(UpdateState::upToDate) : finish();
+    status_.item = *item;
+    if (!isShown_ && isFetchedUnasked_ && status_.canInstall)
+        download();
+    else
+        offer();
+}
+
+void AppcastUpdater::offer() {
+    isShown_ = true;
+    setState(UpdateState::offered);
+    if (!status_.item.notes.empty() || status_.item.notesURL.empty())
+        return;
+    services_.worker.readNotes(status_.item.notesURL, [this](const std::string& text) {
+        status_.item.notes = text;
+        setState(status_.state);
+    });
+}
+
+void AppcastUpdater::download() {
+    setState(UpdateState::downloading);
+    services_.worker.download(
+        status_.item, infoOf(services_.mainBundle, infoKey::publicEDKey),
+        [this](std::int64_t received) {
+            status_.received = received;
+            setState(received < status_.item.length ? UpdateState::downloading : UpdateState::verifying);
+        },
+        [this](std::optional<UpdateFailure> failure) { failure ? fail(*failure) : downloaded(); });
+}
+
+void AppcastUpdater::downloaded() {
+    if (isInstallAsked_)
+        return install();
+    isShown_ = true;
+    setState(UpdateState::ready);
+}
+
+void AppcastUpdater::install() {
+    setState(UpdateState::installing);
+    services_.worker.install(status_.item, infoOf(services_.mainBundle, infoKey::publicEDKey),
+                             [this](std::optional<UpdateFailure> failure) {
+                                 if (failure)
+                                     return fail(*failure);
+                                 services_.preferences.setValue(installedVersionKey, status_.item.version);
+                                 setState(UpdateState::installed);
+                                 services_.restart();
+                             });
+}
+
+void AppcastUpdater::choose(UpdateChoice choice) {
+    const bool isWaiting = status_.state == UpdateState::offered || status_.state == UpdateState::ready;
+    switch (choice) {
+    case UpdateChoice::install:
+        if (!isWaiting || !status_.canInstall)
+            return;
+        services_.worker.cancel();  // notes that are still on their way
+        isInstallAsked_ = true;
+        return status_.state == UpdateState::ready ? install() : download();
+    case UpdateChoice::openPage:
+        services_.openPage(status_.item.pageURL);
+        break;
+    case UpdateChoice::skip:
+        services_.preferences.setValue(skippedVersionKey, status_.item.version);
+        break;
+    case UpdateChoice::later:
+    case UpdateChoice::cancel:
+        break;
+    }
+    if (status_.state == UpdateState::installing || status_.state == UpdateState::installed)
+        return;  // too late to turn back, and soon over
+    services_.worker.cancel();
+    if (choice == UpdateChoice::skip || choice == UpdateChoice::cancel)
+        services_.worker.discardDownload();
+    finish();
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace stowpocket {
+
+/// The words of a piece of HTML, or of plain text: no markup, no scripts and style sheets, nothing that would be
+/// fetched. Paragraphs, rows and list entries begin on lines of their own. `html` is well-formed UTF-8; what is too
+/// long for a window is cut off.
+[[nodiscard]] std::string plainNotes(std::string_view html);
+
+}  // namespace stowpocket

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "updates/AppcastRecords.h"
+#include "updates/NotesText.h"
+#include "updates/UpdateSelection.h"
+#include "updates/VersionComparison.h"
+
+#include <gtest/gtest.h>
+
+namespace stowpocket {
+namespace {
+
+TEST(VersionComparison, ordersVersionsAsTheirMakersMeanThem) {
+    for (const auto& [older, newer] :
+         std::vector<std::pair<const char*, const char*>>{{"1.9", "1.10"},
+                                                          {"1.0", "1.0.1"},
+                                                          {"1.0b2", "1.0"},
+                                                          {"1.0b2", "1.0b10"},
+                                                          {"1.0a1", "1.0b1"},
+                                                          {"1.0 beta", "1.0"},
+                                                          {"1.0-rc1", "1.0"},
+                                                          {"1.0B9", "1.0rc1"},
+                                                          {"1.0b5", "1.0.1b5"},
+                                                          {"1.0 (1234)", "1.0 (1235)"},
+                                                          {"1.0b1 (1234)", "1.0 (1234)"},
+                                                          {"1.0 (99)", "1.0.1 (1)"},
+                                                          {"1.0", "1.0 (1)"},
+                                                          {"3.3 (5847)", "3.3.1b1 (5902)"},
+                                                          {"", "0.1"},
+                                                          {"9", "18446744073709551617"},
+                                                          {"v9", "1"},
+                                                          {"0.0.9", ".1"}}) {
+        EXPECT_TRUE(compareVersions(older, newer) < 0) << older << " < " << newer;
+        EXPECT_TRUE(compareVersions(newer, older) > 0) << newer << " > " << older;
+    }
+    for (const auto& [left, right] : std::vector<std::pair<const char*, const char*>>{{"1.0", "1.0.0"},
+
+                                                                                      {"01.002", "1.2"},
+                                                                                      {"1.0-rc1", "1.0 RC 1"},
+                                                                                      {" 1.0", "1.0-"},
+                                                                                      {"", "0"}})
+        EXPECT_TRUE(compareVersions(left, right) == 0) << left << " = " << right;
+}
+
+AppcastItem item(const char* version, const char* operatingSystem = "linux") {
+    AppcastItem made;
+    made.version = version;
+    made.operatingSystem = operatingSystem;
+    return made;
+}
+
+/// The version chosen among `items` by a program of version 2.0.
+std::string chosen(const std::vector<AppcastItem>& items, const char* skipped = "", const char* hardware = "x86_64") {
+    const AppcastItem* const found = selectUpdate(items, {"linux", "6.1.0-13", hardware}, "2.0", skipped);
+    return found == nullptr ? "none" : found->version;
+}
+
+TEST(UpdateSelection, takesTheNewestThatRunsHereAndIsNewer) {
+    EXPECT_EQ(chosen({}), "none");
+    EXPECT_EQ(chosen({item("1.9"), item("2.0"), item("2.0.0"), item("2.0b1"), item("")}), "none") << "no way back";
+    EXPECT_EQ(chosen({item("2.9"), item("2.10"), item("2.1")}), "2.10");
+    EXPECT_EQ(chosen({item("2.1"), item("3", ""), item("3", "macos"), item("3", "windows")}), "2.1");
+    EXPECT_EQ(chosen({item("2.1"), item("2.2")}, "2.2"), "2.1");
+    std::vector<AppcastItem> items{item("2.1"), item("3"), item("4"), item("5"), item("2.2")};
+    items[1].channel = "beta";
+    items[2].minimumSystemVersion = "6.2";
+    items[3].hardware = "arm64";
+    items[4].minimumSystemVersion = "6.1";
+    items[4].hardware = " x86_64 ";
+    EXPECT_EQ(chosen(items), "2.2");
+    EXPECT_EQ(chosen(items, "", "aarch64"), "5");
+}
+
+TEST(AppcastRecords, comeBackAsTheyWereAndRefuseRubbish) {
+    std::vector<AppcastItem> items{item("1"), item("2")};
+    items[1].notes = "a\nb \u00e9";
+    items[1].length = 5'000'000'000;
+    const std::string bytes = encodedItems(items);
+    EXPECT_EQ(decodedItems(bytes), items);
+    EXPECT_EQ(decodedItems(""), std::vector<AppcastItem>());
+    EXPECT_FALSE(decodedItems(bytes.substr(0, bytes.size() - 1)));
+    EXPECT_FALSE(decodedItems(bytes + "x"));
+    items[0].notes = std::string("nul\0nul", 7);
+    EXPECT_EQ(decodedItems(encodedItems(items))->at(0).notes, "nulnul");
+}
+
+TEST(NotesText, keepsTheWordsOfHtmlAndNothingElse) {
+    for (const auto& [html, text] : std::vector<std::pair<const char*, const char*>>{
+             {"Faster.\nSmaller.\n\n\n\nBetter & < more", "Faster.\nSmaller.\n\nBetter & < more"},
+             {"<h2>New</h2>\n <ul>\n<li>One  &amp; <b>two</b>,<li>three</ul>",
+              "New\n\n\u2022 One & two,\n\u2022 three"},
+             {"<p>a<br/>b</p><p>c</p>", "a\nb\n\nc"},
+             {"a<script>alert('</p>')</SCRIPT>b<style>x{}</style>c<!-- <p> -->d<img src=http://e/>", "abcd"},
+             {"<i>&#8217;&#x1F600;&nbsp;&#0;&bogus;&lt;b&gt;</i>", "\u2019\U0001F600 &#0;&bogus;<b>"},
+             {"<script>never ends", ""},
+             {"<unclosed", ""}})
+        EXPECT_EQ(plainNotes(html), text);
+    EXPECT_EQ(plainNotes(std::string(19'999, 'a') + "\u00e9\u00e9").size(), 19'999u) << "cut between characters";
+}
+
+}  // namespace
+}  // namespace stowpocket
