@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/updates/DownloadFile.h"
+
+#include "platform/linux/storage/DurableFile.h"
+#include "platform/linux/storage/Folders.h"
+#include "platform/linux/updates/ReplacedProgram.h"
+#include "platform/linux/updates/Signature.h"
+
+#include <elf.h>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <span>
+
+namespace stowpocket {
+namespace {
+
+constexpr mode_t userOnly = 0600;
+constexpr mode_t userMayRun = 0100;
+constexpr mode_t permissions = 0777;
+
+/// The contents of a file, for as long as this lives.
+class MappedFile {
+public:
+    MappedFile(int descriptor, std::size_t size)
+        : size_(size),
+          memory_(size == 0 ? MAP_FAILED : ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, descriptor, 0)) {}
+    MappedFile(const MappedFile&) = delete;
+    MappedFile& operator=(const MappedFile&) = delete;
+    ~MappedFile() {
+        if (memory_ != MAP_FAILED)
+            ::munmap(memory_, size_);
+    }
+    [[nodiscard]] std::span<const std::uint8_t> bytes() const {
+        return memory_ == MAP_FAILED ? std::span<const std::uint8_t>()
+                                     : std::span(static_cast<const std::uint8_t*>(memory_), size_);
+    }
+
+private:
+    const std::size_t size_;
+    void* const memory_;
+};
+
+/// The processor that an executable is for; none when it is no executable.
+std::optional<std::uint16_t> machineOf(std::span<const std::uint8_t> bytes) {
+    Elf64_Ehdr header{};  // the fields that are read here lie at the same place in 32-bit files
+    if (bytes.size() < sizeof header)
+        return std::nullopt;
+    std::memcpy(&header, bytes.data(), sizeof header);
+    const bool isExecutable = std::memcmp(header.e_ident, ELFMAG, SELFMAG) == 0;
+    return isExecutable ? std::optional(header.e_machine) : std::nullopt;
+}
+
+std::optional<std::uint16_t> machineOfThisProgram() {
+    const FileDescriptor file(::open("/proc/self/exe", O_RDONLY | O_CLOEXEC));
+    return machineOf(MappedFile(file.get(), sizeof(Elf64_Ehdr)).bytes());
+}
+
+FileDescriptor openDownload(const std::string& program) {
+    return FileDescriptor(::open(downloadPath(program).c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+std::optional<UpdateFailure> check(int descriptor, const SignedFile& expected) {
+    struct stat status {};
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
+        return UpdateFailure::other;
+    if (status.st_size != expected.length)
+        return UpdateFailure::wrongLength;
+    const MappedFile contents(descriptor, static_cast<std::size_t>(status.st_size));
+    if (!isSigned(contents.bytes(), expected.signature, expected.publicKey))
+        return UpdateFailure::badSignature;
+    const std::optional<std::uint16_t> machine = machineOf(contents.bytes());
+    return machine && machine == machineOfThisProgram() ? std::nullopt
+                                                        : std::optional(UpdateFailure::notForThisMachine);
+}
+
+/// A second name for the old file keeps `target` in its place all the time. Where the file system has no second
+/// names there is a moment between the two steps at which it has none.
+std::optional<UpdateFailure> exchange(const std::string& download, const std::string& target) {
+    const std::string replaced = replacedPath(target);
+    ::unlink(replaced.c_str());
+    const bool isLinked = ::link(target.c_str(), replaced.c_str()) == 0;
+    if (!isLinked && std::rename(target.c_str(), replaced.c_str()) != 0)
+        return failureOfErrno(errno);
+    if (std::rename(download.c_str(), target.c_str()) == 0)
+        return std::nullopt;
+    const UpdateFailure failure = failureOfErrno(errno);
+    static_cast<void>(isLinked ? ::unlink(replaced.c_str()) : std::rename(replaced.c_str(), target.c_str()));
+    return failure;
+}
+
+}  // namespace
+
+UpdateFailure failureOfErrno(int error) {
+    switch (error) {
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return UpdateFailure::diskFull;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return UpdateFailure::notWritable;
+    default:
+        return UpdateFailure::other;
+    }
+}
+
+std::optional<UpdateFailure> DownloadFile::create(const std::string& program, std::int64_t length) {
+    const std::string path = downloadPath(program);
+    ::unlink(path.c_str());
+    file_ = FileDescriptor(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, userOnly));
+    if (!file_.isOpen())
+        return failureOfErrno(errno);
+    size_ = 0;
+    const bool isRefused = ::fallocate(file_.get(), FALLOC_FL_KEEP_SIZE, 0, length) != 0;
+    return isRefused && failureOfErrno(errno) == UpdateFailure::diskFull ? std::optional(UpdateFailure::diskFull)
+                                                                         : std::nullopt;
+}
+
+std::optional<UpdateFailure> DownloadFile::write(std::string_view bytes) {
+    if (const std::error_code error = writeAll(file_.get(), bytes))
+        return failureOfErrno(error.value());
+    size_ += static_cast<std::int64_t>(bytes.size());
+    return std::nullopt;
+}
+
+std::optional<UpdateFailure> checkDownload(const std::string& program, const SignedFile& expected) {
+    const FileDescriptor file = openDownload(program);
+    return file.isOpen() ? check(file.get(), expected) : UpdateFailure::other;
+}
+
+std::optional<UpdateFailure> installDownload(const std::string& program, const SignedFile& expected) {
+    const std::string target = linkTarget(program);
+    struct stat old {};
+    const FileDescriptor file = openDownload(program);
+    if (!file.isOpen() || ::lstat(target.c_str(), &old) != 0 || !S_ISREG(old.st_mode))
+        return UpdateFailure::other;
+    if (const std::optional<UpdateFailure> failure = check(file.get(), expected))
+        return failure;
+    if (::fchmod(file.get(), (old.st_mode & permissions) | userMayRun) != 0 || ::fsync(file.get()) != 0)
+        return failureOfErrno(errno);
+    if (const std::optional<UpdateFailure> failure = exchange(downloadPath(program), target))
+        return failure;
+    const FileDescriptor folder(::open(parentFolder(target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.isOpen())
+        static_cast<void>(::fsync(folder.get()));
+    return std::nullopt;
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/UpdateWorker.h"
+
+#include <array>
+#include <optional>
+
+namespace stowpocket {
+
+/// How the program talks to `stowpocket-updater`, which is started anew for each of these jobs, with the arguments
+/// that are named here, and ends with `updaterExitCode`.
+namespace updaterCommand {
+/// URL. Prints the HTTP status, a line feed and the body.
+inline constexpr auto fetch = "fetch";
+/// URL of a list of releases. Prints its items as `encodedItems` writes them.
+inline constexpr auto list = "list";
+/// URL of a page. Prints its words.
+inline constexpr auto notes = "notes";
+/// URL, length, signature, public key, the program's file. Prints how many bytes are there, a line each time.
+inline constexpr auto download = "download";
+/// Length, signature, public key, the program's file.
+inline constexpr auto install = "install";
+/// The program's file.
+inline constexpr auto discardDownload = "discard-download";
+inline constexpr auto removeReplaced = "remove-replaced";
+}  // namespace updaterCommand
+
+/// More than a list of releases takes, in bytes.
+inline constexpr std::int64_t maxAnswerSize = std::int64_t{1} << 20u;
+
+namespace detail {
+constexpr int firstFailureCode = 10;
+}
+
+[[nodiscard]] constexpr int updaterExitCode(std::optional<UpdateFailure> failure) {
+    return failure ? detail::firstFailureCode + static_cast<int>(*failure) : 0;
+}
+
+/// None for success. Codes of no failure are `other`: the process was killed, or could not be started.
+[[nodiscard]] constexpr std::optional<UpdateFailure> failureOfExitCode(int code) {
+    if (code == 0)
+        return std::nullopt;
+    const int index = code - detail::firstFailureCode;
+    return index >= 0 && index <= static_cast<int>(UpdateFailure::other) ? static_cast<UpdateFailure>(index)
+                                                                         : UpdateFailure::other;
+}
+
+}  // namespace stowpocket

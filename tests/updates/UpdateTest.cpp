@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#include "contracts/FullDisk.h"
+#include "contracts/TemporaryFolder.h"
+#include "fakes/FakeDispatch.h"
+#include "fakes/FakeUpdates.h"
+#include "platform/LayeredPreferenceStore.h"
+#include "platform/linux/updates/ReplacedProgram.h"
+#include "platform/linux/updates/UpdaterWorker.h"
+#include "updates/AppcastUpdater.h"
+#include "updates/LocalServer.h"
+#include "x11/ComesTrue.h"
+
+#include <gtest/gtest.h>
+#include <QProcess>
+#include <sodium.h>
+
+namespace stowpocket {
+namespace {
+
+using namespace std::chrono_literals;
+
+std::string base64(const std::vector<unsigned char>& bytes) {
+    return QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()))
+        .toBase64()
+        .toStdString();
+}
+
+/// A program of version 1 that finds version 2 on a server, signed with a key made for the occasion.
+class UpdateTest : public testing::Test {
+protected:
+    UpdateTest() {
+        EXPECT_GE(sodium_init(), 0);
+        crypto_sign_keypair(publicKey.data(), secretKey.data());
+        folder.write("app/program", executable + "=1");
+        std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+        publish(executable + "=2");
+    }
+    void publish(const std::string& file) {
+        std::vector<unsigned char> signature(crypto_sign_BYTES);
+        crypto_sign_detached(signature.data(), nullptr, reinterpret_cast<const unsigned char*>(file.data()),
+                             file.size(), secretKey.data());
+        server.serveBody("/program", file);
+        list(file.size(), base64(signature));
+    }
+    void list(std::size_t length, const std::string& signature) {
+        server.serveBody("/feed", "<rss xmlns:s='http://www.andymatuschak.org/xml-namespaces/sparkle'><channel><item>"
+                                  "<s:version>2</s:version><enclosure s:os='linux' url='" +
+                                      server.url("/program") + "' length='" + std::to_string(length) +
+                                      "' s:edSignature='" + signature + "'/></item></channel></rss>");
+    }
+    void start(const char* version) {
+        updater.reset();
+        bundle.infoDictionary = PropertyValue::Dictionary{{"CFBundleName", "program"},
+                                                          {"CFBundleVersion", version},
+                                                          {"SUFeedURL", server.url("/feed")},
+                                                          {"SUPublicEDKey", base64(publicKey)}};
+        updater = std::make_unique<AppcastUpdater>(AppcastUpdaterServices{
+            preferences, dispatch, dispatch, bundle, worker, window, {"linux", "6.1", "x86_64"}, true, {}, [] {}});
+    }
+    [[nodiscard]] bool reaches(UpdateState state) {
+        return comesTrue([] {}, [&] { return updater->status().state == state; });
+    }
+    /// How the update ends that the user has asked for.
+    std::optional<UpdateFailure> update() {
+        start("1");
+        updater->checkForUpdates();
+        EXPECT_TRUE(reaches(UpdateState::offered));
+        window.choices.emit(UpdateChoice::install);
+        EXPECT_TRUE(comesTrue([] {},
+                              [this] {
+                                  return updater->status().state == UpdateState::installed ||
+                                         updater->status().state == UpdateState::failed;
+                              }));
+        return updater->status().failure;
+    }
+    [[nodiscard]] std::string runningVersion() const {
+        QProcess process;
+        process.start(QString::fromStdString(program), QStringList());
+        process.waitForFinished();
+        return process.readAll().toStdString();
+    }
+    [[nodiscard]] std::vector<std::string> files() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder.path("app")))
+            names.push_back(entry.path().filename());
+        std::ranges::sort(names);
+        return names;
+    }
+    void expectUntouched() {
+        EXPECT_EQ(runningVersion(), "1");
+        EXPECT_EQ(files(), std::vector<std::string>{"program"});
+    }
+
+    const std::string executable = [] {
+        std::ifstream file(SMALL_PROGRAM, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    }();
+    std::vector<unsigned char> publicKey = std::vector<unsigned char>(crypto_sign_PUBLICKEYBYTES);
+    std::vector<unsigned char> secretKey = std::vector<unsigned char>(crypto_sign_SECRETKEYBYTES);
+    TemporaryFolder folder;
+    const std::string program = folder.path("app/program");
+    LocalServer server;
+    LayeredPreferenceStore preferences;
+    FakeDispatch dispatch;
+    FakeUpdateWindow window;
+    UpdaterWorker worker{UPDATER, program};
+    MainBundle bundle{*FileURL::fromPath("/"), {}};
+    std::unique_ptr<AppcastUpdater> updater;
+};
+
+TEST_F(UpdateTest, theNewVersionRunsAndTheOldOneGoesOnlyThen) {
+    EXPECT_EQ(update(), std::nullopt);
+    EXPECT_EQ(runningVersion(), "2");
+    EXPECT_EQ(files(), (std::vector<std::string>{"program", "program.old"}));
+    EXPECT_EQ(folder.read("app/program.old"), executable + "=1");
+    start("2");
+    dispatch.advance(1min);
+    EXPECT_TRUE(comesTrue([] {}, [this] { return files() == std::vector<std::string>{"program"}; }));
+}
+
+TEST_F(UpdateTest, whatWasFetchedUnaskedIsInstalledWithoutFetchingItAgain) {
+    start("1");
+    dispatch.advance(1min);
+    ASSERT_TRUE(reaches(UpdateState::ready));
+    EXPECT_EQ(files(), (std::vector<std::string>{".program.download", "program"}));
+    EXPECT_EQ(runningVersion(), "1");
+    window.choices.emit(UpdateChoice::later);
+    const std::size_t asked = server.asked.size();
+    EXPECT_EQ(update(), std::nullopt);
+    EXPECT_EQ(std::vector(server.asked.begin() + static_cast<std::ptrdiff_t>(asked), server.asked.end()),
+              std::vector<QByteArray>{"/feed"});
+    EXPECT_EQ(runningVersion(), "2");
+}
+
+TEST_F(UpdateTest, refusesWhatIsNotWhatTheMakersSigned) {
+    const std::string good = executable + "=2";
+    std::string tampered = good;
+    tampered.back() = '3';
+    server.serveBody("/program", tampered);
+    EXPECT_EQ(update(), UpdateFailure::badSignature);
+    expectUntouched();
+    server.serveBody("/program", good + "=3");
+    EXPECT_EQ(update(), UpdateFailure::wrongLength);
+    server.serveBody("/program", good.substr(1));
+    EXPECT_EQ(update(), UpdateFailure::wrongLength);
+    server.serve("/program", "HTTP/1.1 404 Not Found\r\nContent-Length: 0\r\n\r\n");
+    EXPECT_EQ(update(), UpdateFailure::unreachable);
+    server.serveBody("/program", good);
+    for (const std::string& signature : {std::string(), std::string("rubbish"), std::string(86, 'A') + "=="}) {
+        list(good.size(), signature);
+        EXPECT_EQ(update(), UpdateFailure::badSignature) << signature;
+    }
+    publish("#!/bin/sh\n" + std::string(100, '#'));
+    EXPECT_EQ(update(), UpdateFailure::notForThisMachine);
+    list(std::size_t{2} << 30u, "");
+    EXPECT_EQ(update(), UpdateFailure::tooLarge);
+    expectUntouched();
+}
+
+TEST_F(UpdateTest, aFullDiskOrAFolderThatIsNotOursChangesNothing) {
+    {
+        const FullDisk full;
+        EXPECT_EQ(update(), UpdateFailure::diskFull);
+    }
+    expectUntouched();
+    worker = UpdaterWorker(UPDATER, "/sys/program");
+    EXPECT_EQ(update(), UpdateFailure::notWritable);
+}
+
+TEST_F(UpdateTest, cancellingEndsTheTransferAndLeavesNothing) {
+    server.serve("/program",
+                 "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(executable.size() + 2) + "\r\n\r\n" +
+                     executable.substr(0, executable.size() / 2),
+                 Afterwards::wait);
+    start("1");
+    updater->checkForUpdates();
+    ASSERT_TRUE(reaches(UpdateState::offered));
+    window.choices.emit(UpdateChoice::install);
+    ASSERT_TRUE(comesTrue([] {}, [this] { return updater->status().received > 0; }));
+    EXPECT_EQ(files().size(), 2u);
+    window.choices.emit(UpdateChoice::cancel);
+    EXPECT_EQ(updater->status().state, UpdateState::idle);
+    EXPECT_TRUE(comesTrue([] {}, [this] { return files().size() == 1; }));
+    expectUntouched();
+}
+
+}  // namespace
+}  // namespace stowpocket
