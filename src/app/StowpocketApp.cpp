@@ -5,7 +5,9 @@
 #include "platform/linux/pictures/ImageDecoderProcess.h"
 #include "platform/linux/session/BusInstance.h"
 #include "platform/linux/session/CommandProcess.h"
+#include "platform/linux/session/OwnExecutable.h"
 #include "platform/linux/TerminationSignals.h"
+#include "platform/linux/updates/ReplacedProgram.h"
 
 #include <QApplication>
 
@@ -28,7 +30,7 @@ void describe(QApplication& application) {
     QApplication::setDesktopFileName(QStringLiteral("com.example.stowpocket"));
 }
 
-int runProgram(int argc, char** argv, const Command& command, const StartupTokens& tokens) {
+int runProgram(int argc, char** argv, const Command& command, const StartupTokens& tokens, bool& isRestartAsked) {
     // A plain Wayland client can neither place a popover nor watch drags, so X11 is taken where both are there.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "xcb");
@@ -54,6 +56,7 @@ int runProgram(int argc, char** argv, const Command& command, const StartupToken
     const TerminationSignals signals([&] { services->application().terminate(); });
     const int exitCode = QApplication::exec();
     instance.reset();  // before what it serves
+    isRestartAsked = services->isRestartAsked();
     return exitCode;
 }
 
@@ -67,6 +70,9 @@ int main(int argc, char** argv) {
     if (command == nullptr)
         return finish(usageErrorResult(std::get<UsageError>(parsed).message));
     const StartupTokens tokens = startupTokens();
-    return command->verb == Verb::open ? runProgram(argc, argv, *command, tokens)
-                                       : runCommand(argc, argv, *command, tokens);
+    if (command->verb != Verb::open)
+        return runCommand(argc, argv, *command, tokens);
+    bool isRestartAsked = false;
+    const int exitCode = runProgram(argc, argv, *command, tokens, isRestartAsked);
+    return isRestartAsked ? becomeReplaced(ownExecutable()) : exitCode;
 }

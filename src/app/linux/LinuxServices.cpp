@@ -5,15 +5,20 @@
 #include "platform/linux/portal/PortalHotkeyService.h"
 #include "platform/linux/session/OwnExecutable.h"
 #include "platform/linux/storage/BaseDirectories.h"
+#include "platform/linux/updates/InstalledFiles.h"
 #include "platform/linux/x11/XSettings.h"
 #include "platform/qt/QtDropData.h"
 #include "platform/qt/QtPopover.h"
-#include "platform/UpdateFramework.h"
 #include "platform/qt/StillStyle.h"
+#include "updates/AppcastUpdater.h"
 #include "views/Symbol.h"
 #include "views/Theme.h"
 
 #include <QApplication>
+#include <QDesktopServices>
+#include <QUrl>
+
+#include <sys/utsname.h>
 
 #include <cstdio>
 
@@ -29,19 +34,14 @@ QImage paintSymbol(const StatusItemImage& image, const QColor& color, int pixelS
     return Symbol::image(image.symbolName, pointSize, image.weight, {color}, 1);
 }
 
-/// For a program that was built without a feed: there is nothing to check, fetch or install.
-class NoUpdates : public UpdateFramework, public FeedSession {
-public:
-    [[nodiscard]] bool canCheckForUpdates() const override { return false; }
-    [[nodiscard]] Signal<bool>& canCheckForUpdatesChanged() override { return changed_; }
-    void setAutomaticallyDownloadsUpdates(bool /*automatically*/) override {}
-    void checkForUpdates() override {}
-    [[nodiscard]] bool isValid(const std::string& /*url*/) const override { return false; }
-    void dataTask(const std::string& /*url*/, Completion completion) override { completion(std::nullopt); }
+/// The helper of updates, installed beside the program.
+constexpr auto updaterProgram = "libexec/stowpocket/stowpocket-updater";
 
-private:
-    Signal<bool> changed_;
-};
+UpdateSystem thisSystem() {
+    utsname names{};
+    ::uname(&names);
+    return {"linux", names.release, names.machine};
+}
 
 /// Whether the X server, if there is one, only stands in for a Wayland compositor, which keeps keys to itself.
 bool isWaylandSession() {
@@ -94,8 +94,9 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
       eventMonitors_(connection_->raw()),
       fileManagerSelection_(dispatch_),
       loginItem_(configHome(), ownExecutable()),
-      mainBundle_{FileURL::fromPath(ownExecutable()).value_or(*FileURL::fromPath("/")), {}},
-      feedSession_(std::make_unique<NoUpdates>()),
+      mainBundle_(installedBundle()),
+      feedSession_(installedFile(updaterProgram)),
+      updateWorker_(installedFile(updaterProgram), runningAppImage().value_or(std::string())),
       colorScheme_(QDBusConnection::sessionBus(), *connection_,
                    [](bool isDark) { Theme::setAppearance(isDark ? Appearance::dark : Appearance::light); }) {}
 
@@ -123,6 +124,25 @@ void LinuxServices::useTokens(const StartupTokens& tokens) {
     popoverHost_.startup().begin(tokens.startupID.empty() ? tokens.activationToken : tokens.startupID);
 }
 
+std::unique_ptr<UpdateFramework> LinuxServices::startUpdateFramework() {
+    return std::make_unique<AppcastUpdater>(AppcastUpdaterServices{
+        .preferences = preferences_,
+        .dispatch = dispatch_,
+        .clock = clock_,
+        .mainBundle = mainBundle_,
+        .worker = updateWorker_,
+        .window = updateWindow_,
+        .system = thisSystem(),
+        .ownsItsFile = runningAppImage().has_value(),
+        .openPage = [](const std::string& url) { QDesktopServices::openUrl(QUrl(QString::fromStdString(url))); },
+        .restart =
+            [this] {
+                isRestartAsked_ = true;
+                application_.terminate();
+            },
+    });
+}
+
 AppServices LinuxServices::forApp() {
     return {
         .shelf = {.preferences = preferences_,
@@ -143,11 +163,11 @@ AppServices LinuxServices::forApp() {
         .volumes = volumes_,
         .sharedHotkeyManager = [this]() -> HotkeyManager& { return sharedHotkeyManager(); },
         .updates = {.preferences = preferences_,
-                    .feedSession = *feedSession_,
+                    .feedSession = feedSession_,
                     .alerts = alerts_,
                     .dispatch = dispatch_,
                     .mainBundle = mainBundle_,
-                    .startUpdateFramework = [] { return std::make_unique<NoUpdates>(); }},
+                    .startUpdateFramework = [this] { return startUpdateFramework(); }},
         .installerImage = {.dispatch = dispatch_,
                            .childProcess = childProcess_,
                            .propertyLists = propertyLists_,

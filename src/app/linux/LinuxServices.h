@@ -3,7 +3,6 @@
 
 #include "app/AppDelegate.h"
 #include "cli/ShelfCommands.h"
-#include "platform/FeedSession.h"
 #include "platform/HotkeyService.h"
 #include "platform/linux/input/X11EventMonitors.h"
 #include "platform/linux/input/X11FileManagerSelection.h"
@@ -17,6 +16,8 @@
 #include "platform/linux/storage/PatientProbe.h"
 #include "platform/linux/storage/PlistParser.h"
 #include "platform/linux/storage/PosixFileManager.h"
+#include "platform/linux/updates/UpdaterFeedSession.h"
+#include "platform/linux/updates/UpdaterWorker.h"
 #include "platform/linux/x11/DesktopColorScheme.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11DirectSaves.h"
@@ -24,13 +25,14 @@
 #include "platform/linux/x11/X11PopoverHost.h"
 #include "platform/linux/x11/X11StatusItem.h"
 #include "platform/MainBundle.h"
-#include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtApplication.h"
 #include "platform/qt/QtChildProcess.h"
 #include "platform/qt/QtDispatch.h"
 #include "platform/qt/QtMainScreen.h"
 #include "platform/qt/QtTrash.h"
 #include "platform/qt/SystemClock.h"
+#include "views/QtAlerts.h"
+#include "views/QtUpdateWindow.h"
 #include "views/QtViewFactory.h"
 
 #include <memory>
@@ -49,12 +51,15 @@ public:
     [[nodiscard]] Application& application() { return application_; }
     /// For windows that are opened on behalf of another process, before they are.
     void useTokens(const StartupTokens& tokens);
+    /// Whether the program was ended so that its newer version can start.
+    [[nodiscard]] bool isRestartAsked() const { return isRestartAsked_; }
     /// Waits until the preferences are on the disk; for the end of the program.
     void flush() { preferences_.flush(); }
 
 private:
     [[nodiscard]] HotkeyManager& sharedHotkeyManager();
     [[nodiscard]] std::unique_ptr<HotkeyService> makeHotkeyService();
+    [[nodiscard]] std::unique_ptr<UpdateFramework> startUpdateFramework();
 
     LinuxServices(std::unique_ptr<X11Connection> connection, std::string preferencesPath);
 
@@ -84,7 +89,10 @@ private:
     std::unique_ptr<HotkeyService> hotkeyService_;
     std::optional<HotkeyManager> hotkeyManager_;
     const MainBundle mainBundle_;
-    std::unique_ptr<FeedSession> feedSession_;
+    UpdaterFeedSession feedSession_;
+    UpdaterWorker updateWorker_;
+    QtUpdateWindow updateWindow_;
+    bool isRestartAsked_ = false;
     QtAlerts alerts_;
     QtChildProcess childProcess_;
     PlistParser propertyLists_;

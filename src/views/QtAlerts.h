@@ -2,13 +2,17 @@
 #pragma once
 
 #include "platform/Alerts.h"
+#include "views/QtUpdateWindow.h"
 
 namespace stowpocket {
 
-/// Message boxes of the toolkit. They do not block: `runModal` returns before the answer.
+/// Alerts in windows like that of updates. They do not block: `runModal` returns before the answer.
 class QtAlerts : public Alerts {
 public:
     void runModal(const InformationalAlert& alert) override;
+
+private:
+    std::unique_ptr<UpdateView, DeleteViewLater> view_;
 };
 
 }  // namespace stowpocket
