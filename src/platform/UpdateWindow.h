@@ -29,11 +29,11 @@ enum class UpdateChoice { install, openPage, skip, later, cancel };
 /// Where an update stands, for its window.
 struct UpdateStatus {
     UpdateState state = UpdateState::idle;
-    std::string programName;
-    std::string runningVersion;
-    AppcastItem item;
+    std::string programName = {};
+    std::string runningVersion = {};
+    AppcastItem item = {};
     std::int64_t received = 0;
-    std::optional<UpdateFailure> failure;
+    std::optional<UpdateFailure> failure = {};
     /// Whether the program can put a new version in its own place.
     bool canInstall = false;
 };

@@ -57,8 +57,8 @@ UpdatePresentation offerOf(const UpdateStatus& status) {
         shown.message += " Installing starts the program anew; your shelf stays as it is.";
         shown.buttons.push_back({"Install", UpdateChoice::install});
     } else if (!status.item.pageURL.empty()) {
-        shown.message += " It was not installed as an AppImage, so it cannot replace itself.";
-        shown.buttons.push_back({"Open Download Page", UpdateChoice::openPage});
+        shown.message += " This copy cannot replace itself; the new one is on its download page.";
+        shown.buttons.push_back({"Download Page", UpdateChoice::openPage});
     }
     return shown;
 }

@@ -2,6 +2,7 @@
 #include "views/UpdateView.h"
 
 #include "views/Button.h"
+#include "views/ScrollIndicator.h"
 #include "views/Spinner.h"
 
 #include <QCloseEvent>
@@ -9,7 +10,9 @@
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QScrollBar>
 
+#include <algorithm>
 #include <cmath>
 
 namespace stowpocket {
@@ -22,9 +25,10 @@ constexpr int textSpacing = 4;
 constexpr int symbolPointSize = 36;
 constexpr int notesHeight = 150;
 constexpr int notesMargin = 8;
+constexpr int notesPointSize = 12;
 constexpr int barHeight = 6;
 constexpr int barSteps = 1000;
-constexpr int buttonPadding = 32;
+constexpr int buttonPadding = 28;
 constexpr int minimumButtonWidth = 84;
 constexpr double trackOpacity = 0.12;
 
@@ -60,17 +64,30 @@ Text* paragraph(TextStyle style) {
     return paragraph;
 }
 
-QPlainTextEdit* notesText() {
-    auto* const notes = new QPlainTextEdit;
-    notes->setReadOnly(true);
-    notes->setTabChangesFocus(true);
-    notes->setFrameShape(QFrame::NoFrame);
-    notes->setFixedHeight(notesHeight);
-    notes->setFont(Theme::font(12));
-    notes->document()->setDocumentMargin(notesMargin);
-    notes->setAccessibleName(QStringLiteral("What is new"));
-    return notes;
-}
+/// Words to be read and copied, with the indicator of the shelf in the place of a scroll bar.
+class Notes : public QPlainTextEdit {
+public:
+    Notes() : indicator_(new ScrollIndicator(*verticalScrollBar(), this)) {
+        setReadOnly(true);
+        setTabChangesFocus(true);
+        setFrameShape(QFrame::NoFrame);
+        setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setFixedHeight(notesHeight);
+        setFont(Theme::font(notesPointSize));
+        document()->setDocumentMargin(notesMargin);
+        setAccessibleName(QStringLiteral("What is new"));
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QPlainTextEdit::resizeEvent(event);
+        indicator_->setGeometry(width() - ScrollIndicator::width, 0, ScrollIndicator::width, height());
+        indicator_->raise();
+    }
+
+private:
+    ScrollIndicator* const indicator_;
+};
 
 }  // namespace
 
@@ -78,7 +95,7 @@ UpdateView::UpdateView(Chosen chosen)
     : chosen_(std::move(chosen)),
       title_(paragraph({.pointSize = 13, .weight = FontWeight::bold})),
       message_(paragraph({.pointSize = 12, .role = ColorRole::secondary})),
-      notes_(notesText()),
+      notes_(new Notes),
       progress_(new Bar),
       spinner_(new Spinner),
       buttonRow_(new QHBoxLayout) {
@@ -89,7 +106,7 @@ UpdateView::UpdateView(Chosen chosen)
         padded(vstack(sectionSpacing,
                       hstack(sectionSpacing,
                              symbol("tray.and.arrow.down", {.pointSize = symbolPointSize, .role = ColorRole::accent}),
-                             vstack(textSpacing, title_, message_)),
+                             vstack(textSpacing, Spacer{}, title_, message_, Spacer{})),
                       notes_, progress_, hstack(defaultSpacing, spinner_, Spacer{}, buttonRow_)),
                {.horizontal = margin, .top = margin}));
 }

@@ -124,8 +124,7 @@ TEST_F(AppcastUpdaterTest, asksBeforeItFetchesWhereTheUserWantsThatOrTheFileIsNo
     updater->checkForUpdates();
     answerWith("2.1");
     window.choices.emit(UpdateChoice::install);
-    EXPECT_EQ(presentationOf(*window.shown).buttons.back(),
-              (UpdateButton{"Open Download Page", UpdateChoice::openPage}));
+    EXPECT_EQ(presentationOf(*window.shown).buttons.back(), (UpdateButton{"Download Page", UpdateChoice::openPage}));
     static_cast<void>(done());
     window.choices.emit(UpdateChoice::openPage);
     EXPECT_EQ(done(), (CallLog{"open https://e.example/page", "cancel"}));

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Paints the shelf popover in its states into PNG files, for people to look at.
+// Paints the shelf popover and the window of updates in their states into PNG files, for people to look at.
 //   shelf_pictures FOLDER [SUFFIX]
 #include "ShelfViewFixture.h"
+#include "views/UpdateView.h"
 
 #include <QDir>
 #include <QEnterEvent>
@@ -17,8 +18,11 @@ public:
 
     void save(const char* name, ShelfViewFixture& shelf) {
         shelf.fit();
+        save(name, shelf.host);
+    }
+    void save(const char* name, QWidget& window) {
         const QString path = QStringLiteral("%1/%2-%3.png").arg(folder_, QLatin1String(name), suffix_);
-        if (!shelf.host.grab().save(path))
+        if (!window.grab().save(path))
             QTextStream(stderr) << "cannot write " << path << '\n';
     }
 
@@ -90,6 +94,36 @@ void paintAll(Pictures& pictures) {
     }
 }
 
+void paintUpdates(Pictures& pictures) {
+    UpdateView view([](UpdateChoice) {});
+    UpdateStatus status{.programName = "stowpocket", .runningVersion = "1.0"};
+    status.canInstall = true;
+    status.item.length = 28'400'000;
+    const auto paint = [&](UpdateState state, const char* name) {
+        status.state = state;
+        view.present(presentationOf(status));
+        view.bringToFront();
+        pictures.save(name, view);
+    };
+    paint(UpdateState::upToDate, "update-none");
+    paint(UpdateState::checking, "update-checking");
+    status.item.displayVersion = status.item.version = "1.2";
+    status.item.notes =
+        "What is new\n\n\u2022 Files that were renamed while the program was not running are found again.\n"
+        "\u2022 The shelf opens faster.\n\nThanks to everybody who reported faults.";
+    paint(UpdateState::offered, "update-offered");
+    status.received = 9'100'000;
+    paint(UpdateState::downloading, "update-downloading");
+    paint(UpdateState::verifying, "update-verifying");
+    paint(UpdateState::installing, "update-installing");
+    status.failure = UpdateFailure::badSignature;
+    paint(UpdateState::failed, "update-failed");
+    status.canInstall = false;
+    status.item.pageURL = "https://stowpocket.example/";
+    status.item.notes.clear();
+    paint(UpdateState::offered, "update-page");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -103,7 +137,9 @@ int main(int argc, char** argv) {
     const QString suffix = arguments.value(2, QStringLiteral("1x"));
     Pictures light(arguments[1], QStringLiteral("light-") + suffix);
     paintAll(light);
+    paintUpdates(light);
     QApplication::setPalette(Theme::darkPalette());
     Pictures dark(arguments[1], QStringLiteral("dark-") + suffix);
     paintAll(dark);
+    paintUpdates(dark);
 }
