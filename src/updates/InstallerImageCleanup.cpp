@@ -14,7 +14,6 @@ using namespace std::chrono_literals;
 
 /// Long enough for the desktop to settle after the first start of a fresh copy.
 constexpr auto pauseAfterLaunch = 8s;
-constexpr auto imageTool = "/usr/bin/hdiutil";
 
 struct InstallerImage {
     std::string mountPoint;
@@ -56,7 +55,7 @@ const std::string* mountPointWith(const std::string& bundleName, const PropertyV
 
 std::optional<InstallerImage> findInstallerImage(const InstallerImageServices& services,
                                                  const std::string& bundleName) {
-    const std::optional<Bytes> output = services.childProcess.run(imageTool, {"info", "-plist"});
+    const std::optional<Bytes> output = services.childProcess.run(services.imageTool, {"info", "-plist"});
     const std::optional<PropertyValue> info = output ? services.propertyLists.parse(*output) : std::nullopt;
     const PropertyValue::Array* const images = info ? arrayUnder(*info, "images") : nullptr;
     if (images == nullptr)
@@ -72,7 +71,7 @@ std::optional<InstallerImage> findInstallerImage(const InstallerImageServices& s
 }
 
 void putAway(const InstallerImageServices& services, const InstallerImage& image) {
-    static_cast<void>(services.childProcess.run(imageTool, {"detach", image.mountPoint, "-quiet"}));
+    static_cast<void>(services.childProcess.run(services.imageTool, {"detach", image.mountPoint, "-quiet"}));
     if (const std::optional<FileURL> file = FileURL::fromPath(image.imagePath))
         static_cast<void>(services.trash.trashItem(*file));
 }

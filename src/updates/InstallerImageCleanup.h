@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace stowpocket {
 
@@ -22,6 +23,8 @@ struct InstallerImageServices {
     PropertyListParser& propertyLists;
     FileManager& fileManager;
     Trash& trash;
+    /// The tool that lists and detaches disk images.
+    std::string imageTool = "/usr/bin/hdiutil";
 };
 
 /// Puts away the disk image that the program was installed from: a while after the start, unmounts the first mounted
