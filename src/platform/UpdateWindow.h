@@ -42,8 +42,10 @@ struct UpdateStatus {
 class UpdateWindow {
 public:
     virtual ~UpdateWindow() = default;
-    /// Shows `status`, in a window that comes to the front when there was none.
+    /// Shows `status`. A window that was not there before leaves the keyboard to the one that has it: a key that was
+    /// meant for that one must not answer.
     virtual void show(const UpdateStatus& status) = 0;
+    /// Gives the window the keyboard, because the user asked for it.
     virtual void bringToFront() = 0;
     virtual void close() = 0;
     /// Emitted with the user's answer; closing the window is one too.

@@ -121,6 +121,7 @@ void AppcastUpdater::checkForUpdates() {
         return present();
     isShown_ = true;
     check();
+    services_.window.bringToFront();
 }
 
 void AppcastUpdater::check() {

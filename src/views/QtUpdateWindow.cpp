@@ -9,12 +9,13 @@ void DeleteViewLater::operator()(UpdateView* view) const {
 }
 
 void QtUpdateWindow::show(const UpdateStatus& status) {
-    const bool isNew = view_ == nullptr;
-    if (isNew)
+    if (!view_)
         view_.reset(new UpdateView([this](UpdateChoice choice) { chosen_.emit(choice); }));
     view_->present(presentationOf(status));
-    if (isNew)
-        view_->bringToFront();
+    if (view_->isVisible())
+        return;
+    view_->setAttribute(Qt::WA_ShowWithoutActivating);
+    view_->show();
 }
 
 void QtUpdateWindow::bringToFront() {

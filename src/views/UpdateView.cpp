@@ -155,6 +155,7 @@ void UpdateView::fitHeight() {
 }
 
 void UpdateView::bringToFront() {
+    setAttribute(Qt::WA_ShowWithoutActivating, false);
     show();
     raise();
     activateWindow();

@@ -15,10 +15,11 @@ using namespace std::chrono_literals;
 
 class AppcastUpdaterTest : public testing::Test {
 protected:
-    [[nodiscard]] std::unique_ptr<AppcastUpdater> make(bool ownsItsFile = true) {
+    AppcastUpdaterTest() { start(); }
+    void start(bool ownsItsFile = true) {
         updater.reset();
         log.clear();
-        return std::make_unique<AppcastUpdater>(
+        updater = std::make_unique<AppcastUpdater>(
             AppcastUpdaterServices{preferences,
                                    dispatch,
                                    dispatch,
@@ -52,7 +53,7 @@ protected:
                                                                                        {"CFBundleVersion", "2.0"},
                                                                                        {"SUFeedURL", "feed"},
                                                                                        {"SUPublicEDKey", "key"}}};
-    std::unique_ptr<AppcastUpdater> updater = make();
+    std::unique_ptr<AppcastUpdater> updater;
 };
 
 TEST_F(AppcastUpdaterTest, whatTheUserAsksForIsOfferedFetchedInstalledAndStarted) {
@@ -64,6 +65,7 @@ TEST_F(AppcastUpdaterTest, whatTheUserAsksForIsOfferedFetchedInstalledAndStarted
     EXPECT_EQ(done(), CallLog{"list feed"});
     answerWith("2.1");
     EXPECT_EQ(can, (std::vector{false, true}));
+    EXPECT_EQ(window.timesInFront, 1);
     EXPECT_EQ(title(), "stowpocket 2.1 is available");
     worker.notesDone("Better.");
     EXPECT_EQ(window.shown->item.notes, "Better.");
@@ -105,6 +107,7 @@ TEST_F(AppcastUpdaterTest, looksOnceADayAndFetchesButNeverInstallsUnasked) {
     worker.done(std::nullopt);
     EXPECT_EQ(title(), "stowpocket 2.1 is ready to be installed");
     EXPECT_EQ(done(), CallLog()) << "the user is asked";
+    EXPECT_EQ(window.timesInFront, 0) << "and left to type what they type";
     window.choices.emit(UpdateChoice::skip);
     EXPECT_EQ(done(), (CallLog{"cancel", "discard"}));
     dispatch.advance(25h);
@@ -120,7 +123,7 @@ TEST_F(AppcastUpdaterTest, asksBeforeItFetchesWhereTheUserWantsThatOrTheFileIsNo
     dispatch.advance(1min);
     answerWith("2.1");
     EXPECT_EQ(window.shown->state, UpdateState::offered);
-    updater = make(false);
+    start(false);
     updater->checkForUpdates();
     answerWith("2.1");
     window.choices.emit(UpdateChoice::install);
@@ -155,13 +158,13 @@ TEST_F(AppcastUpdaterTest, aCheckByTheUserShowsWhatGoesOnUnseenAndHowItEnds) {
 TEST_F(AppcastUpdaterTest, theReplacedVersionGoesOnceTheNewOneHasRun) {
     preferences.setValue(enableAutomaticChecksKey, false);
     preferences.setValue(installedVersionKey, "2.0");
-    updater = make();
+    start();
     dispatch.advance(59s);
     EXPECT_EQ(done(), CallLog());
     dispatch.advance(24h);
     EXPECT_EQ(done(), CallLog{"remove replaced"});
     preferences.setValue(installedVersionKey, "2.1");
-    updater = make();
+    start();
     dispatch.advance(1min);
     EXPECT_EQ(done(), CallLog()) << "somebody went back to the older version";
     EXPECT_FALSE(preferences.value(installedVersionKey));
@@ -169,7 +172,7 @@ TEST_F(AppcastUpdaterTest, theReplacedVersionGoesOnceTheNewOneHasRun) {
 
 TEST_F(AppcastUpdaterTest, withoutAFeedThereIsNothingToDo) {
     bundle.infoDictionary = std::nullopt;
-    updater = make();
+    start();
     EXPECT_FALSE(updater->canCheckForUpdates());
     updater->checkForUpdates();
     dispatch.advance(25h);

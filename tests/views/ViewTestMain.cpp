@@ -5,11 +5,10 @@
 
 namespace {
 
-/// A tooltip asks to lie above the others, which there are none of off the screen.
-const QString expected = QStringLiteral("This plugin does not support raise()");
-
 void failOnMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
-    if (type != QtDebugMsg && type != QtInfoMsg && message != expected)
+    // Windows off the screen can be told neither where nor how large to be.
+    const bool isOfThePlatform = message.startsWith(QLatin1String("This plugin does not support "));
+    if (type != QtDebugMsg && type != QtInfoMsg && !isOfThePlatform)
         ADD_FAILURE() << "Qt says: " << message.toStdString();
 }
 
