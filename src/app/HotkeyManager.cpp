@@ -2,9 +2,9 @@
 #include "app/HotkeyManager.h"
 
 #include "app/Preferences.h"
-#include "app/ShortcutText.h"
 #include "foundation/Invariant.h"
 #include "foundation/NotificationCenter.h"
+#include "platform/EventMonitors.h"
 
 #include <array>
 #include <limits>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/Preferences.h"
 
-#include "app/ShortcutText.h"
+#include "platform/EventMonitors.h"
 
 namespace stowpocket {
 

@@ -13,4 +13,7 @@ namespace stowpocket {
 /// `text` with the ASCII capitals made small; other characters stay as they are.
 [[nodiscard]] std::string asciiLowercased(std::string_view text);
 
+/// `text` in capitals, as far as its letters have one of a single character.
+[[nodiscard]] std::string uppercased(std::string_view text);
+
 }  // namespace stowpocket

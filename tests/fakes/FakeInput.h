@@ -28,8 +28,11 @@ public:
     [[nodiscard]] std::uint32_t pressedMouseButtons() const override { return pressed; }
 
     /// Whether a monitor swallowed the event.
-    bool press(std::uint16_t keyCode, std::int64_t flags) {
-        return std::ranges::any_of(keyHandlers, [&](const auto& handler) { return handler({keyCode, flags}); });
+    bool press(std::uint16_t keyCode, std::int64_t flags, const std::string& characters = {}) {
+        const std::vector present(keyHandlers.rbegin(), keyHandlers.rend());  // a handler may remove itself
+        return std::ranges::any_of(present, [&](const auto& handler) {
+            return handler({keyCode, flags, characters});
+        });
     }
     void clickElsewhere() {
         for (const auto& handler : clickHandlers)

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "app/ShortcutText.h"
 #include "input/DisplayHand.h"
 #include "input/PrivateDisplay.h"
 #include "platform/linux/input/X11EventMonitors.h"

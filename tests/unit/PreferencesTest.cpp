@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/Preferences.h"
-#include "app/ShortcutText.h"
 #include "platform/LayeredPreferenceStore.h"
+#include "presentation/ShortcutText.h"
 
 #include <gtest/gtest.h>
 

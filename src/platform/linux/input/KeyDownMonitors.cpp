@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/input/KeyDownMonitors.h"
 
-#include "app/ShortcutText.h"
 #include "platform/linux/input/KeyCodes.h"
 #include "platform/linux/input/KeyModifiers.h"
 

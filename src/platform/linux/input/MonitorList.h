@@ -11,12 +11,21 @@
 
 namespace stowpocket {
 
-/// The monitors of one kind, in the order in which they were added. A handler may add and remove monitors, itself
-/// included; tokens may outlive the list. `changed` runs after the first monitor came and after the last one went.
+/// The monitors of one kind. A handler may add and remove monitors, itself included, and own its token; tokens may
+/// outlive the list. `changed` runs after the first monitor came and after the last one went.
 template <class Handler>
 class MonitorList {
 public:
     explicit MonitorList(std::function<void()> changed = [] {}) : changed_(std::move(changed)) {}
+
+    MonitorList(const MonitorList&) = delete;
+    MonitorList& operator=(const MonitorList&) = delete;
+    ~MonitorList() {
+        // What a handler owns may include its own token: neither would ever go.
+        const Monitors last = *monitors_;
+        for (const std::shared_ptr<Monitor>& monitor : last)
+            monitor->handler = nullptr;
+    }
 
     [[nodiscard]] bool isEmpty() const { return monitors_->empty(); }
 
@@ -27,10 +36,11 @@ public:
         return std::make_unique<Token>(*this, monitors_->back());
     }
 
-    /// Gives `call` one handler after the other until it answers true; says whether it did.
+    /// Gives `call` one handler after the other, the last one added first, until it answers true; says whether it
+    /// did.
     template <class Call>
     bool anyOf(Call call) const {
-        const Monitors present = *monitors_;
+        const Monitors present(monitors_->rbegin(), monitors_->rend());
         return std::ranges::any_of(present, [&call](const std::shared_ptr<Monitor>& monitor) {
             return monitor->installed && call(monitor->handler);
         });

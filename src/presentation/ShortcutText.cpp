@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "app/ShortcutText.h"
+#include "presentation/ShortcutText.h"
 
 #include "foundation/Invariant.h"
+#include "platform/EventMonitors.h"
 
 #include <array>
 #include <utility>

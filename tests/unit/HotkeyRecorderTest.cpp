@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+#include "presentation/HotkeyRecorder.h"
+
+#include "app/AppDelegate.h"
+#include "app/Preferences.h"
+#include "fakes/FakeInput.h"
+#include "foundation/Utf8.h"
+#include "platform/LayeredPreferenceStore.h"
+
+#include <gtest/gtest.h>
+
+namespace stowpocket {
+namespace {
+
+using State = HotkeyRecorderPresentation::State;
+
+constexpr ShortcutKeys shelfShortcut{preferenceKey::shelfHotkeyKeyCode, preferenceKey::shelfHotkeyModifiers,
+                                     preferenceKey::shelfHotkeyKeyChar};
+constexpr ShortcutKeys quickDropShortcut{preferenceKey::quickDropKeyCode, preferenceKey::quickDropModifiers,
+                                         preferenceKey::quickDropKeyChar};
+constexpr std::int64_t optionShift = modifierFlag::option | modifierFlag::shift;
+constexpr std::uint16_t escape = 53;
+
+class HotkeyRecorderTest : public testing::Test {
+protected:
+    HotkeyRecorderTest() {
+        registerPreferenceDefaults(preferences);
+        recorder->clear();
+        posts = 0;
+    }
+    void expectStored(std::int64_t keyCode, std::int64_t modifiers, const std::string& keyChar) {
+        EXPECT_EQ(preferences.integer(shelfShortcut.keyCode), keyCode);
+        EXPECT_EQ(preferences.integer(shelfShortcut.modifiers), modifiers);
+        EXPECT_EQ(preferences.string(shelfShortcut.keyChar), keyChar);
+    }
+    void store(std::int64_t keyCode, std::int64_t modifiers, const std::string& keyChar) {
+        preferences.setValue(shelfShortcut.keyCode, keyCode);
+        preferences.setValue(shelfShortcut.modifiers, modifiers);
+        preferences.setValue(shelfShortcut.keyChar, keyChar);
+    }
+    [[nodiscard]] State state() const { return recorder->shown().state; }
+
+    LayeredPreferenceStore preferences;
+    FakeEventMonitors monitors;
+    NotificationCenter notifications;
+    int posts = 0;
+    Subscription observer = notifications.observe(shortcutChangedNotification, [this] { ++posts; });
+    std::shared_ptr<HotkeyRecorder> recorder = HotkeyRecorder::make(
+        {preferences, monitors, notifications}, shelfShortcut, quickDropShortcut, shortcutChangedNotification);
+};
+
+TEST_F(HotkeyRecorderTest, recordsTheFirstPressWithAModifierThatIsNotShiftAlone) {
+    struct Press {
+        std::int64_t flags;
+        bool qualifies;
+    };
+    for (const auto& [flags, qualifies] : {Press{0, false},
+                                           {modifierFlag::shift, false},
+                                           {modifierFlag::shift | 0x10000, false},
+                                           {0x800000, false},
+                                           {optionShift, true},
+                                           {modifierFlag::control, true},
+                                           {modifierFlag::command, true},
+                                           {optionShift | 0x10000, true},
+                                           {modifierFlag::control | 0xA00000, true}}) {
+        SCOPED_TRACE(flags);
+        recorder->clear();
+        posts = 0;
+        recorder->toggleRecording();
+        EXPECT_EQ(recorder->shown().text, "Press shortcut…");
+        EXPECT_TRUE(monitors.press(1, flags | 0x120, "s")) << "swallowed in any case";
+        EXPECT_EQ(state(), qualifies ? State::set : State::recording);
+        EXPECT_EQ(posts, qualifies ? 1 : 0);
+        expectStored(qualifies ? 1 : -1, qualifies ? flags : 0, qualifies ? "S" : "");
+        monitors.press(escape, 0);
+        EXPECT_FALSE(monitors.press(1, flags, "s")) << "the monitor is gone";
+    }
+}
+
+TEST_F(HotkeyRecorderTest, escapeAndASecondClickLeaveTheShortcutAsItWas) {
+    store(1, optionShift, "S");
+    for (const std::function<void()>& stop :
+         {std::function<void()>([this] { monitors.press(escape, modifierFlag::control, "\x1b"); }),
+          std::function<void()>([this] { recorder->toggleRecording(); })}) {
+        recorder->toggleRecording();
+        EXPECT_EQ(monitors.keyHandlers.size(), 1U);
+        stop();
+        EXPECT_EQ(state(), State::set);
+        EXPECT_TRUE(monitors.keyHandlers.empty());
+    }
+    expectStored(1, optionShift, "S");
+    EXPECT_EQ(posts, 0);
+}
+
+TEST_F(HotkeyRecorderTest, recordingOutlivesItsControlUntilAKeyEndsIt) {
+    const std::weak_ptr<HotkeyRecorder> left = recorder;
+    recorder->toggleRecording();
+    recorder.reset();
+    EXPECT_TRUE(monitors.press(0, 0, "a"));
+    EXPECT_TRUE(monitors.press(40, modifierFlag::command, "k"));
+    expectStored(40, modifierFlag::command, "K");
+    EXPECT_EQ(posts, 1);
+    EXPECT_TRUE(left.expired());
+    EXPECT_FALSE(monitors.press(0, 0, "a"));
+}
+
+TEST_F(HotkeyRecorderTest, showsWhatIsStored) {
+    struct Case {
+        std::int64_t keyCode, modifiers;
+        std::string keyChar, text;
+        State state;
+        bool conflicts;
+    };
+    const std::string none = "None - click to set";
+    const std::string farTooLong(300, 'x');
+    for (const Case& each : {Case{-1, 0, "", none, State::none, false},
+                             {-7, optionShift, "D", none, State::none, false},
+                             {1, optionShift, "S", "⌥⇧S", State::set, false},
+                             {1, optionShift | 0x10000, "S", "⌥⇧S", State::set, false},
+                             {2, optionShift, "S", "⌥⇧S", State::set, true},
+                             {2, optionShift | 0x10000, "D", "⌥⇧D", State::set, false},
+                             {96, modifierFlag::control, "", none, State::set, false},
+                             {1, 0, "\n\u202E" + farTooLong, " " + farTooLong, State::set, false},
+                             {1, 0, "ש\xFF", "ש\uFFFD", State::set, false},
+                             {std::int64_t{1} << 40, 0, "S", "S", State::set, false}}) {
+        store(each.keyCode, each.modifiers, each.keyChar);
+        const HotkeyRecorderPresentation expected{each.state, each.text, each.keyCode >= 0, each.conflicts};
+        EXPECT_EQ(recorder->shown(), expected) << each.keyCode << " " << recorder->shown().text;
+    }
+    preferences.setValue(quickDropShortcut.keyCode, -1);
+    store(-1, optionShift, "");
+    EXPECT_FALSE(recorder->shown().conflicts) << "two that are none";
+}
+
+TEST_F(HotkeyRecorderTest, tellsOfEveryChangeThatCanBeSeen) {
+    int changes = 0;
+    const Subscription observed = recorder->changed.connect([&changes] { ++changes; });
+    for (const std::string_view key : {shelfShortcut.keyCode, shelfShortcut.modifiers, quickDropShortcut.keyCode,
+                                       quickDropShortcut.modifiers, preferenceKey::launchAtLogin})
+        preferences.setValue(key, 77);
+    EXPECT_EQ(changes, 4);
+    recorder->toggleRecording();
+    recorder->toggleRecording();
+    EXPECT_EQ(changes, 6);
+}
+
+TEST(UppercasedTest, knowsTheScriptsOfKeyboards) {
+    EXPECT_EQ(uppercased("az AZ 09 äÿßøčžı"), "AZ AZ 09 ÄŸßØČŽI");
+    EXPECT_EQ(uppercased("άως ящѓ ữ եր שﻉ中👜"), "ΆΩΣ ЯЩЃ Ữ ԵՐ שﻉ中👜");
+    EXPECT_EQ(uppercased("\xC3"), "\xC3") << "cut off";
+    EXPECT_EQ(uppercased("\xE9z\xFF"), "\xE9z\xFF") << "no text";
+}
+
+}  // namespace
+}  // namespace stowpocket
