@@ -5,6 +5,7 @@
 #include "views/Motion.h"
 #include "views/OnboardingView.h"
 #include "views/QtFrameClock.h"
+#include "views/SettingsView.h"
 #include "views/ShelfView.h"
 
 namespace stowpocket {
@@ -23,10 +24,11 @@ std::unique_ptr<Popover> QtViewFactory::makeShelfPopover(std::shared_ptr<ShelfVi
         [dependencies = std::move(dependencies)] { return std::make_unique<ShelfView>(dependencies); });
 }
 
-std::unique_ptr<Window> QtViewFactory::makeSettingsWindow(std::shared_ptr<ShelfViewModel> /*viewModel*/,
-                                                          std::shared_ptr<UpdaterController> /*updaterController*/) {
+std::unique_ptr<Window> QtViewFactory::makeSettingsWindow(std::shared_ptr<ShelfViewModel> viewModel,
+                                                          std::shared_ptr<UpdaterController> updaterController) {
+    SettingsDependencies dependencies{platform_.settings, std::move(viewModel), std::move(updaterController)};
     return std::make_unique<QtWindow>(QStringLiteral("stowpocket Settings"), settingsSize, QtWindow::Level::normal,
-                                      std::make_unique<QWidget>());
+                                      std::make_unique<SettingsView>(std::move(dependencies)));
 }
 
 std::unique_ptr<Window> QtViewFactory::makeOnboardingWindow(PreferenceStore& preferences,

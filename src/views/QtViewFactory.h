@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/ViewFactory.h"
+#include "views/SettingsServices.h"
 #include "views/ShelfContentView.h"
 
 namespace stowpocket {
@@ -17,6 +18,7 @@ public:
         std::function<std::unique_ptr<Popover>(MakeContent)> makePopover;
         DropReader drops;
         StartFileDrag startFileDrag;
+        SettingsServices settings;
     };
 
     explicit QtViewFactory(Platform platform) : platform_(std::move(platform)) {}

@@ -37,6 +37,7 @@ TEST(ThemeTest, everyTextCanBeReadOnLightAndDarkWindows) {
                                      ColorRole::red, ColorRole::focus})
             EXPECT_GE(contrast(Theme::color(role, palette), window), 3)
                 << int(role) << " on " << window.name().toStdString();
+        EXPECT_GE(contrast(Theme::color(ColorRole::onDisc, palette), Theme::color(ColorRole::grayDisc, palette)), 3);
         EXPECT_GE(contrast(Theme::color(ColorRole::onBanner, palette), Theme::color(ColorRole::banner, palette)), 3);
         EXPECT_GE(contrast(Theme::color(ColorRole::onDisc, palette), Theme::color(ColorRole::redDisc, palette)), 3);
     }
@@ -65,8 +66,10 @@ TEST(ThemeTest, aChangedPaletteShowsAtOnce) {
 
 TEST(SymbolTest, drawsEachSymbolSharplyInTheColoursAsked) {
     constexpr double ratio = 2;
-    for (const char* const name : {"tray.and.arrow.down", "tray.and.arrow.down.fill", "exclamationmark.triangle.fill",
-                                   "xmark", "xmark.circle.fill", "gearshape", "power"}) {
+    for (const char* const name :
+         {"tray.and.arrow.down", "tray.and.arrow.down.fill", "exclamationmark.triangle.fill", "xmark",
+          "xmark.circle.fill", "gearshape", "power", "gear", "info.circle", "square.grid.2x2",
+          "arrow.up.right.square", "moon", "mic.slash", "timer", "eyedropper", "chart.bar"}) {
         const QImage image = Symbol::image(name, 16, FontWeight::regular, {Qt::blue}, ratio);
         ASSERT_EQ(image.size(), QSize(40, 40)) << name;
         EXPECT_EQ(image.devicePixelRatio(), ratio);

@@ -20,6 +20,9 @@
 
 #include <sys/utsname.h>
 
+#include <QDesktopServices>
+#include <QUrl>
+
 #include <cstdio>
 
 namespace stowpocket {
@@ -90,6 +93,15 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
                     .itemProviders = [this](const QMimeData& data) { return itemProvidersOf(data, &promises_); }},
           .startFileDrag = [this](QWidget& source, const FileURL& file, const QPixmap& picture,
                                   QPoint hotSpot) { fileDrag_.start(source, file, picture, hotSpot); },
+          .settings = {.preferences = preferences_,
+                       .eventMonitors = eventMonitors_,
+                       .notificationCenter = notificationCenter_,
+                       .loginItem = loginItem_,
+                       .mainBundle = mainBundle_,
+                       .openURL =
+                           [](const std::string& url) {
+                               QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
+                           }},
       }),
       eventMonitors_(connection_->raw()),
       fileManagerSelection_(dispatch_),

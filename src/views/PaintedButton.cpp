@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "views/PaintedButton.h"
+
+#include "views/Theme.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+
+namespace stowpocket {
+
+PaintedButton::PaintedButton(std::function<void()> action) {
+    setFocusPolicy(Qt::TabFocus);
+    connect(this, &QPushButton::clicked, [action = std::move(action)] { action(); });
+}
+
+void PaintedButton::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        click();
+    else
+        QPushButton::keyPressEvent(event);
+}
+
+void PaintedButton::paintFocusRing(QPainter& painter, const QRectF& rect, double radius) const {
+    constexpr double width = 2;
+    if (!hasFocus())
+        return;
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Theme::color(ColorRole::focus, palette()), width));
+    constexpr double inset = width / 2;
+    painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
+}
+
+ChoiceButton::ChoiceButton(std::function<void()> action) : PaintedButton(std::move(action)) {
+    setCheckable(true);
+    setAutoExclusive(true);
+}
+
+void ChoiceButton::setChosen(bool chosen) {
+    setAutoExclusive(chosen);  // a choice cannot be taken back while one has to be made
+    setChecked(chosen);
+    setAutoExclusive(true);
+}
+
+}  // namespace stowpocket

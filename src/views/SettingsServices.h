@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace stowpocket {
+
+class EventMonitors;
+class LoginItem;
+class NotificationCenter;
+class PreferenceStore;
+class ShelfViewModel;
+class UpdaterController;
+struct MainBundle;
+
+/// What the settings change and show beside the shelf; all of it outlives their window.
+struct SettingsServices {
+    PreferenceStore& preferences;
+    EventMonitors& eventMonitors;
+    NotificationCenter& notificationCenter;
+    LoginItem& loginItem;
+    const MainBundle& mainBundle;
+    /// Shows a web page in the user's browser.
+    std::function<void(const std::string& url)> openURL;
+};
+
+struct SettingsDependencies {
+    SettingsServices services;
+    /// Null for settings without a shelf.
+    std::shared_ptr<ShelfViewModel> viewModel;
+    std::shared_ptr<UpdaterController> updaterController;
+};
+
+}  // namespace stowpocket

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "views/Toggle.h"
+
+#include "views/Theme.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <array>
+
+namespace stowpocket {
+namespace {
+
+constexpr QSize switchSize(36, 20);
+constexpr double knobMargin = 2;
+constexpr double offOpacity = 0.28;
+
+constexpr int boxSide = 14;
+constexpr double boxRadius = 3.5;
+constexpr double boxBorderOpacity = 0.5;
+constexpr int labelLeft = 6;
+constexpr int labelPointSize = 13;
+constexpr int margin = 3;
+constexpr double focusRingWidth = 2;
+
+}  // namespace
+
+Toggle::Toggle(Style style, const QString& label, std::function<void(bool)> onChange) : style_(style) {
+    setText(label);
+    setFont(Theme::font(labelPointSize));
+    setFocusPolicy(Qt::TabFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    connect(this, &QCheckBox::clicked, [onChange = std::move(onChange)](bool isOn) { onChange(isOn); });
+}
+
+QSize Toggle::sizeHint() const {
+    if (style_ == Style::switchControl)
+        return switchSize;
+    const QFontMetrics metrics(font());
+    return {2 * margin + boxSide + labelLeft + metrics.horizontalAdvance(text()),
+            2 * margin + std::max(boxSide, metrics.height())};
+}
+
+void Toggle::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QRectF ring = rect();
+    if (style_ == Style::switchControl)
+        paintSwitch(painter);
+    else
+        paintCheckbox(painter);
+    if (!hasFocus())
+        return;
+    constexpr double inset = focusRingWidth / 2;
+    ring.adjust(inset, inset, -inset, -inset);
+    const double radius = style_ == Style::switchControl ? ring.height() / 2 : boxRadius;
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Theme::color(ColorRole::focus, palette()), focusRingWidth));
+    painter.drawRoundedRect(ring, radius, radius);
+}
+
+void Toggle::paintSwitch(QPainter& painter) const {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(isChecked() ? Theme::color(ColorRole::banner, palette())
+                                 : Theme::color(ColorRole::primary, palette(), offOpacity));
+    painter.drawRoundedRect(rect(), height() / 2.0, height() / 2.0);
+    const double side = height() - 2 * knobMargin;
+    painter.setBrush(Theme::color(ColorRole::onBanner, palette()));
+    painter.drawEllipse(QRectF(isChecked() ? width() - side - knobMargin : knobMargin, knobMargin, side, side));
+}
+
+void Toggle::paintCheckbox(QPainter& painter) const {
+    const QRectF box(margin, (height() - boxSide) / 2, boxSide, boxSide);
+    if (isChecked()) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Theme::color(ColorRole::banner, palette()));
+        painter.drawRoundedRect(box, boxRadius, boxRadius);
+        painter.setPen(
+            QPen(Theme::color(ColorRole::onBanner, palette()), 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        const std::array mark{box.topLeft() + QPointF(3.4, 7.4), box.topLeft() + QPointF(6, 10),
+                              box.topLeft() + QPointF(10.6, 4.4)};
+        painter.drawPolyline(mark.data(), int(mark.size()));
+    } else {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(Theme::color(ColorRole::primary, palette(), boxBorderOpacity));
+        painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), boxRadius, boxRadius);
+    }
+    painter.setPen(Theme::color(ColorRole::secondary, palette()));
+    painter.drawText(rect().adjusted(margin + boxSide + labelLeft, 0, 0, 0), Qt::AlignVCenter | Qt::AlignLeft,
+                     text());
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "app/Preferences.h"
+#include "fakes/FakeInput.h"
+#include "fakes/FakeUpdates.h"
+#include "ShelfViewFixture.h"
+#include "updates/UpdaterController.h"
+#include "views/LinkButton.h"
+#include "views/PaintedButton.h"
+#include "views/ScrollView.h"
+#include "views/SegmentedPicker.h"
+#include "views/SettingsView.h"
+#include "views/ShortcutButton.h"
+#include "views/Toggle.h"
+
+namespace stowpocket {
+
+/// The settings over a real shelf and real updates, both on fakes, in a window of their size.
+struct SettingsViewFixture : ShelfViewFixture {
+    SettingsViewFixture() { registerPreferenceDefaults(preferences); }
+
+    SettingsView& openSettings(std::shared_ptr<ShelfViewModel> model) {
+        delete settings;
+        settings = new SettingsView(
+            {{preferences, monitors, notifications, loginItem, bundle, [this](const auto& url) { opened = url; }},
+             std::move(model),
+             updater});
+        settings->setParent(&host);
+        host.resize(450, 520);
+        settings->resize(host.size());
+        host.show();
+        settings->show();
+        host.activateWindow();
+        QApplication::processEvents();
+        return *settings;
+    }
+
+    CallLog log;
+    FakeEventMonitors monitors;
+    FakeLoginItem loginItem{log};
+    FakeFeedSession feed;
+    FakeAlerts alerts;
+    MainBundle bundle{*FileURL::fromPath("/usr/bin/stowpocket"), {}};
+    std::shared_ptr<UpdaterController> updater = UpdaterController::make(
+        {preferences, feed, alerts, dispatch, bundle, [this] { return std::make_unique<FakeUpdateFramework>(log); }});
+    std::string opened;
+    SettingsView* settings = nullptr;
+};
+
+/// The view of that class and accessible name or text that can be seen; null when there is none.
+template <class Widget>
+Widget* named(QWidget& root, const QString& name) {
+    for (Widget* const widget : visible<Widget>(root)) {
+        const auto* const button = qobject_cast<const QAbstractButton*>(widget);
+        if (widget->accessibleName() == name || (button != nullptr && button->text() == name))
+            return widget;
+    }
+    return nullptr;
+}
+
+}  // namespace stowpocket
