@@ -80,6 +80,29 @@ TEST_F(EventMonitorsTest, describesKeysAsTheReferencePlatformDoes) {
     hand.press({key::capsLock});
 }
 
+TEST_F(EventMonitorsTest, saysWhatAKeyTypesWithoutModifiers) {
+    const auto characters = [this](std::uint8_t which) {
+        return seenOn({key::control, key::shift, which}).charactersIgnoringModifiers;
+    };
+    EXPECT_EQ(characters(key::s), "s");
+    EXPECT_EQ(characters(key::one), "1") << "not what Shift makes of it";
+    EXPECT_EQ(characters(key::f5), "F5");
+    EXPECT_EQ(characters(key::up), "↑");
+    EXPECT_EQ(characters(key::pad5), "5");
+    EXPECT_EQ(characters(key::enter), "↩");
+    const auto use = [](std::vector<std::string> options) {
+        options.insert(options.begin(), "setxkbmap");
+        EXPECT_EQ(Program(std::move(options)).wait(), 0);
+    };
+    use({"us,de,ru", "-option", "grp:caps_toggle"});
+    hand.press({key::capsLock});
+    EXPECT_EQ(characters(key::grave), "^") << "a dead key";
+    hand.press({key::capsLock});
+    EXPECT_EQ(characters(key::s), "ы") << "in the third layout";
+    hand.press({key::capsLock});
+    use({"us", "-option", ""});
+}
+
 TEST_F(EventMonitorsTest, swallowsBeforeShortcutsAndWidgetsAndOncePerPress) {
     int shortcuts = 0;
     QShortcut shortcut(QKeySequence(Qt::Key_F5), &widget);

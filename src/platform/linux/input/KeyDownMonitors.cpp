@@ -13,22 +13,27 @@
 namespace stowpocket {
 namespace {
 
-bool isModifierKey(int key) {
-    constexpr std::array keys{Qt::Key_Shift,    Qt::Key_Control, Qt::Key_Meta,    Qt::Key_Alt,     Qt::Key_AltGr,
-                              Qt::Key_CapsLock, Qt::Key_Super_L, Qt::Key_Super_R, Qt::Key_Hyper_L, Qt::Key_Hyper_R};
-    return std::ranges::find(keys, key) != keys.end();
+/// Where the keyboard map makes a combination like Alt+Shift change the layout, its last key has a symbol of its own
+/// (keysymdef.h: ISO_Lock to ISO_Level5_Lock).
+bool isLayoutSymbol(std::uint32_t symbol) {
+    return symbol >= 0xFE01 && symbol <= 0xFE13;
 }
 
-}  // namespace
+bool isModifierKey(const QKeyEvent& event) {
+    constexpr std::array keys{Qt::Key_Shift,    Qt::Key_Control, Qt::Key_Meta,    Qt::Key_Alt,     Qt::Key_AltGr,
+                              Qt::Key_CapsLock, Qt::Key_Super_L, Qt::Key_Super_R, Qt::Key_Hyper_L, Qt::Key_Hyper_R};
+    return isLayoutSymbol(event.nativeVirtualKey()) || std::ranges::find(keys, event.key()) != keys.end();
+}
 
-KeyEvent keyEventOf(const QKeyEvent& event) {
+/// The event as the reference platform would describe it, but for its characters.
+KeyEvent keyEventOf(const QKeyEvent& event, std::uint8_t physicalKey) {
     constexpr std::array<std::pair<Qt::KeyboardModifier, std::int64_t>, 4> table{{
         {Qt::ShiftModifier, modifierFlag::shift},
         {Qt::ControlModifier, modifierFlag::control},
         {Qt::AltModifier, modifierFlag::option},
         {Qt::MetaModifier, modifierFlag::command},
     }};
-    const std::uint16_t key = virtualKeyOf(static_cast<std::uint8_t>(event.nativeScanCode() & 0xFF));
+    const std::uint16_t key = virtualKeyOf(physicalKey);
     std::int64_t flags = ownFlagsOf(key);
     for (const auto& [modifier, flag] : table) {
         if (event.modifiers().testFlag(modifier))
@@ -36,10 +41,12 @@ KeyEvent keyEventOf(const QKeyEvent& event) {
     }
     if ((event.nativeModifiers() & x11Modifier::lock) != 0)
         flags |= keyFlag::capsLock;
-    return {key, flags};
+    return {.keyCode = key, .modifierFlags = flags};
 }
 
-KeyDownMonitors::KeyDownMonitors() {
+}  // namespace
+
+KeyDownMonitors::KeyDownMonitors(Character character) : character_(std::move(character)) {
     QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -50,7 +57,9 @@ bool KeyDownMonitors::swallows(const QKeyEvent& event) {
         return swallowed_;
     }
     decided_ = identity;
-    const KeyEvent keyEvent = keyEventOf(event);
+    const auto key = static_cast<std::uint8_t>(event.nativeScanCode() & 0xFF);
+    KeyEvent keyEvent = keyEventOf(event, key);
+    keyEvent.charactersIgnoringModifiers = character_(key, event.nativeModifiers());
     swallowed_ = monitors_.anyOf([&keyEvent](const Handler& handler) { return handler(keyEvent); });
     return swallowed_;
 }
@@ -63,7 +72,7 @@ bool KeyDownMonitors::eventFilter(QObject* receiver, QEvent* event) {
     if (!isKeyDown || !receiver->isWindowType())
         return false;
     auto* const keyEvent = static_cast<QKeyEvent*>(event);
-    if (isModifierKey(keyEvent->key()) || !swallows(*keyEvent))
+    if (isModifierKey(*keyEvent) || !swallows(*keyEvent))
         return false;
     keyEvent->accept();
     return true;

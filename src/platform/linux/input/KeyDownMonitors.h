@@ -16,8 +16,10 @@ namespace stowpocket {
 class KeyDownMonitors : public QObject {
 public:
     using Handler = std::function<bool(const KeyEvent&)>;
+    /// What a key types, by the numbers that the desktop gives to it and to the state of the modifiers.
+    using Character = std::function<std::string(std::uint8_t key, std::uint32_t state)>;
 
-    KeyDownMonitors();
+    explicit KeyDownMonitors(Character character);
     [[nodiscard]] std::unique_ptr<EventMonitorToken> add(Handler handler) {
         return monitors_.add(std::move(handler));
     }
@@ -26,13 +28,11 @@ private:
     bool eventFilter(QObject* receiver, QEvent* event) override;
     [[nodiscard]] bool swallows(const QKeyEvent& event);
 
+    const Character character_;
     MonitorList<Handler> monitors_;
     /// The key-down whose fate was decided last, and that fate: Qt brings each of them twice.
     std::optional<std::pair<std::uint64_t, std::uint32_t>> decided_;
     bool swallowed_ = false;
 };
-
-/// The event as the reference platform would describe it.
-[[nodiscard]] KeyEvent keyEventOf(const QKeyEvent& event);
 
 }  // namespace stowpocket

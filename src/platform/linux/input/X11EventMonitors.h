@@ -3,13 +3,15 @@
 
 #include "platform/linux/input/KeyDownMonitors.h"
 #include "platform/linux/input/X11ClickWatch.h"
+#include "platform/linux/input/X11KeyCharacters.h"
 
 namespace stowpocket {
 
 /// Event monitors of the X11 desktop: Qt's events for this program's keys, the server's for clicks elsewhere.
 class X11EventMonitors : public EventMonitors {
 public:
-    explicit X11EventMonitors(xcb_connection_t* connection) : clicks_(connection) {}
+    explicit X11EventMonitors(xcb_connection_t* connection)
+        : keyDowns_(X11KeyCharacters(connection)), clicks_(connection) {}
 
     [[nodiscard]] std::unique_ptr<EventMonitorToken>
     addLocalKeyDownMonitor(std::function<bool(const KeyEvent&)> handler) override {
