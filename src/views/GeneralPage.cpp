@@ -47,9 +47,9 @@ GeneralPage::GeneralPage(const SettingsDependencies& dependencies, QWidget& wind
 }
 
 QWidget* GeneralPage::general() {
-    const QString title = QStringLiteral("Launch at login");
-    launchAtLogin_ = new Toggle(Toggle::Style::switchControl, title, [this](bool isOn) { setLaunchAtLogin(isOn); });
-    return formSection(QStringLiteral("General"), {formRow(hstack(0, label(title), Spacer{}, launchAtLogin_))});
+    launchAtLogin_ = new Toggle(Toggle::Style::switchControl, QStringLiteral("Launch at login"),
+                                [this](bool isOn) { setLaunchAtLogin(isOn); });
+    return formSection(QStringLiteral("General"), {formRow(hstack(0, launchAtLogin_))});
 }
 
 QWidget* GeneralPage::shelf() {

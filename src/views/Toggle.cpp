@@ -29,14 +29,14 @@ Toggle::Toggle(Style style, const QString& label, std::function<void(bool)> onCh
     setText(label);
     setFont(Theme::font(labelPointSize));
     setFocusPolicy(Qt::TabFocus);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setSizePolicy(style == Style::switchControl ? QSizePolicy::Expanding : QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(this, &QCheckBox::clicked, [onChange = std::move(onChange)](bool isOn) { onChange(isOn); });
 }
 
 QSize Toggle::sizeHint() const {
-    if (style_ == Style::switchControl)
-        return switchSize;
     const QFontMetrics metrics(font());
+    if (style_ == Style::switchControl)
+        return {metrics.horizontalAdvance(text()) + labelLeft + switchSize.width(), switchSize.height()};
     return {2 * margin + boxSide + labelLeft + metrics.horizontalAdvance(text()),
             2 * margin + std::max(boxSide, metrics.height())};
 }
@@ -44,7 +44,7 @@ QSize Toggle::sizeHint() const {
 void Toggle::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    QRectF ring = rect();
+    QRectF ring = style_ == Style::switchControl ? switchFrame() : QRectF(rect());
     if (style_ == Style::switchControl)
         paintSwitch(painter);
     else
@@ -59,14 +59,22 @@ void Toggle::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(ring, radius, radius);
 }
 
+QRectF Toggle::switchFrame() const {
+    return {double(width() - switchSize.width()), 0, double(switchSize.width()), double(switchSize.height())};
+}
+
 void Toggle::paintSwitch(QPainter& painter) const {
+    painter.setPen(Theme::color(ColorRole::primary, palette()));
+    painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft, text());
+    const QRectF frame = switchFrame();
     painter.setPen(Qt::NoPen);
     painter.setBrush(isChecked() ? Theme::color(ColorRole::banner, palette())
                                  : Theme::color(ColorRole::primary, palette(), offOpacity));
-    painter.drawRoundedRect(rect(), height() / 2.0, height() / 2.0);
-    const double side = height() - 2 * knobMargin;
+    painter.drawRoundedRect(frame, frame.height() / 2, frame.height() / 2);
+    const double side = frame.height() - 2 * knobMargin;
     painter.setBrush(Theme::color(ColorRole::onBanner, palette()));
-    painter.drawEllipse(QRectF(isChecked() ? width() - side - knobMargin : knobMargin, knobMargin, side, side));
+    const double left = isChecked() ? frame.right() - side - knobMargin : frame.left() + knobMargin;
+    painter.drawEllipse(QRectF(left, knobMargin, side, side));
 }
 
 void Toggle::paintCheckbox(QPainter& painter) const {

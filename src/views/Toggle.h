@@ -7,7 +7,7 @@
 
 namespace stowpocket {
 
-/// Something that is on or off, shown as a switch or as a box with its label beside it.
+/// Something that is on or off, shown as its label with a switch at the far end, or with a box before it.
 class Toggle : public QCheckBox {
 public:
     enum class Style { switchControl, checkbox };
@@ -23,6 +23,7 @@ protected:
     [[nodiscard]] bool hitButton(const QPoint& place) const override { return rect().contains(place); }
 
 private:
+    [[nodiscard]] QRectF switchFrame() const;
     void paintSwitch(QPainter& painter) const;
     void paintCheckbox(QPainter& painter) const;
 

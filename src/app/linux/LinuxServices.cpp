@@ -122,7 +122,10 @@ HotkeyManager& LinuxServices::sharedHotkeyManager() {
 
 std::unique_ptr<HotkeyService> LinuxServices::makeHotkeyService() {
     auto makeKeyGrabs = [this]() -> std::unique_ptr<HotkeyService> {
-        return std::make_unique<X11HotkeyService>(connection_->raw(), dispatch_);
+        auto grabs = std::make_unique<X11HotkeyService>(connection_->raw(), dispatch_);
+        // A shortcut that is in force can be recorded for the other purpose too.
+        grabs->setOwnWindows([this](const KeyEvent& event) { return eventMonitors_.swallowsGrabbed(event); });
+        return grabs;
     };
     if (!isWaylandSession())
         return makeKeyGrabs();

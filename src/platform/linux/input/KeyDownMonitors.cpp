@@ -50,6 +50,10 @@ KeyDownMonitors::KeyDownMonitors(Character character) : character_(std::move(cha
     QCoreApplication::instance()->installEventFilter(this);
 }
 
+bool KeyDownMonitors::swallows(const KeyEvent& event) const {
+    return monitors_.anyOf([&event](const Handler& handler) { return handler(event); });
+}
+
 bool KeyDownMonitors::swallows(const QKeyEvent& event) {
     const std::pair<std::uint64_t, std::uint32_t> identity{event.timestamp(), event.nativeScanCode()};
     if (event.type() == QEvent::KeyPress && decided_ == identity) {
@@ -60,7 +64,7 @@ bool KeyDownMonitors::swallows(const QKeyEvent& event) {
     const auto key = static_cast<std::uint8_t>(event.nativeScanCode() & 0xFF);
     KeyEvent keyEvent = keyEventOf(event, key);
     keyEvent.charactersIgnoringModifiers = character_(key, event.nativeModifiers());
-    swallowed_ = monitors_.anyOf([&keyEvent](const Handler& handler) { return handler(keyEvent); });
+    swallowed_ = swallows(keyEvent);
     return swallowed_;
 }
 

@@ -24,6 +24,10 @@ public:
         return monitors_.add(std::move(handler));
     }
 
+    /// For a press that does not come to a window although one of them has the keyboard: whether a monitor swallows
+    /// it.
+    [[nodiscard]] bool swallows(const KeyEvent& event) const;
+
 private:
     bool eventFilter(QObject* receiver, QEvent* event) override;
     [[nodiscard]] bool swallows(const QKeyEvent& event);

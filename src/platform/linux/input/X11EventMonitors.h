@@ -5,6 +5,8 @@
 #include "platform/linux/input/X11ClickWatch.h"
 #include "platform/linux/input/X11KeyCharacters.h"
 
+#include <QGuiApplication>
+
 namespace stowpocket {
 
 /// Event monitors of the X11 desktop: Qt's events for this program's keys, the server's for clicks elsewhere.
@@ -16,6 +18,11 @@ public:
     [[nodiscard]] std::unique_ptr<EventMonitorToken>
     addLocalKeyDownMonitor(std::function<bool(const KeyEvent&)> handler) override {
         return keyDowns_.add(std::move(handler));
+    }
+    /// For a key that is grabbed and so reaches no window: whether a monitor swallows it while this program is
+    /// active.
+    [[nodiscard]] bool swallowsGrabbed(const KeyEvent& event) const {
+        return QGuiApplication::focusWindow() != nullptr && keyDowns_.swallows(event);
     }
     [[nodiscard]] std::unique_ptr<EventMonitorToken>
     addGlobalMouseDownMonitor(std::function<void()> handler) override {

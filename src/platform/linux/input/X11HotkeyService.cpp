@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <array>
 
 namespace stowpocket {
 namespace {
@@ -27,6 +28,23 @@ std::uint8_t firstEventOf(xcb_connection_t* connection, std::string_view extensi
         xcb_query_extension(connection, static_cast<std::uint16_t>(extension.size()), extension.data());
     const XcbAnswer<xcb_query_extension_reply_t> answer(xcb_query_extension_reply(connection, cookie, nullptr));
     return answer && answer->present != 0 ? answer->first_event : std::uint8_t{0};
+}
+
+/// The press of a hotkey, but for its characters.
+KeyEvent keyEventOf(const KeyCombination& combination, bool capsLock) {
+    constexpr std::array<std::pair<std::uint32_t, std::int64_t>, 4> table{{
+        {carbonModifier::shiftKey, modifierFlag::shift},
+        {carbonModifier::controlKey, modifierFlag::control},
+        {carbonModifier::optionKey, modifierFlag::option},
+        {carbonModifier::cmdKey, modifierFlag::command},
+    }};
+    const std::uint16_t key = virtualKeyOf(combination.key);
+    std::int64_t flags = ownFlagsOf(key) | (capsLock ? keyFlag::capsLock : 0);
+    for (const auto& [modifier, flag] : table) {
+        if ((combination.carbonModifiers & modifier) != 0)
+            flags |= flag;
+    }
+    return {.keyCode = key, .modifierFlags = flags};
 }
 
 }  // namespace
@@ -51,6 +69,7 @@ X11HotkeyService::X11HotkeyService(xcb_connection_t* connection, Dispatch& dispa
     : connection_(connection),
       dispatch_(dispatch),
       grabs_(connection),
+      characters_(connection),
       keyboardExtensionEvent_(firstEventOf(connection, "XKEYBOARD")) {
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
@@ -112,11 +131,19 @@ void X11HotkeyService::keyPressed(const xcb_key_press_event_t& event) {
     });
     if (pressed == hotkeys_.end() || !held_.press(event.detail, event.time))
         return;
-    dispatch_.async([self = std::weak_ptr(self_), identifier = pressed->identifier] {
-        const auto service = self.lock();
-        if (service && (*service)->handler_)
-            (*service)->handler_(&identifier);
+    KeyEvent keyEvent = keyEventOf(pressed->combination, (event.state & x11Modifier::lock) != 0);
+    keyEvent.charactersIgnoringModifiers = characters_(event.detail, event.state);
+    dispatch_.async([self = std::weak_ptr(self_), keyEvent = std::move(keyEvent), identifier = pressed->identifier] {
+        if (const auto service = self.lock())
+            (*service)->fire(keyEvent, identifier);
     });
+}
+
+void X11HotkeyService::fire(const KeyEvent& event, HotkeyIdentifier identifier) {
+    if (ownWindowsTake_ && ownWindowsTake_(event))
+        return;
+    if (handler_)
+        handler_(&identifier);
 }
 
 /// Changes of the keyboard come in bursts, and each of them only matters once it is over.

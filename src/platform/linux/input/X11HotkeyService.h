@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/EventMonitors.h"
 #include "platform/HotkeyService.h"
 #include "platform/linux/input/HeldHotkey.h"
+#include "platform/linux/input/X11KeyCharacters.h"
 #include "platform/linux/input/X11KeyGrabs.h"
 
 #include <QAbstractNativeEventFilter>
@@ -27,6 +29,10 @@ public:
     [[nodiscard]] std::unique_ptr<HotkeyRegistration> registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                                      HotkeyIdentifier identifier) override;
 
+    /// Grabs keep their keys from this program's own windows too. `takes` gets each press before it fires, and may
+    /// answer that a window took it.
+    void setOwnWindows(std::function<bool(const KeyEvent&)> takes) { ownWindowsTake_ = std::move(takes); }
+
 private:
     struct Hotkey {
         KeyCombination combination;
@@ -37,13 +43,16 @@ private:
 
     bool nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) override;
     void keyPressed(const xcb_key_press_event_t& event);
+    void fire(const KeyEvent& event, HotkeyIdentifier identifier);
     void scheduleMappingCheck();
     void checkMapping();
 
     xcb_connection_t* const connection_;
     Dispatch& dispatch_;
     X11KeyGrabs grabs_;
+    const X11KeyCharacters characters_;
     Handler handler_;
+    std::function<bool(const KeyEvent&)> ownWindowsTake_;
     std::list<Hotkey> hotkeys_;
     HeldHotkey held_;
     std::uint8_t keyboardExtensionEvent_ = 0;

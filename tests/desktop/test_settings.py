@@ -1,0 +1,73 @@
+# SPDX-License-Identifier: MIT
+"""The settings window, and the shortcuts that are recorded in it."""
+import plistlib
+import unittest
+
+from case import DesktopTest
+from x_display import wait_for
+
+
+class Settings(DesktopTest):
+    def open_settings(self):
+        self.stowpocket.open_popover()
+        self.stowpocket.press("Settings")
+        window = wait_for(lambda: self.desktop.x.find("stowpocket Settings"), "the settings window")
+        wait_for(lambda: self.desktop.x.active_window() == window, "the settings to have the keyboard")
+
+    def stored(self, key):
+        return plistlib.loads(self.stowpocket.settings.read_bytes()).get(key)
+
+    def record(self, name, *shortcut):
+        self.stowpocket.press(name)
+        self.stowpocket.wait_for_shown(name.partition(",")[0] + ", Press shortcut…")
+        self.desktop.x.keys(*shortcut)
+
+    def test_recorded_shortcut_takes_over_and_a_cleared_one_is_dead(self):
+        stowpocket, keys = self.start("trayer"), self.desktop.x.keys
+        self.open_settings()
+        self.record("Open/Close Shelf, ⌥⇧S", "Alt_L", "Shift_L", "s")  # is grabbed, and yet recorded
+        stowpocket.wait_for_shown("Open/Close Shelf, ⌥⇧S")
+        self.assertIsNone(stowpocket.popover())
+
+        self.record("Open/Close Shelf, ⌥⇧S", "k")
+        keys("Control_L", "Shift_L", "k")
+        stowpocket.wait_for_shown("Open/Close Shelf, ⌃⇧K")
+        wait_for(lambda: self.stored("shelfHotkeyKeyCode") == 40, "the shortcut on the disk")
+        self.assertEqual((self.stored("shelfHotkeyModifiers"), self.stored("shelfHotkeyKeyChar")), (0x60000, "K"))
+        keys("Alt_L", "Shift_L", "s")
+        keys("Control_L", "Shift_L", "k")
+        wait_for(stowpocket.popover, "the popover by the new shortcut, not closed again by the old one")
+
+        self.open_settings()
+        self.record("Quick Drop, ⌥⇧D", "Control_L", "Shift_L", "k")
+        stowpocket.wait_for_shown("Conflicts with the other shortcut")
+        stowpocket.press("Clear Open/Close Shelf shortcut")
+        stowpocket.wait_for_shown("Open/Close Shelf, None - click to set")
+        stowpocket.press("Clear Quick Drop shortcut")
+        stowpocket.wait_for_shown("Quick Drop, None - click to set")
+        keys("Control_L", "Shift_L", "k")
+        self.record("Quick Drop, None", "Control_L", "Shift_L", "j")
+        stowpocket.wait_for_shown("Quick Drop, ⌃⇧J")
+        self.assertIsNone(stowpocket.popover())
+
+    def test_choices_act_at_once(self):
+        file, = self.desktop.folder("papers", 1).iterdir()
+        stowpocket = self.start("trayer", file)
+        stowpocket.wait_for_files([file.name])
+        entry = self.desktop.home / "config/autostart/com.example.stowpocket.desktop"
+        wait_for(entry.exists, "the entry made at the first start")
+        self.open_settings()
+        stowpocket.press("Launch at login")
+        wait_for(lambda: not entry.exists(), "the entry to go")
+        stowpocket.press("50")
+        stowpocket.wait_for_shown("1 / 50")
+        wait_for(lambda: self.stored("shelfCapacity") == 50, "the capacity on the disk")
+        stowpocket.press("Clear Shelf")
+        stowpocket.wait_for_shown("Remove all items from the shelf?")
+        stowpocket.press("Clear All")
+        stowpocket.wait_for_files([])
+        stowpocket.wait_for_shown("0 / 50")
+
+
+if __name__ == "__main__":
+    unittest.main()
