@@ -12,8 +12,9 @@ class Clipboard:
         self.desktop, self.kind = desktop, kind
         copied = desktop.home / "copied"
         copied.write_text(text)
+        before = desktop.x.selection_owner("CLIPBOARD")
         desktop.start("xclip", "-verbose", "-selection", "clipboard", "-target", kind, str(copied))
-        wait_for(lambda: desktop.x.selection_owner("CLIPBOARD"), "the clipboard to be held")
+        wait_for(lambda: desktop.x.selection_owner("CLIPBOARD") not in (0, before), "the clipboard to be held")
 
     def was_read(self):
         return "selection request number 2" in (self.desktop.logs / "xclip.log").read_text()

@@ -4,20 +4,17 @@ import unittest
 
 from case import DesktopTest
 from clipboard import Clipboard
-from nautilus import Nautilus
 from peers import LEFT, PcmanfmQt, Thunar
 from x_display import wait_for
 
 
 class QuickDrop(DesktopTest):
-    def offer(self, panel, file_manager, count, copied="precious", kind="UTF8_STRING"):
-        """Starts everything, with something on the clipboard and so many files in front."""
+    def offer(self, panel, file_manager, count):
+        """Starts everything, with so many files in front."""
         self.folder = self.desktop.folder("papers", count)
         self.names = sorted(file.name for file in self.folder.iterdir())
         stowpocket = self.start(panel)
-        window = file_manager(self.desktop, self.folder, LEFT)
-        self.clipboard = Clipboard(self.desktop, copied, kind)
-        return stowpocket, window
+        return stowpocket, file_manager(self.desktop, self.folder, LEFT)
 
     def press_keys(self):
         self.desktop.x.keys("Alt_L", "Shift_L", "d")
@@ -28,10 +25,11 @@ class QuickDrop(DesktopTest):
     def check_selection_is_added(self, panel, file_manager, count, quick_drop):
         stowpocket, window = self.offer(panel, file_manager, count)
         window.select_all()
+        clipboard = Clipboard(self.desktop, "precious")
         quick_drop()
         stowpocket.wait_for_files(self.names)
         wait_for(stowpocket.popover, "the popover")
-        self.assertEqual(self.clipboard.text(), "precious")
+        self.assertEqual(clipboard.text(), "precious")
 
     def test_three_files_of_thunar(self):
         self.check_selection_is_added("trayer", Thunar, 3, self.press_keys)
@@ -39,24 +37,22 @@ class QuickDrop(DesktopTest):
     def test_one_file_of_pcmanfm_qt(self):
         self.check_selection_is_added("xfce4-panel", PcmanfmQt, 1, self.press_keys)
 
-    def test_three_files_of_nautilus(self):
-        self.check_selection_is_added("trayer", Nautilus, 3, self.press_keys)
-
     def test_one_file_of_thunar_by_command(self):
         self.check_selection_is_added("trayer", Thunar, 1, self.run_command)
 
     def test_nothing_selected_adds_nothing_that_was_copied_before(self):
         old, = self.desktop.folder("old", 1).iterdir()
-        stowpocket, window = self.offer("trayer", Thunar, 2, old.as_uri(), "text/uri-list")
+        stowpocket, window = self.offer("trayer", Thunar, 2)
+        clipboard = Clipboard(self.desktop, old.as_uri(), "text/uri-list")
         window.activate()
         self.press_keys()
-        wait_for(self.clipboard.was_read, "the quick drop to begin")
+        wait_for(clipboard.was_read, "the quick drop to begin")
         window.select_all()
         self.assertIsNone(stowpocket.popover())
         # The first one waits a while for files that do not come. Until it has ended no other begins.
         wait_for(lambda: stowpocket.filenames() or self.press_keys(), "the files that are selected now")
         self.assertEqual(stowpocket.filenames(), self.names)
-        wait_for(lambda: self.clipboard.text() == old.as_uri(), "the clipboard to be as before")
+        wait_for(lambda: clipboard.text() == old.as_uri(), "the clipboard to be as before")
 
     def test_program_in_a_terminal_goes_on(self):
         stowpocket, x = self.start("trayer"), self.desktop.x
