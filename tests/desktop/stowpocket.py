@@ -92,6 +92,8 @@ class Stowpocket:
 
     def take_drop(self, drag):
         """Drops what is dragged on the icon, which opens the popover before."""
+        # It comes to lie over the icon: where another window comes under the pointer just before it lets go, nothing is dropped.
+        wait_for(lambda: self.x.find(POCKET), "the pocket")
         drag.hover(self.icon(), self.popover)
         drag.release()
 
