@@ -12,6 +12,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <utility>
 
 namespace stowpocket {
 namespace {

@@ -56,15 +56,15 @@ struct ShelfViewFixture : ShelfFixture {
 
     /// Makes the view and shows it at the height that it wishes for.
     ShelfView& open() {
-        view = new ShelfView(
-            ShelfView::Dependencies{viewModel,
-                                    [this] { ++settingsOpened; },
-                                    [this] { ++quits; },
-                                    {[](const QMimeData& data) { return data.hasUrls() || data.hasFormat(promiseFormat); },
-                                     [this](const QMimeData& data) { return providersOf(data); }},
-                                    [this](QWidget&, const FileURL& url, const QPixmap& picture, QPoint hotSpot) {
-                                        dragged = {url.path(), picture, hotSpot};
-                                    }});
+        view = new ShelfView(ShelfView::Dependencies{
+            viewModel,
+            [this] { ++settingsOpened; },
+            [this] { ++quits; },
+            {[](const QMimeData& data) { return data.hasUrls() || data.hasFormat(promiseFormat); },
+             [this](const QMimeData& data) { return providersOf(data); }},
+            [this](QWidget&, const FileURL& url, const QPixmap& picture, QPoint hotSpot) {
+                dragged = {url.path(), picture, hotSpot};
+            }});
         view->setParent(&host);
         host.show();
         view->show();
