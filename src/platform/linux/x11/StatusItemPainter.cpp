@@ -63,6 +63,12 @@ StatusItemMeasure measureFace(const StatusItemFace& face) {
             metrics.horizontalAdvance(countText(face.title))};
 }
 
+/// The list of fonts is one for the whole program; the size does not matter for it.
+void loadCountFont() {
+    const StatusItemTitle title{.text = "0", .fontSize = 9, .weight = FontWeight::bold, .baselineOffset = 0};
+    static_cast<void>(QFontMetricsF(titleFont(title, title.fontSize)).height());
+}
+
 void paintFace(QPainter& painter, const StatusItemFace& face, const SymbolPainter& paintSymbol, const QSizeF& room,
                const QColor& color) {
     const StatusItemLayout layout = layOutStatusItem(measureFace(face), {room.width(), room.height()});

@@ -19,6 +19,9 @@ struct StatusItemFace {
 
 [[nodiscard]] StatusItemMeasure measureFace(const StatusItemFace& face);
 
+/// Loads what drawing a count takes. That is slow the first time, but may be done on any thread.
+void loadCountFont();
+
 /// Draws symbol and count in one colour into a room of any size whose upper left corner is the painter's origin.
 void paintFace(QPainter& painter, const StatusItemFace& face, const SymbolPainter& paintSymbol, const QSizeF& room,
                const QColor& color);

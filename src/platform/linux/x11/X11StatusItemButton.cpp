@@ -53,7 +53,15 @@ void X11StatusItemButton::setImage(const StatusItemImage& image) {
 }
 
 void X11StatusItemButton::setTitle(const StatusItemTitle& title) {
-    face_.title = title;
+    title_ = title;
+    if (window_ && !title.text.empty())
+        countFont_.whenLoaded([this] { showTitle(); });
+    else
+        showTitle();
+}
+
+void X11StatusItemButton::showTitle() {
+    face_.title = title_;
     showFace();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/notifier/NotifierItem.h"
+#include "platform/linux/x11/CountFont.h"
 #include "platform/linux/x11/IconPlacing.h"
 #include "platform/linux/x11/X11Pocket.h"
 #include "platform/linux/x11/X11TrayWindow.h"
@@ -39,6 +40,7 @@ private:
     [[nodiscard]] std::optional<QRect> dockedRect() const;
     [[nodiscard]] NotifierFace notifierFace() const;
     void showFace();
+    void showTitle();
     void click();
     void activated(const QPoint& pixels);
     void pocketChanged();
@@ -47,6 +49,8 @@ private:
     const SymbolPainter paintSymbol_;
     DropPromises* const promises_;
     StatusItemFace face_;
+    StatusItemTitle title_;
+    CountFont countFont_;
     std::function<void()> action_;
     std::unique_ptr<X11TrayWindow> window_;
     Subscription windowResized_;
