@@ -29,6 +29,7 @@ public:
     /// How far the value has come that long after the start: 0 is the old value, 1 the new one. A spring goes beyond.
     [[nodiscard]] double progress(Seconds elapsed) const;
     [[nodiscard]] bool isRepeated() const { return repeats_ != Repeats::never; }
+    [[nodiscard]] bool isReversing() const { return repeats_ == Repeats::backAndForth; }
     /// Until nothing moves any more, or until the first repetition.
     [[nodiscard]] Seconds duration() const;
 

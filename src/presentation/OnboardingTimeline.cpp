@@ -12,7 +12,9 @@ using State = OnboardingState;
 using Reversing = Movement::Reversing;
 
 constexpr Seconds quickFrame{1.0 / 60};
-constexpr Seconds slowFrame{1.0 / 30};
+constexpr Seconds sweepFrame{1.0 / 30};
+/// What breathes changes by less than one level of brightness from one of these to the next.
+constexpr Seconds breathFrame{1.0 / 20};
 
 constexpr std::array<OnboardingStep, 8> welcomeSteps{{
     {0s, &State::appeared, 1, Movement::easeOut(0.3s)},
@@ -53,7 +55,7 @@ std::optional<Seconds> timeToNextFrame(const OnboardingStep& step, Seconds time)
     if (time < step.delay)
         return std::max(step.delay - time, quickFrame);
     if (step.movement.isRepeated())
-        return slowFrame;
+        return step.movement.isReversing() ? breathFrame : sweepFrame;
     if (time - step.delay < step.movement.duration())
         return quickFrame;
     return std::nullopt;

@@ -103,7 +103,7 @@ TEST(OnboardingTimelineTest, asksForFramesOnlyWhileSomethingMoves) {
         return timeToNextFrame({Seconds(shown), pressed}).value().count();
     };
     EXPECT_NEAR(wait(0.1), 1 / 60.0, 1e-9);
-    EXPECT_NEAR(wait(10), 1 / 30.0, 1e-9) << "only the slow glow is left";
+    EXPECT_NEAR(wait(10), 1 / 20.0, 1e-9) << "only the slow glow is left";
     EXPECT_NEAR(wait(0.8, Seconds(0.42)), 0.08, 1e-9) << "a rest before the circle is drawn";
     EXPECT_NEAR(wait(20, Seconds(10)), 1 / 30.0, 1e-9);
 }

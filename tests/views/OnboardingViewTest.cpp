@@ -97,7 +97,7 @@ TEST(OnboardingViewTest, movesOnlyWhileItIsSeenAndWanted) {
     EXPECT_TRUE(window.clock->isRunning());
     const int frames = window.clock->frames;
     window.clock->advance(10s);
-    EXPECT_NEAR(window.clock->frames - frames, 300, 2);
+    EXPECT_NEAR(window.clock->frames - frames, 200, 2);
     window.view.hide();
     EXPECT_FALSE(window.clock->isRunning());
     window.view.show();
