@@ -22,7 +22,9 @@ constexpr int fullTurn = 360 * 16;
 
 }  // namespace
 
-OnboardingBadge::OnboardingBadge() {
+OnboardingBadge::OnboardingBadge()
+    : ring_({ringSide, ringSide}, [this](QPainter& painter) { paintRing(painter); }),
+      mark_({ringSide, ringSide}, [this](QPainter& painter) { paintMark(painter); }) {
     setFixedSize(ringSide, ringSide);
 }
 
@@ -38,11 +40,25 @@ void OnboardingBadge::evaluate(const OnboardingPresentation& shown) {
 void OnboardingBadge::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     Layer::applyOpacity(painter, *this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    constexpr double ringInset = ringWidth / 2;
-    painter.setPen(QPen(Theme::color(ColorRole::accent, palette(), ringOpacity_), ringWidth));
-    painter.drawEllipse(QRectF(rect()).adjusted(ringInset, ringInset, -ringInset, -ringInset));
+    const double opacity = painter.opacity();
+    painter.setOpacity(opacity * ringOpacity_);
+    painter.drawImage(0, 0, ring_.image(devicePixelRatioF()));
+    painter.setOpacity(opacity);
+    if (circleTrim_ == 1 && checkmarkTrim_ == 1) {
+        painter.drawImage(0, 0, mark_.image(devicePixelRatioF()));
+    } else {
+        painter.setRenderHint(QPainter::Antialiasing);
+        paintMark(painter);
+    }
+}
 
+void OnboardingBadge::paintRing(QPainter& painter) const {
+    constexpr double inset = ringWidth / 2;
+    painter.setPen(QPen(Theme::color(ColorRole::accent, palette()), ringWidth));
+    painter.drawEllipse(QRectF(rect()).adjusted(inset, inset, -inset, -inset));
+}
+
+void OnboardingBadge::paintMark(QPainter& painter) const {
     painter.translate((ringSide - circleSide) / 2.0, (ringSide - circleSide) / 2.0);
     constexpr QRectF circle(0, 0, circleSide, circleSide);
     painter.setPen(

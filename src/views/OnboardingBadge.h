@@ -2,6 +2,7 @@
 #pragma once
 
 #include "presentation/OnboardingPresentation.h"
+#include "views/Picture.h"
 
 #include <QWidget>
 
@@ -17,6 +18,12 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void paintRing(QPainter& painter) const;
+    void paintMark(QPainter& painter) const;
+
+    Picture ring_;
+    /// The circle and the checkmark once they are complete.
+    Picture mark_;
     double ringOpacity_ = 0;
     double circleTrim_ = 0;
     double checkmarkTrim_ = 0;

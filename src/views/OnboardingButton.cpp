@@ -30,10 +30,19 @@ QPainterPath outline(const QString& text, int pointSize) {
     return path;
 }
 
+QSize sizeOf(const QString& text, const OnboardingButton::Style& style) {
+    const QFontMetrics metrics(Theme::font(style.textPointSize, FontWeight::semibold));
+    const int label = metrics.horizontalAdvance(text) + labelSpacing + Symbol::side(style.symbolPointSize);
+    return {label + 2 * (horizontalPadding + OnboardingButton::margin), faceHeight + 2 * OnboardingButton::margin};
+}
+
 }  // namespace
 
 OnboardingButton::OnboardingButton(const QString& text, Style style, std::function<void()> action)
-    : style_(style), label_(outline(text, style.textPointSize)) {
+    : style_(style),
+      label_(outline(text, style.textPointSize)),
+      size_(sizeOf(text, style)),
+      picture_(size_, [this](QPainter& painter) { paintFace(painter); }) {
     setText(text);
     setFont(Theme::font(style.textPointSize, FontWeight::semibold));
     setFocusPolicy(Qt::StrongFocus);
@@ -55,11 +64,6 @@ void OnboardingButton::setShimmerPhase(double phase) {
         return;
     shimmerPhase_ = phase;
     update();
-}
-
-QSize OnboardingButton::sizeHint() const {
-    const int label = fontMetrics().horizontalAdvance(text()) + labelSpacing + Symbol::side(style_.symbolPointSize);
-    return {label + 2 * (horizontalPadding + margin), faceHeight + 2 * margin};
 }
 
 QRectF OnboardingButton::face() const {
@@ -88,23 +92,24 @@ void OnboardingButton::paintEvent(QPaintEvent*) {
     painter.translate(centre);
     painter.scale(shown_.scale, shown_.scale);
     painter.translate(-centre);
-    paintFace(painter);
-    paintLabel(painter);
+    if (std::exchange(pictureColor_, faceColor()) != faceColor())
+        picture_.forget();
+    if (shown_.scale == 1)
+        painter.drawImage(0, 0, picture_.image(devicePixelRatioF()));
+    else
+        paintFace(painter);
+    paintShimmer(painter);
     if (hasFocus() && isFocusSeen_)
         paintFocusRing(painter);
 }
 
 void OnboardingButton::paintFace(QPainter& painter) const {
-    painter.fillPath(continuousRoundedRect(face(), cornerRadius), faceColor());
-}
-
-void OnboardingButton::paintLabel(QPainter& painter) const {
     const QRectF box = face();
+    painter.fillPath(continuousRoundedRect(box, cornerRadius), faceColor());
+
     const QColor color = palette().color(QPalette::Window);
-    const QFontMetricsF metrics(font());
-    const double baseline = box.center().y() + metrics.capHeight() / 2;
-    const double left = box.left() + horizontalPadding;
-    painter.fillPath(label_.translated(left, baseline), color);
+    const double baseline = box.center().y() + QFontMetricsF(font()).capHeight() / 2;
+    painter.fillPath(label_.translated(box.left() + horizontalPadding, baseline), color);
 
     const int side = Symbol::side(style_.symbolPointSize);
     const QRectF arrow(box.right() - horizontalPadding - side, box.center().y() - side / 2.0, side, side);
@@ -112,15 +117,23 @@ void OnboardingButton::paintLabel(QPainter& painter) const {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(arrow,
                       Symbol::image("arrow.right", style_.symbolPointSize, FontWeight::semibold, {color}, ratio));
+}
 
+void OnboardingButton::paintShimmer(QPainter& painter) const {
+    const QRectF box = face();
     const Shimmer band = shimmer(box.width(), shimmerPhase_);
-    if (band.leadingEdge >= box.width() || band.leadingEdge + band.width <= 0)
+    const QRectF lit = QRectF(box.left() + band.leadingEdge, box.top(), band.width, box.height()) & box;
+    if (lit.isEmpty())
         return;
     QLinearGradient light(box.left() + band.leadingEdge, 0, box.left() + band.leadingEdge + band.width, 0);
     light.setColorAt(0, QColor(255, 255, 255, 0));
     light.setColorAt(0.5, QColor::fromRgbF(1, 1, 1, shimmerOpacity));
     light.setColorAt(1, QColor(255, 255, 255, 0));
-    painter.fillPath(continuousRoundedRect(box, cornerRadius), light);
+    const double corner = 2 * cornerRadius;
+    if (lit.left() < box.left() + corner || lit.right() > box.right() - corner)
+        painter.fillPath(continuousRoundedRect(box, cornerRadius), light);
+    else
+        painter.fillRect(lit, light);  // for most of the way, and much cheaper
 }
 
 void OnboardingButton::paintFocusRing(QPainter& painter) const {

@@ -3,6 +3,7 @@
 
 #include "presentation/OnboardingPresentation.h"
 #include "views/Compose.h"
+#include "views/Picture.h"
 
 #include <QAbstractButton>
 #include <QPainterPath>
@@ -28,7 +29,7 @@ public:
     /// Lets the band of light stand at this part of its way.
     void setShimmerPhase(double phase);
 
-    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize sizeHint() const override { return size_; }
 
 protected:
     [[nodiscard]] bool hitButton(const QPoint& position) const override;
@@ -40,11 +41,15 @@ private:
     [[nodiscard]] QRectF face() const;
     [[nodiscard]] QColor faceColor() const;
     void paintFace(QPainter& painter) const;
-    void paintLabel(QPainter& painter) const;
+    void paintShimmer(QPainter& painter) const;
     void paintFocusRing(QPainter& painter) const;
 
     const Style style_;
     const QPainterPath label_;
+    const QSize size_;
+    /// The button without its light, which is all that moves once the button has its size.
+    Picture picture_;
+    QColor pictureColor_;
     OnboardingPresentation::Button shown_;
     double shimmerPhase_ = 0;
     bool isFocusSeen_ = false;

@@ -12,7 +12,7 @@
 namespace stowpocket {
 namespace {
 
-constexpr double squareSide = 84;
+constexpr int squareSide = 84;
 constexpr double squareRadius = 24;
 constexpr int symbolPointSize = 48;
 const QColor squareTop(0x2c, 0x34, 0x40);
@@ -24,6 +24,7 @@ constexpr double glowRadius = 40;
 constexpr double glowBlur = 13;
 /// How far the light is seen beyond the emblem's frame.
 constexpr int glowReach = 32;
+constexpr int glowSide = OnboardingEmblem::side + 2 * glowReach;
 /// The farthest that the emblem is away from its place.
 constexpr int highestOffset = 30;
 
@@ -37,10 +38,10 @@ double distanceOutside(double x, double y, double halfSide, double radius) {
 
 /// A blurred edge fades like the integral of a bell curve, so no filter has to run over the picture.
 QImage glow(const QColor& color, double ratio) {
-    constexpr int points = OnboardingEmblem::side + 2 * glowReach;
-    const int pixels = static_cast<int>(std::ceil(points * ratio));
+    const int pixels = static_cast<int>(std::lround(glowSide * ratio));
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
-    const auto coordinate = [&](int pixel) { return (pixel + 0.5) / ratio - points / 2.0; };
+    image.setDevicePixelRatio(ratio);
+    const auto coordinate = [&](int pixel) { return (pixel + 0.5) / ratio - glowSide / 2.0; };
     for (int y = 0; y < pixels; ++y) {
         auto* const line = reinterpret_cast<QRgb*>(image.scanLine(y));
         for (int x = 0; x < pixels; ++x) {
@@ -51,34 +52,11 @@ QImage glow(const QColor& color, double ratio) {
                 qRgba(color.red(), color.green(), color.blue(), static_cast<int>(std::lround(255 * strength))));
         }
     }
-    image.setDevicePixelRatio(ratio);
     return image;
 }
 
-}  // namespace
-
-QRect OnboardingEmblem::reach(const QPoint& topLeft) {
-    return QRect(topLeft, QSize(side, side)).adjusted(-glowReach, -glowReach - highestOffset, glowReach, glowReach);
-}
-
-void OnboardingEmblem::paint(QPainter& painter, const QPointF& topLeft, const OnboardingPresentation& shown,
-                             const QWidget& view) {
-    const double ratio = view.devicePixelRatioF();
-    if (glow_.isNull() || glow_.devicePixelRatio() != ratio)
-        glow_ = glow(Theme::color(ColorRole::accent, view.palette()), ratio);
-    // Between two pixels the symbol would blur.
-    const QPointF place = topLeft + QPointF(0, std::round(shown.emblemOffset * ratio) / ratio);
-    const double opacity = painter.opacity();
-    painter.setOpacity(opacity * shown.emblemGlow);
-    painter.drawImage(place - QPointF(glowReach, glowReach), glow_);
-    painter.setOpacity(opacity);
-
-    constexpr double inset = (side - squareSide) / 2;
-    paintSquare(painter, QRectF(place + QPointF(inset, inset), QSizeF(squareSide, squareSide)), view);
-}
-
-void OnboardingEmblem::paintSquare(QPainter& painter, const QRectF& square, const QWidget& view) const {
-    painter.setRenderHint(QPainter::Antialiasing);
+void paintSquare(QPainter& painter, const QWidget& view) {
+    const QRectF square(0, 0, squareSide, squareSide);
     QLinearGradient fill(square.topLeft(), square.bottomLeft());
     fill.setColorAt(0, squareTop);
     fill.setColorAt(1, squareBottom);
@@ -87,6 +65,34 @@ void OnboardingEmblem::paintSquare(QPainter& painter, const QRectF& square, cons
                        Theme::color(ColorRole::primary, view.palette(), edgeOpacity));
     drawSymbol(painter, square, "tray.and.arrow.down",
                {.pointSize = symbolPointSize, .weight = FontWeight::medium, .role = ColorRole::accent}, view);
+}
+
+}  // namespace
+
+QRect OnboardingEmblem::reach(const QPoint& topLeft) {
+    return QRect(topLeft, QSize(side, side)).adjusted(-glowReach, -glowReach - highestOffset, glowReach, glowReach);
+}
+
+OnboardingEmblem::OnboardingEmblem(const QWidget& view)
+    : view_(view),
+      glow_({glowSide, glowSide},
+            [&view](QPainter& painter) {
+                painter.drawImage(
+                    0, 0,
+                    glow(Theme::color(ColorRole::accent, view.palette()), painter.device()->devicePixelRatioF()));
+            }),
+      square_({squareSide, squareSide}, [&view](QPainter& painter) { paintSquare(painter, view); }) {}
+
+void OnboardingEmblem::paint(QPainter& painter, const QPointF& topLeft, const OnboardingPresentation& shown) {
+    const double ratio = view_.devicePixelRatioF();
+    // Between two pixels the symbol would blur.
+    const QPointF place = topLeft + QPointF(0, std::round(shown.emblemOffset * ratio) / ratio);
+    const double opacity = painter.opacity();
+    painter.setOpacity(opacity * shown.emblemGlow);
+    painter.drawImage(place - QPointF(glowReach, glowReach), glow_.image(ratio));
+    painter.setOpacity(opacity);
+    constexpr double inset = (side - squareSide) / 2.0;
+    painter.drawImage(place + QPointF(inset, inset), square_.image(ratio));
 }
 
 }  // namespace stowpocket

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "presentation/OnboardingPresentation.h"
+#include "views/Picture.h"
 
-#include <QImage>
 #include <QRectF>
 
 class QPainter;
@@ -17,15 +17,16 @@ class OnboardingEmblem {
 public:
     static constexpr int side = 120;
 
-    void paint(QPainter& painter, const QPointF& topLeft, const OnboardingPresentation& shown, const QWidget& view);
+    /// It is painted in the colours and at the density of `view`, which outlives it.
+    explicit OnboardingEmblem(const QWidget& view);
+    void paint(QPainter& painter, const QPointF& topLeft, const OnboardingPresentation& shown);
     /// What is touched by painting it there at any moment.
     [[nodiscard]] static QRect reach(const QPoint& topLeft);
 
 private:
-    void paintSquare(QPainter& painter, const QRectF& square, const QWidget& view) const;
-
-    /// The glow at full strength; made once for a screen's density.
-    QImage glow_;
+    const QWidget& view_;
+    Picture glow_;
+    Picture square_;
 };
 
 }  // namespace stowpocket

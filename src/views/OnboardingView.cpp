@@ -9,6 +9,7 @@
 #include "views/OnboardingWelcomeScreen.h"
 
 #include <QPainter>
+#include <QPaintEvent>
 #include <QWindow>
 
 #include <cmath>
@@ -40,7 +41,8 @@ QPalette darkPalette() {
 OnboardingView::OnboardingView(Dependencies dependencies)
     : dependencies_(std::move(dependencies)),
       welcome_(new OnboardingWelcomeScreen([this] { getStarted(); })),
-      closing_(new OnboardingClosingScreen([this] { dependencies_.onComplete(); })) {
+      closing_(new OnboardingClosingScreen([this] { dependencies_.onComplete(); })),
+      container_({onboardingWidth, onboardingHeight}, [this](QPainter& painter) { paintContainer(painter); }) {
     setPalette(darkPalette());
     setFixedSize(onboardingWidth, onboardingHeight);
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -73,6 +75,7 @@ void OnboardingView::showEvent(QShowEvent* event) {
 
 void OnboardingView::hideEvent(QHideEvent* event) {
     dependencies_.clock->stop();
+    container_.forget();
     Layer::hideEvent(event);
 }
 
@@ -126,11 +129,17 @@ void OnboardingView::evaluate(const OnboardingMoment& moment) {
     closing_->move(static_cast<int>(std::lround(shown.closing.shift * width())), 0);
 }
 
-void OnboardingView::paintEvent(QPaintEvent*) {
+void OnboardingView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    painter.fillRect(rect(), background);
+    painter.fillRect(event->rect(), background);
     applyOpacity(painter, *this);
-    painter.setRenderHint(QPainter::Antialiasing);
+    for (const QRect& part : event->region()) {
+        painter.setClipRect(part);  // one at a time: a picture is copied quickly into a rectangle only
+        painter.drawImage(0, 0, container_.image(devicePixelRatioF()));
+    }
+}
+
+void OnboardingView::paintContainer(QPainter& painter) const {
     QLinearGradient fill(0, 0, 0, height());
     fill.setColorAt(0, containerTop);
     fill.setColorAt(1, background);

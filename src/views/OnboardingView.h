@@ -3,6 +3,7 @@
 
 #include "views/FrameClock.h"
 #include "views/Layer.h"
+#include "views/Picture.h"
 
 #include <functional>
 #include <memory>
@@ -46,11 +47,13 @@ private:
     void getStarted();
     void renderFrame();
     void evaluate(const OnboardingMoment& moment);
+    void paintContainer(QPainter& painter) const;
     [[nodiscard]] OnboardingMoment moment() const;
 
     const Dependencies dependencies_;
     OnboardingWelcomeScreen* welcome_;
     OnboardingClosingScreen* closing_;
+    Picture container_;
     std::optional<Seconds> shownAt_;
     std::optional<Seconds> getStartedAt_;
 };

@@ -25,7 +25,8 @@ OnboardingPointView* point(std::string_view symbolName, const char* text) {
 }  // namespace
 
 OnboardingWelcomeScreen::OnboardingWelcomeScreen(std::function<void()> onGetStarted)
-    : title_(layer(text(QStringLiteral("Welcome to stowpocket"), {.pointSize = 24, .weight = FontWeight::bold}))),
+    : emblem_(*this),
+      title_(layer(text(QStringLiteral("Welcome to stowpocket"), {.pointSize = 24, .weight = FontWeight::bold}))),
       points_{
           point("arrow.down.doc", "Drag files onto the shelf to stage them temporarily. No more cluttered desktop."),
           point("arrow.up.doc", "Drag files out of the shelf into any app when you need them."),
@@ -58,7 +59,8 @@ void OnboardingWelcomeScreen::paintEvent(QPaintEvent* event) {
         return;
     QPainter painter(this);
     applyOpacity(painter, *this);
-    emblem_.paint(painter, emblemPlace, shown_, *this);
+    painter.setClipRect(OnboardingEmblem::reach(emblemPlace));  // pictures are drawn quickly into one rectangle only
+    emblem_.paint(painter, emblemPlace, shown_);
 }
 
 }  // namespace stowpocket

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#include "views/Picture.h"
+
+#include <QPainter>
+
+namespace stowpocket {
+
+const QImage& Picture::image(double devicePixelRatio) {
+    if (!image_.isNull() && image_.devicePixelRatio() == devicePixelRatio)
+        return image_;
+    image_ = QImage((QSizeF(size_) * devicePixelRatio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image_.setDevicePixelRatio(devicePixelRatio);
+    image_.fill(Qt::transparent);
+    QPainter painter(&image_);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paint_(painter);
+    return image_;
+}
+
+}  // namespace stowpocket
