@@ -8,6 +8,8 @@
 #include <QKeyEvent>
 #include <QPainter>
 
+#include <utility>
+
 namespace stowpocket {
 namespace {
 
@@ -67,7 +69,7 @@ void OnboardingButton::setShimmerPhase(double phase) {
 }
 
 QRectF OnboardingButton::face() const {
-    return rect().marginsRemoved({margin, margin, margin, margin});
+    return QRectF(rect()).adjusted(margin, margin, -margin, -margin);
 }
 
 QColor OnboardingButton::faceColor() const {

@@ -11,7 +11,6 @@
 
 namespace stowpocket {
 
-class Button;
 class OnboardingClosingScreen;
 class OnboardingWelcomeScreen;
 class PreferenceStore;
