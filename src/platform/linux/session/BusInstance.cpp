@@ -104,14 +104,15 @@ BusInstance::~BusInstance() {
 BusInstance::Claim BusInstance::claim() {
     // The object comes first: whoever sees the name may call at once.
     if (!bus_.isConnected() || !bus_.registerVirtualObject(shelfBus::path, this)) {
-        qWarning("no session bus: command verbs and a second start will not reach this program");
+        qWarning("stowpocket: no session bus: command verbs and a second start will not reach this program");
         return Claim::noBus;
     }
     QDBusMessage request = busCall(QStringLiteral("RequestName"));
     request << shelfBus::service << doNotQueue;
     const QDBusReply<uint> reply = bus_.call(request, QDBus::Block, claimTimeoutMs);
     if (!reply.isValid()) {
-        qWarning() << "no name on the session bus, this program cannot be reached:" << reply.error().message();
+        qWarning() << "stowpocket: no name on the session bus, this program cannot be reached:"
+                   << reply.error().message();
         return Claim::noBus;
     }
     return reply.value() == primaryOwner || reply.value() == alreadyOwner ? Claim::owned : Claim::takenByAnother;

@@ -7,7 +7,7 @@ namespace stowpocket {
 
 MountInfoVolumes::MountInfoVolumes() : file_(QStringLiteral("/proc/self/mountinfo")) {
     if (!file_.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        qWarning() << "cannot watch volumes:" << file_.fileName() << file_.errorString();
+        qWarning() << "stowpocket: cannot watch volumes:" << file_.fileName() << file_.errorString();
         return;
     }
     mounts_ = read();

@@ -58,7 +58,8 @@ bool replaceContents(const std::string& path, const std::string& contents) {
         file.write(contents.data(), static_cast<qint64>(contents.size())) == static_cast<qint64>(contents.size()) &&
         file.commit();
     if (!written)
-        qWarning() << "cannot register to start with the session:" << file.fileName() << file.errorString();
+        qWarning() << "stowpocket: cannot register to start with the session:" << file.fileName()
+                   << file.errorString();
     return written;
 }
 
