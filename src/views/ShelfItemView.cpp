@@ -7,6 +7,7 @@
 #include "views/TextLines.h"
 
 #include <QApplication>
+#include <QCache>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -56,6 +57,27 @@ QFont missingFont() {
 
 int lineHeight(const QFont& font) {
     return QFontMetrics(font).height();
+}
+
+/// The picture, fitted into its frame. It is painted into the frame's shape, since a clip would leave jagged corners.
+QImage framed(const QImage& picture, double ratio) {
+    QImage framed(pictureFrame.size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    framed.setDevicePixelRatio(ratio);
+    framed.fill(Qt::transparent);
+    if (picture.isNull())
+        return framed;
+
+    QRectF place(QPointF(), QSizeF(picture.size()).scaled(pictureFrame.size(), Qt::KeepAspectRatio));
+    place.moveCenter(QPointF(pictureSide, pictureSide) / 2);
+    QPainter painter(&framed);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    QPainterPath shape;
+    shape.addRect(place);
+    const QRectF frame(0, 0, pictureSide, pictureSide);
+    painter.fillPath(shape.intersected(continuousRoundedRect(frame, pictureRadius)), Qt::black);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.drawImage(place, picture);
+    return framed;
 }
 
 }  // namespace
@@ -161,27 +183,18 @@ void ShelfItemView::startDrag() {
     start(*this, url, picture, hotSpot);
 }
 
-/// The picture, fitted into its frame. It is painted into the frame's shape, since a clip would leave jagged corners.
 QImage ShelfItemView::framedPicture() const {
+    // As many as a tall popover shows at a time; each is 9 KB on a screen of single density.
+    constexpr int keptPictures = 48;
+    static QCache<std::pair<qint64, double>, QImage> cache(keptPictures);
     const QImage picture = actions_.picture();
     const double ratio = devicePixelRatioF();
-    QImage framed(pictureFrame.size() * ratio, QImage::Format_ARGB32_Premultiplied);
-    framed.setDevicePixelRatio(ratio);
-    framed.fill(Qt::transparent);
-    if (picture.isNull())
-        return framed;
-
-    QRectF place(QPointF(), QSizeF(picture.size()).scaled(pictureFrame.size(), Qt::KeepAspectRatio));
-    place.moveCenter(QPointF(pictureSide, pictureSide) / 2);
-    QPainter painter(&framed);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    QPainterPath shape;
-    shape.addRect(place);
-    const QRectF frame(0, 0, pictureSide, pictureSide);
-    painter.fillPath(shape.intersected(continuousRoundedRect(frame, pictureRadius)), Qt::black);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter.drawImage(place, picture);
-    return framed;
+    const std::pair key(picture.cacheKey(), ratio);
+    if (const QImage* const kept = cache.object(key))
+        return *kept;
+    const QImage image = framed(picture, ratio);
+    cache.insert(key, new QImage(image));
+    return image;
 }
 
 void ShelfItemView::paintEvent(QPaintEvent*) {

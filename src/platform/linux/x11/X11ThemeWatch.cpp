@@ -17,8 +17,6 @@ X11ThemeWatch::X11ThemeWatch(const X11Connection& connection, std::function<void
     looking_.setSingleShot(true);
     looking_.setInterval(0);
     QObject::connect(&looking_, &QTimer::timeout, [this] { look(); });
-    connection_.hearAlso(connection_.root(),
-                         XCB_EVENT_MASK_STRUCTURE_NOTIFY);  // where a new manager announces itself
     QCoreApplication::instance()->installNativeEventFilter(this);
     looking_.start();
 }
@@ -43,6 +41,8 @@ bool X11ThemeWatch::nativeEventFilter(const QByteArray&, void* message, qintptr*
 }
 
 void X11ThemeWatch::look() {
+    // Where a new manager announces itself.
+    connection_.hearAlso(connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     owner_ = connection_.selectionOwner(X11Atom::settingsOwner);
     if (owner_ == x11None)
         return onAnswer_(false);
