@@ -61,6 +61,7 @@ DropZoneView::DropZoneView(Form form) : form_(form) {
     Motion::prepare(animation_, highlightDuration);
     animation_.setStartValue(0.0);
     animation_.setEndValue(1.0);
+    animation_.setDirection(QVariantAnimation::Backward);  // at rest it has come to its start
     connect(&animation_, &QVariantAnimation::valueChanged, this, [this] { update(); });
 }
 

@@ -66,6 +66,15 @@ TEST_F(DropTest, theHighlightGoesWithTheDrag) {
     EXPECT_FALSE(isHighlighted()) << "a popover that closes during a drag";
 }
 
+TEST_F(DropTest, aShelfThatIsOpenedAgainLooksAsBefore) {
+    addFiles(1);
+    open();
+    const QImage before = host.grab().toImage();
+    host.hide();
+    host.show();
+    EXPECT_EQ(host.grab().toImage(), before);
+}
+
 TEST_F(DropTest, onlyWhatCanBecomeAFileIsTaken) {
     open();
     QMimeData words;
