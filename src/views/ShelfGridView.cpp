@@ -183,6 +183,10 @@ void ShelfGridView::keyPressEvent(QKeyEvent* event) {
 void ShelfGridView::setTabStop(std::size_t index) {
     for (std::size_t at = 0; at < tiles_.size(); ++at)
         tiles_[at]->setFocusPolicy(at == index ? Qt::TabFocus : Qt::NoFocus);
+    // A tile made after the footer would come after it. Only what can have the keyboard has a place in the order.
+    setFocusPolicy(Qt::TabFocus);
+    setTabOrder(this, tiles_[index]);
+    setFocusPolicy(Qt::NoFocus);
 }
 
 void ShelfGridView::focusTile(std::size_t index) {

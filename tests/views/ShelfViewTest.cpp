@@ -153,8 +153,9 @@ TEST_F(ShelfViewTest, theFooterOpensSettingsAndQuits) {
 }
 
 TEST_F(ShelfViewTest, theKeyboardReachesTilesAndButtonsInReadingOrder) {
-    addFiles(5);
     open();
+    addFiles(5);
+    fit();
     host.activateWindow();
     view->setFocus();
     const auto tile = tiles();
