@@ -2,6 +2,7 @@
 #include "platform/linux/updates/AppcastReader.h"
 #include "platform/linux/updates/HttpGet.h"
 #include "platform/linux/updates/UpdaterFeedSession.h"
+#include "platform/linux/updates/WebAddress.h"
 #include "updates/LocalServer.h"
 #include "x11/ComesTrue.h"
 
@@ -45,6 +46,9 @@ TEST(HttpGet, takesWholeAnswersOnly) {
     const std::string tooLarge = "failure " + std::to_string(static_cast<int>(UpdateFailure::tooLarge));
     const std::string large(5000, 'x');
     server.serveBody("/good", "<item>");
+    // It would answer, by another name for the same device.
+    std::string elsewhere = server.url("/good");
+    elsewhere.replace(elsewhere.find("127.0.0.1"), 9, "[::ffff:127.0.0.1]");
     const std::vector<Served> table{
         {"plain", std::string(ok) + "Content-Length: 3\r\n\r\nabc", Afterwards::close, "200 abc"},
         {"chunked", std::string(ok) + "Transfer-Encoding: chunked\r\n\r\n2\r\nab\r\n1\r\nc\r\n0\r\n\r\n",
@@ -59,8 +63,7 @@ TEST(HttpGet, takesWholeAnswersOnly) {
         {"large", std::string(ok) + "Content-Length: 5000\r\n\r\n" + large, Afterwards::close, tooLarge},
         {"endless", std::string(ok) + "\r\n" + large, Afterwards::repeat, tooLarge},
         {"on this machine", redirect("/good"), Afterwards::close, "200 <item>"},
-        {"to the web in clear", redirect("http://stowpocket.example/"), Afterwards::close, unreachable},
-        {"to a file", redirect("file:///etc/passwd"), Afterwards::close, unreachable},
+        {"to an address that is not known to be here", redirect(elsewhere), Afterwards::close, unreachable},
         {"in a circle", redirect("/answer"), Afterwards::close, unreachable},
     };
     for (const Served& served : table) {
@@ -70,6 +73,25 @@ TEST(HttpGet, takesWholeAnswersOnly) {
     server.serve("/answer", std::string(ok) + "\r\nx", Afterwards::repeat);
     EXPECT_EQ(outcome(server.url("/answer"), {std::int64_t{1} << 40u, 5s, 300ms}), unreachable) << "never ends";
     EXPECT_EQ(outcome("http://stowpocket.example/", {4096, 300ms, 5s}), unreachable) << "not in clear";
+}
+
+TEST(WebAddress, nothingLeavesThisMachineInClearAndNobodySendsIntoIt) {
+    constexpr auto web = "https://stowpocket.example/feed";
+    constexpr auto here = "http://127.0.0.1:8080/feed";
+    for (const auto& [from, to, may] :
+         std::vector<std::tuple<const char*, const char*, bool>>{{web, "https://other.example:444/", true},
+                                                                 {web, "http://stowpocket.example/feed", false},
+                                                                 {web, here, false},
+                                                                 {web, "https://localhost/", false},
+                                                                 {web, "https://[::1]/", false},
+                                                                 {here, "http://localhost/", true},
+                                                                 {here, web, true},
+                                                                 {here, "http://stowpocket.example/", false},
+                                                                 {here, "file:///etc/passwd", false},
+                                                                 {here, "ftp://127.0.0.1/", false},
+                                                                 {here, "https:///", false}})
+        EXPECT_EQ(mayRedirect(QUrl(QString::fromUtf8(from)), QUrl(QString::fromUtf8(to))), may)
+            << from << " to " << to;
 }
 
 TEST(UpdaterFeedSession, answersOnceWhateverComes) {
