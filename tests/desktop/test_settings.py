@@ -13,6 +13,8 @@ class Settings(DesktopTest):
         self.stowpocket.press("Settings")
         window = wait_for(lambda: self.desktop.x.find("stowpocket Settings"), "the settings window")
         wait_for(lambda: self.desktop.x.active_window() == window, "the settings to have the keyboard")
+        frame = self.stowpocket.wait_for_shown("stowpocket Settings")
+        wait_for(lambda: frame.rect()[:2] == self.desktop.x.rect(window)[:2], "the settings to know their place")
 
     def stored(self, key):
         return plistlib.loads(self.stowpocket.settings.read_bytes()).get(key)
