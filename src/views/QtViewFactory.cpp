@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "views/QtViewFactory.h"
 
-#include "platform/qt/QtWindow.h"
 #include "views/Motion.h"
 #include "views/OnboardingView.h"
 #include "views/QtFrameClock.h"
@@ -27,8 +26,8 @@ std::unique_ptr<Popover> QtViewFactory::makeShelfPopover(std::shared_ptr<ShelfVi
 std::unique_ptr<Window> QtViewFactory::makeSettingsWindow(std::shared_ptr<ShelfViewModel> viewModel,
                                                           std::shared_ptr<UpdaterController> updaterController) {
     SettingsDependencies dependencies{platform_.settings, std::move(viewModel), std::move(updaterController)};
-    return std::make_unique<QtWindow>(QStringLiteral("stowpocket Settings"), settingsSize, QtWindow::Level::normal,
-                                      std::make_unique<SettingsView>(std::move(dependencies)));
+    return makeWindow(QStringLiteral("stowpocket Settings"), settingsSize, QtWindow::Level::normal,
+                      std::make_unique<SettingsView>(std::move(dependencies)));
 }
 
 std::unique_ptr<Window> QtViewFactory::makeOnboardingWindow(PreferenceStore& preferences,
@@ -41,8 +40,16 @@ std::unique_ptr<Window> QtViewFactory::makeOnboardingWindow(PreferenceStore& pre
         .onComplete = std::move(onComplete),
     });
     const QSize size = view->size();
-    return std::make_unique<QtWindow>(QStringLiteral("Welcome to stowpocket"), size, QtWindow::Level::floating,
-                                      std::move(view), QtWindow::Frame::none);
+    return makeWindow(QStringLiteral("Welcome to stowpocket"), size, QtWindow::Level::floating, std::move(view));
+}
+
+/// A floating window is bare: its view draws all of it.
+std::unique_ptr<Window> QtViewFactory::makeWindow(const QString& title, const QSize& contentSize,
+                                                  QtWindow::Level level, std::unique_ptr<QWidget> content) const {
+    if (platform_.makeWindow)
+        return platform_.makeWindow(title, contentSize, level, std::move(content));
+    const auto frame = level == QtWindow::Level::floating ? QtWindow::Frame::none : QtWindow::Frame::titled;
+    return std::make_unique<QtWindow>(title, contentSize, level, std::move(content), frame);
 }
 
 }  // namespace stowpocket

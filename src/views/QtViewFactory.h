@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/ViewFactory.h"
+#include "platform/qt/QtWindow.h"
 #include "views/SettingsServices.h"
 #include "views/ShelfContentView.h"
 
@@ -19,6 +20,10 @@ public:
         DropReader drops;
         StartFileDrag startFileDrag;
         SettingsServices settings;
+        /// Windows of the desktop's own making; where it has none they are the toolkit's.
+        std::function<std::unique_ptr<Window>(const QString& title, const QSize& contentSize, QtWindow::Level level,
+                                              std::unique_ptr<QWidget> content)>
+            makeWindow = {};
     };
 
     explicit QtViewFactory(Platform platform) : platform_(std::move(platform)) {}
@@ -34,6 +39,9 @@ public:
                                                                std::function<void()> onComplete) override;
 
 private:
+    [[nodiscard]] std::unique_ptr<Window> makeWindow(const QString& title, const QSize& contentSize,
+                                                     QtWindow::Level level, std::unique_ptr<QWidget> content) const;
+
     const Platform platform_;
 };
 
