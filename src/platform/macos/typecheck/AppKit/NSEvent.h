@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// Declarations for the type check; see ../README.md.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+NS_ASSUME_NONNULL_BEGIN
+DECL_OPTIONS(unsigned long long, NSEventMask){NSEventMaskLeftMouseDown = 1ULL << 1,
+                                              NSEventMaskLeftMouseUp = 1ULL << 2,
+                                              NSEventMaskRightMouseDown = 1ULL << 3, NSEventMaskKeyDown = 1ULL << 10};
+DECL_OPTIONS(NSUInteger,
+             NSEventModifierFlags){NSEventModifierFlagShift = 1UL << 17, NSEventModifierFlagControl = 1UL << 18,
+                                   NSEventModifierFlagOption = 1UL << 19, NSEventModifierFlagCommand = 1UL << 20};
+@interface NSEvent : NSObject <NSCopying, NSCoding>
+@property(class, readonly) NSUInteger pressedMouseButtons;
+@property(readonly) NSEventModifierFlags modifierFlags;
+@property(readonly) unsigned short keyCode;
+@property(nullable, readonly, copy) NSString* charactersIgnoringModifiers;
+@property(readonly) NSPoint locationInWindow;
++ (nullable id)addGlobalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(void (^)(NSEvent* event))block;
++ (nullable id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask
+                                            handler:(NSEvent* _Nullable (^)(NSEvent* event))block;
++ (void)removeMonitor:(id)monitor;
+@end
+NS_ASSUME_NONNULL_END

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+// Declarations for the type check; see ../README.md.
+#pragma once
+
+#import "NSImage.h"
+
+NS_ASSUME_NONNULL_BEGIN
+extern "C" NSNotificationName const NSWorkspaceDidMountNotification;
+extern "C" NSNotificationName const NSWorkspaceDidUnmountNotification;
+@interface NSWorkspace : NSObject
+@property(class, readonly, strong) NSWorkspace* sharedWorkspace;
+@property(readonly, strong) NSNotificationCenter* notificationCenter;
+- (NSImage*)iconForFile:(NSString*)path;
+@end
+NS_ASSUME_NONNULL_END

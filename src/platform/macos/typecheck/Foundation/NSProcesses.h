@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// Declarations for the type check; see ../README.md.
+#pragma once
+
+#import "NSURL.h"
+
+NS_ASSUME_NONNULL_BEGIN
+@interface NSFileHandle : NSObject
+@property(class, readonly, strong) NSFileHandle* fileHandleWithNullDevice;
+@property(readonly, copy) NSData* availableData;
+@property(nullable, copy) void (^readabilityHandler)(NSFileHandle* handle);
+- (nullable NSData*)readDataUpToLength:(NSUInteger)length error:(NSError* _Nullable* _Nullable)error SINCE(10.15);
+@end
+@interface NSPipe : NSObject
++ (NSPipe*)pipe;
+@property(readonly, strong) NSFileHandle* fileHandleForReading;
+@end
+@interface NSTask : NSObject
+- (instancetype)init NS_DESIGNATED_INITIALIZER;
+@property(nullable, copy) NSURL* executableURL;
+@property(nullable, copy) NSArray<NSString*>* arguments;
+@property(nullable, strong) id standardInput;
+@property(nullable, strong) id standardOutput;
+@property(nullable, strong) id standardError;
+@property(readonly, getter=isRunning) BOOL running;
+- (BOOL)launchAndReturnError:(NSError* _Nullable* _Nullable)error;
+- (void)terminate;
+- (void)waitUntilExit;
+@end
+
+@interface NSAppleEventDescriptor : NSObject <NSCopying, NSSecureCoding>
+@property(readonly) NSInteger numberOfItems;
+@property(nullable, readonly, copy) NSString* stringValue;
+- (nullable NSAppleEventDescriptor*)descriptorAtIndex:(NSInteger)index;
+@end
+@interface NSAppleScript : NSObject <NSCopying>
+- (nullable instancetype)initWithSource:(NSString*)source NS_DESIGNATED_INITIALIZER;
+- (NSAppleEventDescriptor*)executeAndReturnError:(NSDictionary<NSString*, id>* _Nullable* _Nullable)errorInfo;
+@end
+NS_ASSUME_NONNULL_END
