@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#import "platform/macos/Conversions.h"
+#include "platform/macos/MacStorage.h"
+#import "platform/macos/PropertyLists.h"
+
+namespace stowpocket {
+namespace {
+
+/// Of folders that nobody else is to look into.
+constexpr int privateFolderMode = 0700;
+
+/// The default manager may be asked on any thread.
+NSFileManager* manager() {
+    return NSFileManager.defaultManager;
+}
+
+class MacFileManager : public FileManager {
+public:
+    [[nodiscard]] bool fileExists(const FileURL& url) override { return [manager() fileExistsAtPath:nsPath(url)]; }
+
+    [[nodiscard]] std::optional<FileAttributes> attributes(const FileURL& url) override {
+        @autoreleasepool {
+            NSDictionary<NSFileAttributeKey, id>* const found = [manager() attributesOfItemAtPath:nsPath(url)
+                                                                                            error:nil];
+            if (found == nil)
+                return std::nullopt;
+            const std::optional<PropertyValue> size = propertyValueOf(found[NSFileSize]);
+            return FileAttributes{size ? size->integer() : std::nullopt};
+        }
+    }
+
+    [[nodiscard]] bool createDirectory(const FileURL& url) override {
+        return [manager() createDirectoryAtURL:nsURL(url)
+                   withIntermediateDirectories:YES
+                                    attributes:@{
+                                        NSFilePosixPermissions : @(privateFolderMode)
+                                    }
+                                         error:nil];
+    }
+
+    [[nodiscard]] bool copyItem(const FileURL& from, const FileURL& to) override {
+        // Asked without following a link at the place, which then keeps what it has.
+        if ([manager() attributesOfItemAtPath:nsPath(to) error:nil] != nil)
+            return false;
+        if ([manager() copyItemAtURL:nsURL(from) toURL:nsURL(to) error:nil])
+            return true;
+        [manager() removeItemAtURL:nsURL(to) error:nil];
+        return false;
+    }
+
+    bool removeItem(const FileURL& url) override {
+        [manager() removeItemAtURL:nsURL(url) error:nil];
+        return [manager() attributesOfItemAtPath:nsPath(url) error:nil] == nil;
+    }
+
+    [[nodiscard]] std::optional<FileURL> applicationSupportDirectory() override {
+        return fileURLOf(
+            [manager() URLsForDirectory:NSApplicationSupportDirectory inDomains:NSUserDomainMask].firstObject);
+    }
+
+    [[nodiscard]] std::optional<FileURL> homeDirectory() override {
+        return fileURLOf(manager().homeDirectoryForCurrentUser);
+    }
+};
+
+class MacTrash : public Trash {
+public:
+    [[nodiscard]] bool trashItem(const FileURL& url) override {
+        @autoreleasepool {
+            return [manager() trashItemAtURL:nsURL(url) resultingItemURL:nil error:nil];
+        }
+    }
+};
+
+class MacPropertyListParser : public PropertyListParser {
+public:
+    [[nodiscard]] std::optional<PropertyValue> parse(const Bytes& bytes) override {
+        @autoreleasepool {
+            return propertyValueOf([NSPropertyListSerialization propertyListWithData:nsData(bytes)
+                                                                             options:NSPropertyListImmutable
+                                                                              format:nil
+                                                                               error:nil]);
+        }
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<FileManager> makeMacFileManager() {
+    return std::make_unique<MacFileManager>();
+}
+
+std::unique_ptr<Trash> makeMacTrash() {
+    return std::make_unique<MacTrash>();
+}
+
+std::unique_ptr<PropertyListParser> makeMacPropertyListParser() {
+    return std::make_unique<MacPropertyListParser>();
+}
+
+MainBundle macMainBundle() {
+    const NSBundle* const bundle = NSBundle.mainBundle;
+    const std::optional<PropertyValue> info = propertyValueOf(bundle.infoDictionary);
+    const PropertyValue::Dictionary* const dictionary = info ? info->dictionary() : nullptr;
+    return {fileURLOf(bundle.bundleURL).value_or(*FileURL::fromPath("/")),
+            dictionary == nullptr ? std::nullopt : std::optional(*dictionary)};
+}
+
+}  // namespace stowpocket

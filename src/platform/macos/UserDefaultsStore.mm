@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#import "platform/macos/Conversions.h"
+#include "platform/macos/MacStorage.h"
+#import "platform/macos/PropertyLists.h"
+
+namespace stowpocket {
+namespace {
+
+/// The store keeps its own copy in memory and writes in its own time.
+class UserDefaultsStore : public PreferenceStore {
+public:
+    void registerDefaults(PropertyValue::Dictionary defaults) override {
+        [defaults_ registerDefaults:propertyListOf(defaults)];
+    }
+    [[nodiscard]] std::optional<PropertyValue> value(std::string_view key) const override {
+        return propertyValueOf([defaults_ objectForKey:nsString(key)]);
+    }
+    void setValue(std::string_view key, PropertyValue value) override {
+        change(key, [&](NSString* name) { [defaults_ setObject:propertyListOf(value) forKey:name]; });
+    }
+    void removeValue(std::string_view key) override {
+        change(key, [&](NSString* name) { [defaults_ removeObjectForKey:name]; });
+    }
+    [[nodiscard]] Signal<const std::string&>& changed() override { return changed_; }
+
+private:
+    template <class Write>
+    void change(std::string_view key, Write write) {
+        const std::optional<PropertyValue> before = value(key);
+        write(nsString(key));
+        if (value(key) != before)
+            changed_.emit(std::string(key));
+    }
+
+    NSUserDefaults* const defaults_ = NSUserDefaults.standardUserDefaults;
+    Signal<const std::string&> changed_;
+};
+
+}  // namespace
+
+std::unique_ptr<PreferenceStore> makeUserDefaultsStore() {
+    return std::make_unique<UserDefaultsStore>();
+}
+
+}  // namespace stowpocket
