@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// For the adapters in this folder only: includes the system's headers.
+#pragma once
+
+#include "platform/Dragging.h"
+
+#import <AppKit/AppKit.h>
+
+namespace stowpocket {
+
+/// A drag's pasteboard. Of its texts only the file URLs are read: a source makes the others when they are asked for.
+class MacDraggingPasteboard : public DraggingPasteboard {
+public:
+    explicit MacDraggingPasteboard(NSPasteboard* _Nonnull pasteboard) : pasteboard_(pasteboard) {}
+
+    [[nodiscard]] std::vector<PasteboardItem> items() override;
+    [[nodiscard]] std::vector<std::shared_ptr<FilePromiseReceiver>> filePromiseReceivers() override;
+
+private:
+    NSPasteboard* const _Nonnull pasteboard_;
+};
+
+/// The file URL that a thing on a pasteboard has, as text, by path; none where it is no file.
+[[nodiscard]] std::optional<std::string> fileURLTextOf(NSPasteboardItem* _Nonnull item);
+
+[[nodiscard]] NSArray<NSFilePromiseReceiver*>* _Nonnull promiseReceiversOn(NSPasteboard* _Nonnull pasteboard);
+
+}  // namespace stowpocket

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// For the adapters in this folder only: includes the system's headers.
+#pragma once
+
+#include "platform/StatusItem.h"
+
+#import <AppKit/AppKit.h>
+
+@class StowpocketClickTarget;
+
+namespace stowpocket {
+
+/// The button of a status item. It belongs to the item and is gone with it.
+class MacStatusItemButton : public StatusItemButton {
+public:
+    explicit MacStatusItemButton(NSStatusBarButton* _Nonnull button);
+    ~MacStatusItemButton() override;
+    MacStatusItemButton(const MacStatusItemButton&) = delete;
+    MacStatusItemButton& operator=(const MacStatusItemButton&) = delete;
+
+    void setImage(const StatusItemImage& image) override;
+    void setTitle(const StatusItemTitle& title) override;
+    void setAction(std::function<void()> action) override;
+    void addDropView(std::shared_ptr<DraggingDestination> dropView) override;
+
+    /// What a popover hangs on.
+    [[nodiscard]] NSView* _Nonnull view() const { return button_; }
+
+private:
+    NSStatusBarButton* const _Nonnull button_;
+    /// The button does not keep the target of its action.
+    StowpocketClickTarget* const _Nonnull target_;
+};
+
+}  // namespace stowpocket
