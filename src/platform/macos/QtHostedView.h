@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/macos/HostedView.h"
+
+#include <QObject>
+#include <QSize>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+namespace stowpocket {
+
+/// A widget inside a window or popover of the system. The widget is a window to Qt, whose native view goes into the
+/// system's.
+class QtHostedView : public HostedView {
+public:
+    /// As large as its content wishes, but never larger than the screen, or of a fixed size.
+    explicit QtHostedView(std::unique_ptr<QWidget> content, std::optional<QSize> fixedSize = std::nullopt);
+
+    [[nodiscard]] void* nativeView() override;
+    [[nodiscard]] Size size() const override;
+    [[nodiscard]] Signal<>& sizeChanged() override { return sizeChanged_; }
+    void setShown(bool isShown) override { content_->setVisible(isShown); }
+
+private:
+    /// Watches for the content's wishes.
+    class LayoutWatch : public QObject {
+    public:
+        explicit LayoutWatch(QtHostedView& view) : view_(view) {}
+        bool eventFilter(QObject* watched, QEvent* event) override;
+
+    private:
+        QtHostedView& view_;
+    };
+
+    void layoutRequested();
+
+    const std::unique_ptr<QWidget> content_;
+    const std::optional<QSize> fixedSize_;
+    Signal<> sizeChanged_;
+    LayoutWatch watch_{*this};
+    Size announced_;
+};
+
+}  // namespace stowpocket
