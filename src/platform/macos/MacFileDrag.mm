@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#import "platform/macos/CGPixels.h"
+#import "platform/macos/Conversions.h"
+#include "platform/macos/MacDrags.h"
+
+/// The file itself, and besides that its contents under the types that they have. The contents are read only when
+/// somebody asks for them.
+@interface StowpocketFileWriter : NSObject <NSPasteboardWriting>
+- (instancetype)initWithFile:(NSURL*)file;
+@end
+
+@implementation StowpocketFileWriter {
+    NSURL* _file;
+    NSArray<NSString*>* _contentTypes;
+}
+
+- (instancetype)initWithFile:(NSURL*)file {
+    self = [super init];
+    if (self != nil) {
+        _file = file;
+        NSItemProvider* const provider = [[NSItemProvider alloc] initWithContentsOfURL:file];
+        _contentTypes = provider == nil ? @[] : provider.registeredTypeIdentifiers;
+    }
+    return self;
+}
+
+- (NSArray<NSPasteboardType>*)writableTypesForPasteboard:(NSPasteboard*)pasteboard {
+    NSMutableArray<NSPasteboardType>* const types = [NSMutableArray arrayWithCapacity:4];
+    for (NSPasteboardType type in [_file writableTypesForPasteboard:pasteboard])
+        [types addObject:type];
+    for (NSPasteboardType type in _contentTypes) {
+        if (![types containsObject:type])
+            [types addObject:type];
+    }
+    return types;
+}
+
+- (NSPasteboardWritingOptions)writingOptionsForType:(NSPasteboardType)type pasteboard:(NSPasteboard*)pasteboard {
+    return [[_file writableTypesForPasteboard:pasteboard] containsObject:type] ? 0 : NSPasteboardWritingPromised;
+}
+
+- (nullable id)pasteboardPropertyListForType:(NSPasteboardType)type {
+    id const own = [_file pasteboardPropertyListForType:type];
+    if (own != nil || ![_contentTypes containsObject:type])
+        return own;
+    return [NSData dataWithContentsOfURL:_file options:NSDataReadingMappedIfSafe error:nil];
+}
+
+@end
+
+/// Stays until the drag has ended.
+@interface StowpocketDragSource : NSObject <NSDraggingSource>
+- (instancetype)initWithEnd:(std::function<void()>)ended;
+@end
+
+@implementation StowpocketDragSource {
+    std::function<void()> _ended;
+}
+
+- (instancetype)initWithEnd:(std::function<void()>)ended {
+    self = [super init];
+    if (self != nil)
+        _ended = std::move(ended);
+    return self;
+}
+
+/// Offering to move would let others take the user's file away.
+- (NSDragOperation)draggingSession:(NSDraggingSession*)session
+    sourceOperationMaskForDraggingContext:(NSDraggingContext)context {
+    return NSDragOperationCopy;
+}
+
+- (void)draggingSession:(NSDraggingSession*)session endedAtPoint:(NSPoint)point operation:(NSDragOperation)operation {
+    const std::function<void()> ended = std::exchange(_ended, nullptr);
+    if (ended)
+        ended();
+}
+
+@end
+
+namespace stowpocket {
+namespace {
+
+/// In the view's own coordinates, which may count from the top or from the bottom.
+NSRect frameBelowPointer(NSView* view, NSEvent* event, const DragPicture& picture) {
+    const NSPoint pointer = [view convertPoint:event.locationInWindow fromView:nil];
+    const double above = view.flipped ? picture.hotSpotY : picture.size.height - picture.hotSpotY;
+    return NSMakeRect(pointer.x - picture.hotSpotX, pointer.y - above, picture.size.width, picture.size.height);
+}
+
+class MacFileDragSource : public FileDragSource {
+public:
+    void start(void* nativeView, const FileURL& file, const DragPicture& picture,
+               std::function<void()> ended) override {
+        NSView* const view = (__bridge NSView*)nativeView;
+        NSEvent* const event = NSApplication.sharedApplication.currentEvent;
+        if (view == nil || event == nil)
+            return ended();
+        NSDraggingItem* const item =
+            [[NSDraggingItem alloc] initWithPasteboardWriter:[[StowpocketFileWriter alloc] initWithFile:nsURL(file)]];
+        [item setDraggingFrame:frameBelowPointer(view, event, picture)
+                      contents:nsImageOf(picture.pixels, picture.size)];
+        source_ = [[StowpocketDragSource alloc] initWithEnd:std::move(ended)];
+        [view beginDraggingSessionWithItems:@[ item ] event:event source:source_];
+    }
+
+private:
+    /// The session does not promise to keep it.
+    StowpocketDragSource* source_ = nil;
+};
+
+}  // namespace
+
+std::unique_ptr<FileDragSource> makeMacFileDragSource() {
+    return std::make_unique<MacFileDragSource>();
+}
+
+}  // namespace stowpocket
