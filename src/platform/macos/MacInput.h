@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/EventMonitors.h"
+#include "platform/HotkeyService.h"
+
+#include <memory>
+
+namespace stowpocket {
+
+[[nodiscard]] std::unique_ptr<EventMonitors> makeMacEventMonitors();
+/// Hotkeys of the Carbon event manager, the system's only service for them.
+[[nodiscard]] std::unique_ptr<HotkeyService> makeCarbonHotkeyService();
+
+}  // namespace stowpocket
