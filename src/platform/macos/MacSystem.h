@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Alerts.h"
+#include "platform/Application.h"
+#include "platform/ChildProcess.h"
+#include "platform/FeedSession.h"
+#include "platform/LoginItem.h"
+#include "platform/MainScreen.h"
+#include "platform/ScriptService.h"
+#include "platform/UpdateFramework.h"
+#include "platform/Volumes.h"
+
+#include <memory>
+
+// The running program and what it asks of the system around it.
+namespace stowpocket {
+
+[[nodiscard]] std::unique_ptr<Application> makeMacApplication();
+[[nodiscard]] std::unique_ptr<MainScreen> makeMacMainScreen();
+[[nodiscard]] std::unique_ptr<Alerts> makeMacAlerts();
+/// The main application's registration as a login item.
+[[nodiscard]] std::unique_ptr<LoginItem> makeMacLoginItem();
+/// Scripts in AppleScript.
+[[nodiscard]] std::unique_ptr<ScriptService> makeAppleScriptService();
+[[nodiscard]] std::unique_ptr<Volumes> makeMacVolumes();
+[[nodiscard]] std::unique_ptr<ChildProcess> makeMacChildProcess();
+/// The system's shared URL session.
+[[nodiscard]] std::unique_ptr<FeedSession> makeMacFeedSession();
+/// The update framework's standard controller, started at once.
+[[nodiscard]] std::unique_ptr<UpdateFramework> startStandardUpdateFramework();
+
+}  // namespace stowpocket
