@@ -11,7 +11,9 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(stowpocket_options INTERFACE -Wno-null-dereference -Wno-maybe-uninitialized -Wno-restrict)
 endif()
 target_compile_definitions(stowpocket_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
-target_link_options(stowpocket_options INTERFACE LINKER:--as-needed)
+if(NOT APPLE)  # whose linker leaves out what is not needed by another name
+    target_link_options(stowpocket_options INTERFACE LINKER:--as-needed)
+endif()
 
 if(STOWPOCKET_SANITIZE)
     add_compile_options(-fsanitize=${STOWPOCKET_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)

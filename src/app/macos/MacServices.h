@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "intake/FinderSelection.h"
+#include "platform/macos/MacDrags.h"
+#include "platform/macos/MacInput.h"
+#include "platform/macos/MacPictures.h"
+#include "platform/macos/MacStatusBar.h"
+#include "platform/macos/MacStorage.h"
+#include "platform/macos/MacSystem.h"
+#include "platform/qt/QtDispatch.h"
+#include "platform/qt/SystemClock.h"
+#include "views/QtViewFactory.h"
+
+#include <memory>
+#include <optional>
+
+namespace stowpocket {
+
+/// Everything that the program runs on under macOS. Made after the Qt application, on the main thread; ended in the
+/// order opposite to that of the members.
+class MacServices {
+public:
+    MacServices();
+
+    [[nodiscard]] AppServices forApp();
+
+private:
+    [[nodiscard]] HotkeyManager& sharedHotkeyManager();
+
+    QtDispatch dispatch_;
+    SystemClock clock_;
+    NotificationCenter notificationCenter_;
+    const std::unique_ptr<PreferenceStore> preferences_;
+    const std::unique_ptr<FileManager> files_;
+    const std::unique_ptr<Bookmarks> bookmarks_;
+    const std::unique_ptr<MainScreen> screen_;
+    const std::unique_ptr<Thumbnails> thumbnails_;
+    const std::unique_ptr<WorkspaceIcons> icons_;
+    const std::unique_ptr<Application> application_;
+    const std::unique_ptr<StatusBar> statusBar_;
+    const std::unique_ptr<FileDragSource> fileDrag_;
+    QtViewFactory views_;
+    const std::unique_ptr<EventMonitors> eventMonitors_;
+    const std::unique_ptr<ScriptService> scripts_;
+    FinderSelection fileManagerSelection_;
+    const std::unique_ptr<LoginItem> loginItem_;
+    const std::unique_ptr<Volumes> volumes_;
+    const std::unique_ptr<HotkeyService> hotkeyService_;
+    std::optional<HotkeyManager> hotkeyManager_;
+    const MainBundle mainBundle_;
+    const std::unique_ptr<FeedSession> feedSession_;
+    const std::unique_ptr<Alerts> alerts_;
+    const std::unique_ptr<ChildProcess> childProcess_;
+    const std::unique_ptr<PropertyListParser> propertyLists_;
+    const std::unique_ptr<Trash> trash_;
+};
+
+}  // namespace stowpocket
