@@ -1,0 +1,61 @@
+# SPDX-License-Identifier: MIT
+"""Reads what makes the program a bundle: its information list, its entitlements and its disk-image script."""
+import pathlib
+import plistlib
+import re
+import subprocess
+import unittest
+
+PROJECT = pathlib.Path(__file__).resolve().parents[2]
+PACKAGING = PROJECT / 'packaging/macos'
+
+
+def source(path):
+    return (PROJECT / 'src' / path).read_text()
+
+
+class BundleTest(unittest.TestCase):
+    template = (PACKAGING / 'Info.plist.in').read_text()
+    info = plistlib.loads(re.sub(r'@(\w+)@', r'value of \1', template).encode())
+
+    def test_names_the_program_as_the_code_does(self):
+        identifier = re.search(r'bundleIdentifier = "([^"]+)"', source('foundation/BundleIdentifier.h'))[1]
+        self.assertEqual(self.info['CFBundleIdentifier'], identifier)
+        self.assertEqual(self.info['CFBundleExecutable'], 'stowpocket')
+        icon = re.search(r'/(\w+)\.icns', source('app/macos/CMakeLists.txt'))[1]
+        self.assertEqual(self.info['CFBundleIconFile'], icon)
+
+    def test_has_every_key_that_the_code_reads(self):
+        keys = re.findall(r'inline constexpr std::string_view \w+ = "(\w+)";', source('platform/MainBundle.h'))
+        self.assertGreater(len(keys), 2)
+        self.assertLessEqual(set(keys), set(self.info))
+
+    def test_is_an_agent_that_may_ask_the_finder(self):
+        self.assertIs(self.info['LSUIElement'], True)
+        self.assertTrue(self.info['NSAppleEventsUsageDescription'])
+        self.assertEqual(self.info['NSPrincipalClass'], 'NSApplication')
+
+    def test_every_variable_is_one_that_the_build_sets(self):
+        build = (PROJECT / 'CMakeLists.txt').read_text() + source('app/macos/CMakeLists.txt')
+        for variable in set(re.findall(r'@(\w+)@', self.template)) - {'PROJECT_VERSION'}:
+            self.assertIn(f'set({variable} ', build)
+
+    def test_entitlements_allow_what_the_program_does(self):
+        plain = plistlib.loads((PACKAGING / 'stowpocket.entitlements').read_bytes())
+        sandboxed = plistlib.loads((PACKAGING / 'stowpocket-sandboxed.entitlements').read_bytes())
+        self.assertNotIn('com.apple.security.app-sandbox', plain)
+        self.assertTrue(plain['com.apple.security.automation.apple-events'])
+        for right in ('app-sandbox', 'automation.apple-events', 'files.user-selected.read-write',
+                      'files.bookmarks.app-scope', 'network.client'):
+            self.assertIs(sandboxed[f'com.apple.security.{right}'], True, right)
+        self.assertEqual(sandboxed['com.apple.security.temporary-exception.apple-events'], ['com.apple.finder'])
+        services = sandboxed['com.apple.security.temporary-exception.mach-lookup.global-name']
+        self.assertEqual(services, [self.info['CFBundleIdentifier'] + suffix for suffix in ('-spks', '-spki')])
+
+    def test_the_disk_image_script_is_a_script(self):
+        said = subprocess.run(['bash', '-n', PACKAGING / 'disk-image'], capture_output=True, text=True)
+        self.assertEqual(said.returncode, 0, said.stderr)
+
+
+if __name__ == '__main__':
+    unittest.main()

@@ -1,0 +1,64 @@
+# SPDX-License-Identifier: MIT
+"""Tests the type check: every marked line of faults.mm must be refused and no other, a mark taken away or a fault
+repaired must be noticed, and a misspelt method of a delegate must be found in the object."""
+import pathlib
+import re
+import tempfile
+import unittest
+
+import check_objects
+import mac_clang
+
+HERE = pathlib.Path(__file__).parent
+MARK = re.compile(r' // expected-error.*')
+
+
+def verify(text, architecture, *options, system=mac_clang.OLDEST_SYSTEM):
+    with tempfile.TemporaryDirectory() as folder:
+        source = pathlib.Path(folder) / 'faults.mm'
+        source.write_text(text)
+        return mac_clang.run([*mac_clang.command(architecture, system), *mac_clang.WARNINGS, *options, '-ferror-limit=0',
+                              *mac_clang.OBJECTIVE_CXX, '-fsyntax-only', '-Xclang', '-verify', '-Xclang',
+                              '-verify-ignore-unexpected=note', source])
+
+
+class FaultsTest(unittest.TestCase):
+    text = (HERE / 'faults.mm').read_text()
+
+    def test_refuses_what_is_marked_and_nothing_else(self):
+        for architecture in mac_clang.ARCHITECTURES:
+            self.assertIs(verify(self.text, architecture), True)
+
+    def test_minds_the_oldest_system(self):
+        self.assertIs(verify(self.text, 'arm64', '-DBEFORE_LOGIN_ITEMS', system='12.0'), True)
+        self.assertIsNot(verify(self.text, 'arm64', '-DBEFORE_LOGIN_ITEMS'), True)
+
+    def test_notices_a_mark_that_is_missing(self):
+        lines = self.text.splitlines()
+        marked = [at for at, line in enumerate(lines) if MARK.search(line)]
+        self.assertGreater(len(marked), 20)
+        for at in marked[0], marked[-3]:
+            unmarked = [*lines[:at], MARK.sub('', lines[at]), *lines[at + 1:]]
+            self.assertIn('seen but not expected', str(verify('\n'.join(unmarked), 'arm64')))
+
+    def test_notices_a_fault_that_is_none(self):
+        repaired = self.text.replace('prefferedEdge:', 'preferredEdge:')
+        self.assertIn('expected but not seen', str(verify(repaired, 'arm64')))
+
+    def test_passes_clean_lines(self):
+        clean = '#import <AppKit/AppKit.h>\nvoid f(NSPopover* p) { [p performClose:nil]; }\n// expected-no-diagnostics\n'
+        self.assertIs(verify(clean, 'x86_64'), True)
+
+    def test_finds_a_misspelt_method_of_a_delegate(self):
+        source = HERE / 'misspelt_delegate.mm'
+        with tempfile.TemporaryDirectory() as folder:
+            compiled = pathlib.Path(folder) / 'misspelt.o'
+            said = mac_clang.run([*mac_clang.command('arm64'), *mac_clang.WARNINGS, *mac_clang.OBJECTIVE_CXX, '-c',
+                                  source, '-o', compiled])
+            self.assertIs(said, True)
+            found = check_objects.undeclared_methods([compiled], check_objects.declared_selectors([source]))
+        self.assertEqual(found, ['misspelt.o: -[StowpocketMisspelt popoverDidClosed:] is declared nowhere'])
+
+
+if __name__ == '__main__':
+    unittest.main()
