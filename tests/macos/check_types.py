@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
-"""Compiles every adapter for one processor and leaves the objects for check_objects.py.
-    check_types.py ARCHITECTURE FOLDER"""
+"""Compiles every adapter for one processor and leaves the objects for check_objects.py; or the core, of which nothing
+is left.
+    check_types.py ARCHITECTURE FOLDER
+    check_types.py core FOLDER"""
 import pathlib
 import sys
 
@@ -11,29 +13,48 @@ STANDARD_HEADERS = '''algorithm array atomic chrono cmath cstdio functional map 
     string_view utility variant vector'''.split()
 
 
-def main(architecture, folder):
-    folder = pathlib.Path(folder) / architecture
+def prepared(words, language, folder):
+    """The options that make all files share one reading of the standard library."""
     folder.mkdir(parents=True, exist_ok=True)
-    for old in folder.glob('*.o'):
-        old.unlink()
-    words = [*mac_clang.command(architecture), *mac_clang.WARNINGS]
     prefix = folder / 'standard.h'
     prefix.write_text(''.join(f'#include <{header}>\n' for header in STANDARD_HEADERS))
     compiled = folder / 'standard.pch'
-    said = mac_clang.run([*words, '-x', 'objective-c++-header', prefix, '-o', compiled])
-    sources = sorted(mac_clang.ADAPTERS.glob('*.mm'))
-    if said is not True or len(sources) < 10:
-        sys.exit(f'the check itself is broken, it found {len(sources)} adapters: {said}')
-    refused = 0
+    said = mac_clang.run([*words, '-x', f'{language}-header', prefix, '-o', compiled])
+    if said is not True:
+        sys.exit(f'the check itself is broken: {said}')
+    return [*words, '-include-pch', compiled, '-x', language]
+
+
+def refused(words, sources, options):
+    """How many of the sources do not pass; what the compiler says of them is printed."""
+    if len(sources) < 10:
+        sys.exit(f'the check itself is broken: it found {len(sources)} sources')
+    count = 0
     for source in sources:
-        said = mac_clang.run([*words, '-include-pch', compiled, *mac_clang.OBJECTIVE_CXX, '-c', source,
-                              '-o', folder / (source.stem + '.o')])
+        said = mac_clang.run([*words, source, *options(source)])
         if said is not True:
-            refused += 1
+            count += 1
             print(said)
-    print(f'{len(sources) - refused} of {len(sources)} adapters pass for {architecture}')
-    return refused
+    print(f'{len(sources) - count} of {len(sources)} sources pass')
+    return count
+
+
+def check_core(folder):
+    sources = [source for room in mac_clang.CORE for source in sorted((mac_clang.PROJECT / 'src' / room).glob('*.cpp'))
+               if source.name != 'StowpocketApp.cpp']
+    words = prepared([*mac_clang.command('arm64'), '-Wall', '-Wextra', '-Werror'], 'c++', folder / 'core')
+    return refused(words, sources, lambda source: ['-fsyntax-only'])
+
+
+def check_adapters(architecture, folder):
+    folder = folder / architecture
+    for old in folder.glob('*.o'):
+        old.unlink()
+    words = prepared([*mac_clang.command(architecture), *mac_clang.WARNINGS], 'objective-c++', folder)
+    return refused(words, sorted(mac_clang.ADAPTERS.glob('*.mm')),
+                   lambda source: ['-c', '-o', folder / (source.stem + '.o')])
 
 
 if __name__ == '__main__':
-    sys.exit(1 if main(*sys.argv[1:]) else 0)
+    what, where = sys.argv[1], pathlib.Path(sys.argv[2])
+    sys.exit(1 if (check_core(where) if what == 'core' else check_adapters(what, where)) else 0)

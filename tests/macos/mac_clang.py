@@ -10,9 +10,12 @@ ADAPTERS = PROJECT / 'src/platform/macos'
 DECLARATIONS = ADAPTERS / 'typecheck'
 ARCHITECTURES = ('arm64', 'x86_64')
 OLDEST_SYSTEM = '13.0'
-LLVM = pathlib.Path('/usr/lib/llvm-14')
-CLANG = LLVM / 'bin/clang'
+CLANG = pathlib.Path('/usr/lib/llvm-14/bin/clang')
+# About as old as the one that Xcode 15 brings; the one before it lacks algorithms on ranges.
+STANDARD_LIBRARY = pathlib.Path('/usr/lib/llvm-16/include/c++/v1')
 OBJECTIVE_CXX = ('-x', 'objective-c++')
+
+CORE = ('foundation', 'platform', 'shelf', 'intake', 'updates', 'presentation', 'app', 'cli')
 
 # Each stands on those before it.
 FRAMEWORKS = ('CoreFoundation', 'CoreGraphics', 'Foundation', 'Carbon', 'AppKit', 'QuickLookThumbnailing',
@@ -33,10 +36,10 @@ def command(architecture, system=OLDEST_SYSTEM):
     """The C library's headers are this machine's: they use a name that clang keeps for itself on macOS, and know the
     size of a word only from the name of this machine's processor."""
     own_processor = ['-D__x86_64__=1'] if architecture == 'arm64' else []
-    folders = [DECLARATIONS / 'libcxx', LLVM / 'include/c++/v1', _answer(CLANG, '-print-resource-dir') + '/include',
+    folders = [DECLARATIONS / 'libcxx', STANDARD_LIBRARY, _answer(CLANG, '-print-resource-dir') + '/include',
                '/usr/include/' + _answer('gcc', '-print-multiarch'), '/usr/include']
     return [str(CLANG), '-target', f'{architecture}-apple-macos{system}', '-std=c++20', '-fobjc-arc', '-fblocks',
-            '-nostdlibinc', '-nostdinc++', '-D_GNU_SOURCE=1', '-U__nonnull', *own_processor,
+            '-stdlib=libc++', '-nostdlibinc', '-nostdinc++', '-D_GNU_SOURCE=1', '-U__nonnull', *own_processor,
             *(f'-isystem{folder}' for folder in folders), f'-I{DECLARATIONS}', f'-I{PROJECT / "src"}']
 
 
