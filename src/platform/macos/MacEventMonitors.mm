@@ -1,22 +1,26 @@
 // SPDX-License-Identifier: MIT
 #import "platform/macos/Conversions.h"
 #include "platform/macos/MacInput.h"
+#include "platform/MonitorList.h"
 
 #import <AppKit/AppKit.h>
+
+#include <optional>
 
 namespace stowpocket {
 namespace {
 
-class MonitorToken : public EventMonitorToken {
+/// One monitor at the system, from its making to its end.
+class SystemMonitor {
 public:
     /// The system may refuse a monitor, which then never tells anything.
-    explicit MonitorToken(id monitor) : monitor_(monitor) {}
-    ~MonitorToken() override {
+    explicit SystemMonitor(id monitor) : monitor_(monitor) {}
+    ~SystemMonitor() {
         if (monitor_ != nil)
             [NSEvent removeMonitor:monitor_];
     }
-    MonitorToken(const MonitorToken&) = delete;
-    MonitorToken& operator=(const MonitorToken&) = delete;
+    SystemMonitor(const SystemMonitor&) = delete;
+    SystemMonitor& operator=(const SystemMonitor&) = delete;
 
 private:
     const id monitor_;
@@ -28,31 +32,59 @@ KeyEvent keyEventOf(NSEvent* event) {
             .charactersIgnoringModifiers = utf8(event.charactersIgnoringModifiers).value_or(std::string())};
 }
 
+/// One monitor of each kind at the system, which does not say in which order it asks several.
 class MacEventMonitors : public EventMonitors {
 public:
     [[nodiscard]] std::unique_ptr<EventMonitorToken>
     addLocalKeyDownMonitor(std::function<bool(const KeyEvent&)> handler) override {
-        return std::make_unique<MonitorToken>([NSEvent
-            addLocalMonitorForEventsMatchingMask:NSEventMaskKeyDown
-                                         handler:^NSEvent*(NSEvent* event) {
-                                           const auto run = handler;  // it may remove this very monitor
-                                           return run(keyEventOf(event)) ? nil : event;
-                                         }]);
+        return keyDowns_.add(std::move(handler));
     }
-
     [[nodiscard]] std::unique_ptr<EventMonitorToken>
     addGlobalMouseDownMonitor(std::function<void()> handler) override {
-        return std::make_unique<MonitorToken>([NSEvent
-            addGlobalMonitorForEventsMatchingMask:NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown
-                                          handler:^(NSEvent*) {
-                                            const auto run = handler;  // it may remove this very monitor
-                                            run();
-                                          }]);
+        return mouseDowns_.add(std::move(handler));
     }
-
     [[nodiscard]] std::uint32_t pressedMouseButtons() const override {
         return static_cast<std::uint32_t>(NSEvent.pressedMouseButtons);
     }
+
+private:
+    void followKeyDowns() {
+        keyDownMonitor_.reset();
+        if (keyDowns_.isEmpty())
+            return;
+        keyDownMonitor_.emplace([NSEvent addLocalMonitorForEventsMatchingMask:NSEventMaskKeyDown
+                                                                      handler:^NSEvent*(NSEvent* event) {
+                                                                        return swallows(event) ? nil : event;
+                                                                      }]);
+    }
+
+    bool swallows(NSEvent* event) const {
+        const KeyEvent key = keyEventOf(event);
+        return keyDowns_.anyOf([&key](const auto& handler) { return handler(key); });
+    }
+
+    void followMouseDowns() {
+        mouseDownMonitor_.reset();
+        if (mouseDowns_.isEmpty())
+            return;
+        constexpr NSEventMask presses = NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown;
+        mouseDownMonitor_.emplace([NSEvent addGlobalMonitorForEventsMatchingMask:presses
+                                                                         handler:^(NSEvent*) {
+                                                                           tellMouseDown();
+                                                                         }]);
+    }
+
+    void tellMouseDown() const {
+        static_cast<void>(mouseDowns_.anyOf([](const std::function<void()>& handler) {
+            handler();
+            return false;
+        }));
+    }
+
+    std::optional<SystemMonitor> keyDownMonitor_;
+    std::optional<SystemMonitor> mouseDownMonitor_;
+    MonitorList<std::function<bool(const KeyEvent&)>> keyDowns_{[this] { followKeyDowns(); }};
+    MonitorList<std::function<void()>> mouseDowns_{[this] { followMouseDowns(); }};
 };
 
 }  // namespace

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/input/MonitorList.h"
+#include "platform/MonitorList.h"
 
 #include <QAbstractNativeEventFilter>
 
