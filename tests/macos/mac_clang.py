@@ -22,7 +22,7 @@ FRAMEWORKS = ('CoreFoundation', 'CoreGraphics', 'Foundation', 'Carbon', 'AppKit'
               'ServiceManagement', 'Sparkle')
 
 # What cmake/Warnings.cmake asks of every target, and what concerns Objective-C.
-WARNINGS = '''-Wall -Wextra -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Woverloaded-virtual
+WARNINGS = '''-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Woverloaded-virtual
     -Wnon-virtual-dtor -Wcast-align -Wdouble-promotion -Wformat=2 -Wimplicit-fallthrough -Wnull-dereference -Werror
     -Wunguarded-availability -Wundeclared-selector -Wselector -Wstrict-selector-match -Wnullability-completeness
     -Wnullable-to-nonnull-conversion -Wobjc-interface-ivars'''.split()
