@@ -16,7 +16,8 @@ public:
     [[nodiscard]] virtual Size size() const = 0;
     /// Emitted when it wants another size.
     [[nodiscard]] virtual Signal<>& sizeChanged() = 0;
-    /// Told when the window around it appears and goes, so that nothing moves where nobody looks.
+    /// Told when the window around it has appeared and when it goes, so that nothing moves where nobody looks. Shown
+    /// while its native view is in no window, it would make itself one.
     virtual void setShown(bool isShown) = 0;
 };
 

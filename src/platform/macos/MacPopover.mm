@@ -52,9 +52,10 @@ public:
         auto* const button = dynamic_cast<MacStatusItemButton*>(&anchor);
         invariant(button != nullptr, "a popover hangs on an icon of its own desktop");
         makeContent();
-        content_->setShown(true);
+        followSize();
         NSView* const view = button->view();
         [popover_ showRelativeToRect:view.bounds ofView:view preferredEdge:NSRectEdgeMinY];
+        content_->setShown(true);
     }
 
     void makeKey() override {
@@ -73,7 +74,6 @@ private:
             return;
         content_ = makeContent_();
         popover_.contentViewController = hostingController(*content_);
-        followSize();
         sizeChanged_ = content_->sizeChanged().connect([this] { followSize(); });
     }
 

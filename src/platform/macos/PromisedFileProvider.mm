@@ -53,11 +53,13 @@ public:
     void loadFileRepresentation(std::string_view, Completion completion) override {
         const auto folder = std::make_shared<const TemporaryFolder>();
         const auto answered = std::make_shared<std::atomic<bool>>(false);
+        NSFilePromiseReceiver* const receiver = receiver_;
         [receiver_ receivePromisedFilesAtDestination:folder->url()
             options:@{}
             operationQueue:[[NSOperationQueue alloc] init]
             reader:^(NSURL* url, NSError* error) {
-              static_cast<void>(folder);  // until the last file has been read
+              static_cast<void>(receiver);  // both until the last file is there
+              static_cast<void>(folder);
               if (!answered->exchange(true))
                   completion(error == nil ? fileURLOf(url) : std::nullopt);
             }];
