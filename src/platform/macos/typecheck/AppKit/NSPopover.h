@@ -10,7 +10,6 @@ DECL_ENUM(NSInteger, NSPopoverBehavior){NSPopoverBehaviorApplicationDefined = 0,
                                         NSPopoverBehaviorSemitransient = 2};
 @protocol NSPopoverDelegate <NSObject>
 @optional
-- (BOOL)popoverShouldClose:(NSPopover*)popover;
 - (void)popoverDidClose:(NSNotification*)notification;
 @end
 @interface NSPopover : NSResponder

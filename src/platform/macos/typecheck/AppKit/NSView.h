@@ -28,7 +28,6 @@ DECL_OPTIONS(NSUInteger, NSAutoresizingMaskOptions){NSViewWidthSizable = 2, NSVi
 @property(readonly, getter=isFlipped) BOOL flipped;
 @property NSAutoresizingMaskOptions autoresizingMask;
 - (void)addSubview:(NSView*)view;
-- (void)removeFromSuperview;
 - (NSPoint)convertPoint:(NSPoint)point fromView:(nullable NSView*)view;
 - (void)registerForDraggedTypes:(NSArray<NSPasteboardType>*)types;
 @end
@@ -58,4 +57,3 @@ typedef NSInteger NSModalResponse;
 - (NSModalResponse)runModal;
 @end
 NS_ASSUME_NONNULL_END
-extern "C" NSApplication* _Null_unspecified NSApp;

@@ -13,7 +13,6 @@ typedef NSInteger NSWindowLevel;
 static const NSWindowLevel NSFloatingWindowLevel = 3;
 @protocol NSWindowDelegate <NSObject>
 @optional
-- (BOOL)windowShouldClose:(NSWindow*)sender;
 - (void)windowWillClose:(NSNotification*)notification;
 @end
 @interface NSWindow : NSResponder

@@ -12,9 +12,6 @@ typedef CGPoint NSPoint;
 typedef CGSize NSSize;
 typedef CGRect NSRect;
 extern "C" const NSRect NSZeroRect;
-static inline NSPoint NSMakePoint(CGFloat x, CGFloat y) {
-    return NSPoint{x, y};
-}
 static inline NSSize NSMakeSize(CGFloat width, CGFloat height) {
     return NSSize{width, height};
 }
@@ -31,11 +28,7 @@ typedef NSString* NSKeyValueChangeKey;
 typedef struct _NSZone NSZone;
 
 @protocol NSObject
-- (BOOL)isEqual:(nullable id)object;
 - (BOOL)isKindOfClass:(Class)cls;
-- (BOOL)respondsToSelector:(SEL)selector;
-@property(readonly) NSUInteger hash;
-@property(readonly, copy) NSString* description;
 @end
 @protocol NSCopying
 - (id)copyWithZone:(nullable NSZone*)zone;
@@ -49,7 +42,6 @@ typedef struct _NSZone NSZone;
 __attribute__((objc_root_class))
 @interface NSObject<NSObject>
 + (instancetype)alloc;
-+ (instancetype)new;
 + (Class)class;
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
 - (void)dealloc;

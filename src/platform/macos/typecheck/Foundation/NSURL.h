@@ -22,7 +22,6 @@ DECL_OPTIONS(NSUInteger, NSURLBookmarkResolutionOptions){NSURLBookmarkResolution
                                               error:(NSError* _Nullable* _Nullable)error;
 @property(nullable, readonly, copy) NSString* absoluteString;
 @property(nullable, readonly, copy) NSURL* filePathURL;
-@property(readonly, getter=isFileURL) BOOL fileURL;
 - (nullable NSData*)bookmarkDataWithOptions:(NSURLBookmarkCreationOptions)options
              includingResourceValuesForKeys:(nullable NSArray<NSURLResourceKey>*)keys
                               relativeToURL:(nullable NSURL*)base

@@ -25,7 +25,6 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
                               encoding:(NSStringEncoding)encoding;
 - (NSString*)stringByAppendingPathComponent:(NSString*)component;
 - (nullable NSData*)dataUsingEncoding:(NSStringEncoding)encoding;
-- (BOOL)isEqualToString:(NSString*)other;
 @end
 typedef NSString* NSAttributedStringKey;
 @interface NSAttributedString : NSObject <NSCopying, NSSecureCoding>
@@ -77,8 +76,6 @@ typedef NSString* NSAttributedStringKey;
 @end
 
 @interface NSError : NSObject <NSCopying, NSSecureCoding>
-@property(readonly) NSInteger code;
-@property(readonly, copy) NSString* localizedDescription;
 @end
 
 DECL_OPTIONS(NSUInteger, NSPropertyListReadOptions){NSPropertyListImmutable = 0};
