@@ -2,6 +2,7 @@
 """Calls clang as the compiler for macOS, with our own declarations of the system's calls instead of its headers."""
 import json
 import pathlib
+import platform
 import re
 import subprocess
 
@@ -35,7 +36,8 @@ def _answer(*words):
 def command(architecture, system=OLDEST_SYSTEM):
     """The C library's headers are this machine's: they use a name that clang keeps for itself on macOS, and know the
     size of a word only from the name of this machine's processor."""
-    own_processor = ['-D__x86_64__=1'] if architecture == 'arm64' else []
+    is_foreign = architecture == 'arm64' and platform.machine() == 'x86_64'
+    own_processor = ['-D__x86_64__=1'] if is_foreign else []
     folders = [DECLARATIONS / 'libcxx', STANDARD_LIBRARY, _answer(CLANG, '-print-resource-dir') + '/include',
                '/usr/include/' + _answer('gcc', '-print-multiarch'), '/usr/include']
     return [str(CLANG), '-target', f'{architecture}-apple-macos{system}', '-std=c++20', '-fobjc-arc', '-fblocks',

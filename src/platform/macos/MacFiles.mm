@@ -14,9 +14,14 @@ NSFileManager* manager() {
     return NSFileManager.defaultManager;
 }
 
+/// Also asked on threads that have no pool of their own.
 class MacFileManager : public FileManager {
 public:
-    [[nodiscard]] bool fileExists(const FileURL& url) override { return [manager() fileExistsAtPath:nsPath(url)]; }
+    [[nodiscard]] bool fileExists(const FileURL& url) override {
+        @autoreleasepool {
+            return [manager() fileExistsAtPath:nsPath(url)];
+        }
+    }
 
     [[nodiscard]] std::optional<FileAttributes> attributes(const FileURL& url) override {
         @autoreleasepool {
@@ -30,36 +35,46 @@ public:
     }
 
     [[nodiscard]] bool createDirectory(const FileURL& url) override {
-        return [manager() createDirectoryAtURL:nsURL(url)
-                   withIntermediateDirectories:YES
-                                    attributes:@{
-                                        NSFilePosixPermissions : @(privateFolderMode)
-                                    }
-                                         error:nil];
+        @autoreleasepool {
+            return [manager() createDirectoryAtURL:nsURL(url)
+                       withIntermediateDirectories:YES
+                                        attributes:@{
+                                            NSFilePosixPermissions : @(privateFolderMode)
+                                        }
+                                             error:nil];
+        }
     }
 
     [[nodiscard]] bool copyItem(const FileURL& from, const FileURL& to) override {
-        // Asked without following a link at the place, which then keeps what it has.
-        if ([manager() attributesOfItemAtPath:nsPath(to) error:nil] != nil)
+        @autoreleasepool {
+            // Asked without following a link at the place, which then keeps what it has.
+            if ([manager() attributesOfItemAtPath:nsPath(to) error:nil] != nil)
+                return false;
+            if ([manager() copyItemAtURL:nsURL(from) toURL:nsURL(to) error:nil])
+                return true;
+            [manager() removeItemAtURL:nsURL(to) error:nil];
             return false;
-        if ([manager() copyItemAtURL:nsURL(from) toURL:nsURL(to) error:nil])
-            return true;
-        [manager() removeItemAtURL:nsURL(to) error:nil];
-        return false;
+        }
     }
 
     bool removeItem(const FileURL& url) override {
-        [manager() removeItemAtURL:nsURL(url) error:nil];
-        return [manager() attributesOfItemAtPath:nsPath(url) error:nil] == nil;
+        @autoreleasepool {
+            [manager() removeItemAtURL:nsURL(url) error:nil];
+            return [manager() attributesOfItemAtPath:nsPath(url) error:nil] == nil;
+        }
     }
 
     [[nodiscard]] std::optional<FileURL> applicationSupportDirectory() override {
-        return fileURLOf(
-            [manager() URLsForDirectory:NSApplicationSupportDirectory inDomains:NSUserDomainMask].firstObject);
+        @autoreleasepool {
+            return fileURLOf(
+                [manager() URLsForDirectory:NSApplicationSupportDirectory inDomains:NSUserDomainMask].firstObject);
+        }
     }
 
     [[nodiscard]] std::optional<FileURL> homeDirectory() override {
-        return fileURLOf(manager().homeDirectoryForCurrentUser);
+        @autoreleasepool {
+            return fileURLOf(manager().homeDirectoryForCurrentUser);
+        }
     }
 };
 
