@@ -7,8 +7,10 @@
 #include "platform/qt/QtImageContent.h"
 
 #include <QCoreApplication>
+#include <QDesktopServices>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QUrl>
 
 namespace stowpocket {
 namespace {
@@ -67,12 +69,6 @@ MacServices::MacServices()
       application_(makeMacApplication()),
       statusBar_(makeMacStatusBar()),
       fileDrag_(makeMacFileDragSource()),
-      views_({
-          .makePopover = makePopover,
-          .itemProviders = [](const QMimeData&) { return droppedItemProviders(); },
-          .startFileDrag = startFileDragWith(*fileDrag_),
-          .makeWindow = makeWindow,
-      }),
       eventMonitors_(makeMacEventMonitors()),
       scripts_(makeAppleScriptService()),
       fileManagerSelection_(*scripts_),
@@ -80,6 +76,22 @@ MacServices::MacServices()
       volumes_(makeMacVolumes()),
       hotkeyService_(makeCarbonHotkeyService()),
       mainBundle_(macMainBundle()),
+      views_({
+          .makePopover = makePopover,
+          .drops = {.offersItems = [](const QMimeData&) { return dragCarriesItems(); },
+                    .itemProviders = [](const QMimeData&) { return droppedItemProviders(); }},
+          .startFileDrag = startFileDragWith(*fileDrag_),
+          .settings = {.preferences = *preferences_,
+                       .eventMonitors = *eventMonitors_,
+                       .notificationCenter = notificationCenter_,
+                       .loginItem = *loginItem_,
+                       .mainBundle = mainBundle_,
+                       .openURL =
+                           [](const std::string& url) {
+                               QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
+                           }},
+          .makeWindow = makeWindow,
+      }),
       feedSession_(makeMacFeedSession()),
       alerts_(makeMacAlerts()),
       childProcess_(makeMacChildProcess()),

@@ -41,7 +41,6 @@ private:
     const std::unique_ptr<Application> application_;
     const std::unique_ptr<StatusBar> statusBar_;
     const std::unique_ptr<FileDragSource> fileDrag_;
-    QtViewFactory views_;
     const std::unique_ptr<EventMonitors> eventMonitors_;
     const std::unique_ptr<ScriptService> scripts_;
     FinderSelection fileManagerSelection_;
@@ -50,6 +49,7 @@ private:
     const std::unique_ptr<HotkeyService> hotkeyService_;
     std::optional<HotkeyManager> hotkeyManager_;
     const MainBundle mainBundle_;
+    QtViewFactory views_;
     const std::unique_ptr<FeedSession> feedSession_;
     const std::unique_ptr<Alerts> alerts_;
     const std::unique_ptr<ChildProcess> childProcess_;
