@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "input/DisplayHand.h"
 
-#include "input/PrivateDisplay.h"
 #include "platform/linux/input/KeyModifiers.h"
+#include "x11/ComesTrue.h"
 
 #include <array>
 #include <xcb/xtest.h>
@@ -93,7 +93,7 @@ bool DisplayHand::putUnder(xcb_window_t window, std::pair<int, int> pointer) {
     xcb_configure_window(session_->raw(), window,
                          XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_STACK_MODE,
                          placeAndOrder.data());
-    return waitFor([&] { return isUnderPointer(window); });
+    return comesTrue([&] { return isUnderPointer(window); });
 }
 
 bool DisplayHand::bringToFront(xcb_window_t window) {
@@ -104,7 +104,7 @@ bool DisplayHand::bringToFront(xcb_window_t window) {
     message.window = window;
     message.type = session_->atom("_NET_ACTIVE_WINDOW");
     message.data.data32[0] = askedByUser;
-    return waitFor([&] {
+    return comesTrue([&] {
         if (activeWindow() == window)
             return true;
         xcb_send_event(session_->raw(), 0, session_->root(),

@@ -2,6 +2,7 @@
 #include "input/DisplayHand.h"
 #include "input/PrivateDisplay.h"
 #include "platform/linux/input/X11EventMonitors.h"
+#include "x11/ComesTrue.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -31,7 +32,7 @@ protected:
         widget.setGeometry(100, 100, 300, 200);
         widget.show();
         EXPECT_TRUE(hand.bringToFront(static_cast<xcb_window_t>(widget.winId())));
-        EXPECT_TRUE(waitFor([this] { return widget.isActiveWindow(); }));
+        EXPECT_TRUE(comesTrue([this] { return widget.isActiveWindow(); }));
         child.setGeometry(0, 0, 200, 200);
     }
 
@@ -43,7 +44,7 @@ protected:
             return true;
         });
         hand.press(keys);
-        EXPECT_TRUE(waitFor([&seen] { return seen.has_value(); }));
+        EXPECT_TRUE(comesTrue([&seen] { return seen.has_value(); }));
         return seen.value_or(KeyEvent{});
     }
     [[nodiscard]] bool sees(const std::vector<std::uint8_t>& keys, std::uint16_t keyCode, std::int64_t flags) {
@@ -55,7 +56,7 @@ protected:
     void lock(std::uint8_t key) {
         const int before = widget.keys;
         hand.press({key});
-        EXPECT_TRUE(waitFor([&] { return widget.keys == before + 1; }));
+        EXPECT_TRUE(comesTrue([&] { return widget.keys == before + 1; }));
     }
 
     DisplayHand hand;
@@ -118,13 +119,13 @@ TEST_F(EventMonitorsTest, swallowsBeforeShortcutsAndWidgetsAndOncePerPress) {
     hand.press({key::f5});
     hand.press({key::s});
     hand.press({key::d});
-    EXPECT_TRUE(waitFor([&] { return widget.keys == 1; })) << "only D passes";
+    EXPECT_TRUE(comesTrue([&] { return widget.keys == 1; })) << "only D passes";
     EXPECT_EQ(seen, 3);
     hand.press({key::escape});
-    EXPECT_TRUE(waitFor([&] { return !once; }));
+    EXPECT_TRUE(comesTrue([&] { return !once; }));
     hand.press({key::f5});
     hand.press({key::s});
-    EXPECT_TRUE(waitFor([&] { return widget.keys == 2; }));
+    EXPECT_TRUE(comesTrue([&] { return widget.keys == 2; }));
     EXPECT_EQ(seen, 4) << "the press that removed the monitor is swallowed";
     EXPECT_EQ(shortcuts, 1);
 }
@@ -143,17 +144,17 @@ TEST_F(EventMonitorsTest, seesLeftAndRightClicksElsewhereOnly) {
     ASSERT_TRUE(hand.putUnder(foreign, {900, 600}));
     for (const std::uint8_t button : std::array<std::uint8_t, 4>{4, 2, 1, 3})
         click(button);
-    EXPECT_TRUE(waitFor([&] { return outside == 2; }));
+    EXPECT_TRUE(comesTrue([&] { return outside == 2; }));
 
     const QPoint inside = widget.geometry().center();
     hand.moveTo(inside.x(), inside.y());
     click(1);
-    EXPECT_TRUE(waitFor([this] { return widget.clicks == 1; }));
+    EXPECT_TRUE(comesTrue([this] { return widget.clicks == 1; }));
     EXPECT_EQ(outside, 2) << "a click on a child of the own window";
 
     ASSERT_TRUE(hand.putUnder(foreign, {inside.x(), inside.y()}));
     click(1);
-    EXPECT_TRUE(waitFor([&] { return outside == 3; })) << "another program's window lies over the own one";
+    EXPECT_TRUE(comesTrue([&] { return outside == 3; })) << "another program's window lies over the own one";
 
     // Removed, it hears of nothing; added again by its own handler it does.
     monitor.reset();
@@ -164,7 +165,7 @@ TEST_F(EventMonitorsTest, seesLeftAndRightClicksElsewhereOnly) {
         ++again;
     });
     click(1);
-    EXPECT_TRUE(waitFor([&] { return again == 1; }));
+    EXPECT_TRUE(comesTrue([&] { return again == 1; }));
     EXPECT_EQ(outside, 3);
 }
 

@@ -37,15 +37,6 @@ TEST(KeyCodesTest, givesEveryKeyOneCodeAndFindsItAgain) {
     EXPECT_EQ(physicalKeyOf(0x10000 + 1), std::nullopt);
 }
 
-TEST(KeyCodesTest, flagsFunctionKeysArrowsAndTheNumericPad) {
-    EXPECT_EQ(ownFlagsOf(1), 0);
-    EXPECT_EQ(ownFlagsOf(53), 0);
-    EXPECT_EQ(ownFlagsOf(96), 0x800000);
-    EXPECT_EQ(ownFlagsOf(117), 0x800000);
-    EXPECT_EQ(ownFlagsOf(126), 0xA00000);
-    EXPECT_EQ(ownFlagsOf(87), 0x200000);
-}
-
 TEST(KeyModifiersTest, findsTheModifiersOfTheKeyboardMap) {
     std::array<std::vector<std::uint8_t>, 8> keys{{{50, 62}, {66}, {37}, {108}, {77, 64}, {133}, {}, {92}}};
     const auto symbols = [](std::uint8_t key) -> std::vector<std::uint32_t> {

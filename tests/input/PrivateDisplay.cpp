@@ -2,9 +2,9 @@
 #include "input/PrivateDisplay.h"
 
 #include "platform/linux/input/XcbSession.h"
+#include "x11/ComesTrue.h"
 
-#include <QEventLoop>
-#include <QTimer>
+#include <QString>
 
 #include <csignal>
 #include <cstdlib>
@@ -17,30 +17,11 @@
 namespace stowpocket {
 namespace {
 
-/// Far beyond what any wait takes: reaching it is a failure.
-constexpr int patienceMs = 10'000;
-constexpr int lookAgainMs = 2;
-
 constexpr auto busConfiguration = R"(<busconfig><type>session</type><listen>unix:path=%1/bus</listen>
 <servicedir>%1/services</servicedir><auth>EXTERNAL</auth><policy context="default"><allow send_destination="*"/>
 <allow eavesdrop="true"/><allow own="*"/></policy></busconfig>)";
 
 }  // namespace
-
-bool waitFor(const std::function<bool()>& condition) {
-    QEventLoop loop;
-    QTimer look;
-    bool holds = false;
-    QObject::connect(&look, &QTimer::timeout, [&] {
-        holds = condition();
-        if (holds)
-            loop.quit();
-    });
-    look.start(lookAgainMs);
-    QTimer::singleShot(patienceMs, &loop, &QEventLoop::quit);
-    loop.exec();
-    return holds;
-}
 
 Program::Program(std::vector<std::string> command, int inherited) : pid_(fork()) {
     if (pid_ != 0)
@@ -80,20 +61,20 @@ PrivateDisplay::PrivateDisplay() {
     for (const char* name : {"services", "config", "data", "cache", "run"})
         std::filesystem::create_directory(home_ / name, home_);
     std::filesystem::permissions(home_ / "run", std::filesystem::perms::owner_all);
-    const std::vector<std::pair<const char*, std::string>> environment{
-        {"HOME", home_},
-        {"XDG_CONFIG_HOME", home_ / "config"},
-        {"XDG_DATA_HOME", home_ / "data"},
-        {"XDG_CACHE_HOME", home_ / "cache"},
-        {"XDG_RUNTIME_DIR", home_ / "run"},
-        {"QT_QPA_PLATFORM", "xcb"},
-        {"GDK_BACKEND", "x11"},
-        {"GIO_USE_VFS", "local"},
-        {"NO_AT_BRIDGE", "1"},
-        {"DBUS_SESSION_BUS_ADDRESS", "unix:path=" + (home_ / "bus").string()}};
+    const std::vector<std::pair<const char*, std::string>> environment{{"HOME", home_},
+                                                                       {"XDG_CONFIG_HOME", home_ / "config"},
+                                                                       {"XDG_DATA_HOME", home_ / "data"},
+                                                                       {"XDG_CACHE_HOME", home_ / "cache"},
+                                                                       {"XDG_RUNTIME_DIR", home_ / "run"},
+                                                                       {"QT_QPA_PLATFORM", "xcb"},
+                                                                       {"GDK_BACKEND", "x11"},
+                                                                       {"GIO_USE_VFS", "local"},
+                                                                       {"NO_AT_BRIDGE", "1"}};
     for (const auto& [name, value] : environment)
         setenv(name, value.c_str(), 1);
-    startServer();
+    const std::string number =
+        start(server_, {"Xvfb", "-screen", "0", "1280x800x24", "-nolisten", "tcp", "-noreset", "-displayfd", ""});
+    setenv("DISPLAY", (":" + number).c_str(), 1);
     startBus();
 }
 
@@ -104,20 +85,18 @@ PrivateDisplay::~PrivateDisplay() {
     std::filesystem::remove_all(home_);
 }
 
-void PrivateDisplay::startServer() {
+std::string PrivateDisplay::start(std::unique_ptr<Program>& program, std::vector<std::string> command) {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0)
         std::abort();
-    server_ =
-        std::make_unique<Program>(std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(ends[1]), "-screen",
-                                                           "0", "1280x800x24", "-nolisten", "tcp", "-noreset"},
-                                  ends[1]);
+    command.back() += std::to_string(ends[1]);
+    program = std::make_unique<Program>(std::move(command), ends[1]);
     close(ends[1]);
-    std::string number;
-    for (char digit = 0; read(ends[0], &digit, 1) == 1 && digit != '\n';)
-        number += digit;
+    std::string line;
+    for (char next = 0; read(ends[0], &next, 1) == 1 && next != '\n';)
+        line += next;
     close(ends[0]);
-    setenv("DISPLAY", (":" + number).c_str(), 1);
+    return line;
 }
 
 /// The settings service of the Xfce programs is all that this bus starts.
@@ -127,17 +106,17 @@ void PrivateDisplay::startBus() {
     const std::filesystem::path configuration = home_ / "bus.conf";
     std::ofstream(configuration)
         << QString::fromLatin1(busConfiguration).arg(QString::fromStdString(home_.string())).toStdString();
-    bus_ = std::make_unique<Program>(
-        std::vector<std::string>{"dbus-daemon", "--config-file=" + configuration.string(), "--nofork"});
+    const std::string address =
+        start(bus_, {"dbus-daemon", "--config-file=" + configuration.string(), "--nofork", "--print-address="});
+    setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
 }
 
 void PrivateDisplay::startWindowManager() {
     windowManager_ = std::make_unique<Program>(std::vector<std::string>{"openbox"});
     const std::unique_ptr<XcbSession> session = XcbSession::open();
-    const bool isReady = waitFor([&session] {
+    const bool isReady = comesTrue([&session] {
         const xcb_atom_t managed = session->atom("_NET_SUPPORTING_WM_CHECK");
-        return !session->property(session->root(), managed, 4).bytes.empty() &&
-               std::filesystem::exists(home_ / "bus");
+        return !session->property(session->root(), managed, 4).bytes.empty();
     });
     if (!isReady)
         std::abort();

@@ -2,16 +2,12 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <string>
 #include <sys/types.h>
 #include <vector>
 
 namespace stowpocket {
-
-/// Waits, with the event loop running, until `condition` holds. False when it never does.
-[[nodiscard]] bool waitFor(const std::function<bool()>& condition);
 
 /// A program that ends with this object, at the latest.
 class Program {
@@ -44,7 +40,8 @@ public:
     void startWindowManager();
 
 private:
-    void startServer();
+    /// Appends to the command where it shall write how it is reached, and returns that.
+    [[nodiscard]] static std::string start(std::unique_ptr<Program>& program, std::vector<std::string> command);
     void startBus();
 
     static inline std::filesystem::path home_;
