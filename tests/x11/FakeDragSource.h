@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/input/XcbSession.h"
+
 #include <array>
-#include <cstdint>
-#include <functional>
-#include <string>
-#include <vector>
-#include <xcb/xcb.h>
 
 namespace stowpocket {
 
@@ -37,14 +34,11 @@ public:
 
     /// Answers what it was asked since the last time.
     void work();
-    /// The same from another thread, for a target that waits for the answers, until that is done with the drop.
-    void workUntilDropped();
     /// When the promised file was wanted, as the one who wanted it said.
     [[nodiscard]] xcb_timestamp_t savedAt() const { return savedAt_; }
     [[nodiscard]] bool wasSaveWanted() const { return wasSaveWanted_; }
 
 private:
-    [[nodiscard]] xcb_atom_t atom(const std::string& name);
     [[nodiscard]] std::vector<xcb_atom_t> typeAtoms();
     void sync();
     void send(xcb_window_t window, const std::string& type, std::array<std::uint32_t, 5> data);
@@ -52,11 +46,12 @@ private:
     [[nodiscard]] bool convert(const xcb_selection_request_event_t& request);
     [[nodiscard]] bool save(const xcb_selection_request_event_t& request);
 
-    xcb_connection_t* const connection_;
+    const std::unique_ptr<XcbSession> session_ = XcbSession::open();
+    xcb_connection_t* const connection_ = session_->raw();
+    const xcb_window_t root_ = session_->root();
+    const xcb_window_t window_ = session_->newWindow();
     const std::vector<std::string> types_;
     const bool refuses_;
-    xcb_window_t root_ = 0;
-    xcb_window_t window_ = 0;
     std::string reply_;
     std::function<void(const std::string&)> onSave_;
     xcb_timestamp_t savedAt_ = 0;

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "FakeTray.h"
 
-#include "platform/linux/x11/X11Connection.h"
-
 #include <algorithm>
-#include <cstring>
+#include <array>
 
 namespace stowpocket {
 namespace {
@@ -15,24 +13,12 @@ constexpr std::uint32_t colorMask = 0xFFFFFF;
 
 }  // namespace
 
-FakeTray::FakeTray(Container container, std::uint32_t background)
-    : connection_(xcb_connect(nullptr, nullptr)), container_(container), background_(background) {
-    root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+FakeTray::FakeTray(Container container, std::uint32_t background) : container_(container), background_(background) {
     panel_ = makeWindow(root_, panelX, panelY, 200, 30);
-    manager_ = makeWindow(root_, -10, -10, 1, 1);
     xcb_map_window(connection_, panel_);
-    xcb_set_selection_owner(connection_, manager_, atom("_NET_SYSTEM_TRAY_S0"), XCB_CURRENT_TIME);
-    send(root_, XCB_EVENT_MASK_STRUCTURE_NOTIFY, root_, "MANAGER", XCB_CURRENT_TIME, atom("_NET_SYSTEM_TRAY_S0"),
-         manager_);
-}
-
-FakeTray::~FakeTray() {
-    xcb_disconnect(connection_);
-}
-
-xcb_atom_t FakeTray::atom(const char* name) {
-    const auto cookie = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
-    return XcbReply<xcb_intern_atom_reply_t>(xcb_intern_atom_reply(connection_, cookie, nullptr))->atom;
+    xcb_set_selection_owner(connection_, session_->window(), session_->atom("_NET_SYSTEM_TRAY_S0"), XCB_CURRENT_TIME);
+    send(root_, XCB_EVENT_MASK_STRUCTURE_NOTIFY, root_, "MANAGER", XCB_CURRENT_TIME,
+         session_->atom("_NET_SYSTEM_TRAY_S0"), session_->window());
 }
 
 xcb_window_t FakeTray::makeWindow(xcb_window_t parent, std::int16_t x, std::int16_t y, std::uint16_t width,
@@ -51,7 +37,7 @@ void FakeTray::send(xcb_window_t destination, std::uint32_t mask, xcb_window_t w
     event.response_type = XCB_CLIENT_MESSAGE;
     event.format = 32;
     event.window = window;
-    event.type = atom(type);
+    event.type = session_->atom(type);
     event.data.data32[0] = first;
     event.data.data32[1] = second;
     event.data.data32[2] = third;
@@ -60,9 +46,9 @@ void FakeTray::send(xcb_window_t destination, std::uint32_t mask, xcb_window_t w
 }
 
 void FakeTray::work() {
-    const xcb_atom_t opcode = atom("_NET_SYSTEM_TRAY_OPCODE");
-    while (const XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
-        if ((event->response_type & 0x7F) != XCB_CLIENT_MESSAGE)
+    const xcb_atom_t opcode = session_->atom("_NET_SYSTEM_TRAY_OPCODE");
+    while (const XcbSession::Event event{xcb_poll_for_event(connection_)}) {
+        if (typeOf(*event) != XCB_CLIENT_MESSAGE)
             continue;
         const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(*event);
         if (message.type == opcode && message.data.data32[1] == dockOpcode)
@@ -83,28 +69,10 @@ void FakeTray::takeIn(xcb_window_t window) {
     ++dockedCount_;
 }
 
-void FakeTray::click() {
-    constexpr std::array<std::uint8_t, 2> types{XCB_BUTTON_PRESS, XCB_BUTTON_RELEASE};
-    for (const std::uint8_t type : types) {
-        xcb_button_press_event_t event{};
-        event.response_type = type;
-        event.detail = XCB_BUTTON_INDEX_1;
-        event.root = root_;
-        event.event = docked_;
-        event.event_x = event.event_y = 5;
-        event.root_x = panelX + 10;
-        event.root_y = panelY + 8;
-        event.state = type == XCB_BUTTON_RELEASE ? XCB_BUTTON_MASK_1 : 0;
-        event.same_screen = 1;
-        xcb_send_event(connection_, 0, docked_, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&event));
-    }
-    xcb_flush(connection_);
-}
-
 std::optional<std::pair<std::uint32_t, std::uint32_t>> FakeTray::extremes() {
     const auto cookie =
         xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, docked_, 0, 0, grantedWidth, grantedHeight, ~0U);
-    const XcbReply<xcb_get_image_reply_t> image(xcb_get_image_reply(connection_, cookie, nullptr));
+    const XcbAnswer<xcb_get_image_reply_t> image(xcb_get_image_reply(connection_, cookie, nullptr));
     if (!image)
         return std::nullopt;
     const auto* const pixels = reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(image.get()));
