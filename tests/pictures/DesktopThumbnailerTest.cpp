@@ -5,10 +5,7 @@
 #include "platform/linux/pictures/LinuxThumbnails.h"
 #include "platform/qt/QtDispatch.h"
 #include "platform/qt/QtImageContent.h"
-
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QProcess>
+#include "session/PrivateBus.h"
 
 namespace stowpocket {
 namespace {
@@ -21,43 +18,6 @@ QString thumbnailerName() {
 QString thumbnailerPath() {
     return QStringLiteral("/org/freedesktop/thumbnails/Thumbnailer1");
 }
-
-/// A bus on which no program can be started.
-class PrivateBus {
-public:
-    PrivateBus() {
-        const QString folder = folder_.path();
-        QFile settings(folder + QStringLiteral("/bus.conf"));
-        EXPECT_TRUE(settings.open(QIODevice::WriteOnly));
-        settings.write("<busconfig><type>session</type><listen>unix:dir=" + folder.toUtf8() +
-                       "</listen><policy context='default'><allow send_destination='*'/><allow own='*'/><allow "
-                       "eavesdrop='true'/>"
-                       "</policy></busconfig>");
-        settings.close();
-        daemon_.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--config-file=") + settings.fileName(),
-                                                      QStringLiteral("--nofork"), QStringLiteral("--print-address")});
-        EXPECT_TRUE(daemon_.waitForReadyRead());
-        address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
-    }
-    PrivateBus(const PrivateBus&) = delete;
-    PrivateBus& operator=(const PrivateBus&) = delete;
-    ~PrivateBus() {
-        for (const QString& name : connections_)
-            QDBusConnection::disconnectFromBus(name);
-        daemon_.kill();
-        daemon_.waitForFinished();
-    }
-    QDBusConnection connection(const QString& name) {
-        connections_.insert(name);
-        return QDBusConnection::connectToBus(address_, name);
-    }
-
-private:
-    QTemporaryDir folder_;
-    QProcess daemon_;
-    QString address_;
-    QSet<QString> connections_;
-};
 
 }  // namespace
 
@@ -107,7 +67,7 @@ protected:
     }
     void expectAnswer(bool isMade) {
         ask();
-        runUntil([this] { return !answers_.empty(); });
+        EXPECT_TRUE(comesTrue([this] { return !answers_.empty(); }));
         EXPECT_EQ(std::exchange(answers_, {}), std::vector<bool>{isMade});
     }
 
@@ -163,7 +123,7 @@ TEST_F(DesktopThumbnailerTest, mindsOnlyItsOwnRequest) {
 TEST_F(DesktopThumbnailerTest, waitsNoLongerThanItsLimit) {
     FakeThumbnailer desktop(bus_.connection(QStringLiteral("desktop")));
     ask();
-    runUntil([&desktop] { return !desktop.asked.isEmpty(); });
+    EXPECT_TRUE(comesTrue([&desktop] { return !desktop.asked.isEmpty(); }));
     dispatch_.advance(4999ms);
     EXPECT_TRUE(answers_.empty());
     dispatch_.advance(1ms);
@@ -171,7 +131,7 @@ TEST_F(DesktopThumbnailerTest, waitsNoLongerThanItsLimit) {
 
     desktop.onQueue = [&desktop](uint handle, const QStringList& uris) { desktop.send("Ready", {handle, uris}); };
     ask();
-    runUntil([this] { return answers_.size() >= 2; });
+    EXPECT_TRUE(comesTrue([this] { return answers_.size() >= 2; }));
     EXPECT_EQ(answers_, (std::vector<bool>{false, true})) << "what comes too late answers nobody twice";
 }
 
@@ -188,7 +148,7 @@ TEST_F(DesktopThumbnailerTest, providesWhatIsNotDecodedHere) {
     std::vector<std::optional<Image>> answers;
     const auto generate = [&thumbnails, &answers](const FileURL& url) {
         thumbnails.generate({url, {48, 48}, 1}, [&answers](const auto& image) { answers.push_back(image); });
-        runUntil([&answers, count = answers.size()] { return answers.size() > count; });
+        EXPECT_TRUE(comesTrue([&answers, count = answers.size()] { return answers.size() > count; }));
     };
     generate(film);
     generate(files.write("notes.txt", "text"));

@@ -44,7 +44,7 @@ protected:
         std::vector<std::optional<Image>> answers;
         thumbnails_->generate({url, {48, 48}, scale}, [&answers](const auto& image) { answers.push_back(image); });
         EXPECT_TRUE(answers.empty()) << "never before the call returns";
-        runUntil([&answers] { return !answers.empty(); });
+        EXPECT_TRUE(comesTrue([&answers] { return !answers.empty(); }));
         return answers.empty() ? std::nullopt : answers.front();
     }
     /// How often a script that notes its runs was started.
@@ -153,7 +153,7 @@ TEST_F(LinuxThumbnailsTest, triesAFileOnceUntilItChanges) {
     int answerCount = 0;
     for (int request = 0; request < 3; ++request)
         thumbnails_->generate({broken, {48, 48}, 1}, [&answerCount](const auto&) { ++answerCount; });
-    runUntil([&answerCount] { return answerCount == 3; });
+    EXPECT_TRUE(comesTrue([&answerCount] { return answerCount == 3; }));
     EXPECT_EQ(runCount(), 1) << "requests under way share one answer";
     EXPECT_FALSE(thumbnail(broken));
     EXPECT_EQ(runCount(), 1);
@@ -173,7 +173,7 @@ TEST_F(LinuxThumbnailsTest, answersNobodyAfterItsEnd) {
     thumbnails_.reset();
     bool isDrained = false;
     dispatch_.async([&isDrained] { isDrained = true; });
-    runUntil([&isDrained] { return isDrained; });
+    EXPECT_TRUE(comesTrue([&isDrained] { return isDrained; }));
     EXPECT_FALSE(isAnswered);
 
     WatchedDispatch watched;

@@ -3,14 +3,13 @@
 
 #include "foundation/FileURL.h"
 #include "platform/linux/pictures/RegularFile.h"
+#include "x11/ComesTrue.h"
 
-#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -57,18 +56,5 @@ public:
 private:
     QTemporaryDir folder_;
 };
-
-/// Lets the event loop run until `isReached`; fails when that does not come.
-template <class Condition>
-void runUntil(Condition isReached) {
-    bool isOverdue = false;
-    QTimer guard;
-    guard.setSingleShot(true);
-    guard.callOnTimeout([&isOverdue] { isOverdue = true; });
-    guard.start(std::chrono::seconds(30));
-    while (!isReached() && !isOverdue)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    EXPECT_TRUE(isReached());
-}
 
 }  // namespace stowpocket

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/session/MountInfo.h"
 
+#include "contracts/TemporaryFolder.h"
 #include "platform/linux/session/MountInfoVolumes.h"
+#include "x11/ComesTrue.h"
 
 #include <QAbstractEventDispatcher>
-#include <QCoreApplication>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -61,22 +61,18 @@ TEST(MountInfoVolumesTest, seesARealVolumeComeAndGo) {
     // In a mount table of this process alone.
     if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
         GTEST_SKIP() << "mounting is not permitted here: " << std::strerror(errno);
-    const QTemporaryDir folder;
-    const std::string path = folder.path().toStdString();
+    const TemporaryFolder folder;
+    const std::string& path = folder.path();
     MountInfoVolumes volumes;
     int mounted = 0;
     int unmounted = 0;
     const Subscription mount = volumes.didMount().connect([&mounted] { ++mounted; });
     const Subscription unmount = volumes.didUnmount().connect([&unmounted] { ++unmounted; });
-    const auto waitFor = [](const int& count) {
-        while (count == 0)
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    };
     ASSERT_EQ(::mount("none", path.c_str(), "tmpfs", 0, nullptr), 0);
-    waitFor(mounted);
+    EXPECT_TRUE(comesTrue([&] { return mounted > 0; }));
     ASSERT_EQ(::mount("none", path.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
     ASSERT_EQ(::umount(path.c_str()), 0) << "nothing is kept open there";
-    waitFor(unmounted);
+    EXPECT_TRUE(comesTrue([&] { return unmounted > 0; }));
     EXPECT_EQ(mounted, 1);
     EXPECT_EQ(unmounted, 1);
     EXPECT_FALSE(QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents)) << "nothing at rest";

