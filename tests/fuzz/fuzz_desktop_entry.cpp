@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 // An autostart entry that anybody may have edited, and the commands in it.
-#include "foundation/Invariant.h"
+#include "Fuzzing.h"
 #include "platform/linux/session/DesktopEntry.h"
-
-#include <cstddef>
-#include <cstdint>
 
 using namespace stowpocket;
 

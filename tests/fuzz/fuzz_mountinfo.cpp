@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A mount table with any names in it: mount points may be called anything.
-#include "foundation/Invariant.h"
+#include "Fuzzing.h"
 #include "platform/linux/session/MountInfo.h"
-
-#include <algorithm>
-#include <cstddef>
-#include <cstdint>
 
 using namespace stowpocket;
 

@@ -1,54 +1,18 @@
 // SPDX-License-Identifier: MIT
 // A saved shelf in which anything may stand anywhere: any keys, any types, any nesting.
 #include "fakes/FakeFiles.h"
-#include "foundation/Invariant.h"
+#include "Fuzzing.h"
 #include "shelf/PersistedShelf.h"
 
 #include <array>
-#include <cstddef>
-#include <cstdint>
-#include <cstring>
 
 using namespace stowpocket;
 
 namespace {
 
-/// Reads values off the input until it is used up.
-class Source {
-public:
-    Source(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
+PropertyValue anyValue(FuzzInput& source, int depth);
 
-    [[nodiscard]] bool isEmpty() const { return size_ == 0; }
-    std::uint8_t byte() {
-        if (isEmpty())
-            return 0;
-        --size_;
-        return *data_++;
-    }
-    template <class Number>
-    Number number() {
-        std::array<std::uint8_t, sizeof(Number)> bytes;
-        for (std::uint8_t& next : bytes)
-            next = byte();
-        Number value;
-        std::memcpy(&value, bytes.data(), sizeof value);
-        return value;
-    }
-    std::string text() {
-        std::string text;
-        for (int left = byte() % 48; left > 0 && !isEmpty(); --left)
-            text += static_cast<char>(byte());
-        return text;
-    }
-
-private:
-    const std::uint8_t* data_;
-    std::size_t size_;
-};
-
-PropertyValue anyValue(Source& source, int depth);
-
-PropertyValue::Dictionary anyEntry(Source& source, int depth) {
+PropertyValue::Dictionary anyEntry(FuzzInput& source, int depth) {
     constexpr std::array keys{"id", "filename", "fileSize", "dateAdded", "bookmark", "fallbackPath"};
     PropertyValue::Dictionary entry{{"id", "0F8FAD5B-D9CB-469F-A165-70867728950E"},
                                     {"filename", "name"},
@@ -59,7 +23,7 @@ PropertyValue::Dictionary anyEntry(Source& source, int depth) {
     return entry;
 }
 
-PropertyValue anyValue(Source& source, int depth) {
+PropertyValue anyValue(FuzzInput& source, int depth) {
     switch (depth > 4 ? source.byte() % 5 : source.byte() % 7) {
     case 0:
         return source.byte() % 2 == 0;
@@ -83,7 +47,7 @@ PropertyValue anyValue(Source& source, int depth) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    Source source(data, size);
+    FuzzInput source(std::span(data, size));
     PropertyValue::Array entries;
     while (!source.isEmpty())
         entries.push_back(source.byte() % 4 == 0 ? anyValue(source, 0) : PropertyValue(anyEntry(source, 0)));

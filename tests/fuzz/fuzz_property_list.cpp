@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "foundation/Invariant.h"
+#include "Fuzzing.h"
 #include "platform/linux/storage/PropertyList.h"
-
-#include <cstddef>
-#include <cstdint>
 
 /// What has been read and written once comes back the same from then on.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

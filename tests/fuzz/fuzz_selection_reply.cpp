@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Whatever window classes, clipboard owners and file lists a quick drop meets.
-#include "foundation/Invariant.h"
+#include "Fuzzing.h"
 #include "intake/UriList.h"
 #include "platform/linux/input/QuickDropRun.h"
-
-#include <cstddef>
-#include <cstdint>
-#include <span>
 
 using namespace stowpocket;
 
@@ -19,20 +15,20 @@ class FuzzedDesktop : public QuickDropDesktop {
 public:
     explicit FuzzedDesktop(std::span<const std::uint8_t> input) : input_(input) {}
 
-    std::uint32_t activeWindow() override { return byte() % 3; }
+    std::uint32_t activeWindow() override { return input_.byte() % 3; }
     std::string classOf(std::uint32_t) override {
-        const bool isKnown = byte() % 2 == 0;
-        const std::string name = isKnown ? "Thunar" : text();
+        const bool isKnown = input_.byte() % 2 == 0;
+        const std::string name = isKnown ? "Thunar" : input_.text();
         known_ = fileManagerOf(name).has_value();
         return name;
     }
     ClipboardSnapshot takeSnapshot() override {
         std::vector<std::string> offered;
-        for (int count = byte() % 8; count > 0; --count)
-            offered.push_back(text());
+        for (int count = input_.byte() % 8; count > 0; --count)
+            offered.push_back(input_.text());
         SnapshotBuilder builder(offered, budget);
         while (builder.wanted())
-            builder.take({failure(), {"target", "type", 8, std::vector<std::byte>(byte())}});
+            builder.take({failure(), {"target", "type", 8, std::vector<std::byte>(input_.byte())}});
         ClipboardSnapshot snapshot = std::move(builder).finished();
         std::size_t size = 0;
         for (const ClipboardItem& item : snapshot.items)
@@ -41,33 +37,20 @@ public:
         complete_ = snapshot.isComplete;
         return snapshot;
     }
-    bool copyOverBus(std::uint32_t) override { return byte() % 2 == 0; }
-    bool prepareKeys(CopyKey) override { return byte() % 2 == 0; }
+    bool copyOverBus(std::uint32_t) override { return input_.byte() % 2 == 0; }
+    bool prepareKeys(CopyKey) override { return input_.byte() % 2 == 0; }
     void pressKeys() override { invariant(known_, "keys go to file managers only"); }
-    bool awaitNewOwner() override { return byte() % 2 == 0; }
-    std::vector<FileURL> filesOnClipboard() override { return filesOfUriList(text(), "desk"); }
+    bool awaitNewOwner() override { return input_.byte() % 2 == 0; }
+    std::vector<FileURL> filesOnClipboard() override { return filesOfUriList(input_.text(), "desk"); }
     void restore(ClipboardSnapshot) override { invariant(complete_, "only a complete snapshot is put back"); }
 
 private:
-    std::uint8_t byte() {
-        if (input_.empty())
-            return 0;
-        const std::uint8_t first = input_.front();
-        input_ = input_.subspan(1);
-        return first;
-    }
-    std::string text() {
-        const std::size_t length = std::min<std::size_t>(byte(), input_.size());
-        const std::string taken(input_.begin(), input_.begin() + static_cast<std::ptrdiff_t>(length));
-        input_ = input_.subspan(length);
-        return taken;
-    }
     std::optional<ClipboardFailure> failure() {
-        const std::uint8_t kind = byte() % 8;
+        const std::uint8_t kind = input_.byte() % 8;
         return kind < 3 ? std::optional(static_cast<ClipboardFailure>(kind)) : std::nullopt;
     }
 
-    std::span<const std::uint8_t> input_;
+    FuzzInput input_;
     bool known_ = false;
     bool complete_ = false;
 };

@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What a decoder that a hostile picture has taken over may answer, and what may lie in the thumbnail cache.
-#include "foundation/Invariant.h"
+#include "Fuzzing.h"
 #include "platform/linux/pictures/DecoderReply.h"
 #include "platform/linux/pictures/ThumbnailFile.h"
-
-#include <algorithm>
-#include <cstddef>
-#include <cstdint>
 
 using namespace stowpocket;
 

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Whatever a drag source writes into its list of URLs.
-#include "foundation/Invariant.h"
 #include "foundation/Utf8.h"
+#include "Fuzzing.h"
 #include "intake/UriList.h"
-
-#include <cstddef>
-#include <cstdint>
 
 using namespace stowpocket;
 
