@@ -59,15 +59,6 @@ TEST_F(AppDelegateTest, theIconTellsHowManyItemsWait) {
     EXPECT_EQ(button.title.text, "");
 }
 
-TEST_F(AppDelegateTest, clickingTheIconOpensAndClosesTheShelf) {
-    launch();
-    statusBar.button->action();
-    EXPECT_EQ(monitors.clickHandlers.size(), 1u);
-    statusBar.button->action();
-    EXPECT_EQ(log, (CallLog{"show", "key", "activate", "close"}));
-    EXPECT_TRUE(monitors.clickHandlers.empty());
-}
-
 TEST_F(AppDelegateTest, aDragOverTheIconOpensTheShelfAtOnceAndOnlyOnce) {
     launch();
     FakePasteboard pasteboard;
@@ -76,18 +67,6 @@ TEST_F(AppDelegateTest, aDragOverTheIconOpensTheShelfAtOnceAndOnlyOnce) {
     EXPECT_EQ(dropView().draggingEntered(pasteboard), DragOperation::copy);
     EXPECT_EQ(log, (CallLog{"no animation", "show", "key", "activate", "animates"}));
     EXPECT_EQ(monitors.clickHandlers.size(), 1u);
-}
-
-TEST_F(AppDelegateTest, aDropOnTheIconGoesThroughTheIntake) {
-    launch();
-    FakePasteboard pasteboard;
-    for (const FileURL& url : makeFiles(25))
-        pasteboard.addFileURL(url.string());
-    EXPECT_TRUE(dropView().performDragOperation(pasteboard));
-    dispatch.runAll();
-    EXPECT_EQ(shelf().items().size(), 20u);
-    EXPECT_EQ(app->shelfViewModel().capacityMessage(), "Added 20 of 25 files - shelf is full");
-    EXPECT_EQ(log[1], "show");
 }
 
 TEST_F(AppDelegateTest, aClickElsewhereClosesTheShelfAfterAMoment) {
@@ -167,21 +146,6 @@ TEST_F(AppDelegateTest, aChangedShortcutTakesOverAndAClearedOneIsDead) {
     EXPECT_DEATH(monitors.press(1, 0), "16 bits");
     preferences.setValue(preferenceKey::shelfHotkeyModifiers, -1);
     EXPECT_DEATH(notifications.post(shortcutChangedNotification), "modifier flags");
-}
-
-TEST_F(AppDelegateTest, theHotkeysToggleTheShelfAndDropTheSelection) {
-    launch();
-    notifications.post(togglePopoverNotification);
-    notifications.post(togglePopoverNotification);
-    EXPECT_EQ(log, (CallLog{"show", "key", "activate", "close"}));
-    log.clear();
-    notifications.post(quickDropNotification);
-    EXPECT_TRUE(log.empty()) << "nothing selected opens nothing";
-    selection.files = makeFiles(3);
-    notifications.post(quickDropNotification);
-    EXPECT_EQ(names(), std::vector<std::string>{});
-    EXPECT_EQ(shelf().items().size(), 3u);
-    EXPECT_EQ(log, (CallLog{"show", "key", "activate"}));
 }
 
 TEST_F(AppDelegateTest, aFileThatVanishesIsMarkedAtOneTickAndGoneAtTheNext) {

@@ -10,10 +10,7 @@ namespace stowpocket {
 namespace {
 
 TEST(ByteCountTest, readsAsThePlatformWritesFileSizes) {
-    const struct {
-        std::int64_t bytes;
-        const char* text;
-    } table[] = {
+    const std::pair<std::int64_t, const char*> table[] = {
         {0, "Zero KB"},
         {1, "1 byte"},
         {999, "999 bytes"},
@@ -35,8 +32,8 @@ TEST(ByteCountTest, readsAsThePlatformWritesFileSizes) {
         {std::numeric_limits<std::int64_t>::min(), "-9.22 EB"},
         {-1, "-1 byte"},
     };
-    for (const auto& row : table)
-        EXPECT_EQ(byteCountText(row.bytes), row.text) << row.bytes;
+    for (const auto& [bytes, text] : table)
+        EXPECT_EQ(byteCountText(bytes), text) << bytes;
 }
 
 }  // namespace

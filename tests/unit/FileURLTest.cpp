@@ -9,10 +9,7 @@ namespace {
 using namespace std::string_literals;
 
 TEST(FileURLTest, readsWhatOtherProgramsWrite) {
-    const struct {
-        std::string text;
-        std::string path;
-    } table[] = {
+    const std::pair<std::string, std::string> table[] = {
         {"file:///home/u/a.txt", "/home/u/a.txt"},
         {"file:/home/u/a.txt", "/home/u/a.txt"},
         {"FILE://LocalHost/a", "/a"},
@@ -24,11 +21,11 @@ TEST(FileURLTest, readsWhatOtherProgramsWrite) {
         {"file:///a/../b/", "/a/../b"},
         {"file:///", "/"},
     };
-    for (const auto& row : table) {
-        const auto url = FileURL::parse(row.text, "desk");
-        ASSERT_TRUE(url) << row.text;
-        EXPECT_EQ(url->path(), row.path) << row.text;
-        EXPECT_EQ(FileURL::parse(url->string()), url) << "its own text reads back: " << row.text;
+    for (const auto& [text, path] : table) {
+        const auto url = FileURL::parse(text, "desk");
+        ASSERT_TRUE(url) << text;
+        EXPECT_EQ(url->path(), path) << text;
+        EXPECT_EQ(FileURL::parse(url->string()), url) << "its own text reads back: " << text;
     }
 }
 

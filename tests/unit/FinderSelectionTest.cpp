@@ -32,28 +32,27 @@ private:
     const FakeResult result_;
 };
 
+class FakeScript : public Script {
+public:
+    explicit FakeScript(std::optional<FakeResult> result) : result_(std::move(result)) {}
+    [[nodiscard]] std::unique_ptr<EventDescriptor> execute() override {
+        return result_ ? std::make_unique<FakeDescriptor>(*result_) : nullptr;
+    }
+
+private:
+    const std::optional<FakeResult> result_;
+};
+
 class FakeScripts : public ScriptService {
 public:
     [[nodiscard]] std::unique_ptr<Script> makeScript(const std::string& newSource) override {
         source = newSource;
-        return makes ? std::make_unique<Running>(result) : nullptr;
+        return makes ? std::make_unique<FakeScript>(result) : nullptr;
     }
     std::string source;
     bool makes = true;
     /// None for a script that ends in an error.
     std::optional<FakeResult> result;
-
-private:
-    class Running : public Script {
-    public:
-        explicit Running(std::optional<FakeResult> result) : result_(std::move(result)) {}
-        [[nodiscard]] std::unique_ptr<EventDescriptor> execute() override {
-            return result_ ? std::make_unique<FakeDescriptor>(*result_) : nullptr;
-        }
-
-    private:
-        const std::optional<FakeResult> result_;
-    };
 };
 
 class FinderSelectionTest : public testing::Test {
@@ -79,12 +78,9 @@ TEST_F(FinderSelectionTest, asksWithItsFixedScript) {
     EXPECT_TRUE(scripts.source.ends_with("\n    return thePaths\nend tell"));
 }
 
-TEST_F(FinderSelectionTest, keepsTheOrderOfAListAndSkipsWhatIsNoPath) {
+TEST_F(FinderSelectionTest, takesAListInItsOrderOrOnePathAndSkipsWhatIsNone) {
     scripts.result = FakeResult{{"/b", std::nullopt, "/a", "<none>", "/folder/", "/a"}, "/ignored"};
     EXPECT_EQ(selected(), (std::vector<std::string>{"/b", "/a", "/folder", "/a"}));
-}
-
-TEST_F(FinderSelectionTest, takesOnePathThatIsNoList) {
     scripts.result = FakeResult{{}, "/only"};
     EXPECT_EQ(selected(), std::vector<std::string>{"/only"});
 }

@@ -11,10 +11,7 @@ namespace {
 constexpr AdaptiveGrid grid{.minimumColumnWidth = 80, .maximumColumnWidth = 100, .columnSpacing = 8, .rowSpacing = 8};
 
 TEST(AdaptiveGridTest, takesAsManyColumnsAsFitAtTheirMinimum) {
-    struct Case {
-        double width;
-        std::size_t columns;
-    };
+    using Case = std::pair<double, std::size_t>;
     for (const auto& [width, columns] : {Case{300, 3}, Case{264, 3}, Case{256, 3}, Case{255, 2}, Case{167, 1},
                                          Case{168, 2}, Case{20, 1}, Case{0, 1}, Case{344, 4}})
         EXPECT_EQ(grid.columnCount(width), columns) << width;

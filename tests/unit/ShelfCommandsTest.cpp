@@ -15,9 +15,7 @@ class ShelfCommandsTest : public testing::Test, protected AppFixture {
 protected:
     ShelfCommandsTest() {
         launch();
-        commands.emplace(*app, [this](const StartupTokens& tokens) {
-            log.push_back("tokens " + tokens.activationToken + " " + tokens.startupID);
-        });
+        commands.emplace(*app, [](const StartupTokens&) {});
     }
     void setCapacity(int capacity) { preferences.setValue(shelfCapacityKey, capacity); }
     void add(const std::vector<std::string>& urls) {
@@ -83,23 +81,6 @@ TEST_F(ShelfCommandsTest, removesByEitherName) {
               (Removed{RemoveOutcome::removed, RemoveOutcome::removed, RemoveOutcome::notOnShelf,
                        RemoveOutcome::notOnShelf, RemoveOutcome::malformed}));
     EXPECT_EQ(staged(), std::vector<std::string>{"a"});
-}
-
-TEST_F(ShelfCommandsTest, actionsDoWhatTheIconAndTheFooterDo) {
-    setCapacity(1);
-    add({"file:///a", "file:///b"});
-    commands->perform(ShelfAction::clear, {});
-    EXPECT_TRUE(shelf().items().empty());
-    EXPECT_FALSE(app->shelfViewModel().capacityMessage());
-    commands->perform(ShelfAction::toggle, {});
-    EXPECT_EQ(log.back(), "close");
-    log.clear();
-    commands->perform(ShelfAction::show, {.activationToken = "t", .startupID = "s"});
-    EXPECT_EQ(log, (CallLog{"tokens t s", "show", "key", "activate"}));
-    commands->perform(ShelfAction::toggle, {});
-    selection.files = {*FileURL::fromPath("/selected")};
-    commands->perform(ShelfAction::quickDrop, {});
-    EXPECT_EQ(staged(), std::vector<std::string>{"selected"});
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 namespace stowpocket {
 namespace {
 
-using Content = ShelfPresentation::Content;
 using BelowGrid = ShelfPresentation::BelowGrid;
 
 class ShelfPresentationTest : public testing::Test, protected ShelfFixture {
@@ -16,33 +15,15 @@ protected:
     [[nodiscard]] ShelfPresentation shown() const { return shelfPresentation(*viewModel); }
 };
 
-TEST_F(ShelfPresentationTest, anEmptyShelfInvites) {
-    EXPECT_EQ(shown().badge, "0/20");
-    EXPECT_EQ(shown().content, Content::dropZone);
-    EXPECT_TRUE(shown().acceptsDrops);
-    EXPECT_FALSE(shown().showsClearButton);
-    EXPECT_FALSE(shown().showsProgress);
-    EXPECT_FALSE(shown().banner);
-}
-
 TEST_F(ShelfPresentationTest, theLastFreePlaceTakesTheDropZoneAway) {
     addFiles(19);
-    EXPECT_EQ(shown().content, Content::grid);
+    EXPECT_EQ(shown().content, ShelfPresentation::Content::grid);
     EXPECT_EQ(shown().belowGrid, BelowGrid::compactDropZone);
     EXPECT_TRUE(shown().showsClearButton);
     addFiles(1, 100);
     EXPECT_EQ(shown().badge, "20/20");
     EXPECT_EQ(shown().belowGrid, BelowGrid::fullNotice);
     EXPECT_FALSE(shown().acceptsDrops);
-}
-
-TEST_F(ShelfPresentationTest, bannerAndFullNoticeNeverShowTogether) {
-    addFiles(18);
-    viewModel->addFileURLs(makeFiles(5, 100));
-    EXPECT_EQ(shown().banner, "Added 2 of 5 files - shelf is full");
-    EXPECT_EQ(shown().belowGrid, BelowGrid::nothing);
-    viewModel->setCapacityMessage(std::nullopt);
-    EXPECT_EQ(shown().belowGrid, BelowGrid::fullNotice);
 }
 
 TEST_F(ShelfPresentationTest, theCapacityInForceCountsAtEachLook) {
@@ -57,14 +38,6 @@ TEST_F(ShelfPresentationTest, theCapacityInForceCountsAtEachLook) {
     EXPECT_FALSE(shown().acceptsDrops);
     preferences.setValue(shelfCapacityKey, 50);
     EXPECT_EQ(shown().belowGrid, BelowGrid::compactDropZone);
-}
-
-TEST_F(ShelfPresentationTest, progressShowsWhileALargeBatchIsPrepared) {
-    manager->addFiles(makeFiles(6));
-    EXPECT_TRUE(shown().showsProgress);
-    EXPECT_EQ(shown().content, Content::dropZone);
-    dispatch.runAll();
-    EXPECT_FALSE(shown().showsProgress);
 }
 
 }  // namespace

@@ -27,10 +27,7 @@ TEST_F(TilePresentationTest, aMissingFileKeepsItsFactsButCannotBeDragged) {
 }
 
 TEST_F(TilePresentationTest, aFileNameIsOneHonestLine) {
-    struct Case {
-        const char* filename;
-        const char* shown;
-    };
+    using Case = std::pair<const char*, const char*>;
     for (const auto& [filename, shown] : {
              Case{"plain name.txt", "plain name.txt"},
              Case{"two\nlines\t\x7f.txt", "two lines  .txt"},
