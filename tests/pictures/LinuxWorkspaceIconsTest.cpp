@@ -64,10 +64,7 @@ TEST_F(LinuxWorkspaceIconsTest, drawsItsOwnWithoutATheme) {
     ASSERT_TRUE(QDir().mkpath(QString::fromStdString(files_.path("folder"))));
     files_.write("program", "#!");
     ASSERT_EQ(::chmod(files_.path("program").c_str(), 0755), 0);
-    const struct {
-        const char* name;
-        const char* drawing;
-    } table[] = {
+    const std::pair<const char*, const char*> table[] = {
         {"a.7z", "archive"},       {"a.flac", "audio"},      {"a.cpp", "code"},         {"a.py", "code"},
         {"a.json", "code"},        {"a.exe", "executable"},  {"program", "executable"}, {"missing", "file"},
         {"a.iso", "file"},         {"folder", "folder"},     {"a.svg", "image"},        {"a.PDF", "pdf"},
@@ -75,11 +72,11 @@ TEST_F(LinuxWorkspaceIconsTest, drawsItsOwnWithoutATheme) {
         {"README", "text"},        {"a.webm", "video"},
     };
     std::map<std::string, QImage> drawings;
-    for (const auto& row : table) {
-        const QImage drawing = bundledIcon(QString::fromUtf8(row.drawing), 48);
-        EXPECT_EQ(icon(row.name), drawing) << row.name;
-        EXPECT_GT(drawing.pixelColor(24, 30).alpha(), 0) << row.drawing << " is not empty";
-        drawings.emplace(row.drawing, drawing);
+    for (const auto& [name, kind] : table) {
+        const QImage drawing = bundledIcon(QString::fromUtf8(kind), 48);
+        EXPECT_EQ(icon(name), drawing) << name;
+        EXPECT_GT(drawing.pixelColor(24, 30).alpha(), 0) << kind << " is not empty";
+        drawings.emplace(kind, drawing);
     }
     for (auto one = drawings.begin(); one != drawings.end(); ++one) {
         for (auto other = std::next(one); other != drawings.end(); ++other)

@@ -9,17 +9,14 @@ namespace stowpocket {
 namespace {
 
 TEST(ThumbnailCacheTest, findsFilesWithAnyName) {
-    const struct {
-        const char* path;
-        const char* uri;
-    } table[] = {
+    const std::pair<const char*, const char*> table[] = {
         {"/tmp/plain.png", "file:///tmp/plain.png"},
         {"/tmp/we ird [x]#\xC3\xA9%20;,'(1)&.png", "file:///tmp/we%20ird%20%5Bx%5D%23%C3%A9%2520%3B,'(1)&.png"},
         {"/tmp/latin\xE9?", "file:///tmp/latin%E9%3F"},
     };
-    for (const auto& row : table) {
-        PictureFiles::cache(row.uri, "1700000000.25");
-        EXPECT_TRUE(ThumbnailCache().find(*FileURL::fromPath(row.path), 1700000000, 96)) << row.path;
+    for (const auto& [path, uri] : table) {
+        PictureFiles::cache(uri, "1700000000.25");
+        EXPECT_TRUE(ThumbnailCache().find(*FileURL::fromPath(path), 1700000000, 96)) << path;
     }
 }
 

@@ -29,10 +29,7 @@ TEST(DesktopEntryTest, readsWhatOthersWrite) {
 }
 
 TEST(DesktopEntryTest, takesCommandsApart) {
-    const struct {
-        std::string value;
-        std::optional<Words> command;
-    } table[] = {
+    const std::pair<std::string, std::optional<Words>> table[] = {
         {"a b", Words{"a", "b"}},
         {"  /usr/bin/x   --y  ", Words{"/usr/bin/x", "--y"}},
         {R"("/a b/c" "" d)", Words{"/a b/c", "", "d"}},
@@ -46,8 +43,8 @@ TEST(DesktopEntryTest, takesCommandsApart) {
         {"", std::nullopt},
         {"%F", std::nullopt},
     };
-    for (const auto& row : table)
-        EXPECT_EQ(commandOfExec(row.value), row.command) << row.value;
+    for (const auto& [value, command] : table)
+        EXPECT_EQ(commandOfExec(value), command) << value;
 }
 
 }  // namespace

@@ -22,10 +22,7 @@ namespace {
 using Mounts = std::vector<MountPoint>;
 
 TEST(MountInfoTest, readsTheLinesOfTheKernel) {
-    const struct {
-        std::string text;
-        Mounts mounts;
-    } table[] = {
+    const std::pair<std::string, Mounts> table[] = {
         {"36 35 98:0 / /mnt rw,noatime master:1 - ext3 /dev/root rw\n", {{36, "/mnt"}}},
         {"9 1 0:1 / /b rw - t s o\n8 1 0:1 / /a rw - t s o", {{8, "/a"}, {9, "/b"}}},
         {R"(1 1 0:1 / /a\040b\011\012\134\0401 rw - t s o)", {{1, "/a b\t\n\\ 1"}}},
@@ -38,8 +35,8 @@ TEST(MountInfoTest, readsTheLinesOfTheKernel) {
         {"1 1 0:1 / relative rw\n1 1 0:1 /\n1\n\n\n   ", {}},
         {"", {}},
     };
-    for (const auto& row : table)
-        EXPECT_EQ(mountPoints(row.text), row.mounts) << row.text;
+    for (const auto& [text, mounts] : table)
+        EXPECT_EQ(mountPoints(text), mounts) << text;
 }
 
 TEST(MountInfoTest, tellsChangesOfPlaceFromChangesOfOptions) {
