@@ -28,6 +28,11 @@ protected:
     FakePasteboard pasteboard;
 };
 
+TEST_F(StatusItemDropTest, asksForFilesAndForPromisedFiles) {
+    EXPECT_EQ(view().registeredDraggedTypes(),
+              (std::vector<std::string>{"public.file-url", "com.apple.pasteboard.promised-file-url"}));
+}
+
 TEST_F(StatusItemDropTest, deliversTheFilesOfOneDropTogetherAndSkipsTheRest) {
     pasteboard.addFileURL("file:relative");
     EXPECT_FALSE(view().performDragOperation(pasteboard)) << "no file at all";
