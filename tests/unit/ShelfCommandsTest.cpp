@@ -83,5 +83,13 @@ TEST_F(ShelfCommandsTest, removesByEitherName) {
     EXPECT_EQ(staged(), std::vector<std::string>{"a"});
 }
 
+TEST_F(ShelfCommandsTest, clearingTakesTheMessageToo) {
+    setCapacity(1);
+    add({"file:///a", "file:///b"});
+    commands->perform(ShelfAction::clear, {});
+    EXPECT_TRUE(shelf().items().empty());
+    EXPECT_FALSE(app->shelfViewModel().capacityMessage());
+}
+
 }  // namespace
 }  // namespace stowpocket
