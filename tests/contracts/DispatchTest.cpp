@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "fakes/FakeDispatch.h"
 #include "platform/qt/QtDispatch.h"
-
-#include <QCoreApplication>
-#include <QDeadlineTimer>
+#include "x11/ComesTrue.h"
 
 #include <gtest/gtest.h>
 
@@ -25,19 +23,14 @@ struct Faked {
 
 struct OnQt {
     QtDispatch dispatch;
-    void step() { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5); }
+    void step() {}
 };
 
 template <class Subject>
 class DispatchContract : public testing::Test {
 protected:
     [[nodiscard]] bool runUntil(const std::function<bool()>& condition) {
-        for (const QDeadlineTimer deadline(20s); !condition();) {
-            if (deadline.hasExpired())
-                return false;
-            subject.step();
-        }
-        return true;
+        return comesTrue([this] { subject.step(); }, condition);
     }
     Subject subject;
     Dispatch& dispatch = subject.dispatch;

@@ -48,10 +48,7 @@ protected:
         return answers.empty() ? std::nullopt : answers.front();
     }
     /// How often a script that notes its runs was started.
-    qsizetype runCount() const {
-        QFile file(QString::fromStdString(files_.path("runs")));
-        return file.open(QIODevice::ReadOnly) ? file.readAll().count('\n') : 0;
-    }
+    qsizetype runCount() const { return files_.read("runs").count('\n'); }
 
     PictureFiles files_;
     QtDispatch dispatch_;
@@ -105,9 +102,7 @@ TEST_F(LinuxThumbnailsTest, turnsPhotographsUpright) {
 TEST_F(LinuxThumbnailsTest, givesNoneForWhatHasNoPicture) {
     use(IMAGE_DECODER);
     files_.draw("whole.png", {300, 300});
-    QFile whole(QString::fromStdString(files_.path("whole.png")));
-    ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
-    const QByteArray png = whole.readAll();
+    const QByteArray png = files_.read("whole.png");
     QByteArray bomb = png;
     bomb.replace(16, 8, QByteArray::fromHex("0000753000007530"));  // 30000 x 30000
     ASSERT_TRUE(QDir(QString::fromStdString(files_.path(""))).mkdir(QStringLiteral("folder.png")));
@@ -139,9 +134,7 @@ TEST_F(LinuxThumbnailsTest, givesDecodersNothingButTheFile) {
     const FileDescriptor inherited(::dup(STDIN_FILENO));  // not to be closed by itself
     useScript("ls -l /proc/self/fd > '" + files_.path("seen") + "'; cat >> '" + files_.path("seen") + "'");
     EXPECT_FALSE(thumbnail(picture));
-    QFile seen(QString::fromStdString(files_.path("seen")));
-    ASSERT_TRUE(seen.open(QIODevice::ReadOnly));
-    const QByteArray text = seen.readAll();
+    const QByteArray text = files_.read("seen");
     EXPECT_TRUE(text.contains("0 -> " + QByteArray::fromStdString(picture.path())));
     EXPECT_TRUE(text.contains("PNG")) << "from its start";
     EXPECT_EQ(text.left(text.indexOf("PNG")).count(" -> "), 4) << text.toStdString();  // one is the listing itself

@@ -30,6 +30,10 @@ public:
         file.write(content);
         return url(name);
     }
+    [[nodiscard]] QByteArray read(const std::string& name) const {
+        QFile file(QFile::decodeName(path(name).c_str()));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
     FileURL draw(const std::string& name, const QSize& size, Qt::GlobalColor color = Qt::red) const {
         QImage image(size, QImage::Format_RGB32);
         image.fill(color);

