@@ -73,6 +73,14 @@ class Stowpocket:
             self.x.click(*self.icon())
         return wait_for(self.popover, "the popover")
 
+    def open_settings(self):
+        self.open_popover()
+        self.press("Settings")
+        window = wait_for(lambda: self.x.find("stowpocket Settings"), "the settings window")
+        wait_for(lambda: self.x.active_window() == window, "the settings to have the keyboard")
+        frame = self.wait_for_shown("stowpocket Settings")
+        wait_for(lambda: frame.rect()[:2] == self.x.rect(window)[:2], "the settings to know their place")
+
     def shown(self, start):
         """What the program shows whose name begins so, or nothing."""
         for window in self.desktop.tree.program("stowpocket").children():

@@ -1,6 +1,5 @@
 # SPDX-License-Identifier: MIT
 """The settings window, and the shortcuts that are recorded in it."""
-import plistlib
 import unittest
 
 from case import DesktopTest
@@ -8,17 +7,6 @@ from x_display import wait_for
 
 
 class Settings(DesktopTest):
-    def open_settings(self):
-        self.stowpocket.open_popover()
-        self.stowpocket.press("Settings")
-        window = wait_for(lambda: self.desktop.x.find("stowpocket Settings"), "the settings window")
-        wait_for(lambda: self.desktop.x.active_window() == window, "the settings to have the keyboard")
-        frame = self.stowpocket.wait_for_shown("stowpocket Settings")
-        wait_for(lambda: frame.rect()[:2] == self.desktop.x.rect(window)[:2], "the settings to know their place")
-
-    def stored(self, key):
-        return plistlib.loads(self.stowpocket.settings.read_bytes()).get(key)
-
     def record(self, name, *shortcut):
         self.stowpocket.press(name)
         self.stowpocket.wait_for_shown(name.partition(",")[0] + ", Press shortcut…")
@@ -26,7 +14,7 @@ class Settings(DesktopTest):
 
     def test_recorded_shortcut_takes_over_and_a_cleared_one_is_dead(self):
         stowpocket, keys = self.start("trayer"), self.desktop.x.keys
-        self.open_settings()
+        stowpocket.open_settings()
         self.record("Open/Close Shelf, ⌥⇧S", "Alt_L", "Shift_L", "s")  # is grabbed, and yet recorded
         stowpocket.wait_for_shown("Open/Close Shelf, ⌥⇧S")
         self.assertIsNone(stowpocket.popover())
@@ -34,13 +22,13 @@ class Settings(DesktopTest):
         self.record("Open/Close Shelf, ⌥⇧S", "k")
         keys("Control_L", "Shift_L", "k")
         stowpocket.wait_for_shown("Open/Close Shelf, ⌃⇧K")
-        wait_for(lambda: self.stored("shelfHotkeyKeyCode") == 40, "the shortcut on the disk")
-        self.assertEqual((self.stored("shelfHotkeyModifiers"), self.stored("shelfHotkeyKeyChar")), (0x60000, "K"))
+        wait_for(lambda: stowpocket.preferences().get("shelfHotkeyKeyCode") == 40, "the shortcut on the disk")
+        self.assertEqual((stowpocket.preferences().get("shelfHotkeyModifiers"), stowpocket.preferences().get("shelfHotkeyKeyChar")), (0x60000, "K"))
         keys("Alt_L", "Shift_L", "s")
         keys("Control_L", "Shift_L", "k")
         wait_for(stowpocket.popover, "the popover by the new shortcut, not closed again by the old one")
 
-        self.open_settings()
+        stowpocket.open_settings()
         self.record("Quick Drop, ⌥⇧D", "Control_L", "Shift_L", "k")
         stowpocket.wait_for_shown("Conflicts with the other shortcut")
         stowpocket.press("Clear Open/Close Shelf shortcut")
@@ -58,12 +46,12 @@ class Settings(DesktopTest):
         stowpocket.wait_for_files([file.name])
         entry = self.desktop.home / "config/autostart/com.example.stowpocket.desktop"
         wait_for(entry.exists, "the entry made at the first start")
-        self.open_settings()
+        stowpocket.open_settings()
         stowpocket.press("Launch at login")
         wait_for(lambda: not entry.exists(), "the entry to go")
         stowpocket.press("50")
         stowpocket.wait_for_shown("1 / 50")
-        wait_for(lambda: self.stored("shelfCapacity") == 50, "the capacity on the disk")
+        wait_for(lambda: stowpocket.preferences().get("shelfCapacity") == 50, "the capacity on the disk")
         stowpocket.press("Clear Shelf")
         stowpocket.wait_for_shown("Remove all items from the shelf?")
         stowpocket.press("Clear All")
