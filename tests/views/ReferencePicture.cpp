@@ -8,6 +8,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 
 namespace stowpocket {
@@ -19,8 +20,9 @@ constexpr int colorTolerance = 60;
 /// edges, whatever is missing leaves a heap.
 constexpr int strayPixels = 8;
 constexpr int squareSide = 16;
-/// Levels of each colour in a stored picture.
-constexpr int levels = 51;
+/// Levels of each colour in a stored picture: as many of these as leave few enough colours for a palette.
+constexpr std::array levelChoices{51, 34, 25, 17};
+constexpr qsizetype paletteSize = 256;
 
 bool isLike(QRgb one, QRgb other) {
     return std::abs(qRed(one) - qRed(other)) <= colorTolerance &&
@@ -59,10 +61,10 @@ bool isContained(const QImage& image, const QImage& reference) {
     return true;
 }
 
-/// With few enough colours for a palette, which makes the file small.
-QImage reduced(const QImage& image) {
-    const auto nearest = [](int value) { return (value * levels + 127) / 255 * 255 / levels; };
-    QImage coarse = image.convertToFormat(QImage::Format_RGB32);
+/// Null when so many levels leave too many colours.
+QImage reduced(const QImage& image, int levels) {
+    const auto nearest = [levels](int value) { return (value * levels + 127) / 255 * 255 / levels; };
+    QImage coarse = image;
     QList<QRgb> colors;
     for (int y = 0; y < coarse.height(); ++y) {
         for (int x = 0; x < coarse.width(); ++x) {
@@ -72,9 +74,19 @@ QImage reduced(const QImage& image) {
             if (!colors.contains(kept))
                 colors.append(kept);
         }
+        if (colors.size() > paletteSize)
+            return {};
     }
-    return colors.size() > 256 ? coarse
-                               : coarse.convertToFormat(QImage::Format_Indexed8, colors, Qt::ThresholdDither);
+    return coarse.convertToFormat(QImage::Format_Indexed8, colors, Qt::ThresholdDither);
+}
+
+/// With a palette, which makes the file small.
+QImage reduced(const QImage& image) {
+    for (const int levels : levelChoices) {
+        if (const QImage coarse = reduced(image, levels); !coarse.isNull())
+            return coarse;
+    }
+    return image;
 }
 
 }  // namespace
