@@ -10,10 +10,11 @@ PROJECT = Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(PROJECT / "tests/desktop"))
 from peers import LEFT, RIGHT, PcmanfmQt, Thunar, start_panel  # noqa: E402
 from private_desktop import PrivateDesktop  # noqa: E402
-from stowpocket import Stowpocket  # noqa: E402
-from x_display import png, wait_for  # noqa: E402
+from stowpocket import POCKET, Stowpocket  # noqa: E402
+from x_display import Rect, png, wait_for  # noqa: E402
 
 PHOTO, NOTES, TABLE = "harbour.png", "notes.txt", "prices.csv"
+ORANGE = bytes((255, 159, 10))
 
 
 def write_files(folder):
@@ -61,6 +62,7 @@ def take_tour(desktop, program):
     stowpocket.wait_for_shown("3/20")
     for name in names:
         stowpocket.tile(name)
+    wait_for(lambda: not desktop.x.find(POCKET), "the pocket to uncover the icon")
     tour.show("dropped", "they are on the shelf and still in their folder", stowpocket)
 
     stowpocket.drag_tile(NOTES).drop(there.blank_place())
@@ -77,8 +79,34 @@ def take_tour(desktop, program):
     stowpocket.wait_for_shown("2/20")
     wait_for(lambda: not stowpocket.shown(TABLE), "the tile of the deleted file to go")
     tour.show("gone", "and then it leaves the shelf", stowpocket)
+    show_settings(stowpocket, tour)
+    show_first_run(stowpocket, tour)
     if stowpocket.end() != 0:
         raise AssertionError("the program did not end cleanly")
+
+
+def show_settings(stowpocket, tour):
+    stowpocket.open_settings()
+    for tab, words in (("General", "Launch at login"), ("About", "Version "), ("More Larkfield", "View All Larkfield")):
+        stowpocket.press(tab)
+        stowpocket.wait_for_shown(words)
+        tour.show(f"settings-{tab.split()[0].lower()}", f"the settings, {tab}", stowpocket)
+
+
+def show_first_run(stowpocket, tour):
+    """As it looks once all of it has come; buttons come last."""
+    def is_painted(button):
+        shown = stowpocket.shown(button)
+        middle = shown and shown.centre()
+        return middle and stowpocket.x.pixels(Rect(middle[0], middle[1] - 13, 1, 1)) == ORANGE
+
+    stowpocket.restart(onboardingShown=False)
+    for name, button, text in (("welcome", "Get Started", "the first start tells what the shelf is for"),
+                               ("all-set", "Start Using stowpocket", "and where its icon is")):
+        wait_for(lambda: is_painted(button), f'"{button}" to be painted')
+        tour.show(name, text, stowpocket)
+        stowpocket.press(button)
+    wait_for(lambda: stowpocket.preferences().get("onboardingShown"), "the first run to be over")
 
 
 def main():

@@ -164,12 +164,16 @@ class XDisplay:
 
     # The screen
 
+    def pixels(self, place):
+        """The colours of this part of the screen, three bytes each, row by row."""
+        image = Pointer(x11.XGetImage(self.handle, self.root, *place, ctypes.c_ulong(0xffffffff), 2))
+        data = ctypes.string_at(ctypes.cast(image, ctypes.POINTER(Pointer))[2], place.width * place.height * 4)
+        x11.XDestroyImage(image)
+        rgb = bytearray(place.width * place.height * 3)
+        rgb[0::3], rgb[1::3], rgb[2::3] = data[2::4], data[1::4], data[0::4]
+        return rgb
+
     def save_picture(self, path):
         """Writes what is on the screen as a PNG file."""
         screen = self.rect(self.root.value)
-        image = Pointer(x11.XGetImage(self.handle, self.root, 0, 0, screen.width, screen.height, ctypes.c_ulong(0xffffffff), 2))
-        data = ctypes.string_at(ctypes.cast(image, ctypes.POINTER(Pointer))[2], screen.width * screen.height * 4)
-        x11.XDestroyImage(image)
-        rgb = bytearray(screen.width * screen.height * 3)
-        rgb[0::3], rgb[1::3], rgb[2::3] = data[2::4], data[1::4], data[0::4]
-        path.write_bytes(png(screen.width, screen.height, rgb))
+        path.write_bytes(png(screen.width, screen.height, self.pixels(screen)))
