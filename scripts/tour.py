@@ -14,7 +14,7 @@ from stowpocket import POCKET, Stowpocket  # noqa: E402
 from x_display import Rect, png, wait_for  # noqa: E402
 
 PHOTO, NOTES, TABLE = "harbour.png", "notes.txt", "prices.csv"
-ORANGE = bytes((255, 159, 10))
+ORANGE, ABOVE_TEXT = bytes((255, 159, 10)), 13  # of the buttons of the first run; where in them there is nothing else
 
 
 def write_files(folder):
@@ -98,7 +98,7 @@ def show_first_run(stowpocket, tour):
     def is_painted(button):
         shown = stowpocket.shown(button)
         middle = shown and shown.centre()
-        return middle and stowpocket.x.pixels(Rect(middle[0], middle[1] - 13, 1, 1)) == ORANGE
+        return middle and stowpocket.x.pixels(Rect(middle[0], middle[1] - ABOVE_TEXT, 1, 1)) == ORANGE
 
     stowpocket.restart(onboardingShown=False)
     for name, button, text in (("welcome", "Get Started", "the first start tells what the shelf is for"),
