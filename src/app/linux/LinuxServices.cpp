@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/linux/LinuxServices.h"
 
-#include "platform/linux/input/X11HotkeyService.h"
-#include "platform/linux/portal/PortalHotkeyService.h"
 #include "platform/linux/session/OwnExecutable.h"
 #include "platform/linux/storage/BaseDirectories.h"
 #include "platform/linux/updates/InstalledFiles.h"
@@ -10,16 +8,10 @@
 #include "platform/qt/QtDropData.h"
 #include "platform/qt/QtPopover.h"
 #include "platform/qt/StillStyle.h"
-#include "updates/AppcastUpdater.h"
 #include "views/Symbol.h"
 #include "views/Theme.h"
 
 #include <QApplication>
-#include <QDesktopServices>
-#include <QUrl>
-
-#include <sys/utsname.h>
-
 #include <QDesktopServices>
 #include <QUrl>
 
@@ -35,27 +27,6 @@ constexpr auto decoderExecutable = "/proc/self/exe";
 QImage paintSymbol(const StatusItemImage& image, const QColor& color, int pixelSize) {
     const double pointSize = image.pointSize * pixelSize / Symbol::side(image.pointSize);
     return Symbol::image(image.symbolName, pointSize, image.weight, {color}, 1);
-}
-
-/// The helper of updates, installed beside the program.
-constexpr auto updaterProgram = "libexec/stowpocket/stowpocket-updater";
-
-UpdateSystem thisSystem() {
-    utsname names{};
-    ::uname(&names);
-    return {"linux", names.release, names.machine};
-}
-
-/// Whether the X server, if there is one, only stands in for a Wayland compositor, which keeps keys to itself.
-bool isWaylandSession() {
-    return qEnvironmentVariable("XDG_SESSION_TYPE") == QStringLiteral("wayland") ||
-           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-}
-
-PortalHotkeyService::Name portalName(const HotkeyIdentifier& hotkey) {
-    if (hotkey == quickDropHotkey)
-        return {QStringLiteral("quick-drop"), QStringLiteral("Quick Drop")};
-    return {QStringLiteral("open-close-shelf"), QStringLiteral("Open/Close Shelf")};
 }
 
 }  // namespace
@@ -106,56 +77,25 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
       eventMonitors_(connection_->raw()),
       fileManagerSelection_(dispatch_),
       loginItem_(configHome(), ownExecutable()),
+      hotkeys_(
+          {.connection = *connection_,
+           .dispatch = dispatch_,
+           .eventMonitors = eventMonitors_,
+           .preferences = preferences_,
+           .notificationCenter = notificationCenter_,
+           .useToken = [this](const std::string& token) { useTokens({.activationToken = token, .startupID = {}}); }}),
       mainBundle_(installedBundle()),
-      feedSession_(installedFile(updaterProgram)),
-      updateWorker_(installedFile(updaterProgram), runningAppImage().value_or(std::string())),
+      updates_({.preferences = preferences_,
+                .dispatch = dispatch_,
+                .clock = clock_,
+                .mainBundle = mainBundle_,
+                .application = application_}),
       colorScheme_(QDBusConnection::sessionBus(), *connection_,
                    [](bool isDark) { Theme::setAppearance(isDark ? Appearance::dark : Appearance::light); }) {}
-
-HotkeyManager& LinuxServices::sharedHotkeyManager() {
-    if (!hotkeyManager_) {
-        hotkeyService_ = makeHotkeyService();
-        hotkeyManager_.emplace(*hotkeyService_, preferences_, notificationCenter_);
-    }
-    return *hotkeyManager_;
-}
-
-std::unique_ptr<HotkeyService> LinuxServices::makeHotkeyService() {
-    auto makeKeyGrabs = [this]() -> std::unique_ptr<HotkeyService> {
-        auto grabs = std::make_unique<X11HotkeyService>(connection_->raw(), dispatch_);
-        // A shortcut that is in force can be recorded for the other purpose too.
-        grabs->setOwnWindows([this](const KeyEvent& event) { return eventMonitors_.swallowsGrabbed(event); });
-        return grabs;
-    };
-    if (!isWaylandSession())
-        return makeKeyGrabs();
-    return std::make_unique<PortalHotkeyService>(
-        QDBusConnection::sessionBus(), portalName, std::move(makeKeyGrabs),
-        [this](const std::string& token) { useTokens({.activationToken = token, .startupID = {}}); });
-}
 
 /// Compositors know the windows of X11 programs by their own tokens too, in the place of the id.
 void LinuxServices::useTokens(const StartupTokens& tokens) {
     popoverHost_.startup().begin(tokens.startupID.empty() ? tokens.activationToken : tokens.startupID);
-}
-
-std::unique_ptr<UpdateFramework> LinuxServices::startUpdateFramework() {
-    return std::make_unique<AppcastUpdater>(AppcastUpdaterServices{
-        .preferences = preferences_,
-        .dispatch = dispatch_,
-        .clock = clock_,
-        .mainBundle = mainBundle_,
-        .worker = updateWorker_,
-        .window = updateWindow_,
-        .system = thisSystem(),
-        .ownsItsFile = runningAppImage().has_value(),
-        .openPage = [](const std::string& url) { QDesktopServices::openUrl(QUrl(QString::fromStdString(url))); },
-        .restart =
-            [this] {
-                isRestartAsked_ = true;
-                application_.terminate();
-            },
-    });
 }
 
 AppServices LinuxServices::forApp() {
@@ -176,13 +116,13 @@ AppServices LinuxServices::forApp() {
         .fileManagerSelection = fileManagerSelection_,
         .loginItem = loginItem_,
         .volumes = volumes_,
-        .sharedHotkeyManager = [this]() -> HotkeyManager& { return sharedHotkeyManager(); },
+        .sharedHotkeyManager = [this]() -> HotkeyManager& { return hotkeys_.sharedManager(); },
         .updates = {.preferences = preferences_,
-                    .feedSession = feedSession_,
+                    .feedSession = updates_.feedSession(),
                     .alerts = alerts_,
                     .dispatch = dispatch_,
                     .mainBundle = mainBundle_,
-                    .startUpdateFramework = [this] { return startUpdateFramework(); }},
+                    .startUpdateFramework = [this] { return updates_.startFramework(); }},
         .installerImage = {.dispatch = dispatch_,
                            .childProcess = childProcess_,
                            .propertyLists = propertyLists_,

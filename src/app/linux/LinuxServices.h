@@ -2,8 +2,9 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/linux/LinuxHotkeys.h"
+#include "app/linux/LinuxUpdates.h"
 #include "cli/ShelfCommands.h"
-#include "platform/HotkeyService.h"
 #include "platform/linux/input/X11EventMonitors.h"
 #include "platform/linux/input/X11FileManagerSelection.h"
 #include "platform/linux/pictures/LinuxThumbnails.h"
@@ -16,8 +17,6 @@
 #include "platform/linux/storage/PatientProbe.h"
 #include "platform/linux/storage/PlistParser.h"
 #include "platform/linux/storage/PosixFileManager.h"
-#include "platform/linux/updates/UpdaterFeedSession.h"
-#include "platform/linux/updates/UpdaterWorker.h"
 #include "platform/linux/x11/DesktopColorScheme.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11DirectSaves.h"
@@ -32,11 +31,9 @@
 #include "platform/qt/QtTrash.h"
 #include "platform/qt/SystemClock.h"
 #include "views/QtAlerts.h"
-#include "views/QtUpdateWindow.h"
 #include "views/QtViewFactory.h"
 
 #include <memory>
-#include <optional>
 
 namespace stowpocket {
 
@@ -52,15 +49,11 @@ public:
     /// For windows that are opened on behalf of another process, before they are.
     void useTokens(const StartupTokens& tokens);
     /// Whether the program was ended so that its newer version can start.
-    [[nodiscard]] bool isRestartAsked() const { return isRestartAsked_; }
+    [[nodiscard]] bool isRestartAsked() const { return updates_.isRestartAsked(); }
     /// Waits until the preferences are on the disk; for the end of the program.
     void flush() { preferences_.flush(); }
 
 private:
-    [[nodiscard]] HotkeyManager& sharedHotkeyManager();
-    [[nodiscard]] std::unique_ptr<HotkeyService> makeHotkeyService();
-    [[nodiscard]] std::unique_ptr<UpdateFramework> startUpdateFramework();
-
     LinuxServices(std::unique_ptr<X11Connection> connection, std::string preferencesPath);
 
     std::unique_ptr<X11Connection> connection_;
@@ -85,14 +78,9 @@ private:
     X11FileManagerSelection fileManagerSelection_;
     XdgLoginItem loginItem_;
     MountInfoVolumes volumes_;
-    /// Made with the manager.
-    std::unique_ptr<HotkeyService> hotkeyService_;
-    std::optional<HotkeyManager> hotkeyManager_;
+    LinuxHotkeys hotkeys_;
     const MainBundle mainBundle_;
-    UpdaterFeedSession feedSession_;
-    UpdaterWorker updateWorker_;
-    QtUpdateWindow updateWindow_;
-    bool isRestartAsked_ = false;
+    LinuxUpdates updates_;
     QtAlerts alerts_;
     QtChildProcess childProcess_;
     PlistParser propertyLists_;

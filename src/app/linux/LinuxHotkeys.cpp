@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#include "app/linux/LinuxHotkeys.h"
+
+#include "platform/linux/input/X11EventMonitors.h"
+#include "platform/linux/input/X11HotkeyService.h"
+#include "platform/linux/portal/PortalHotkeyService.h"
+#include "platform/linux/x11/X11Connection.h"
+
+namespace stowpocket {
+namespace {
+
+/// Whether the X server, if there is one, only stands in for a Wayland compositor, which keeps keys to itself.
+bool isWaylandSession() {
+    return qEnvironmentVariable("XDG_SESSION_TYPE") == QStringLiteral("wayland") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
+PortalHotkeyService::Name portalName(const HotkeyIdentifier& hotkey) {
+    if (hotkey == quickDropHotkey)
+        return {QStringLiteral("quick-drop"), QStringLiteral("Quick Drop")};
+    return {QStringLiteral("open-close-shelf"), QStringLiteral("Open/Close Shelf")};
+}
+
+}  // namespace
+
+HotkeyManager& LinuxHotkeys::sharedManager() {
+    if (!manager_) {
+        service_ = makeService();
+        manager_.emplace(*service_, services_.preferences, services_.notificationCenter);
+    }
+    return *manager_;
+}
+
+std::unique_ptr<HotkeyService> LinuxHotkeys::makeService() const {
+    if (!isWaylandSession())
+        return makeKeyGrabs();
+    return std::make_unique<PortalHotkeyService>(
+        QDBusConnection::sessionBus(), portalName, [this] { return makeKeyGrabs(); }, services_.useToken);
+}
+
+std::unique_ptr<HotkeyService> LinuxHotkeys::makeKeyGrabs() const {
+    auto grabs = std::make_unique<X11HotkeyService>(services_.connection.raw(), services_.dispatch);
+    // A shortcut that is in force can be recorded for the other purpose too.
+    grabs->setOwnWindows(
+        [&monitors = services_.eventMonitors](const KeyEvent& event) { return monitors.swallowsGrabbed(event); });
+    return grabs;
+}
+
+}  // namespace stowpocket
