@@ -10,6 +10,7 @@
 namespace stowpocket {
 
 class PreferenceStore;
+enum class HotkeySource;
 struct MainBundle;
 
 struct SettingsTab {
@@ -28,6 +29,9 @@ inline constexpr std::array<std::int64_t, 3> capacityChoices{20, 50, 100};
 [[nodiscard]] std::optional<std::size_t> chosenCapacity(const PreferenceStore& preferences);
 /// How many items there are of how many that fit, under the capacity in force.
 [[nodiscard]] std::string itemsOnShelfText(std::size_t count, const PreferenceStore& preferences);
+
+/// What the user has to know of shortcuts that come from there; empty where they simply work.
+[[nodiscard]] std::string_view hotkeySourceText(HotkeySource source);
 
 [[nodiscard]] std::string versionText(const MainBundle& bundle);
 

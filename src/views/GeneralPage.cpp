@@ -28,10 +28,14 @@ Text* label(const QString& words) {
     return text(words, {.pointSize = 13});
 }
 
-QWidget* recorderRow(HotkeyRecorderView* recorder, const QString& caption) {
-    Text* const words = text(caption, {.pointSize = captionPointSize, .role = ColorRole::secondary});
-    words->setWordWrap(true);
-    return formRow(vstack(captionSpacing, recorder, words));
+Text* caption(const QString& words) {
+    Text* const lines = text(words, {.pointSize = captionPointSize, .role = ColorRole::secondary});
+    lines->setWordWrap(true);
+    return lines;
+}
+
+QWidget* recorderRow(HotkeyRecorderView* recorder, const QString& purpose) {
+    return formRow(vstack(captionSpacing, recorder, caption(purpose)));
 }
 
 }  // namespace
@@ -44,6 +48,7 @@ GeneralPage::GeneralPage(const SettingsDependencies& dependencies, QWidget& wind
     compose(*this, vstack(0, form({generalSection, shelfSection, shortcutsSection})));
     observe();
     evaluate();
+    showHotkeySource();
 }
 
 QWidget* GeneralPage::general() {
@@ -81,13 +86,16 @@ QWidget* GeneralPage::shortcuts() {
     auto* const quickDrop = new HotkeyRecorderView(
         HotkeyRecorder::make(recording, quickDropShortcut, shelfShortcut, shortcutChangedNotification),
         QStringLiteral("Quick Drop"));
+    hotkeySource_ = caption({});
+    hotkeySourceRow_ = formRow(vstack(0, hotkeySource_));
     const int labelWidth = std::max(shelf->labelWidth(), quickDrop->labelWidth());
     shelf->setLabelWidth(labelWidth);
     quickDrop->setLabelWidth(labelWidth);
     return formSection(
         QStringLiteral("Keyboard Shortcuts"),
         {recorderRow(shelf, QStringLiteral("Opens or closes the shelf popover from any app.")),
-         recorderRow(quickDrop, QStringLiteral("Adds the currently selected file in Finder to the shelf."))});
+         recorderRow(quickDrop, QStringLiteral("Adds the currently selected file in Finder to the shelf.")),
+         hotkeySourceRow_});
 }
 
 void GeneralPage::observe() {
@@ -109,6 +117,18 @@ void GeneralPage::evaluate() {
     capacity_->setChosen(chosenCapacity(preferences));
     itemsOnShelf_->setText(QString::fromStdString(itemsOnShelfText(count, preferences)));
     clearRow_->setVisible(count > 0);
+}
+
+void GeneralPage::showHotkeySource() {
+    const std::string_view words = hotkeySourceText(dependencies_.services.hotkeySource());
+    hotkeySource_->setText(QString::fromUtf8(words.data(), static_cast<qsizetype>(words.size())));
+    hotkeySourceRow_->setVisible(!words.empty());
+}
+
+/// Desktops restart and users change their minds, neither of which is told.
+void GeneralPage::showEvent(QShowEvent* event) {
+    showHotkeySource();
+    QWidget::showEvent(event);
 }
 
 void GeneralPage::setLaunchAtLogin(bool wanted) {

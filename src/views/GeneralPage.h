@@ -18,6 +18,9 @@ public:
     /// Questions lie over all of `window`.
     GeneralPage(const SettingsDependencies& dependencies, QWidget& window);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     [[nodiscard]] QWidget* general();
     [[nodiscard]] QWidget* shelf();
@@ -25,6 +28,7 @@ private:
 
     void observe();
     void evaluate();
+    void showHotkeySource();
     void setLaunchAtLogin(bool wanted);
     void confirmClear();
     void clearShelf();
@@ -35,6 +39,8 @@ private:
     SegmentedPicker* capacity_ = nullptr;
     Text* itemsOnShelf_ = nullptr;
     QWidget* clearRow_ = nullptr;
+    Text* hotkeySource_ = nullptr;
+    QWidget* hotkeySourceRow_ = nullptr;
     QPointer<AlertView> clearConfirmation_;
     std::vector<Subscription> observations_;
 };

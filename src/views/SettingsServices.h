@@ -13,6 +13,7 @@ class NotificationCenter;
 class PreferenceStore;
 class ShelfViewModel;
 class UpdaterController;
+enum class HotkeySource;
 struct MainBundle;
 
 /// What the settings change and show beside the shelf; all of it outlives their window.
@@ -24,6 +25,8 @@ struct SettingsServices {
     const MainBundle& mainBundle;
     /// Shows a web page in the user's browser.
     std::function<void(const std::string& url)> openURL;
+    /// What makes the shortcuts work at this moment.
+    std::function<HotkeySource()> hotkeySource;
 };
 
 struct SettingsDependencies {

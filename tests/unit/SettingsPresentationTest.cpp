@@ -2,6 +2,7 @@
 #include "presentation/SettingsPresentation.h"
 
 #include "app/Preferences.h"
+#include "platform/HotkeyService.h"
 #include "platform/LayeredPreferenceStore.h"
 #include "platform/MainBundle.h"
 
@@ -31,6 +32,12 @@ TEST(SettingsPresentationTest, capacityIsOneOfTheChoicesOrNone) {
     }
     preferences.setValue(shelfCapacityKey, "50");
     EXPECT_EQ(chosenCapacity(preferences), std::nullopt) << "a text is no number";
+}
+
+TEST(SettingsPresentationTest, onlyShortcutsThatAreNotGrabbedNeedWords) {
+    EXPECT_EQ(hotkeySourceText(HotkeySource::windowSystem), "");
+    EXPECT_NE(hotkeySourceText(HotkeySource::portal).find("desktop manages"), std::string_view::npos);
+    EXPECT_NE(hotkeySourceText(HotkeySource::none).find("\"stowpocket toggle\""), std::string_view::npos);
 }
 
 TEST(SettingsPresentationTest, theVersionIsTheBundlesOrElseTheFirst) {

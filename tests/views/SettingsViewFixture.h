@@ -23,10 +23,10 @@ struct SettingsViewFixture : ShelfViewFixture {
 
     SettingsView& openSettings(std::shared_ptr<ShelfViewModel> model) {
         delete settings;
-        settings = new SettingsView(
-            {{preferences, monitors, notifications, loginItem, bundle, [this](const auto& url) { opened = url; }},
-             std::move(model),
-             updater});
+        settings = new SettingsView({{preferences, monitors, notifications, loginItem, bundle,
+                                      [this](const auto& url) { opened = url; }, [this] { return hotkeySource; }},
+                                     std::move(model),
+                                     updater});
         settings->setParent(&host);
         host.resize(450, 520);
         settings->resize(host.size());
@@ -46,6 +46,7 @@ struct SettingsViewFixture : ShelfViewFixture {
     std::shared_ptr<UpdaterController> updater = UpdaterController::make(
         {preferences, feed, alerts, dispatch, bundle, [this] { return std::make_unique<FakeUpdateFramework>(log); }});
     std::string opened;
+    HotkeySource hotkeySource = HotkeySource::windowSystem;
     SettingsView* settings = nullptr;
 };
 

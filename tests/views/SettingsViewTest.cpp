@@ -117,6 +117,22 @@ TEST_F(SettingsViewTest, shortcutsAreRecordedFromButtonAndKeyboard) {
     EXPECT_LE(shortcuts()[0]->mapTo(&host, QPoint()).x() + shortcuts()[0]->width(), 418) << "stays in its row";
 }
 
+TEST_F(SettingsViewTest, whereShortcutsComeFromIsToldWhenTheyAreNotGrabbed) {
+    const QString portal = QStringLiteral("Your desktop manages these shortcuts.");
+    openSettings(viewModel);
+    EXPECT_TRUE(shows("Keyboard Shortcuts"));
+    EXPECT_FALSE(shownTexts(*settings).contains(portal) || shownTexts(*settings).contains(QString()));
+    hotkeySource = HotkeySource::portal;
+    openTab("About");
+    openTab("General");
+    EXPECT_TRUE(shownTexts(*settings).contains(portal));
+    hotkeySource = HotkeySource::none;
+    settings->hide();
+    settings->show();
+    EXPECT_FALSE(shownTexts(*settings).contains(portal));
+    EXPECT_TRUE(shows("To use shortcuts here, bind \"stowpocket toggle\" in your desktop's keyboard settings."));
+}
+
 TEST_F(SettingsViewTest, aboutShowsTheVersionAndKeepsUpdatesInStep) {
     bundle.infoDictionary = PropertyValue::Dictionary{{std::string(infoKey::bundleShortVersionString), "2.3"}};
     openSettings(viewModel);

@@ -32,6 +32,7 @@ public:
     explicit LinuxHotkeys(LinuxHotkeyServices services) : services_(std::move(services)) {}
 
     [[nodiscard]] HotkeyManager& sharedManager();
+    [[nodiscard]] HotkeySource source() const { return service_ ? service_->source() : HotkeySource::windowSystem; }
 
 private:
     [[nodiscard]] std::unique_ptr<HotkeyService> makeService() const;

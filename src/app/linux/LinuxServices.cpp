@@ -72,7 +72,8 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
                        .openURL =
                            [](const std::string& url) {
                                QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
-                           }},
+                           },
+                       .hotkeySource = [this] { return hotkeys_.source(); }},
       }),
       eventMonitors_(connection_->raw()),
       fileManagerSelection_(dispatch_),

@@ -81,15 +81,14 @@ MacServices::MacServices()
           .drops = {.offersItems = [](const QMimeData&) { return dragCarriesItems(); },
                     .itemProviders = [](const QMimeData&) { return droppedItemProviders(); }},
           .startFileDrag = startFileDragWith(*fileDrag_),
-          .settings = {.preferences = *preferences_,
-                       .eventMonitors = *eventMonitors_,
-                       .notificationCenter = notificationCenter_,
-                       .loginItem = *loginItem_,
-                       .mainBundle = mainBundle_,
-                       .openURL =
-                           [](const std::string& url) {
-                               QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
-                           }},
+          .settings = {
+              .preferences = *preferences_,
+              .eventMonitors = *eventMonitors_,
+              .notificationCenter = notificationCenter_,
+              .loginItem = *loginItem_,
+              .mainBundle = mainBundle_,
+              .openURL = [](const std::string& url) { QDesktopServices::openUrl(QUrl(QString::fromStdString(url))); },
+              .hotkeySource = [this] { return hotkeyService_->source(); }},
           .makeWindow = makeWindow,
       }),
       feedSession_(makeMacFeedSession()),
