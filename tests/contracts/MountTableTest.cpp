@@ -9,20 +9,28 @@
 #include <sys/mount.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace stowpocket {
 namespace {
 
 TEST(MountTable, readsTheKernelsForm) {
-    const Mounts mounts = parseMounts("22 1 254:0 / / rw,relatime shared:1 - ext4 /dev/vda rw\n"
-                                      "rubbish\n"
-                                      "36 22 0:29 / /media/a\\040b\\134c\\9 rw master:2 shared:3 - nfs4 host:/x rw\n"
-                                      "37 22 0:30 / /cut rw");
-    ASSERT_EQ(mounts.size(), 2u);
-    EXPECT_EQ(mounts[0].point, "/");
-    EXPECT_EQ(mounts[1].id, 36u);
-    EXPECT_EQ(mounts[1].point, "/media/a b\\c\\9");
-    EXPECT_EQ(mounts[1].type, "nfs4");
+    const std::pair<std::string, Mounts> table[] = {
+        {"36 35 98:0 / /mnt rw,noatime master:1 - ext3 /dev/root rw\n", {{36, "/mnt", "ext3"}}},
+        {"9 1 0:1 / /b rw shared:1 master:2 - nfs4 s o\n8 1 0:1 / /a rw - t s o",
+         {{9, "/b", "nfs4"}, {8, "/a", "t"}}},
+        {R"(1 1 0:1 / /a\040b\011\012\134\0401 rw - t s o)", {{1, "/a b\t\n\\ 1", "t"}}},
+        {R"(1 1 0:1 / /a\04 rw - t s o)", {{1, "/a\\04", "t"}}},
+        {R"(1 1 0:1 / /a\999\777\-01\ rw - t s o)", {{1, R"(/a\999\777\-01\)", "t"}}},
+        {"1 1 0:1 / /n\xFF rw - t s o", {{1, "/n\xFF", "t"}}},
+        {"18446744073709551615 1 0:1 / / rw - t", {{std::numeric_limits<std::uint64_t>::max(), "/", "t"}}},
+        {"18446744073709551616 1 0:1 / / rw - t", {}},
+        {"x1 1 0:1 / /a rw - t\n1x 1 0:1 / /a rw - t\n-1 1 0:1 / /a rw - t\n 1 1 0:1 / /a rw - t", {}},
+        {"1 1 0:1 / relative rw - t\n1 1 0:1 / /cut rw\n1 1 0:1 /\n1\n\n\n   ", {}},
+        {"", {}},
+    };
+    for (const auto& [text, mounts] : table)
+        EXPECT_EQ(parseMounts(text), mounts) << text;
 }
 
 TEST(MountTable, knowsWhatMayHang) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/session/MountInfoVolumes.h"
 
+#include "platform/linux/session/MountChanges.h"
+
 #include <QDebug>
 
 namespace stowpocket {
@@ -16,15 +18,15 @@ MountInfoVolumes::MountInfoVolumes() : file_(QStringLiteral("/proc/self/mountinf
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { readAgain(); });
 }
 
-std::vector<MountPoint> MountInfoVolumes::read() {
+Mounts MountInfoVolumes::read() {
     if (!file_.seek(0))
         return mounts_;
     const QByteArray text = file_.readAll();
-    return text.isEmpty() ? mounts_ : mountPoints({text.constData(), static_cast<std::size_t>(text.size())});
+    return text.isEmpty() ? mounts_ : parseMounts({text.constData(), static_cast<std::size_t>(text.size())});
 }
 
 void MountInfoVolumes::readAgain() {
-    const std::vector<MountPoint> before = std::exchange(mounts_, read());
+    const Mounts before = std::exchange(mounts_, read());
     const MountChanges changes = changesBetween(before, mounts_);
     if (changes.unmounted)
         didUnmount_.emit();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/session/MountInfo.h"
+#include "platform/linux/storage/MountInfo.h"
 #include "platform/Volumes.h"
 
 #include <QFile>
@@ -21,12 +21,12 @@ public:
     [[nodiscard]] Signal<>& didUnmount() override { return didUnmount_; }
 
 private:
-    [[nodiscard]] std::vector<MountPoint> read();
+    [[nodiscard]] Mounts read();
     void readAgain();
 
     QFile file_;
     std::unique_ptr<QSocketNotifier> notifier_;
-    std::vector<MountPoint> mounts_;
+    Mounts mounts_;
     Signal<> didMount_;
     Signal<> didUnmount_;
 };

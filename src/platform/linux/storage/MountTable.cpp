@@ -7,51 +7,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <climits>
 
 namespace stowpocket {
 namespace {
-
-std::string_view takeUntil(std::string_view& text, char separator) {
-    const std::size_t end = text.find(separator);
-    const std::string_view taken = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    return taken;
-}
-
-/// The kernel writes space, tab, newline and backslash as three octal digits.
-std::string unescaped(std::string_view field) {
-    const auto isOctal = [](char digit) { return digit >= '0' && digit <= '7'; };
-    std::string text;
-    for (std::size_t at = 0; at < field.size(); ++at) {
-        const std::string_view digits = field.substr(at + 1, 3);
-        if (field[at] != '\\' || digits.size() != 3 || !std::ranges::all_of(digits, isOctal)) {
-            text += field[at];
-            continue;
-        }
-        text += static_cast<char>((digits[0] - '0') * 64 + (digits[1] - '0') * 8 + (digits[2] - '0'));
-        at += 3;
-    }
-    return text;
-}
-
-/// "36 35 98:0 /root /mount/point options [tags...] - type source options"
-std::optional<Mount> parseMount(std::string_view line) {
-    Mount mount;
-    const std::string_view id = takeUntil(line, ' ');
-    if (std::from_chars(id.data(), id.data() + id.size(), mount.id).ec != std::errc())
-        return std::nullopt;
-    for (int skipped = 0; skipped < 3; ++skipped)
-        takeUntil(line, ' ');
-    mount.point = unescaped(takeUntil(line, ' '));
-    const std::size_t separator = line.find(" - ");
-    if (!mount.point.starts_with('/') || separator == std::string_view::npos)
-        return std::nullopt;
-    line.remove_prefix(separator + 3);
-    mount.type = takeUntil(line, ' ');
-    return mount;
-}
 
 std::string readFromStart(int file) {
     std::string text;
@@ -96,15 +55,6 @@ std::shared_ptr<const Mounts> MountTable::mounts() {
     return mounts_;
 }
 
-Mounts parseMounts(std::string_view text) {
-    Mounts mounts;
-    while (!text.empty()) {
-        if (std::optional<Mount> mount = parseMount(takeUntil(text, '\n')))
-            mounts.push_back(std::move(*mount));
-    }
-    return mounts;
-}
-
 bool mayHang(std::string_view fileSystemType) {
     // Served over a network, by a program in user space, or mounted on first touch. "fuseblk" is a local disk whose
     // driver happens to run in user space (NTFS), and is left out.
@@ -122,9 +72,9 @@ std::optional<std::string> hangingMountOn(const Mounts& mounts, const std::strin
     std::string reached;
     std::string rest = path;
     while (!rest.empty()) {
-        std::string_view ahead = rest;
-        const std::string name(takeUntil(ahead, '/'));
-        rest = std::string(ahead);
+        const std::size_t end = std::min(rest.find('/'), rest.size());
+        const std::string name = rest.substr(0, end);
+        rest.erase(0, end + 1);
         if (name.empty() || name == ".")
             continue;
         if (name == "..") {

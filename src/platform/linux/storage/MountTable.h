@@ -2,23 +2,15 @@
 #pragma once
 
 #include "platform/linux/storage/FileDescriptor.h"
+#include "platform/linux/storage/MountInfo.h"
 
-#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace stowpocket {
-
-struct Mount {
-    std::uint64_t id = 0;
-    std::string point;
-    std::string type;
-};
-using Mounts = std::vector<Mount>;
 
 /// The mounted file systems as this process sees them, read again only when the kernel says that they changed. Any
 /// thread.
@@ -33,9 +25,6 @@ private:
     const FileDescriptor file_;
     std::shared_ptr<const Mounts> mounts_;
 };
-
-/// Reads the form of /proc/self/mountinfo (proc(5)); lines that do not have it are left out.
-[[nodiscard]] Mounts parseMounts(std::string_view text);
 
 /// Whether a file system of that type asks another machine or program, which may never answer.
 [[nodiscard]] bool mayHang(std::string_view fileSystemType);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/session/MountInfo.h"
+#include "platform/linux/storage/MountInfo.h"
 
-#include <algorithm>
 #include <charconv>
 #include <optional>
 
@@ -32,33 +31,33 @@ std::string unescaped(std::string_view field) {
     return text;
 }
 
-/// "36 35 98:0 /root /mount/point options..."
-std::optional<MountPoint> mountPointOf(std::string_view line) {
-    MountPoint mount;
+/// "36 35 98:0 /root /mount/point options [tags...] - type source options"
+std::optional<Mount> parseMount(std::string_view line) {
+    Mount mount;
     const std::string_view id = takeUntil(line, ' ');
     const auto [end, error] = std::from_chars(id.data(), id.data() + id.size(), mount.id);
     if (error != std::errc() || end != id.data() + id.size())
         return std::nullopt;
     for (int skipped = 0; skipped < 3; ++skipped)
         takeUntil(line, ' ');
-    mount.path = unescaped(takeUntil(line, ' '));
-    return mount.path.starts_with('/') ? std::optional(std::move(mount)) : std::nullopt;
+    mount.point = unescaped(takeUntil(line, ' '));
+    const std::size_t separator = line.find(" - ");
+    if (!mount.point.starts_with('/') || separator == std::string_view::npos)
+        return std::nullopt;
+    line.remove_prefix(separator + 3);
+    mount.type = takeUntil(line, ' ');
+    return mount;
 }
 
 }  // namespace
 
-std::vector<MountPoint> mountPoints(std::string_view mountInfo) {
-    std::vector<MountPoint> mounts;
-    while (!mountInfo.empty()) {
-        if (std::optional<MountPoint> mount = mountPointOf(takeUntil(mountInfo, '\n')))
+Mounts parseMounts(std::string_view text) {
+    Mounts mounts;
+    while (!text.empty()) {
+        if (std::optional<Mount> mount = parseMount(takeUntil(text, '\n')))
             mounts.push_back(std::move(*mount));
     }
-    std::ranges::sort(mounts);
     return mounts;
-}
-
-MountChanges changesBetween(const std::vector<MountPoint>& before, const std::vector<MountPoint>& after) {
-    return {.mounted = !std::ranges::includes(before, after), .unmounted = !std::ranges::includes(after, before)};
 }
 
 }  // namespace stowpocket
