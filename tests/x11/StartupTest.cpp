@@ -24,7 +24,7 @@ public:
     ~Desktop() { xcb_disconnect(connection_); }
 
     void listen() {
-        while (const XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
+        while (const XcbAnswer<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
             if ((event->response_type & 0x7F) != XCB_CLIENT_MESSAGE)
                 continue;
             const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(*event);

@@ -44,7 +44,7 @@ public:
 private:
     xcb_atom_t atom(const std::string& name) {
         const auto cookie = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data());
-        return XcbReply<xcb_intern_atom_reply_t>(xcb_intern_atom_reply(connection_, cookie, nullptr))->atom;
+        return XcbAnswer<xcb_intern_atom_reply_t>(xcb_intern_atom_reply(connection_, cookie, nullptr))->atom;
     }
 
     xcb_connection_t* const connection_ = xcb_connect(nullptr, nullptr);

@@ -3,7 +3,7 @@
 
 #include "platform/Dispatch.h"
 #include "platform/linux/input/KeyCodes.h"
-#include "platform/linux/input/XcbAnswer.h"
+#include "platform/linux/x11/XcbAnswer.h"
 
 #include <QCoreApplication>
 

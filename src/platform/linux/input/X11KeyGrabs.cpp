@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/input/X11KeyGrabs.h"
 
-#include "platform/linux/input/XcbAnswer.h"
+#include "platform/linux/x11/XcbAnswer.h"
 
 #include <algorithm>
 #include <utility>

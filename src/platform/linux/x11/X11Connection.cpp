@@ -60,13 +60,13 @@ X11Connection::X11Connection(xcb_connection_t* connection)
         cookies.at(at) = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data());
     }
     for (std::size_t at = 0; at < atomCount; ++at) {
-        const XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, cookies.at(at), nullptr));
+        const XcbAnswer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, cookies.at(at), nullptr));
         atoms_.at(at) = reply ? reply->atom : x11None;
     }
 }
 
 xcb_window_t X11Connection::selectionOwner(X11Atom selection) const {
-    const XcbReply<xcb_get_selection_owner_reply_t> reply(
+    const XcbAnswer<xcb_get_selection_owner_reply_t> reply(
         xcb_get_selection_owner_reply(connection_, xcb_get_selection_owner(connection_, atom(selection)), nullptr));
     return reply ? reply->owner : x11None;
 }
@@ -74,7 +74,7 @@ xcb_window_t X11Connection::selectionOwner(X11Atom selection) const {
 std::vector<std::uint32_t> X11Connection::property(xcb_window_t window, X11Atom name) const {
     const auto cookie =
         xcb_get_property(connection_, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, longestProperty);
-    const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
+    const XcbAnswer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
     if (!reply || reply->format != 32)
         return {};
     const auto* const values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
@@ -90,7 +90,7 @@ void X11Connection::setProperty(xcb_window_t window, xcb_atom_t name, xcb_atom_t
 std::optional<std::string> X11Connection::text(xcb_window_t window, X11Atom name) const {
     const auto cookie =
         xcb_get_property(connection_, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, longestProperty);
-    const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
+    const XcbAnswer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
     if (!reply || reply->format != 8)
         return std::nullopt;
     const auto* const bytes = static_cast<const char*>(xcb_get_property_value(reply.get()));
@@ -109,7 +109,7 @@ bool X11Connection::isOwn(xcb_window_t window) const {
 
 bool X11Connection::isButtonHeld() const {
     constexpr unsigned dragging = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
-    const XcbReply<xcb_query_pointer_reply_t> pointer(
+    const XcbAnswer<xcb_query_pointer_reply_t> pointer(
         xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root()), nullptr));
     return pointer && (pointer->mask & dragging) != 0;
 }
@@ -117,8 +117,8 @@ bool X11Connection::isButtonHeld() const {
 std::optional<QRect> X11Connection::geometryOnRoot(xcb_window_t window) const {
     const auto sizeCookie = xcb_get_geometry(connection_, window);
     const auto placeCookie = xcb_translate_coordinates(connection_, window, root(), 0, 0);
-    const XcbReply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(connection_, sizeCookie, nullptr));
-    const XcbReply<xcb_translate_coordinates_reply_t> place(
+    const XcbAnswer<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(connection_, sizeCookie, nullptr));
+    const XcbAnswer<xcb_translate_coordinates_reply_t> place(
         xcb_translate_coordinates_reply(connection_, placeCookie, nullptr));
     if (!size || !place)
         return std::nullopt;
@@ -126,7 +126,7 @@ std::optional<QRect> X11Connection::geometryOnRoot(xcb_window_t window) const {
 }
 
 xcb_window_t X11Connection::parentOf(xcb_window_t window) const {
-    const XcbReply<xcb_query_tree_reply_t> reply(
+    const XcbAnswer<xcb_query_tree_reply_t> reply(
         xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
     return reply ? reply->parent : x11None;
 }
@@ -142,7 +142,7 @@ std::optional<std::uint8_t> X11Connection::depthOfVisual(xcb_visualid_t visual) 
 }
 
 void X11Connection::hearAlso(xcb_window_t window, std::uint32_t mask) const {
-    const XcbReply<xcb_get_window_attributes_reply_t> now(
+    const XcbAnswer<xcb_get_window_attributes_reply_t> now(
         xcb_get_window_attributes_reply(connection_, xcb_get_window_attributes(connection_, window), nullptr));
     if (!now)
         return;

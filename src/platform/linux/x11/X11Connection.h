@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/x11/XcbAnswer.h"
+
 #include <QRect>
 
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,13 +15,6 @@
 #include <xcb/xcb.h>
 
 namespace stowpocket {
-
-/// What xcb answers with is freed with `free`.
-struct XcbFree {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template <class Reply>
-using XcbReply = std::unique_ptr<Reply, XcbFree>;
 
 /// No window, no atom.
 inline constexpr std::uint32_t x11None = 0;

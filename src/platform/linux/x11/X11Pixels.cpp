@@ -8,7 +8,7 @@ QImage x11Pixels(const X11Connection& connection, xcb_window_t window, const QRe
         xcb_get_image(connection.raw(), XCB_IMAGE_FORMAT_Z_PIXMAP, window, static_cast<std::int16_t>(part.x()),
                       static_cast<std::int16_t>(part.y()), static_cast<std::uint16_t>(part.width()),
                       static_cast<std::uint16_t>(part.height()), ~0u);
-    const XcbReply<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection.raw(), cookie, nullptr));
+    const XcbAnswer<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection.raw(), cookie, nullptr));
     constexpr qsizetype bytesPerPixel = 4;
     if (!reply || (reply->depth != 24 && reply->depth != 32) ||
         xcb_get_image_data_length(reply.get()) < part.width() * part.height() * bytesPerPixel)
