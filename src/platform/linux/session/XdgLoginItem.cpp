@@ -4,10 +4,10 @@
 #include "foundation/BundleIdentifier.h"
 #include "foundation/Utf8.h"
 #include "platform/linux/session/DesktopEntry.h"
+#include "platform/linux/storage/DurableFile.h"
 
 #include <QDebug>
 #include <QFile>
-#include <QSaveFile>
 
 #include <filesystem>
 
@@ -50,19 +50,6 @@ std::string entryStarting(const std::string& executable) {
            "X-GNOME-Autostart-enabled=true\n";
 }
 
-/// The old file or the whole new one stands there; true for the new one.
-bool replaceContents(const std::string& path, const std::string& contents) {
-    QSaveFile file(fileName(path));
-    const bool written =
-        file.open(QIODevice::WriteOnly) &&
-        file.write(contents.data(), static_cast<qint64>(contents.size())) == static_cast<qint64>(contents.size()) &&
-        file.commit();
-    if (!written)
-        qWarning() << "stowpocket: cannot register to start with the session:" << file.fileName()
-                   << file.errorString();
-    return written;
-}
-
 }  // namespace
 
 XdgLoginItem::XdgLoginItem(const std::optional<std::string>& configHome, std::string executable)
@@ -90,7 +77,11 @@ bool XdgLoginItem::registerItem() {
         return false;
     std::error_code error;
     fs::create_directories(folder_, error);
-    return replaceContents(path_, entryStarting(executable_)) && status() == Status::enabled;
+    error = replaceFile(path_, entryStarting(executable_));
+    if (error)
+        qWarning() << "stowpocket: cannot register to start with the session:" << fileName(path_)
+                   << QString::fromLocal8Bit(error.message().c_str());
+    return !error && status() == Status::enabled;
 }
 
 bool XdgLoginItem::unregisterItem() {

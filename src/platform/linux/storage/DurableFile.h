@@ -9,8 +9,8 @@ namespace stowpocket {
 
 /// Puts `bytes` in the place of the file at the absolute `path`, which has the old contents or the new ones at every
 /// moment, even when the power fails; a link there stays, and the file that it leads to is replaced. Readable by the
-/// user alone, in a folder that exists. An error when the old contents remain. Waits for the disk; any thread but the
-/// main one, one writer a file in this process.
+/// user alone, in a folder that exists. An error when the old contents remain. Waits for the disk: the main thread
+/// writes only what is small and rare. Any thread, one writer a file in this process.
 [[nodiscard]] std::error_code replaceFile(const std::string& path, std::string_view bytes);
 
 /// Removes what writers that were killed left beside `path`.
