@@ -58,11 +58,17 @@ class FileManager:
         """Selects every file and gives a place where a drag of them begins."""
         count = len(list(self.folder.iterdir()))
         self.wait_for_count(count)
+        self.select(lambda: self.x.keys("Control_L", "a"))
+        return self.first_icon()
+
+    def select_first(self):
+        self.select(lambda: self.x.click(*self.first_icon()))
+
+    def select(self, act):
         before = self.status.name
         self.activate()
-        self.x.keys("Control_L", "a")
+        act()
         wait_for(lambda: self.status.name != before, "the files to be selected")
-        return self.first_icon()
 
     def blank_place(self):
         """A place in the view where no file lies."""

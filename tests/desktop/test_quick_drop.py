@@ -4,6 +4,7 @@ import unittest
 
 from case import DesktopTest
 from clipboard import Clipboard
+from nautilus import Nautilus
 from peers import LEFT, PcmanfmQt, Thunar
 from x_display import wait_for
 
@@ -22,23 +23,38 @@ class QuickDrop(DesktopTest):
     def run_command(self):
         self.assertEqual(self.desktop.start(self.stowpocket.program, "quick-drop").wait(30), 0)
 
-    def check_selection_is_added(self, panel, file_manager, count, quick_drop):
-        stowpocket, window = self.offer(panel, file_manager, count)
-        window.select_all()
+    def check_selection_is_added(self, quick_drop, names):
         clipboard = Clipboard(self.desktop, "precious")
         quick_drop()
-        stowpocket.wait_for_files(self.names)
-        wait_for(stowpocket.popover, "the popover")
+        self.stowpocket.wait_for_files(names)
+        popover = wait_for(self.stowpocket.popover, "the popover")
         self.assertEqual(clipboard.text(), "precious")
+        wait_for(lambda: self.desktop.x.active_window() == popover, "the popover to be active")
+        self.desktop.x.keys("Escape")
+        wait_for(lambda: not self.stowpocket.popover(), "the popover to close")
 
-    def test_three_files_of_thunar(self):
-        self.check_selection_is_added("trayer", Thunar, 3, self.press_keys)
+    def check_three_and_one(self, panel, file_manager):
+        stowpocket, window = self.offer(panel, file_manager, 3)
+        window.select_all()
+        self.check_selection_is_added(self.press_keys, self.names)
+        self.desktop.start(stowpocket.program, "clear")
+        stowpocket.wait_for_files([])
+        window.select_first()
+        self.check_selection_is_added(self.press_keys, self.names[:1])
 
-    def test_one_file_of_pcmanfm_qt(self):
-        self.check_selection_is_added("xfce4-panel", PcmanfmQt, 1, self.press_keys)
+    def test_files_of_thunar(self):
+        self.check_three_and_one("trayer", Thunar)
+
+    def test_files_of_pcmanfm_qt(self):
+        self.check_three_and_one("xfce4-panel", PcmanfmQt)
+
+    def test_files_of_nautilus(self):
+        self.check_three_and_one("trayer", Nautilus)
 
     def test_one_file_of_thunar_by_command(self):
-        self.check_selection_is_added("trayer", Thunar, 1, self.run_command)
+        _, window = self.offer("trayer", Thunar, 1)
+        window.select_all()
+        self.check_selection_is_added(self.run_command, self.names)
 
     def test_nothing_selected_adds_nothing_that_was_copied_before(self):
         old, = self.desktop.folder("old", 1).iterdir()
