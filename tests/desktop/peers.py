@@ -86,7 +86,7 @@ class Thunar(FileManager):
     program = "thunar"
 
     def open(self):
-        self.desktop.start("thunar", str(self.folder))
+        self.process = self.desktop.start("thunar", str(self.folder))
         return f"{self.folder.name} - Thunar"
 
     def find_status(self):

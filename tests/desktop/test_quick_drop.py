@@ -1,5 +1,7 @@
 # SPDX-License-Identifier: MIT
 """What is selected in the file manager in front, added without a drag."""
+import signal
+import time
 import unittest
 
 from case import DesktopTest
@@ -55,6 +57,17 @@ class QuickDrop(DesktopTest):
         _, window = self.offer("trayer", Thunar, 1)
         window.select_all()
         self.check_selection_is_added(self.run_command, self.names)
+
+    def test_file_manager_that_is_busy_is_waited_for(self):
+        _, window = self.offer("trayer", Thunar, 2)
+        window.select_all()
+
+        def press_keys_while_busy():
+            window.process.send_signal(signal.SIGSTOP)
+            self.press_keys()
+            time.sleep(0.6)  # longer than one that gets round to the keys is given to copy
+            window.process.send_signal(signal.SIGCONT)
+        self.check_selection_is_added(press_keys_while_busy, self.names)
 
     def test_nothing_selected_adds_nothing_that_was_copied_before(self):
         old, = self.desktop.folder("old", 1).iterdir()

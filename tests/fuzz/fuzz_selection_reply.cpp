@@ -38,7 +38,7 @@ public:
         return snapshot;
     }
     bool copyOverBus(std::uint32_t) override { return input_.byte() % 2 == 0; }
-    bool prepareKeys(CopyKey) override { return input_.byte() % 2 == 0; }
+    bool prepareKeys(CopyKey, std::uint32_t) override { return input_.byte() % 2 == 0; }
     void pressKeys() override { invariant(known_, "keys go to file managers only"); }
     bool awaitNewOwner() override { return input_.byte() % 2 == 0; }
     std::vector<FileURL> filesOnClipboard() override { return filesOfUriList(input_.text(), "desk"); }

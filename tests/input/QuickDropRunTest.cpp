@@ -16,7 +16,7 @@ public:
     std::string classOf(std::uint32_t) override { return windowClass; }
     ClipboardSnapshot takeSnapshot() override { return note("snapshot", snapshot); }
     bool copyOverBus(std::uint32_t) override { return note("bus", busWorks); }
-    bool prepareKeys(CopyKey key) override {
+    bool prepareKeys(CopyKey key, std::uint32_t) override {
         return note(key == CopyKey::controlC ? "find C" : "find Insert", hasKeys);
     }
     void pressKeys() override { note("press", true); }

@@ -39,14 +39,10 @@ void ClipboardReader::watchOwner(bool isWatched) {
     xcb_flush(session_.raw());
 }
 
-xcb_window_t ClipboardReader::awaitNewOwner(Deadline deadline) {
-    const auto ownerIn = [](const xcb_generic_event_t& event) {
-        return reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event).owner;
-    };
-    const XcbSession::Event event = session_.await(deadline, [&](const xcb_generic_event_t& candidate) {
-        return fixesEvent_ != 0 && typeOf(candidate) == fixesEvent_ && ownerIn(candidate) != XCB_WINDOW_NONE;
-    });
-    return event ? ownerIn(*event) : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+xcb_window_t ClipboardReader::newOwnerIn(const xcb_generic_event_t& event) const {
+    if (fixesEvent_ == 0 || typeOf(event) != fixesEvent_)
+        return XCB_WINDOW_NONE;
+    return reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event).owner;
 }
 
 std::optional<std::vector<std::string>> ClipboardReader::targets(Deadline deadline) {

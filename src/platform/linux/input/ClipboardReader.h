@@ -18,8 +18,8 @@ public:
     [[nodiscard]] xcb_window_t owner() const;
     /// Hears of new owners from now on, or no longer.
     void watchOwner(bool isWatched);
-    /// The next owner other than nobody; 0 after the deadline.
-    [[nodiscard]] xcb_window_t awaitNewOwner(Deadline deadline);
+    /// The owner that the event tells of; 0 when that is nobody, or the event tells of something else.
+    [[nodiscard]] xcb_window_t newOwnerIn(const xcb_generic_event_t& event) const;
 
     /// What the owner offers; none when it does not answer.
     [[nodiscard]] std::optional<std::vector<std::string>> targets(Deadline deadline);

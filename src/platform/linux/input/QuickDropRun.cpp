@@ -10,7 +10,7 @@ bool haveSelectionCopied(QuickDropDesktop& desktop, const KnownFileManager& mana
     if (manager.copiesOverBus && desktop.copyOverBus(window))
         return true;
     // All this took a while: the keys must still reach the window that was looked at.
-    if (!desktop.prepareKeys(manager.copyKey) || desktop.activeWindow() != window)
+    if (!desktop.prepareKeys(manager.copyKey, window) || desktop.activeWindow() != window)
         return false;
     desktop.pressKeys();
     return true;

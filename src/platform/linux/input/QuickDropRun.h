@@ -21,11 +21,11 @@ public:
     [[nodiscard]] virtual ClipboardSnapshot takeSnapshot() = 0;
     /// Runs the Copy action of the file manager that has this window. False when it could not be reached.
     [[nodiscard]] virtual bool copyOverBus(std::uint32_t window) = 0;
-    /// Finds the combination on the keyboard. False when the present layout has no such key.
-    [[nodiscard]] virtual bool prepareKeys(CopyKey key) = 0;
+    /// Finds the combination on the keyboard, for this window. False when the present layout has no such key.
+    [[nodiscard]] virtual bool prepareKeys(CopyKey key, std::uint32_t window) = 0;
     /// Releases the keys that are held and presses the combination that was prepared.
     virtual void pressKeys() = 0;
-    /// Waits for the clipboard to change hands. False when nobody took it.
+    /// Waits for the clipboard to change hands, longer while the window's program is busy. False when nobody took it.
     [[nodiscard]] virtual bool awaitNewOwner() = 0;
     /// The files on the clipboard; none when it holds something else, such as text.
     [[nodiscard]] virtual std::vector<FileURL> filesOnClipboard() = 0;

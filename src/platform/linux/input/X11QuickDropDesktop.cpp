@@ -14,12 +14,13 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// A sound owner hands over a screenful of picture well within this; a stopped one never does.
-constexpr milliseconds snapshotLimit(250);
+/// A sound owner on a busy machine hands over the largest pictures within this; a stopped one never does.
+constexpr milliseconds snapshotLimit(1000);
 constexpr std::size_t snapshotBudget = 16u << 20;
-/// The slowest file manager seen took 13 ms, with 5000 files selected.
+/// Until a file manager that was busy gets round to the keys. What it copied later would stay on the clipboard.
+constexpr milliseconds busyLimit(5000);
+/// From then on. The slowest one seen took 13 ms, with 5000 files selected.
 constexpr milliseconds copyLimit(400);
-constexpr milliseconds targetsLimit(400);
 constexpr milliseconds filesLimit(2000);
 constexpr std::size_t longestUriList = 16u << 20;
 constexpr std::size_t longestClass = 1024;
@@ -31,7 +32,7 @@ XcbSession::Deadline in(milliseconds time) {
 }  // namespace
 
 X11QuickDropDesktop::X11QuickDropDesktop(std::unique_ptr<XcbSession> session)
-    : session_(std::move(session)), reader_(*session_), owner_(*session_), keys_(*session_) {
+    : session_(std::move(session)), reader_(*session_), owner_(*session_), keys_(*session_), ping_(*session_) {
     session_->setEventHandler([this](const xcb_generic_event_t& event) { owner_.handle(event); });
 }
 
@@ -80,20 +81,35 @@ bool X11QuickDropDesktop::copyOverBus(std::uint32_t window) {
     return process != 0 && copyInDolphin(process, window);
 }
 
-bool X11QuickDropDesktop::prepareKeys(CopyKey key) {
+bool X11QuickDropDesktop::prepareKeys(CopyKey key, std::uint32_t window) {
     if (!keys_.prepare(key))
         return false;
+    ping_.prepare(window);
     reader_.watchOwner(true);
     return true;
 }
 
+void X11QuickDropDesktop::pressKeys() {
+    keys_.press();
+    ping_.send();
+}
+
 bool X11QuickDropDesktop::awaitNewOwner() {
-    copyOwner_ = reader_.awaitNewOwner(in(copyLimit));
-    return copyOwner_ != XCB_WINDOW_NONE;
+    const auto isAwaited = [this](const xcb_generic_event_t& event) {
+        return reader_.newOwnerIn(event) != XCB_WINDOW_NONE || ping_.isAnswer(event);
+    };
+    XcbSession::Deadline deadline = in(ping_.isPossible() ? busyLimit : copyLimit);
+    while (const XcbSession::Event event = session_->await(deadline, isAwaited)) {
+        copyOwner_ = reader_.newOwnerIn(*event);
+        if (copyOwner_ != XCB_WINDOW_NONE)
+            return true;
+        deadline = std::min(deadline, in(copyLimit));
+    }
+    return false;
 }
 
 std::vector<FileURL> X11QuickDropDesktop::filesOnClipboard() {
-    const auto targets = reader_.targets(in(targetsLimit));
+    const auto targets = reader_.targets(in(filesLimit));
     const std::string wanted(uriListTarget);
     if (!targets || std::ranges::find(*targets, wanted) == targets->end())
         return {};

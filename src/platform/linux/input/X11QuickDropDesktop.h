@@ -5,6 +5,7 @@
 #include "platform/linux/input/ClipboardReader.h"
 #include "platform/linux/input/QuickDropRun.h"
 #include "platform/linux/input/X11CopyKeys.h"
+#include "platform/linux/input/X11WindowPing.h"
 
 namespace stowpocket {
 
@@ -17,14 +18,17 @@ public:
     [[nodiscard]] std::string classOf(std::uint32_t window) override;
     [[nodiscard]] ClipboardSnapshot takeSnapshot() override;
     [[nodiscard]] bool copyOverBus(std::uint32_t window) override;
-    [[nodiscard]] bool prepareKeys(CopyKey key) override;
-    void pressKeys() override { keys_.press(); }
+    [[nodiscard]] bool prepareKeys(CopyKey key, std::uint32_t window) override;
+    void pressKeys() override;
     [[nodiscard]] bool awaitNewOwner() override;
     [[nodiscard]] std::vector<FileURL> filesOnClipboard() override;
     void restore(ClipboardSnapshot snapshot) override;
 
-    /// Call when the run is over: the server need not tell of new owners any more.
-    void finish() { reader_.watchOwner(false); }
+    /// Call when the run is over: the server need not tell of new owners or answers any more.
+    void finish() {
+        reader_.watchOwner(false);
+        ping_.end();
+    }
     /// Answers those who want what was put back. Returns when nothing has come, without waiting.
     void serve() { session_->handleEvents(); }
     [[nodiscard]] const XcbSession& session() const { return *session_; }
@@ -36,6 +40,7 @@ private:
     ClipboardReader reader_;
     ClipboardOwner owner_;
     X11CopyKeys keys_;
+    X11WindowPing ping_;
     xcb_window_t copyOwner_ = XCB_WINDOW_NONE;
 };
 
