@@ -16,8 +16,9 @@ class Clipboard:
         desktop.start("xclip", "-verbose", "-selection", "clipboard", "-target", kind, str(copied))
         wait_for(lambda: desktop.x.selection_owner("CLIPBOARD") not in (0, before), "the clipboard to be held")
 
-    def was_read(self):
-        return "selection request number 2" in (self.desktop.logs / "xclip.log").read_text()
+    def was_read(self, times=1):
+        """Its kinds are asked for first, then what it holds."""
+        return f"selection request number {2 * times}" in (self.desktop.logs / "xclip.log").read_text()
 
     def text(self):
         """What would be pasted now, whoever holds it."""

@@ -163,7 +163,7 @@ TEST_F(UpdateTest, aFullDiskOrAFolderThatIsNotOursChangesNothing) {
         EXPECT_EQ(update(), UpdateFailure::diskFull);
     }
     expectUntouched();
-    worker = UpdaterWorker(UPDATER, "/sys/program");
+    worker = UpdaterWorker(UPDATER, "/dev/pts/program");  // where nobody, root neither, makes files
     EXPECT_EQ(update(), UpdateFailure::notWritable);
 }
 
