@@ -62,7 +62,7 @@ class PrivateDesktop:
         self.environment = kept | {
             "HOME": str(self.home), "XDG_CONFIG_HOME": f"{self.home}/config", "XDG_DATA_HOME": f"{self.home}/data",
             "XDG_CACHE_HOME": f"{self.home}/cache", "XDG_STATE_HOME": f"{self.home}/state", "XDG_RUNTIME_DIR": f"{self.home}/run",
-            "LANG": "C.UTF-8", "GIO_USE_VFS": "local", "NO_AT_BRIDGE": "0", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
+            "LANG": "C.UTF-8", "GIO_USE_VFS": "local", "GIO_USE_VOLUME_MONITOR": "unix", "NO_AT_BRIDGE": "0", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
         self.start_x_server()
         self.start_bus()
         self.x = XDisplay(self.environment["DISPLAY"])
