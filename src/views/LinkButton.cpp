@@ -57,7 +57,7 @@ void LinkButton::paintEvent(QPaintEvent*) {
         painter.setBrush(Theme::color(ColorRole::primary, palette(), pressedOpacity));
         painter.drawRoundedRect(rect(), radius, radius);
     }
-    paintFocusRing(painter, rect(), radius);
+    paintFocusRing(painter, *this, rect(), radius);
 }
 
 }  // namespace stowpocket

@@ -4,9 +4,9 @@
 #include "views/Compose.h"
 #include "views/Layer.h"
 #include "views/Symbol.h"
+#include "views/TextLines.h"
 
 #include <QPainter>
-#include <QTextLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -28,22 +28,12 @@ int firstLineTop() {
     return (Symbol::side(symbolPointSize) - lineHeight) / 2;
 }
 
-QStringList wrapped(const QString& text, const QFont& font, int width) {
-    QStringList lines;
-    QTextLayout layout(text, font);
-    layout.beginLayout();
-    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        line.setLineWidth(width);
-        lines.append(text.mid(line.textStart(), line.textLength()).trimmed());
-    }
-    layout.endLayout();
-    return lines;
-}
-
 }  // namespace
 
 OnboardingPointView::OnboardingPointView(std::string_view symbolName, const QString& text, int width)
-    : QLabel(text), symbolName_(symbolName), lines_(wrapped(text, Theme::font(textPointSize), width - textLeft)) {
+    : QLabel(text),
+      symbolName_(symbolName),
+      lines_(brokenIntoLines(text, Theme::font(textPointSize), width - textLeft)) {
     setTextFormat(Qt::PlainText);
     setFont(Theme::font(textPointSize));
     const int textHeight = firstLineTop() + static_cast<int>(lines_.size()) * lineHeight;

@@ -20,12 +20,12 @@ void PaintedButton::keyPressEvent(QKeyEvent* event) {
         QPushButton::keyPressEvent(event);
 }
 
-void PaintedButton::paintFocusRing(QPainter& painter, const QRectF& rect, double radius) const {
+void paintFocusRing(QPainter& painter, const QWidget& view, const QRectF& rect, double radius) {
     constexpr double width = 2;
-    if (!hasFocus())
+    if (!view.hasFocus())
         return;
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(Theme::color(ColorRole::focus, palette()), width));
+    painter.setPen(QPen(Theme::color(ColorRole::focus, view.palette()), width));
     constexpr double inset = width / 2;
     painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
 }
@@ -39,6 +39,14 @@ void ChoiceButton::setChosen(bool chosen) {
     setAutoExclusive(chosen);  // a choice cannot be taken back while one has to be made
     setChecked(chosen);
     setAutoExclusive(true);
+}
+
+void ChoiceButton::paintChosen(QPainter& painter, double radius) const {
+    if (!isChecked())
+        return;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Theme::color(ColorRole::banner, palette()));
+    painter.drawRoundedRect(rect(), radius, radius);
 }
 
 }  // namespace stowpocket

@@ -7,6 +7,9 @@
 
 namespace stowpocket {
 
+/// The ring around what has the keyboard, along the inside of `rect`; nothing while another than `view` has it.
+void paintFocusRing(QPainter& painter, const QWidget& view, const QRectF& rect, double radius);
+
 /// The base of buttons that paint themselves. Return presses them as Space does.
 class PaintedButton : public QPushButton {
 public:
@@ -16,8 +19,6 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    /// The ring around what has the keyboard, along the inside of `rect`; nothing while another has it.
-    void paintFocusRing(QPainter& painter, const QRectF& rect, double radius) const;
 };
 
 /// One of several choices of which one is made: those with the same parent take turns, and arrow keys go between
@@ -28,6 +29,10 @@ public:
 
     /// Also takes back the choice, which no user can.
     void setChosen(bool chosen);
+
+protected:
+    /// The ground of the choice that is made; nothing under the others.
+    void paintChosen(QPainter& painter, double radius) const;
 };
 
 }  // namespace stowpocket

@@ -28,15 +28,11 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        if (isChecked()) {
-            painter.setPen(Qt::NoPen);
-            painter.setBrush(Theme::color(ColorRole::banner, palette()));
-            painter.drawRoundedRect(rect(), segmentRadius, segmentRadius);
-        }
+        paintChosen(painter, segmentRadius);
         painter.setFont(Theme::font(labelPointSize, isChecked() ? FontWeight::semibold : FontWeight::regular));
         painter.setPen(Theme::color(isChecked() ? ColorRole::onBanner : ColorRole::primary, palette()));
         painter.drawText(rect(), Qt::AlignCenter, text());
-        paintFocusRing(painter, rect(), segmentRadius);
+        paintFocusRing(painter, *this, rect(), segmentRadius);
     }
 };
 

@@ -80,7 +80,7 @@ void ShortcutButton::paintEvent(QPaintEvent*) {
     painter.setPen(Theme::color(textRole(state_), palette()));
     painter.drawText(shape, Qt::AlignCenter, words);
     if (!isRecording)  // its border says enough, and all keys go there
-        paintFocusRing(painter, shape, radius);
+        paintFocusRing(painter, *this, shape, radius);
 }
 
 }  // namespace stowpocket

@@ -45,18 +45,14 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        if (isChecked()) {
-            painter.setPen(Qt::NoPen);
-            painter.setBrush(Theme::color(ColorRole::banner, palette()));
-            painter.drawRoundedRect(rect(), tabRadius, tabRadius);
-        }
+        paintChosen(painter, tabRadius);
         const ColorRole role = isChecked() ? ColorRole::onBanner : ColorRole::secondary;
         drawSymbol(painter, QRect(0, tabPadding, width(), iconHeight), tab_.icon,
                    {.pointSize = iconPointSize, .role = role}, *this);
         painter.setPen(Theme::color(role, palette()));
         painter.drawText(rect().adjusted(0, tabPadding + iconHeight + labelTop, 0, -tabPadding), Qt::AlignCenter,
                          text());
-        paintFocusRing(painter, rect(), tabRadius);
+        paintFocusRing(painter, *this, rect(), tabRadius);
     }
 
 private:

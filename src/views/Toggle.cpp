@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/Toggle.h"
 
+#include "views/PaintedButton.h"
 #include "views/Theme.h"
 
 #include <QPainter>
@@ -21,7 +22,6 @@ constexpr double boxBorderOpacity = 0.5;
 constexpr int labelLeft = 6;
 constexpr int labelPointSize = 13;
 constexpr int margin = 3;
-constexpr double focusRingWidth = 2;
 
 }  // namespace
 
@@ -44,19 +44,12 @@ QSize Toggle::sizeHint() const {
 void Toggle::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    QRectF ring = style_ == Style::switchControl ? switchFrame() : QRectF(rect());
+    const QRectF ring = style_ == Style::switchControl ? switchFrame() : QRectF(rect());
     if (style_ == Style::switchControl)
         paintSwitch(painter);
     else
         paintCheckbox(painter);
-    if (!hasFocus())
-        return;
-    constexpr double inset = focusRingWidth / 2;
-    ring.adjust(inset, inset, -inset, -inset);
-    const double radius = style_ == Style::switchControl ? ring.height() / 2 : boxRadius;
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(Theme::color(ColorRole::focus, palette()), focusRingWidth));
-    painter.drawRoundedRect(ring, radius, radius);
+    paintFocusRing(painter, *this, ring, style_ == Style::switchControl ? ring.height() / 2 : boxRadius);
 }
 
 QRectF Toggle::switchFrame() const {
