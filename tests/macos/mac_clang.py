@@ -29,7 +29,7 @@ WARNINGS = '''-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -
     -Wnullable-to-nonnull-conversion -Wobjc-interface-ivars'''.split()
 
 
-def _answer(*words):
+def answer(*words):
     return subprocess.run(words, capture_output=True, text=True, check=True).stdout.strip()
 
 
@@ -38,8 +38,8 @@ def command(architecture, system=OLDEST_SYSTEM):
     size of a word only from the name of this machine's processor."""
     is_foreign = architecture == 'arm64' and platform.machine() == 'x86_64'
     own_processor = ['-D__x86_64__=1'] if is_foreign else []
-    folders = [DECLARATIONS / 'libcxx', STANDARD_LIBRARY, _answer(CLANG, '-print-resource-dir') + '/include',
-               '/usr/include/' + _answer('gcc', '-print-multiarch'), '/usr/include']
+    folders = [DECLARATIONS / 'libcxx', STANDARD_LIBRARY, answer(CLANG, '-print-resource-dir') + '/include',
+               '/usr/include/' + answer('gcc', '-print-multiarch'), '/usr/include']
     return [str(CLANG), '-target', f'{architecture}-apple-macos{system}', '-std=c++20', '-fobjc-arc', '-fblocks',
             '-stdlib=libc++', '-nostdlibinc', '-nostdinc++', '-D_GNU_SOURCE=1', '-U__nonnull', *own_processor,
             *(f'-isystem{folder}' for folder in folders), f'-I{DECLARATIONS}', f'-I{PROJECT / "src"}']
