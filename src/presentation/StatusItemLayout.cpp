@@ -51,7 +51,8 @@ StatusItemLayout layOutStatusItem(const StatusItemMeasure& measure, const Size& 
     StatusItemLayout layout;
     const double byHeight = std::clamp(granted.height / wish.height, smallestScale, largestScale);
     const double byWidth = granted.width / wish.width;
-    const bool isWideEnough = byWidth >= std::min(byHeight, 1.0);
+    // In a square the symbol would have to shrink to make room beside it.
+    const bool isWideEnough = byWidth >= std::min(byHeight, 1.0) && granted.width != granted.height;
     if (isWideEnough || measure.titleWidth <= 0) {
         layout.scale = std::max(smallestScale, std::min(byHeight, byWidth));
         placeBeside(layout, measure, granted);

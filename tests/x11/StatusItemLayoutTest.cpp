@@ -32,7 +32,7 @@ TEST(StatusItemLayout, asksForTheRoomThatItThenUses) {
 }
 
 TEST(StatusItemLayout, makesABadgeOfTheCountInASquare) {
-    for (const double side : {12.0, 16.0, 22.0, 24.0}) {
+    for (const double side : {12.0, 16.0, 22.0, 24.0, 48.0}) {
         for (const StatusItemMeasure& measure : {counted, hundreds}) {
             const StatusItemLayout layout = layOutStatusItem(measure, {side, side});
             EXPECT_EQ(layout.countPlace, CountPlace::badge) << side;
