@@ -49,7 +49,11 @@ QImage IconTheme::icon(const QString& name, int side) {
         chooseFallbackTheme();
         isReady_ = true;
     }
-    return QIcon::fromTheme(name).pixmap(QSize(side, side), 1).toImage();
+    // Asked for 48 pixels, Qt takes Breeze's 22 at double density, which are bare outlines for lists.
+    const int drawn =
+        side == 48 && QIcon::themeName().startsWith(QLatin1String("breeze"), Qt::CaseInsensitive) ? 64 : side;
+    const QImage image = QIcon::fromTheme(name).pixmap(QSize(drawn, drawn), 1).toImage();
+    return drawn == side ? image : image.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 }
 
 }  // namespace stowpocket
