@@ -74,13 +74,13 @@ TEST(DragWatching, tellsWhenTheSourceHasGone) {
     EXPECT_EQ(watching.ending(), DragEnd::sourceGone);
 }
 
-TEST(DragWatching, takesADragThatFollowsAtOnceForTheSameAnnouncement) {
+TEST(DragWatching, endsOnceWhereADragFollowsAtOnce) {
     DragWatching watching = asked();
     EXPECT_EQ(watching.answered(DragOffer::files), Step::announce);
     EXPECT_EQ(watching.buttonsSeen(false), Step::settle);
     EXPECT_EQ(watching.ownerChanged(Owner::another, true), Step::ask);
     EXPECT_EQ(watching.settled(), Step::none);
-    EXPECT_EQ(watching.answered(DragOffer::promise), Step::none);
+    EXPECT_EQ(watching.answered(DragOffer::promise), Step::announce);
     EXPECT_EQ(watching.ownerChanged(Owner::another, true), Step::ask);
     EXPECT_EQ(watching.answered(DragOffer::nothing), Step::end);
 }

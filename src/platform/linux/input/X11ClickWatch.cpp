@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/input/X11ClickWatch.h"
 
+#include "platform/linux/WaylandSession.h"
 #include "platform/linux/x11/XcbAnswer.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <xcb/xinput.h>
 
@@ -30,6 +31,7 @@ X11ClickWatch::X11ClickWatch(xcb_connection_t* connection)
 
 X11ClickWatch::~X11ClickWatch() {
     QCoreApplication::instance()->removeNativeEventFilter(this);
+    QObject::disconnect(deactivation_);
 }
 
 std::uint32_t X11ClickWatch::pressedButtons() const {
@@ -41,6 +43,18 @@ std::uint32_t X11ClickWatch::pressedButtons() const {
 }
 
 void X11ClickWatch::follow() {
+    followServer();
+    QObject::disconnect(deactivation_);
+    if (monitors_.isEmpty() || !isWaylandSession())
+        return;
+    deactivation_ =
+        QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, [this](Qt::ApplicationState state) {
+            if (state == Qt::ApplicationInactive)
+                clicked();
+        });
+}
+
+void X11ClickWatch::followServer() {
     struct {
         xcb_input_event_mask_t head{XCB_INPUT_DEVICE_ALL_MASTER, 1};
         std::uint32_t bits = 0;
@@ -58,13 +72,16 @@ void X11ClickWatch::follow() {
 }
 
 bool X11ClickWatch::nativeEventFilter(const QByteArray& kind, void* message, qintptr*) {
-    if (kind == "xcb_generic_event_t" && isOutsideClick(*static_cast<const xcb_generic_event_t*>(message))) {
-        monitors_.anyOf([](const Handler& handler) {
-            handler();
-            return false;
-        });
-    }
+    if (kind == "xcb_generic_event_t" && isOutsideClick(*static_cast<const xcb_generic_event_t*>(message)))
+        clicked();
     return false;
+}
+
+void X11ClickWatch::clicked() const {
+    monitors_.anyOf([](const Handler& handler) {
+        handler();
+        return false;
+    });
 }
 
 bool X11ClickWatch::isOutsideClick(const xcb_generic_event_t& event) const {

@@ -4,6 +4,7 @@
 #include "platform/MonitorList.h"
 
 #include <QAbstractNativeEventFilter>
+#include <QMetaObject>
 
 #include <cstdint>
 #include <xcb/xcb.h>
@@ -12,7 +13,8 @@ namespace stowpocket {
 
 /// Sees the left and right mouse buttons go down outside this program's windows, whoever holds the pointer. Without
 /// monitors the server sends nothing. On Qt's connection, which has agreed on the version of the input extension;
-/// where the extension is missing there are no clicks.
+/// where the extension is missing there are no clicks. Of a click on a Wayland window the server learns nothing but
+/// that the keyboard goes elsewhere, so in a Wayland session that counts as one.
 class X11ClickWatch : private QAbstractNativeEventFilter {
 public:
     using Handler = std::function<void()>;
@@ -33,10 +35,13 @@ private:
     [[nodiscard]] bool isOutsideClick(const xcb_generic_event_t& event) const;
     [[nodiscard]] bool pointerIsOverOwnWindow() const;
     void follow();
+    void followServer();
+    void clicked() const;
 
     xcb_connection_t* const connection_;
     const xcb_window_t root_;
     std::uint8_t inputExtension_ = 0;
+    QMetaObject::Connection deactivation_;
     MonitorList<Handler> monitors_{[this] { follow(); }};
 };
 

@@ -29,7 +29,9 @@ DragWatching::Step DragWatching::answered(DragOffer offer) {
     if (offer == DragOffer::nothing)
         return finish();
     state_ = State::dragging;
-    return std::exchange(isAnnounced_, true) ? Step::none : Step::announce;
+    // Whoever was told of a drag before may have seen its drop, and this may be another one.
+    isAnnounced_ = true;
+    return Step::announce;
 }
 
 DragWatching::Step DragWatching::buttonsSeen(bool isButtonHeld) {

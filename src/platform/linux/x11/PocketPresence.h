@@ -12,8 +12,10 @@ public:
     void setResident(bool isResident) { isResident_ = isResident; }
     void dragBegan();
     void dragEnded(DragEnd end);
-    /// A drag is over the pocket, or no longer: it left or was dropped.
+    /// A drag is over the pocket, or has left it.
     void setHovered(bool isHovered) { isHovered_ = isHovered; }
+    /// On the pocket, so that the drag is over whatever else is known of it.
+    void dropped() { isDragOn_ = isHovered_ = false; }
 
     [[nodiscard]] bool isShown() const { return isResident_ || isDragOn_ || isHovered_; }
 

@@ -17,6 +17,8 @@ constexpr std::array<std::string_view, atomCount> x11AtomNames{
     "_XEMBED",
     "_XEMBED_INFO",
     "_NET_ACTIVE_WINDOW",
+    "_NET_SUPPORTING_WM_CHECK",
+    "_NET_WM_NAME",
     "_NET_WM_STATE",
     "_NET_WM_STATE_ABOVE",
     "_NET_WM_STATE_SKIP_TASKBAR",
@@ -107,6 +109,18 @@ bool X11Connection::isOwn(xcb_window_t window) const {
     return (window & ~setup->resource_id_mask) == setup->resource_id_base;
 }
 
+bool X11Connection::isWindowManagers(xcb_window_t window) const {
+    const std::vector<std::uint32_t> manager = property(root(), X11Atom::windowManager);
+    // All programs get ranges of numbers of the same size.
+    const std::uint32_t ranges = ~xcb_get_setup(connection_)->resource_id_mask;
+    return !manager.empty() && (manager.front() & ranges) == (window & ranges);
+}
+
+std::string X11Connection::windowManagerName() const {
+    const std::vector<std::uint32_t> manager = property(root(), X11Atom::windowManager);
+    return manager.empty() ? std::string() : text(manager.front(), X11Atom::windowName).value_or(std::string());
+}
+
 bool X11Connection::isButtonHeld() const {
     constexpr unsigned dragging = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
     const XcbAnswer<xcb_query_pointer_reply_t> pointer(
@@ -139,6 +153,12 @@ std::optional<std::uint8_t> X11Connection::depthOfVisual(xcb_visualid_t visual) 
         }
     }
     return std::nullopt;
+}
+
+void X11Connection::keepAboveUnlisted(xcb_window_t window) const {
+    setProperty(window, atom(X11Atom::windowState), XCB_ATOM_ATOM,
+                {atom(X11Atom::windowStateAbove), atom(X11Atom::windowStateSkipTaskbar),
+                 atom(X11Atom::windowStateSkipPager)});
 }
 
 void X11Connection::hearAlso(xcb_window_t window, std::uint32_t mask) const {

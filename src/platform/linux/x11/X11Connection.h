@@ -29,6 +29,8 @@ enum class X11Atom : std::size_t {
     xembed,
     xembedInfo,
     activeWindow,
+    windowManager,
+    windowName,
     windowState,
     windowStateAbove,
     windowStateSkipTaskbar,
@@ -75,6 +77,10 @@ public:
     void setText(xcb_window_t window, X11Atom name, X11Atom type, std::string_view text) const;
     /// Whether this program made the window.
     [[nodiscard]] bool isOwn(xcb_window_t window) const;
+    /// Whether the window manager made the window.
+    [[nodiscard]] bool isWindowManagers(xcb_window_t window) const;
+    /// As it calls itself; empty when it does not.
+    [[nodiscard]] std::string windowManagerName() const;
     /// Whether any of the three buttons that can drag is down, in whatever program.
     [[nodiscard]] bool isButtonHeld() const;
     /// In pixels, on the root window. What Qt believes of an embedded window is wrong in several panels.
@@ -83,6 +89,8 @@ public:
     [[nodiscard]] xcb_window_t parentOf(xcb_window_t window) const;
     [[nodiscard]] std::optional<std::uint8_t> depthOfVisual(xcb_visualid_t visual) const;
 
+    /// Asks the window manager to keep a window that is not shown yet above the others and out of lists of windows.
+    void keepAboveUnlisted(xcb_window_t window) const;
     /// Also hears the events of `mask` that concern `window`, beside what is heard already.
     void hearAlso(xcb_window_t window, std::uint32_t mask) const;
     /// Sends a client message about `window` to whoever selected `mask` on `destination`.

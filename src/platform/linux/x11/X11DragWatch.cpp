@@ -15,6 +15,8 @@ using namespace std::chrono_literals;
 constexpr auto buttonInterval = 100ms;
 /// Drops arrive a few milliseconds after the button is up.
 constexpr auto settlingTime = 300ms;
+/// Not every compositor tells the end of a drag, so after this long it is taken to be over.
+constexpr auto longestWaylandDrag = 20s;
 constexpr std::uint8_t sentEventBit = 0x80;
 
 }  // namespace
@@ -35,8 +37,8 @@ X11DragWatch::X11DragWatch(const X11Connection& connection) : connection_(connec
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
     xcb_flush(server);
     settling_.setSingleShot(true);
-    QObject::connect(&buttons_, &QTimer::timeout,
-                     [this] { take(watching_.buttonsSeen(connection_.isButtonHeld())); });
+    waylandDrag_.setSingleShot(true);
+    QObject::connect(&buttons_, &QTimer::timeout, [this] { take(watching_.buttonsSeen(isButtonHeld())); });
     QObject::connect(&settling_, &QTimer::timeout, [this] { take(watching_.settled()); });
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
@@ -68,7 +70,15 @@ void X11DragWatch::ownerChanged(xcb_window_t owner, xcb_timestamp_t time) {
         who = Owner::nobody;
     else if (connection_.isOwn(owner))
         who = Owner::ourselves;
-    take(watching_.ownerChanged(who, connection_.isButtonHeld()), time);
+    waylandDrag_.stop();
+    if (who == Owner::another && connection_.isWindowManagers(owner))
+        waylandDrag_.start(longestWaylandDrag);
+    take(watching_.ownerChanged(who, isButtonHeld()), time);
+}
+
+/// Buttons that went down over a Wayland window are not known to the server.
+bool X11DragWatch::isButtonHeld() const {
+    return waylandDrag_.isActive() || connection_.isButtonHeld();
 }
 
 void X11DragWatch::answered(const xcb_selection_notify_event_t& answer) {

@@ -19,11 +19,12 @@ public:
     explicit X11DragWatch(const X11Connection& connection);
 
     Signal<> began;
-    /// Emitted after every `began`, and once more when the source goes after the buttons did.
+    /// Emitted when no drag is on any more after `began`, and once more when the source goes after the buttons did.
     Signal<DragEnd> ended;
 
 private:
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    [[nodiscard]] bool isButtonHeld() const;
     void later(std::function<void()> work);
     void ownerChanged(xcb_window_t owner, xcb_timestamp_t time);
     void answered(const xcb_selection_notify_event_t& answer);
@@ -33,6 +34,8 @@ private:
     const X11Connection& connection_;
     const X11Requestor requestor_;
     DragWatching watching_;
+    /// Runs while a Wayland program drags, for which its compositor, the window manager here, stands in.
+    QTimer waylandDrag_;
     std::uint8_t ownerEvent_ = 0;
     QTimer buttons_;
     QTimer settling_;

@@ -57,7 +57,7 @@ void X11FaceWindow::dropEvent(QDropEvent* event) {
         return event->ignore();
     QtDraggingPasteboard pasteboard(*event->mimeData(), promises_);
     answer(*event, face_.dropView->performDragOperation(pasteboard) ? DragOperation::copy : DragOperation::none);
-    hovered.emit(false);
+    dropped.emit();
 }
 
 }  // namespace stowpocket

@@ -18,8 +18,9 @@ public:
 
     /// Shows a changed face, wishing for more or less room.
     virtual void showFace();
-    /// A drag came over the window, or left it or was dropped.
+    /// A drag came over the window, or has left it.
     Signal<bool> hovered;
+    Signal<> dropped;
 
 protected:
     [[nodiscard]] const StatusItemFace& face() const { return face_; }

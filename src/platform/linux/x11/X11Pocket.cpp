@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11/X11Pocket.h"
 
+#include "platform/linux/WaylandSession.h"
+
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -69,6 +71,10 @@ void X11Pocket::makeWindow() {
         presence_.setHovered(isHovered);
         follow();
     });
+    dropped_ = window_->dropped.connect([this] {
+        presence_.dropped();
+        follow();
+    });
     const QScreen* const screen = QGuiApplication::primaryScreen();
     if (screen != nullptr)
         QObject::connect(screen, &QScreen::availableGeometryChanged, window_.get(), [this] { standInCorner(); });
@@ -83,13 +89,14 @@ void X11Pocket::standInCorner() {
     const QScreen* const screen = QGuiApplication::primaryScreen();
     if (icon_ || screen == nullptr)
         return;
-    const QRect available = screen->availableGeometry();
+    const QRect available = usableArea(*screen);
     window_->move(available.right() + 1 - distanceFromEdge - window_->width(), available.top() + distanceFromEdge);
     changed.emit();
 }
 
 void X11Pocket::close() {
     hovered_.reset();
+    dropped_.reset();
     if (!window_)
         return;
     window_->hide();

@@ -46,6 +46,7 @@ private:
     std::optional<QRect> icon_;
     std::unique_ptr<X11PocketWindow> window_;
     Subscription hovered_;
+    Subscription dropped_;
 };
 
 }  // namespace stowpocket

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11/X11PocketWindow.h"
 
+#include "platform/linux/WaylandSession.h"
+
 #include <QGuiApplication>
 #include <QPainterPath>
 #include <QScreen>
@@ -13,6 +15,11 @@ constexpr double faceScale = 1.4;
 constexpr double padding = 7;
 constexpr double cornerRadius = 10;
 constexpr float borderOpacity = 0.22F;
+
+/// KWin lets Wayland programs drop into no X11 window that it does not manage.
+bool needsManager(const X11Connection& connection) {
+    return isWaylandSession() && connection.windowManagerName() == "KWin";
+}
 
 QPainterPath panelOutline(const QRectF& room) {
     QPainterPath path;
@@ -36,6 +43,10 @@ X11PocketWindow::X11PocketWindow(const X11Connection& connection, const StatusIt
     setWindowFlag(Qt::WindowStaysOnTopHint);
     setAttribute(Qt::WA_TranslucentBackground, connection.selectionOwner(X11Atom::compositorOwner) != x11None);
     setAcceptDrops(true);
+    if (needsManager(connection)) {
+        setWindowFlag(Qt::X11BypassWindowManagerHint, false);
+        connection.keepAboveUnlisted(static_cast<xcb_window_t>(winId()));
+    }
     setWindowTitle(QStringLiteral("stowpocket pocket"));
     X11PocketWindow::showFace();
 }

@@ -8,10 +8,7 @@ bool X11PopoverHost::blendsWindows() const {
 }
 
 void X11PopoverHost::prepare(QWidget& window) {
-    connection_.setProperty(
-        static_cast<xcb_window_t>(window.winId()), connection_.atom(X11Atom::windowState), XCB_ATOM_ATOM,
-        {connection_.atom(X11Atom::windowStateAbove), connection_.atom(X11Atom::windowStateSkipTaskbar),
-         connection_.atom(X11Atom::windowStateSkipPager)});
+    connection_.keepAboveUnlisted(static_cast<xcb_window_t>(window.winId()));
 }
 
 void X11PopoverHost::willShow(QWidget& window) {

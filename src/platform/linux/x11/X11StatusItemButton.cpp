@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11/X11StatusItemButton.h"
 
+#include "platform/linux/WaylandSession.h"
 #include "platform/linux/x11/TrayColors.h"
 
 #include <QCursor>
@@ -28,13 +29,19 @@ constexpr std::array<int, 4> notifierSizes{16, 22, 32, 48};
 /// Stands out from light and dark bars alike, for hosts that do not tell which they are.
 constexpr QRgb neutralColor = 0xFF8C8C8C;
 
+/// Some hosts tell nothing, and some the place within the icon instead of that on the screen.
+bool isPlaceOnScreen(const QPoint& pixels) {
+    constexpr int largestIcon = 64;
+    return pixels.x() > largestIcon || pixels.y() > largestIcon;
+}
+
 /// Where an icon would most likely be.
 QRect usualCorner() {
     const QScreen* const screen = QGuiApplication::primaryScreen();
     if (screen == nullptr)
         return {};
     constexpr int distanceFromEdge = 24;
-    return {screen->availableGeometry().topRight() - QPoint(distanceFromEdge, 0), QSize(1, 0)};
+    return {usableArea(*screen).topRight() - QPoint(distanceFromEdge, 0), QSize(1, 0)};
 }
 
 }  // namespace
@@ -140,8 +147,9 @@ void X11StatusItemButton::click() {
 }
 
 void X11StatusItemButton::activated(const QPoint& pixels) {
-    const std::optional<QRect> place = pixels.isNull() ? std::nullopt : pointsOf(QRect(pixels, QSize(1, 1)));
-    lastMet_ = place.value_or(QRect(QCursor::pos(), QSize(1, 1)));
+    lastMet_ = isPlaceOnScreen(pixels) ? pointsOf(QRect(pixels, QSize(1, 1))) : std::nullopt;
+    if (!lastMet_ && !isWaylandSession())
+        lastMet_ = QRect(QCursor::pos(), QSize(1, 1));
     click();
 }
 
