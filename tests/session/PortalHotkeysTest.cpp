@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "fakes/FakeInput.h"
+#include "platform/LayeredPreferenceStore.h"
 #include "platform/linux/portal/PortalHotkeyService.h"
 #include "platform/linux/portal/PortalNames.h"
 #include "platform/linux/portal/ShortcutTrigger.h"
@@ -26,7 +27,7 @@ protected:
         auto grabs = std::make_unique<FakeHotkeyService>(log);
         keyGrabs = grabs.get();
         service = std::make_unique<PortalHotkeyService>(
-            bus.connection(QStringLiteral("client")),
+            bus.connection(QStringLiteral("client")), preferences,
             [](const HotkeyIdentifier& hotkey) {
                 const QString id = hotkey.id == 1 ? QStringLiteral("shelf") : QStringLiteral("drop");
                 return PortalHotkeyService::Name{id, QStringLiteral("Does it")};
@@ -49,6 +50,13 @@ protected:
         shelf = service->registerHotkey(shelfKey, optionShift, {0, 1});
         drop.reset();
         drop = service->registerHotkey(2, optionShift, {0, 2});
+    }
+    void restart() {
+        shelf.reset();
+        drop.reset();
+        service.reset();
+        start();
+        registerHotkeys();
     }
     void startBound() {
         startPortal();
@@ -77,6 +85,7 @@ protected:
 
     PrivateBus bus;
     CallLog log;
+    LayeredPreferenceStore preferences;
     std::unique_ptr<FakePortal> portal;
     FakeHotkeyService* keyGrabs = nullptr;
     std::string presses;
@@ -151,6 +160,9 @@ TEST_F(PortalHotkeysTest, aRefusalHoldsUntilTheHotkeysChange) {
     registerHotkeys();
     comeToRest();
     EXPECT_EQ(takeCalls(), Calls());
+    restart();
+    comeToRest();
+    EXPECT_EQ(takeCalls(), Calls{greeting}) << "nor does the next start open the dialog again";
     registerHotkeys(0);
     waitFor(HotkeySource::portal);
     portal->closeSession();

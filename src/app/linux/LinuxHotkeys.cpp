@@ -4,16 +4,11 @@
 #include "platform/linux/input/X11EventMonitors.h"
 #include "platform/linux/input/X11HotkeyService.h"
 #include "platform/linux/portal/PortalHotkeyService.h"
+#include "platform/linux/WaylandSession.h"
 #include "platform/linux/x11/X11Connection.h"
 
 namespace stowpocket {
 namespace {
-
-/// Whether the X server, if there is one, only stands in for a Wayland compositor, which keeps keys to itself.
-bool isWaylandSession() {
-    return qEnvironmentVariable("XDG_SESSION_TYPE") == QStringLiteral("wayland") ||
-           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-}
 
 PortalHotkeyService::Name portalName(const HotkeyIdentifier& hotkey) {
     if (hotkey == quickDropHotkey)
@@ -35,7 +30,7 @@ std::unique_ptr<HotkeyService> LinuxHotkeys::makeService() const {
     if (!isWaylandSession())
         return makeKeyGrabs();
     return std::make_unique<PortalHotkeyService>(
-        QDBusConnection::sessionBus(), portalName, [this] { return makeKeyGrabs(); }, services_.useToken);
+        QDBusConnection::sessionBus(), services_.preferences, portalName, [this] { return makeKeyGrabs(); }, services_.useToken);
 }
 
 std::unique_ptr<HotkeyService> LinuxHotkeys::makeKeyGrabs() const {

@@ -4,6 +4,7 @@
 #include "foundation/BundleIdentifier.h"
 #include "platform/linux/portal/PortalNames.h"
 #include "platform/linux/portal/ShortcutTrigger.h"
+#include "platform/PreferenceStore.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
@@ -48,9 +49,10 @@ private:
     const std::list<Hotkey>::iterator mine_;
 };
 
-PortalHotkeyService::PortalHotkeyService(const QDBusConnection& bus, NameOf nameOf, MakeKeyGrabs makeKeyGrabs,
-                                         UseToken useToken)
+PortalHotkeyService::PortalHotkeyService(const QDBusConnection& bus, PreferenceStore& preferences, NameOf nameOf,
+                                         MakeKeyGrabs makeKeyGrabs, UseToken useToken)
     : bus_(bus),
+      preferences_(preferences),
       nameOf_(std::move(nameOf)),
       makeKeyGrabs_(std::move(makeKeyGrabs)),
       useToken_(std::move(useToken)),
@@ -93,7 +95,8 @@ void PortalHotkeyService::askVersion() {
 }
 
 void PortalHotkeyService::found(const QDBusMessage& answer) {
-    if (versionIn(answer) == 0) {
+    version_ = versionIn(answer);
+    if (version_ == 0) {
         state_ = State::absent;
         qInfo("stowpocket: the desktop offers no global shortcuts; they work in X11 windows only");
     } else {
@@ -134,7 +137,12 @@ void PortalHotkeyService::settle() {
     session_.reset();
     asked_ = shortcuts;
     state_ = State::ready;
-    if (!shortcuts.isEmpty())
+    if (shortcuts.isEmpty())
+        return;
+    const std::optional<PropertyValue> refused = preferences_.value(refusedPortalShortcutsKey);
+    if (refused == PropertyValue(question()))
+        state_ = State::refused;
+    else
         bind(shortcuts);
 }
 
@@ -162,6 +170,8 @@ void PortalHotkeyService::grabKeys() {
 
 void PortalHotkeyService::ended(const PortalAnswer& answer) {
     qWarning("stowpocket: no global shortcuts from the desktop's portal: %s", qUtf8Printable(answer.reason));
+    if (state_ == State::binding && answer.kind == PortalAnswer::Kind::refused)
+        preferences_.setValue(refusedPortalShortcutsKey, question());
     session_.reset();
     isTrusted_ = answer.kind != PortalAnswer::Kind::failed;
     state_ = isTrusted_ ? State::refused : State::absent;
@@ -189,6 +199,13 @@ QList<PortalShortcut> PortalHotkeyService::wanted() const {
     // Registered anew they come in another order.
     std::ranges::sort(shortcuts, {}, &PortalShortcut::id);
     return shortcuts;
+}
+
+std::string PortalHotkeyService::question() const {
+    QString question = QString::number(version_);
+    for (const PortalShortcut& shortcut : asked_)
+        question += QStringLiteral(" %1=%2").arg(shortcut.id, shortcut.trigger);
+    return question.toStdString();
 }
 
 }  // namespace stowpocket

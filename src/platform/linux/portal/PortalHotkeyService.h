@@ -12,9 +12,14 @@
 
 namespace stowpocket {
 
+class PreferenceStore;
+
+/// Preference: the set of shortcuts that the desktop refused when it was asked last, a string.
+inline constexpr std::string_view refusedPortalShortcutsKey = "refusedPortalShortcuts";
+
 /// Hotkeys of a Wayland session, where only the desktop hears every key: it is asked through its portal, and has the
 /// last word on the keys. All that is registered in one turn of the main loop is asked for at once, and the same set
-/// never twice, since every question may open a dialog. Where there is no such portal, keys are grabbed meanwhile as
+/// never twice, since every question may open a dialog; nor again at the next start where it was refused. Where there is no such portal, keys are grabbed meanwhile as
 /// they were under X11, which hear what is typed into X11 windows. Nothing here waits. Lives as long as the
 /// registrations.
 class PortalHotkeyService : public HotkeyService {
@@ -29,7 +34,9 @@ public:
     /// Gets the token that comes with a press, before the press.
     using UseToken = std::function<void(const std::string& activationToken)>;
 
-    PortalHotkeyService(const QDBusConnection& bus, NameOf nameOf, MakeKeyGrabs makeKeyGrabs, UseToken useToken);
+    /// `preferences` outlives it.
+    PortalHotkeyService(const QDBusConnection& bus, PreferenceStore& preferences, NameOf nameOf,
+                        MakeKeyGrabs makeKeyGrabs, UseToken useToken);
 
     void installEventHandler(Handler handler) override { handler_ = std::move(handler); }
     /// Never null: whether the desktop agrees comes out later.
@@ -64,8 +71,11 @@ private:
     void ended(const PortalAnswer& answer);
     void activated(const QString& id, const QString& token) const;
     [[nodiscard]] QList<PortalShortcut> wanted() const;
+    /// What was asked for, and of which kind of portal: a newer one may do what this one does not.
+    [[nodiscard]] std::string question() const;
 
     QDBusConnection bus_;
+    PreferenceStore& preferences_;
     const NameOf nameOf_;
     const MakeKeyGrabs makeKeyGrabs_;
     const UseToken useToken_;
@@ -75,6 +85,7 @@ private:
     std::list<Hotkey> hotkeys_;
     State state_ = State::asking;
     QString owner_;
+    uint version_ = 0;
     QList<PortalShortcut> asked_;
     std::unique_ptr<PortalShortcutSession> session_;
     /// A portal that fails once would do so again.
