@@ -51,9 +51,11 @@ public:
     void show(StatusItemButton& anchor) override {
         auto* const button = dynamic_cast<MacStatusItemButton*>(&anchor);
         invariant(button != nullptr, "a popover hangs on an icon of its own desktop");
+        NSView* const view = button->view();
+        if (view.window == nil)
+            return;  // on a view that is in no window the system would raise an exception
         makeContent();
         followSize();
-        NSView* const view = button->view();
         [popover_ showRelativeToRect:view.bounds ofView:view preferredEdge:NSRectEdgeMinY];
         content_->setShown(true);
     }
@@ -75,6 +77,7 @@ private:
         content_ = makeContent_();
         popover_.contentViewController = hostingController(*content_);
         sizeChanged_ = content_->sizeChanged().connect([this] { followSize(); });
+        content_->setCancel([this] { onCancel(); });
     }
 
     void followSize() {

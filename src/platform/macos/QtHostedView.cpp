@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/macos/QtHostedView.h"
 
-#include <QEvent>
+#include <QKeyEvent>
 #include <QScreen>
 
 namespace stowpocket {
@@ -39,9 +39,18 @@ void QtHostedView::layoutRequested() {
     sizeChanged_.emit();
 }
 
-bool QtHostedView::LayoutWatch::eventFilter(QObject* watched, QEvent* event) {
+bool QtHostedView::keyPressed(int key) {
+    if (key != Qt::Key_Escape || !cancel_)
+        return false;
+    cancel_();
+    return true;
+}
+
+bool QtHostedView::ContentWatch::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::LayoutRequest)
         view_.layoutRequested();
+    else if (event->type() == QEvent::KeyPress && view_.keyPressed(static_cast<QKeyEvent*>(event)->key()))
+        return true;
     return QObject::eventFilter(watched, event);
 }
 

@@ -22,13 +22,14 @@ public:
     [[nodiscard]] void* nativeView() override;
     [[nodiscard]] Size size() const override;
     [[nodiscard]] Signal<>& sizeChanged() override { return sizeChanged_; }
+    void setCancel(std::function<void()> cancel) override { cancel_ = std::move(cancel); }
     void setShown(bool isShown) override { content_->setVisible(isShown); }
 
 private:
-    /// Watches for the content's wishes.
-    class LayoutWatch : public QObject {
+    /// Watches for the content's wishes, and for keys that have come up to it unused.
+    class ContentWatch : public QObject {
     public:
-        explicit LayoutWatch(QtHostedView& view) : view_(view) {}
+        explicit ContentWatch(QtHostedView& view) : view_(view) {}
         bool eventFilter(QObject* watched, QEvent* event) override;
 
     private:
@@ -36,11 +37,14 @@ private:
     };
 
     void layoutRequested();
+    /// Whether the key has had its effect.
+    [[nodiscard]] bool keyPressed(int key);
 
     const std::unique_ptr<QWidget> content_;
     const std::optional<QSize> fixedSize_;
     Signal<> sizeChanged_;
-    LayoutWatch watch_{*this};
+    std::function<void()> cancel_;
+    ContentWatch watch_{*this};
     Size announced_;
 };
 
