@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 // What lies between the toolkit's views and the system's windows, as far as it is the toolkit's.
+#include "app/macos/OpenedFiles.h"
 #include "platform/macos/QtHostedView.h"
 #include "platform/macos/QtPixels.h"
 
 #include <QApplication>
+#include <QFileOpenEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -35,12 +38,50 @@ TEST(QtHostedViewTest, asksForAnotherSizeWheneverItsContentDoes) {
     EXPECT_FALSE(label->isVisible());
 }
 
+TEST(QtHostedViewTest, isCancelledByEscapeThatItsContentLeaves) {
+    auto content = std::make_unique<QWidget>();
+    auto* const label = new QLabel(content.get());
+    QtHostedView view(std::move(content));
+    int cancelled = 0;
+    const auto press = [&](QWidget* widget, int key) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(widget, &event);
+        return event.isAccepted();
+    };
+    EXPECT_FALSE(press(label, Qt::Key_Escape));
+    view.setCancel([&] { ++cancelled; });
+    EXPECT_FALSE(press(label, Qt::Key_Return));
+    EXPECT_EQ(cancelled, 0);
+    EXPECT_TRUE(press(label, Qt::Key_Escape)) << "the system beeps at keys without effect";
+    EXPECT_EQ(cancelled, 1);
+}
+
 TEST(QtHostedViewTest, neverGrowsBeyondTheScreen) {
     auto content = std::make_unique<QWidget>();
     content->setMinimumHeight(100'000);
     EXPECT_LT(QtHostedView(std::move(content)).size().height, QApplication::primaryScreen()->size().height());
     const QtHostedView fixed(std::make_unique<QLabel>(QStringLiteral("short")), QSize(450, 520));
     EXPECT_EQ(fixed.size(), (Size{450, 520}));
+}
+
+TEST(OpenedFilesTest, deliversTogetherWhatIsOpenedTogether) {
+    std::vector<std::vector<FileURL>> delivered;
+    const OpenedFiles opened([&](const std::vector<FileURL>& files) { delivered.push_back(files); });
+    const auto open = [](const char* path) {
+        QFileOpenEvent event(QString::fromUtf8(path));
+        QCoreApplication::sendEvent(QCoreApplication::instance(), &event);
+    };
+    open("/home/a b.txt");
+    open("");
+    open("/home/\u00e4.txt");
+    EXPECT_TRUE(delivered.empty());
+    QCoreApplication::sendPostedEvents();
+    open("/home/c");
+    QCoreApplication::sendPostedEvents();
+    using Files = std::vector<FileURL>;
+    const std::vector<Files> expected{{*FileURL::fromPath("/home/a b.txt"), *FileURL::fromPath("/home/\u00e4.txt")},
+                                      {*FileURL::fromPath("/home/c")}};
+    EXPECT_EQ(delivered, expected);
 }
 
 TEST(QtPixelsTest, keepsEveryPixelBothWays) {

@@ -5,8 +5,9 @@
 #include "platform/macos/QtHostedView.h"
 #include "platform/macos/QtPixels.h"
 #include "platform/qt/QtImageContent.h"
+#include "platform/qt/StillStyle.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDesktopServices>
 #include <QMouseEvent>
 #include <QPointer>
@@ -95,7 +96,10 @@ MacServices::MacServices()
       alerts_(makeMacAlerts()),
       childProcess_(makeMacChildProcess()),
       propertyLists_(makeMacPropertyListParser()),
-      trash_(makeMacTrash()) {}
+      trash_(makeMacTrash()) {
+    if (isMotionReduced())
+        QApplication::setStyle(new StillStyle);
+}
 
 HotkeyManager& MacServices::sharedHotkeyManager() {
     if (!hotkeyManager_)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/macos/MacServices.h"
+#include "app/macos/OpenedFiles.h"
 
 #include <QApplication>
 
@@ -13,9 +14,19 @@ int main(int argc, char** argv) {
 
     MacServices services;
     const std::shared_ptr<AppDelegate> delegate = AppDelegate::make(services.forApp());
-    // The menu bar takes items once the main loop runs.
+    const OpenedFiles openedFiles([&](const std::vector<FileURL>& files) {
+        delegate->shelfViewModel().addFileURLs(files);
+        delegate->showPopover(Animation::animated);
+    });
+    std::unique_ptr<Observation> reopening;
+    // The menu bar takes items once the main loop runs, and only then the system's own way of reopening is replaced.
     QMetaObject::invokeMethod(
-        &application, [&] { delegate->applicationDidFinishLaunching(); }, Qt::QueuedConnection);
+        &application,
+        [&] {
+            delegate->applicationDidFinishLaunching();
+            reopening = observeReopening([&] { delegate->showPopover(Animation::animated); });
+        },
+        Qt::QueuedConnection);
     QObject::connect(&application, &QApplication::aboutToQuit, [&] { delegate->applicationWillTerminate(); });
     return QApplication::exec();
 }

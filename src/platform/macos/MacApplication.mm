@@ -43,6 +43,10 @@ std::unique_ptr<MainScreen> makeMacMainScreen() {
     return std::make_unique<MacMainScreen>();
 }
 
+bool isMotionReduced() {
+    return NSWorkspace.sharedWorkspace.accessibilityDisplayShouldReduceMotion;
+}
+
 std::unique_ptr<Alerts> makeMacAlerts() {
     return std::make_unique<MacAlerts>();
 }

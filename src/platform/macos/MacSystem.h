@@ -11,6 +11,7 @@
 #include "platform/UpdateFramework.h"
 #include "platform/Volumes.h"
 
+#include <functional>
 #include <memory>
 
 // The running program and what it asks of the system around it.
@@ -18,7 +19,16 @@ namespace stowpocket {
 
 [[nodiscard]] std::unique_ptr<Application> makeMacApplication();
 [[nodiscard]] std::unique_ptr<MainScreen> makeMacMainScreen();
+/// Whether the user wants nothing to move on the screen.
+[[nodiscard]] bool isMotionReduced();
 [[nodiscard]] std::unique_ptr<Alerts> makeMacAlerts();
+/// Something that is heard of until this is destroyed.
+class Observation {
+public:
+    virtual ~Observation() = default;
+};
+/// `reopened` runs on the main thread whenever the user opens the program while it runs. Made after the launch.
+[[nodiscard]] std::unique_ptr<Observation> observeReopening(std::function<void()> reopened);
 /// The main application's registration as a login item.
 [[nodiscard]] std::unique_ptr<LoginItem> makeMacLoginItem();
 /// Scripts in AppleScript.

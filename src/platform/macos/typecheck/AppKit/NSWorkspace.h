@@ -10,6 +10,7 @@ extern "C" NSNotificationName const NSWorkspaceDidUnmountNotification;
 @interface NSWorkspace : NSObject
 @property(class, readonly, strong) NSWorkspace* sharedWorkspace;
 @property(readonly, strong) NSNotificationCenter* notificationCenter;
+@property(readonly) BOOL accessibilityDisplayShouldReduceMotion SINCE(10.12);
 - (NSImage*)iconForFile:(NSString*)path;
 @end
 NS_ASSUME_NONNULL_END

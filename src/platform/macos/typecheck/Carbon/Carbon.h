@@ -29,6 +29,10 @@ enum : OSType {
     kEventParamDirectObject = 0x2d2d2d2d,  // ----
     typeEventHotKeyID = 0x686b6964,        // hkid
 };
+enum : OSType {
+    kCoreEventClass = 0x61657674,       // aevt
+    kAEReopenApplication = 0x72617070,  // rapp
+};
 enum : UInt32 {
     kEventHotKeyPressed = 5,
     cmdKey = 1 << 8,

@@ -4,6 +4,7 @@
 
 #import "NSURL.h"
 
+typedef uint32_t AEEventClass, AEEventID;
 NS_ASSUME_NONNULL_BEGIN
 @interface NSFileHandle : NSObject
 @property(class, readonly, strong) NSFileHandle* fileHandleWithNullDevice;
@@ -32,6 +33,14 @@ NS_ASSUME_NONNULL_BEGIN
 @property(readonly) NSInteger numberOfItems;
 @property(nullable, readonly, copy) NSString* stringValue;
 - (nullable NSAppleEventDescriptor*)descriptorAtIndex:(NSInteger)index;
+@end
+@interface NSAppleEventManager : NSObject
++ (NSAppleEventManager*)sharedAppleEventManager;
+- (void)setEventHandler:(id)handler
+            andSelector:(SEL)selector
+          forEventClass:(AEEventClass)eventClass
+             andEventID:(AEEventID)eventID;
+- (void)removeEventHandlerForEventClass:(AEEventClass)eventClass andEventID:(AEEventID)eventID;
 @end
 @interface NSAppleScript : NSObject <NSCopying>
 - (nullable instancetype)initWithSource:(NSString*)source NS_DESIGNATED_INITIALIZER;
