@@ -3,11 +3,15 @@
 
 #include "foundation/Bytes.h"
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 
 namespace stowpocket {
+
+/// More than a list of releases takes, in bytes. A longer answer counts as one without end.
+inline constexpr std::int64_t maxAnswerSize = std::int64_t{1} << 20u;
 
 struct FeedResponse {
     /// The HTTP status; none for an answer that is not HTTP.

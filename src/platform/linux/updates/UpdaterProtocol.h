@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/FeedSession.h"
 #include "platform/UpdateWorker.h"
 
 #include <array>
@@ -25,9 +26,6 @@ inline constexpr auto install = "install";
 inline constexpr auto discardDownload = "discard-download";
 inline constexpr auto removeReplaced = "remove-replaced";
 }  // namespace updaterCommand
-
-/// More than a list of releases takes, in bytes.
-inline constexpr std::int64_t maxAnswerSize = std::int64_t{1} << 20u;
 
 namespace detail {
 constexpr int firstFailureCode = 10;

@@ -43,6 +43,8 @@ DECL_OPTIONS(NSUInteger, NSDataReadingOptions){NSDataReadingMappedIfSafe = 1UL <
 @property(readonly) NSInteger statusCode;
 @end
 @interface NSURLSessionTask : NSObject <NSCopying>
+@property(readonly) int64_t countOfBytesReceived;
+- (void)cancel;
 - (void)resume;
 @end
 @interface NSURLSessionDataTask : NSURLSessionTask
