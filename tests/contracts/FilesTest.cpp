@@ -3,8 +3,8 @@
 #include "fakes/FakeFiles.h"
 #include "platform/linux/storage/LinuxBookmarks.h"
 #include "platform/linux/storage/MountTable.h"
-#include "platform/linux/storage/PatientProbe.h"
 #include "platform/linux/storage/PosixFileManager.h"
+#include "platform/posix/PatientProbe.h"
 
 #include <gtest/gtest.h>
 

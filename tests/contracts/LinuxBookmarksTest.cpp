@@ -4,7 +4,7 @@
 #include "contracts/TemporaryFolder.h"
 #include "platform/linux/storage/BookmarkRecord.h"
 #include "platform/linux/storage/MountTable.h"
-#include "platform/linux/storage/PatientProbe.h"
+#include "platform/posix/PatientProbe.h"
 
 #include <gtest/gtest.h>
 

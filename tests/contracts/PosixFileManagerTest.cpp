@@ -4,7 +4,7 @@
 #include "contracts/TemporaryFolder.h"
 #include "platform/linux/storage/FileTree.h"
 #include "platform/linux/storage/LinuxPreferenceStore.h"
-#include "platform/linux/storage/PatientProbe.h"
+#include "platform/posix/PatientProbe.h"
 
 #include <gtest/gtest.h>
 

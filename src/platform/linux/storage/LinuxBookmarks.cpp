@@ -3,7 +3,7 @@
 
 #include "platform/linux/storage/BookmarkLocator.h"
 #include "platform/linux/storage/MountTable.h"
-#include "platform/linux/storage/PatientProbe.h"
+#include "platform/posix/PatientProbe.h"
 
 #include <QFile>
 #include <QStandardPaths>

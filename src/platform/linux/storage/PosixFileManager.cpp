@@ -4,7 +4,7 @@
 #include "platform/linux/storage/BaseDirectories.h"
 #include "platform/linux/storage/FileTree.h"
 #include "platform/linux/storage/Folders.h"
-#include "platform/linux/storage/PatientProbe.h"
+#include "platform/posix/PatientProbe.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

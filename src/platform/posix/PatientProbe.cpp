@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/storage/PatientProbe.h"
+#include "platform/posix/PatientProbe.h"
 
 #include <condition_variable>
 #include <mutex>
