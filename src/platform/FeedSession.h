@@ -28,7 +28,8 @@ public:
     virtual ~FeedSession() = default;
     /// Whether an address can be asked at all.
     [[nodiscard]] virtual bool isValid(const std::string& url) const = 0;
-    /// Called on the main thread and returns at once. `completion` runs exactly once, later, on any thread.
+    /// Called on the main thread and returns at once. `completion` runs exactly once, later, on any thread. Not
+    /// called after this object is destroyed.
     virtual void dataTask(const std::string& url, Completion completion) = 0;
 };
 

@@ -62,8 +62,8 @@ StartFileDrag startFileDragWith(FileDragSource& drags) {
 
 MacServices::MacServices()
     : preferences_(makeUserDefaultsStore()),
-      files_(makeMacFileManager()),
-      bookmarks_(makeMacBookmarks()),
+      files_(makeMacFileManager(probe_)),
+      bookmarks_(makeMacBookmarks(probe_)),
       screen_(makeMacMainScreen()),
       thumbnails_(makeQuickLookThumbnails(makeImageContent)),
       icons_(makeMacWorkspaceIcons(makeImageContent)),

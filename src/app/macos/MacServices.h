@@ -9,6 +9,7 @@
 #include "platform/macos/MacStatusBar.h"
 #include "platform/macos/MacStorage.h"
 #include "platform/macos/MacSystem.h"
+#include "platform/posix/PatientProbe.h"
 #include "platform/qt/QtDispatch.h"
 #include "platform/qt/SystemClock.h"
 #include "views/QtViewFactory.h"
@@ -33,6 +34,7 @@ private:
     SystemClock clock_;
     NotificationCenter notificationCenter_;
     const std::unique_ptr<PreferenceStore> preferences_;
+    PatientProbe probe_{remoteMountOn};
     const std::unique_ptr<FileManager> files_;
     const std::unique_ptr<Bookmarks> bookmarks_;
     const std::unique_ptr<MainScreen> screen_;

@@ -1,29 +1,36 @@
 // SPDX-License-Identifier: MIT
 #import "platform/macos/Conversions.h"
 #include "platform/macos/MacStorage.h"
+#include "platform/posix/PatientProbe.h"
 
 #include <map>
 
 namespace stowpocket {
 namespace {
 
+std::optional<Bytes> bookmarkOf(const FileURL& url) {
+    @autoreleasepool {
+        NSData* const data = [nsURL(url) bookmarkDataWithOptions:NSURLBookmarkCreationWithSecurityScope
+                                  includingResourceValuesForKeys:nil
+                                                   relativeToURL:nil
+                                                           error:nil];
+        return data == nil ? std::nullopt : std::optional(bytesOf(data));
+    }
+}
+
 /// The right to a file hangs on the very object that resolving its bookmark gave, so these are kept by their address
 /// from then on until access has ended.
 class MacBookmarks : public Bookmarks {
 public:
+    explicit MacBookmarks(PatientProbe& probe) : probe_(probe) {}
     ~MacBookmarks() override {
         for (const auto& [url, resource] : accessed_)
             [resource stopAccessingSecurityScopedResource];
     }
 
     [[nodiscard]] std::optional<Bytes> create(const FileURL& url) override {
-        @autoreleasepool {
-            NSData* const data = [nsURL(url) bookmarkDataWithOptions:NSURLBookmarkCreationWithSecurityScope
-                                      includingResourceValuesForKeys:nil
-                                                       relativeToURL:nil
-                                                               error:nil];
-            return data == nil ? std::nullopt : std::optional(bytesOf(data));
-        }
+        using Answer = std::optional<Bytes>;
+        return probe_.ask<Answer>(url.path(), [url] { return bookmarkOf(url); }).value_or(std::nullopt);
     }
 
     [[nodiscard]] std::vector<std::optional<ResolvedBookmark>> resolve(std::span<const Bytes> bookmarks) override {
@@ -69,14 +76,15 @@ private:
         }
     }
 
+    PatientProbe& probe_;
     std::map<FileURL, NSURL*> resolved_;
     std::multimap<FileURL, NSURL*> accessed_;
 };
 
 }  // namespace
 
-std::unique_ptr<Bookmarks> makeMacBookmarks() {
-    return std::make_unique<MacBookmarks>();
+std::unique_ptr<Bookmarks> makeMacBookmarks(PatientProbe& probe) {
+    return std::make_unique<MacBookmarks>(probe);
 }
 
 }  // namespace stowpocket

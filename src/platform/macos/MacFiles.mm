@@ -2,6 +2,7 @@
 #import "platform/macos/Conversions.h"
 #include "platform/macos/MacStorage.h"
 #import "platform/macos/PropertyLists.h"
+#include "platform/posix/PatientProbe.h"
 
 namespace stowpocket {
 namespace {
@@ -14,35 +15,49 @@ NSFileManager* manager() {
     return NSFileManager.defaultManager;
 }
 
+bool existsAt(const FileURL& url) {
+    @autoreleasepool {
+        return [manager() fileExistsAtPath:nsPath(url)];
+    }
+}
+
+std::optional<FileAttributes> attributesAt(const FileURL& url) {
+    @autoreleasepool {
+        NSDictionary<NSFileAttributeKey, id>* const found = [manager() attributesOfItemAtPath:nsPath(url) error:nil];
+        if (found == nil)
+            return std::nullopt;
+        const std::optional<PropertyValue> size = propertyValueOf(found[NSFileSize]);
+        return FileAttributes{size ? size->integer() : std::nullopt};
+    }
+}
+
+bool makeFolderAt(const FileURL& url) {
+    @autoreleasepool {
+        return [manager() createDirectoryAtURL:nsURL(url)
+                   withIntermediateDirectories:YES
+                                    attributes:@{
+                                        NSFilePosixPermissions : @(privateFolderMode)
+                                    }
+                                         error:nil];
+    }
+}
+
 /// Also asked on threads that have no pool of their own.
 class MacFileManager : public FileManager {
 public:
+    explicit MacFileManager(PatientProbe& probe) : probe_(probe) {}
+
     [[nodiscard]] bool fileExists(const FileURL& url) override {
-        @autoreleasepool {
-            return [manager() fileExistsAtPath:nsPath(url)];
-        }
+        return probe_.ask<bool>(url.path(), [url] { return existsAt(url); }).value_or(true);
     }
 
     [[nodiscard]] std::optional<FileAttributes> attributes(const FileURL& url) override {
-        @autoreleasepool {
-            NSDictionary<NSFileAttributeKey, id>* const found = [manager() attributesOfItemAtPath:nsPath(url)
-                                                                                            error:nil];
-            if (found == nil)
-                return std::nullopt;
-            const std::optional<PropertyValue> size = propertyValueOf(found[NSFileSize]);
-            return FileAttributes{size ? size->integer() : std::nullopt};
-        }
+        using Answer = std::optional<FileAttributes>;
+        return probe_.ask<Answer>(url.path(), [url] { return attributesAt(url); }).value_or(FileAttributes{});
     }
 
     [[nodiscard]] bool createDirectory(const FileURL& url) override {
-        @autoreleasepool {
-            return [manager() createDirectoryAtURL:nsURL(url)
-                       withIntermediateDirectories:YES
-                                        attributes:@{
-                                            NSFilePosixPermissions : @(privateFolderMode)
-                                        }
-                                             error:nil];
-        }
+        return probe_.ask<bool>(url.path(), [url] { return makeFolderAt(url); }).value_or(false);
     }
 
     [[nodiscard]] bool copyItem(const FileURL& from, const FileURL& to) override {
@@ -76,6 +91,9 @@ public:
             return fileURLOf(manager().homeDirectoryForCurrentUser);
         }
     }
+
+private:
+    PatientProbe& probe_;
 };
 
 class MacTrash : public Trash {
@@ -101,8 +119,8 @@ public:
 
 }  // namespace
 
-std::unique_ptr<FileManager> makeMacFileManager() {
-    return std::make_unique<MacFileManager>();
+std::unique_ptr<FileManager> makeMacFileManager(PatientProbe& probe) {
+    return std::make_unique<MacFileManager>(probe);
 }
 
 std::unique_ptr<Trash> makeMacTrash() {
