@@ -16,7 +16,7 @@ CLANG = pathlib.Path('/usr/lib/llvm-14/bin/clang')
 STANDARD_LIBRARY = pathlib.Path('/usr/lib/llvm-16/include/c++/v1')
 OBJECTIVE_CXX = ('-x', 'objective-c++')
 
-CORE = ('foundation', 'platform', 'shelf', 'intake', 'updates', 'presentation', 'app', 'cli')
+CORE = ('foundation', 'platform', 'platform/posix', 'shelf', 'intake', 'updates', 'presentation', 'app', 'cli')
 
 # Each stands on those before it.
 FRAMEWORKS = ('CoreFoundation', 'CoreGraphics', 'Foundation', 'Carbon', 'AppKit', 'QuickLookThumbnailing',

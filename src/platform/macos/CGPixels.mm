@@ -77,6 +77,8 @@ NSImage* nsImageOf(const Pixels& pixels, const Size& size) {
     if (copy.width < 1 || copy.height < 1)
         return nil;
     const Context context(makeContext(copy));
+    if (context.get() == nullptr)
+        return nil;
     const OwnedImage image(CGBitmapContextCreateImage(context.get()));
     if (image.get() == nullptr)
         return nil;

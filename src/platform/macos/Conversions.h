@@ -22,7 +22,7 @@ namespace stowpocket {
 [[nodiscard]] Bytes bytesOf(NSData* _Nonnull data);
 
 [[nodiscard]] NSURL* _Nonnull nsURL(const FileURL& url);
-/// The path in the form that the file manager and the workspace take.
+/// The path in the form that the file manager and the workspace take; empty where it cannot be one.
 [[nodiscard]] NSString* _Nonnull nsPath(const FileURL& url);
 /// None for what is no file. A reference by file number, as the Finder drags them, becomes the file's path.
 [[nodiscard]] std::optional<FileURL> fileURLOf(NSURL* _Nullable url);

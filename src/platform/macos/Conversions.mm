@@ -6,6 +6,8 @@
 namespace stowpocket {
 
 NSString* nsString(std::string_view text) {
+    if (text.empty())
+        return @"";  // its bytes may be nowhere
     NSString* const string = [[NSString alloc] initWithBytes:text.data()
                                                       length:text.size()
                                                     encoding:NSUTF8StringEncoding];
@@ -42,7 +44,10 @@ NSURL* nsURL(const FileURL& url) {
 
 NSString* nsPath(const FileURL& url) {
     const std::string path = url.path();
-    return [NSFileManager.defaultManager stringWithFileSystemRepresentation:path.data() length:path.size()];
+    // Names that are no UTF-8 come from elsewhere only: no file system of this system has them.
+    NSString* const found = [NSFileManager.defaultManager stringWithFileSystemRepresentation:path.data()
+                                                                                      length:path.size()];
+    return found == nil ? @"" : found;
 }
 
 std::optional<FileURL> fileURLOf(NSURL* url) {

@@ -81,6 +81,23 @@
 namespace stowpocket {
 namespace {
 
+/// The press or move of the mouse that is being handled. The toolkit may hand it on when the system is at another
+/// event already, with which no drag can begin: then one is made that says the same.
+NSEvent* mouseEventIn(NSWindow* window) {
+    NSEvent* const current = NSApplication.sharedApplication.currentEvent;
+    if (current.type == NSEventTypeLeftMouseDown || current.type == NSEventTypeLeftMouseDragged)
+        return current;
+    return [NSEvent mouseEventWithType:NSEventTypeLeftMouseDragged
+                              location:window.mouseLocationOutsideOfEventStream
+                         modifierFlags:0
+                             timestamp:NSProcessInfo.processInfo.systemUptime
+                          windowNumber:window.windowNumber
+                               context:nil
+                           eventNumber:0
+                            clickCount:1
+                              pressure:1];
+}
+
 /// In the view's own coordinates, which may count from the top or from the bottom.
 NSRect frameBelowPointer(NSView* view, NSEvent* event, const DragPicture& picture) {
     const NSPoint pointer = [view convertPoint:event.locationInWindow fromView:nil];
@@ -93,8 +110,9 @@ public:
     void start(void* nativeView, const FileURL& file, const DragPicture& picture,
                std::function<void()> ended) override {
         NSView* const view = (__bridge NSView*)nativeView;
-        NSEvent* const event = NSApplication.sharedApplication.currentEvent;
-        if (view == nil || event == nil)
+        NSWindow* const window = view.window;
+        NSEvent* const event = window == nil ? nil : mouseEventIn(window);
+        if (event == nil)
             return ended();
         NSDraggingItem* const item =
             [[NSDraggingItem alloc] initWithPasteboardWriter:[[StowpocketFileWriter alloc] initWithFile:nsURL(file)]];

@@ -27,6 +27,8 @@ static const NSWindowLevel NSFloatingWindowLevel = 3;
 @property NSWindowLevel level;
 @property(nullable, weak) id<NSWindowDelegate> delegate;
 @property(readonly, getter=isVisible) BOOL visible;
+@property(readonly) NSInteger windowNumber;
+@property(readonly) NSPoint mouseLocationOutsideOfEventStream;
 - (void)setContentSize:(NSSize)size;
 - (void)center;
 - (void)close;
