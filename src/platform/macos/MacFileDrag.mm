@@ -90,7 +90,7 @@ NSEvent* mouseEventIn(NSWindow* window) {
     return [NSEvent mouseEventWithType:NSEventTypeLeftMouseDragged
                               location:window.mouseLocationOutsideOfEventStream
                          modifierFlags:0
-                             timestamp:NSProcessInfo.processInfo.systemUptime
+                             timestamp:current.timestamp
                           windowNumber:window.windowNumber
                                context:nil
                            eventNumber:0

@@ -16,6 +16,7 @@ DECL_ENUM(NSUInteger, NSEventType){NSEventTypeLeftMouseDown = 1, NSEventTypeLeft
 @interface NSEvent : NSObject <NSCopying, NSCoding>
 @property(class, readonly) NSUInteger pressedMouseButtons;
 @property(readonly) NSEventType type;
+@property(readonly) NSTimeInterval timestamp;
 @property(readonly) NSEventModifierFlags modifierFlags;
 @property(readonly) unsigned short keyCode;
 @property(nullable, readonly, copy) NSString* charactersIgnoringModifiers;

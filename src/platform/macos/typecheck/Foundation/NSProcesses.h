@@ -29,11 +29,6 @@ NS_ASSUME_NONNULL_BEGIN
 - (void)waitUntilExit;
 @end
 
-@interface NSProcessInfo : NSObject
-@property(class, readonly, strong) NSProcessInfo* processInfo;
-@property(readonly) NSTimeInterval systemUptime SINCE(10.6);
-@end
-
 @interface NSAppleEventDescriptor : NSObject <NSCopying, NSSecureCoding>
 @property(readonly) NSInteger numberOfItems;
 @property(nullable, readonly, copy) NSString* stringValue;
