@@ -84,8 +84,10 @@ public:
     void addBookmarked(EntryFacts facts, Bytes bookmark, const std::optional<ResolvedBookmark>& resolved) {
         if (!resolved)
             return;
-        if (bookmarks_.startAccessing(resolved->url))
-            shelf_.accessedResourceURLs.insert(resolved->url);
+        // Two entries may lead to one file; its access is ended once, so it is begun once.
+        std::set<FileURL>& accessed = shelf_.accessedResourceURLs;
+        if (!accessed.contains(resolved->url) && bookmarks_.startAccessing(resolved->url))
+            accessed.insert(resolved->url);
         ShelfItem item = makeItem(std::move(facts), resolved->url, fileManager_);
         item.bookmarkData = std::move(bookmark);
         if (resolved->isStale)

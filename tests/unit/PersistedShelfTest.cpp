@@ -144,6 +144,16 @@ TEST_F(PersistedShelfTest, anEntryByPathGetsABookmarkOrStaysAsMissing) {
     EXPECT_TRUE(files.accesses.empty()) << "no access is begun on a path";
 }
 
+TEST_F(PersistedShelfTest, twoEntriesOfOneFileShareOneAccess) {
+    addFiles(1);
+    store(PropertyValue::Array{storedEntry(0), storedEntry(0)});
+    restart();
+    EXPECT_EQ(manager->items().size(), 2u);
+    EXPECT_EQ(files.accesses["/files/0.txt"], 1);
+    manager->clear();
+    EXPECT_EQ(files.accesses["/files/0.txt"], 0);
+}
+
 TEST_F(PersistedShelfTest, aBookmarkThatLeadsNowhereLosesItsEntry) {
     addFiles(2);
     files.removeItem(manager->items()[0].fileURL);
