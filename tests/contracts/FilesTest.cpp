@@ -16,7 +16,7 @@ struct InMemory {
     FakeFiles& bookmarks = files;
     [[nodiscard]] FileURL url(const std::string& name) const { return *FileURL::fromPath("/root/" + name); }
     void write(const std::string& name, const std::string& contents) { files.add(url(name).path(), contents); }
-    void replace(const std::string& name) { files.replace(url(name).path(), "other"); }
+    void replace(const std::string& name) { files.add(url(name).path(), "other"); }
     void rename(const std::string& from, const std::string& to) { files.rename(url(from).path(), url(to).path()); }
     [[nodiscard]] std::string read(const std::string& name) const { return files.contents(url(name)); }
 };

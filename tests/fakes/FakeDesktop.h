@@ -13,6 +13,15 @@ namespace stowpocket {
 /// What happened on the desktop, call by call, in order.
 using CallLog = std::vector<std::string>;
 
+/// A fake that notes its calls there.
+class Logging {
+public:
+    explicit Logging(CallLog& log) : log_(log) {}
+
+protected:
+    CallLog& log_;
+};
+
 class FakePasteboard : public DraggingPasteboard {
 public:
     [[nodiscard]] std::vector<PasteboardItem> items() override { return content; }
@@ -67,9 +76,9 @@ private:
     };
 };
 
-class FakePopover : public Popover {
+class FakePopover : public Popover, Logging {
 public:
-    explicit FakePopover(CallLog& log) : log_(log) {}
+    using Logging::Logging;
     [[nodiscard]] bool isShown() const override { return shown_; }
     void setAnimates(bool animates) override { log_.push_back(animates ? "animates" : "no animation"); }
     void show(StatusItemButton&) override {
@@ -83,13 +92,12 @@ public:
     }
 
 private:
-    CallLog& log_;
     bool shown_ = false;
 };
 
-class FakeWindow : public Window {
+class FakeWindow : public Window, Logging {
 public:
-    FakeWindow(CallLog& log, std::string name) : log_(log), name_(std::move(name)) {}
+    FakeWindow(CallLog& log, std::string name) : Logging(log), name_(std::move(name)) {}
     ~FakeWindow() override { log_.push_back(name_ + " gone"); }
     [[nodiscard]] bool isVisible() const override { return visible_; }
     void center() override { log_.push_back(name_ + " center"); }
@@ -104,14 +112,13 @@ public:
     }
 
 private:
-    CallLog& log_;
     const std::string name_;
     bool visible_ = false;
 };
 
-class FakeViewFactory : public ViewFactory {
+class FakeViewFactory : public ViewFactory, Logging {
 public:
-    explicit FakeViewFactory(CallLog& log) : log_(log) {}
+    using Logging::Logging;
     [[nodiscard]] std::unique_ptr<Popover> makeShelfPopover(std::shared_ptr<ShelfViewModel> viewModel,
                                                             std::function<void()> newOnOpenSettings,
                                                             std::function<void()> newOnQuit) override {
@@ -140,19 +147,13 @@ public:
     std::function<void()> onComplete;
     FakePopover* popover = nullptr;
     FakeWindow* settingsWindow = nullptr;
-
-private:
-    CallLog& log_;
 };
 
-class FakeApplication : public Application {
+class FakeApplication : public Application, Logging {
 public:
-    explicit FakeApplication(CallLog& log) : log_(log) {}
+    using Logging::Logging;
     void activate() override { log_.push_back("activate"); }
     void terminate() override { log_.push_back("terminate"); }
-
-private:
-    CallLog& log_;
 };
 
 }  // namespace stowpocket

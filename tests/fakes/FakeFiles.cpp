@@ -12,10 +12,6 @@ void FakeFiles::rename(const std::string& from, const std::string& to) {
     files_.erase(from);
 }
 
-void FakeFiles::replace(const std::string& path, std::string contents) {
-    add(path, std::move(contents));
-}
-
 std::string FakeFiles::contents(const FileURL& url) const {
     return files_.at(url.path()).contents;
 }
@@ -68,18 +64,12 @@ std::vector<std::optional<ResolvedBookmark>> FakeFiles::resolve(std::span<const 
     for (const Bytes& bookmark : bookmarks) {
         const std::string text(bookmark.begin(), bookmark.end());
         const std::size_t space = text.find(' ');
+        const std::string recordedPath = space == std::string::npos ? "" : text.substr(space + 1);
         std::optional<ResolvedBookmark>& answer = resolved.emplace_back();
-        if (space == std::string::npos)
-            continue;
-        const std::string recordedPath = text.substr(space + 1);
-        if (files_.contains(recordedPath)) {
-            const bool isSame = std::to_string(files_.at(recordedPath).identity) == text.substr(0, space);
-            answer = ResolvedBookmark{*FileURL::fromPath(recordedPath), !isSame};
-            continue;
-        }
         for (const auto& [path, file] : files_) {
-            if (std::to_string(file.identity) == text.substr(0, space))
-                answer = ResolvedBookmark{*FileURL::fromPath(path), true};
+            const bool isSame = std::to_string(file.identity) == text.substr(0, space);
+            if (path == recordedPath || (isSame && !files_.contains(recordedPath)))
+                answer = ResolvedBookmark{*FileURL::fromPath(path), !isSame || path != recordedPath};
         }
     }
     return resolved;

@@ -14,10 +14,9 @@ namespace stowpocket {
 /// A file system in memory: paths, their contents, and an identity per file that renaming keeps.
 class FakeFiles : public FileManager, public Bookmarks {
 public:
+    /// Takes the place of what is at the path.
     void add(const std::string& path, std::string contents = "contents");
     void rename(const std::string& from, const std::string& to);
-    /// Puts another file at the path.
-    void replace(const std::string& path, std::string contents);
     [[nodiscard]] std::string contents(const FileURL& url) const;
 
     [[nodiscard]] bool fileExists(const FileURL& url) override;

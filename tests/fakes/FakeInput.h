@@ -13,17 +13,29 @@
 
 namespace stowpocket {
 
+/// Takes the last value of a list out again at its end.
+template <class Token, class Value>
+class ListedToken : public Token {
+public:
+    explicit ListedToken(std::list<Value>& list) : list_(list), mine_(std::prev(list.end())) {}
+    ~ListedToken() override { list_.erase(mine_); }
+
+private:
+    std::list<Value>& list_;
+    typename std::list<Value>::iterator mine_;
+};
+
 class FakeEventMonitors : public EventMonitors {
 public:
-    [[nodiscard]] std::unique_ptr<EventMonitorToken>
-    addLocalKeyDownMonitor(std::function<bool(const KeyEvent&)> handler) override {
+    using KeyHandler = std::function<bool(const KeyEvent&)>;
+    using ClickHandler = std::function<void()>;
+    [[nodiscard]] std::unique_ptr<EventMonitorToken> addLocalKeyDownMonitor(KeyHandler handler) override {
         keyHandlers.push_back(std::move(handler));
-        return std::make_unique<Token<std::function<bool(const KeyEvent&)>>>(keyHandlers);
+        return std::make_unique<ListedToken<EventMonitorToken, KeyHandler>>(keyHandlers);
     }
-    [[nodiscard]] std::unique_ptr<EventMonitorToken>
-    addGlobalMouseDownMonitor(std::function<void()> handler) override {
+    [[nodiscard]] std::unique_ptr<EventMonitorToken> addGlobalMouseDownMonitor(ClickHandler handler) override {
         clickHandlers.push_back(std::move(handler));
-        return std::make_unique<Token<std::function<void()>>>(clickHandlers);
+        return std::make_unique<ListedToken<EventMonitorToken, ClickHandler>>(clickHandlers);
     }
     [[nodiscard]] std::uint32_t pressedMouseButtons() const override { return pressed; }
 
@@ -39,25 +51,14 @@ public:
             handler();
     }
 
-    std::list<std::function<bool(const KeyEvent&)>> keyHandlers;
-    std::list<std::function<void()>> clickHandlers;
+    std::list<KeyHandler> keyHandlers;
+    std::list<ClickHandler> clickHandlers;
     std::uint32_t pressed = 0;
-
-private:
-    template <class Handler>
-    class Token : public EventMonitorToken {
-    public:
-        explicit Token(std::list<Handler>& handlers) : handlers_(handlers), mine_(std::prev(handlers.end())) {}
-        ~Token() override { handlers_.erase(mine_); }
-
-    private:
-        std::list<Handler>& handlers_;
-        typename std::list<Handler>::iterator mine_;
-    };
 };
 
-class FakeHotkeyService : public HotkeyService {
+class FakeHotkeyService : public HotkeyService, Logging {
 public:
+    using Logging::Logging;
     struct Registered {
         std::uint32_t keyCode;
         std::uint32_t modifiers;
@@ -65,7 +66,6 @@ public:
         friend bool operator==(const Registered&, const Registered&) = default;
     };
 
-    explicit FakeHotkeyService(CallLog& log) : log_(log) {}
     void installEventHandler(Handler newHandler) override { handler = std::move(newHandler); }
     [[nodiscard]] std::unique_ptr<HotkeyRegistration> registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                                      HotkeyIdentifier identifier) override {
@@ -73,7 +73,7 @@ public:
         if (refuses)
             return nullptr;
         registered.push_back({keyCode, modifiers, identifier});
-        return std::make_unique<Registration>(registered);
+        return std::make_unique<ListedToken<HotkeyRegistration, Registered>>(registered);
     }
     [[nodiscard]] HotkeySource source() const override { return currentSource; }
 
@@ -81,23 +81,11 @@ public:
     std::list<Registered> registered;
     bool refuses = false;
     HotkeySource currentSource = HotkeySource::windowSystem;
-
-private:
-    class Registration : public HotkeyRegistration {
-    public:
-        explicit Registration(std::list<Registered>& list) : list_(list), mine_(std::prev(list.end())) {}
-        ~Registration() override { list_.erase(mine_); }
-
-    private:
-        std::list<Registered>& list_;
-        std::list<Registered>::iterator mine_;
-    };
-    CallLog& log_;
 };
 
-class FakeLoginItem : public LoginItem {
+class FakeLoginItem : public LoginItem, Logging {
 public:
-    explicit FakeLoginItem(CallLog& log) : log_(log) {}
+    using Logging::Logging;
     [[nodiscard]] Status status() const override { return current; }
     [[nodiscard]] bool registerItem() override { return change("login item on", Status::enabled); }
     [[nodiscard]] bool unregisterItem() override { return change("login item off", Status::notRegistered); }
@@ -112,7 +100,6 @@ private:
             current = status;
         return !fails;
     }
-    CallLog& log_;
 };
 
 class FakeSelection : public FileManagerSelection {

@@ -10,15 +10,10 @@
 
 namespace stowpocket {
 
-/// A picture that remembers what it is of.
-class FakeImageContent : public ImageContent {
-public:
-    explicit FakeImageContent(std::string imageName) : name(std::move(imageName)) {}
-    const std::string name;
-};
+class FakeImageContent : public ImageContent {};
 
-[[nodiscard]] inline Image fakeImage(const std::string& name) {
-    return {std::make_shared<FakeImageContent>(name), Size{256, 200}};
+[[nodiscard]] inline Image fakeImage() {
+    return {std::make_shared<FakeImageContent>(), Size{256, 200}};
 }
 
 class FakeThumbnails : public Thumbnails {
@@ -37,7 +32,7 @@ class FakeIcons : public WorkspaceIcons {
 public:
     [[nodiscard]] Image icon(const FileURL& url) override {
         askedPaths.push_back(url.path());
-        return fakeImage(url.path());
+        return fakeImage();
     }
     std::vector<std::string> askedPaths;
 };

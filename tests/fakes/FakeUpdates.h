@@ -14,9 +14,9 @@
 
 namespace stowpocket {
 
-class FakeUpdateFramework : public UpdateFramework {
+class FakeUpdateFramework : public UpdateFramework, Logging {
 public:
-    explicit FakeUpdateFramework(CallLog& log) : log_(log) {}
+    using Logging::Logging;
     [[nodiscard]] bool canCheckForUpdates() const override { return true; }
     [[nodiscard]] Signal<bool>& canCheckForUpdatesChanged() override { return changed; }
     void setAutomaticallyDownloadsUpdates(bool automatically) override {
@@ -25,9 +25,6 @@ public:
     void checkForUpdates() override { log_.push_back("update window"); }
 
     Signal<bool> changed;
-
-private:
-    CallLog& log_;
 };
 
 /// Keeps each request until the test answers it.
@@ -53,9 +50,9 @@ public:
 };
 
 /// A disk-image tool that answers what the test says, and a parser for that answer.
-class FakeImageTool : public ChildProcess, public PropertyListParser, public Trash {
+class FakeImageTool : public ChildProcess, public PropertyListParser, public Trash, Logging {
 public:
-    explicit FakeImageTool(CallLog& log) : log_(log) {}
+    using Logging::Logging;
     [[nodiscard]] std::optional<Bytes> run(const std::string& executable,
                                            const std::vector<std::string>& arguments) override {
         std::string call = executable;
@@ -72,15 +69,12 @@ public:
 
     bool canRun = true;
     std::optional<PropertyValue> info;
-
-private:
-    CallLog& log_;
 };
 
 /// Notes what it is to do and keeps the completion until the test answers.
-class FakeUpdateWorker : public UpdateWorker {
+class FakeUpdateWorker : public UpdateWorker, Logging {
 public:
-    explicit FakeUpdateWorker(CallLog& log) : log_(log) {}
+    using Logging::Logging;
     void readList(const std::string& url, ListDone newDone) override {
         log_.push_back("list " + url);
         listDone = std::move(newDone);
@@ -106,9 +100,6 @@ public:
     TextDone notesDone;
     Progress progress;
     Done done;
-
-private:
-    CallLog& log_;
 };
 
 class FakeUpdateWindow : public UpdateWindow {

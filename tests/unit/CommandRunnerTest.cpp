@@ -43,8 +43,7 @@ TEST(CommandPathTest, followsLinksOnlyWhereTheKernelDoesBeforeGoingUp) {
 }
 
 /// A shelf that notes what it is asked for.
-class FakeRunningShelf : public RunningShelf {
-public:
+struct FakeRunningShelf : RunningShelf {
     [[nodiscard]] bool reach(StartProgram start) override {
         isRunning = isRunning || start == StartProgram::ifNeeded;
         return isRunning;

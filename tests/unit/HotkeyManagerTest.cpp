@@ -30,23 +30,15 @@ protected:
 TEST_F(HotkeyManagerTest, registersTheStoredShortcutsOnceEach) {
     manager.registerShelfHotkey();
     manager.registerQuickDropHotkey();
+    preferences.setValue(preferenceKey::shelfHotkeyModifiers, 0x1E0000 | 0x810000);  // no Caps Lock, no function key
     manager.registerShelfHotkey();
-    EXPECT_EQ(service.registered, (std::list<Registered>{{2, 0xA00, {0x53504B32, 2}}, {1, 0xA00, {0x53504B31, 1}}}));
+    EXPECT_EQ(service.registered, (std::list<Registered>{{2, 0xA00, {0x53504B32, 2}}, {1, 0x1B00, {0x53504B31, 1}}}));
     preferences.setValue(preferenceKey::shelfHotkeyKeyCode, -1);
     manager.registerShelfHotkey();
     EXPECT_EQ(service.registered.size(), 1u);
     service.refuses = true;
     manager.registerQuickDropHotkey();
     EXPECT_TRUE(service.registered.empty()) << "the old one is gone even when the new one is refused";
-}
-
-TEST_F(HotkeyManagerTest, convertsTheModifiersItKnows) {
-    EXPECT_EQ(carbonModifiers(0x100000), 0x100u);
-    EXPECT_EQ(carbonModifiers(0x80000), 0x800u);
-    EXPECT_EQ(carbonModifiers(0x40000), 0x1000u);
-    EXPECT_EQ(carbonModifiers(0x20000), 0x200u);
-    EXPECT_EQ(carbonModifiers(0x1E0000 | 0x10000 | 0x800000 | 0xFFFF), 0x1B00u)
-        << "Caps Lock and function are dropped";
 }
 
 TEST_F(HotkeyManagerTest, turnsPressesIntoNotificationsByTheirNumberAlone) {

@@ -116,7 +116,7 @@ TEST_F(HotkeyRecorderTest, showsWhatIsStored) {
     for (const Case& each : {Case{-1, 0, "", none, State::none, false},
                              {-7, optionShift, "D", none, State::none, false},
                              {1, optionShift, "S", "⌥⇧S", State::set, false},
-                             {1, optionShift | 0x10000, "S", "⌥⇧S", State::set, false},
+                             {1, 0x1F0000, "S", "⌃⌥⇧⌘S", State::set, false},
                              {2, optionShift, "S", "⌥⇧S", State::set, true},
                              {2, optionShift | 0x10000, "D", "⌥⇧D", State::set, false},
                              {96, modifierFlag::control, "", none, State::set, false},
@@ -130,6 +130,8 @@ TEST_F(HotkeyRecorderTest, showsWhatIsStored) {
     preferences.setValue(quickDropShortcut.keyCode, -1);
     store(-1, optionShift, "");
     EXPECT_FALSE(recorder->shown().conflicts) << "two that are none";
+    store(1, -1, "S");
+    EXPECT_DEATH(static_cast<void>(recorder->shown()), "modifier flags");
 }
 
 TEST_F(HotkeyRecorderTest, tellsOfEveryChangeThatCanBeSeen) {

@@ -10,34 +10,21 @@ namespace stowpocket {
 namespace {
 
 TEST(VersionComparison, ordersVersionsAsTheirMakersMeanThem) {
-    for (const auto& [older, newer] :
-         std::vector<std::pair<const char*, const char*>>{{"1.9", "1.10"},
-                                                          {"1.0", "1.0.1"},
-                                                          {"1.0b2", "1.0"},
-                                                          {"1.0b2", "1.0b10"},
-                                                          {"1.0a1", "1.0b1"},
-                                                          {"1.0 beta", "1.0"},
-                                                          {"1.0-rc1", "1.0"},
-                                                          {"1.0B9", "1.0rc1"},
-                                                          {"1.0b5", "1.0.1b5"},
-                                                          {"1.0 (1234)", "1.0 (1235)"},
-                                                          {"1.0b1 (1234)", "1.0 (1234)"},
-                                                          {"1.0 (99)", "1.0.1 (1)"},
-                                                          {"1.0", "1.0 (1)"},
-                                                          {"3.3 (5847)", "3.3.1b1 (5902)"},
-                                                          {"", "0.1"},
-                                                          {"9", "18446744073709551617"},
-                                                          {"v9", "1"},
-                                                          {"0.0.9", ".1"}}) {
-        EXPECT_TRUE(compareVersions(older, newer) < 0) << older << " < " << newer;
-        EXPECT_TRUE(compareVersions(newer, older) > 0) << newer << " > " << older;
+    const std::vector<const char*> ascending{
+        "",       "0.0.9",   "0.1",     "1.0a1",   "1.0b1",       "1.0b2",   "1.0B9",
+        "1.0b10", "1.0-rc1", "1.0",     "1.0 (1)", "1.0 (1234)",  "1.0.1b5", "1.0.1 (1)",
+        "1.9",    "1.10",    "3.3 (5)", "3.3 (6)", "3.3.1b1 (7)", "9",       "18446744073709551617"};
+    for (std::size_t older = 0; older < ascending.size(); ++older) {
+        for (std::size_t newer = older + 1; newer < ascending.size(); ++newer) {
+            EXPECT_TRUE(compareVersions(ascending[older], ascending[newer]) < 0) << ascending[older];
+            EXPECT_TRUE(compareVersions(ascending[newer], ascending[older]) > 0) << ascending[newer];
+        }
     }
-    for (const auto& [left, right] : std::vector<std::pair<const char*, const char*>>{{"1.0", "1.0.0"},
-
-                                                                                      {"01.002", "1.2"},
-                                                                                      {"1.0-rc1", "1.0 RC 1"},
-                                                                                      {" 1.0", "1.0-"},
-                                                                                      {"", "0"}})
+    EXPECT_TRUE(compareVersions("1.0 beta", "1.0") < 0);
+    EXPECT_TRUE(compareVersions("v9", "1") < 0);
+    EXPECT_TRUE(compareVersions("0.0.9", ".1") < 0);
+    for (const auto& [left, right] :
+         {std::pair("1.0", "1.0.0"), {"01.002", "1.2"}, {"1.0-rc1", "1.0 RC 1"}, {" 1.0", "1.0-"}, {"", "0"}})
         EXPECT_TRUE(compareVersions(left, right) == 0) << left << " = " << right;
 }
 
@@ -84,15 +71,15 @@ TEST(AppcastRecords, comeBackAsTheyWereAndRefuseRubbish) {
 }
 
 TEST(NotesText, keepsTheWordsOfHtmlAndNothingElse) {
-    for (const auto& [html, text] : std::vector<std::pair<const char*, const char*>>{
-             {"Faster.\nSmaller.\n\n\n\nBetter & < more", "Faster.\nSmaller.\n\nBetter & < more"},
-             {"<h2>New</h2>\n <ul>\n<li>One  &amp; <b>two</b>,<li>three</ul>",
-              "New\n\n\u2022 One & two,\n\u2022 three"},
-             {"<p>a<br/>b</p><p>c</p>", "a\nb\n\nc"},
-             {"a<script>alert('</p>')</SCRIPT>b<style>x{}</style>c<!-- <p> -->d<img src=http://e/>", "abcd"},
-             {"<i>&#8217;&#x1F600;&nbsp;&#0;&bogus;&lt;b&gt;</i>", "\u2019\U0001F600 &#0;&bogus;<b>"},
-             {"<script>never ends", ""},
-             {"<unclosed", ""}})
+    using Case = std::pair<const char*, const char*>;
+    for (const auto& [html, text] :
+         {Case{"Faster.\nSmaller.\n\n\n\nBetter & < more", "Faster.\nSmaller.\n\nBetter & < more"},
+          {"<h2>New</h2>\n <ul>\n<li>One  &amp; <b>two</b>,<li>three</ul>", "New\n\n\u2022 One & two,\n\u2022 three"},
+          {"<p>a<br/>b</p><p>c</p>", "a\nb\n\nc"},
+          {"a<script>alert('</p>')</SCRIPT>b<style>x{}</style>c<!-- <p> -->d<img src=http://e/>", "abcd"},
+          {"<i>&#8217;&#x1F600;&nbsp;&#0;&bogus;&lt;b&gt;</i>", "\u2019\U0001F600 &#0;&bogus;<b>"},
+          {"<script>never ends", ""},
+          {"<unclosed", ""}})
         EXPECT_EQ(plainNotes(html), text);
     EXPECT_EQ(plainNotes(std::string(19'999, 'a') + "\u00e9\u00e9").size(), 19'999u) << "cut between characters";
 }
