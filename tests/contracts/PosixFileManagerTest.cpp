@@ -65,11 +65,8 @@ TEST_F(PosixFileManagerTest, copiesWholeFolders) {
     EXPECT_EQ(fs::read_symlink(folder.path("to/link")), "/nowhere");
     EXPECT_EQ(mode("to/program"), 0755u);
     EXPECT_EQ(mode("to/deep"), 0550u);
-}
-
-TEST_F(PosixFileManagerTest, copiesFilesThatTheKernelMakesUp) {
     EXPECT_TRUE(files.copyItem(*FileURL::fromPath("/proc/self/mountinfo"), folder.url("copy")));
-    EXPECT_FALSE(folder.read("copy").empty());
+    EXPECT_FALSE(folder.read("copy").empty()) << "the kernel tells no size of what it makes up";
 }
 
 TEST_F(PosixFileManagerTest, leavesNothingOfAFailedCopy) {

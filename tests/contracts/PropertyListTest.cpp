@@ -34,7 +34,10 @@ TEST(PropertyList, keepsEveryTypeOfValue) {
         {"dates", PropertyValue::Array{Date{}, Date{std::chrono::seconds(1'700'000'000)}}},
         {"empty", PropertyValue::Array{PropertyValue::Array{}, PropertyValue::Dictionary{}}},
     });
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    std::setlocale(LC_ALL, "de_DE.UTF-8");  // where it is installed, its decimal comma changes nothing
     EXPECT_EQ(parsePropertyList(writePropertyList(value)), value);
+    std::setlocale(LC_ALL, before.c_str());
 }
 
 TEST(PropertyList, bringsWhatItCannotHoldToTheNearest) {
@@ -47,24 +50,10 @@ TEST(PropertyList, bringsWhatItCannotHoldToTheNearest) {
     EXPECT_TRUE(std::isnan(written(std::nan("")).value_or(0).real().value_or(0)));
 }
 
-TEST(PropertyList, keepsFractionsWhereTheDecimalPointIsAComma) {
-    const std::string before = std::setlocale(LC_ALL, nullptr);
-    const bool hasComma =
-        std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr || std::setlocale(LC_ALL, "fr_FR.UTF-8") != nullptr;
-    const auto read = parsePropertyList(writePropertyList(1700000000.123456));
-    std::setlocale(LC_ALL, before.c_str());
-    if (!hasComma)
-        GTEST_SKIP() << "neither a German nor a French locale is installed";
-    EXPECT_EQ(read, PropertyValue(1700000000.123456));
-}
-
-TEST(PropertyList, leavesOutValuesWithoutAType) {
+TEST(PropertyList, readsWhatPeopleEditAndLeavesOutValuesWithoutAType) {
     EXPECT_EQ(parsePropertyList(plist("<array><integer>1</integer><integer>18446744073709551615</integer></array>")),
               PropertyValue(PropertyValue::Array{1}));
     EXPECT_FALSE(parsePropertyList(plist("<integer>9223372036854775808</integer>")));
-}
-
-TEST(PropertyList, readsWhatPeopleEdit) {
     EXPECT_EQ(parsePropertyList("<?xml version=\"1.0\"?>\n<!DOCTYPE plist PUBLIC \"x\" \"y\">\n<!-- </array> -->"
                                 "<plist version=\"1.0\">\n<array >\n <!-- <array> -->\n <string><![CDATA[<array>]]>"
                                 "</string><false/><real>.5</real></array>\n</plist>\n"),
