@@ -54,6 +54,13 @@ struct ShelfFixture {
         dispatch.runAll();
     }
 
+    /// Takes the file of that item away and lets the shelf see it.
+    void loseFile(std::size_t index) {
+        files.removeItem(manager->items()[index].fileURL);
+        manager->refreshAvailability();
+        dispatch.runAll();
+    }
+
     [[nodiscard]] std::vector<std::string> names() const {
         std::vector<std::string> list;
         for (const ShelfItem& item : manager->items())

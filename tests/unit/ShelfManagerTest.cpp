@@ -102,9 +102,7 @@ TEST_F(ShelfManagerTest, accessEndsOnceWhenAnItemLeavesAndNoFileIsTouched) {
     manager->removeItem(removed);
     manager->removeItem(removed);
     EXPECT_EQ(posts, 1) << "an id that is not there changes nothing";
-    files.removeItem(manager->items()[0].fileURL);
-    manager->refreshAvailability();
-    dispatch.runAll();
+    loseFile(0);
     manager->removeMissingItems();
     EXPECT_EQ(names(), (std::vector<std::string>{"2.txt", "3.txt"}));
     EXPECT_EQ(files.accesses,

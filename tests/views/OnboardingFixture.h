@@ -7,7 +7,6 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QLabel>
 
 namespace stowpocket {
 
@@ -58,11 +57,6 @@ struct OnboardingFixture {
         return nullptr;
     }
 
-    [[nodiscard]] QList<QLabel*> shownLabels() {
-        QList<QLabel*> labels = view.findChildren<QLabel*>();
-        labels.removeIf([](const QLabel* label) { return !label->isVisible(); });
-        return labels;
-    }
     [[nodiscard]] QRect frame(const QWidget& widget) const { return {widget.mapTo(&view, QPoint()), widget.size()}; }
 
     LayeredPreferenceStore preferences;

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "OnboardingFixture.h"
 #include "platform/qt/FramelessWindow.h"
-#include "views/OnboardingButton.h"
-#include "views/OnboardingCheckmarkShape.h"
-#include "views/OnboardingPointView.h"
 
 #include <gtest/gtest.h>
 
@@ -14,35 +11,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using MotionWish = OnboardingView::MotionWish;
-
-/// The part of a button that is painted at its own size.
-QRect face(const OnboardingFixture& window, const QWidget& button) {
-    constexpr int margin = OnboardingButton::margin;
-    return QRect(button.mapTo(&window.view, QPoint()), button.size()).adjusted(margin, margin, -margin, -margin);
-}
-
-TEST(OnboardingViewTest, welcomesWithThreePoints) {
-    OnboardingFixture window(MotionWish::reduced);
-    EXPECT_EQ(window.view.size(), QSize(520, 420));
-    const QList<QLabel*> labels = window.shownLabels();
-    ASSERT_EQ(labels.size(), 4);
-    EXPECT_EQ(labels[0]->text(), QStringLiteral("Welcome to stowpocket"));
-    EXPECT_EQ(labels[1]->text(),
-              QStringLiteral("Drag files onto the shelf to stage them temporarily. No more cluttered desktop."));
-    EXPECT_EQ(labels[2]->text(), QStringLiteral("Drag files out of the shelf into any app when you need them."));
-    EXPECT_EQ(labels[3]->text(),
-              QStringLiteral("Open the shelf instantly with a global keyboard shortcut from anywhere."));
-
-    const auto bottom = [&](int row) { return window.frame(*labels[row]).bottom() - OnboardingPointView::travel; };
-    EXPECT_EQ(window.frame(*labels[1]).left(), 60);
-    EXPECT_EQ(window.frame(*labels[1]).width(), 400);
-    for (const int row : {2, 3})
-        EXPECT_EQ(window.frame(*labels[row]).top() - bottom(row - 1) - 1, 14);
-    const QRect button = face(window, *window.button("Get Started"));
-    EXPECT_EQ(button.top() - bottom(3) - 1, 28);
-    EXPECT_LT(button.bottom(), 420 - 10) << "everything has its place in the window";
-    EXPECT_EQ(window.view.grab().toImage().pixelColor(0, 0), QColor(13, 17, 23));
-}
 
 TEST(OnboardingViewTest, getStartedIsStoredAtOnceEvenBeforeTheWelcomeIsOver) {
     OnboardingFixture window;
@@ -57,12 +25,6 @@ TEST(OnboardingViewTest, getStartedIsStoredAtOnceEvenBeforeTheWelcomeIsOver) {
     window.clock->advance(5s);
     EXPECT_EQ(window.completed, 0) << "the key was still down from the screen before";
     EXPECT_EQ(window.button("Get Started"), nullptr);
-    QStringList texts;
-    for (const QLabel* const label : window.shownLabels())
-        texts.append(label->text());
-    EXPECT_EQ(texts, QStringList({QStringLiteral("You're all set."),
-                                  QStringLiteral("Look for the tray icon in your menu bar."), QStringLiteral("Empty"),
-                                  QStringLiteral("3 Items")}));
     QTest::mouseClick(window.button("Start Using stowpocket"), Qt::LeftButton);
     EXPECT_EQ(window.completed, 1);
 }
@@ -87,8 +49,6 @@ TEST(OnboardingViewTest, drawsTheBadgeByAndBy) {
     EXPECT_FALSE(isDrawn(bend));
     window.clock->advance(300ms);
     EXPECT_TRUE(isDrawn(bend));
-    EXPECT_EQ(OnboardingCheckmarkShape::path(QRectF(500, 500, 72, 72)).currentPosition(), QPointF(54, 21.6))
-        << "the origin of the rectangle does not count";
 }
 
 TEST(OnboardingViewTest, movesOnlyWhileItIsSeenAndWanted) {

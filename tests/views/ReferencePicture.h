@@ -19,13 +19,10 @@ private:
     const QFont font_;
 };
 
-/// Whether two pictures show the same: the edges of what is drawn may be smoothed otherwise, but nothing may be
-/// missing, moved or of another colour.
-[[nodiscard]] bool looksAlike(const QImage& one, const QImage& other);
-
-/// Compares the widget, as it is painted at one pixel a point, with tests/views/pictures/<name>.png. What was painted
+/// Compares the widget, as it is painted at one pixel a point, with tests/views/pictures/<name>.png: the edges of
+/// what is drawn may be smoothed otherwise, but nothing may be missing, moved or of another colour. What was painted
 /// instead is left beside the test as <name>.png. With STOWPOCKET_UPDATE_PICTURES set the picture is written anew:
 /// look at it before it is committed.
-void expectLooksLike(QWidget& widget, const char* name);
+void expectLooksLike(QWidget& widget, const std::string& name);
 
 }  // namespace stowpocket

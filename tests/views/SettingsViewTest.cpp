@@ -134,10 +134,12 @@ TEST_F(SettingsViewTest, whereShortcutsComeFromIsToldWhenTheyAreNotGrabbed) {
 }
 
 TEST_F(SettingsViewTest, aboutShowsTheVersionAndKeepsUpdatesInStep) {
-    bundle.infoDictionary = PropertyValue::Dictionary{{std::string(infoKey::bundleShortVersionString), "2.3"}};
-    openSettings(viewModel);
-    openTab("About");
-    EXPECT_TRUE(shows("Version 2.3"));
+    for (const char* const version : {"1.0", "2.3"}) {  // without a number it is the first
+        openSettings(viewModel);
+        openTab("About");
+        EXPECT_TRUE(shows((std::string("Version ") + version).c_str()));
+        bundle.infoDictionary = PropertyValue::Dictionary{{std::string(infoKey::bundleShortVersionString), "2.3"}};
+    }
     Toggle* const downloads = named<Toggle>(*settings, QStringLiteral("Automatically download updates"));
     EXPECT_TRUE(downloads->isChecked());
     click(downloads);

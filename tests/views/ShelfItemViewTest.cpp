@@ -32,11 +32,6 @@ protected:
         QApplication::sendEvent(&widget, &move);
         QTest::mouseRelease(&widget, Qt::LeftButton, {}, end);
     }
-    void loseFile(std::size_t index) {
-        files.removeItem(manager->items()[index].fileURL);
-        manager->refreshAvailability();
-        dispatch.runAll();
-    }
     static bool isBlank(const QImage& image, const QRect& area) {
         for (int y = area.top(); y <= area.bottom(); ++y) {
             for (int x = area.left(); x <= area.right(); ++x) {
@@ -59,25 +54,19 @@ TEST_F(ShelfItemViewTest, theRemoveButtonIsThereOnlyUnderThePointer) {
     EXPECT_EQ(remove->geometry().topRight(), QPoint(63, 6)) << "the picture's corner";
     leave(tile());
     EXPECT_EQ(button(*view, "Remove from shelf"), nullptr);
-
-    enter(tile());
-    QTest::mouseClick(button(*view, "Remove from shelf"), Qt::LeftButton);
-    EXPECT_EQ(names(), std::vector<std::string>{"1.txt"});
-    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 TEST_F(ShelfItemViewTest, aMissingFileCanBeRemovedButNotDragged) {
     addFiles(1);
     open();
-    const int height = tile().height();
     loseFile(0);
     EXPECT_EQ(tile().accessibleName(), QLatin1String("0.txt, 8 bytes, Missing"));
-    EXPECT_GT(tile().height(), height);
     dragFrom(tile(), {40, 30}, {80, 60});
     EXPECT_EQ(dragged.path, "");
     enter(tile());
     QTest::mouseClick(button(*view, "Remove from shelf"), Qt::LeftButton);
     EXPECT_TRUE(manager->items().empty());
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 TEST_F(ShelfItemViewTest, aDragBeginsOnceThePointerHasGoneFarEnough) {

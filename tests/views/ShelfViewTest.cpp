@@ -24,41 +24,6 @@ protected:
     }
 };
 
-TEST_F(ShelfViewTest, anEmptyShelfIsOneLargeDropZone) {
-    open();
-    EXPECT_EQ(texts(), (QStringList{QStringLiteral("stowpocket"), QStringLiteral("0/20")}));
-    const auto zones = visible<DropZoneView>(*view);
-    ASSERT_EQ(zones.size(), 1U);
-    EXPECT_EQ(zones[0]->size(), QSize(320, 200));
-    EXPECT_EQ(zones[0]->accessibleName(), QLatin1String("Drop zone for files"));
-    EXPECT_EQ(button(*view, "Clear All"), nullptr);
-}
-
-TEST_F(ShelfViewTest, itemsStandInThreeColumnsAboveTheCompactZone) {
-    addFiles(5);
-    open();
-    EXPECT_EQ(view->width(), 320);
-    EXPECT_EQ(tileNames(), (QStringList{QStringLiteral("0.txt"), QStringLiteral("1.txt"), QStringLiteral("2.txt"),
-                                        QStringLiteral("3.txt"), QStringLiteral("4.txt")}));
-    const auto tile = tiles();
-    EXPECT_EQ(tile[0]->width(), 80);
-    EXPECT_EQ(tile[1]->mapTo(view, QPoint()).x() + 40, 160) << "the middle column is in the middle";
-    EXPECT_EQ(tile[0]->y(), tile[2]->y());
-    EXPECT_EQ(tile[3]->x(), tile[0]->x());
-    EXPECT_EQ(tile[3]->y(), tile[0]->y() + tile[0]->height() + 8);
-
-    const auto zones = visible<DropZoneView>(*view);
-    ASSERT_EQ(zones.size(), 1U);
-    EXPECT_EQ(zones[0]->size(), QSize(300, 44));
-    EXPECT_EQ(zones[0]->mapTo(view, QPoint()).y(), tile[3]->mapTo(view, QPoint()).y() + tile[3]->height() + 8);
-    const int dividers = 2 + 8;
-    const int footer = 8 + 18 + 8;
-    EXPECT_EQ(view->height() - zones[0]->mapTo(view, QPoint()).y() - 44, 10 + 8 + dividers - 1 + footer)
-        << "what is hidden leaves no room behind";
-    EXPECT_TRUE(texts().contains(QStringLiteral("5/20")));
-    EXPECT_NE(button(*view, "Clear All"), nullptr);
-}
-
 TEST_F(ShelfViewTest, theBannerGivesWayToTheFullNoticeWhenDismissed) {
     const QString notice = QStringLiteral("Shelf full - remove items to add more.");
     const QString message = QStringLiteral("Added 2 of 5 files - shelf is full");
@@ -79,6 +44,7 @@ TEST_F(ShelfViewTest, theBannerGivesWayToTheFullNoticeWhenDismissed) {
     view->hide();
     view->show();
     EXPECT_TRUE(texts().contains(QStringLiteral("20/10"))) << "a changed capacity counts at the next opening";
+    EXPECT_TRUE(texts().contains(notice));
 }
 
 TEST_F(ShelfViewTest, theWheelTurnsOnlyWhileFilesAreAddedAndSeen) {
@@ -106,9 +72,7 @@ TEST_F(ShelfViewTest, followsEachChangeWithTheTilesItConcerns) {
     fit();
     EXPECT_EQ(tileNames().join(QLatin1Char(' ')), QLatin1String("0.txt 1.txt 2.txt 3.txt 100.txt 101.txt"));
     files.removeItem(manager->items()[1].fileURL);
-    files.removeItem(manager->items()[4].fileURL);
-    manager->refreshAvailability();
-    dispatch.runAll();
+    loseFile(4);
     EXPECT_TRUE(tiles()[1]->accessibleName().endsWith(QLatin1String(", Missing")));
     EXPECT_GT(tiles()[1]->height(), tiles()[0]->height()) << "a line more";
     manager->removeMissingItems();
@@ -122,7 +86,8 @@ TEST_F(ShelfViewTest, followsEachChangeWithTheTilesItConcerns) {
     manager->clear();
     fit();
     EXPECT_TRUE(tiles().empty());
-    EXPECT_EQ(visible<DropZoneView>(*view)[0]->height(), 200);
+    EXPECT_EQ(visible<DropZoneView>(*view)[0]->accessibleName(), QLatin1String("Drop zone for files"));
+    EXPECT_EQ(button(*view, "Clear All"), nullptr);
 }
 
 TEST_F(ShelfViewTest, scrollsWhenTheHostHasNoRoomForAllTiles) {
