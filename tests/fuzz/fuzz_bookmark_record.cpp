@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Fuzzing.h"
+#include "foundation/Invariant.h"
 #include "platform/linux/storage/BookmarkLocator.h"
 #include "platform/linux/storage/BookmarkRecord.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // An autostart entry that anybody may have edited, and the commands in it.
-#include "Fuzzing.h"
+#include "foundation/Invariant.h"
 #include "platform/linux/session/DesktopEntry.h"
 
 using namespace stowpocket;

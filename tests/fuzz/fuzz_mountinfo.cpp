@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // A mount table with any names in it: mount points may be called anything.
-#include "Fuzzing.h"
+#include "foundation/Invariant.h"
 #include "platform/linux/session/MountChanges.h"
+
+#include <algorithm>
 
 using namespace stowpocket;
 

@@ -1,40 +1,42 @@
 // SPDX-License-Identifier: MIT
 // A saved shelf in which anything may stand anywhere: any keys, any types, any nesting.
 #include "fakes/FakeFiles.h"
-#include "Fuzzing.h"
+#include "foundation/Invariant.h"
 #include "shelf/PersistedShelf.h"
 
-#include <array>
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <bit>
 
 using namespace stowpocket;
 
 namespace {
 
-PropertyValue anyValue(FuzzInput& source, int depth);
+PropertyValue anyValue(FuzzedDataProvider& source, int depth);
 
-PropertyValue::Dictionary anyEntry(FuzzInput& source, int depth) {
-    constexpr std::array keys{"id", "filename", "fileSize", "dateAdded", "bookmark", "fallbackPath"};
+PropertyValue::Dictionary anyEntry(FuzzedDataProvider& source, int depth) {
+    constexpr const char* keys[] = {"id", "filename", "fileSize", "dateAdded", "bookmark", "fallbackPath"};
     PropertyValue::Dictionary entry{{"id", "0F8FAD5B-D9CB-469F-A165-70867728950E"},
                                     {"filename", "name"},
                                     {"fileSize", std::int64_t{1}},
                                     {"dateAdded", 1.0}};
-    for (int left = source.byte() % 8; left > 0; --left)
-        entry.insert_or_assign(keys.at(source.byte() % keys.size()), anyValue(source, depth + 1));
+    for (int left = source.ConsumeIntegralInRange(0, 7); left > 0; --left)
+        entry.insert_or_assign(source.PickValueInArray(keys), anyValue(source, depth + 1));
     return entry;
 }
 
-PropertyValue anyValue(FuzzInput& source, int depth) {
-    switch (depth > 4 ? source.byte() % 5 : source.byte() % 7) {
+PropertyValue anyValue(FuzzedDataProvider& source, int depth) {
+    switch (source.ConsumeIntegralInRange(0, depth > 4 ? 4 : 6)) {
     case 0:
-        return source.byte() % 2 == 0;
+        return source.ConsumeBool();
     case 1:
-        return source.number<std::int64_t>();
+        return source.ConsumeIntegral<std::int64_t>();
     case 2:
-        return source.number<double>();
+        return std::bit_cast<double>(source.ConsumeIntegral<std::uint64_t>());
     case 3:
-        return source.text();
+        return source.ConsumeRandomLengthString();
     case 4: {
-        const std::string text = source.text();
+        const std::string text = source.ConsumeRandomLengthString();
         return Bytes(text.begin(), text.end());
     }
     case 5:
@@ -47,10 +49,10 @@ PropertyValue anyValue(FuzzInput& source, int depth) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    FuzzInput source(std::span(data, size));
+    FuzzedDataProvider source(data, size);
     PropertyValue::Array entries;
-    while (!source.isEmpty())
-        entries.push_back(source.byte() % 4 == 0 ? anyValue(source, 0) : PropertyValue(anyEntry(source, 0)));
+    while (source.remaining_bytes() > 0)
+        entries.push_back(source.ConsumeBool() ? PropertyValue(anyEntry(source, 0)) : anyValue(source, 0));
 
     FakeFiles files;
     files.add("/a");

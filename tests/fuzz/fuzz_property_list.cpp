@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Fuzzing.h"
+#include "foundation/Invariant.h"
 #include "platform/linux/storage/PropertyList.h"
 
 /// What has been read and written once comes back the same from then on.

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 // What a decoder that a hostile picture has taken over may answer, and what may lie in the thumbnail cache.
-#include "Fuzzing.h"
+#include "foundation/Invariant.h"
 #include "platform/linux/pictures/DecoderReply.h"
 #include "platform/linux/pictures/ThumbnailFile.h"
+
+#include <algorithm>
 
 using namespace stowpocket;
 
