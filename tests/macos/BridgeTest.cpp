@@ -34,6 +34,8 @@ TEST(QtHostedViewTest, asksForAnotherSizeWheneverItsContentDoes) {
     label->updateGeometry();
     QCoreApplication::sendPostedEvents();
     EXPECT_EQ(asked, 1) << "nothing has changed";
+    view.setShown(false);
+    EXPECT_FALSE(label->isVisible());
 }
 
 TEST(QtHostedViewTest, isCancelledByEscapeThatItsContentLeaves) {

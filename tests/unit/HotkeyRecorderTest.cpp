@@ -134,18 +134,6 @@ TEST_F(HotkeyRecorderTest, showsWhatIsStored) {
     EXPECT_DEATH(static_cast<void>(recorder->shown()), "modifier flags");
 }
 
-TEST_F(HotkeyRecorderTest, tellsOfEveryChangeThatCanBeSeen) {
-    int changes = 0;
-    const Subscription observed = recorder->changed.connect([&changes] { ++changes; });
-    for (const std::string_view key : {shelfShortcut.keyCode, shelfShortcut.modifiers, quickDropShortcut.keyCode,
-                                       quickDropShortcut.modifiers, preferenceKey::launchAtLogin})
-        preferences.setValue(key, 77);
-    EXPECT_EQ(changes, 4);
-    recorder->toggleRecording();
-    recorder->toggleRecording();
-    EXPECT_EQ(changes, 6);
-}
-
 TEST(UppercasedTest, knowsTheScriptsOfKeyboards) {
     EXPECT_EQ(uppercased("az AZ 09 äÿßøčžı"), "AZ AZ 09 ÄŸßØČŽI");
     EXPECT_EQ(uppercased("άως ящѓ ữ եր שﻉ中👜"), "ΆΩΣ ЯЩЃ Ữ ԵՐ שﻉ中👜");

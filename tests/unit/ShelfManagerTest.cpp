@@ -33,8 +33,8 @@ TEST_F(ShelfManagerTest, addsASmallBatchAtOnceAtTheEnd) {
     EXPECT_TRUE(files.accesses.empty()) << "no access is begun on a new file";
     EXPECT_EQ(preferences.saves, 1);
     EXPECT_EQ(posts, 1);
-    EXPECT_EQ(changes[0].kind, Kind::inserted);
-    EXPECT_EQ(changes[0].indexes, (Indexes{0, 1, 2}));
+    EXPECT_EQ(changes.at(0).kind, Kind::inserted);
+    EXPECT_EQ(changes.at(0).indexes, (Indexes{0, 1, 2}));
     EXPECT_EQ(thumbnails.asked.size(), 2u) << "of the available ones";
 }
 
@@ -128,8 +128,8 @@ TEST_F(ShelfManagerTest, aRefreshMarksWhatIsGoneAndSavesOnce) {
     EXPECT_FALSE(manager->items()[1].isAvailable);
     EXPECT_EQ(preferences.saves, 1);
     EXPECT_EQ(posts, 0);
-    EXPECT_EQ(changes[0].kind, Kind::updated);
-    EXPECT_EQ(changes[0].indexes, (Indexes{1, 3}));
+    EXPECT_EQ(changes.at(0).kind, Kind::updated);
+    EXPECT_EQ(changes.at(0).indexes, (Indexes{1, 3}));
 
     manager->refreshAvailability();
     dispatch.runAll();
@@ -138,7 +138,7 @@ TEST_F(ShelfManagerTest, aRefreshMarksWhatIsGoneAndSavesOnce) {
     changes.clear();
     manager->removeMissingItems();
     EXPECT_EQ(names(), (std::vector<std::string>{"0.txt", "2.txt"}));
-    EXPECT_EQ(changes[0].indexes, (Indexes{1, 3}));
+    EXPECT_EQ(changes.at(0).indexes, (Indexes{1, 3}));
     EXPECT_EQ(posts, 1);
     manager->removeMissingItems();
     EXPECT_EQ(posts, 1);
@@ -146,8 +146,8 @@ TEST_F(ShelfManagerTest, aRefreshMarksWhatIsGoneAndSavesOnce) {
 
 TEST_F(ShelfManagerTest, neverLooksTwiceAtOnceAndSkipsWhatLeftMeanwhile) {
     addFiles(2);
-    files.removeItem(*FileURL::fromPath("/files/0.txt"));
-    files.removeItem(*FileURL::fromPath("/files/1.txt"));
+    for (const ShelfItem& item : manager->items())
+        files.removeItem(item.fileURL);
     for (int count = 0; count < 50; ++count)
         manager->refreshAvailability();
     EXPECT_EQ(dispatch.backgroundCount(), 1u);
