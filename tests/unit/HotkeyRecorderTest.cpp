@@ -92,18 +92,6 @@ TEST_F(HotkeyRecorderTest, escapeAndASecondClickLeaveTheShortcutAsItWas) {
     EXPECT_EQ(posts, 0);
 }
 
-TEST_F(HotkeyRecorderTest, recordingOutlivesItsControlUntilAKeyEndsIt) {
-    const std::weak_ptr<HotkeyRecorder> left = recorder;
-    recorder->toggleRecording();
-    recorder.reset();
-    EXPECT_TRUE(monitors.press(0, 0, "a"));
-    EXPECT_TRUE(monitors.press(40, modifierFlag::command, "k"));
-    expectStored(40, modifierFlag::command, "K");
-    EXPECT_EQ(posts, 1);
-    EXPECT_TRUE(left.expired());
-    EXPECT_FALSE(monitors.press(0, 0, "a"));
-}
-
 TEST_F(HotkeyRecorderTest, showsWhatIsStored) {
     struct Case {
         std::int64_t keyCode, modifiers;

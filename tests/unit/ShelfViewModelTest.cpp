@@ -43,14 +43,6 @@ TEST_F(ShelfViewModelTest, theMessageGoesWhenARemovalMakesRoom) {
     EXPECT_FALSE(viewModel->capacityMessage());
 }
 
-TEST_F(ShelfViewModelTest, aFullShelfRefusesADrop) {
-    addFiles(20);
-    const auto provider = FakeItemProvider::withURL("file:///a");
-    EXPECT_FALSE(viewModel->handleDrop({provider}));
-    EXPECT_TRUE(provider->askedType.empty());
-    EXPECT_EQ(messages, 0);
-}
-
 TEST_F(ShelfViewModelTest, addsADropWhenAllOfItHasLoadedInTheOrderOfLoading) {
     const auto one = FakeItemProvider::withURL("file:///one");
     const auto two = FakeItemProvider::withURL("file:///two");

@@ -53,14 +53,6 @@ TEST(ThemeTest, aChangedPaletteShowsAtOnce) {
     Theme::setAppearance(Appearance::light);
     QApplication::processEvents();
     EXPECT_EQ(shelf.view->grab().toImage(), light);
-    const auto brightest = [](const QImage& image) {
-        int value = 0;
-        for (int x = 40; x < 120; ++x)
-            value = std::max(value, qGray(image.pixel(x, 20)));
-        return value;
-    };
-    EXPECT_GT(brightest(light), 200);
-    EXPECT_GT(brightest(dark), 200) << "the title is light on dark";
     EXPECT_LT(qGray(dark.pixel(2, 2)), 60);
 }
 
