@@ -14,10 +14,9 @@ namespace {
 
 using State = HotkeyRecorderPresentation::State;
 
-constexpr ShortcutKeys shelfShortcut{preferenceKey::shelfHotkeyKeyCode, preferenceKey::shelfHotkeyModifiers,
-                                     preferenceKey::shelfHotkeyKeyChar};
-constexpr ShortcutKeys quickDropShortcut{preferenceKey::quickDropKeyCode, preferenceKey::quickDropModifiers,
-                                         preferenceKey::quickDropKeyChar};
+// By their names in the user's file, which older versions wrote.
+constexpr ShortcutKeys shelfShortcut{"shelfHotkeyKeyCode", "shelfHotkeyModifiers", "shelfHotkeyKeyChar"};
+constexpr ShortcutKeys quickDropShortcut{"quickDropKeyCode", "quickDropModifiers", "quickDropKeyChar"};
 constexpr std::int64_t optionShift = modifierFlag::option | modifierFlag::shift;
 constexpr std::uint16_t escape = 53;
 

@@ -50,15 +50,4 @@ struct SettingsViewFixture : ShelfViewFixture {
     SettingsView* settings = nullptr;
 };
 
-/// The view of that class and accessible name or text that can be seen; null when there is none.
-template <class Widget>
-Widget* named(QWidget& root, const QString& name) {
-    for (Widget* const widget : visible<Widget>(root)) {
-        const auto* const button = qobject_cast<const QAbstractButton*>(widget);
-        if (widget->accessibleName() == name || (button != nullptr && button->text() == name))
-            return widget;
-    }
-    return nullptr;
-}
-
 }  // namespace stowpocket

@@ -133,13 +133,19 @@ inline QStringList shownTexts(QWidget& root) {
     return texts;
 }
 
-/// The button with that text or accessible name; null when none can be seen.
-inline Button* button(QWidget& root, const char* name) {
-    for (Button* const button : visible<Button>(root)) {
-        if (button->text() == QLatin1String(name) || button->accessibleName() == QLatin1String(name))
-            return button;
+/// The view of that class and accessible name or text that can be seen; null when there is none.
+template <class Widget>
+Widget* named(QWidget& root, const QString& name) {
+    for (Widget* const widget : visible<Widget>(root)) {
+        const auto* const button = qobject_cast<const QAbstractButton*>(widget);
+        if (widget->accessibleName() == name || (button != nullptr && button->text() == name))
+            return widget;
     }
     return nullptr;
+}
+
+inline Button* button(QWidget& root, const char* name) {
+    return named<Button>(root, QLatin1String(name));
 }
 
 }  // namespace stowpocket
