@@ -9,6 +9,8 @@
 #include <QNetworkReply>
 #include <QTimer>
 
+#include <algorithm>
+#include <array>
 #include <memory>
 
 namespace stowpocket {
@@ -35,12 +37,16 @@ int statusOf(const QNetworkReply& reply) {
     return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
 }
 
+/// Whether a status is the last word. That of a redirection may be left standing when redirections end nowhere.
+bool isFinal(int status) {
+    constexpr std::array redirections{301, 302, 303, 307, 308};
+    return status >= 200 && std::ranges::find(redirections, status) == redirections.end();
+}
+
 /// Whether the server has given a whole answer; that it refuses is one too.
 bool isAnswered(const QNetworkReply& reply) {
     const int error = reply.error();
-    // Codes below that are not the last word; one stands there too when redirections end nowhere.
-    constexpr int firstFinalStatus = 200;
-    return statusOf(reply) >= firstFinalStatus &&
+    return isFinal(statusOf(reply)) &&
            (error == QNetworkReply::NoError ||
             (error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError) ||
             (error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError));
