@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/QtViewFactory.h"
 
+#include "platform/qt/LateWindow.h"
 #include "views/Motion.h"
 #include "views/OnboardingView.h"
 #include "views/QtFrameClock.h"
@@ -32,6 +33,15 @@ std::unique_ptr<Window> QtViewFactory::makeSettingsWindow(std::shared_ptr<ShelfV
 
 std::unique_ptr<Window> QtViewFactory::makeOnboardingWindow(PreferenceStore& preferences,
                                                             std::function<void()> onComplete) {
+    if (!platform_.whenIconStands)
+        return makeOnboarding(preferences, std::move(onComplete));
+    return std::make_unique<LateWindow>(
+        platform_.whenIconStands,
+        [this, &preferences, onComplete = std::move(onComplete)] { return makeOnboarding(preferences, onComplete); });
+}
+
+std::unique_ptr<Window> QtViewFactory::makeOnboarding(PreferenceStore& preferences,
+                                                      std::function<void()> onComplete) const {
     using MotionWish = OnboardingView::MotionWish;
     auto view = std::make_unique<OnboardingView>(OnboardingView::Dependencies{
         .preferences = preferences,

@@ -24,6 +24,9 @@ public:
         std::function<std::unique_ptr<Window>(const QString& title, const QSize& contentSize, QtWindow::Level level,
                                               std::unique_ptr<QWidget> content)>
             makeWindow = {};
+        /// Runs what it is given once the icon is on the screen, which the first run's window is not to delay; where
+        /// it is left out that window does not wait.
+        std::function<void(std::function<void()>)> whenIconStands = {};
     };
 
     explicit QtViewFactory(Platform platform) : platform_(std::move(platform)) {}
@@ -39,6 +42,8 @@ public:
                                                                std::function<void()> onComplete) override;
 
 private:
+    [[nodiscard]] std::unique_ptr<Window> makeOnboarding(PreferenceStore& preferences,
+                                                         std::function<void()> onComplete) const;
     [[nodiscard]] std::unique_ptr<Window> makeWindow(const QString& title, const QSize& contentSize,
                                                      QtWindow::Level level, std::unique_ptr<QWidget> content) const;
 

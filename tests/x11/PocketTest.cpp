@@ -101,15 +101,18 @@ protected:
                                                symbol.fill(color);
                                                return symbol;
                                            },
-                                           &promises)
+                                           &promises, [this] { ++placings; })
                                            .makeStatusItem();
     std::unique_ptr<FakeTray> tray;
     std::unique_ptr<FakeDragSource> source;
     int clicks = 0;
+    int placings = 0;
 };
 
 TEST_F(Pocket, isTheIconWhereThereIsNoTray) {
+    EXPECT_EQ(placings, 0);
     ASSERT_TRUE(appears());
+    EXPECT_EQ(placings, 1);
     EXPECT_TRUE(QGuiApplication::primaryScreen()->availableGeometry().contains(pocket()->geometry()));
     EXPECT_EQ(button().rectOnScreen(), pocket()->geometry());
     const int width = pocket()->width();

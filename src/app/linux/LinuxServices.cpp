@@ -52,7 +52,7 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
       thumbnails_(dispatch_, decoderExecutable),
       icons_(screen_),
       promises_(*connection_, dispatch_),
-      statusBar_(*connection_, paintSymbol, &promises_),
+      statusBar_(*connection_, paintSymbol, &promises_, [this] { iconStands_.reach(); }),
       popoverHost_(*connection_),
       fileDrag_(*connection_),
       views_({
@@ -74,6 +74,7 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
                                QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
                            },
                        .hotkeySource = [this] { return hotkeys_.source(); }},
+          .whenIconStands = [this](std::function<void()> work) { iconStands_.whenReached(std::move(work)); },
       }),
       eventMonitors_(connection_->raw()),
       fileManagerSelection_(dispatch_),

@@ -24,6 +24,7 @@
 #include "platform/linux/x11/X11StatusItem.h"
 #include "platform/MainBundle.h"
 #include "platform/posix/PatientProbe.h"
+#include "platform/qt/Milestone.h"
 #include "platform/qt/QtApplication.h"
 #include "platform/qt/QtChildProcess.h"
 #include "platform/qt/QtDispatch.h"
@@ -70,6 +71,7 @@ private:
     LinuxWorkspaceIcons icons_;
     QtApplication application_;
     X11DirectSaves promises_;
+    Milestone iconStands_;
     X11StatusBar statusBar_;
     X11PopoverHost popoverHost_;
     X11FileDrag fileDrag_;

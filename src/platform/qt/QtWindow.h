@@ -3,13 +3,15 @@
 
 #include "platform/Window.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <memory>
 
 namespace stowpocket {
 
-/// A window of the desktop's window manager around one view, of a fixed size.
+/// A window of the desktop's window manager around one view, of a fixed size. Once closed, by whomever, it is gone
+/// with its view and does nothing any more.
 class QtWindow : public Window {
 public:
     enum class Level { normal, floating };
@@ -20,15 +22,19 @@ public:
 
     QtWindow(const QString& title, const QSize& contentSize, Level level, std::unique_ptr<QWidget> content,
              Frame frame = Frame::titled);
+    QtWindow(const QtWindow&) = delete;
+    QtWindow& operator=(const QtWindow&) = delete;
+    ~QtWindow() override { delete window_; }
 
-    [[nodiscard]] bool isVisible() const override { return window_->isVisible(); }
+    [[nodiscard]] bool isVisible() const override { return window_ && window_->isVisible(); }
     void center() override;
     void makeKeyAndOrderFront() override;
-    void orderFrontRegardless() override { window_->raise(); }
-    void close() override { window_->close(); }
+    void orderFrontRegardless() override;
+    void close() override;
 
 private:
-    const std::unique_ptr<QWidget> window_;
+    /// Its own; null once it was closed.
+    const QPointer<QWidget> window_;
 };
 
 }  // namespace stowpocket

@@ -21,8 +21,10 @@ constexpr std::uint8_t sentEventBit = 0x80;
 
 }  // namespace
 
-X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, DropPromises* promises)
+X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, DropPromises* promises,
+                             std::function<void()> onPlaced)
     : connection_(connection),
+      onPlaced_(std::move(onPlaced)),
       button_(std::make_shared<X11StatusItemButton>(connection, std::move(paintSymbol), promises)),
       dragWatch_(connection),
       dragBegan_(dragWatch_.began.connect([this] { button_->dragBegan(); })),
@@ -129,6 +131,8 @@ void X11StatusItem::place() {
             place();
         });
     button_->setPlace(placing_.place());
+    if (placing_.place() != IconPlacing::Place::undecided)
+        onPlaced_();
 }
 
 }  // namespace stowpocket

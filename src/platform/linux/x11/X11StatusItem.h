@@ -16,8 +16,9 @@ namespace stowpocket {
 /// session bus for hosts of items where no tray is of use, and has the icon follow.
 class X11StatusItem : public StatusItem, private QAbstractNativeEventFilter {
 public:
-    /// `promises` may be null.
-    X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, DropPromises* promises);
+    /// `promises` may be null; `onPlaced` runs whenever the icon has found a place.
+    X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, DropPromises* promises,
+                  std::function<void()> onPlaced);
 
     [[nodiscard]] std::shared_ptr<StatusItemButton> button() override { return button_; }
 
@@ -33,6 +34,7 @@ private:
     void place();
 
     const X11Connection& connection_;
+    const std::function<void()> onPlaced_;
     const std::shared_ptr<X11StatusItemButton> button_;
     TrayDocking docking_;
     IconPlacing placing_;
@@ -49,17 +51,23 @@ private:
 class X11StatusBar : public StatusBar {
 public:
     /// `connection` and `promises` outlive every item; without `promises` only files that exist can be dropped.
-    X11StatusBar(const X11Connection& connection, SymbolPainter paintSymbol, DropPromises* promises = nullptr)
-        : connection_(connection), paintSymbol_(std::move(paintSymbol)), promises_(promises) {}
+    /// `onPlaced` runs whenever an item has found a place on the screen.
+    X11StatusBar(const X11Connection& connection, SymbolPainter paintSymbol, DropPromises* promises,
+                 std::function<void()> onPlaced)
+        : connection_(connection),
+          paintSymbol_(std::move(paintSymbol)),
+          promises_(promises),
+          onPlaced_(std::move(onPlaced)) {}
 
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override {
-        return std::make_unique<X11StatusItem>(connection_, paintSymbol_, promises_);
+        return std::make_unique<X11StatusItem>(connection_, paintSymbol_, promises_, onPlaced_);
     }
 
 private:
     const X11Connection& connection_;
     const SymbolPainter paintSymbol_;
     DropPromises* const promises_;
+    const std::function<void()> onPlaced_;
 };
 
 }  // namespace stowpocket
