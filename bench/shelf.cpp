@@ -5,7 +5,7 @@
 #include "app/linux/LinuxServices.h"
 #include "platform/linux/pictures/ImageDecoderProcess.h"
 
-#include <QAbstractEventDispatcher>
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QEvent>
@@ -48,7 +48,7 @@ struct Duration {
     }
 };
 
-/// Times every event that the main thread handles, and notices the first painting of the popover.
+/// Times every event that the main thread handles, and notices which windows are painted.
 class TimedApplication : public QApplication {
 public:
     using QApplication::QApplication;
@@ -56,8 +56,8 @@ public:
     bool notify(QObject* receiver, QEvent* event) override {
         // Looked at before: handling an event may be the end of its receiver.
         const auto* const widget = qobject_cast<QWidget*>(receiver);
-        const bool isPopoverPaint = event->type() == QEvent::Paint && widget != nullptr && widget->isWindow() &&
-                                    widget->windowTitle() == QStringLiteral("stowpocket shelf");
+        const bool isWindowPaint = event->type() == QEvent::Paint && widget != nullptr && widget->isWindow();
+        const QString painted = isWindowPaint ? widget->windowTitle() : QString();
         const bool isOutermost = depth_ == 0;
         const Duration start = Duration::now();
         ++depth_;
@@ -65,16 +65,21 @@ public:
         --depth_;
         if (isOutermost)
             longest_ = longest_.extendedBy(Duration::now().since(start));
-        popoverPainted_ |= isPopoverPaint;
+        isAwaitedPainted_ |= isWindowPaint && painted == awaited_;
         return handled;
     }
 
     Duration takeLongest() { return std::exchange(longest_, {}); }
-    bool takePopoverPainted() { return std::exchange(popoverPainted_, false); }
+    void awaitPaintOf(const QString& windowTitle) {
+        awaited_ = windowTitle;
+        isAwaitedPainted_ = false;
+    }
+    [[nodiscard]] bool isAwaitedPainted() const { return isAwaitedPainted_; }
 
 private:
     int depth_ = 0;
-    bool popoverPainted_ = false;
+    QString awaited_;
+    bool isAwaitedPainted_ = false;
     Duration longest_;
 };
 
@@ -127,6 +132,7 @@ public:
         shelf.clear();
         settle();
         print("longest slice while the files are added, popover open", add());
+        print("settings, first frame", openSettings());
     }
 
 private:
@@ -162,12 +168,28 @@ private:
         return call.extendedBy(application_.takeLongest());
     }
 
-    /// From the request to the server having drawn the first frame.
     Duration showPopover() {
-        static_cast<void>(application_.takePopoverPainted());
+        return firstFrame(QStringLiteral("stowpocket shelf"), [this] { delegate_->showPopover(Animation::none); });
+    }
+
+    /// By the button that the user presses.
+    Duration openSettings() {
+        const QList<QWidget*> widgets = QApplication::allWidgets();
+        const auto found = std::ranges::find(widgets, QStringLiteral("Settings"), &QWidget::accessibleName);
+        auto* const button = found == widgets.end() ? nullptr : qobject_cast<QAbstractButton*>(*found);
+        if (button == nullptr) {
+            std::fputs("bench_shelf: there is no button that opens the settings\n", stderr);
+            std::exit(1);
+        }
+        return firstFrame(QStringLiteral("stowpocket Settings"), [button] { button->click(); });
+    }
+
+    /// From the request to the server having drawn the first frame.
+    Duration firstFrame(const QString& windowTitle, const std::function<void()>& request) {
+        application_.awaitPaintOf(windowTitle);
         const Duration start = Duration::now();
-        delegate_->showPopover(Animation::none);
-        runUntil([this] { return application_.takePopoverPainted(); });
+        request();
+        runUntil([this] { return application_.isAwaitedPainted(); });
         auto* const connection = application_.nativeInterface<QNativeInterface::QX11Application>()->connection();
         std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));  // NOLINT
         return Duration::now().since(start);
