@@ -60,6 +60,35 @@ TEST_F(LinuxWorkspaceIconsTest, leavesADesktopsOwnThemeAlone) {
     EXPECT_TRUE(QIcon::fallbackThemeName().isEmpty());
 }
 
+TEST_F(LinuxWorkspaceIconsTest, takesTheSizeThatSuitsBestFromTheThemeOrWhatItInherits) {
+    for (const char* const folder : {"Own/16", "Own/32", "Own/64", "Own/24x2", "Own/any", "Own/actions", "Parent/48"})
+        ASSERT_TRUE(QDir().mkpath(QString::fromStdString(files_.path(std::string("themes/") + folder))));
+    files_.write("themes/Own/index.theme", "[Icon Theme]\nInherits=../elsewhere,Parent\n\n[16]\nSize=16\n"
+                                           "[32]\nSize=32\nType=Fixed\nContext=MimeTypes\n"
+                                           "[64]\nSize=64\nType=Fixed\n[24x2]\nSize=24\nScale=2\n"
+                                           "[any]\nType=Scalable\nSize=64\nMinSize=60\nMaxSize=256\n"
+                                           "[actions]\nSize=48\nContext=Actions\n[x]\nSize=-1\n[y]\nSize=9e9\n");
+    files_.write("themes/Parent/index.theme", "[Icon Theme]\nInherits=Own\n[48]\r\n Size = 48\r\n");
+    QIcon::setThemeName(QStringLiteral("Own"));
+    files_.draw("themes/Own/16/text-x-generic.png", {16, 16}, Qt::red);
+    files_.draw("themes/Own/32/text-x-generic.png", {32, 32}, Qt::green);
+    files_.draw("themes/Own/64/text-x-generic.png", {64, 64}, Qt::blue);
+    files_.draw("themes/Own/actions/text-x-generic.png", {48, 48}, Qt::red);
+    files_.draw("themes/Own/32/video-x-generic.png", {32, 32}, Qt::green);
+    files_.draw("themes/Own/24x2/image-x-generic.png", {48, 48}, Qt::yellow);
+    files_.draw("themes/Own/64/image-x-generic.png", {64, 64}, Qt::blue);
+    files_.write(
+        "themes/Own/any/audio-x-generic.svg",
+        "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 9 9'><rect width='9' height='9' fill='#0ff'/></svg>");
+    files_.draw("themes/Parent/48/package-x-generic.png", {48, 48}, Qt::magenta);
+    EXPECT_EQ(color("a.txt"), QColor(Qt::blue)) << "rather too large than too small";
+    EXPECT_EQ(icon("a.txt").size(), QSize(48, 48));
+    EXPECT_EQ(icon("a.mkv").size(), QSize(32, 32)) << "not blown up";
+    EXPECT_EQ(color("a.gif"), QColor(Qt::yellow));
+    EXPECT_EQ(color("a.ogg"), QColor(Qt::cyan));
+    EXPECT_EQ(color("a.zip"), QColor(Qt::magenta));
+}
+
 TEST_F(LinuxWorkspaceIconsTest, drawsItsOwnWithoutATheme) {
     ASSERT_TRUE(QDir().mkpath(QString::fromStdString(files_.path("folder"))));
     files_.write("program", "#!");

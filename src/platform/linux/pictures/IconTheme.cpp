@@ -2,58 +2,143 @@
 #include "platform/linux/pictures/IconTheme.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QIcon>
+#include <QImageReader>
+#include <QPainter>
+#include <QSvgRenderer>
 
 #include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
 
 namespace stowpocket {
 namespace {
 
-/// Without an icon for plain text a theme has none for any file.
-bool hasFileIcons() {
-    return !QIcon::fromTheme(QStringLiteral("text-x-generic")).isNull();
+/// The longest known is a tenth of this.
+constexpr qint64 longestIndex = 2'000'000;
+constexpr std::array<const char*, 2> endings{".png", ".svg"};
+
+std::optional<IconThemeIndex> readIndex(const QString& theme) {
+    const QString path = theme + QStringLiteral("/index.theme");
+    QFile file(path);
+    // Not a pipe, whose reading might never end.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return parsedIconThemeIndex(file.read(longestIndex));
 }
 
-bool isInstalled(const QString& theme) {
-    const QStringList folders = QIcon::themeSearchPaths();
-    return std::ranges::any_of(folders, [&theme](const QString& folder) {
-        return QFile::exists(folder + QLatin1Char('/') + theme + QStringLiteral("/index.theme"));
-    });
-}
-
-void setFallbackTheme(const QString& name) {
-    QIcon::setFallbackThemeName(name);
-    // Qt keeps the former fallback in the place of a theme that it did not find, until the search paths are set.
-    QIcon::setThemeSearchPaths(QIcon::themeSearchPaths());
-}
-
-void chooseFallbackTheme() {
-    if (hasFileIcons())
-        return;
-    const QString former = QIcon::fallbackThemeName();
-    for (const char* const name : {"breeze", "Adwaita", "Papirus", "elementary-xfce", "Yaru", "mate", "gnome"}) {
-        const QString theme = QLatin1String(name);
-        if (!isInstalled(theme))
+/// A theme may lie in several places at a time, and is described in the first that has a description.
+std::pair<QStringList, std::vector<IconFolder>> readTheme(const QString& name) {
+    QStringList places;
+    std::optional<IconThemeIndex> index;
+    for (const QString& folder : QIcon::themeSearchPaths()) {
+        const QString place = folder + QLatin1Char('/') + name;
+        if (!QFileInfo(place).isDir())
             continue;
-        setFallbackTheme(theme);
-        if (hasFileIcons())
-            return;
+        places.append(place);
+        if (!index)
+            index = readIndex(place);
     }
-    setFallbackTheme(former);
+    if (!index)
+        return {};
+    std::vector<IconFolder> folders;
+    for (const IconFolder& folder : index->folders) {
+        for (const QString& place : std::as_const(places)) {
+            const QString path = place + QLatin1Char('/') + folder.path;
+            if (QFileInfo(path).isDir())
+                folders.push_back({path, folder.smallest, folder.largest});
+        }
+    }
+    return {index->inherits, std::move(folders)};
+}
+
+/// How badly the icons of a folder suit: one that is too small worse than one that is as much too large.
+int distance(const IconFolder& folder, int side) {
+    const int lacking = side - folder.largest;
+    const int excess = folder.smallest - side;
+    return std::max({0, 2 * lacking, 2 * excess - 1});
+}
+
+QImage loaded(const QString& path, int side) {
+    const QSize room(side, side);
+    if (path.endsWith(QLatin1String("svg"))) {
+        QSvgRenderer drawing(path);
+        if (!drawing.isValid())
+            return {};
+        QImage image(room, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        QRectF place(QPointF(), drawing.viewBoxF().size().scaled(room, Qt::KeepAspectRatio));
+        place.moveCenter(QRectF(image.rect()).center());
+        drawing.render(&painter, place);
+        return image;
+    }
+    QImage image = QImageReader(path).read();
+    if (image.width() > side || image.height() > side)
+        image = image.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    return image;
+}
+
+template <class Use>
+bool anyFile(const std::vector<IconFolder>& folders, const QString& name, const Use& use) {
+    for (const IconFolder& folder : folders) {
+        for (const char* const ending : endings) {
+            const QString path = folder.path + QLatin1Char('/') + name + QLatin1String(ending);
+            if (QFileInfo(path).isFile() && use(path))
+                return true;
+        }
+    }
+    return false;
 }
 
 }  // namespace
 
 QImage IconTheme::icon(const QString& name, int side) {
-    if (!isReady_) {
-        chooseFallbackTheme();
-        isReady_ = true;
+    if (!std::exchange(isReady_, true))
+        load();
+    QImage image;
+    for (Theme& theme : themes_) {
+        std::ranges::stable_sort(theme, {}, [side](const IconFolder& folder) { return distance(folder, side); });
+        const bool isFound = anyFile(theme, name, [&](const QString& path) {
+            image = loaded(path, side);
+            return !image.isNull();
+        });
+        if (isFound)
+            break;
     }
-    // Asked for 48 pixels, Qt takes Breeze's 22 at double density, which are bare outlines for lists.
-    const int drawn =
-        side == 48 && QIcon::themeName().startsWith(QLatin1String("breeze"), Qt::CaseInsensitive) ? 64 : side;
-    const QImage image = QIcon::fromTheme(name).pixmap(QSize(drawn, drawn), 1).toImage();
-    return drawn == side ? image : image.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    return image;
+}
+
+void IconTheme::load() {
+    for (const QString& name : {QIcon::themeName(), QIcon::fallbackThemeName(), QStringLiteral("hicolor")})
+        addWithParents(name);
+    const std::size_t ownThemes = themes_.size();
+    for (const char* const name : {"breeze", "Adwaita", "Papirus", "elementary-xfce", "Yaru", "mate", "gnome"}) {
+        if (hasFileIcons())
+            return;
+        themes_.resize(ownThemes);
+        addWithParents(QLatin1String(name));
+    }
+}
+
+void IconTheme::addWithParents(const QString& name) {
+    // A part of a path, and not a way out of the folder of themes.
+    if (name.isEmpty() || name.contains(QLatin1Char('/')) || name == QLatin1String("..") || names_.contains(name))
+        return;
+    names_.append(name);
+    auto [parents, folders] = readTheme(name);
+    themes_.push_back(std::move(folders));
+    for (const QString& parent : std::as_const(parents))
+        addWithParents(parent.trimmed());
+}
+
+/// Without an icon for plain text a theme has none for any file.
+bool IconTheme::hasFileIcons() const {
+    return std::ranges::any_of(themes_, [](const Theme& theme) {
+        return anyFile(theme, QStringLiteral("text-x-generic"), [](const QString&) { return true; });
+    });
 }
 
 }  // namespace stowpocket
