@@ -26,6 +26,8 @@ struct ShelfPresentation {
     bool showsClearButton = false;
     /// Whether one more item fits; while none does, drops are refused.
     bool acceptsDrops = true;
+
+    friend bool operator==(const ShelfPresentation&, const ShelfPresentation&) = default;
 };
 
 /// Looks at the shelf, and at the capacity in force, anew.

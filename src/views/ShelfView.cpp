@@ -87,7 +87,11 @@ void ShelfView::observe() {
 }
 
 void ShelfView::evaluate() {
-    const ShelfPresentation shown = shelfPresentation(viewModel_);
+    present(shelfPresentation(viewModel_));
+}
+
+void ShelfView::present(const ShelfPresentation& shown) {
+    shown_ = shown;
     badge_->setText(displayText(shown.badge));
     bannerText_->setText(displayText(shown.banner.value_or("")));
     banner_->setVisible(shown.banner.has_value());
@@ -104,10 +108,12 @@ QSize ShelfView::sizeHint() const {
             stack.hasHeightForWidth() ? stack.totalHeightForWidth(shelfWidth) : stack.totalSizeHint().height()};
 }
 
-/// The capacity may have been changed in the settings meanwhile. The keyboard waits here, so that no button looks
-/// chosen before Tab is pressed.
+/// The capacity may have been changed in the settings meanwhile; mostly it was not, and laying everything out again
+/// would cost a part of the time to the first frame. The keyboard waits here, so that no button looks chosen before
+/// Tab is pressed.
 void ShelfView::showEvent(QShowEvent* event) {
-    evaluate();
+    if (const ShelfPresentation now = shelfPresentation(viewModel_); now != shown_)
+        present(now);
     setFocus();
     QWidget::showEvent(event);
 }

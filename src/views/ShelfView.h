@@ -35,6 +35,7 @@ private:
 
     void observe();
     void evaluate();
+    void present(const ShelfPresentation& shown);
     void confirmClear();
     void clear();
 
@@ -46,6 +47,7 @@ private:
     ShelfContentView* content_ = nullptr;
     QWidget* progress_ = nullptr;
     Button* clearButton_ = nullptr;
+    ShelfPresentation shown_;
     QPointer<AlertView> clearConfirmation_;
     std::vector<Subscription> observations_;
 };

@@ -66,9 +66,14 @@ void PopoverWindow::setContent(QWidget* content) {
 
 void PopoverWindow::follow() {
     const QSize wanted = content_->sizeHint().expandedTo(content_->minimumSizeHint());
-    placement_ = place_(wanted, edge_ == PopoverEdge::shadowed ? shadowWidth : 0);
-    const QRect frame = qRect(placement_.frame);
-    const QRect window = qRect(placement_.window);
+    const PopoverPlacement placement = place_(wanted, edge_ == PopoverEdge::shadowed ? shadowWidth : 0);
+    const QRect frame = qRect(placement.frame);
+    const QRect window = qRect(placement.window);
+    if (placement == placement_ && window == geometry())
+        return;
+    placement_ = placement;
+    outline_ =
+        bubble(placement).translated(placement.frame.x - placement.window.x, placement.frame.y - placement.window.y);
     const int arrow = static_cast<int>(popoverArrowHeight);
     const QRect panel = frame.adjusted(0, placement_.arrowSide == ArrowSide::top ? arrow : 0, 0,
                                        placement_.arrowSide == ArrowSide::top ? 0 : -arrow);
@@ -76,7 +81,7 @@ void PopoverWindow::follow() {
     setFixedSize(window.size());
     move(window.topLeft());
     if (edge_ == PopoverEdge::cut)
-        setMask(QRegion(outline().toFillPolygon().toPolygon()));
+        setMask(QRegion(outline_.toFillPolygon().toPolygon()));
     update();
 }
 
@@ -96,20 +101,14 @@ void PopoverWindow::keyPressEvent(QKeyEvent* event) {
 void PopoverWindow::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing, edge_ == PopoverEdge::shadowed);
-    const QPainterPath path = outline();
     if (edge_ == PopoverEdge::shadowed)
-        paintShadow(painter, path);
+        paintShadow(painter, outline_);
     QColor border = palette().color(QPalette::WindowText);
     border.setAlphaF(borderOpacity);
     // Outside a cut edge half of the line falls away, so it is drawn twice as wide there.
     painter.setPen(QPen(border, edge_ == PopoverEdge::cut ? 2 : 1));
-    painter.fillPath(path, palette().window());
-    painter.drawPath(path);
-}
-
-QPainterPath PopoverWindow::outline() const {
-    return bubble(placement_)
-        .translated(placement_.frame.x - placement_.window.x, placement_.frame.y - placement_.window.y);
+    painter.fillPath(outline_, palette().window());
+    painter.drawPath(outline_);
 }
 
 }  // namespace stowpocket

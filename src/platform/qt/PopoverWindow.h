@@ -38,13 +38,13 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    [[nodiscard]] QPainterPath outline() const;
-
     const PopoverEdge edge_;
     const Place place_;
     const std::function<void()> cancel_;
     QWidget* content_ = nullptr;
     PopoverPlacement placement_;
+    /// The panel with its arrow, in the window.
+    QPainterPath outline_;
 };
 
 }  // namespace stowpocket
