@@ -16,6 +16,9 @@ namespace {
 
 constexpr AdaptiveGrid grid{.minimumColumnWidth = 80, .maximumColumnWidth = 100, .columnSpacing = 8, .rowSpacing = 8};
 
+/// More than most screens show at a time, and less than a millisecond's work.
+constexpr std::size_t tilesPerTurn = 36;
+
 /// The thumbnail of the item, else the icon of its type; null once the item is gone.
 QImage pictureOf(ShelfManager& shelf, const UUID& id) {
     if (const Image* const thumbnail = shelf.thumbnail(id))
@@ -31,7 +34,14 @@ ShelfGridView::ShelfGridView(std::shared_ptr<ShelfViewModel> viewModel, StartFil
     installShelfAccessibility();
     setAccessibleName(QStringLiteral("Files on the shelf"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    making_.setSingleShot(true);
+    making_.setInterval(0);
+    connect(&making_, &QTimer::timeout, this, [this] {
+        makeMoreTiles();
+        layOut();
+    });
     resetTiles();
+    layOut();
 }
 
 void ShelfGridView::apply(const ShelfChange& change) {
@@ -77,15 +87,31 @@ ShelfItemView* ShelfGridView::makeTile(const ShelfItem& item) {
 
 void ShelfGridView::insertTiles(const std::vector<std::size_t>& indexes) {
     const auto& items = viewModel_->shelfManager().items();
-    for (const std::size_t index : indexes)
+    for (const std::size_t index : indexes) {
+        if (index >= tiles_.size())
+            break;  // from here on they come at the end, as do all that are still to be made
         tiles_.insert(tiles_.begin() + static_cast<std::ptrdiff_t>(index), makeTile(items[index]));
-    if (focusedIndex() == std::nullopt && !tiles_.empty())
+    }
+    makeMoreTiles();
+}
+
+void ShelfGridView::makeMoreTiles() {
+    const auto& items = viewModel_->shelfManager().items();
+    const std::size_t end = std::min(items.size(), tiles_.size() + tilesPerTurn);
+    while (tiles_.size() < end)
+        tiles_.push_back(makeTile(items[tiles_.size()]));
+    if (tiles_.size() < items.size())
+        making_.start();
+    const bool hasTabStop = tiles_.empty() || tiles_.front()->focusPolicy() != Qt::NoFocus;
+    if (!hasTabStop && !focusedIndex())
         setTabStop(0);
 }
 
 void ShelfGridView::removeTiles(const std::vector<std::size_t>& indexes) {
     const std::optional<std::size_t> focused = focusedIndex();
     for (auto index = indexes.rbegin(); index != indexes.rend(); ++index) {
+        if (*index >= tiles_.size())
+            continue;
         const auto at = tiles_.begin() + static_cast<std::ptrdiff_t>(*index);
         ShelfItemView* const tile = *at;
         tiles_.erase(at);
@@ -102,8 +128,10 @@ void ShelfGridView::removeTiles(const std::vector<std::size_t>& indexes) {
 
 void ShelfGridView::updateTiles(const std::vector<std::size_t>& indexes) {
     const auto& items = viewModel_->shelfManager().items();
-    for (const std::size_t index : indexes)
-        tiles_[index]->setItem(items[index]);
+    for (const std::size_t index : indexes) {
+        if (index < tiles_.size())
+            tiles_[index]->setItem(items[index]);
+    }
 }
 
 void ShelfGridView::resetTiles() {
@@ -112,11 +140,7 @@ void ShelfGridView::resetTiles() {
         tile->deleteLater();
     }
     tiles_.clear();
-    for (const ShelfItem& item : viewModel_->shelfManager().items())
-        tiles_.push_back(makeTile(item));
-    if (!tiles_.empty())
-        setTabStop(0);
-    layOut();
+    makeMoreTiles();
 }
 
 void ShelfGridView::layOut() {
@@ -128,6 +152,8 @@ void ShelfGridView::layOut() {
     heights.reserve(tiles_.size());
     for (const ShelfItemView* const tile : tiles_)
         heights.push_back(tile->height());
+    // What is still to be made is taken to be as high as most are.
+    heights.resize(std::max(tiles_.size(), viewModel_->shelfManager().items().size()), tiles_.back()->height());
     const GridLayout layout = grid.layout(width_, tiles_.front()->width(), heights);
     for (std::size_t index = 0; index < tiles_.size(); ++index) {
         const GridLayout::Position& place = layout.positions[index];

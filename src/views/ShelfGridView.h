@@ -5,6 +5,7 @@
 #include "shelf/ShelfViewModel.h"
 #include "views/ShelfItemView.h"
 
+#include <QTimer>
 #include <QWidget>
 
 #include <vector>
@@ -12,7 +13,8 @@
 namespace stowpocket {
 
 /// The tiles of the shelf. It keeps a tile per item and follows each change of the list with just the tiles that it
-/// concerns. Tab reaches one tile; the arrow keys, Home and End the others; Delete removes.
+/// concerns. Many tiles at a time are made over several turns of the event loop, the first items' at once; they have
+/// their room from the beginning. Tab reaches one tile; the arrow keys, Home and End the others; Delete removes.
 class ShelfGridView : public QWidget {
 public:
     ShelfGridView(std::shared_ptr<ShelfViewModel> viewModel, StartFileDrag startFileDrag, int width);
@@ -21,7 +23,7 @@ public:
     void apply(const ShelfChange& change);
     void updatePicture(const UUID& id);
 
-    /// In the order of the items.
+    /// In the order of the items; those at the end may still be without.
     [[nodiscard]] const std::vector<ShelfItemView*>& tiles() const { return tiles_; }
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -37,6 +39,7 @@ private:
     void removeTiles(const std::vector<std::size_t>& indexes);
     void updateTiles(const std::vector<std::size_t>& indexes);
     void resetTiles();
+    void makeMoreTiles();
     void layOut();
     void setTabStop(std::size_t index);
     void focusTile(std::size_t index);
@@ -48,6 +51,8 @@ private:
     const StartFileDrag startFileDrag_;
     const int width_;
     std::vector<ShelfItemView*> tiles_;
+    /// Runs while items wait for their tiles.
+    QTimer making_;
 };
 
 }  // namespace stowpocket

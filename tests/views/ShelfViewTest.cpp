@@ -102,6 +102,26 @@ TEST_F(ShelfViewTest, scrollsWhenTheHostHasNoRoomForAllTiles) {
     EXPECT_GT(scroll[0]->verticalScrollBar()->maximum(), 0);
     EXPECT_EQ(scroll[0]->horizontalScrollBar()->maximum(), 0);
     EXPECT_EQ(painted.asked, 1) << "one icon serves all files of its type";
+
+    manager->clear();
+    addFiles(100, 100);
+    const int height = scroll[0]->sizeHint().height();
+    const std::size_t atOnce = tiles().size();
+    EXPECT_LT(atOnce, 100U) << "not all in one turn";
+    files.removeItem(manager->items()[1].fileURL);
+    files.removeItem(manager->items()[98].fileURL);
+    manager->refreshAvailability();
+    dispatch.runAll();
+    manager->removeMissingItems();
+    EXPECT_EQ(tiles().size(), atOnce - 1);
+    addFiles(2, 300);
+    EXPECT_EQ(scroll[0]->sizeHint().height(), height) << "all have their room";
+    for (int turn = 0; turn < 3; ++turn)
+        fit();
+    EXPECT_EQ(scroll[0]->sizeHint().height(), height);
+    EXPECT_EQ(tileNames().size(), 100);
+    EXPECT_EQ(tileNames().last(), QLatin1String("301.txt"));
+
     manager->clear();
     addFiles(1);
     fit();
