@@ -4,6 +4,7 @@
 #include "platform/qt/LateWindow.h"
 #include "views/Motion.h"
 #include "views/OnboardingView.h"
+#include "views/ProgramIcon.h"
 #include "views/QtFrameClock.h"
 #include "views/SettingsView.h"
 #include "views/ShelfView.h"
@@ -59,7 +60,9 @@ std::unique_ptr<Window> QtViewFactory::makeWindow(const QString& title, const QS
     if (platform_.makeWindow)
         return platform_.makeWindow(title, contentSize, level, std::move(content));
     const auto frame = level == QtWindow::Level::floating ? QtWindow::Frame::none : QtWindow::Frame::titled;
-    return std::make_unique<QtWindow>(title, contentSize, level, std::move(content), frame);
+    auto window = std::make_unique<QtWindow>(title, contentSize, level, std::move(content), frame);
+    window->setIcon(programIcon());
+    return window;
 }
 
 }  // namespace stowpocket

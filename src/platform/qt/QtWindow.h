@@ -3,6 +3,7 @@
 
 #include "platform/Window.h"
 
+#include <QIcon>
 #include <QPointer>
 #include <QWidget>
 
@@ -25,6 +26,9 @@ public:
     QtWindow(const QtWindow&) = delete;
     QtWindow& operator=(const QtWindow&) = delete;
     ~QtWindow() override { delete window_; }
+
+    /// For lists of windows.
+    void setIcon(const QIcon& icon) { window_->setWindowIcon(icon); }
 
     [[nodiscard]] bool isVisible() const override { return window_ && window_->isVisible(); }
     void center() override;
