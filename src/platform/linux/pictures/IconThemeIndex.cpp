@@ -6,9 +6,8 @@
 namespace stowpocket {
 namespace {
 
-/// No icon is larger, and no screen denser.
+/// No icon is larger.
 constexpr int largestSize = 4096;
-constexpr int largestScale = 8;
 
 /// A section of the file; all but one describe a folder.
 struct Section {
@@ -16,7 +15,7 @@ struct Section {
     QByteArrayView context = {};
     QByteArrayView type = "Threshold";
     int size = 0;
-    int scale = 1;
+    bool isScaled = false;
     int minimum = 0;
     int maximum = 0;
     int threshold = 2;
@@ -39,7 +38,7 @@ IconFolder folderOf(const Section& section) {
         smallest -= section.threshold;
         largest += section.threshold;
     }
-    return {QString::fromUtf8(section.name), smallest * section.scale, std::max(smallest, largest) * section.scale};
+    return {QString::fromUtf8(section.name), smallest, std::max(smallest, largest)};
 }
 
 int number(QByteArrayView value, int largest) {
@@ -54,7 +53,7 @@ void setValue(Section& section, QByteArrayView key, QByteArrayView value) {
     else if (key == "Size")
         section.size = number(value, largestSize);
     else if (key == "Scale")
-        section.scale = std::max(1, number(value, largestScale));
+        section.isScaled = value != "1";
     else if (key == "MinSize")
         section.minimum = number(value, largestSize);
     else if (key == "MaxSize")
@@ -69,7 +68,9 @@ IconThemeIndex parsedIconThemeIndex(QByteArrayView text) {
     IconThemeIndex index;
     Section section;
     const auto finish = [&] {
-        if (section.size > 0 && holdsFileIcons(section))
+        // A scaled folder holds what is drawn for a small size, as simple as that has to be; on a dense screen the
+        // folders of larger sizes serve.
+        if (section.size > 0 && !section.isScaled && holdsFileIcons(section))
             index.folders.push_back(folderOf(section));
     };
     while (!text.isEmpty()) {
