@@ -88,13 +88,13 @@ def measure_start(desktop, build):
 
 
 def wait_for_rest(pid):
-    """Until its memory stays as it is for longer than the program's own timer takes to come round."""
+    """Until its memory stays as it is, to 0.1 MB, for longer than the program's own timer takes to come round."""
     since, known = time.monotonic(), memory(pid)
 
     def rests():
         nonlocal since, known
         now = memory(pid)
-        if now != known:
+        if any(abs(new - old) > 0.1 for new, old in zip(now, known)):
             since, known = time.monotonic(), now
         return time.monotonic() - since > REST_SECONDS
     wait_for(rests, "the program to rest", limit=120)
