@@ -13,7 +13,6 @@
 #include <QToolTip>
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace stowpocket {
@@ -60,21 +59,6 @@ int lineHeight(const QFont& font) {
     return QFontMetrics(font).height();
 }
 
-/// Most of what a frame of tiles costs is the shaping of their text, so it is done once.
-ShapedLine shaped(QString text, const QFont& font) {
-    text.replace(QLatin1Char('\n'), QLatin1Char(' '));
-    ShapedLine line{QStaticText(text), QFontMetricsF(font).horizontalAdvance(text)};
-    line.text.setTextFormat(Qt::PlainText);
-    line.text.prepare({}, font);
-    return line;
-}
-
-/// In the very place that QPainter gives to text that it centres in a rectangle.
-void drawCentred(QPainter& painter, const QRectF& rect, const ShapedLine& line) {
-    const double top = rect.y() + (rect.height() - line.text.size().height()) / 2;
-    painter.drawStaticText(QPointF(rect.x() + (rect.width() - line.advance) / 2, std::floor(top + 0.5)), line.text);
-}
-
 /// The picture, fitted into its frame. It is painted into the frame's shape, since a clip would leave jagged corners.
 QImage framed(const QImage& picture, double ratio) {
     QImage framed(pictureFrame.size() * ratio, QImage::Format_ARGB32_Premultiplied);
@@ -107,7 +91,6 @@ ShelfItemView::ShelfItemView(const ShelfItem& item, TileActions actions, QWidget
 void ShelfItemView::setItem(const ShelfItem& item) {
     shown_ = tilePresentation(item);
     nameLines_.clear();
-    size_.reset();
     setAccessibleName(QString::fromStdString(shown_.accessibleName()));
     setFixedSize(sizeHint());
     update();
@@ -245,34 +228,30 @@ void ShelfItemView::paintPicture(QPainter& painter) const {
 }
 
 void ShelfItemView::paintName(QPainter& painter) {
-    painter.save();
     const QFont font = nameFont();
-    painter.setFont(font);
-    if (nameLines_.empty()) {
-        for (const QString& line : brokenIntoTwoLines(QString::fromStdString(shown_.name), font, nameFrame.width()))
-            nameLines_.push_back(shaped(line, painter.font()));
-    }
+    if (nameLines_.isEmpty())
+        nameLines_ = brokenIntoTwoLines(QString::fromStdString(shown_.name), font, nameFrame.width());
     // Fonts with tall lines are set closer, so that two always fit.
     const int pitch = std::min(lineHeight(font), nameHeight / 2);
     const auto lineCount = static_cast<int>(nameLines_.size());
     QRect line(nameFrame.x(), nameFrame.y() + (nameHeight - lineCount * pitch) / 2, nameFrame.width(), pitch);
 
+    painter.save();
     painter.setClipRect(nameFrame);
+    painter.setFont(font);
     painter.setPen(Theme::color(shown_.isMissing ? ColorRole::secondary : ColorRole::primary, palette()));
-    for (const ShapedLine& text : nameLines_) {
-        drawCentred(painter, line, text);
+    for (const QString& text : nameLines_) {
+        painter.drawText(line, Qt::AlignCenter | Qt::TextDontClip | Qt::TextSingleLine, text);
         line.translate(0, pitch);
     }
     painter.restore();
 }
 
-void ShelfItemView::paintDetails(QPainter& painter) {
+void ShelfItemView::paintDetails(QPainter& painter) const {
     QRect line(0, detailsTop, tileWidth, lineHeight(sizeFont()));
     painter.setFont(sizeFont());
     painter.setPen(Theme::color(ColorRole::secondary, palette()));
-    if (!size_)
-        size_ = shaped(QString::fromStdString(shown_.size), painter.font());
-    drawCentred(painter, line, *size_);
+    painter.drawText(line, Qt::AlignCenter, QString::fromStdString(shown_.size));
     if (!shown_.isMissing)
         return;
     line = QRect(0, line.bottom() + 1, tileWidth, lineHeight(missingFont()));

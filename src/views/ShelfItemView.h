@@ -7,12 +7,11 @@
 #include <QImage>
 #include <QPixmap>
 #include <QPointer>
-#include <QStaticText>
+#include <QStringList>
 #include <QWidget>
 
 #include <functional>
 #include <optional>
-#include <vector>
 
 namespace stowpocket {
 
@@ -30,12 +29,6 @@ struct TileActions {
     /// Gives the tile the keyboard.
     std::function<void()> onFocusWanted;
     StartFileDrag startFileDrag;
-};
-
-/// A line of text with its glyphs in their places.
-struct ShapedLine {
-    QStaticText text;
-    double advance = 0;
 };
 
 /// One file on the shelf: picture, name and size, a remove button while the pointer is over it, and a drag source for
@@ -72,15 +65,14 @@ private:
     void paintDecoration(QPainter& painter) const;
     void paintPicture(QPainter& painter) const;
     void paintName(QPainter& painter);
-    void paintDetails(QPainter& painter);
+    void paintDetails(QPainter& painter) const;
 
     FileURL fileURL_;
     TilePresentation shown_;
     TileActions actions_;
     QPointer<QWidget> removeButton_;
-    /// Made when first painted.
-    std::vector<ShapedLine> nameLines_;
-    std::optional<ShapedLine> size_;
+    /// Broken when first painted.
+    QStringList nameLines_;
     std::optional<QPoint> pressedAt_;
 };
 
