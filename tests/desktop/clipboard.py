@@ -9,12 +9,21 @@ class Clipboard:
     """Held by a program of its own, which writes down how often it is asked for it."""
 
     def __init__(self, desktop, text, kind="UTF8_STRING"):
-        self.desktop, self.kind = desktop, kind
-        copied = desktop.home / "copied"
-        copied.write_text(text)
-        before = desktop.x.selection_owner("CLIPBOARD")
-        desktop.start("xclip", "-verbose", "-selection", "clipboard", "-target", kind, str(copied))
-        wait_for(lambda: desktop.x.selection_owner("CLIPBOARD") not in (0, before), "the clipboard to be held")
+        self.desktop, self.kind, self.copied = desktop, kind, desktop.home / "copied"
+        self.copied.write_text(text)
+        self.fill()
+
+    def owner(self):
+        return self.desktop.x.selection_owner("CLIPBOARD")
+
+    def fill(self):
+        before = self.owner()
+        self.process = self.desktop.start("xclip", "-verbose", "-selection", "clipboard", "-target", self.kind, str(self.copied))
+        wait_for(lambda: self.owner() not in (0, before), "the clipboard to be held")
+        self.holder = self.owner()
+
+    def is_held(self):
+        return self.owner() == self.holder
 
     def was_read(self, times=1):
         """Its kinds are asked for first, then what it holds."""

@@ -70,6 +70,10 @@ class FileManager:
         act()
         wait_for(lambda: self.status.name != before, "the files to be selected")
 
+    def is_text_edited(self):
+        """True while a name or the folder's path has the keyboard."""
+        return any(each.role in ("text", "entry") and each.is_focused() for each in self.desktop.tree.program(self.program).everything())
+
     def blank_place(self):
         """A place in the view where no file lies."""
         view = self.view()

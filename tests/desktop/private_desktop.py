@@ -1,10 +1,14 @@
 # SPDX-License-Identifier: MIT
-"""A desktop of its own: X server, window manager, session bus, accessibility bus and home folder, gone without a trace afterwards."""
+"""A desktop of its own: X server, window manager, session bus, accessibility bus and home folder, gone without a trace afterwards.
+
+As a program it runs the command that it is given on such a desktop.
+"""
 import ctypes
 import os
 import shutil
 import signal
 import subprocess
+import sys
 import tempfile
 from pathlib import Path
 
@@ -146,3 +150,8 @@ class PrivateDesktop:
                     os.kill(pid, signal.SIGTERM)
             return not left
         wait_for(are_gone, "the programs left behind to end")
+
+
+if __name__ == "__main__":
+    with PrivateDesktop(Path("desktop", Path(sys.argv[1]).name)) as desktop:
+        sys.exit(subprocess.run(sys.argv[1:], env=os.environ | desktop.environment | {"QT_QPA_PLATFORM": "xcb"}).returncode)

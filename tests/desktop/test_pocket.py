@@ -1,5 +1,7 @@
 # SPDX-License-Identifier: MIT
 """The place for drops that depends on no panel."""
+import signal
+import time
 import unittest
 
 from case import DesktopTest
@@ -16,34 +18,51 @@ class Pocket(DesktopTest):
     def wait_until_gone(self):
         wait_for(lambda: not self.pocket(), "the pocket to go")
 
-    def check_lies_over_the_icon_during_a_drag(self, panel, file_manager):
+    def drag_to_the_icon(self, panel, file_manager):
+        """Begins a drag, over whose target the pocket then lies."""
         x, stowpocket = self.desktop.x, self.start(panel)
         window = file_manager(self.desktop, self.desktop.folder("papers", 1), LEFT)
         self.wait_until_gone()
         drag = window.drag_all()
         pocket = wait_for(self.pocket, "the pocket")
         self.assertEqual(x.rect(pocket), x.rect(x.find(STATUS_ITEM)))
-        stowpocket.take_drop(drag)
-        stowpocket.wait_for_files(["file 01.txt"])
+        drag.hover(stowpocket.icon(), stowpocket.popover)
+        return window, drag
+
+    def test_goes_after_each_drag(self):
+        window, drag = self.drag_to_the_icon("xfce4-panel", PcmanfmQt)
+        drag.release()
+        self.stowpocket.wait_for_files(["file 01.txt"])
         self.wait_until_gone()
-        drag = Drag(x, window.first_icon())
+        drag = Drag(self.desktop.x, window.first_icon())
         wait_for(self.pocket, "the pocket once more")
         drag.leave()
         drag.release()
         self.wait_until_gone()
 
-    def test_lies_over_the_icon_in_trayer_during_a_drag(self):
-        self.check_lies_over_the_icon_during_a_drag("trayer", Thunar)
+    def test_waits_for_a_drop_that_is_late(self):
+        window, drag = self.drag_to_the_icon("trayer", Thunar)
+        window.process.send_signal(signal.SIGSTOP)
+        drag.release()
+        time.sleep(0.6)  # longer than what has left the pocket takes to drop
+        window.process.send_signal(signal.SIGCONT)
+        self.stowpocket.wait_for_files(["file 01.txt"])
+        self.wait_until_gone()
 
-    def test_lies_over_the_icon_in_xfce4_panel_during_a_drag(self):
-        self.check_lies_over_the_icon_during_a_drag("xfce4-panel", PcmanfmQt)
+    def test_does_not_wait_for_a_source_that_died(self):
+        window, drag = self.drag_to_the_icon("trayer", Thunar)
+        self.desktop.end(window.process, signal.SIGKILL)
+        drag.release()
+        self.wait_until_gone()
 
     def test_is_the_icon_until_a_tray_comes(self):
-        stowpocket = self.start(None)
+        stowpocket, x = self.start(None), self.desktop.x
         window = Thunar(self.desktop, self.desktop.folder("papers", 2), LEFT)
+        narrow = x.rect(self.pocket()).width
         stowpocket.take_drop(window.drag_all())
         stowpocket.wait_for_files(["file 01.txt", "file 02.txt"])
-        self.desktop.x.click(*stowpocket.icon())
+        wait_for(lambda: x.rect(self.pocket()).width > narrow, "room for the count")
+        x.click(*stowpocket.icon())
         wait_for(lambda: not stowpocket.popover(), "the popover to close")
         start_panel(self.desktop, "xfce4-panel")
         self.wait_until_gone()

@@ -4,6 +4,7 @@ import time
 import unittest
 
 from case import DesktopTest
+from stowpocket import STATUS_ITEM
 from terminal import Terminal
 from x_display import wait_for
 
@@ -17,6 +18,11 @@ class Popover(DesktopTest):
 
     def click_opens_and_closes(self, panel):
         stowpocket = self.start_with_files(panel, 1)
+
+        def stands_out():
+            shades = self.desktop.x.pixels(self.desktop.x.rect(self.desktop.x.find(STATUS_ITEM)))
+            return max(shades) - min(shades) > 150
+        wait_for(stands_out, "the icon to stand out from its panel")
         for _ in range(2):
             stowpocket.open_popover()
             stowpocket.tile("file 01.txt")
@@ -27,6 +33,7 @@ class Popover(DesktopTest):
         self.click_opens_and_closes("trayer")
 
     def test_click_on_the_icon_in_xfce4_panel_opens_and_closes(self):
+        self.desktop.environment["GTK_THEME"] = "Adwaita:dark"
         self.click_opens_and_closes("xfce4-panel")
 
     def test_click_elsewhere_closes_after_a_moment(self):

@@ -8,7 +8,10 @@ from case import DesktopTest
 from clipboard import Clipboard
 from nautilus import Nautilus
 from peers import LEFT, PcmanfmQt, Thunar
+from terminal import run
 from x_display import wait_for
+
+KEYS = "Alt_L", "Shift_L", "d"
 
 
 class QuickDrop(DesktopTest):
@@ -20,54 +23,92 @@ class QuickDrop(DesktopTest):
         return stowpocket, file_manager(self.desktop, self.folder, LEFT)
 
     def press_keys(self):
-        self.desktop.x.keys("Alt_L", "Shift_L", "d")
+        self.desktop.x.keys(*KEYS)
 
-    def run_command(self):
-        self.assertEqual(self.desktop.start(self.stowpocket.program, "quick-drop").wait(30), 0)
-
-    def check_selection_is_added(self, quick_drop, names):
-        clipboard = Clipboard(self.desktop, "precious")
-        quick_drop()
-        self.stowpocket.wait_for_files(names)
-        popover = wait_for(self.stowpocket.popover, "the popover")
-        self.assertEqual(clipboard.text(), "precious")
+    def take(self, names):
+        """Holds the keys until the files are there, and closes the popover that shows them."""
+        with self.desktop.x.holding(*KEYS):
+            self.stowpocket.wait_for_files(names)
+            popover = wait_for(self.stowpocket.popover, "the popover")
         wait_for(lambda: self.desktop.x.active_window() == popover, "the popover to be active")
         self.desktop.x.keys("Escape")
         wait_for(lambda: not self.stowpocket.popover(), "the popover to close")
 
-    def check_three_and_one(self, panel, file_manager):
-        stowpocket, window = self.offer(panel, file_manager, 3)
-        window.select_all()
-        self.check_selection_is_added(self.press_keys, self.names)
-        self.desktop.start(stowpocket.program, "clear")
-        stowpocket.wait_for_files([])
+    def take_first_again(self, window):
+        self.desktop.start(self.stowpocket.program, "clear")
+        self.stowpocket.wait_for_files([])
         window.select_first()
-        self.check_selection_is_added(self.press_keys, self.names[:1])
+        self.take(self.names[:1])
+
+    def check_three_and_one(self, panel, file_manager):
+        _, window = self.offer(panel, file_manager, 3)
+        clipboard = Clipboard(self.desktop, "precious")
+        window.select_all()
+        self.take(self.names)
+        self.assertEqual(clipboard.text(), "precious")
+        self.take_first_again(window)
+        self.assertEqual(clipboard.text(), "precious", "it was put back by the quick drop before")
+        return window, clipboard
+
+    def check_marked_text_is_no_selection(self, window, clipboard, *keys):
+        """Text is copied with the same keys as files."""
+        window.activate()
+        self.desktop.x.keys(*keys)
+        wait_for(window.is_text_edited, f"{keys} to have text edited")
+        clipboard.fill()
+        with self.desktop.x.holding(*KEYS):
+            wait_for(lambda: not clipboard.is_held() and clipboard.text() == "precious", "the text to be copied and the clipboard to be as before")
+        self.assertEqual((self.stowpocket.filenames(), self.stowpocket.popover()), (self.names[:1], None))
 
     def test_files_of_thunar(self):
-        self.check_three_and_one("trayer", Thunar)
+        window, clipboard = self.check_three_and_one("trayer", Thunar)
+        self.check_marked_text_is_no_selection(window, clipboard, "F2")
+        self.desktop.x.keys("a")
+        self.desktop.x.keys("Return")
+        wait_for((self.folder / "a.txt").exists, "the name that was edited all the time")
 
     def test_files_of_pcmanfm_qt(self):
-        self.check_three_and_one("xfce4-panel", PcmanfmQt)
+        window, clipboard = self.check_three_and_one("xfce4-panel", PcmanfmQt)
+        self.check_marked_text_is_no_selection(window, clipboard, "Control_L", "l")
 
     def test_files_of_nautilus(self):
         self.check_three_and_one("trayer", Nautilus)
 
+    def test_copy_key_is_found_in_the_layout_in_force(self):
+        _, window = self.offer("xfce4-panel", Thunar, 1)
+        window.select_all()
+        run(self.desktop, "setxkbmap", "us,us", "-variant", ",dvorak", "-option", "grp:caps_toggle")
+        self.desktop.x.keys("Caps_Lock")
+        self.take(self.names)
+
+    def test_clipboard_that_cannot_be_saved_keeps_the_files_and_one_that_nobody_holds_stays_so(self):
+        _, window = self.offer("trayer", Thunar, 2)
+        clipboard = Clipboard(self.desktop, "precious")
+        window.select_all()
+        clipboard.process.send_signal(signal.SIGSTOP)
+        self.take(self.names)
+        clipboard.process.send_signal(signal.SIGCONT)
+        self.assertIn(self.names[0], clipboard.text())
+        clipboard.fill()
+        self.desktop.end(clipboard.process)
+        wait_for(lambda: not clipboard.owner(), "nobody to hold the clipboard")
+        self.take_first_again(window)
+        self.assertEqual(clipboard.owner(), 0)
+
     def test_one_file_of_thunar_by_command(self):
         _, window = self.offer("trayer", Thunar, 1)
         window.select_all()
-        self.check_selection_is_added(self.run_command, self.names)
+        self.assertEqual(run(self.desktop, self.stowpocket.program, "quick-drop"), (0, "", ""))
+        self.stowpocket.wait_for_files(self.names)
 
     def test_file_manager_that_is_busy_is_waited_for(self):
         _, window = self.offer("trayer", Thunar, 2)
         window.select_all()
-
-        def press_keys_while_busy():
-            window.process.send_signal(signal.SIGSTOP)
-            self.press_keys()
-            time.sleep(0.6)  # longer than one that gets round to the keys is given to copy
-            window.process.send_signal(signal.SIGCONT)
-        self.check_selection_is_added(press_keys_while_busy, self.names)
+        window.process.send_signal(signal.SIGSTOP)
+        self.press_keys()
+        time.sleep(0.6)  # longer than one that gets round to the keys is given to copy
+        window.process.send_signal(signal.SIGCONT)
+        self.stowpocket.wait_for_files(self.names)
 
     def test_nothing_selected_adds_nothing_that_was_copied_before(self):
         old, = self.desktop.folder("old", 1).iterdir()

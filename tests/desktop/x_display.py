@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
 """A connection to an X server: its windows, its picture, and a hand on mouse and keyboard (through XTEST)."""
+import contextlib
 import ctypes
 import struct
 import time
@@ -11,6 +12,8 @@ x11 = ctypes.CDLL("libX11.so.6")
 xtst = ctypes.CDLL("libXtst.so.6")
 xfixes = ctypes.CDLL("libXfixes.so.3")
 XID, Pointer, Int = ctypes.c_ulong, ctypes.c_void_p, ctypes.c_int
+# Xvfb numbers its devices in the order in which it makes them; its keyboard comes after those of XTEST, which other programs press keys on.
+keyboard = (XID * 3)(7)
 for function in (x11.XOpenDisplay, x11.XGetImage, xfixes.XFixesGetCursorImage):
     function.restype = Pointer
 for function in (x11.XInternAtom, x11.XDefaultRootWindow, x11.XGetSelectionOwner, x11.XStringToKeysym):
@@ -131,12 +134,23 @@ class XDisplay:
         self.button(True, number)
         self.button(False, number)
 
-    def keys(self, *names):
-        """Presses the keys together, as in keys("Control_L", "a")."""
-        codes = [x11.XKeysymToKeycode(self.handle, XID(x11.XStringToKeysym(name.encode()))) for name in names]
-        for code, press in [(code, 1) for code in codes] + [(code, 0) for code in reversed(codes)]:
-            xtst.XTestFakeKeyEvent(self.handle, code & 0xff, press, 0)
+    @contextlib.contextmanager
+    def holding(self, *names):
+        """Holds the keys of the keyboard down, as in holding("Control_L", "a")."""
+        codes = [x11.XKeysymToKeycode(self.handle, XID(x11.XStringToKeysym(name.encode()))) & 0xff for name in names]
+        self.press(codes, True)
+        yield
+        self.press(reversed(codes), False)
+
+    def press(self, codes, press):
+        for code in codes:
+            xtst.XTestFakeDeviceKeyEvent(self.handle, keyboard, code, int(press), None, 0, 0)
         x11.XSync(self.handle, 0)
+
+    def keys(self, *names):
+        """Presses the keys together."""
+        with self.holding(*names):
+            pass
 
     def modifiers(self):
         """The modifiers and locks that are on, as bits."""
