@@ -20,10 +20,7 @@ namespace fs = std::filesystem;
 
 class DirectSaves : public testing::Test {
 protected:
-    DirectSaves() {
-        source.propose("report.txt");
-        source.begin();
-    }
+    DirectSaves() { source.propose("../../a\xFF\n"); }
 
     template <class Condition>
     bool waitFor(Condition condition) {
@@ -43,7 +40,7 @@ protected:
 
     std::unique_ptr<X11Connection> connection = X11Connection::ofApplication();
     QtDispatch dispatch;
-    FakeDragSource source{{"XdndDirectSave0"}};
+    FakeDragSource source;
     QTemporaryDir folder;
     FileURL spool = *FileURL::fromPath(folder.path().toStdString());
     std::vector<std::optional<FileURL>> answers;
@@ -58,7 +55,7 @@ TEST_F(DirectSaves, deliversEveryFileThatArrivedBelowTheSpoolFolder) {
     receive(saves);
     ASSERT_TRUE(waitFor([this] { return answers.size() == 2; }));
     ASSERT_TRUE(answers[0] && answers[1]);
-    EXPECT_EQ(answers[0]->lastPathComponent(), "report.txt");
+    EXPECT_EQ(answers[0]->lastPathComponent(), "a\xFF\n");
     EXPECT_EQ(answers[1]->lastPathComponent(), "second");
     EXPECT_EQ(answers[0]->parent().parent(), spool);
     EXPECT_TRUE(fs::exists(answers[0]->path()));
@@ -95,27 +92,8 @@ TEST_F(DirectSaves, givesUpASourceThatVanishes) {
     source.vanish();
     ASSERT_TRUE(waitFor([this] { return answers.size() == 2; }));
     receive(saves);
-    EXPECT_EQ(answers, std::vector<std::optional<FileURL>>(3));
+    EXPECT_EQ(answers, std::vector<std::optional<FileURL>>(3)) << "at once where there is no source";
     EXPECT_TRUE(isSpoolEmpty());
-}
-
-TEST_F(DirectSaves, keepsHostileNamesInsideTheFolder) {
-    source.replyWith("S", write);
-    const std::vector<std::pair<std::string, std::string>> kept{
-        {"../../escaped", "escaped"}, {"/etc/passwd", "passwd"}, {"\xFF\n", "\xFF\n"}};
-    for (const auto& [proposed, name] : kept) {
-        answers.clear();
-        source.propose(proposed);
-        receive(saves);
-        ASSERT_TRUE(waitFor([this] { return !answers.empty(); }));
-        ASSERT_TRUE(answers.front()) << proposed;
-        EXPECT_EQ(answers.front()->lastPathComponent(), name);
-        EXPECT_EQ(answers.front()->parent().parent(), spool);
-    }
-    answers.clear();
-    source.propose("..");
-    receive(saves);
-    EXPECT_EQ(answers, std::vector<std::optional<FileURL>>{std::nullopt});
 }
 
 TEST_F(DirectSaves, answersWhatIsStillOnItsWayWhenItEnds) {

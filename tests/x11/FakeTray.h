@@ -3,6 +3,8 @@
 
 #include "platform/linux/input/XcbSession.h"
 
+#include <array>
+
 namespace stowpocket {
 
 /// A tray manager on a connection of its own, as a panel would be. It works only while it is asked to, and ends
@@ -12,38 +14,55 @@ public:
     /// Where a tray puts the windows that it takes in.
     enum class Container { inPanel, underRoot };
 
-    static constexpr std::uint16_t grantedWidth = 22;
-    static constexpr std::uint16_t grantedHeight = 24;
-    static constexpr std::int16_t panelX = 300;
-    static constexpr std::int16_t panelY = 10;
-
-    /// Takes the selection and announces itself. `background` is the colour of its panel, 0xRRGGBB.
-    FakeTray(Container container, std::uint32_t background);
-
+    /// Takes the selection and announces itself.
+    explicit FakeTray(Container container)
+        : parent_(container == Container::inPanel ? makeWindow(session_->root()) : session_->root()) {
+        const xcb_atom_t selection = session_->atom("_NET_SYSTEM_TRAY_S0");
+        xcb_set_selection_owner(connection_, session_->window(), selection, XCB_CURRENT_TIME);
+        send(session_->root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY, "MANAGER",
+             {XCB_CURRENT_TIME, selection, session_->window()});
+    }
     /// Takes in the window that was offered since the last time, if any.
-    void work();
+    void work() {
+        const xcb_atom_t opcode = session_->atom("_NET_SYSTEM_TRAY_OPCODE");
+        while (const XcbSession::Event event{xcb_poll_for_event(connection_)}) {
+            const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(*event);
+            if (typeOf(*event) == XCB_CLIENT_MESSAGE && message.type == opcode)
+                takeIn(message.data.data32[2]);
+        }
+    }
     /// 0 before any.
     [[nodiscard]] xcb_window_t docked() const { return docked_; }
     [[nodiscard]] int dockedCount() const { return dockedCount_; }
 
-    /// The colours that the screen shows in the docked window, as 0xRRGGBB; none when it cannot be read.
-    [[nodiscard]] std::optional<std::uint32_t> lightest();
-    [[nodiscard]] std::optional<std::uint32_t> darkest();
-
 private:
-    [[nodiscard]] xcb_window_t makeWindow(xcb_window_t parent, std::int16_t x, std::int16_t y, std::uint16_t width,
-                                          std::uint16_t height);
-    void send(xcb_window_t destination, std::uint32_t mask, xcb_window_t window, const char* type,
-              std::uint32_t first, std::uint32_t second, std::uint32_t third);
-    void takeIn(xcb_window_t window);
-    [[nodiscard]] std::optional<std::pair<std::uint32_t, std::uint32_t>> extremes();
+    xcb_window_t makeWindow(xcb_window_t parent) {
+        const xcb_window_t window = xcb_generate_id(connection_);
+        constexpr std::uint32_t overrideRedirect = 1;
+        xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, parent, 5, 3, 22, 24, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
+                          &overrideRedirect);
+        xcb_map_window(connection_, window);
+        return window;
+    }
+    void send(xcb_window_t window, std::uint32_t mask, const char* type, const std::array<std::uint32_t, 3>& data) {
+        xcb_client_message_event_t event{XCB_CLIENT_MESSAGE, 32, 0, window, session_->atom(type), {}};
+        std::copy(data.begin(), data.end(), std::begin(event.data.data32));
+        xcb_send_event(connection_, 0, window, mask, reinterpret_cast<const char*>(&event));
+        xcb_flush(connection_);
+    }
+    void takeIn(xcb_window_t window) {
+        constexpr std::uint32_t embeddedNotify = 0;
+        xcb_reparent_window(connection_, window, makeWindow(parent_), 0, 0);
+        xcb_map_window(connection_, window);
+        send(window, XCB_EVENT_MASK_NO_EVENT, "_XEMBED", {XCB_CURRENT_TIME, embeddedNotify, 0});
+        docked_ = window;
+        ++dockedCount_;
+    }
 
     const std::unique_ptr<XcbSession> session_ = XcbSession::open();
     xcb_connection_t* const connection_ = session_->raw();
-    const Container container_;
-    const std::uint32_t background_;
-    const xcb_window_t root_ = session_->root();
-    xcb_window_t panel_ = 0;
+    const xcb_window_t parent_;
     xcb_window_t docked_ = 0;
     int dockedCount_ = 0;
 };

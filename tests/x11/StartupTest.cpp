@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ComesTrue.h"
+#include "platform/linux/input/XcbSession.h"
 #include "platform/linux/x11/StartupId.h"
 #include "platform/linux/x11/X11PopoverHost.h"
 
@@ -13,33 +14,29 @@ namespace {
 /// Hears what window managers and launchers do, on a connection of its own.
 class Desktop {
 public:
-    Desktop() : connection_(xcb_connect(nullptr, nullptr)) {
+    Desktop() {
         const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-        const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
-        xcb_change_window_attributes(connection_, root, XCB_CW_EVENT_MASK, &mask);
-        free(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+        xcb_change_window_attributes(session_->raw(), session_->root(), XCB_CW_EVENT_MASK, &mask);
+        session_->setEventHandler([this](const xcb_generic_event_t& event) { hear(event); });
+        static_cast<void>(session_->serverTime());
     }
-    Desktop(const Desktop&) = delete;
-    Desktop& operator=(const Desktop&) = delete;
-    ~Desktop() { xcb_disconnect(connection_); }
-
-    void listen() {
-        while (const XcbAnswer<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
-            if ((event->response_type & 0x7F) != XCB_CLIENT_MESSAGE)
-                continue;
-            const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(*event);
-            if (message.format == 32)
-                activation.assign(message.data.data32, message.data.data32 + 2);
-            else
-                text.append(reinterpret_cast<const char*>(message.data.data8), sizeof message.data.data8);
-        }
-    }
+    void listen() { session_->handleEvents(); }
 
     std::string text;
     std::vector<std::uint32_t> activation;
 
 private:
-    xcb_connection_t* const connection_;
+    void hear(const xcb_generic_event_t& event) {
+        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
+        if (typeOf(event) != XCB_CLIENT_MESSAGE)
+            return;
+        if (message.type == session_->atom("_NET_ACTIVE_WINDOW"))
+            activation.assign(message.data.data32, message.data.data32 + 2);
+        else if (message.format == 8)
+            text.append(reinterpret_cast<const char*>(message.data.data8), sizeof message.data.data8);
+    }
+
+    const std::unique_ptr<XcbSession> session_ = XcbSession::open();
 };
 
 class StartupTest : public testing::Test {
