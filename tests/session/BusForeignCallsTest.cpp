@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // What other programs on the bus may send.
+#include "fakes/AppFixture.h"
+#include "platform/linux/session/BusInstance.h"
 #include "platform/linux/session/ShelfBus.h"
-#include "session/BusFixture.h"
+#include "session/PrivateBus.h"
 
 #include <gtest/gtest.h>
 
@@ -10,20 +12,39 @@
 namespace stowpocket {
 namespace {
 
-class BusForeignCallsTest : public testing::Test, protected BusFixture {
+struct LaunchedApp : AppFixture {
+    LaunchedApp() { launch(); }
+};
+
+/// The application on fakes as the program that runs on a private bus.
+class BusForeignCallsTest : public testing::Test, protected LaunchedApp {
 protected:
+    BusForeignCallsTest() {
+        bus.beforeWaiting = [this] { dispatch.runAll(); };
+        EXPECT_EQ(instance.claim(), BusInstance::Claim::owned);
+    }
+    static QDBusMessage shelfCall(const char* method, const QVariantList& arguments) {
+        QDBusMessage message = QDBusMessage::createMethodCall(shelfBus::service, shelfBus::path, shelfBus::interface,
+                                                              QString::fromUtf8(method));
+        message.setArguments(arguments);
+        return message;
+    }
     QDBusMessage call(const char* method, const QVariantList& arguments = {}) {
         return bus.call(stranger, shelfCall(method, arguments));
     }
     std::string errorOf(const char* method, const QVariantList& arguments) {
         return call(method, arguments).errorName().section(QLatin1Char('.'), -1).toStdString();
     }
+
+    PrivateBus bus;
+    std::vector<StartupTokens> tokens;
+    ShelfCommands commands{*app, [this](const StartupTokens& used) { tokens.push_back(used); }};
+    BusInstance instance{bus.connection(QStringLiteral("instance")), "7.8.9"};
     QDBusConnection stranger = bus.connection(QStringLiteral("stranger"));
 };
 
 TEST_F(BusForeignCallsTest, malformedRequestsAreAnsweredAndChangeNothing) {
-    ASSERT_TRUE(start());
-    const QVariantMap options{{QStringLiteral("activation-token"), QVariantMap()}};
+    instance.serve(commands);
     EXPECT_EQ(errorOf("Add", {}), "InvalidArgs");
     EXPECT_EQ(errorOf("Add", {QStringLiteral("file:///a")}), "InvalidArgs");
     EXPECT_EQ(errorOf("Add", {QStringList(), 1}), "InvalidArgs");
@@ -32,49 +53,49 @@ TEST_F(BusForeignCallsTest, malformedRequestsAreAnsweredAndChangeNothing) {
     EXPECT_EQ(errorOf("Show", {}), "InvalidArgs");
     EXPECT_EQ(errorOf("Quit", {}), "UnknownMethod");
     EXPECT_EQ(log, CallLog());
-    EXPECT_EQ(call("Show", {options}).type(), QDBusMessage::ReplyMessage) << "a token of another type is none";
-    EXPECT_TRUE(tokens.empty());
+    const QString key = QStringLiteral("activation-token");
+    EXPECT_EQ(call("Toggle", {QVariantMap{{key, QVariantMap()}}}).type(), QDBusMessage::ReplyMessage);
+    EXPECT_TRUE(tokens.empty()) << "a token of another type is none";
+    EXPECT_EQ(call("Show", {QVariantMap{{key, QStringLiteral("token")}}}).type(), QDBusMessage::ReplyMessage);
+    EXPECT_EQ(tokens, (std::vector<StartupTokens>{{.activationToken = "token", .startupID = {}}}));
     EXPECT_EQ(call("Version").arguments(), QVariantList{QStringLiteral("7.8.9")});
 }
 
 TEST_F(BusForeignCallsTest, namesAreMeasuredAndRead) {
-    ASSERT_TRUE(start());
+    instance.serve(commands);
     const QStringList urls{QStringLiteral("https://host/a"),
                            QStringLiteral("file://elsewhere/a"),
                            QStringLiteral("relative"),
                            QStringLiteral("file:///%00"),
                            QStringLiteral("file:///") + QString(1'000'000, QLatin1Char('x')),
                            QString()};
-    const QString malformed = QStringLiteral("malformed");
-    EXPECT_EQ(call("Add", {urls}).arguments().value(0).toStringList(), QStringList(urls.size(), malformed));
-    EXPECT_EQ(call("Remove", {urls}).arguments().value(0).toStringList(), QStringList(urls.size(), malformed));
-
     QStringList many(qsizetype{maxFilesPerRequest}, QStringLiteral("x"));
-    EXPECT_EQ(call("Add", {many}).arguments().value(0).toStringList().size(), many.size());
-    many.push_back(QStringLiteral("file:///a"));
-    EXPECT_EQ(errorOf("Add", {many}), "LimitsExceeded");
-    EXPECT_EQ(errorOf("Remove", {many}), "LimitsExceeded");
-    EXPECT_EQ(staged(), std::vector<std::string>());
+    for (const char* method : {"Add", "Remove"}) {
+        EXPECT_EQ(call(method, {urls}).arguments().value(0).toStringList(),
+                  QStringList(urls.size(), QStringLiteral("malformed")));
+        EXPECT_EQ(call(method, {many}).arguments().value(0).toStringList().size(), many.size());
+        EXPECT_EQ(errorOf(method, {many + QStringList(QStringLiteral("file:///a"))}), "LimitsExceeded");
+    }
+    EXPECT_TRUE(commands.list().empty());
 }
 
 TEST_F(BusForeignCallsTest, anotherUserIsRefused) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can become another user";
-    ASSERT_TRUE(start());
+    instance.serve(commands);
     QProcess process;
-    process.setProcessEnvironment(bus.environment);
     process.start(QStringLiteral("setpriv"),
                   {QStringLiteral("--reuid=65534"), QStringLiteral("--regid=65534"), QStringLiteral("--clear-groups"),
-                   QStringLiteral("dbus-send"), QStringLiteral("--session"), QStringLiteral("--print-reply"),
-                   QStringLiteral("--dest=") + shelfBus::service, shelfBus::path,
+                   QStringLiteral("dbus-send"), QStringLiteral("--bus=") + bus.address(),
+                   QStringLiteral("--print-reply"), QStringLiteral("--dest=") + shelfBus::service, shelfBus::path,
                    shelfBus::interface + QStringLiteral(".List")});
-    const Ended ended = bus.run(process);
-    EXPECT_NE(ended.code, 0);
-    EXPECT_NE(ended.err.find("this shelf belongs to another user"), std::string::npos) << ended.err;
+    bus.waitUntil([&process] { return process.state() == QProcess::NotRunning; });
+    EXPECT_NE(process.exitCode(), 0);
+    const std::string said = process.readAllStandardError().toStdString();
+    EXPECT_NE(said.find("this shelf belongs to another user"), std::string::npos) << said;
 }
 
 TEST_F(BusForeignCallsTest, requestsThatComeDuringTheStartAreKept) {
-    ASSERT_EQ(instance.claim(), BusInstance::Claim::owned);
     const QDBusPendingCall early = stranger.asyncCall(shelfCall("Add", {QStringList{QStringLiteral("file:///a")}}));
     const QDBusMessage ping =
         QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
@@ -86,13 +107,9 @@ TEST_F(BusForeignCallsTest, requestsThatComeDuringTheStartAreKept) {
 }
 
 TEST_F(BusForeignCallsTest, theInterfaceIsDescribed) {
-    ASSERT_TRUE(start());
-    QDBusMessage introspect = QDBusMessage::createMethodCall(shelfBus::service, shelfBus::path,
-                                                             QStringLiteral("org.freedesktop.DBus.Introspectable"),
-                                                             QStringLiteral("Introspect"));
-    const QString xml = bus.call(stranger, introspect).arguments().value(0).toString();
+    const QString xml = instance.introspect(shelfBus::path);
     for (const char* part : {"com.example.stowpocket.Shelf1", "QuickDrop", "aa{sv}"})
-        EXPECT_TRUE(xml.contains(QString::fromLatin1(part))) << part << " in " << xml.toStdString();
+        EXPECT_TRUE(xml.contains(QString::fromUtf8(part))) << part << " in " << xml.toStdString();
 }
 
 }  // namespace

@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/portal/PortalNames.h"
+#include "platform/linux/portal/PortalShortcut.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
 #include <QDBusVirtualObject>
 
 #include <functional>
@@ -12,12 +17,20 @@
 
 namespace stowpocket {
 
-/// A desktop portal that binds every shortcut it is asked for, unless the test has it answer otherwise.
+/// A desktop portal that tells no colour scheme and binds every shortcut it is asked for, unless the test has it
+/// answer otherwise.
 class FakePortal : public QDBusVirtualObject {
 public:
-    explicit FakePortal(const QDBusConnection& bus);
-    ~FakePortal() override;
+    explicit FakePortal(const QDBusConnection& bus) : bus_(bus) {
+        bus_.registerVirtualObject(portalNames::path, this, QDBusConnection::SubPath);
+        bus_.registerService(portalNames::service);
+    }
+    ~FakePortal() override {
+        bus_.unregisterObject(portalNames::path, QDBusConnection::UnregisterTree);
+        bus_.unregisterService(portalNames::service);
+    }
 
+    QVariant colorScheme;
     /// What it was asked, in order, with the shortcuts of each set.
     std::vector<std::string> calls;
     QVariant version{2U};
@@ -27,19 +40,77 @@ public:
     /// Replaces the whole answer to a set of shortcuts.
     std::function<void()> onBind;
 
-    void activate(const QVariantList& arguments);
-    void press(const QString& id, const QString& token = {});
-    void closeSession();
+    void setColorScheme(const QVariant& scheme) {
+        colorScheme = scheme;
+        signal(portalNames::path, "Settings", "SettingChanged",
+               {appearance, schemeKey, QVariant::fromValue(QDBusVariant(scheme))});
+    }
+    void activate(const QVariantList& arguments) {
+        signal(portalNames::path, "GlobalShortcuts", "Activated", arguments);
+    }
+    void press(const QString& id, const QString& token = {}) {
+        activate({QVariant::fromValue(QDBusObjectPath(session_)), id, qulonglong{1},
+                  QVariantMap{{QStringLiteral("activation_token"), token}}});
+    }
+    void closeSession() { signal(session_, "Session", "Closed", {QVariantMap()}); }
 
     [[nodiscard]] QString introspect(const QString&) const override { return {}; }
-    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection&) override {
+        const QVariantList arguments = message.arguments();
+        const QString member = message.member();
+        if (member == QStringLiteral("Get"))
+            return bus_.send(message.createReply(QVariant::fromValue(QDBusVariant(version))));
+        if (member == QStringLiteral("Read"))
+            return bus_.send(arguments == QVariantList{appearance, schemeKey} && colorScheme.isValid()
+                                 ? message.createReply(QVariant::fromValue(QDBusVariant(colorScheme)))
+                                 : message.createErrorReply(QDBusError::UnknownMethod, QStringLiteral("none")));
+        calls.push_back(member.toStdString());
+        const QVariantMap options = qdbus_cast<QVariantMap>(arguments.value(arguments.size() - 1));
+        if (member == QStringLiteral("CreateSession")) {
+            session_ = handle(message, "session", options.value(QStringLiteral("session_handle_token")));
+            respond(message, options, created, {{QStringLiteral("session_handle"), session_}});
+        } else if (member == QStringLiteral("BindShortcuts")) {
+            bind(message, options);
+        } else if (member == QStringLiteral("Close")) {
+            calls.back() += message.path().contains(QStringLiteral("/session/")) ? " session" : " request";
+        } else {
+            calls.back() += ' ' + arguments.value(0).toString().toStdString();
+            bus_.send(message.createReply());
+        }
+        return true;
+    }
 
 private:
-    void introduce(const QDBusMessage& call);
-    void open(const QDBusMessage& call, const QVariantMap& options);
-    void bind(const QDBusMessage& call, const QVariantMap& options);
-    void respond(const QDBusMessage& call, const QVariantMap& options, const QVariantList& arguments);
-    void signal(const QString& path, const char* interface, const char* name, const QVariantList& arguments);
+    const QString appearance = QStringLiteral("org.freedesktop.appearance");
+    const QString schemeKey = QStringLiteral("color-scheme");
+
+    static QString handle(const QDBusMessage& call, const char* kind, const QVariant& token) {
+        return QStringLiteral("%1/%2/%3/%4")
+            .arg(portalNames::path, QString::fromUtf8(kind), call.service().mid(1).replace(u'.', u'_'),
+                 token.toString());
+    }
+    void bind(const QDBusMessage& call, const QVariantMap& options) {
+        const auto entries = qdbus_cast<PortalShortcutEntries>(call.arguments().at(1));
+        for (const PortalShortcutEntry& entry : entries)
+            calls.back() += ' ' + entry.id.toStdString() + ' ' +
+                            entry.properties.value(QStringLiteral("preferred_trigger")).toString().toStdString();
+        if (onBind)
+            onBind();
+        else
+            respond(call, options, bound, {{QStringLiteral("shortcuts"), QVariant::fromValue(entries)}});
+    }
+    void respond(const QDBusMessage& call, const QVariantMap& options, const std::optional<QVariantList>& wanted,
+                 const QVariantMap& proper) {
+        const QString request = handle(call, "request", options.value(QStringLiteral("handle_token")));
+        bus_.send(call.createReply(QVariant::fromValue(QDBusObjectPath(request))));
+        signal(request, "Request", "Response", wanted.value_or(QVariantList{0U, proper}));
+    }
+    void signal(const QString& path, const char* interface, const char* name, const QVariantList& arguments) {
+        QDBusMessage message = QDBusMessage::createSignal(
+            path, QStringLiteral("org.freedesktop.portal.") + QString::fromUtf8(interface), QString::fromUtf8(name));
+        message.setArguments(arguments);
+        bus_.send(message);
+    }
 
     QDBusConnection bus_;
     QString session_;
