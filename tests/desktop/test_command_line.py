@@ -51,10 +51,13 @@ class CommandLine(DesktopTest):
 
     def test_verbs_open_and_close_the_shelf(self):
         shelf = self.start("xfce4-panel")
+        self.desktop.environment["DESKTOP_STARTUP_ID"] = "launcher_TIME1"
         for verb, opens in (("show", True), ("show", True), ("toggle", False), ("quick-drop", False), ("toggle", True), ("toggle", False)):
             with self.subTest(verb):
                 self.assertEqual(self.command(verb), (0, "", ""))
                 wait_for(lambda: bool(shelf.popover()) == opens, f"{verb} to be obeyed")
+            if verb == "show":
+                self.assertEqual(self.desktop.x.property(shelf.popover(), "_NET_STARTUP_ID"), b"launcher_TIME1")
         many = sorted(self.desktop.folder("many", 21).iterdir())
         answer = self.command("add", *many)
         self.assertEqual((answer.code, answer.err), (1, f"stowpocket: {many[20]}: not added, the shelf is full\n"))
@@ -83,6 +86,26 @@ class CommandLine(DesktopTest):
             (["add", "gone"], (1, "", "stowpocket: gone: no such file, or it may not be looked at\n")), (["list"], (3, "", NOT_RUNNING)),
             (["add", self.first], (0, f"added: {self.first}\n", "")), (["list"], (0, f"{self.first}\n", "")))
         shelf.icon()
+
+    def test_starts_at_the_same_moment_make_one_program(self):
+        shelf = self.start("trayer")
+        shelf.end()
+        files = sorted(self.desktop.folder("many", 4).iterdir())
+        starts = [self.desktop.start("env", shelf.program, str(file)) for file in files]  # with a log of their own
+        wait_for(lambda: [start.poll() for start in starts].count(0) == 3, "three of them to hand their files over")
+        self.assertEqual(sorted(self.command("list").out.splitlines()), [str(file) for file in files])
+
+    def test_program_that_cannot_be_started(self):
+        self.start("trayer").end()
+        self.desktop.environment["QT_QPA_PLATFORM"] = "none"
+        self.check((["add", self.first], (3, "", "stowpocket: stowpocket is not running and could not be started\n")))
+
+    def test_without_a_session_bus(self):
+        shelf = self.start("trayer")
+        shelf.end()
+        self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nowhere"
+        self.check(*[([verb], (3, "", "stowpocket: there is no session bus to reach the program on\n")) for verb in ("list", "show", "toggle")])
+        shelf.start()
 
 
 if __name__ == "__main__":

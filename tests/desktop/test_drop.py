@@ -16,22 +16,11 @@ class Drop(DesktopTest):
         stowpocket = self.start(panel)
         return stowpocket, file_manager(self.desktop, self.folder, LEFT)
 
-    def drop_on_icon(self, panel, file_manager, count):
-        stowpocket, window = self.offer(panel, file_manager, count)
-        stowpocket.take_drop(window.drag_all())
-        wait_for(stowpocket.filenames, "files on the shelf")
-        self.assertEqual(sorted(file.name for file in self.folder.iterdir()), self.names)
-        return stowpocket
-
-    def test_icon_in_xfce4_panel_takes_a_file_of_thunar(self):
-        self.drop_on_icon("xfce4-panel", Thunar, 1).wait_for_files(self.names)
-
-    def test_icon_in_trayer_takes_files_of_pcmanfm_qt(self):
-        self.drop_on_icon("trayer", PcmanfmQt, 3).wait_for_files(self.names)
-
     def test_icon_takes_what_fits_and_says_so(self):
-        stowpocket = self.drop_on_icon("xfce4-panel", PcmanfmQt, 25)
+        stowpocket, window = self.offer("trayer", PcmanfmQt, 25)
+        stowpocket.take_drop(window.drag_all())
         stowpocket.wait_for_files(self.names[:20])
+        self.assertEqual(sorted(file.name for file in self.folder.iterdir()), self.names)
         stowpocket.wait_for_shown("Added 20 of 25 files - shelf is full")
         tile, footer = stowpocket.tile(self.names[0]), stowpocket.shown("Clear All")
         wait_for(lambda: tile.rect().y + tile.rect().height <= footer.rect().y, "the popover to be high enough for a whole tile")

@@ -22,13 +22,6 @@ class Hotkeys(DesktopTest):
         self.x.keys(*keys)
         wait_for(lambda: not shelf.popover(), "the popover to close")
 
-    def assert_typed(self, keys):
-        """The keys reach the terminal, so nobody has taken them away."""
-        self.terminal.activate()
-        before = self.terminal.typed()
-        self.x.keys(*keys)
-        wait_for(lambda: self.terminal.typed() != before, f"{keys} in the terminal")
-
     def test_in_every_lock_state(self):
         shelf = self.start("trayer")
         self.assert_toggles(shelf)
@@ -50,20 +43,6 @@ class Hotkeys(DesktopTest):
         self.assertIsNone(shelf.popover())
         self.assert_toggles(shelf)
         self.assertEqual((self.terminal.typed(), shelf.filenames()), (b"x", []))
-
-    def test_stored_shortcuts(self):
-        shelf = self.start("trayer")
-        shelf.restart(shelfHotkeyKeyCode=11, shelfHotkeyModifiers=0x140000)  # control-command-B
-        self.assert_toggles(shelf, ("Control_L", "Super_L", "b"))
-        self.assert_typed(SHELF)
-        shelf.restart(shelfHotkeyKeyCode=-1, quickDropKeyCode=1)  # quick drop takes the keys over
-        self.assert_typed(("Control_L", "Super_L", "b"))
-        self.assert_typed(QUICK_DROP)
-        before = self.terminal.typed()
-        self.x.keys(*SHELF)
-        self.x.keys("x")
-        wait_for(lambda: self.terminal.typed() == before + b"x", "nothing but the letter in the terminal")
-        self.assertIsNone(shelf.popover())
 
 
 if __name__ == "__main__":

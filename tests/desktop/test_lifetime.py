@@ -1,10 +1,17 @@
 # SPDX-License-Identifier: MIT
 """Starts, ends and restarts, of the program and of the panel around it."""
+import os
+import shutil
 import signal
 import unittest
 
+from gi.repository import Gio
+
 from case import DesktopTest
 from peers import LEFT, RIGHT, PcmanfmQt, Thunar, start_panel
+from private_desktop import children_of
+from stowpocket import PROGRAM, Stowpocket
+from terminal import run
 from x_display import wait_for
 
 
@@ -57,6 +64,19 @@ class Lifetime(DesktopTest):
         stowpocket.x.keys("Control_L", "a")
         wait_for(lambda: window.status.name.startswith('"file 01.txt"'), "the key to reach the file manager")
         self.assertEqual(self.desktop.x.active_window(), window.window)
+
+    def test_login_starts_the_program_wherever_it_lies(self):
+        self.start("trayer").end()
+        moved = Stowpocket(self.desktop, program=shutil.copy(PROGRAM, self.desktop.folder('my "own" $programs')))
+        run(self.desktop, moved.program, "list")  # is answered only when everything that a launch does is done
+        moved.end()
+        session = Gio.AppLaunchContext()
+        for name, value in self.desktop.environment.items():
+            session.setenv(name, value)
+        entry = self.desktop.home / "config/autostart/com.example.stowpocket.desktop"
+        Gio.DesktopAppInfo.new_from_filename(str(entry)).launch([], session)
+        wait_for(lambda: any(os.path.realpath(f"/proc/{child}/exe") == moved.program for child in children_of(os.getpid())), "the program to be started")
+        moved.icon()
 
 
 if __name__ == "__main__":

@@ -28,6 +28,11 @@ class Settings(DesktopTest):
         keys("Control_L", "Shift_L", "k")
         wait_for(stowpocket.popover, "the popover by the new shortcut, not closed again by the old one")
 
+        stowpocket.end()
+        stowpocket.start()
+        keys("Control_L", "Shift_L", "k")
+        wait_for(stowpocket.popover, "the popover by the shortcut that was stored")
+
         stowpocket.open_settings()
         self.record("Quick Drop, ⌥⇧D", "Control_L", "Shift_L", "k")
         stowpocket.wait_for_shown("Conflicts with the other shortcut")

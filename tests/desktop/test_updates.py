@@ -1,10 +1,9 @@
 # SPDX-License-Identifier: MIT
 """The check for updates that the user asks for in the settings, against a feed on this machine."""
-import contextlib
-import http.server
 import plistlib
+import re
 import shutil
-import threading
+import sys
 import unittest
 from pathlib import Path
 
@@ -18,59 +17,40 @@ ITEM = """<item><s:version>{}</s:version><link>https://stowpocket.example/downlo
 FEED = '<rss version="2.0" xmlns:s="http://www.andymatuschak.org/xml-namespaces/sparkle"><channel>{}</channel></rss>'
 
 
-class Feed(http.server.HTTPServer):
-    """Answers every request with `status` and `body`."""
-    status, body = 200, ""
-
-    class Answer(http.server.BaseHTTPRequestHandler):
-        def do_GET(self):
-            self.send_response(self.server.status)
-            self.end_headers()
-            with contextlib.suppress(BrokenPipeError):  # an answer that is refused is not read to its end
-                self.wfile.write(self.server.body.encode())
-
-        def log_message(self, *_):
-            pass
-
-    def __init__(self):
-        super().__init__(("127.0.0.1", 0), self.Answer)
-        self.thread = threading.Thread(target=self.serve_forever)
-        self.thread.start()
-
-    def end(self):
-        self.shutdown()
-        self.thread.join()
-        self.server_close()
-
-
 class Updates(DesktopTest):
-    def install(self, feed):
+    def serve(self):
+        """Has a web server show the folder that the feed is in; its address."""
+        self.feed = self.desktop.folder("feed") / "appcast.xml"
+        self.desktop.start(sys.executable, "-u", "-m", "http.server", "--bind", "127.0.0.1", "--directory", str(self.feed.parent), "0")
+        log = self.desktop.logs / f"{Path(sys.executable).name}.log"
+        return wait_for(lambda: re.search(r"http://127\.0\.0\.1:\d+/", log.read_text()), "the web server").group()
+
+    def install(self):
         """Puts the program, its helper and its information list into a folder of their own."""
         built, installed = Path(PROGRAM).resolve().parents[1], self.desktop.home / "installed"
         for path in ("src/stowpocket", "libexec/stowpocket/stowpocket-updater", "share/stowpocket/Info.plist"):
             (installed / path).parent.mkdir(parents=True, exist_ok=True)
             shutil.copy(built / path, installed / path)
         information = installed / "share/stowpocket/Info.plist"
-        address = "http://127.0.0.1:{}/appcast.xml".format(feed.server_address[1])
+        address = self.serve() + self.feed.name
         information.write_bytes(plistlib.dumps(plistlib.loads(information.read_bytes()) | {"SUFeedURL": address}))
         return installed / "src/stowpocket"
 
     def test_check_that_is_asked_for(self):
-        feed = Feed()
-        self.addCleanup(feed.end)
         start_panel(self.desktop, "trayer")
-        stowpocket = self.stowpocket = Stowpocket(self.desktop, program=self.install(feed))
+        stowpocket = self.stowpocket = Stowpocket(self.desktop, program=self.install())
         stowpocket.open_settings()
         stowpocket.press("About")
-        for status, body in (200, FEED.format("")), (404, FEED.format(ITEM.format("9.0"))):
-            feed.status, feed.body = status, body
+        for feed in None, FEED.format(""):
+            if feed:
+                self.feed.write_text(feed)
             stowpocket.press("Check for Updates…")
             alert = stowpocket.wait_for_shown("You're up to date!")
             stowpocket.wait_for_shown("stowpocket 0.1.0 is the latest version.")
             stowpocket.press("OK")
             wait_for(lambda: not stowpocket.shown("You're up to date!"), f"the alert to go, {alert.name}")
 
-        feed.status, feed.body = 200, FEED.format(ITEM.format("9.0"))
+        self.feed.write_text(FEED.format(ITEM.format("9.0")))
         stowpocket.press("Check for Updates…")
         stowpocket.wait_for_shown("stowpocket 9.0 is available")
         self.desktop.picture("update")
