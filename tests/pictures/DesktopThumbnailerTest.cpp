@@ -31,26 +31,34 @@ public:
         EXPECT_TRUE(bus_.registerObject(thumbnailerPath(), this, QDBusConnection::ExportAllSlots));
         EXPECT_TRUE(bus_.registerService(thumbnailerName()));
     }
-    void send(const char* signal, const QVariantList& arguments) {
-        QDBusMessage message =
-            QDBusMessage::createSignal(thumbnailerPath(), thumbnailerName(), QString::fromUtf8(signal));
-        message.setArguments(arguments);
-        EXPECT_TRUE(bus_.send(message));
-    }
+    using Signal = std::pair<const char*, QVariantList>;
+    using Signals = std::vector<Signal>;
+    /// What it says of each request.
+    Signals beforeTheAnswer;
+    Signals afterTheAnswer;
+    std::function<void()> onQueue = [] {};
     QStringList asked;
-    std::function<void(uint handle, const QStringList& uris)> onQueue;
 
 public Q_SLOTS:
     uint Queue(const QStringList& uris, const QStringList& types, const QString& size, const QString& scheduler,
                uint) {
         asked << uris.join(u' ') + u' ' + types.join(u' ') + u' ' + size + u' ' + scheduler;
-        const uint handle = 41;
-        if (onQueue)
-            onQueue(handle, uris);
-        return handle;
+        onQueue();
+        send(beforeTheAnswer);
+        QTimer::singleShot(0, this, [this] { send(afterTheAnswer); });
+        return 41;
     }
 
 private:
+    void send(const Signals& signalsToSend) {
+        for (const auto& [name, arguments] : signalsToSend) {
+            QDBusMessage message =
+                QDBusMessage::createSignal(thumbnailerPath(), thumbnailerName(), QString::fromUtf8(name));
+            message.setArguments(arguments);
+            EXPECT_TRUE(bus_.send(message));
+        }
+    }
+
     QDBusConnection bus_;
 };
 
@@ -83,41 +91,27 @@ TEST_F(DesktopThumbnailerTest, saysAtOnceThatThereIsNone) {
     EXPECT_FALSE(DesktopThumbnailer::sessionBus().isConnected()) << "no bus is started where none runs";
 }
 
-TEST_F(DesktopThumbnailerTest, hearsHowARequestEnds) {
+TEST_F(DesktopThumbnailerTest, hearsHowItsOwnRequestEnds) {
     FakeThumbnailer desktop(bus_.connection(QStringLiteral("desktop")));
-    desktop.onQueue = [&desktop](uint handle, const QStringList& uris) { desktop.send("Ready", {handle, uris}); };
-    expectAnswer(true);
-    EXPECT_EQ(desktop.asked, QStringList{QStringLiteral("file:///tmp/a.pdf application/pdf normal foreground")});
-
-    const auto afterTheAnswer = [&desktop](const char* signal, const QVariantList& arguments) {
-        desktop.onQueue = [&desktop, signal, arguments](uint, const QStringList&) {
-            QTimer::singleShot(0, &desktop, [&desktop, signal, arguments] { desktop.send(signal, arguments); });
-        };
+    const QStringList other{QStringLiteral("file:///tmp/other.pdf")};
+    const QStringList own = other + QStringList{QStringLiteral("file:///tmp/a.pdf")};
+    const QString reason = QStringLiteral("no");
+    const FakeThumbnailer::Signal ready{"Ready", {41u, own}};
+    const FakeThumbnailer::Signal error{"Error", {41u, own, 2, reason}};
+    const std::vector<std::tuple<FakeThumbnailer::Signals, FakeThumbnailer::Signals, bool>> table{
+        {{ready}, {}, true},
+        {{}, {ready}, true},
+        {{}, {error}, false},
+        {{}, {{"Finished", {41u}}}, false},
+        {{{"Ready", {41u, other}}, error}, {}, false},
+        {{}, {{"Finished", {42u}}, {"Error", {42u, own, 2, reason}}, ready}, true},
     };
-    const QStringList uris{QStringLiteral("file:///tmp/b.pdf"), QStringLiteral("file:///tmp/a.pdf")};
-    afterTheAnswer("Ready", {41u, uris});
-    expectAnswer(true);
-    afterTheAnswer("Error", {41u, uris, 2, QStringLiteral("no")});
-    expectAnswer(false);
-    afterTheAnswer("Finished", {41u});
-    expectAnswer(false);
-}
-
-TEST_F(DesktopThumbnailerTest, mindsOnlyItsOwnRequest) {
-    FakeThumbnailer desktop(bus_.connection(QStringLiteral("desktop")));
-    desktop.onQueue = [&desktop](uint handle, const QStringList& uris) {
-        desktop.send("Ready", {handle, QStringList{QStringLiteral("file:///tmp/other.pdf")}});
-        desktop.send("Error", {handle, uris, 2, QStringLiteral("no")});
-    };
-    expectAnswer(false);
-    desktop.onQueue = [&desktop](uint handle, const QStringList& uris) {
-        QTimer::singleShot(0, &desktop, [&desktop, handle, uris] {
-            desktop.send("Finished", {handle + 1});
-            desktop.send("Error", {handle + 1, uris, 2, QStringLiteral("no")});
-            desktop.send("Ready", {handle, uris});
-        });
-    };
-    expectAnswer(true);
+    for (const auto& each : table) {
+        SCOPED_TRACE(&each - table.data());
+        std::tie(desktop.beforeTheAnswer, desktop.afterTheAnswer, std::ignore) = each;
+        expectAnswer(std::get<2>(each));
+    }
+    EXPECT_EQ(desktop.asked.front(), QStringLiteral("file:///tmp/a.pdf application/pdf normal foreground"));
 }
 
 TEST_F(DesktopThumbnailerTest, waitsNoLongerThanItsLimit) {
@@ -129,7 +123,7 @@ TEST_F(DesktopThumbnailerTest, waitsNoLongerThanItsLimit) {
     dispatch_.advance(1ms);
     EXPECT_EQ(answers_, std::vector<bool>{false});
 
-    desktop.onQueue = [&desktop](uint handle, const QStringList& uris) { desktop.send("Ready", {handle, uris}); };
+    desktop.beforeTheAnswer = {{"Ready", {41u, QStringList{QStringLiteral("file:///tmp/a.pdf")}}}};
     ask();
     EXPECT_TRUE(comesTrue([this] { return answers_.size() >= 2; }));
     EXPECT_EQ(answers_, (std::vector<bool>{false, true})) << "what comes too late answers nobody twice";
@@ -139,10 +133,10 @@ TEST_F(DesktopThumbnailerTest, providesWhatIsNotDecodedHere) {
     FakeThumbnailer desktop(bus_.connection(QStringLiteral("desktop")));
     const PictureFiles files;
     const FileURL film = files.write("film.mp4", "frames");
-    desktop.onQueue = [&desktop, &film](uint handle, const QStringList& uris) {
+    desktop.onQueue = [&film] {
         PictureFiles::cache(film.string(), std::to_string(PictureFiles::modifiedSeconds(film)));
-        desktop.send("Ready", {handle, uris});
     };
+    desktop.beforeTheAnswer = {{"Ready", {41u, QStringList{QString::fromStdString(film.string())}}}};
     QtDispatch dispatch;
     LinuxThumbnails thumbnails(dispatch, IMAGE_DECODER, 30s, client());
     std::vector<std::optional<Image>> answers;

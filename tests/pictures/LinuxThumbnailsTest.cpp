@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/pictures/LinuxThumbnails.h"
-#include "fakes/FakeDispatch.h"
 #include "pictures/PictureFiles.h"
 #include "platform/qt/QtDispatch.h"
 #include "platform/qt/QtImageContent.h"
@@ -11,22 +10,10 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 
-#include <semaphore>
-
 namespace stowpocket {
 namespace {
 
 using namespace std::chrono_literals;
-
-/// Says when an answer has been handed in, and runs it when the test wants.
-class WatchedDispatch : public FakeDispatch {
-public:
-    void async(Work work) override {
-        FakeDispatch::async(std::move(work));
-        posted.release();
-    }
-    std::binary_semaphore posted{0};
-};
 
 class LinuxThumbnailsTest : public testing::Test {
 protected:
@@ -168,14 +155,6 @@ TEST_F(LinuxThumbnailsTest, answersNobodyAfterItsEnd) {
     dispatch_.async([&isDrained] { isDrained = true; });
     EXPECT_TRUE(comesTrue([&isDrained] { return isDrained; }));
     EXPECT_FALSE(isAnswered);
-
-    WatchedDispatch watched;
-    auto thumbnails = std::make_unique<LinuxThumbnails>(watched, IMAGE_DECODER);
-    thumbnails->generate({files_.url("missing"), {48, 48}, 1}, [&isAnswered](const auto&) { isAnswered = true; });
-    watched.posted.acquire();
-    thumbnails.reset();
-    watched.runMain();
-    EXPECT_FALSE(isAnswered) << "its answer was on the way";
 }
 
 }  // namespace

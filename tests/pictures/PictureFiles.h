@@ -1,43 +1,32 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "foundation/FileURL.h"
+#include "contracts/TemporaryFolder.h"
 #include "platform/linux/pictures/RegularFile.h"
 #include "x11/ComesTrue.h"
 
 #include <QCryptographicHash>
 #include <QDir>
-#include <QFile>
 #include <QImage>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-
-#include <string>
 
 namespace stowpocket {
 
 /// A folder of the test's own, and the thumbnail cache of the test's own.
-class PictureFiles {
+class PictureFiles : public TemporaryFolder {
 public:
-    [[nodiscard]] std::string path(const std::string& name) const {
-        return folder_.path().toStdString() + "/" + name;
-    }
-    [[nodiscard]] FileURL url(const std::string& name) const { return *FileURL::fromPath(path(name)); }
     FileURL write(const std::string& name, const QByteArray& content) const {
-        QFile file(QFile::decodeName(path(name).c_str()));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
+        TemporaryFolder::write(name, content.toStdString());
         return url(name);
     }
     [[nodiscard]] QByteArray read(const std::string& name) const {
-        QFile file(QFile::decodeName(path(name).c_str()));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        return QByteArray::fromStdString(TemporaryFolder::read(name));
     }
     FileURL draw(const std::string& name, const QSize& size, Qt::GlobalColor color = Qt::red) const {
         QImage image(size, QImage::Format_RGB32);
         image.fill(color);
-        EXPECT_TRUE(image.save(QFile::decodeName(path(name).c_str())));
+        EXPECT_TRUE(image.save(QString::fromStdString(path(name))));
         return url(name);
     }
 
@@ -56,9 +45,6 @@ public:
     static std::int64_t modifiedSeconds(const FileURL& url) {
         return RegularFile::stateAt(url.path())->modifiedSeconds;
     }
-
-private:
-    QTemporaryDir folder_;
 };
 
 }  // namespace stowpocket
