@@ -58,7 +58,7 @@ protected:
             preferences, dispatch, dispatch, bundle, worker, window, {"linux", "6.1", "x86_64"}, true, {}, [] {}});
     }
     [[nodiscard]] bool reaches(UpdateState state) {
-        return comesTrue([] {}, [&] { return updater->status().state == state; });
+        return comesTrue([&] { return updater->status().state == state; });
     }
     /// How the update ends that the user has asked for.
     std::optional<UpdateFailure> update() {
@@ -66,11 +66,10 @@ protected:
         updater->checkForUpdates();
         EXPECT_TRUE(reaches(UpdateState::offered));
         window.choices.emit(UpdateChoice::install);
-        EXPECT_TRUE(comesTrue([] {},
-                              [this] {
-                                  return updater->status().state == UpdateState::installed ||
-                                         updater->status().state == UpdateState::failed;
-                              }));
+        EXPECT_TRUE(comesTrue([this] {
+            return updater->status().state == UpdateState::installed ||
+                   updater->status().state == UpdateState::failed;
+        }));
         return updater->status().failure;
     }
     [[nodiscard]] std::string runningVersion() const {
@@ -115,7 +114,7 @@ TEST_F(UpdateTest, theNewVersionRunsAndTheOldOneGoesOnlyThen) {
     EXPECT_EQ(folder.read("app/program.old"), executable + "=1");
     start("2");
     dispatch.advance(1min);
-    EXPECT_TRUE(comesTrue([] {}, [this] { return files() == std::vector<std::string>{"program"}; }));
+    EXPECT_TRUE(comesTrue([this] { return files() == std::vector<std::string>{"program"}; }));
 }
 
 TEST_F(UpdateTest, whatWasFetchedUnaskedIsInstalledWithoutFetchingItAgain) {
@@ -176,11 +175,11 @@ TEST_F(UpdateTest, cancellingEndsTheTransferAndLeavesNothing) {
     updater->checkForUpdates();
     ASSERT_TRUE(reaches(UpdateState::offered));
     window.choices.emit(UpdateChoice::install);
-    ASSERT_TRUE(comesTrue([] {}, [this] { return updater->status().received > 0; }));
+    ASSERT_TRUE(comesTrue([this] { return updater->status().received > 0; }));
     EXPECT_EQ(files().size(), 2u);
     window.choices.emit(UpdateChoice::cancel);
     EXPECT_EQ(updater->status().state, UpdateState::idle);
-    EXPECT_TRUE(comesTrue([] {}, [this] { return files().size() == 1; }));
+    EXPECT_TRUE(comesTrue([this] { return files().size() == 1; }));
     expectUntouched();
 }
 

@@ -15,7 +15,7 @@ TEST(CountFontTest, theLatestCountWaitsForTheFontAndLaterOnesDoNot) {
     font.whenLoaded([&] { drawn += "first"; });
     font.whenLoaded([&] { drawn += "second"; });
     EXPECT_EQ(drawn, "");
-    EXPECT_TRUE(comesTrue([] {}, [&] { return drawn == "second"; }));
+    EXPECT_TRUE(comesTrue([&] { return drawn == "second"; }));
     font.whenLoaded([&] { drawn = "third"; });
     EXPECT_EQ(drawn, "third");
 
