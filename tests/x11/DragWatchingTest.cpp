@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11/DragWatching.h"
 
-#include "platform/linux/x11/PocketPresence.h"
-
 #include <gtest/gtest.h>
-
-#include <array>
 
 namespace stowpocket {
 namespace {
@@ -66,14 +62,6 @@ TEST(DragWatching, restsOnDragsThatAreNotForTheShelf) {
     EXPECT_EQ(silent.settled(), Step::rest);
 }
 
-TEST(DragWatching, tellsWhenTheSourceHasGone) {
-    DragWatching watching = asked();
-    EXPECT_EQ(watching.answered(DragOffer::unknown), Step::announce);
-    EXPECT_EQ(watching.ownerChanged(Owner::nobody, true), Step::settle);
-    EXPECT_EQ(watching.settled(), Step::end);
-    EXPECT_EQ(watching.ending(), DragEnd::sourceGone);
-}
-
 TEST(DragWatching, endsOnceWhereADragFollowsAtOnce) {
     DragWatching watching = asked();
     EXPECT_EQ(watching.answered(DragOffer::files), Step::announce);
@@ -83,24 +71,6 @@ TEST(DragWatching, endsOnceWhereADragFollowsAtOnce) {
     EXPECT_EQ(watching.answered(DragOffer::promise), Step::announce);
     EXPECT_EQ(watching.ownerChanged(Owner::another, true), Step::ask);
     EXPECT_EQ(watching.answered(DragOffer::nothing), Step::end);
-}
-
-TEST(PocketPresence, waitsForTheDropButNotForASourceThatDied) {
-    PocketPresence presence;
-    EXPECT_FALSE(presence.isShown());
-    presence.dragBegan();
-    presence.setHovered(true);
-    presence.dragEnded(DragEnd::released);
-    EXPECT_TRUE(presence.isShown());
-    presence.setHovered(false);
-    EXPECT_FALSE(presence.isShown());
-
-    presence.dragBegan();
-    presence.setHovered(true);
-    presence.dragEnded(DragEnd::sourceGone);
-    EXPECT_FALSE(presence.isShown());
-    presence.setResident(true);
-    EXPECT_TRUE(presence.isShown());
 }
 
 }  // namespace

@@ -9,29 +9,16 @@ namespace {
 using Place = IconPlacing::Place;
 using State = TrayDocking::State;
 
-TEST(IconPlacing, asksForAHostOnlyWhereNoTrayIsOfUse) {
-    IconPlacing placing;
-    EXPECT_FALSE(placing.wantsHost());
-    placing.trayIs(State::requested);
-    EXPECT_FALSE(placing.wantsHost());
-    placing.trayIs(State::docked);
-    EXPECT_FALSE(placing.wantsHost());
-    EXPECT_EQ(placing.place(), Place::tray);
-
-    placing.trayIs(State::proxied);
-    EXPECT_TRUE(placing.wantsHost());
-    EXPECT_EQ(placing.place(), Place::undecided);
-    placing.hostIs(true);
-    EXPECT_FALSE(placing.wantsHost());
-    EXPECT_EQ(placing.place(), Place::notifier);
-}
-
 TEST(IconPlacing, followsTraysAndHostsThatComeAndGo) {
     IconPlacing placing;
+    EXPECT_FALSE(placing.wantsHost());
     placing.trayIs(State::waiting);
+    EXPECT_TRUE(placing.wantsHost());
+    EXPECT_EQ(placing.place(), Place::undecided);
     placing.hostIs(false);
     EXPECT_EQ(placing.place(), Place::pocket);
     placing.hostIs(true);
+    EXPECT_FALSE(placing.wantsHost());
     EXPECT_EQ(placing.place(), Place::notifier);
     placing.trayIs(State::requested);
     EXPECT_EQ(placing.place(), Place::notifier) << "seen until the tray has answered";

@@ -2,7 +2,6 @@
 #include "platform/qt/QtPopover.h"
 
 #include <QApplication>
-#include <QKeyEvent>
 #include <QScreen>
 
 #include <gtest/gtest.h>
@@ -76,16 +75,6 @@ TEST_F(PopoverTest, buildsItsContentOnceAndOnlyWhenShown) {
     popover.show(button);
     EXPECT_EQ(made, 1);
     EXPECT_EQ(host.prepared.size(), 1U);
-}
-
-TEST_F(PopoverTest, escapeIsForItsOwner) {
-    int cancelled = 0;
-    popover.onCancel = [&] { ++cancelled; };
-    popover.show(button);
-    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, {});
-    QApplication::sendEvent(content, &escape);
-    EXPECT_EQ(cancelled, 1);
-    EXPECT_TRUE(popover.isShown()) << "it closes only when told to";
 }
 
 TEST_F(PopoverTest, followsItsContentAndItsIcon) {

@@ -18,20 +18,12 @@ constexpr TrayDocking::Manager second = 0x200;
 
 TrayDocking docked() {
     TrayDocking docking;
-    EXPECT_EQ(docking.managerAppeared(first), Step::dock);
-    docking.embedded();
-    return docking;
-}
-
-TEST(TrayDocking, waitsForATrayThatStartsLate) {
-    TrayDocking docking;
-    EXPECT_EQ(docking.managerAppeared(0), Step::none);
-    EXPECT_EQ(docking.windowDestroyed(0), Step::none);
     docking.embedded();
     EXPECT_EQ(docking.state(), State::waiting);
     EXPECT_EQ(docking.managerAppeared(first), Step::dock);
-    EXPECT_EQ(docking.state(), State::requested);
     EXPECT_EQ(docking.managerAppeared(first), Step::none);
+    docking.embedded();
+    return docking;
 }
 
 TEST(TrayDocking, docksInTheTrayThatFollows) {
@@ -51,15 +43,6 @@ TEST(TrayDocking, doesNotForceItselfOnATrayThatThrewItOut) {
     EXPECT_EQ(docking.lostWindow(), Step::undock);
     EXPECT_EQ(docking.state(), State::waiting);
     EXPECT_EQ(docking.managerAppeared(first), Step::dock);
-}
-
-TEST(TrayDocking, leavesAProxyUntilAnotherTrayComes) {
-    TrayDocking docking = docked();
-    EXPECT_EQ(docking.foundProxy(), Step::undock);
-    EXPECT_EQ(docking.foundProxy(), Step::none);
-    EXPECT_EQ(docking.lostWindow(), Step::none);
-    EXPECT_EQ(docking.state(), State::proxied);
-    EXPECT_EQ(docking.managerAppeared(second), Step::dock);
 }
 
 TEST(TrayColors, readsTheAnnouncedForeground) {
