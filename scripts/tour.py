@@ -6,12 +6,14 @@ Pictures and listing.txt are left in build/tour. Ends with 0 only if everything 
 import sys
 from pathlib import Path
 
+from PIL import Image
+
 PROJECT = Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(PROJECT / "tests/desktop"))
 from peers import LEFT, RIGHT, PcmanfmQt, Thunar, start_panel  # noqa: E402
 from private_desktop import PrivateDesktop  # noqa: E402
 from stowpocket import POCKET, Stowpocket  # noqa: E402
-from x_display import Rect, png, wait_for  # noqa: E402
+from x_display import Rect, wait_for  # noqa: E402
 
 PHOTO, NOTES, TABLE = "harbour.png", "notes.txt", "prices.csv"
 ORANGE, ABOVE_TEXT = bytes((255, 159, 10)), 13  # of the buttons of the first run; where in them there is nothing else
@@ -21,7 +23,7 @@ def write_files(folder):
     """A photo (a sunset of sorts), a text and a table."""
     sea = bytes(value for y in range(120) for x in range(160)
                 for value in ((250 - y, 160 - y, 60 + y // 2) if y < 70 else (20 + x // 4, 60 + y // 2, 110 + y)))
-    (folder / PHOTO).write_bytes(png(160, 120, sea))
+    Image.frombytes("RGB", (160, 120), sea).save(folder / PHOTO)
     (folder / NOTES).write_text("Berth 12 is free from Monday.\n" * 40)
     (folder / TABLE).write_text("mooring,price\nday,18\nweek,95\n")
 

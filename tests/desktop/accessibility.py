@@ -63,9 +63,6 @@ class Accessible:
         x, y, width, height = self.rect()
         return x + width // 2, y + height // 2
 
-    def selected_count(self):
-        return self.ask("Selection", "NSelectedChildren") or 0
-
     def everything(self):
         """This object and all below it, parents first."""
         yield self

@@ -118,7 +118,7 @@ class PrivateDesktop:
         return made
 
     def picture(self, name):
-        self.x.save_picture(self.logs / f"{name}.png")
+        self.x.picture().save(self.logs / f"{name}.png")
 
     def __exit__(self, *_):
         try:

@@ -2,9 +2,11 @@
 """Things dragged onto the shelf that become files only there."""
 import unittest
 
+from PIL import Image
+
 from case import DesktopTest
 from sources import Archive, Picture
-from x_display import png, wait_for
+from x_display import wait_for
 
 
 class Promises(DesktopTest):
@@ -24,7 +26,7 @@ class Promises(DesktopTest):
     def test_open_popover_takes_a_picture(self):
         stowpocket = self.start("trayer")
         original = self.desktop.home / "original.png"
-        original.write_bytes(png(8, 8, bytes(8 * 8 * 3)))
+        Image.new("RGB", (8, 8)).save(original)
         picture = Picture(self.desktop, original)
         place = self.desktop.x.rect(stowpocket.open_popover())
         drag = picture.drag()

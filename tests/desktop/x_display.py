@@ -4,8 +4,9 @@ import contextlib
 import ctypes
 import struct
 import time
-import zlib
 from collections import namedtuple
+
+from PIL import ImageGrab
 
 Rect = namedtuple("Rect", "x y width height")
 x11 = ctypes.CDLL("libX11.so.6")
@@ -14,7 +15,7 @@ xfixes = ctypes.CDLL("libXfixes.so.3")
 XID, Pointer, Int = ctypes.c_ulong, ctypes.c_void_p, ctypes.c_int
 # Xvfb numbers its devices in the order in which it makes them; its keyboard comes after those of XTEST, which other programs press keys on.
 keyboard = (XID * 3)(7)
-for function in (x11.XOpenDisplay, x11.XGetImage, xfixes.XFixesGetCursorImage):
+for function in (x11.XOpenDisplay, xfixes.XFixesGetCursorImage):
     function.restype = Pointer
 for function in (x11.XInternAtom, x11.XDefaultRootWindow, x11.XGetSelectionOwner, x11.XStringToKeysym):
     function.restype = XID
@@ -36,15 +37,6 @@ def wait_for(condition, what, limit=30):
         time.sleep(0.02)
 
 
-def png(width, height, rgb):
-    """The bytes of a PNG file that shows these pixels."""
-    def chunk(kind, body):
-        return struct.pack(">I", len(body)) + kind + body + struct.pack(">I", zlib.crc32(kind + body))
-    rows = b"".join(b"\0" + rgb[at:at + width * 3] for at in range(0, len(rgb), width * 3))
-    header = struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0)
-    return b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b"")
-
-
 class CursorImage(ctypes.Structure):
     _fields_ = [("position", ctypes.c_short * 2), ("size", ctypes.c_ushort * 2), ("hot", ctypes.c_ushort * 2),
                 ("serial", XID), ("pixels", Pointer), ("atom", XID), ("name", ctypes.c_char_p)]
@@ -52,7 +44,7 @@ class CursorImage(ctypes.Structure):
 
 class XDisplay:
     def __init__(self, name):
-        self.handle = Pointer(x11.XOpenDisplay(name.encode()))
+        self.name, self.handle = name, Pointer(x11.XOpenDisplay(name.encode()))
         assert self.handle, f"no X server at {name}"
         self.root = XID(x11.XDefaultRootWindow(self.handle))
 
@@ -176,18 +168,10 @@ class XDisplay:
         x11.XSetSelectionOwner(self.handle, self.atom("XdndSelection"), XID(0), XID(0))
         x11.XSync(self.handle, 0)
 
-    # The screen
+    def picture(self):
+        """What is on the screen."""
+        return ImageGrab.grab(xdisplay=self.name)
 
     def pixels(self, place):
         """The colours of this part of the screen, three bytes each, row by row."""
-        image = Pointer(x11.XGetImage(self.handle, self.root, *place, ctypes.c_ulong(0xffffffff), 2))
-        data = ctypes.string_at(ctypes.cast(image, ctypes.POINTER(Pointer))[2], place.width * place.height * 4)
-        x11.XDestroyImage(image)
-        rgb = bytearray(place.width * place.height * 3)
-        rgb[0::3], rgb[1::3], rgb[2::3] = data[2::4], data[1::4], data[0::4]
-        return rgb
-
-    def save_picture(self, path):
-        """Writes what is on the screen as a PNG file."""
-        screen = self.rect(self.root.value)
-        path.write_bytes(png(screen.width, screen.height, self.pixels(screen)))
+        return self.picture().crop((place.x, place.y, place.x + place.width, place.y + place.height)).tobytes()
