@@ -30,6 +30,12 @@ class Stowpocket:
     def end(self, how=signal.SIGTERM):
         return self.desktop.end(self.process, how)
 
+    def restart(self, **preferences):
+        """Starts it again, with these preferences stored in between."""
+        self.end()
+        self.settings.write_bytes(plistlib.dumps(self.preferences() | preferences))
+        self.start()
+
     def icon(self):
         """The middle of the icon, once it has its place; what no panel has placed yet lies beyond the edge of the screen."""
         screen = self.x.rect(self.x.root.value)
