@@ -60,8 +60,7 @@ class Accessible:
         return Rect(*answer[0]) if answer else None
 
     def centre(self):
-        x, y, width, height = self.rect()
-        return x + width // 2, y + height // 2
+        return self.rect().centre()
 
     def everything(self):
         """This object and all below it, parents first."""

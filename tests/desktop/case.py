@@ -2,7 +2,7 @@
 """What all desktop tests share: a desktop for each test, with a panel and the program in it."""
 import unittest
 
-from peers import start_panel
+from peers import LEFT, start_panel
 from private_desktop import PrivateDesktop
 from stowpocket import POCKET, PROJECT, STATUS_ITEM, Stowpocket
 
@@ -29,3 +29,10 @@ class DesktopTest(unittest.TestCase):
         self.panel = panel and start_panel(self.desktop, panel)
         self.stowpocket = Stowpocket(self.desktop, *files, icon=STATUS_ITEM if panel else POCKET)
         return self.stowpocket
+
+    def offer(self, panel, file_manager, count):
+        """The same, with so many files in the file manager in front."""
+        self.folder = self.desktop.folder("papers", count)
+        self.names = sorted(file.name for file in self.folder.iterdir())
+        stowpocket = self.start(panel)
+        return stowpocket, file_manager(self.desktop, self.folder, LEFT)

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 """The programs that share the desktop with ours: panels that show tray icons, and file managers."""
 from drag import Drag
-from x_display import Rect, wait_for
+from x_display import XID, Rect, wait_for, x11
 
 PANEL = """<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
@@ -32,6 +32,25 @@ def start_panel(desktop, name):
     settings.mkdir(parents=True, exist_ok=True)
     (settings / "xfce4-panel.xml").write_text(PANEL)
     return desktop.start("xfce4-panel", "--disable-wm-check")
+
+
+class CopyingTray:
+    """A tray that shows only a copy of what it takes in, and keeps that in a window of its own right below the root."""
+
+    def __init__(self, x):
+        self.x, self.window, selection = x, x.new_window(), "_NET_SYSTEM_TRAY_S0"
+        x11.XSetSelectionOwner(x.handle, x.atom(selection), XID(self.window), XID(0))
+        x.send(x.root.value, 1 << 17, x.root.value, "MANAGER", 0, x.atom(selection).value, self.window)
+
+    def take_in(self, title):
+        window = wait_for(lambda: next((each for each in self.x.children(self.x.root.value) if self.x.title(each) == title), None), f"{title} to be offered")
+        x11.XReparentWindow(self.x.handle, XID(window), XID(self.x.new_window()), 0, 0)
+        x11.XMapWindow(self.x.handle, XID(window))
+        self.x.send(window, 0, window, "_XEMBED")
+
+    def end(self):
+        x11.XDestroyWindow(self.x.handle, XID(self.window))
+        x11.XSync(self.x.handle, 0)
 
 
 class FileManager:

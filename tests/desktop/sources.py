@@ -33,12 +33,8 @@ class Picture:
         desktop.start(sys.executable, __file__, str(png))
         self.window = wait_for(lambda: self.x.find("picture"), "the picture")
 
-    def place(self):
-        window = self.x.rect(self.window)
-        return window.x + window.width // 2, window.y + window.height // 2
-
     def drag(self):
-        return Drag(self.x, self.place())
+        return Drag(self.x, self.x.rect(self.window).centre())
 
     def was_read(self):
         return "read" in (self.desktop.logs / f"{Path(sys.executable).name}.log").read_text()

@@ -44,8 +44,7 @@ class Stowpocket:
             window = self.x.find(self.icon_window)
             icon = window and self.x.rect(window)
             return icon and icon.x + icon.width <= screen.width and icon
-        icon = wait_for(place, "the icon")
-        return icon.x + icon.width // 2, icon.y + icon.height // 2
+        return wait_for(place, "the icon").centre()
 
     def preferences(self):
         """What the preference file says, of which the defaults are no part."""

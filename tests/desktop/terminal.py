@@ -25,8 +25,7 @@ class Terminal:
         wait_for(self.log.exists, "the terminal to listen")
 
     def centre(self):
-        place = self.x.rect(self.window)
-        return place.x + place.width // 2, place.y + place.height // 2
+        return self.x.rect(self.window).centre()
 
     def activate(self):
         self.x.click(*self.centre())

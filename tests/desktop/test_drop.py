@@ -4,18 +4,11 @@ import unittest
 
 from case import DesktopTest
 from drag import Drag
-from peers import LEFT, PcmanfmQt, Thunar
+from peers import PcmanfmQt, Thunar
 from x_display import wait_for
 
 
 class Drop(DesktopTest):
-    def offer(self, panel, file_manager, count):
-        """Starts everything and has so many files in the hand."""
-        self.folder = self.desktop.folder("papers", count)
-        self.names = sorted(file.name for file in self.folder.iterdir())
-        stowpocket = self.start(panel)
-        return stowpocket, file_manager(self.desktop, self.folder, LEFT)
-
     def test_icon_takes_what_fits_and_says_so(self):
         stowpocket, window = self.offer("trayer", PcmanfmQt, 25)
         stowpocket.take_drop(window.drag_all())
@@ -28,8 +21,8 @@ class Drop(DesktopTest):
     def test_open_popover_takes_files(self):
         stowpocket, window = self.offer("trayer", Thunar, 3)
         start = window.select_all()  # before, as a click elsewhere closes the popover
-        place = self.desktop.x.rect(stowpocket.open_popover())
-        Drag(self.desktop.x, start).drop((place.x + place.width // 2, place.y + place.height // 2))
+        middle = self.desktop.x.rect(stowpocket.open_popover()).centre()
+        Drag(self.desktop.x, start).drop(middle)
         stowpocket.wait_for_files(self.names)
 
     def test_drag_that_only_passes_over_the_icon_adds_nothing(self):

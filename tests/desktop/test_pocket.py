@@ -6,9 +6,9 @@ import unittest
 
 from case import DesktopTest
 from drag import Drag
-from peers import LEFT, PcmanfmQt, Thunar, start_panel
+from peers import LEFT, CopyingTray, PcmanfmQt, Thunar, start_panel
 from stowpocket import POCKET, STATUS_ITEM
-from x_display import wait_for
+from x_display import Rect, wait_for
 
 
 class Pocket(DesktopTest):
@@ -70,6 +70,29 @@ class Pocket(DesktopTest):
         stowpocket.icon()
         stowpocket.wait_for_shown("Shelf with 2 items")
         stowpocket.open_popover()
+
+    def test_item_in_a_panel_is_the_icon_where_the_tray_only_copies(self):
+        stowpocket, x = self.start(None), self.desktop.x
+        tray = CopyingTray(x)
+        tray.take_in(STATUS_ITEM)
+        wait_for(lambda: not x.find(STATUS_ITEM), "the tray to be left")
+        for _ in range(2):
+            wait_for(self.pocket, "the pocket, as there is no panel")
+            panel = start_panel(self.desktop, "xfce4-panel")  # which shows items though it is not the tray
+            self.wait_until_gone()
+            item = Rect(1280 - 24, 2, 24, 24)
+            wait_for(lambda: x.contrast(item) > 150, "the item in the panel")
+            x.click(*item.centre())
+            popover = x.rect(wait_for(stowpocket.popover, "the popover"))
+            self.assertLess(popover.y, 60)
+            self.assertGreater(popover.x + popover.width, item.x)
+            x.click(*item.centre())
+            wait_for(lambda: not stowpocket.popover(), "the popover to close")
+            self.desktop.end(panel, signal.SIGKILL)
+        tray.end()
+        start_panel(self.desktop, "trayer")
+        wait_for(lambda: x.find(STATUS_ITEM), "the icon in a tray that shows itself")
+        self.wait_until_gone()
 
 
 if __name__ == "__main__":

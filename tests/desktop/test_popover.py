@@ -18,11 +18,8 @@ class Popover(DesktopTest):
 
     def click_opens_and_closes(self, panel):
         stowpocket = self.start_with_files(panel, 1)
-
-        def stands_out():
-            shades = self.desktop.x.pixels(self.desktop.x.rect(self.desktop.x.find(STATUS_ITEM)))
-            return max(shades) - min(shades) > 150
-        wait_for(stands_out, "the icon to stand out from its panel")
+        x = self.desktop.x
+        wait_for(lambda: x.contrast(x.rect(x.find(STATUS_ITEM))) > 150, "the icon to stand out from its panel")
         for _ in range(2):
             stowpocket.open_popover()
             stowpocket.tile("file 01.txt")

@@ -28,9 +28,8 @@ class Promises(DesktopTest):
         original = self.desktop.home / "original.png"
         Image.new("RGB", (8, 8)).save(original)
         picture = Picture(self.desktop, original)
-        place = self.desktop.x.rect(stowpocket.open_popover())
+        middle = self.desktop.x.rect(stowpocket.open_popover()).centre()
         drag = picture.drag()
-        middle = place.x + place.width // 2, place.y + place.height // 2
         drag.hover(middle)
         self.assertFalse(picture.was_read(), "nothing is read before the drop")
         drag.release()

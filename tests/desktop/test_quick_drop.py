@@ -7,7 +7,7 @@ import unittest
 from case import DesktopTest
 from clipboard import Clipboard
 from nautilus import Nautilus
-from peers import LEFT, PcmanfmQt, Thunar
+from peers import PcmanfmQt, Thunar
 from terminal import run
 from x_display import wait_for
 
@@ -15,13 +15,6 @@ KEYS = "Alt_L", "Shift_L", "d"
 
 
 class QuickDrop(DesktopTest):
-    def offer(self, panel, file_manager, count):
-        """Starts everything, with so many files in front."""
-        self.folder = self.desktop.folder("papers", count)
-        self.names = sorted(file.name for file in self.folder.iterdir())
-        stowpocket = self.start(panel)
-        return stowpocket, file_manager(self.desktop, self.folder, LEFT)
-
     def press_keys(self):
         self.desktop.x.keys(*KEYS)
 

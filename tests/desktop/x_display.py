@@ -8,7 +8,6 @@ from collections import namedtuple
 
 from PIL import ImageGrab
 
-Rect = namedtuple("Rect", "x y width height")
 x11 = ctypes.CDLL("libX11.so.6")
 xtst = ctypes.CDLL("libXtst.so.6")
 xfixes = ctypes.CDLL("libXfixes.so.3")
@@ -17,12 +16,17 @@ XID, Pointer, Int = ctypes.c_ulong, ctypes.c_void_p, ctypes.c_int
 keyboard = (XID * 3)(7)
 for function in (x11.XOpenDisplay, xfixes.XFixesGetCursorImage):
     function.restype = Pointer
-for function in (x11.XInternAtom, x11.XDefaultRootWindow, x11.XGetSelectionOwner, x11.XStringToKeysym):
+for function in (x11.XInternAtom, x11.XDefaultRootWindow, x11.XGetSelectionOwner, x11.XStringToKeysym, x11.XCreateSimpleWindow):
     function.restype = XID
 ErrorHandler = ctypes.CFUNCTYPE(Int, Pointer, Pointer)
 # Windows of other programs come and go while they are looked at: an error answer must not end the process.
 ignore_errors = ErrorHandler(lambda display, event: 0)
 x11.XSetErrorHandler(ignore_errors)
+
+
+class Rect(namedtuple("Rect", "x y width height")):
+    def centre(self):
+        return self.x + self.width // 2, self.y + self.height // 2
 
 
 def wait_for(condition, what, limit=30):
@@ -107,6 +111,21 @@ class XDisplay:
         x11.XMoveResizeWindow(self.handle, XID(window), x, y, width, height)
         x11.XSync(self.handle, 0)
 
+    def new_window(self):
+        """A small window that the window manager leaves alone."""
+        window = x11.XCreateSimpleWindow(self.handle, self.root, 0, 0, 24, 24, 0, XID(0), XID(0))
+        # override_redirect comes last but two in the attributes, of which no other is looked at.
+        x11.XChangeWindowAttributes(self.handle, XID(window), XID(1 << 9), struct.pack("@88xi20x", 1))
+        x11.XMapWindow(self.handle, XID(window))
+        return window
+
+    def send(self, receiver, mask, window, kind, *values):
+        """Sends a client message about `window`."""
+        values += (0,) * (5 - len(values))
+        message = struct.pack("@iLiPLLi5l", 33, 0, 0, 0, window, self.atom(kind).value, 32, *values).ljust(192)
+        x11.XSendEvent(self.handle, XID(receiver), 0, ctypes.c_long(mask), message)
+        x11.XSync(self.handle, 0)
+
     def active_window(self):
         answer = self.property(self.root.value, "_NET_ACTIVE_WINDOW")
         return struct.unpack("L", answer)[0] if answer else 0
@@ -175,3 +194,8 @@ class XDisplay:
     def pixels(self, place):
         """The colours of this part of the screen, three bytes each, row by row."""
         return self.picture().crop((place.x, place.y, place.x + place.width, place.y + place.height)).tobytes()
+
+    def contrast(self, place):
+        """How far its darkest colour is from its lightest."""
+        pixels = self.pixels(place)
+        return max(pixels) - min(pixels)
