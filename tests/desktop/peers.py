@@ -38,9 +38,7 @@ class CopyingTray:
     """A tray that shows only a copy of what it takes in, and keeps that in a window of its own right below the root."""
 
     def __init__(self, x):
-        self.x, self.window, selection = x, x.new_window(), "_NET_SYSTEM_TRAY_S0"
-        x11.XSetSelectionOwner(x.handle, x.atom(selection), XID(self.window), XID(0))
-        x.send(x.root.value, 1 << 17, x.root.value, "MANAGER", 0, x.atom(selection).value, self.window)
+        self.x, self.window = x, x.manage("_NET_SYSTEM_TRAY_S0")
 
     def take_in(self, title):
         window = wait_for(lambda: next((each for each in self.x.children(self.x.root.value) if self.x.title(each) == title), None), f"{title} to be offered")
@@ -49,8 +47,7 @@ class CopyingTray:
         self.x.send(window, 0, window, "_XEMBED")
 
     def end(self):
-        x11.XDestroyWindow(self.x.handle, XID(self.window))
-        x11.XSync(self.x.handle, 0)
+        self.x.destroy(self.window)
 
 
 class FileManager:

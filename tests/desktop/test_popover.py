@@ -43,6 +43,20 @@ class Popover(DesktopTest):
             wait_for(lambda: not stowpocket.popover(), "the popover to close")
             self.assertGreater(time.monotonic() - clicked, 0.28)
 
+    def test_follows_the_theme_of_a_desktop_that_comes_and_goes(self):
+        stowpocket, x = self.start_with_files("trayer", 1), self.desktop.x
+        place = x.rect(stowpocket.open_popover())
+
+        def wait_for_look(is_dark, what):
+            wait_for(lambda: (sorted(x.pixels(place))[place.width * place.height] < 100) == is_dark, what)
+        settings = x.manage("_XSETTINGS_S0")
+        for theme, is_dark in ((b"Arc-Dark", True), (b"Arc.", False), (b"Arc-Dark", True)):
+            name = b"\1\0\x0d\0Net/ThemeName\0\0\0\1\0\0\0" + bytes([len(theme), 0, 0, 0]) + theme  # which fills whole words of four bytes
+            x.set_property(settings, "_XSETTINGS_SETTINGS", b"\0\0\0\0\1\0\0\0\1\0\0\0" + name)
+            wait_for_look(is_dark, f"the look of {theme}")
+        x.destroy(settings)
+        wait_for_look(False, "the look without a theme")
+
 
 if __name__ == "__main__":
     unittest.main()

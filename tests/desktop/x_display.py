@@ -126,6 +126,21 @@ class XDisplay:
         x11.XSendEvent(self.handle, XID(receiver), 0, ctypes.c_long(mask), message)
         x11.XSync(self.handle, 0)
 
+    def set_property(self, window, name, value):
+        x11.XChangeProperty(self.handle, XID(window), self.atom(name), self.atom(name), 8, 0, value, len(value))
+        x11.XSync(self.handle, 0)
+
+    def manage(self, selection):
+        """Takes a selection that stands for a part of the desktop, and says so; the window that has it."""
+        window = self.new_window()
+        x11.XSetSelectionOwner(self.handle, self.atom(selection), XID(window), XID(0))
+        self.send(self.root.value, 1 << 17, self.root.value, "MANAGER", 0, self.atom(selection).value, window)
+        return window
+
+    def destroy(self, window):
+        x11.XDestroyWindow(self.handle, XID(window))
+        x11.XSync(self.handle, 0)
+
     def active_window(self):
         answer = self.property(self.root.value, "_NET_ACTIVE_WINDOW")
         return struct.unpack("L", answer)[0] if answer else 0
