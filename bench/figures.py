@@ -88,13 +88,13 @@ def measure_start(desktop, build):
 
 
 def wait_for_rest(pid):
-    """Until its memory stays as it is, to 0.1 MB, for longer than the program's own timer takes to come round."""
-    since, known = time.monotonic(), memory(pid)
+    """Until its own memory stays as it is, to 0.1 MB, for longer than its timer takes to come round."""
+    since, known = time.monotonic(), memory(pid)[1]
 
     def rests():
         nonlocal since, known
-        now = memory(pid)
-        if any(abs(new - old) > 0.1 for new, old in zip(now, known)):
+        now = memory(pid)[1]  # its share of what others map too changes as they come and go
+        if abs(now - known) > 0.1:
             since, known = time.monotonic(), now
         return time.monotonic() - since > REST_SECONDS
     wait_for(rests, "the program to rest", limit=120)
