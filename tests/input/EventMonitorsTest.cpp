@@ -124,6 +124,15 @@ TEST_F(EventMonitorsTest, swallowsBeforeShortcutsAndWidgetsAndOncePerPress) {
     EXPECT_EQ(shortcuts, 1);
 }
 
+TEST_F(EventMonitorsTest, takesALostKeyboardForAClickInAWaylandSession) {
+    qputenv("WAYLAND_DISPLAY", "wayland-0");
+    int outside = 0;
+    auto monitor = monitors.addGlobalMouseDownMonitor([&outside] { ++outside; });
+    qunsetenv("WAYLAND_DISPLAY");
+    ASSERT_NE(hand.openForeignWindow(), 0u);
+    EXPECT_TRUE(comesTrue([&] { return outside == 1; }));
+}
+
 TEST_F(EventMonitorsTest, seesLeftAndRightClicksElsewhereOnly) {
     const xcb_window_t foreign = hand.openForeignWindow();
     ASSERT_NE(foreign, 0u);
