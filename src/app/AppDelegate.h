@@ -85,7 +85,7 @@ private:
     void installLocalKeyMonitors();
     [[nodiscard]] std::unique_ptr<EventMonitorToken> localKeyMonitor(std::string_view keyCodeKey,
                                                                      std::string_view modifiersKey, Action action);
-    void registerHotkeys();
+    void registerHotkeys() const;
     void shortcutChanged();
 
     void filesDropped(const std::vector<FileURL>& urls);

@@ -112,7 +112,7 @@ std::unique_ptr<EventMonitorToken> AppDelegate::localKeyMonitor(std::string_view
     });
 }
 
-void AppDelegate::registerHotkeys() {
+void AppDelegate::registerHotkeys() const {
     HotkeyManager& hotkeys = services_.sharedHotkeyManager();
     hotkeys.registerShelfHotkey();
     hotkeys.registerQuickDropHotkey();

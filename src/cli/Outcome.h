@@ -30,7 +30,7 @@ struct StagedFile {
 /// More in one request are refused; a longer list is sent in parts.
 inline constexpr std::size_t maxFilesPerRequest = 16'384;
 /// Longer names are malformed: four times what a path can be, each byte of it escaped.
-inline constexpr std::size_t maxNameLength = 4 * 3 * 4096;
+inline constexpr std::size_t maxNameLength = std::size_t{4} * 3 * 4096;
 
 /// The outcomes as words between processes; empty for a word that is none.
 [[nodiscard]] std::string_view word(AddOutcome outcome);

@@ -19,6 +19,7 @@ Shown shownAs(std::string_view character) {
         return Shown::asBlank;
     if (isBetween(character, "\u0080", "\u009f") || isBetween(character, "\u2028", "\u2029"))
         return Shown::asBlank;
+    // NOLINTNEXTLINE(misc-misleading-bidirectional): these are the ones
     if (isBetween(character, "\u202a", "\u202e") || isBetween(character, "\u2066", "\u2069"))
         return Shown::notAtAll;
     return Shown::asIs;

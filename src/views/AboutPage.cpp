@@ -31,9 +31,9 @@ Text* line(const QString& words, TextStyle style) {
 }
 
 QLayout* shortDivider() {
-    QWidget* const short_ = divider();
-    short_->setFixedWidth(dividerWidth);
-    return centred(short_);
+    QWidget* const line = divider();
+    line->setFixedWidth(dividerWidth);
+    return centred(line);
 }
 
 QLayout* link(const char* words, std::string_view url, const std::function<void(const std::string&)>& openURL) {

@@ -109,6 +109,7 @@ void ShelfGridView::makeMoreTiles() {
 
 void ShelfGridView::removeTiles(const std::vector<std::size_t>& indexes) {
     const std::optional<std::size_t> focused = focusedIndex();
+    // NOLINTNEXTLINE(modernize-loop-convert): the views of ranges are beyond the older compilers
     for (auto index = indexes.rbegin(); index != indexes.rend(); ++index) {
         if (*index >= tiles_.size())
             continue;

@@ -192,7 +192,7 @@ QImage ShelfItemView::framedPicture() const {
     const std::pair key(picture.cacheKey(), ratio);
     if (const QImage* const kept = cache.object(key))
         return *kept;
-    const QImage image = framed(picture, ratio);
+    QImage image = framed(picture, ratio);
     cache.insert(key, new QImage(image));
     return image;
 }

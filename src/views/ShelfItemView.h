@@ -39,8 +39,8 @@ public:
 
     /// Shows the item as it is now.
     void setItem(const ShelfItem& item);
-    void remove() { actions_.onRemove(); }
-    void takeFocus() { actions_.onFocusWanted(); }
+    void remove() const { actions_.onRemove(); }
+    void takeFocus() const { actions_.onFocusWanted(); }
     /// Null while the pointer is elsewhere.
     [[nodiscard]] QWidget* removeButton() const { return removeButton_; }
 

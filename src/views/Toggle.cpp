@@ -71,7 +71,8 @@ void Toggle::paintSwitch(QPainter& painter) const {
 }
 
 void Toggle::paintCheckbox(QPainter& painter) const {
-    const QRectF box(margin, (height() - boxSide) / 2, boxSide, boxSide);
+    const int top = (height() - boxSide) / 2;
+    const QRectF box(margin, top, boxSide, boxSide);
     if (isChecked()) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(Theme::color(ColorRole::banner, palette()));

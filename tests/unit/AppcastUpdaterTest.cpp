@@ -34,7 +34,7 @@ protected:
     /// What it had to be done since the last call.
     [[nodiscard]] CallLog done() { return std::exchange(log, {}); }
     [[nodiscard]] std::string title() const { return window.shown ? presentationOf(*window.shown).title : ""; }
-    void answerWith(const char* version) {
+    void answerWith(const char* version) const {
         AppcastItem item;
         item.version = version;
         item.operatingSystem = "linux";

@@ -12,7 +12,7 @@ using namespace std::string_literals;
 using Words = std::vector<std::string>;
 
 TEST(CommandLineTest, readsVerbsOptionsAndFiles) {
-    const std::pair<Words, Command> table[] = {
+    const std::vector<std::pair<Words, Command>> table{
         {{}, {Verb::open, false, {}}},
         {{"a.txt", "b"}, {Verb::open, false, {"a.txt", "b"}}},
         {{"./add"}, {Verb::open, false, {"./add"}}},
@@ -37,7 +37,7 @@ TEST(CommandLineTest, readsVerbsOptionsAndFiles) {
 }
 
 TEST(CommandLineTest, saysWhatIsWrong) {
-    const std::pair<Words, std::string> table[] = {
+    const std::vector<std::pair<Words, std::string>> table{
         {{"--json"}, "unknown option --json"},
         {{"add"}, "add: which files?"},
         {{"add", "--json", "a"}, "add: unknown option --json"},

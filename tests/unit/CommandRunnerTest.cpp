@@ -17,7 +17,7 @@ TEST(CommandPathTest, followsLinksOnlyWhereTheKernelDoesBeforeGoingUp) {
         const auto found = targets.find(path);
         return found == targets.end() ? std::nullopt : std::optional(found->second);
     };
-    const std::pair<std::string, std::string> table[] = {
+    const std::vector<std::pair<std::string, std::string>> table{
         {"a", "/home/u/a"},
         {"./add", "/home/u/add"},
         {"/a//b/./c/", "/a/b/c"},

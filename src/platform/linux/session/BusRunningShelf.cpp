@@ -29,19 +29,6 @@ std::string problemOf(const QDBusMessage& reply) {
     }
 }
 
-/// Empty when a word is none that the other side should send.
-template <class Outcome, class OutcomeOf>
-std::optional<std::vector<Outcome>> outcomesOf(const QStringList& words, const OutcomeOf& outcomeOf) {
-    std::vector<Outcome> outcomes;
-    for (const QString& word : words) {
-        const std::optional<Outcome> outcome = outcomeOf(word.toStdString());
-        if (!outcome)
-            return std::nullopt;
-        outcomes.push_back(*outcome);
-    }
-    return outcomes;
-}
-
 std::optional<StagedFile> stagedFile(const QVariantMap& item) {
     std::optional<FileURL> file = FileURL::parse(item.value(shelfBus::urlKey).toString().toStdString());
     if (!file)
@@ -100,13 +87,20 @@ std::optional<QVariantList> BusRunningShelf::call(const QString& method, const Q
     return std::nullopt;
 }
 
-std::optional<QStringList> BusRunningShelf::callWithNames(const QString& method, const QStringList& names) {
+/// The answer has one word for each name.
+template <class Outcome>
+std::optional<std::vector<Outcome>> BusRunningShelf::callWithNames(const QString& method, const QStringList& names,
+                                                                   OutcomeOf<Outcome> outcomeOf) {
     const std::optional<QVariantList> answer = call(method, {names});
     if (!answer)
         return std::nullopt;
-    QStringList words = answer->value(0).toStringList();
-    if (words.size() == names.size())
-        return words;
+    std::vector<Outcome> outcomes;
+    for (const QString& word : answer->value(0).toStringList()) {
+        if (const std::optional<Outcome> outcome = outcomeOf(word.toStdString()))
+            outcomes.push_back(*outcome);
+    }
+    if (outcomes.size() == static_cast<std::size_t>(names.size()))
+        return outcomes;
     problem_ = "the answer of stowpocket was not understood";
     return std::nullopt;
 }
@@ -115,16 +109,14 @@ std::optional<std::vector<AddOutcome>> BusRunningShelf::add(std::span<const File
     QStringList urls;
     for (const FileURL& file : files)
         urls.push_back(text(file.string()));
-    const auto words = callWithNames(QStringLiteral("Add"), urls);
-    return words ? outcomesOf<AddOutcome>(*words, addOutcome) : std::nullopt;
+    return callWithNames<AddOutcome>(QStringLiteral("Add"), urls, addOutcome);
 }
 
 std::optional<std::vector<RemoveOutcome>> BusRunningShelf::remove(std::span<const std::string> names) {
     QStringList list;
     for (const std::string& name : names)
         list.push_back(text(name));
-    const auto words = callWithNames(QStringLiteral("Remove"), list);
-    return words ? outcomesOf<RemoveOutcome>(*words, removeOutcome) : std::nullopt;
+    return callWithNames<RemoveOutcome>(QStringLiteral("Remove"), list, removeOutcome);
 }
 
 std::optional<std::vector<StagedFile>> BusRunningShelf::list() {

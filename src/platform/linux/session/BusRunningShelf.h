@@ -28,7 +28,11 @@ public:
 private:
     /// The values answered; none when there was no good answer, with the reason noted.
     [[nodiscard]] std::optional<QVariantList> call(const QString& method, const QVariantList& arguments);
-    [[nodiscard]] std::optional<QStringList> callWithNames(const QString& method, const QStringList& names);
+    template <class Outcome>
+    using OutcomeOf = std::optional<Outcome> (*)(std::string_view word);
+    template <class Outcome>
+    [[nodiscard]] std::optional<std::vector<Outcome>> callWithNames(const QString& method, const QStringList& names,
+                                                                    OutcomeOf<Outcome> outcomeOf);
 
     QDBusConnection bus_;
     const std::string executable_;
