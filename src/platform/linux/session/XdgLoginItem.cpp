@@ -77,7 +77,8 @@ bool XdgLoginItem::registerItem() {
         return false;
     std::error_code error;
     fs::create_directories(folder_, error);
-    error = replaceFile(path_, entryStarting(executable_));
+    // The main thread does not wait for the disk: an entry that is lost is written again at the next start.
+    error = replaceFile(path_, entryStarting(executable_), Durability::program);
     if (error)
         qWarning() << "stowpocket: cannot register to start with the session:" << fileName(path_)
                    << QString::fromLocal8Bit(error.message().c_str());

@@ -25,13 +25,14 @@ std::string unfinishedPrefix(const std::string& path) {
     return '.' + path.substr(path.rfind('/') + 1) + '.';
 }
 
-std::error_code writeNewFile(const std::string& path, std::string_view bytes) {
+std::error_code writeNewFile(const std::string& path, std::string_view bytes, Durability durability) {
     const FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, userOnly));
     if (!file.isOpen())
         return lastError();
     if (const std::error_code error = writeAll(file.get(), bytes))
         return error;
-    return ::fsync(file.get()) == 0 ? std::error_code() : lastError();
+    const bool isSafe = durability == Durability::program || ::fsync(file.get()) == 0;
+    return isSafe ? std::error_code() : lastError();
 }
 
 bool isRunning(pid_t process) {
@@ -52,19 +53,21 @@ pid_t writerOf(std::string_view name, std::string_view prefix) {
 
 }  // namespace
 
-std::error_code replaceFile(const std::string& path, std::string_view bytes) {
+std::error_code replaceFile(const std::string& path, std::string_view bytes, Durability durability) {
     const std::string target = linkTarget(path);
     const std::string folder = parentFolder(target);
     std::string unfinished = folder + '/' + unfinishedPrefix(target);
     unfinished.append(std::to_string(::getpid())).append(unfinishedSuffix);
     ::unlink(unfinished.c_str());
-    std::error_code error = writeNewFile(unfinished, bytes);
+    std::error_code error = writeNewFile(unfinished, bytes, durability);
     if (!error && std::rename(unfinished.c_str(), target.c_str()) != 0)
         error = lastError();
     if (error) {
         ::unlink(unfinished.c_str());
         return error;
     }
+    if (durability == Durability::program)
+        return {};
     // The new file stands already; should the folder not reach the disk, a power failure brings the old one back.
     const FileDescriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (directory.isOpen())

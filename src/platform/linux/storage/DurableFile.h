@@ -7,11 +7,17 @@
 
 namespace stowpocket {
 
-/// Puts `bytes` in the place of the file at the absolute `path`, which has the old contents or the new ones at every
-/// moment, even when the power fails; a link there stays, and the file that it leads to is replaced. Readable by the
-/// user alone, in a folder that exists. An error when the old contents remain. Waits for the disk: the main thread
-/// writes only what is small and rare. Any thread, one writer a file in this process.
-[[nodiscard]] std::error_code replaceFile(const std::string& path, std::string_view bytes);
+/// What a file that was replaced outlives.
+enum class Durability {
+    power,    ///< the machine: the writer waits for the disk
+    program,  ///< this program: should the power fail at once, neither contents may be left
+};
+
+/// Puts `bytes` in the place of the file at the absolute `path`, whose readers find the old contents or the new ones
+/// at every moment; a link there stays, and the file that it leads to is replaced. Readable by the user alone, in a
+/// folder that exists. An error when the old contents remain. Any thread, one writer a file in this process.
+[[nodiscard]] std::error_code replaceFile(const std::string& path, std::string_view bytes,
+                                          Durability durability = Durability::power);
 
 /// Removes what writers that were killed left beside `path`.
 void removeUnfinishedReplacements(const std::string& path);
