@@ -5,6 +5,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QStyle>
 
 namespace stowpocket {
 namespace {
@@ -33,7 +34,7 @@ void QtPopover::show(StatusItemButton& anchor) {
     prepareWindow();
     anchorMoved_ = button->moved.connect([this] { window_->follow(); });
     window_->follow();
-    if (animates_ && window_->edge() == PopoverEdge::shadowed) {
+    if (fades()) {
         window_->setWindowOpacity(0);
         fade(0, 1);
     } else {
@@ -55,7 +56,7 @@ void QtPopover::performClose() {
     isShown_ = false;
     anchorMoved_.reset();
     anchor_ = nullptr;
-    if (animates_ && window_->edge() == PopoverEdge::shadowed)
+    if (fades())
         fade(window_->windowOpacity(), 0);
     else
         window_->hide();
@@ -83,6 +84,12 @@ PopoverPlacement QtPopover::placementFor(const QSize& content, int shadow) {
     return placePopover(rectOf(anchorRect_),
                         {static_cast<double>(content.width()), static_cast<double>(content.height())},
                         rectOf(availableAround(anchorRect_)), shadow);
+}
+
+/// Not without a compositor, nor where the desktop asks for reduced motion.
+bool QtPopover::fades() const {
+    const int duration = window_->style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, window_.get());
+    return animates_ && window_->edge() == PopoverEdge::shadowed && duration > 0;
 }
 
 void QtPopover::fade(double from, double to) {

@@ -33,6 +33,7 @@ public:
 private:
     void prepareWindow();
     [[nodiscard]] PopoverPlacement placementFor(const QSize& content, int shadow);
+    [[nodiscard]] bool fades() const;
     void fade(double from, double to);
 
     PopoverHost& host_;
