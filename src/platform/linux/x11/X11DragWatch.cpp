@@ -95,7 +95,7 @@ void X11DragWatch::take(DragWatching::Step step, xcb_timestamp_t time) {
     if (step == Step::none)
         return;
     if (step == Step::ask) {
-        requestor_.ask(X11Atom::dragSelection, X11Atom::targets, time);
+        static_cast<void>(requestor_.ask(X11Atom::dragSelection, X11Atom::targets, time));
         settling_.stop();
         buttons_.start(buttonInterval);
         return;

@@ -17,7 +17,7 @@ public:
 
     [[nodiscard]] xcb_window_t window() const { return window_; }
     /// Answers the number of the request, which all events that follow from it carry or exceed.
-    unsigned ask(X11Atom selection, X11Atom target, xcb_timestamp_t time) const;
+    [[nodiscard]] unsigned ask(X11Atom selection, X11Atom target, xcb_timestamp_t time) const;
     /// The data of an answer that came for `window()`; none when the owner refused. Taken once.
     [[nodiscard]] std::optional<std::vector<std::uint32_t>>
     takeValues(const xcb_selection_notify_event_t& event) const;
