@@ -15,7 +15,7 @@ namespace stowpocket {
 using DesktopEntry = std::map<std::string, std::string, std::less<>>;
 
 /// Longer texts are none that a desktop wrote.
-inline constexpr std::size_t maxDesktopEntrySize = 64 * 1024;
+inline constexpr std::size_t maxDesktopEntrySize = std::size_t{64} * 1024;
 
 /// Empty when `text` has no such group, or is too long. Lines that say nothing are passed over.
 [[nodiscard]] std::optional<DesktopEntry> parsedDesktopEntry(std::string_view text);

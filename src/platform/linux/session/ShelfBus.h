@@ -7,10 +7,8 @@
 #include <QString>
 #include <QVariantMap>
 
-namespace stowpocket {
-
 /// The names by which the running program and its command verbs find each other on the session bus.
-namespace shelfBus {
+namespace stowpocket::shelfBus {
 
 inline const QString service =
     QString::fromLatin1(bundleIdentifier.data(), static_cast<qsizetype>(bundleIdentifier.size()));
@@ -28,5 +26,4 @@ inline const QString urlKey = QStringLiteral("url");
 inline const QString availableKey = QStringLiteral("available");
 inline const QString sizeKey = QStringLiteral("size");
 
-}  // namespace shelfBus
-}  // namespace stowpocket
+}  // namespace stowpocket::shelfBus

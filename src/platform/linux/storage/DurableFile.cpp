@@ -13,6 +13,7 @@
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
+#include <utility>
 
 namespace stowpocket {
 namespace {
@@ -95,8 +96,10 @@ std::string linkTarget(const std::string& path) {
         const ssize_t length = ::readlink(target.c_str(), buffer.data(), buffer.size());
         if (length <= 0)
             return target;
-        const std::string next(buffer.data(), static_cast<std::size_t>(length));
-        target = next.starts_with('/') ? next : parentFolder(target) + '/' + next;
+        std::string next(buffer.data(), static_cast<std::size_t>(length));
+        if (!next.starts_with('/'))
+            next.insert(0, parentFolder(target).append("/"));
+        target = std::move(next);
     }
     return path;
 }

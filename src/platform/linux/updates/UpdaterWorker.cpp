@@ -35,7 +35,7 @@ private:
 
 }  // namespace
 
-UpdaterWorker::UpdaterWorker(std::string program, std::string replaceable)
+UpdaterWorker::UpdaterWorker(std::string program, const std::string& replaceable)
     : program_(std::move(program)), replaceable_(QFile::decodeName(replaceable.c_str())) {}
 
 void UpdaterWorker::start(const QStringList& arguments, std::function<void(const UpdaterProcess::Result&)> done,

@@ -11,7 +11,7 @@ namespace stowpocket {
 class UpdaterWorker : public UpdateWorker {
 public:
     /// `replaceable` is the file that new versions take the place of; empty where there is none.
-    UpdaterWorker(std::string program, std::string replaceable);
+    UpdaterWorker(std::string program, const std::string& replaceable);
 
     void readList(const std::string& url, ListDone done) override;
     void readNotes(const std::string& url, TextDone done) override;
