@@ -39,7 +39,7 @@ public:
     /// Gives `call` one handler after the other, the last one added first, until it answers true; says whether it
     /// did.
     template <class Call>
-    bool anyOf(Call call) const {
+    [[nodiscard]] bool anyOf(Call call) const {
         const Monitors present(monitors_->rbegin(), monitors_->rend());
         return std::ranges::any_of(present, [&call](const std::shared_ptr<Monitor>& monitor) {
             return monitor->installed && call(monitor->handler);

@@ -78,10 +78,10 @@ bool X11ClickWatch::nativeEventFilter(const QByteArray& kind, void* message, qin
 }
 
 void X11ClickWatch::clicked() const {
-    monitors_.anyOf([](const Handler& handler) {
+    static_cast<void>(monitors_.anyOf([](const Handler& handler) {
         handler();
         return false;
-    });
+    }));
 }
 
 bool X11ClickWatch::isOutsideClick(const xcb_generic_event_t& event) const {

@@ -111,9 +111,8 @@ bool X11HotkeyService::nativeEventFilter(const QByteArray& kind, void* message, 
     } else if (type == XCB_KEY_RELEASE) {
         const auto* const release = static_cast<const xcb_key_release_event_t*>(message);
         held_.release(release->detail, release->time);
-    } else if (type == XCB_MAPPING_NOTIFY) {
-        scheduleMappingCheck();
-    } else if (type == keyboardExtensionEvent_ && (event->pad0 == newKeyboardNotify || event->pad0 == mapNotify)) {
+    } else if (type == XCB_MAPPING_NOTIFY ||
+               (type == keyboardExtensionEvent_ && (event->pad0 == newKeyboardNotify || event->pad0 == mapNotify))) {
         scheduleMappingCheck();
     }
     return false;  // Qt ignores keys of the root window but for their time

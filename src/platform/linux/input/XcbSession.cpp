@@ -57,6 +57,7 @@ xcb_atom_t XcbSession::atom(const std::string& name) {
 
 std::vector<std::string> XcbSession::namesOf(const std::vector<xcb_atom_t>& atoms) const {
     std::vector<xcb_get_atom_name_cookie_t> cookies;
+    cookies.reserve(atoms.size());
     for (const xcb_atom_t atom : atoms)
         cookies.push_back(xcb_get_atom_name(connection_, atom));
     std::vector<std::string> names;

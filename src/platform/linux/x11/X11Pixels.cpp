@@ -11,7 +11,7 @@ QImage x11Pixels(const X11Connection& connection, xcb_window_t window, const QRe
     const XcbAnswer<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection.raw(), cookie, nullptr));
     constexpr qsizetype bytesPerPixel = 4;
     if (!reply || (reply->depth != 24 && reply->depth != 32) ||
-        xcb_get_image_data_length(reply.get()) < part.width() * part.height() * bytesPerPixel)
+        xcb_get_image_data_length(reply.get()) < bytesPerPixel * part.width() * part.height())
         return {};
     const QImage pixels(xcb_get_image_data(reply.get()), part.width(), part.height(), part.width() * bytesPerPixel,
                         QImage::Format_RGB32);
