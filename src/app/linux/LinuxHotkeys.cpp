@@ -30,7 +30,8 @@ std::unique_ptr<HotkeyService> LinuxHotkeys::makeService() const {
     if (!isWaylandSession())
         return makeKeyGrabs();
     return std::make_unique<PortalHotkeyService>(
-        QDBusConnection::sessionBus(), services_.preferences, portalName, [this] { return makeKeyGrabs(); }, services_.useToken);
+        QDBusConnection::sessionBus(), services_.preferences, portalName, [this] { return makeKeyGrabs(); },
+        services_.useToken);
 }
 
 std::unique_ptr<HotkeyService> LinuxHotkeys::makeKeyGrabs() const {

@@ -1,54 +1,9 @@
 // SPDX-License-Identifier: MIT
 #import "platform/macos/Conversions.h"
+#import "platform/macos/KeyPathObservation.h"
 #include "platform/macos/MacSystem.h"
 
 #import <dispatch/dispatch.h>
-
-static void* const observationContext = const_cast<char*>("countOfBytesReceived");
-static NSString* const observedKey = @"countOfBytesReceived";
-
-/// Ends a task whose answer grows too long. A task with a completion handler tells no delegate what arrives, but its
-/// properties can be observed.
-@interface StowpocketAnswerLimit : NSObject
-- (instancetype)initWithTask:(NSURLSessionTask*)task;
-/// Called once, when the task has ended.
-- (void)end;
-@end
-
-@implementation StowpocketAnswerLimit {
-    NSURLSessionTask* _task;
-}
-
-- (instancetype)initWithTask:(NSURLSessionTask*)task {
-    self = [super init];
-    if (self != nil) {
-        _task = task;
-        [task addObserver:self
-               forKeyPath:observedKey
-                  options:NSKeyValueObservingOptionNew
-                  context:observationContext];
-    }
-    return self;
-}
-
-- (void)end {
-    [_task removeObserver:self forKeyPath:observedKey context:observationContext];
-    _task = nil;
-}
-
-/// On whatever thread the session receives.
-- (void)observeValueForKeyPath:(NSString*)keyPath
-                      ofObject:(id)object
-                        change:(NSDictionary<NSKeyValueChangeKey, id>*)change
-                       context:(void*)context {
-    if (context != observationContext)
-        return [super observeValueForKeyPath:keyPath ofObject:object change:change context:context];
-    NSURLSessionTask* const task = static_cast<NSURLSessionTask*>(object);
-    if (task.countOfBytesReceived > stowpocket::maxAnswerSize)
-        [task cancel];
-}
-
-@end
 
 namespace stowpocket {
 namespace {
@@ -76,7 +31,7 @@ public:
         if (address == nil)
             return completion(std::nullopt);
         const std::weak_ptr<const bool> alive = alive_;
-        __block StowpocketAnswerLimit* limit = nil;  // set before the task begins
+        __block StowpocketKeyPathObservation* limit = nil;  // set before the task begins
         NSURLSessionDataTask* const task = [NSURLSession.sharedSession
               dataTaskWithURL:address
             completionHandler:^(NSData* data, NSURLResponse* response, NSError* error) {
@@ -89,7 +44,14 @@ public:
                     completion(answer);
               });
             }];
-        limit = [[StowpocketAnswerLimit alloc] initWithTask:task];
+        // A task with a completion handler tells no delegate what arrives, but its properties can be observed.
+        limit = [[StowpocketKeyPathObservation alloc] initWithObject:task
+                                                             keyPath:@"countOfBytesReceived"
+                                                             options:NSKeyValueObservingOptionNew
+                                                             changed:[task](id) {
+                                                                 if (task.countOfBytesReceived > maxAnswerSize)
+                                                                     [task cancel];
+                                                             }];
         [task resume];
     }
 

@@ -19,9 +19,9 @@ inline constexpr std::string_view refusedPortalShortcutsKey = "refusedPortalShor
 
 /// Hotkeys of a Wayland session, where only the desktop hears every key: it is asked through its portal, and has the
 /// last word on the keys. All that is registered in one turn of the main loop is asked for at once, and the same set
-/// never twice, since every question may open a dialog; nor again at the next start where it was refused. Where there is no such portal, keys are grabbed meanwhile as
-/// they were under X11, which hear what is typed into X11 windows. Nothing here waits. Lives as long as the
-/// registrations.
+/// never twice, since every question may open a dialog; nor again at the next start where it was refused. Where there
+/// is no such portal, keys are grabbed meanwhile as they were under X11, which hear what is typed into X11 windows.
+/// Nothing here waits. Lives as long as the registrations.
 class PortalHotkeyService : public HotkeyService {
 public:
     /// How the desktop knows a hotkey and shows it to the user.
