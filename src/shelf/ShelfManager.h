@@ -31,7 +31,7 @@ class WorkspaceIcons;
 /// Posted after every change of which items are on the shelf; not for changes of an item and not for loading.
 inline constexpr std::string_view itemsChangedNotification = "StowpocketItemsChanged";
 
-/// What the shelf is built on. All of it outlives every closure that the shelf hands out, that is, the process.
+/// What the shelf is built on. All of it outlives every closure that the shelf hands out.
 struct ShelfServices {
     PreferenceStore& preferences;
     Bookmarks& bookmarks;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/linux/LinuxBackground.h"
 #include "app/linux/LinuxHotkeys.h"
 #include "app/linux/LinuxUpdates.h"
 #include "cli/ShelfCommands.h"
@@ -11,11 +12,7 @@
 #include "platform/linux/pictures/LinuxWorkspaceIcons.h"
 #include "platform/linux/session/MountInfoVolumes.h"
 #include "platform/linux/session/XdgLoginItem.h"
-#include "platform/linux/storage/LinuxBookmarks.h"
 #include "platform/linux/storage/LinuxPreferenceStore.h"
-#include "platform/linux/storage/MountTable.h"
-#include "platform/linux/storage/PlistParser.h"
-#include "platform/linux/storage/PosixFileManager.h"
 #include "platform/linux/x11/DesktopColorScheme.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11DirectSaves.h"
@@ -23,14 +20,9 @@
 #include "platform/linux/x11/X11PopoverHost.h"
 #include "platform/linux/x11/X11StatusItem.h"
 #include "platform/MainBundle.h"
-#include "platform/posix/PatientProbe.h"
 #include "platform/qt/Milestone.h"
 #include "platform/qt/QtApplication.h"
-#include "platform/qt/QtChildProcess.h"
-#include "platform/qt/QtDispatch.h"
 #include "platform/qt/QtMainScreen.h"
-#include "platform/qt/QtTrash.h"
-#include "platform/qt/SystemClock.h"
 #include "views/QtAlerts.h"
 #include "views/QtViewFactory.h"
 
@@ -58,14 +50,9 @@ private:
     LinuxServices(std::unique_ptr<X11Connection> connection, std::string preferencesPath);
 
     std::unique_ptr<X11Connection> connection_;
-    QtDispatch dispatch_;
-    SystemClock clock_;
+    const OutlivesBackgroundWork<LinuxBackground> background_{new LinuxBackground};
     NotificationCenter notificationCenter_;
     LinuxPreferenceStore preferences_;
-    MountTable mounts_;
-    PatientProbe probe_;
-    PosixFileManager files_;
-    LinuxBookmarks bookmarks_;
     QtMainScreen screen_;
     LinuxThumbnails thumbnails_;
     LinuxWorkspaceIcons icons_;
@@ -84,9 +71,6 @@ private:
     const MainBundle mainBundle_;
     LinuxUpdates updates_;
     QtAlerts alerts_;
-    QtChildProcess childProcess_;
-    PlistParser propertyLists_;
-    QtTrash trash_;
     DesktopColorScheme colorScheme_;
 };
 

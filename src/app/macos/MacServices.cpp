@@ -62,8 +62,6 @@ StartFileDrag startFileDragWith(FileDragSource& drags) {
 
 MacServices::MacServices()
     : preferences_(makeUserDefaultsStore()),
-      files_(makeMacFileManager(probe_)),
-      bookmarks_(makeMacBookmarks(probe_)),
       screen_(makeMacMainScreen()),
       thumbnails_(makeQuickLookThumbnails(makeImageContent)),
       icons_(makeMacWorkspaceIcons(makeImageContent)),
@@ -93,10 +91,7 @@ MacServices::MacServices()
           .makeWindow = makeWindow,
       }),
       feedSession_(makeMacFeedSession()),
-      alerts_(makeMacAlerts()),
-      childProcess_(makeMacChildProcess()),
-      propertyLists_(makeMacPropertyListParser()),
-      trash_(makeMacTrash()) {
+      alerts_(makeMacAlerts()) {
     if (isMotionReduced())
         QApplication::setStyle(new StillStyle);
 }
@@ -110,13 +105,13 @@ HotkeyManager& MacServices::sharedHotkeyManager() {
 AppServices MacServices::forApp() {
     return {
         .shelf = {.preferences = *preferences_,
-                  .bookmarks = *bookmarks_,
-                  .fileManager = *files_,
+                  .bookmarks = *background_->bookmarks,
+                  .fileManager = *background_->files,
                   .thumbnails = *thumbnails_,
                   .workspaceIcons = *icons_,
                   .mainScreen = *screen_,
-                  .dispatch = dispatch_,
-                  .clock = clock_,
+                  .dispatch = background_->dispatch,
+                  .clock = background_->clock,
                   .notificationCenter = notificationCenter_},
         .statusBar = *statusBar_,
         .views = views_,
@@ -129,14 +124,14 @@ AppServices MacServices::forApp() {
         .updates = {.preferences = *preferences_,
                     .feedSession = *feedSession_,
                     .alerts = *alerts_,
-                    .dispatch = dispatch_,
+                    .dispatch = background_->dispatch,
                     .mainBundle = mainBundle_,
                     .startUpdateFramework = startStandardUpdateFramework},
-        .installerImage = {.dispatch = dispatch_,
-                           .childProcess = *childProcess_,
-                           .propertyLists = *propertyLists_,
-                           .fileManager = *files_,
-                           .trash = *trash_},
+        .installerImage = {.dispatch = background_->dispatch,
+                           .childProcess = *background_->childProcess,
+                           .propertyLists = *background_->propertyLists,
+                           .fileManager = *background_->files,
+                           .trash = *background_->trash},
     };
 }
 

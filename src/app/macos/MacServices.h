@@ -19,6 +19,18 @@
 
 namespace stowpocket {
 
+/// Every service that background work uses, and the dispatch that runs it. Made on the main thread.
+struct MacBackground {
+    SystemClock clock;
+    PatientProbe probe{remoteMountOn};
+    const std::unique_ptr<FileManager> files = makeMacFileManager(probe);
+    const std::unique_ptr<Bookmarks> bookmarks = makeMacBookmarks(probe);
+    const std::unique_ptr<ChildProcess> childProcess = makeMacChildProcess();
+    const std::unique_ptr<PropertyListParser> propertyLists = makeMacPropertyListParser();
+    const std::unique_ptr<Trash> trash = makeMacTrash();
+    QtDispatch dispatch;
+};
+
 /// Everything that the program runs on under macOS. Made after the Qt application, on the main thread; ended in the
 /// order opposite to that of the members.
 class MacServices {
@@ -30,13 +42,9 @@ public:
 private:
     [[nodiscard]] HotkeyManager& sharedHotkeyManager();
 
-    QtDispatch dispatch_;
-    SystemClock clock_;
+    const OutlivesBackgroundWork<MacBackground> background_{new MacBackground};
     NotificationCenter notificationCenter_;
     const std::unique_ptr<PreferenceStore> preferences_;
-    PatientProbe probe_{remoteMountOn};
-    const std::unique_ptr<FileManager> files_;
-    const std::unique_ptr<Bookmarks> bookmarks_;
     const std::unique_ptr<MainScreen> screen_;
     const std::unique_ptr<Thumbnails> thumbnails_;
     const std::unique_ptr<WorkspaceIcons> icons_;
@@ -54,9 +62,6 @@ private:
     QtViewFactory views_;
     const std::unique_ptr<FeedSession> feedSession_;
     const std::unique_ptr<Alerts> alerts_;
-    const std::unique_ptr<ChildProcess> childProcess_;
-    const std::unique_ptr<PropertyListParser> propertyLists_;
-    const std::unique_ptr<Trash> trash_;
 };
 
 }  // namespace stowpocket

@@ -87,8 +87,13 @@ QtDispatch::QtDispatch() : pool_(std::make_unique<QThreadPool>()) {
 }
 
 QtDispatch::~QtDispatch() {
-    if (!pool_->waitForDone(maxExitDelayMs))
+    if (!finish())
         static_cast<void>(pool_.release());
+}
+
+bool QtDispatch::finish() {
+    pool_->clear();
+    return pool_->waitForDone(maxExitDelayMs);
 }
 
 void QtDispatch::async(Work work) {

@@ -6,15 +6,20 @@
 #include <QObject>
 #include <QThreadPool>
 
+#include <memory>
+
 namespace stowpocket {
 
 /// Dispatch on the Qt event loop and a bounded pool of threads. Made on the main thread, after the application.
 class QtDispatch : public Dispatch {
 public:
     QtDispatch();
-    /// Gives background work a moment to end. A thread that waits for a dead mount is left behind, so that it cannot
-    /// keep the program from ending.
+    /// Finishes. A thread that waits for a dead mount is left behind, so that it cannot keep the program from ending.
     ~QtDispatch() override;
+
+    /// Drops background work that has not begun and gives the rest a moment to end. False when some of it hangs: then
+    /// everything that it uses has to stay, this dispatch too.
+    [[nodiscard]] bool finish();
 
     void async(Work work) override;
     [[nodiscard]] std::unique_ptr<ScheduledWork> after(std::chrono::milliseconds delay, Work work) override;
@@ -26,5 +31,18 @@ private:
     QObject mainQueue_;
     std::unique_ptr<QThreadPool> pool_;
 };
+
+/// Deletes services once the background work of their member `dispatch` is over, and leaves them to work that hangs.
+struct DeleteAfterBackgroundWork {
+    template <class Services>
+    void operator()(Services* services) const {
+        if (services->dispatch.finish())
+            delete services;
+    }
+};
+
+/// Owns services together with the background work that uses them.
+template <class Services>
+using OutlivesBackgroundWork = std::unique_ptr<Services, DeleteAfterBackgroundWork>;
 
 }  // namespace stowpocket
