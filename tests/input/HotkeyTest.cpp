@@ -58,9 +58,28 @@ TEST_F(HotkeyTest, stopsWhenTheRegistrationGoes) {
     ASSERT_TRUE(pressDAndWait());
     EXPECT_EQ(presses[1], 0) << "other modifiers are other combinations";
     shelf = service.registerHotkey(virtualS, optionShift, {0, 3});
-    EXPECT_FALSE(service.registerHotkey(virtualS, optionShift, {0, 4})) << "one registration for one combination";
     pressS();
     EXPECT_TRUE(comesTrue([&] { return presses[3] == 1; }));
+}
+
+TEST_F(HotkeyTest, equalOnesShareTheirKeysUntilOneMovesAway) {
+    auto shelf = service.registerHotkey(virtualS, optionShift, {0, 1});
+    auto drop = service.registerHotkey(virtualS, optionShift, {0, 3});
+    pressS();
+    EXPECT_TRUE(comesTrue([&] { return presses[3] == 1; })) << "the later one";
+    drop.reset();
+    drop = service.registerHotkey(virtualD, optionShift, {0, 2});
+    pressS();
+    ASSERT_TRUE(pressDAndWait());
+    EXPECT_EQ(presses[1], 1) << "the other one moved away";
+    // The two change places: the first takes keys that the second still has.
+    shelf.reset();
+    shelf = service.registerHotkey(virtualD, optionShift, {0, 2});
+    drop.reset();
+    drop = service.registerHotkey(virtualS, optionShift, {0, 1});
+    pressS();
+    ASSERT_TRUE(pressDAndWait());
+    EXPECT_EQ(presses[1], 2);
 }
 
 TEST_F(HotkeyTest, heldKeyFiresOnce) {

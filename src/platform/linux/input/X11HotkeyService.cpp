@@ -51,13 +51,14 @@ KeyEvent keyEventOf(const KeyCombination& combination, bool capsLock) {
 
 class X11HotkeyService::Registration : public HotkeyRegistration {
 public:
-    explicit Registration(X11HotkeyService& service) : service_(service), mine_(std::prev(service.hotkeys_.end())) {}
+    explicit Registration(X11HotkeyService& service) : service_(service), mine_(service.hotkeys_.begin()) {}
     Registration(const Registration&) = delete;
     Registration& operator=(const Registration&) = delete;
     ~Registration() override {
-        if (mine_->grabbed)
-            service_.grabs_.ungrab(mine_->combination);
+        const Hotkey mine = *mine_;
         service_.hotkeys_.erase(mine_);
+        if (mine.grabbed && !service_.isGrabbed(mine.combination))
+            service_.grabs_.ungrab(mine.combination);
     }
 
 private:
@@ -88,17 +89,19 @@ std::unique_ptr<HotkeyRegistration> X11HotkeyService::registerHotkey(std::uint32
     if (hotkeys_.empty())
         static_cast<void>(grabs_.readLayout());  // changes are not followed while there is nothing to keep grabbed
     const KeyCombination combination{*key, modifiers};
-    // The server would let one program grab it twice, and forget both at the first ungrab.
-    if (std::ranges::find(hotkeys_, combination, &Hotkey::combination) != hotkeys_.end()) {
-        logRefusal(keyCode, modifiers, "it is registered already");
-        return nullptr;
-    }
-    if (!grabs_.grab(combination)) {
+    // The server would let one program grab it twice, and forget both at the first ungrab: equal hotkeys share a
+    // grab.
+    if (!isGrabbed(combination) && !grabs_.grab(combination)) {
         logRefusal(keyCode, modifiers, "another program holds it");
         return nullptr;
     }
-    hotkeys_.push_back({combination, identifier});
+    hotkeys_.push_front({combination, identifier});
     return std::make_unique<Registration>(*this);
+}
+
+bool X11HotkeyService::isGrabbed(const KeyCombination& combination) const {
+    return std::ranges::any_of(hotkeys_,
+                               [&](const Hotkey& each) { return each.grabbed && each.combination == combination; });
 }
 
 bool X11HotkeyService::nativeEventFilter(const QByteArray& kind, void* message, qintptr*) {

@@ -26,6 +26,7 @@ public:
     X11HotkeyService& operator=(const X11HotkeyService&) = delete;
 
     void installEventHandler(Handler handler) override { handler_ = std::move(handler); }
+    /// Of two equal hotkeys the later one fires, like the later one of two monitors, until it goes.
     [[nodiscard]] std::unique_ptr<HotkeyRegistration> registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                                      HotkeyIdentifier identifier) override;
 
@@ -42,6 +43,7 @@ private:
     class Registration;
 
     bool nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) override;
+    [[nodiscard]] bool isGrabbed(const KeyCombination& combination) const;
     void keyPressed(const xcb_key_press_event_t& event);
     void fire(const KeyEvent& event, HotkeyIdentifier identifier);
     void scheduleMappingCheck();
@@ -53,6 +55,7 @@ private:
     const X11KeyCharacters characters_;
     Handler handler_;
     std::function<bool(const KeyEvent&)> ownWindowsTake_;
+    /// The last registered one first.
     std::list<Hotkey> hotkeys_;
     HeldHotkey held_;
     std::uint8_t keyboardExtensionEvent_ = 0;
