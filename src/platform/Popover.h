@@ -20,7 +20,7 @@ public:
     virtual void makeKey() = 0;
     virtual void performClose() = 0;
 
-    /// Runs when the user presses Escape in it and nothing inside has a use for that.
+    /// Runs when the user presses Escape in it and nothing inside has a use for that, or has the system close it.
     std::function<void()> onCancel = [] {};
 };
 

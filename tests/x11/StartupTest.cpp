@@ -42,7 +42,6 @@ private:
 class StartupTest : public testing::Test {
 protected:
     void show() {
-        host.prepare(window);
         host.willShow(window);
         window.show();
         host.focus(window);
@@ -90,6 +89,22 @@ TEST_F(StartupTest, tellsTheLauncherThoughNoWindowIsShown) {
     host.startup().begin(name);
     ASSERT_TRUE(heardEnd());
     EXPECT_EQ(desktop.text, "remove: ID=" + name + std::string(20, '\0')) << "a message that fills its piece";
+}
+
+TEST_F(StartupTest, staysOutOfListsOfWindowsHoweverOftenItIsShown) {
+    const auto isListed = [this] {
+        const std::vector<std::uint32_t> state = connection->property(id(), X11Atom::windowState);
+        return std::ranges::count(state, connection->atom(X11Atom::windowStateSkipTaskbar)) == 0 ||
+               std::ranges::count(state, connection->atom(X11Atom::windowStateSkipPager)) == 0;
+    };
+    for (int showing = 0; showing < 3; ++showing) {
+        show();
+        ASSERT_TRUE(comesTrue([this] { return connection->parentOf(id()) != connection->root(); }));
+        EXPECT_FALSE(isListed()) << showing;
+        window.hide();
+        ASSERT_TRUE(comesTrue([this] { return connection->parentOf(id()) == connection->root(); }));
+        ASSERT_TRUE(comesTrue(isListed)) << "the window manager has let go of it";
+    }
 }
 
 TEST(StartupIdTest, readsTheTimeAtTheEnd) {

@@ -11,9 +11,7 @@ public:
     virtual ~PopoverHost() = default;
     /// Whether translucent pixels show what is behind a window; otherwise they are black.
     [[nodiscard]] virtual bool blendsWindows() const = 0;
-    /// Keeps a window that is not shown yet above the others and out of the lists of windows.
-    virtual void prepare(QWidget& window) = 0;
-    /// Just before a window is shown, every time.
+    /// Just before a window is shown, every time: asks for a place above the others and in no list of windows.
     virtual void willShow(QWidget& window) = 0;
     /// Gives a shown window the keyboard, though the user may have worked elsewhere last.
     virtual void focus(QWidget& window) = 0;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/PopoverWindow.h"
 
+#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPainter>
 
@@ -83,6 +84,12 @@ void PopoverWindow::follow() {
     if (edge_ == PopoverEdge::cut)
         setMask(QRegion(outline_.toFillPolygon().toPolygon()));
     update();
+}
+
+/// The owner closes it; a refusal would also keep the session from ending the program.
+void PopoverWindow::closeEvent(QCloseEvent* event) {
+    cancel_();
+    event->accept();
 }
 
 bool PopoverWindow::event(QEvent* event) {

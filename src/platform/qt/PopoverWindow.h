@@ -24,7 +24,7 @@ public:
     using Place = std::function<PopoverPlacement(const QSize& content, int shadow)>;
 
     /// `place` answers where the window belongs with a content of that size and a shadow of that width; `cancel` runs
-    /// on Escape.
+    /// on Escape, and when the window manager asks the window to close.
     PopoverWindow(PopoverEdge edge, Place place, std::function<void()> cancel);
 
     void setContent(QWidget* content);
@@ -33,6 +33,7 @@ public:
     void follow();
 
 protected:
+    void closeEvent(QCloseEvent* event) override;
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;

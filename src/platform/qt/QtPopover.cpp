@@ -74,7 +74,6 @@ void QtPopover::prepareWindow() {
         content_ = makeContent_().release();
     window->setContent(content_);
     window->setWindowTitle(QStringLiteral("stowpocket shelf"));
-    host_.prepare(*window);
     window_ = std::move(window);
 }
 

@@ -7,12 +7,11 @@ bool X11PopoverHost::blendsWindows() const {
     return connection_.selectionOwner(X11Atom::compositorOwner) != x11None;
 }
 
-void X11PopoverHost::prepare(QWidget& window) {
-    connection_.keepAboveUnlisted(static_cast<xcb_window_t>(window.winId()));
-}
-
+/// Window managers take these wishes from a window when it is hidden.
 void X11PopoverHost::willShow(QWidget& window) {
-    startup_.mark(static_cast<xcb_window_t>(window.winId()));
+    const auto shown = static_cast<xcb_window_t>(window.winId());
+    connection_.keepAboveUnlisted(shown);
+    startup_.mark(shown);
 }
 
 /// As a pager would: a window manager may refuse a program's own wish when the user has typed elsewhere since, and

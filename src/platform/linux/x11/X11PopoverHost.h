@@ -16,7 +16,6 @@ public:
     [[nodiscard]] X11Startup& startup() { return startup_; }
 
     [[nodiscard]] bool blendsWindows() const override;
-    void prepare(QWidget& window) override;
     void willShow(QWidget& window) override;
     void focus(QWidget& window) override;
 
