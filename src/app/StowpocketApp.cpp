@@ -65,7 +65,7 @@ int runProgram(int argc, char** argv, const Command& command, const StartupToken
 int main(int argc, char** argv) {
     if (isImageDecoderProcess(argc, argv))
         return runImageDecoder(argc, argv);
-    const auto parsed = parsedCommandLine(argumentsOf(argc, argv));
+    const auto parsed = parsedCommandLine(argumentsOf(argc, argv), fileIsThere);
     const Command* const command = std::get_if<Command>(&parsed);
     if (command == nullptr)
         return finish(usageErrorResult(std::get<UsageError>(parsed).message));

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <numeric>
 #include <string_view>
 
 namespace stowpocket {
@@ -32,6 +33,34 @@ const VerbRule& ruleFor(std::string_view word) {
     return rule == verbRules.end() ? openRule : *rule;
 }
 
+/// How many letters have to be changed, put in or left out to make one word the other.
+std::size_t distance(std::string_view one, std::string_view other) {
+    std::vector<std::size_t> row(other.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (const char letter : one) {
+        std::size_t diagonal = row[0]++;
+        for (std::size_t at = 0; at < other.size(); ++at) {
+            const std::size_t changed = diagonal + (letter == other[at] ? 0 : 1);
+            diagonal = row[at + 1];
+            row[at + 1] = std::min({changed, diagonal + 1, row[at] + 1});
+        }
+    }
+    return row.back();
+}
+
+/// The beginning of a verb is nearest to it.
+std::string_view nearestVerb(std::string_view word) {
+    const auto far = [word](const VerbRule& rule) {
+        return rule.word.starts_with(word) ? 0 : distance(word, rule.word);
+    };
+    return std::ranges::min_element(verbRules, {}, far)->word;
+}
+
+/// What could have been meant as a verb: paths and URLs cannot.
+bool isWord(std::string_view argument) {
+    return !argument.empty() && !argument.starts_with('-') && argument.find_first_of("/:") == std::string_view::npos;
+}
+
 std::string named(const VerbRule& rule) {
     return rule.verb == Verb::open ? std::string() : std::string(rule.word) + ": ";
 }
@@ -51,7 +80,8 @@ bool applyOption(std::string_view option, Command& command) {
 
 }  // namespace
 
-std::variant<Command, UsageError> parsedCommandLine(std::span<const std::string> arguments) {
+std::variant<Command, UsageError> parsedCommandLine(std::span<const std::string> arguments,
+                                                    const std::function<bool(const std::string& argument)>& isThere) {
     const VerbRule& rule = arguments.empty() ? openRule : ruleFor(arguments.front());
     if (rule.verb != Verb::open)
         arguments = arguments.subspan(1);
@@ -67,6 +97,9 @@ std::variant<Command, UsageError> parsedCommandLine(std::span<const std::string>
         if (command.verb == Verb::help || command.verb == Verb::version)
             return Command{.verb = command.verb};
     }
+    if (rule.verb == Verb::open && !arguments.empty() && isWord(arguments.front()) && !isThere(arguments.front()))
+        return UsageError{printable(arguments.front()) + " is neither a verb nor a file; the nearest verb is " +
+                          std::string(nearestVerb(arguments.front()))};
     if (rule.operands == Operands::some && command.operands.empty())
         return UsageError{named(rule) + "which files?"};
     if (rule.operands == Operands::none && !command.operands.empty())

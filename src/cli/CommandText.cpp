@@ -15,21 +15,24 @@ bool isControl(char character) {
     return byte < 0x20 || byte == 0x7F;
 }
 
-/// U+0080 to U+009F: terminals obey some of these as well.
-bool holdsHighControl(std::string_view text) {
-    for (std::size_t at = text.find('\xC2'); at != std::string_view::npos; at = text.find('\xC2', at + 1)) {
-        if (at + 1 < text.size() && static_cast<std::uint8_t>(text[at + 1]) < 0xA0)
-            return true;
-    }
-    return false;
+/// The length of the character at the beginning of `text` if it is one beyond ASCII that terminals obey or that makes
+/// a line look other than it is: U+0080 to U+009F, marks of the direction, separators of lines. Else 0.
+std::size_t deceptiveLength(std::string_view text) {
+    const auto byte = [text](std::size_t at) { return at < text.size() ? static_cast<std::uint8_t>(text[at]) : 0; };
+    const auto isWithin = [](int value, int first, int last) { return value >= first && value <= last; };
+    if ((byte(0) == 0xC2 && isWithin(byte(1), 0x80, 0x9F)) || (byte(0) == 0xD8 && byte(1) == 0x9C))
+        return 2;
+    const bool isMark = byte(1) == 0x80 && (isWithin(byte(2), 0x8E, 0x8F) || isWithin(byte(2), 0xA8, 0xAE));
+    const bool isIsolate = byte(1) == 0x81 && isWithin(byte(2), 0xA6, 0xA9);
+    return byte(0) == 0xE2 && (isMark || isIsolate) ? 3 : 0;
 }
 
 bool isPlain(std::string_view text) {
-    for (const char character : text) {
-        if (isControl(character))
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (isControl(text[at]) || deceptiveLength(text.substr(at)) > 0)
             return false;
     }
-    return validUtf8(text) == text && !holdsHighControl(text);
+    return validUtf8(text) == text;
 }
 
 std::string hex(char character) {
@@ -37,16 +40,29 @@ std::string hex(char character) {
     return {hexDigits[byte >> 4u], hexDigits[byte & 0x0Fu]};
 }
 
+/// The character as JSON escapes it; of UTF-8 in two or three bytes.
+std::string jsonEscape(std::string_view character) {
+    std::uint32_t codePoint = static_cast<std::uint8_t>(character[0]) & (character.size() == 2 ? 0x1Fu : 0x0Fu);
+    for (const char next : character.substr(1))
+        codePoint = codePoint << 6u | (static_cast<std::uint8_t>(next) & 0x3Fu);
+    return "\\u" + hex(static_cast<char>(codePoint >> 8u)) + hex(static_cast<char>(codePoint & 0xFFu));
+}
+
 /// In double quotes; `text` is UTF-8.
 std::string jsonString(std::string_view text) {
     std::string quoted = "\"";
-    for (const char character : text) {
-        if (isControl(character))
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char character = text[at];
+        if (const std::size_t length = deceptiveLength(text.substr(at)); length > 0) {
+            quoted += jsonEscape(text.substr(at, length));
+            at += length - 1;
+        } else if (isControl(character)) {
             quoted += "\\u00" + hex(character);
-        else if (character == '"' || character == '\\')
+        } else if (character == '"' || character == '\\') {
             quoted.append("\\").append(1, character);
-        else
+        } else {
             quoted += character;
+        }
     }
     return quoted + '"';
 }

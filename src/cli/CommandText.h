@@ -12,7 +12,8 @@ namespace stowpocket {
 [[nodiscard]] std::string_view helpText();
 
 /// `text` on one line that a terminal shows and does not obey: as it is where it can be, else as a shell would take
-/// it, $'...' with escapes, when it holds control characters or bytes that are no UTF-8.
+/// it, $'...' with escapes, when it holds characters that control the terminal, the lines or the direction of text,
+/// or bytes that are no UTF-8.
 [[nodiscard]] std::string printable(std::string_view text);
 
 /// One path a line.

@@ -83,6 +83,7 @@ class CommandLine(DesktopTest):
         self.check(
             *[(verb, (3, "", NOT_RUNNING)) for verb in (["list"], ["list", "--json"], ["remove", "file"], ["clear"])],
             (["add"], (2, "", f"stowpocket: add: which files?\n{hint}")), (["show", "file"], (2, "", f"stowpocket: show: takes no files\n{hint}")),
+            (["lst"], (2, "", f"stowpocket: lst is neither a verb nor a file; the nearest verb is list\n{hint}")),
             (["add", "gone"], (1, "", "stowpocket: gone: no such file, or it may not be looked at\n")), (["list"], (3, "", NOT_RUNNING)),
             (["add", self.first], (0, f"added: {self.first}\n", "")), (["list"], (0, f"{self.first}\n", "")))
         shelf.icon()

@@ -49,6 +49,13 @@ CommandSurroundings commandSurroundings(std::string version) {
             .fileExists = fileExists};
 }
 
+bool fileIsThere(const std::string& argument) {
+    const CommandSurroundings here = commandSurroundings({});
+    const std::optional<FileURL> file =
+        fileOfArgument(argument, here.workingDirectory, here.localHost, here.linkTarget);
+    return file && here.fileExists(*file);
+}
+
 StartupTokens startupTokens() {
     return {.activationToken = environment("XDG_ACTIVATION_TOKEN"), .startupID = environment("DESKTOP_STARTUP_ID")};
 }

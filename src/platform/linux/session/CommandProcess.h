@@ -19,6 +19,9 @@ namespace stowpocket {
 /// of them for itself.
 [[nodiscard]] StartupTokens startupTokens();
 
+/// Whether an argument names a file that is there.
+[[nodiscard]] bool fileIsThere(const std::string& argument);
+
 /// Writes the result to the standard streams and answers the exit code.
 [[nodiscard]] int finish(const CommandResult& result);
 
