@@ -25,6 +25,11 @@ X11Pocket::~X11Pocket() = default;
 
 void X11Pocket::setResident(bool isResident) {
     presence_.setResident(isResident);
+    // As the icon itself it stands in the corner: where the icon was there is nothing left to lie over.
+    if (isResident && icon_) {
+        icon_.reset();
+        close();
+    }
     follow();
 }
 
@@ -97,6 +102,7 @@ void X11Pocket::standInCorner() {
 void X11Pocket::close() {
     hovered_.reset();
     dropped_.reset();
+    presence_.setHovered(false);
     if (!window_)
         return;
     window_->hide();
