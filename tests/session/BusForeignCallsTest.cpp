@@ -5,6 +5,8 @@
 #include "platform/linux/session/ShelfBus.h"
 #include "session/PrivateBus.h"
 
+#include <QDBusConnectionInterface>
+
 #include <gtest/gtest.h>
 
 #include <unistd.h>
@@ -39,7 +41,8 @@ protected:
     PrivateBus bus;
     std::vector<StartupTokens> tokens;
     ShelfCommands commands{*app, [this](const StartupTokens& used) { tokens.push_back(used); }};
-    BusInstance instance{bus.connection(QStringLiteral("instance")), "7.8.9"};
+    BusInstance instance{bus.connection(QStringLiteral("instance")), "7.8.9",
+                         [this](const QString& name) { return bus.connection(name); }};
     QDBusConnection stranger = bus.connection(QStringLiteral("stranger"));
 };
 
@@ -104,6 +107,18 @@ TEST_F(BusForeignCallsTest, requestsThatComeDuringTheStartAreKept) {
         static_cast<void>(bus.call(stranger, ping));
     instance.serve(commands);
     EXPECT_EQ(bus.answer(early).arguments(), QVariantList{QStringList{QStringLiteral("added")}});
+}
+
+TEST_F(BusForeignCallsTest, aBusThatComesBackIsJoinedAgain) {
+    instance.serve(commands);
+    for (const char* const time : {"first", "second"}) {
+        bus.restart();
+        stranger = bus.connection(QString::fromUtf8(time));
+        bus.waitUntil([this] { return stranger.interface()->isServiceRegistered(shelfBus::service); });
+        const QVariantMap token{{QStringLiteral("activation-token"), QString::fromUtf8(time)}};
+        EXPECT_EQ(call("Show", {token}).type(), QDBusMessage::ReplyMessage);
+        EXPECT_EQ(tokens.back().activationToken, time);
+    }
 }
 
 TEST_F(BusForeignCallsTest, theInterfaceIsDescribed) {

@@ -13,7 +13,8 @@
 namespace stowpocket {
 namespace {
 
-constexpr auto configuration = R"(<busconfig><type>session</type><listen>unix:dir=%1</listen><auth>EXTERNAL</auth>
+constexpr auto configuration =
+    R"(<busconfig><type>session</type><listen>unix:path=%1/bus</listen><auth>EXTERNAL</auth>
 <policy context="default"><allow user="*"/><allow own="*"/><allow send_destination="*"/><allow receive_sender="*"/>
 </policy></busconfig>)";
 
@@ -28,11 +29,22 @@ PrivateBus::PrivateBus() {
     file.close();
     // It ends with a test that is killed, too.
     daemon_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
-    daemon_.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--nofork"), QStringLiteral("--print-address"),
-                                                  QStringLiteral("--config-file"), file.fileName()});
+    start();
+}
+
+void PrivateBus::start() {
+    daemon_.start(QStringLiteral("dbus-daemon"),
+                  {QStringLiteral("--nofork"), QStringLiteral("--print-address"), QStringLiteral("--config-file"),
+                   folder_.filePath(QStringLiteral("bus.conf"))});
     if (!daemon_.waitForReadyRead())
         throw std::runtime_error("dbus-daemon does not start: " + daemon_.readAllStandardError().toStdString());
     address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
+}
+
+void PrivateBus::restart() {
+    daemon_.terminate();
+    daemon_.waitForFinished();
+    start();
 }
 
 PrivateBus::~PrivateBus() {

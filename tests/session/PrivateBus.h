@@ -17,6 +17,9 @@ public:
     PrivateBus();
     ~PrivateBus();
 
+    /// Ends it and starts it anew at the same address. Connections have to be made anew too.
+    void restart();
+
     [[nodiscard]] const QString& address() const { return address_; }
     [[nodiscard]] QDBusConnection connection(const QString& name);
 
@@ -28,6 +31,8 @@ public:
     [[nodiscard]] QDBusMessage answer(const QDBusPendingCall& call);
 
 private:
+    void start();
+
     QTemporaryDir folder_;
     QProcess daemon_;
     QString address_;

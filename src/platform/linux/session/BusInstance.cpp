@@ -9,6 +9,7 @@
 #include <QDBusPendingReply>
 #include <QDBusReply>
 #include <QDebug>
+#include <QFile>
 #include <QPointer>
 
 #include <algorithm>
@@ -19,7 +20,11 @@
 namespace stowpocket {
 namespace {
 
+using namespace std::chrono_literals;
+
 constexpr int claimTimeoutMs = 3000;
+/// Short enough that a second start in between is unlikely, which would take the name.
+constexpr auto joiningInterval = 500ms;
 /// Nobody sends so many requests while a program starts.
 constexpr std::size_t maxWaitingRequests = 256;
 
@@ -92,13 +97,34 @@ const std::vector<BusInstance::Method>& BusInstance::methods() {
     return all;
 }
 
-BusInstance::BusInstance(QDBusConnection bus, std::string version)
-    : bus_(std::move(bus)), version_(std::move(version)) {
+BusInstance::BusInstance(QDBusConnection bus, std::string version, Connect connectAgain)
+    : bus_(std::move(bus)), version_(std::move(version)), connect_(std::move(connectAgain)) {
     qDBusRegisterMetaType<shelfBus::ItemList>();
+    joining_.setInterval(joiningInterval);
+    connect(&joining_, &QTimer::timeout, this, [this] { joinAgain(); });
 }
 
 BusInstance::~BusInstance() {
     bus_.unregisterObject(shelfBus::path);
+}
+
+/// Asked for a bus where there is no address of one, the library would start one of its own.
+QDBusConnection BusInstance::connectToSessionBus(const QString& name) {
+    const bool hasAddress = qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
+                            QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
+    return hasAddress ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, name) : QDBusConnection(name);
+}
+
+void BusInstance::joinAgain() {
+    static int joined = 0;
+    const QString name = QStringLiteral("stowpocket-%1").arg(++joined);
+    QDBusConnection bus = connect_(name);
+    if (!bus.isConnected())
+        return QDBusConnection::disconnectFromBus(name);
+    joining_.stop();
+    bus_ = bus;
+    if (claim() == Claim::takenByAnother)
+        qWarning("stowpocket: another program has the name on the session bus, this one cannot be reached any more");
 }
 
 BusInstance::Claim BusInstance::claim() {
@@ -107,6 +133,8 @@ BusInstance::Claim BusInstance::claim() {
         qWarning("stowpocket: no session bus: command verbs and a second start will not reach this program");
         return Claim::noBus;
     }
+    bus_.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"), QStringLiteral("org.freedesktop.DBus.Local"),
+                 QStringLiteral("Disconnected"), &joining_, SLOT(start()));
     QDBusMessage request = busCall(QStringLiteral("RequestName"));
     request << shelfBus::service << doNotQueue;
     const QDBusReply<uint> reply = bus_.call(request, QDBus::Block, claimTimeoutMs);

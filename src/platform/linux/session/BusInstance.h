@@ -6,19 +6,26 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <QTimer>
 
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace stowpocket {
 
 /// Makes this process the one program of the session: owns its name on the bus and answers the command verbs of
-/// other processes there. Only the same user is answered. Main thread, on which it never waits but in `claim`.
+/// other processes there. Only the same user is answered. A bus that ends and comes back is joined again. Main
+/// thread, on which it waits for the bus alone, when it asks for the name.
 class BusInstance : public QDBusVirtualObject {
 public:
     enum class Claim { owned, takenByAnother, noBus };
 
-    BusInstance(QDBusConnection bus, std::string version);
+    /// A new connection of that name to the bus, which may be down.
+    using Connect = std::function<QDBusConnection(const QString& name)>;
+
+    /// `connectAgain` is used once `bus` has ended.
+    BusInstance(QDBusConnection bus, std::string version, Connect connectAgain = connectToSessionBus);
     ~BusInstance() override;
 
     /// Asks for the name, without waiting in line. With `noBus` the program runs alone and cannot be asked anything.
@@ -30,6 +37,9 @@ public:
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
 
 private:
+    static QDBusConnection connectToSessionBus(const QString& name);
+    void joinAgain();
+
     struct Method;
     static const std::vector<Method>& methods();
 
@@ -45,6 +55,9 @@ private:
 
     QDBusConnection bus_;
     const std::string version_;
+    const Connect connect_;
+    /// Runs while the bus is down.
+    QTimer joining_;
     ShelfCommands* commands_ = nullptr;
     std::vector<QDBusMessage> waiting_;
 };
