@@ -3,7 +3,6 @@
 // popover shows its first frame.
 //   bench_shelf FOLDER     with as many files as FOLDER holds; the preferences must allow for them
 #include "app/linux/LinuxServices.h"
-#include "platform/linux/pictures/ImageDecoderProcess.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -205,8 +204,6 @@ private:
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (isImageDecoderProcess(argc, argv))
-        return runImageDecoder(argc, argv);
     TimedApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName(QStringLiteral("stowpocket"));

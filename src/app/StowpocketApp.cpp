@@ -2,7 +2,6 @@
 #include "app/linux/LinuxServices.h"
 #include "cli/CommandLine.h"
 #include "cli/ShelfCommands.h"
-#include "platform/linux/pictures/ImageDecoderProcess.h"
 #include "platform/linux/session/BusInstance.h"
 #include "platform/linux/session/CommandProcess.h"
 #include "platform/linux/session/OwnExecutable.h"
@@ -63,8 +62,6 @@ int runProgram(int argc, char** argv, const Command& command, const StartupToken
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (isImageDecoderProcess(argc, argv))
-        return runImageDecoder(argc, argv);
     const auto parsed = parsedCommandLine(argumentsOf(argc, argv), fileIsThere);
     const Command* const command = std::get_if<Command>(&parsed);
     if (command == nullptr)

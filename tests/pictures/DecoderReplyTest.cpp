@@ -19,7 +19,9 @@ TEST(DecoderReplyTest, carriesPixelsAndTransparency) {
     ASSERT_EQ(reply.outcome, Outcome::decoded);
     EXPECT_EQ(reply.image.size(), QSize(3, 5));
     EXPECT_EQ(reply.image.pixelColor(2, 4), QColor(10, 200, 30, 40));
-    EXPECT_EQ(parsedReply(encodedReply({}), 5).outcome, Outcome::unsupported);
+    for (const Outcome outcome : {Outcome::failed, Outcome::unsupported, Outcome::unconfined})
+        EXPECT_EQ(parsedReply(encodedReply(outcome), 5).outcome, outcome);
+    EXPECT_EQ(parsedReply(encodedReply(Outcome::decoded), 5).outcome, Outcome::failed) << "without a picture";
 }
 
 TEST(DecoderReplyTest, refusesEveryLengthButTheRightOne) {

@@ -119,12 +119,15 @@ TEST_F(LinuxThumbnailsTest, givesUpDecodersThatHangOrFloodOrAreMissing) {
 TEST_F(LinuxThumbnailsTest, givesDecodersNothingButTheFile) {
     const FileURL picture = files_.draw("a.png", {60, 60});
     const FileDescriptor inherited(::dup(STDIN_FILENO));  // not to be closed by itself
-    useScript("ls -l /proc/self/fd > '" + files_.path("seen") + "'; cat >> '" + files_.path("seen") + "'");
+    useScript("ls -l /proc/self/fd > '" + files_.path("seen") + "'; cat >> '" + files_.path("seen") + "'; env > '" +
+              files_.path("environment") + "'");
     EXPECT_FALSE(thumbnail(picture));
     const QByteArray text = files_.read("seen");
     EXPECT_TRUE(text.contains("0 -> " + QByteArray::fromStdString(picture.path())));
     EXPECT_TRUE(text.contains("PNG")) << "from its start";
     EXPECT_EQ(text.left(text.indexOf("PNG")).count(" -> "), 4) << text.toStdString();  // one is the listing itself
+    for (const char* const name : {"HOME=", "XDG_RUNTIME_DIR=", "DISPLAY=", "PATH="})
+        EXPECT_FALSE(files_.read("environment").contains(name)) << name;
 }
 
 TEST_F(LinuxThumbnailsTest, triesAFileOnceUntilItChanges) {

@@ -20,8 +20,8 @@
 namespace stowpocket {
 namespace {
 
-/// This very program, even where its file has been replaced since the start.
-constexpr auto decoderExecutable = "/proc/self/exe";
+/// The helper that decodes pictures, installed beside the program.
+constexpr auto decoderProgram = "libexec/stowpocket/stowpocket-decoder";
 
 /// The symbol drawn so that its square is as large as the place in the icon.
 QImage paintSymbol(const StatusItemImage& image, const QColor& color, int pixelSize) {
@@ -46,7 +46,7 @@ std::unique_ptr<LinuxServices> LinuxServices::make() {
 LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::string preferencesPath)
     : connection_(std::move(connection)),
       preferences_(background_->dispatch, std::move(preferencesPath)),
-      thumbnails_(background_->dispatch, decoderExecutable),
+      thumbnails_(background_->dispatch, installedFile(decoderProgram)),
       icons_(screen_),
       promises_(*connection_, background_->dispatch),
       statusBar_(*connection_, paintSymbol, &promises_, [this] { iconStands_.reach(); }),

@@ -13,6 +13,8 @@ struct Header {
     std::uint32_t height;
 };
 
+using Outcome = DecoderReply::Outcome;
+
 constexpr std::uint32_t replyMark = 0x50575453;
 constexpr QImage::Format wireFormat = QImage::Format_RGBA8888;
 constexpr std::size_t bytesPerPixel = 4;
@@ -37,6 +39,13 @@ Bytes encodedReply(const QImage& image) {
     return reply;
 }
 
+Bytes encodedReply(Outcome outcome) {
+    const Header header{replyMark, 0, static_cast<std::uint32_t>(outcome)};
+    Bytes reply(sizeof header);
+    std::memcpy(reply.data(), &header, sizeof header);
+    return reply;
+}
+
 DecoderReply parsedReply(std::span<const std::uint8_t> reply, int side) {
     Header header{};
     if (reply.size() < sizeof header)
@@ -45,8 +54,12 @@ DecoderReply parsedReply(std::span<const std::uint8_t> reply, int side) {
     const std::span<const std::uint8_t> pixels = reply.subspan(sizeof header);
     if (header.mark != replyMark)
         return {};
-    if (header.width == 0 && header.height == 0 && pixels.empty())
-        return {DecoderReply::Outcome::unsupported, {}};
+    if (header.width == 0 && pixels.empty()) {
+        for (const Outcome outcome : {Outcome::unsupported, Outcome::unconfined}) {
+            if (header.height == static_cast<std::uint32_t>(outcome))
+                return {outcome, {}};
+        }
+    }
     const auto limit = static_cast<std::uint32_t>(side);
     if (header.width == 0 || header.width > limit || header.height == 0 || header.height > limit ||
         pixels.size() != bytesPerPixel * header.width * header.height)
@@ -58,7 +71,7 @@ DecoderReply parsedReply(std::span<const std::uint8_t> reply, int side) {
     const std::size_t rowSize = header.width * bytesPerPixel;
     for (int row = 0; row < image.height(); ++row)
         std::memcpy(image.scanLine(row), pixels.data() + rowSize * static_cast<std::size_t>(row), rowSize);
-    return {DecoderReply::Outcome::decoded, std::move(image)};
+    return {Outcome::decoded, std::move(image)};
 }
 
 }  // namespace stowpocket

@@ -19,6 +19,8 @@ struct DecoderReply {
         failed,
         /// No picture in a format that is decoded here; others may know it.
         unsupported,
+        /// The kernel does not confine the decoder, so nothing is decoded.
+        unconfined,
     };
     Outcome outcome = Outcome::failed;
     QImage image;  ///< null unless decoded
@@ -27,8 +29,10 @@ struct DecoderReply {
 /// The most bytes that a reply for pictures of up to `side` pixels can have.
 [[nodiscard]] std::size_t replySizeLimit(int side);
 
-/// What the decoder writes: a mark, width and height, and the pixels row by row. A null image says "unsupported".
+/// What the decoder writes: a mark, width and height, and the pixels row by row.
 [[nodiscard]] Bytes encodedReply(const QImage& image);
+/// What it writes instead when there is no picture: the mark, no width, and why.
+[[nodiscard]] Bytes encodedReply(DecoderReply::Outcome outcome);
 
 /// Reads a reply that a hostile file may have got hold of: anything that is not exactly a picture of at most `side`
 /// pixels each way is a failure, found before memory is taken.

@@ -13,7 +13,7 @@ namespace stowpocket {
 /// image libraries dies with that process.
 class ImageDecoder {
 public:
-    /// `executable` hands its arguments to `runImageDecoder`; a file that takes longer than `limit` is given up.
+    /// `executable` is `stowpocket-decoder`; a file that takes longer than `limit` is given up.
     ImageDecoder(std::string executable, std::chrono::milliseconds limit);
     /// The picture in `file`, at most `side` pixels each way and never enlarged. On a background thread.
     [[nodiscard]] DecoderReply decode(const RegularFile& file, int side) const;

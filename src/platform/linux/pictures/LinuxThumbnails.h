@@ -19,7 +19,7 @@ namespace stowpocket {
 /// the desktop's thumbnailer, in this order. A file that gave none is not tried again before it changes.
 class LinuxThumbnails : public Thumbnails {
 public:
-    /// `decoderExecutable` is the path of a program whose main() calls `runImageDecoder`.
+    /// `decoderExecutable` is the path of `stowpocket-decoder`.
     LinuxThumbnails(Dispatch& dispatch, std::string decoderExecutable);
     /// With another limit for the decoding of one file, and another bus.
     LinuxThumbnails(Dispatch& dispatch, std::string decoderExecutable, std::chrono::milliseconds decodeLimit,

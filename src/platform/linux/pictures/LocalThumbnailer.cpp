@@ -82,7 +82,7 @@ LocalThumbnail LocalThumbnailer::decoded(const ThumbnailRequest& request, const 
         const DecoderReply reply = decoder_.decode(*file, pixelSide(request));
         if (reply.outcome == DecoderReply::Outcome::decoded)
             answer.image = fitted(reply.image, request);
-        if (reply.outcome != DecoderReply::Outcome::unsupported)
+        if (reply.outcome == DecoderReply::Outcome::decoded || reply.outcome == DecoderReply::Outcome::failed)
             return answer;
     }
     const bool isTooFar = file->size() > maxNetworkFileSize && file->isOnNetwork();

@@ -31,6 +31,19 @@ std::optional<Pipe> openPipe() {
     return Pipe{FileDescriptor(ends[0]), FileDescriptor(ends[1])};
 }
 
+/// All of the environment that a child gets: where libraries and plugins lie. No display, no bus, no secrets.
+std::vector<char*> keptEnvironment() {
+    constexpr std::array<std::string_view, 2> keptVariables{"LD_LIBRARY_PATH=", "QT_PLUGIN_PATH="};
+    std::vector<char*> kept;
+    for (char** variable = environ; *variable != nullptr; ++variable) {
+        if (std::ranges::any_of(keptVariables,
+                                [&](auto name) { return std::string_view(*variable).starts_with(name); }))
+            kept.push_back(*variable);
+    }
+    kept.push_back(nullptr);
+    return kept;
+}
+
 /// How a child starts: its three standard files and nothing else open, all signals at their defaults.
 class SpawnSettings {
 public:
@@ -63,7 +76,8 @@ public:
             arguments.push_back(const_cast<char*>(argument.c_str()));  // posix_spawn changes none of them
         arguments.push_back(nullptr);
         pid_t child = 0;
-        if (::posix_spawn(&child, arguments.front(), &files_, &attributes_, arguments.data(), environ) != 0)
+        if (::posix_spawn(&child, arguments.front(), &files_, &attributes_, arguments.data(),
+                          keptEnvironment().data()) != 0)
             return std::nullopt;
         return child;
     }

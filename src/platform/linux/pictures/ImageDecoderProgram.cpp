@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/pictures/ImageDecoderProcess.h"
-
+// stowpocket-decoder SIDE: decodes the picture on standard input and writes the reply to standard output. It lives
+// for one picture, gives up everything that decoding does not need, and has no application object and no display.
+#include "platform/linux/pictures/Confinement.h"
 #include "platform/linux/pictures/DecoderReply.h"
 
 #include <QFile>
@@ -14,7 +15,6 @@
 #include <array>
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
 
 // The sanitizers reserve terabytes of address space for their own bookkeeping.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -43,8 +43,9 @@ bool setLimit(decltype(RLIMIT_AS) resource, rlim_t value) {
     return ::setrlimit(resource, &limit) == 0;
 }
 
-bool giveUpRights() {
-    return ::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+/// A crash of it is nobody's to look at, so none is kept either.
+bool setLimits() {
+    return ::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && ::prctl(PR_SET_DUMPABLE, 0) == 0 &&
            setLimit(RLIMIT_AS, addressSpaceLimit) && setLimit(RLIMIT_CPU, processorSecondsLimit) &&
            setLimit(RLIMIT_FSIZE, 0) && setLimit(RLIMIT_NOFILE, openFilesLimit);
 }
@@ -78,32 +79,49 @@ bool writeAll(const Bytes& bytes) {
     return true;
 }
 
+/// Formats whose libraries load parts of themselves only when a picture is there, which is too late here.
+bool isLoadedLate(const QByteArray& format) {
+    return format == "heif" || format == "heic" || format == "avif";
+}
+
+/// Standard input, of which nothing is asked any more once it is open.
+class InputFile : public QFile {
+public:
+    InputFile() : size_(open(STDIN_FILENO, QIODevice::ReadOnly) ? QFile::size() : 0) {}
+    [[nodiscard]] qint64 size() const override { return size_; }
+
+private:
+    const qint64 size_;
+};
+
 bool decode(int side) {
-    QFile file;
-    if (!file.open(STDIN_FILENO, QIODevice::ReadOnly))
+    InputFile file;
+    if (!file.isOpen())
         return false;
+    static_cast<void>(QImageReader::supportedImageFormats());  // loads all plugins
+    if (!confineToOpenFiles())
+        return writeAll(encodedReply(DecoderReply::Outcome::unconfined));
     QImageReader::setAllocationLimit(imageMegabytesLimit);
     QImageReader reader(&file);  // standard input has no name: the content decides
     reader.setAutoTransform(true);
-    if (!isDecodedHere(reader.format()))
-        return writeAll(encodedReply({}));
+    const QByteArray format = reader.format();
+    if (!isDecodedHere(format))
+        return writeAll(encodedReply(DecoderReply::Outcome::unsupported));
     if (const QSize size = reader.size(); !size.isEmpty())
         reader.setScaledSize(fittedSize(size, side));
     const QImage image = reader.read();
-    return !image.isNull() && writeAll(encodedReply(scaledToFit(image, side)));
+    if (image.isNull())
+        return isLoadedLate(format) && writeAll(encodedReply(DecoderReply::Outcome::unsupported));
+    return writeAll(encodedReply(scaledToFit(image, side)));
 }
 
 }  // namespace
-
-bool isImageDecoderProcess(int argc, char** argv) {
-    return argc == 3 && std::strcmp(argv[1], decodeImageOption) == 0;
-}
-
-int runImageDecoder(int argc, char** argv) {
-    if (!isImageDecoderProcess(argc, argv) || !giveUpRights())
-        return EXIT_FAILURE;
-    const int side = std::clamp(QByteArray(argv[2]).toInt(), 1, maxDecodedSide);
-    return decode(side) ? EXIT_SUCCESS : EXIT_FAILURE;
-}
-
 }  // namespace stowpocket
+
+int main(int argc, char** argv) {
+    using namespace stowpocket;
+    const int side = argc == 2 ? QByteArray(argv[1]).toInt() : 0;
+    const bool isDone = side >= 1 && side <= maxDecodedSide && setLimits() && decode(side);
+    // What libraries do at their end is no use to anybody, and some of it is no longer allowed.
+    std::_Exit(isDone ? EXIT_SUCCESS : EXIT_FAILURE);
+}
