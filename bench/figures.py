@@ -5,21 +5,15 @@
     bench/figures.py [BUILD]     BUILD: a build of the release preset, build/release by default
 """
 import plistlib
-import re
 import shutil
 import statistics
-import subprocess
-import sys
-import time
-from pathlib import Path
 
-PROJECT = Path(__file__).resolve().parents[1]
-sys.path.insert(0, str(PROJECT / "tests/desktop"))
-from private_desktop import PrivateDesktop  # noqa: E402
-from stowpocket import Stowpocket  # noqa: E402
-from x_display import wait_for  # noqa: E402
+from measuring import PROJECT, RunningShelf, build_folder, idle, memory, show, start_time, wait_for_rest
+from private_desktop import PrivateDesktop, children_of
+from stowpocket import Stowpocket
+from x_display import wait_for
 
-FILES, RUNS, IDLE_SECONDS, REST_SECONDS, CYCLES = 100, 15, 60, 6, 50
+FILES, FEW, RUNS, IDLE_SECONDS, CYCLES, PASSING = 100, 20, 15, 60, 50, 2000
 
 
 def make_files(folder):
@@ -45,34 +39,6 @@ def forget(desktop):
         shutil.rmtree(desktop.home / "config" / folder, ignore_errors=True)
 
 
-def start_time(desktop, build, program):
-    printed = subprocess.run([build / "bench/bench_start", str(1), build / program], env=desktop.environment, capture_output=True,
-                             text=True, check=True)
-    return float(printed.stdout)
-
-
-def memory(pid):
-    """PSS and private memory in MB (MiB)."""
-    text = Path(f"/proc/{pid}/smaps_rollup").read_text()
-    kilobytes = {name: int(value) for name, value in re.findall(r"^(\w+): +(\d+) kB", text, re.M)}
-    return kilobytes["Pss"] / 1024, (kilobytes["Private_Dirty"] + kilobytes.get("Private_Hugetlb", 0)) / 1024
-
-
-def wake_ups(pid):
-    """How often any of its threads went to sleep of its own accord so far."""
-    return sum(int(re.search(r"^voluntary_ctxt_switches:\s+(\d+)", (task / "status").read_text(), re.M)[1])
-               for task in Path(f"/proc/{pid}/task").iterdir())
-
-
-def cpu_ticks(pid):
-    fields = Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()
-    return int(fields[11]) + int(fields[12])
-
-
-def show(name, value):
-    print(f"{name}: {value}", flush=True)
-
-
 def measure_start(desktop, build):
     first, later, peer = [], [], []
     for _ in range(RUNS):  # taking turns, so that a busy moment of the machine meets all
@@ -87,31 +53,23 @@ def measure_start(desktop, build):
         show(name, f"{statistics.median(times):.1f} ms, {statistics.median(times) / empty:.2f} times the empty program's")
 
 
-def wait_for_rest(pid):
-    """Until its own memory stays as it is, to 0.1 MB, for longer than its timer takes to come round."""
-    since, known = time.monotonic(), memory(pid)[1]
-
-    def rests():
-        nonlocal since, known
-        now = memory(pid)[1]  # its share of what others map too changes as they come and go
-        if abs(now - known) > 0.1:
-            since, known = time.monotonic(), now
-        return time.monotonic() - since > REST_SECONDS
-    wait_for(rests, "the program to rest", limit=120)
+def measure_idle(pid, what):
+    show(f"wake-ups in {IDLE_SECONDS} idle seconds, {what}", "%d, %d ms of CPU" % idle(pid, IDLE_SECONDS))
 
 
 def measure_memory(desktop, build, files):
     app = Stowpocket(desktop, program=build / "src/stowpocket")
-    pid = app.process.pid
-    wait_for_rest(pid)
-    show("at rest before the first open", "PSS %.1f MB, private %.1f MB" % memory(pid))
-    before, ticks = wake_ups(pid), cpu_ticks(pid)
-    time.sleep(IDLE_SECONDS)
-    show(f"wake-ups in {IDLE_SECONDS} idle seconds", f"{wake_ups(pid) - before}, {(cpu_ticks(pid) - ticks) * 10} ms of CPU")
+    wait_for_rest(app.process.pid)
+    show("at rest before the first open", "PSS %.1f MB, private %.1f MB" % memory(app.process.pid))
+    measure_idle(app.process.pid, "an empty shelf")
     app.end()
-    app.start(*sorted(files.iterdir()))
+    paths = sorted(files.iterdir())
+    restart_with(app, paths[:FEW])
+    wait_for_rest(app.process.pid)
+    measure_idle(app.process.pid, f"{FEW} items")
+    app.end()
+    restart_with(app, paths)
     pid = app.process.pid
-    wait_for(lambda: len(app.shelf()) == FILES, "the files on the shelf")
     cycle(app)
     wait_for_rest(pid)
     show(f"at rest after use, {FILES} items", "PSS %.1f MB, private %.1f MB" % memory(pid))
@@ -120,7 +78,29 @@ def measure_memory(desktop, build, files):
         cycle(app)
     wait_for_rest(pid)
     show(f"growth over {CYCLES} open and close cycles", f"{memory(pid)[1] - start:.2f} MB private")
+    measure_passing_pictures(desktop, pid, [path for path in paths if path.suffix == ".pgm"])
     app.end()
+
+
+def restart_with(app, paths):
+    app.start(*paths)
+    wait_for(lambda: set(app.filenames()) >= {path.name for path in paths}, "the files on the shelf")
+
+
+def measure_passing_pictures(desktop, pid, pictures):
+    """Pictures that come and go again: each is a new item with a thumbnail of its own."""
+    shelf = RunningShelf(desktop)
+    shelf.call("Clear")
+    wait_for_rest(pid)
+    start, urls = memory(pid)[1], [picture.as_uri() for picture in pictures]
+    for _ in range(PASSING // len(urls)):
+        shelf.call("Add", *urls)
+        # The last one that is asked for comes last: then all have been made.
+        wait_for(lambda: len(shelf.urls()) == len(urls), "the pictures on the shelf")
+        wait_for(lambda: not children_of(pid), "the thumbnails")
+        shelf.call("Clear")
+    wait_for_rest(pid)
+    show(f"growth over {PASSING} pictures added and removed", f"{memory(pid)[1] - start:.1f} MB private")
 
 
 def cycle(app):
@@ -130,7 +110,7 @@ def cycle(app):
 
 
 def main():
-    build = Path(sys.argv[1] if len(sys.argv) > 1 else PROJECT / "build/release").resolve()
+    build = build_folder()
     with PrivateDesktop(PROJECT / "build/figures") as desktop:
         desktop.environment.pop("QT_LINUX_ACCESSIBILITY_ALWAYS_ON")
         measure_start(desktop, build)

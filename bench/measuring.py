@@ -1,0 +1,85 @@
+# SPDX-License-Identifier: MIT
+"""What the benchmarks share: how memory, wake-ups and start times are taken, and how a figure is printed."""
+import re
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+PROJECT = Path(__file__).resolve().parents[1]
+sys.path.insert(0, str(PROJECT / "tests/desktop"))
+from gi.repository import Gio, GLib  # noqa: E402
+from x_display import wait_for  # noqa: E402
+
+REST_SECONDS = 6
+SERVICE, OBJECT, INTERFACE = "com.example.stowpocket", "/com/example/stowpocket", "com.example.stowpocket.Shelf1"
+
+
+def build_folder():
+    """The build of the release preset that is measured: the first argument, or build/release."""
+    return Path(sys.argv[1] if len(sys.argv) > 1 else PROJECT / "build/release").resolve()
+
+
+def show(name, value):
+    print(f"{name}: {value}", flush=True)
+
+
+def start_time(desktop, build, *command):
+    """Milliseconds from the start of a program to its icon in a tray, or nothing where no icon comes."""
+    answer = subprocess.run([build / "bench/bench_start", "1", *command], env=desktop.environment, stdout=subprocess.PIPE,
+                            stderr=subprocess.DEVNULL, text=True, check=False)
+    return float(answer.stdout) if answer.returncode == 0 else None
+
+
+def memory(pid):
+    """PSS and private memory in MB (MiB)."""
+    text = Path(f"/proc/{pid}/smaps_rollup").read_text()
+    kilobytes = {name: int(value) for name, value in re.findall(r"^(\w+): +(\d+) kB", text, re.M)}
+    return kilobytes["Pss"] / 1024, (kilobytes["Private_Dirty"] + kilobytes.get("Private_Hugetlb", 0)) / 1024
+
+
+def wake_ups(pid):
+    """How often any of its threads went to sleep of its own accord so far."""
+    return sum(int(re.search(r"^voluntary_ctxt_switches:\s+(\d+)", (task / "status").read_text(), re.M)[1])
+               for task in Path(f"/proc/{pid}/task").iterdir())
+
+
+def cpu_ticks(pid):
+    fields = Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()
+    return int(fields[11]) + int(fields[12])
+
+
+def idle(pid, seconds):
+    """Wake-ups and milliseconds of processor time while nothing is done with the program for so long."""
+    before, ticks = wake_ups(pid), cpu_ticks(pid)
+    time.sleep(seconds)
+    return wake_ups(pid) - before, (cpu_ticks(pid) - ticks) * 10
+
+
+def wait_for_rest(pid):
+    """Until its own memory stays as it is, to 0.1 MB, for longer than its timer takes to come round."""
+    since, known = time.monotonic(), memory(pid)[1]
+
+    def rests():
+        nonlocal since, known
+        now = memory(pid)[1]  # its share of what others map too changes as they come and go
+        if abs(now - known) > 0.1:
+            since, known = time.monotonic(), now
+        return time.monotonic() - since > REST_SECONDS
+    wait_for(rests, "the program to rest", limit=120)
+
+
+class RunningShelf:
+    """The running program as its command verbs see it, without the start of a process for each question."""
+
+    def __init__(self, desktop):
+        flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+        self.bus = Gio.DBusConnection.new_for_address_sync(desktop.environment["DBUS_SESSION_BUS_ADDRESS"], flags, None, None)
+
+    def call(self, method, *names):
+        arguments = GLib.Variant("(as)", names) if names else None
+        answer = self.bus.call_sync(SERVICE, OBJECT, INTERFACE, method, arguments, None, Gio.DBusCallFlags.NONE, 60000, None)
+        return answer.unpack()
+
+    def urls(self):
+        return [item["url"] for item in self.call("List")[0]]
