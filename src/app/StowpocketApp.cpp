@@ -10,6 +10,8 @@
 
 #include <QApplication>
 
+#include <cstdio>
+
 namespace {
 
 using namespace stowpocket;
@@ -50,7 +52,8 @@ int runProgram(int argc, char** argv, const Command& command, const StartupToken
     openFilesAtStart(command, version, commands, tokens);
     QObject::connect(&application, &QApplication::aboutToQuit, [&] {
         delegate->applicationWillTerminate();
-        services->flush();
+        if (const std::optional<std::string> problem = services->finishSaving())
+            std::fprintf(stderr, "stowpocket: the last changes are not saved: %s\n", problem->c_str());
     });
     const TerminationSignals signals([&] { services->application().terminate(); });
     const int exitCode = QApplication::exec();

@@ -8,7 +8,8 @@
 
 namespace stowpocket {
 
-/// Runs one block at a time, in the order given, off the main thread.
+/// Runs one block at a time, in the order given. Work that waits elsewhere, in the background or in another queue,
+/// cannot keep it waiting.
 class SerialQueue {
 public:
     virtual ~SerialQueue() = default;
@@ -16,6 +17,9 @@ public:
     virtual void sync(const std::function<void()>& work) = 0;
     /// Runs `work` later on another thread, even if the queue is destroyed before.
     virtual void async(std::function<void()> work) = 0;
+    /// Runs `work` as `async` does and waits for its end, no longer than `patience`. True when it has ended; else it
+    /// may still do so later.
+    [[nodiscard]] virtual bool await(std::function<void()> work, std::chrono::milliseconds patience) = 0;
     [[nodiscard]] virtual std::string label() const = 0;
 };
 

@@ -1,7 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "platform/LayeredPreferenceStore.h"
 
+#include <set>
+
 namespace stowpocket {
+namespace {
+
+using Values = PropertyValue::Dictionary;
+
+std::set<std::string> keysThatDiffer(const Values& some, const Values& others) {
+    std::set<std::string> keys;
+    const auto compare = [&keys](const Values& left, const Values& right) {
+        for (const auto& [key, value] : left) {
+            const PropertyValue* const other = find(right, key);
+            if (other == nullptr || *other != value)
+                keys.insert(key);
+        }
+    };
+    compare(some, others);
+    compare(others, some);
+    return keys;
+}
+
+}  // namespace
 
 void LayeredPreferenceStore::registerDefaults(PropertyValue::Dictionary defaults) {
     for (auto& [key, value] : defaults)
@@ -34,6 +55,32 @@ void LayeredPreferenceStore::removeValue(std::string_view key) {
     stored_.erase(entry);
     storedValuesChanged();
     changed_.emit(name);
+}
+
+void LayeredPreferenceStore::takeOver(const Values& before, const Values& after) {
+    if (before == after)
+        return;
+    const Values old = std::exchange(stored_, mergedValues(before, stored_, after));
+    for (const std::string& key : keysThatDiffer(old, stored_))
+        changed_.emit(key);
+}
+
+void LayeredPreferenceStore::setSaveProblem(std::optional<std::string> problem) {
+    if (saveProblem_ == problem)
+        return;
+    saveProblem_ = std::move(problem);
+    saveProblemChanged_.emit();
+}
+
+Values mergedValues(const Values& base, const Values& ours, const Values& theirs) {
+    Values merged = theirs;
+    for (const std::string& key : keysThatDiffer(base, ours)) {
+        if (const PropertyValue* const value = find(ours, key))
+            merged.insert_or_assign(key, *value);
+        else
+            merged.erase(key);
+    }
+    return merged;
 }
 
 }  // namespace stowpocket

@@ -5,6 +5,7 @@
 #include "foundation/Signal.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,9 +13,13 @@
 namespace stowpocket {
 
 /// The user's settings under string keys, kept across restarts. Main thread only. Reads answer from memory at once
-/// and never fail; a write is on its way to the disk when the call returns and no caller waits for it.
+/// and never fail; a write is on its way to the disk when the call returns, and comes to nothing only while
+/// `saveProblem` says why.
 class PreferenceStore {
 public:
+    /// Gets the reason why a change is not saved, for the user; none when it is.
+    using SaveCompletion = std::function<void(const std::optional<std::string>& problem)>;
+
     virtual ~PreferenceStore() = default;
 
     /// Adds answers for keys that the user has not stored; never written. Called at launch, before they are read.
@@ -26,6 +31,15 @@ public:
     virtual void removeValue(std::string_view key) = 0;
     /// Emitted after a stored value has changed, with its key.
     [[nodiscard]] virtual Signal<const std::string&>& changed() = 0;
+
+    /// Calls `completion` once whatever becomes of this process, every change so far is kept: at once when that is so
+    /// already, and after two seconds at the latest, with the reason when it is not so by then. Never called when
+    /// this is gone before.
+    virtual void whenSaved(SaveCompletion completion) = 0;
+    /// Why changes are not saved at present, for the user; none while they are.
+    [[nodiscard]] virtual std::optional<std::string> saveProblem() const = 0;
+    /// Emitted after `saveProblem` has changed.
+    [[nodiscard]] virtual Signal<>& saveProblemChanged() = 0;
 
     /// `value` as the type asked for; false, 0 or an empty string when there is none of that type.
     [[nodiscard]] bool boolean(std::string_view key) const;

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <future>
 #include <thread>
 
 using namespace std::chrono_literals;
@@ -102,6 +103,25 @@ TEST(QtDispatch, syncComesAfterEarlierBlocksOfItsQueue) {
     int seen = 0;
     queue->sync([&] { seen = count; });
     EXPECT_EQ(seen, 50);
+}
+
+TEST(QtDispatch, queuesRunHoweverMuchHangsInTheBackground) {
+    QtDispatch dispatch;
+    std::promise<void> mountAnswers;
+    std::atomic<int> ended{0};
+    constexpr int jobs = 20;
+    const std::shared_future<void> answer(mountAnswers.get_future());
+    for (int job = 0; job < jobs; ++job)
+        dispatch.background([&ended, answer] {
+            answer.wait();
+            ++ended;
+        });
+    const auto queue = dispatch.serialQueue("queue.under.test");
+    EXPECT_TRUE(queue->await([] {}, 20s));
+    EXPECT_FALSE(queue->await([answer] { answer.wait(); }, 1ms));
+    mountAnswers.set_value();
+    EXPECT_TRUE(queue->await([] {}, 20s));
+    EXPECT_TRUE(comesTrue([] {}, [&] { return ended == jobs; }));
 }
 
 }  // namespace

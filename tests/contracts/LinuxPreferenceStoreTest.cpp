@@ -78,38 +78,62 @@ TEST_F(LinuxPreferenceStoreTest, announcesChangesOnlyAndAfterTheyHold) {
     EXPECT_EQ(announced, (std::vector<std::string>{"letter=D", "letter="}));
 }
 
-TEST_F(LinuxPreferenceStoreTest, writesWithinATenthOfASecondAndOffTheMainThread) {
-    const auto store = open();
-    store->setValue("a", 1);
-    dispatch.advance(30ms);
-    store->setValue("b", 2);
-    dispatch.advance(70ms);
-    EXPECT_EQ(dispatch.backgroundCount(), 1u);
-    EXPECT_FALSE(std::filesystem::exists(folder.path(fileName)));
-    dispatch.runBackground();
-    EXPECT_EQ(onDisk(), dictionary({{"a", 1}, {"b", 2}}));
-    EXPECT_EQ(dispatch.queueLabels, std::vector<std::string>{"com.example.stowpocket.preferences"});
-
-    store->removeValue("a");
-    dispatch.advance(100ms);
-    dispatch.runBackground();
-    EXPECT_EQ(onDisk(), dictionary({{"b", 2}}));
-    dispatch.advance(10s);
-    EXPECT_EQ(dispatch.backgroundCount() + dispatch.scheduledCount(), 0u);
-}
-
 TEST_F(LinuxPreferenceStoreTest, endsWithEverythingOnTheDiskButTheDefaults) {
     auto store = open();
+    store->finish();
+    EXPECT_TRUE(folder.names().empty()) << "there is nothing to save";
     store->registerDefaults({{"capacity", 20}});
     store->setValue("a", 1);
     dispatch.advance(100ms);
+    EXPECT_TRUE(folder.names().empty()) << "not on the main thread";
     store->setValue("a", 2);
     store.reset();
     EXPECT_EQ(onDisk(), dictionary({{"a", 2}}));
     dispatch.runBackground();
-    EXPECT_EQ(onDisk(), dictionary({{"a", 2}})) << "not undone by an earlier write";
     EXPECT_EQ(open()->value("a"), PropertyValue(2));
     EXPECT_TRUE(warnings.empty());
+}
+
+TEST_F(LinuxPreferenceStoreTest, keepsWhatOtherProgramsWriteMeanwhile) {
+    folder.write(fileName, writePropertyList(dictionary({{"a", 1}, {"b", 1}, {"c", 1}})));
+    const auto store = open();
+    folder.write(fileName, writePropertyList(dictionary({{"a", 2}, {"b", 2}, {"foreign", 3}})));
+    store->setValue("b", 4);
+    dispatch.advance(100ms);
+    dispatch.runAll();
+    EXPECT_EQ(onDisk(), dictionary({{"a", 2}, {"b", 4}, {"foreign", 3}}));
+    EXPECT_EQ(store->integer("a"), 2);
+    EXPECT_EQ(store->value("c"), std::nullopt);
+    folder.write(fileName, "rubbish");
+    store->setValue("b", 5);
+    store->finish();
+    EXPECT_EQ(onDisk(), dictionary({{"a", 2}, {"b", 5}, {"foreign", 3}}));
+    std::filesystem::remove(folder.path(fileName));
+    store->finish();
+    EXPECT_EQ(onDisk(), dictionary({{"a", 2}, {"b", 5}, {"foreign", 3}})) << "written again";
+}
+
+TEST_F(LinuxPreferenceStoreTest, goesOnWithTheVersionBeforeADamagedOne) {
+    auto store = open();
+    for (const int value : {1, 2}) {
+        store->setValue("a", value);
+        store->finish();
+    }
+    const std::string last = folder.read(fileName);
+    for (const bool isReadable : {true, false}) {
+        store.reset();
+        if (isReadable) {
+            folder.write(fileName, last.substr(0, 120));
+        } else {
+            std::filesystem::remove(folder.path(fileName));
+            std::filesystem::create_symlink(fileName, folder.path(fileName));  // to itself
+        }
+        store = open();
+        EXPECT_EQ(store->value("a"), PropertyValue(1));
+    }
+    std::filesystem::remove(folder.path(fileName));
+    store.reset();
+    EXPECT_EQ(open()->value("a"), std::nullopt) << "a file that was removed stays removed";
 }
 
 TEST_F(LinuxPreferenceStoreTest, setsDamagedFilesAside) {
@@ -146,33 +170,35 @@ TEST_F(LinuxPreferenceStoreTest, leavesWhatItCannotReadAloneUntilItIsGone) {
         warnings.clear();
         const auto store = open();
         store->setValue("a", 1);
-        store->flush();
+        store->finish();
         EXPECT_FALSE(std::filesystem::is_regular_file(std::filesystem::symlink_status(path)));
         EXPECT_EQ(folder.names(), std::vector<std::string>{fileName});
         EXPECT_EQ(warnings.size(), 1u);
         std::filesystem::remove(path);
         store->setValue("a", 2);
-        store->flush();
+        store->finish();
         EXPECT_EQ(onDisk(), dictionary({{"a", 2}}));
         std::filesystem::remove(path);
     }
 }
 
-TEST_F(LinuxPreferenceStoreTest, triesAgainAfterAFailureAndLogsItOnce) {
+TEST_F(LinuxPreferenceStoreTest, savesOnceTheDiskHasRoomAgainAndLogsTheFailureOnce) {
     const auto store = open();
     store->setValue("a", 1);
-    store->flush();
+    store->finish();
     {
         const FullDisk full;
         store->setValue("a", 2);
         dispatch.advance(100ms);
-        dispatch.runBackground();
-        store->flush();
+        dispatch.runAll();
+        EXPECT_TRUE(store->saveProblem());
     }
     EXPECT_EQ(warnings.size(), 1u);
     EXPECT_EQ(onDisk(), dictionary({{"a", 1}}));
-    store->flush();
+    dispatch.advance(1s);
+    dispatch.runAll();
     EXPECT_EQ(onDisk(), dictionary({{"a", 2}}));
+    EXPECT_EQ(store->saveProblem(), std::nullopt);
 }
 
 }  // namespace

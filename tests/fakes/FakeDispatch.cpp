@@ -20,13 +20,38 @@ namespace {
 class FakeSerialQueue : public SerialQueue {
 public:
     FakeSerialQueue(FakeDispatch& dispatch, std::string label) : dispatch_(dispatch), label_(std::move(label)) {}
-    void sync(const std::function<void()>& work) override { work(); }
-    void async(std::function<void()> work) override { dispatch_.background(std::move(work)); }
+    void sync(const std::function<void()>& work) override {
+        while (runNext(*waiting_)) {
+        }
+        work();
+    }
+    void async(std::function<void()> work) override {
+        waiting_->push_back(std::move(work));
+        dispatch_.background([waiting = waiting_] { runNext(*waiting); });
+    }
+    [[nodiscard]] bool await(std::function<void()> work, std::chrono::milliseconds patience) override {
+        dispatch_.longestWait = std::max(dispatch_.longestWait, patience);
+        if (dispatch_.queuesHang)
+            return false;
+        sync(work);
+        return true;
+    }
     [[nodiscard]] std::string label() const override { return label_; }
 
 private:
+    using Waiting = std::deque<Dispatch::Work>;
+    static bool runNext(Waiting& waiting) {
+        if (waiting.empty())
+            return false;
+        const Dispatch::Work work = std::move(waiting.front());
+        waiting.pop_front();
+        work();
+        return true;
+    }
+
     FakeDispatch& dispatch_;
-    std::string label_;
+    const std::string label_;
+    const std::shared_ptr<Waiting> waiting_ = std::make_shared<Waiting>();
 };
 
 }  // namespace

@@ -34,6 +34,9 @@ public:
     [[nodiscard]] std::size_t backgroundCount() const { return backgroundQueue_.size(); }
     [[nodiscard]] std::size_t scheduledCount() const { return timers_.size(); }
     std::vector<std::string> queueLabels;
+    /// Whoever waits for work of a queue waits in vain, and for how long at most.
+    bool queuesHang = false;
+    std::chrono::milliseconds longestWait{0};
 
 private:
     struct Timer {

@@ -43,8 +43,8 @@ public:
     void useTokens(const StartupTokens& tokens);
     /// Whether the program was ended so that its newer version can start.
     [[nodiscard]] bool isRestartAsked() const { return updates_.isRestartAsked(); }
-    /// Waits until the preferences are on the disk; for the end of the program.
-    void flush() { preferences_.flush(); }
+    /// Saves what is not yet saved, for the end of the program. Answers what kept it from that.
+    [[nodiscard]] std::optional<std::string> finishSaving() { return preferences_.finish(); }
 
 private:
     LinuxServices(std::unique_ptr<X11Connection> connection, std::string preferencesPath);

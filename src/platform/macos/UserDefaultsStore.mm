@@ -6,7 +6,7 @@
 namespace stowpocket {
 namespace {
 
-/// The store keeps its own copy in memory and writes in its own time.
+/// A change is with the system's own service when the call returns, which keeps it whatever becomes of this process.
 class UserDefaultsStore : public PreferenceStore {
 public:
     void registerDefaults(PropertyValue::Dictionary defaults) override {
@@ -22,6 +22,9 @@ public:
         change(key, [&](NSString* name) { [defaults_ removeObjectForKey:name]; });
     }
     [[nodiscard]] Signal<const std::string&>& changed() override { return changed_; }
+    void whenSaved(SaveCompletion completion) override { completion(std::nullopt); }
+    [[nodiscard]] std::optional<std::string> saveProblem() const override { return std::nullopt; }
+    [[nodiscard]] Signal<>& saveProblemChanged() override { return saveProblemChanged_; }
 
 private:
     template <class Write>
@@ -34,6 +37,8 @@ private:
 
     NSUserDefaults* const defaults_ = NSUserDefaults.standardUserDefaults;
     Signal<const std::string&> changed_;
+    /// Never emitted.
+    Signal<> saveProblemChanged_;
 };
 
 }  // namespace

@@ -4,12 +4,14 @@
 #include <QTimer>
 
 #include <deque>
+#include <future>
+#include <limits>
 #include <mutex>
 
 namespace stowpocket {
 namespace {
 
-/// Enough for a refresh, a batch and a save at once even while one of them waits for a dead network mount.
+/// Enough for a refresh and a batch at once.
 constexpr int maxThreads = 4;
 constexpr int maxExitDelayMs = 500;
 
@@ -36,13 +38,19 @@ struct SerialState {
     std::mutex running;
     std::mutex waitingMutex;
     std::deque<Dispatch::Work> waiting;
+    /// Whether a thread will look after what waits.
+    bool hasThread = false;
 
-    void push(Dispatch::Work work) {
+    /// True when a thread is needed for it.
+    [[nodiscard]] bool push(Dispatch::Work work) {
         const std::lock_guard lock(waitingMutex);
         waiting.push_back(std::move(work));
+        return !std::exchange(hasThread, true);
     }
+    /// None when nothing waits; a thread that asks ends then.
     Dispatch::Work pop() {
         const std::lock_guard lock(waitingMutex);
+        hasThread = hasThread && !waiting.empty();
         if (waiting.empty())
             return {};
         Dispatch::Work work = std::move(waiting.front());
@@ -56,9 +64,10 @@ struct SerialState {
     }
 };
 
-class PoolSerialQueue : public SerialQueue {
+class ThreadSerialQueue : public SerialQueue {
 public:
-    PoolSerialQueue(QThreadPool& pool, std::string label) : pool_(pool), label_(std::move(label)) {}
+    /// `threads` has one for each queue.
+    ThreadSerialQueue(QThreadPool& threads, std::string label) : threads_(threads), label_(std::move(label)) {}
 
     void sync(const std::function<void()>& work) override {
         const std::lock_guard lock(state_->running);
@@ -66,34 +75,48 @@ public:
         work();
     }
     void async(std::function<void()> work) override {
-        state_->push(std::move(work));
-        pool_.start([state = state_] {
-            const std::lock_guard lock(state->running);
-            state->drain();
+        if (state_->push(std::move(work)))
+            threads_.start([state = state_] {
+                const std::lock_guard lock(state->running);
+                state->drain();
+            });
+    }
+    [[nodiscard]] bool await(std::function<void()> work, std::chrono::milliseconds patience) override {
+        const auto isDone = std::make_shared<std::promise<void>>();
+        const std::future<void> done = isDone->get_future();
+        async([work = std::move(work), isDone] {
+            work();
+            isDone->set_value();
         });
+        return done.wait_for(patience) == std::future_status::ready;
     }
     [[nodiscard]] std::string label() const override { return label_; }
 
 private:
-    QThreadPool& pool_;
+    QThreadPool& threads_;
     const std::string label_;
     const std::shared_ptr<SerialState> state_ = std::make_shared<SerialState>();
 };
 
 }  // namespace
 
-QtDispatch::QtDispatch() : pool_(std::make_unique<QThreadPool>()) {
+QtDispatch::QtDispatch() : pool_(std::make_unique<QThreadPool>()), queueThreads_(std::make_unique<QThreadPool>()) {
     pool_->setMaxThreadCount(maxThreads);
+    // A queue has nothing to do most of the time, and then no thread.
+    queueThreads_->setMaxThreadCount(std::numeric_limits<int>::max());
+    queueThreads_->setExpiryTimeout(0);
 }
 
 QtDispatch::~QtDispatch() {
-    if (!finish())
-        static_cast<void>(pool_.release());
+    if (finish())
+        return;
+    static_cast<void>(pool_.release());
+    static_cast<void>(queueThreads_.release());
 }
 
 bool QtDispatch::finish() {
     pool_->clear();
-    return pool_->waitForDone(maxExitDelayMs);
+    return pool_->waitForDone(maxExitDelayMs) && queueThreads_->waitForDone(maxExitDelayMs);
 }
 
 void QtDispatch::async(Work work) {
@@ -113,7 +136,7 @@ void QtDispatch::background(Work work) {
 }
 
 std::unique_ptr<SerialQueue> QtDispatch::serialQueue(std::string label) {
-    return std::make_unique<PoolSerialQueue>(*pool_, std::move(label));
+    return std::make_unique<ThreadSerialQueue>(*queueThreads_, std::move(label));
 }
 
 }  // namespace stowpocket

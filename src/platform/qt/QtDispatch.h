@@ -10,7 +10,8 @@
 
 namespace stowpocket {
 
-/// Dispatch on the Qt event loop and a bounded pool of threads. Made on the main thread, after the application.
+/// Dispatch on the Qt event loop, a bounded pool of threads and a thread for each queue that has work. Made on the
+/// main thread, after the application.
 class QtDispatch : public Dispatch {
 public:
     QtDispatch();
@@ -30,6 +31,7 @@ public:
 private:
     QObject mainQueue_;
     std::unique_ptr<QThreadPool> pool_;
+    std::unique_ptr<QThreadPool> queueThreads_;
 };
 
 /// Deletes services once the background work of their member `dispatch` is over, and leaves them to work that hangs.

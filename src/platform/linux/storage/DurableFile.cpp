@@ -54,13 +54,18 @@ pid_t writerOf(std::string_view name, std::string_view prefix) {
 
 }  // namespace
 
-std::error_code replaceFile(const std::string& path, std::string_view bytes, Durability durability) {
+std::error_code replaceFile(const std::string& path, std::string_view bytes, Durability durability,
+                            const std::string& previous) {
     const std::string target = linkTarget(path);
     const std::string folder = parentFolder(target);
     std::string unfinished = folder + '/' + unfinishedPrefix(target);
     unfinished.append(std::to_string(::getpid())).append(unfinishedSuffix);
     ::unlink(unfinished.c_str());
     std::error_code error = writeNewFile(unfinished, bytes, durability);
+    if (!error && !previous.empty()) {
+        ::unlink(previous.c_str());
+        static_cast<void>(::link(target.c_str(), previous.c_str()));
+    }
     if (!error && std::rename(unfinished.c_str(), target.c_str()) != 0)
         error = lastError();
     if (error) {

@@ -15,9 +15,11 @@ enum class Durability {
 
 /// Puts `bytes` in the place of the file at the absolute `path`, whose readers find the old contents or the new ones
 /// at every moment; a link there stays, and the file that it leads to is replaced. Readable by the user alone, in a
-/// folder that exists. An error when the old contents remain. Any thread, one writer a file in this process.
+/// folder that exists. Where `previous` is given, the file that is replaced stays under that path, if the file system
+/// can give a file two names. An error when the old contents remain. Any thread, one writer a file in this process.
 [[nodiscard]] std::error_code replaceFile(const std::string& path, std::string_view bytes,
-                                          Durability durability = Durability::power);
+                                          Durability durability = Durability::power,
+                                          const std::string& previous = {});
 
 /// Removes what writers that were killed left beside `path`.
 void removeUnfinishedReplacements(const std::string& path);

@@ -79,25 +79,53 @@ bool renameToNewName(const std::string& from, const std::string& to) {
     return std::rename(from.c_str(), to.c_str()) == 0;
 }
 
-}  // namespace
-
-PropertyValue::Dictionary PreferenceFile::read() {
-    removeUnfinishedReplacements(path_);
-    const ReadResult result = readBounded(path_, maxPropertyListSize);
-    if (result.finding == Finding::absent)
-        return {};
-    if (result.finding == Finding::unreadable) {
-        isUnreadable_ = true;
-        warnOnce("cannot be read (" + result.error.message() + "); changes are not kept until it can");
-        return {};
-    }
-    const std::optional<PropertyValue> values = parsePropertyList(result.contents);
-    if (values && values->dictionary() != nullptr)
-        return *values->dictionary();
-    setAside();
-    return {};
+std::optional<PropertyValue::Dictionary> valuesIn(const std::string& contents) {
+    const std::optional<PropertyValue> values = parsePropertyList(contents);
+    const PropertyValue::Dictionary* const dictionary = values ? values->dictionary() : nullptr;
+    return dictionary == nullptr ? std::nullopt : std::optional(*dictionary);
 }
 
+/// In the words of the user, who knows of disks and folders.
+std::string problemOf(const std::error_code& error) {
+    if (error == std::errc::no_space_on_device || error.value() == EDQUOT)
+        return "the disk is full";
+    if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
+        error == std::errc::read_only_file_system)
+        return "the folder of the settings cannot be written to";
+    return error.message();
+}
+
+}  // namespace
+
+/// The earlier version does not take the place of a file that is simply not there: its user may have removed it.
+PreferenceFile::Values PreferenceFile::read() {
+    removeUnfinishedReplacements(path_);
+    const bool wasThere = isThere();
+    std::optional<Values> values = readFile();
+    if (!values && wasThere)
+        values = valuesIn(readBounded(previousPath(), maxPropertyListSize).contents);
+    contents_ = values.value_or(Values());
+    return contents_;
+}
+
+/// None when there is nothing to be read. What is damaged is out of the way then.
+std::optional<PreferenceFile::Values> PreferenceFile::readFile() {
+    seen_ = version();
+    const ReadResult result = readBounded(path_, maxPropertyListSize);
+    isUnreadable_ = result.finding == Finding::unreadable;
+    if (isUnreadable_)
+        warnOnce("cannot be read (" + result.error.message() + "); changes are not kept until it can");
+    if (isUnreadable_ || result.finding == Finding::absent)
+        return std::nullopt;
+    std::optional<Values> values = valuesIn(result.contents);
+    if (!values) {
+        setAside();
+        seen_ = version();
+    }
+    return values;
+}
+
+/// The earlier version stands in the place again before anything else happens, so that it cannot be missed later.
 void PreferenceFile::setAside() {
     constexpr int maxAttempts = 100;
     const std::string file = linkTarget(path_);
@@ -109,28 +137,48 @@ void PreferenceFile::setAside() {
         isAside = renameToNewName(file, aside);
     }
     isUnreadable_ = !isAside;
-    if (isAside)
-        warnOnce("is damaged; it was set aside as " + aside + " and defaults are used");
-    else
-        warnOnce("is damaged and cannot be set aside (" + lastError().message() + "); changes are not kept");
+    if (!isAside)
+        return warnOnce("is damaged and cannot be set aside (" + lastError().message() + "); changes are not kept");
+    const bool hasPrevious = ::link(previousPath().c_str(), file.c_str()) == 0;
+    warnOnce("is damaged; it was set aside as " + aside + " and " +
+             (hasPrevious ? "the version before it is used" : "defaults are used"));
 }
 
-bool PreferenceFile::mustNotBeTouched() const {
+bool PreferenceFile::isThere() {
     struct stat status {};
-    return isUnreadable_ && (::lstat(path_.c_str(), &status) == 0 || errno != ENOENT);
+    return ::lstat(linkTarget(path_).c_str(), &status) == 0 || errno != ENOENT;
 }
 
-void PreferenceFile::write(const PropertyValue::Dictionary& values, std::uint64_t generation) {
-    if (generation <= writtenGeneration_ || mustNotBeTouched())
-        return;
+PreferenceFile::Saved PreferenceFile::save(const Values& base, const Values& values) {
+    if (const std::optional<Version> now = version(); now && (isUnreadable_ || now != seen_)) {
+        if (std::optional<Values> theirs = readFile())
+            contents_ = std::move(*theirs);
+    }
+    if (isUnreadable_ && isThere())
+        return {"the file of the settings cannot be read"};
     isUnreadable_ = false;
+    Values merged = mergedValues(base, values, contents_);
     static_cast<void>(makeFolders(parentFolder(linkTarget(path_))));
-    if (const std::error_code error = replaceFile(path_, writePropertyList(values))) {
+    if (const std::error_code error =
+            replaceFile(path_, writePropertyList(merged), Durability::power, previousPath())) {
         warnOnce("cannot be written (" + error.message() + ")");
-        return;
+        return {problemOf(error)};
     }
     hasWarned_ = false;
-    writtenGeneration_ = generation;
+    contents_ = merged;
+    seen_ = version();
+    return {std::nullopt, std::move(merged)};
+}
+
+std::optional<PreferenceFile::Version> PreferenceFile::version() const {
+    struct stat status {};
+    if (::stat(path_.c_str(), &status) != 0)
+        return std::nullopt;
+    return Version{status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
+std::string PreferenceFile::previousPath() const {
+    return linkTarget(path_) + ".previous";
 }
 
 void PreferenceFile::warnOnce(const std::string& what) {

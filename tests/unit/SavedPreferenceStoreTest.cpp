@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: MIT
+#include "platform/SavedPreferenceStore.h"
+
+#include "fakes/FakeDispatch.h"
+
+#include <gtest/gtest.h>
+
+using namespace std::chrono_literals;
+
+namespace stowpocket {
+namespace {
+
+using Values = PreferenceDisk::Values;
+using Problem = std::optional<std::string>;
+
+struct FakeDisk : PreferenceDisk {
+    [[nodiscard]] Values read() override { return contents; }
+    [[nodiscard]] Saved save(const Values& base, const Values& values) override {
+        ++attempts;
+        if (problem)
+            return {problem};
+        contents = mergedValues(base, values, std::exchange(foreign, std::nullopt).value_or(contents));
+        return {std::nullopt, contents};
+    }
+    [[nodiscard]] bool isThere() override { return true; }
+
+    Values contents;
+    std::optional<Values> foreign;
+    Problem problem;
+    int attempts = 0;
+};
+
+class SavedPreferenceStoreTest : public testing::Test {
+protected:
+    void change(int value) { store.setValue("a", value); }
+    /// Lets the time pass in steps so that every attempt is carried out when it is due.
+    void pass(std::chrono::milliseconds time) {
+        for (; time > 0ms; time -= 10ms) {
+            dispatch.advance(10ms);
+            dispatch.runAll();
+        }
+    }
+    void askWhenSaved() {
+        store.whenSaved([this](const Problem& problem) { answers.push_back(problem.value_or("saved")); });
+    }
+
+    FakeDispatch dispatch;
+    std::shared_ptr<FakeDisk> disk = std::make_shared<FakeDisk>();
+    SavedPreferenceStore store{dispatch, disk};
+    std::vector<std::string> answers;
+};
+
+TEST_F(SavedPreferenceStoreTest, savesChangesOfOneMomentTogetherWithinATenthOfASecond) {
+    change(1);
+    store.setValue("b", 2);
+    pass(100ms);
+    EXPECT_EQ(disk->contents, (Values{{"a", 1}, {"b", 2}}));
+    EXPECT_EQ(disk->attempts, 1);
+    change(3);
+    dispatch.advance(100ms);
+    change(4);  // while the disk is busy
+    dispatch.runAll();
+    EXPECT_EQ(disk->contents, (Values{{"a", 4}, {"b", 2}}));
+    EXPECT_EQ(disk->attempts, 3);
+    EXPECT_EQ(dispatch.scheduledCount(), 0u) << "nothing to wake up for";
+    EXPECT_EQ(dispatch.queueLabels, std::vector<std::string>{"com.example.stowpocket.preferences"});
+}
+
+TEST_F(SavedPreferenceStoreTest, answersWhenTheChangesSoFarAreOnTheDisk) {
+    askWhenSaved();
+    EXPECT_EQ(answers.size(), 1u) << "there is nothing to save";
+    change(1);
+    askWhenSaved();
+    change(2);
+    askWhenSaved();
+    EXPECT_EQ(answers.size(), 1u);
+    dispatch.runBackground();
+    dispatch.runMain();
+    EXPECT_EQ(answers.size(), 2u) << "asked at once, and of the first change alone";
+    dispatch.runAll();
+    EXPECT_EQ(answers, (std::vector<std::string>(3, "saved")));
+    disk->problem = "full";
+    change(3);
+    askWhenSaved();
+    dispatch.runAll();
+    EXPECT_EQ(answers.back(), "full");
+    change(4);
+    askWhenSaved();
+    EXPECT_EQ(answers.size(), 4u) << "it may be saved now";
+    disk->problem.reset();
+    dispatch.runAll();
+    EXPECT_EQ(answers.back(), "saved");
+}
+
+TEST_F(SavedPreferenceStoreTest, callsADiskSilentAfterTwoSeconds) {
+    change(1);
+    askWhenSaved();
+    dispatch.advance(1900ms);
+    EXPECT_TRUE(answers.empty());
+    change(2);
+    askWhenSaved();
+    dispatch.advance(100ms);
+    EXPECT_EQ(answers, std::vector<std::string>{"the disk does not answer"});
+    EXPECT_EQ(store.saveProblem(), "the disk does not answer");
+    dispatch.runAll();
+    EXPECT_EQ(answers.back(), "saved");
+    EXPECT_EQ(store.saveProblem(), std::nullopt);
+    EXPECT_EQ(dispatch.scheduledCount(), 0u);
+}
+
+TEST_F(SavedPreferenceStoreTest, triesAgainAfterPausesThatGrowAndAtEveryChange) {
+    int told = 0;
+    const Subscription subscription = store.saveProblemChanged().connect([&] { ++told; });
+    disk->problem = "full";
+    change(1);
+    std::vector<int> attempts;
+    for (const auto second : {1s, 2s, 4s, 8s, 60s}) {
+        pass(second);
+        attempts.push_back(disk->attempts);
+    }
+    EXPECT_EQ(attempts, (std::vector{1, 2, 3, 4, 7})) << "after 1, 2, 4, 8, 16, 30 seconds";
+    change(2);
+    pass(20ms);
+    EXPECT_EQ(disk->attempts, 8);
+    EXPECT_EQ(told, 1);
+    disk->problem.reset();
+    pass(30s);
+    EXPECT_EQ(disk->contents, (Values{{"a", 2}})) << "without another change";
+    EXPECT_EQ(told, 2);
+    EXPECT_EQ(store.saveProblem(), std::nullopt);
+    disk->problem = "full";
+    change(3);
+    pass(1020ms);
+    EXPECT_EQ(disk->attempts, 11) << "the pauses begin anew";
+}
+
+TEST_F(SavedPreferenceStoreTest, takesOverWhatOthersStoredUnlessItHasChangedHereSince) {
+    std::vector<std::string> announced;
+    const Subscription subscription =
+        store.changed().connect([&](const std::string& key) { announced.push_back(key); });
+    store.setValue("mine", 1);
+    disk->foreign = Values{{"theirs", 5}, {"mine", 5}, {"late", 5}};
+    dispatch.advance(10ms);
+    dispatch.runBackground();
+    store.setValue("late", 6);
+    dispatch.runMain();
+    EXPECT_EQ(store.integer("theirs"), 5);
+    EXPECT_EQ(store.integer("mine"), 1);
+    EXPECT_EQ(store.integer("late"), 6);
+    EXPECT_EQ(announced, (std::vector<std::string>{"mine", "late", "theirs"}));
+    dispatch.runAll();
+    EXPECT_EQ(disk->contents, (Values{{"late", 6}, {"mine", 1}, {"theirs", 5}}));
+}
+
+TEST_F(SavedPreferenceStoreTest, endsInFiveSecondsWhateverTheDiskDoes) {
+    change(1);
+    dispatch.queuesHang = true;
+    EXPECT_EQ(store.finish(), "the disk does not answer");
+    EXPECT_EQ(dispatch.longestWait, 5s);
+    dispatch.queuesHang = false;
+    EXPECT_EQ(store.finish(), std::nullopt);
+    EXPECT_EQ(disk->contents, (Values{{"a", 1}}));
+}
+
+TEST(MergedValues, keepsTheChangesOfBothKeyByKey) {
+    const Values base{{"same", 1}, {"mine", 1}, {"theirs", 1}, {"both", 1}, {"removed", 1}, {"gone", 1}};
+    const Values ours{{"same", 1}, {"mine", 2}, {"theirs", 1}, {"both", 2}, {"gone", 1}, {"new", 2}};
+    const Values theirs{{"same", 1}, {"mine", 1}, {"theirs", 3}, {"both", 3}, {"removed", 1}, {"their new", 3}};
+    EXPECT_EQ(mergedValues(base, ours, theirs),
+              (Values{{"same", 1}, {"mine", 2}, {"theirs", 3}, {"both", 2}, {"new", 2}, {"their new", 3}}));
+}
+
+}  // namespace
+}  // namespace stowpocket
