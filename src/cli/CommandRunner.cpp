@@ -11,7 +11,8 @@ namespace stowpocket {
 namespace {
 
 void refuse(CommandResult& result, std::string_view name, std::string_view reason) {
-    result.code = ExitCode::partlyDone;
+    if (result.code == ExitCode::done)
+        result.code = ExitCode::partlyDone;
     result.err.append("stowpocket: ").append(printable(name)).append(": ").append(reason).append("\n");
 }
 
@@ -44,11 +45,18 @@ void report(CommandResult& result, const std::string& operand, RemoveOutcome out
         refuse(result, operand, "not on the shelf");
 }
 
+void noteSaving(CommandResult& result, const RunningShelf& shelf) {
+    if (shelf.saveProblem().empty() || result.code == ExitCode::notSaved)
+        return;
+    result.code = ExitCode::notSaved;
+    result.err += "stowpocket: not saved yet: " + printable(shelf.saveProblem()) + '\n';
+}
+
 /// Calls `request` with parts of `all` that fit into one request, and reports what became of each element of
 /// `named`, which are the same in the user's words. False when one part had no answer.
 template <class Element, class Named, class Request>
 bool requestInParts(std::span<const Element> all, std::span<const Named> named, CommandResult& result,
-                    const Request& request) {
+                    const RunningShelf& shelf, const Request& request) {
     while (!all.empty()) {
         const std::size_t count = std::min(all.size(), maxFilesPerRequest);
         const auto outcomes = request(all.first(count));
@@ -56,6 +64,7 @@ bool requestInParts(std::span<const Element> all, std::span<const Named> named, 
             return false;
         for (std::size_t at = 0; at < std::min(count, outcomes->size()); ++at)
             report(result, named[at], (*outcomes)[at]);
+        noteSaving(result, shelf);
         all = all.subspan(count);
         named = named.subspan(count);
     }
@@ -70,7 +79,7 @@ CommandResult runAdd(const Command& command, const CommandSurroundings& surround
     if (!shelf.reach(StartProgram::ifNeeded))
         return failed(std::move(result), shelf);
     const bool added = requestInParts<FileURL, FileURL>(
-        files, files, result, [&](std::span<const FileURL> part) { return shelf.add(part); });
+        files, files, result, shelf, [&](std::span<const FileURL> part) { return shelf.add(part); });
     if (!added || (command.verb == Verb::open && !shelf.perform(ShelfAction::show)))
         return failed(std::move(result), shelf);
     return result;
@@ -97,7 +106,7 @@ CommandResult runRemove(const Command& command, const CommandSurroundings& surro
     const bool removed =
         shelf.reach(StartProgram::never) &&
         requestInParts<std::string, std::string>(
-            names, operands, result, [&](std::span<const std::string> part) { return shelf.remove(part); });
+            names, operands, result, shelf, [&](std::span<const std::string> part) { return shelf.remove(part); });
     return removed ? result : failed(std::move(result), shelf);
 }
 
@@ -113,7 +122,11 @@ CommandResult runList(const Command& command, RunningShelf& shelf) {
 }
 
 CommandResult runAction(ShelfAction action, StartProgram start, RunningShelf& shelf) {
-    return shelf.reach(start) && shelf.perform(action) ? CommandResult() : failed({}, shelf);
+    CommandResult result;
+    if (!shelf.reach(start) || !shelf.perform(action))
+        return failed(std::move(result), shelf);
+    noteSaving(result, shelf);
+    return result;
 }
 
 }  // namespace

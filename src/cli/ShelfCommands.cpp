@@ -2,6 +2,7 @@
 #include "cli/ShelfCommands.h"
 
 #include "app/AppDelegate.h"
+#include "platform/PreferenceStore.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -87,19 +88,35 @@ void ShelfCommands::add(std::span<const std::string> urls, AddCompletion complet
     }
     const std::vector<ShelfItem> itemsBefore = shelf().items();
     const std::int64_t before = occupied(shelf());
+    const std::uint64_t batchBefore = shelf().latestBatch();
     app_.shelfViewModel().addFileURLs(offered);
     std::vector<AddOutcome> outcomes = outcomesOf(files, itemsBefore, occupied(shelf()) - before);
     if (std::ranges::find(outcomes, AddOutcome::shelfFull) != outcomes.end())
         app_.showPopover(Animation::animated);
-    waiting_.push_back({std::move(outcomes), std::move(completion)});
-    completeAdditions();
+    auto complete = [this, outcomes = std::move(outcomes), completion = std::move(completion)] {
+        completeWhenSaved(outcomes, completion);
+    };
+    if (shelf().latestBatch() == batchBefore)
+        complete();
+    else
+        waiting_.push_back({shelf().latestBatch(), std::move(complete)});
 }
 
 void ShelfCommands::completeAdditions() {
-    if (shelf().pendingAddCount() > 0)
-        return;
-    for (Waiting& addition : std::exchange(waiting_, {}))
-        addition.completion(std::move(addition.outcomes));
+    const auto arrived = std::ranges::stable_partition(
+        waiting_, [this](const Waiting& each) { return shelf().isPending(each.batch); });
+    std::vector<Waiting> complete(std::make_move_iterator(arrived.begin()), std::make_move_iterator(arrived.end()));
+    waiting_.erase(arrived.begin(), arrived.end());
+    for (const Waiting& addition : complete)
+        addition.complete();
+}
+
+template <class Outcome>
+void ShelfCommands::completeWhenSaved(std::vector<Outcome> outcomes, Completion<Outcome> completion) {
+    shelf().preferences().whenSaved([outcomes = std::move(outcomes),
+                                     completion = std::move(completion)](const std::optional<std::string>& problem) {
+        completion(outcomes, problem);
+    });
 }
 
 std::vector<StagedFile> ShelfCommands::list() const {
@@ -109,7 +126,7 @@ std::vector<StagedFile> ShelfCommands::list() const {
     return files;
 }
 
-std::vector<RemoveOutcome> ShelfCommands::remove(std::span<const std::string> names) {
+void ShelfCommands::remove(std::span<const std::string> names, const RemoveCompletion& completion) {
     ItemFinder finder(shelf().items());
     std::vector<RemoveOutcome> outcomes;
     for (const std::string& name : names) {
@@ -122,12 +139,20 @@ std::vector<RemoveOutcome> ShelfCommands::remove(std::span<const std::string> na
             outcomes.push_back(UUID::parse(name) || fileNamed(name) ? RemoveOutcome::notOnShelf
                                                                     : RemoveOutcome::malformed);
     }
-    return outcomes;
+    completeWhenSaved(std::move(outcomes), completion);
 }
 
-void ShelfCommands::perform(ShelfAction action, const StartupTokens& tokens) {
+void ShelfCommands::perform(ShelfAction action, const StartupTokens& tokens, const ActionCompletion& completion) {
     if (useTokens_ && tokens != StartupTokens())
         useTokens_(tokens);
+    carryOut(action);
+    if (action == ShelfAction::clear)
+        shelf().preferences().whenSaved(completion);
+    else
+        completion(std::nullopt);
+}
+
+void ShelfCommands::carryOut(ShelfAction action) {
     switch (action) {
     case ShelfAction::clear:
         shelf().clear();

@@ -29,32 +29,43 @@ struct StartupTokens {
 /// answered, never trusted. Made after the launch; main thread only.
 class ShelfCommands {
 public:
-    using AddCompletion = std::function<void(std::vector<AddOutcome>)>;
+    /// What became of each name, and why the change is not saved yet; no reason when it is.
+    template <class Outcome>
+    using Completion =
+        std::function<void(const std::vector<Outcome>& outcomes, const std::optional<std::string>& problem)>;
+    using AddCompletion = Completion<AddOutcome>;
+    using RemoveCompletion = Completion<RemoveOutcome>;
+    using ActionCompletion = std::function<void(const std::optional<std::string>& problem)>;
     using UseTokens = std::function<void(const StartupTokens&)>;
 
     /// `app` outlives this. `useTokens` runs before a window is shown for a request that came with tokens.
     ShelfCommands(AppDelegate& app, UseTokens useTokens);
 
     /// Takes URLs of files in as a drop does. Opens the shelf when some did not fit, so that its message is seen.
-    /// `completion` gets one outcome per URL once the files stand on the shelf; never called when that is no more.
+    /// `completion` gets one outcome per URL once the files stand on the shelf and are saved; never called when that
+    /// is no more.
     void add(std::span<const std::string> urls, AddCompletion completion);
     [[nodiscard]] std::vector<StagedFile> list() const;
     /// Names are ids of items or URLs of files.
-    [[nodiscard]] std::vector<RemoveOutcome> remove(std::span<const std::string> names);
-    void perform(ShelfAction action, const StartupTokens& tokens);
+    void remove(std::span<const std::string> names, const RemoveCompletion& completion);
+    void perform(ShelfAction action, const StartupTokens& tokens, const ActionCompletion& completion);
 
 private:
     struct Waiting {
-        std::vector<AddOutcome> outcomes;
-        AddCompletion completion;
+        std::uint64_t batch;
+        std::function<void()> complete;
     };
 
     [[nodiscard]] ShelfManager& shelf() const;
+    void carryOut(ShelfAction action);
     void completeAdditions();
+    /// Completes once what has been done so far is saved, or cannot be.
+    template <class Outcome>
+    void completeWhenSaved(std::vector<Outcome> outcomes, Completion<Outcome> completion);
 
     AppDelegate& app_;
     const UseTokens useTokens_;
-    /// Additions that the shelf still prepares in the background.
+    /// Additions that the shelf still prepares in the background, each with its own batch.
     std::vector<Waiting> waiting_;
     Subscription itemsChanged_;
 };

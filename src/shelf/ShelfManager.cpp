@@ -87,16 +87,20 @@ std::vector<FileURL> ShelfManager::urlsNotOnShelf(std::span<const FileURL> urls)
 void ShelfManager::addInBackground(std::vector<FileURL> urls) {
     setIsLoading(true);
     pendingAddCount_ += static_cast<std::int64_t>(urls.size());
-    services_.dispatch.background([weak = weak_from_this(), services = services_, urls = std::move(urls)]() mutable {
-        std::vector<ShelfItem> built = builtItems(urls, services);
-        services.dispatch.async([weak = std::move(weak), built = std::move(built)]() mutable {
-            if (const auto self = weak.lock())
-                self->finishBatch(std::move(built));
+    const std::uint64_t batch = ++latestBatch_;
+    pendingBatches_.insert(batch);
+    services_.dispatch.background(
+        [weak = weak_from_this(), services = services_, batch, urls = std::move(urls)]() mutable {
+            std::vector<ShelfItem> built = builtItems(urls, services);
+            services.dispatch.async([weak = std::move(weak), batch, built = std::move(built)]() mutable {
+                if (const auto self = weak.lock())
+                    self->finishBatch(batch, std::move(built));
+            });
         });
-    });
 }
 
-void ShelfManager::finishBatch(std::vector<ShelfItem> built) {
+void ShelfManager::finishBatch(std::uint64_t batch, std::vector<ShelfItem> built) {
+    pendingBatches_.erase(batch);
     pendingAddCount_ -= static_cast<std::int64_t>(built.size());
     const std::size_t first = append(std::move(built));
     setIsLoading(false);

@@ -74,7 +74,12 @@ public:
     [[nodiscard]] bool isLoading() const { return isLoading_; }
     /// How many files of such batches are still to come; they take up room already.
     [[nodiscard]] std::int64_t pendingAddCount() const { return pendingAddCount_; }
+    /// Such batches have numbers, from 1 on: that of the latest, and whether one is still to come.
+    [[nodiscard]] std::uint64_t latestBatch() const { return latestBatch_; }
+    [[nodiscard]] bool isPending(std::uint64_t batch) const { return pendingBatches_.contains(batch); }
     [[nodiscard]] std::int64_t capacity() const;
+    /// Where the shelf is kept.
+    [[nodiscard]] PreferenceStore& preferences() const { return services_.preferences; }
 
     /// Null until it has been made.
     [[nodiscard]] const Image* thumbnail(const UUID& id) const;
@@ -90,7 +95,7 @@ private:
 
     [[nodiscard]] std::vector<FileURL> urlsNotOnShelf(std::span<const FileURL> urls) const;
     void addInBackground(std::vector<FileURL> urls);
-    void finishBatch(std::vector<ShelfItem> built);
+    void finishBatch(std::uint64_t batch, std::vector<ShelfItem> built);
     /// Answers the index of the first new item.
     std::size_t append(std::vector<ShelfItem> built);
     void announceAdded(std::size_t first);
@@ -107,6 +112,8 @@ private:
     std::vector<ShelfItem> items_;
     bool isLoading_ = false;
     std::int64_t pendingAddCount_ = 0;
+    std::uint64_t latestBatch_ = 0;
+    std::set<std::uint64_t> pendingBatches_;
     /// Never evicted: ids are never used again, and an icon serves every file of its type.
     std::unordered_map<UUID, Image> thumbnailCache_;
     std::map<std::string, Image, std::less<>> iconCache_;

@@ -11,14 +11,27 @@
 
 namespace stowpocket {
 
-/// Counts how often the shelf is written.
+/// Counts how often the shelf is written, which takes its time if the test wants it to.
 class CountingPreferences : public LayeredPreferenceStore {
 public:
     void setValue(std::string_view key, PropertyValue value) override {
         saves += key == shelfBookmarksKey ? 1 : 0;
         LayeredPreferenceStore::setValue(key, std::move(value));
     }
+    void whenSaved(SaveCompletion completion) override {
+        if (isSlow)
+            waiting.push_back(std::move(completion));
+        else
+            LayeredPreferenceStore::whenSaved(std::move(completion));
+    }
+    void finishSaving(std::optional<std::string> problem) {
+        setSaveProblem(problem);
+        for (const SaveCompletion& completion : std::exchange(waiting, {}))
+            completion(problem);
+    }
     int saves = 0;
+    bool isSlow = false;
+    std::vector<SaveCompletion> waiting;
 };
 
 /// A shelf on fakes: what every test of it starts from.

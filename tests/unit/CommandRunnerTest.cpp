@@ -62,8 +62,10 @@ struct FakeRunningShelf : RunningShelf {
         return answers;
     }
     [[nodiscard]] std::string problem() const override { return isRunning ? "no answer" : "not running"; }
+    [[nodiscard]] std::string saveProblem() const override { return diskProblem; }
 
     std::vector<std::string> removed;
+    std::string diskProblem;
     bool isRunning = false;
     bool answers = true;
     std::vector<std::size_t> requests;
@@ -99,6 +101,16 @@ TEST_F(CommandRunnerTest, onlyWhatIsOfUseAfterAStartStartsTheProgram) {
     EXPECT_EQ(silent.code, ExitCode::unreachable) << "the worse of two troubles";
     EXPECT_TRUE(silent.err.ends_with("stowpocket: no answer\n")) << silent.err;
     EXPECT_EQ(run(Verb::toggle).code, ExitCode::unreachable);
+}
+
+TEST_F(CommandRunnerTest, saysWhatIsDoneButNotSaved) {
+    shelf.diskProblem = "the disk is full";
+    const CommandResult added = run(Verb::add, {"a", "gone"});
+    EXPECT_EQ(added.code, ExitCode::notSaved);
+    EXPECT_EQ(added.out, "added: /home/u/a\n");
+    EXPECT_TRUE(added.err.ends_with("stowpocket: not saved yet: the disk is full\n")) << added.err;
+    EXPECT_EQ(run(Verb::remove, {"a"}).code, ExitCode::notSaved);
+    EXPECT_EQ(run(Verb::clear).code, ExitCode::notSaved);
 }
 
 TEST_F(CommandRunnerTest, removeTakesAnIdForTheNameOfAFileOnlyBehindAPath) {

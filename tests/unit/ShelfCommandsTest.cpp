@@ -10,6 +10,7 @@ namespace {
 
 using Added = std::vector<AddOutcome>;
 using Removed = std::vector<RemoveOutcome>;
+using Problem = std::optional<std::string>;
 
 class ShelfCommandsTest : public testing::Test, protected AppFixture {
 protected:
@@ -20,7 +21,10 @@ protected:
     void setCapacity(int capacity) { preferences.setValue(shelfCapacityKey, capacity); }
     void add(const std::vector<std::string>& urls) {
         answer.reset();
-        commands->add(urls, [this](Added outcomes) { answer = std::move(outcomes); });
+        commands->add(urls, [this](const Added& outcomes, const Problem&) { answer = outcomes; });
+    }
+    void remove(const std::vector<std::string>& names) {
+        commands->remove(names, [this](const Removed& outcomes, const Problem&) { removed = outcomes; });
     }
     [[nodiscard]] std::vector<std::string> staged() const {
         std::vector<std::string> list;
@@ -31,6 +35,7 @@ protected:
 
     std::optional<ShelfCommands> commands;
     std::optional<Added> answer;
+    Removed removed;
 };
 
 TEST_F(ShelfCommandsTest, addTellsTheFateOfEveryURL) {
@@ -46,7 +51,7 @@ TEST_F(ShelfCommandsTest, addTellsTheFateOfEveryURL) {
     EXPECT_EQ(staged(), (std::vector<std::string>{"a", "b", "c"}));
     EXPECT_EQ(app->shelfViewModel().capacityMessage(), "Added 3 of 4 files - shelf is full");
     EXPECT_EQ(log.front(), "show") << "the message is to be seen";
-    commands->perform(ShelfAction::clear, {});
+    commands->perform(ShelfAction::clear, {}, [](const Problem&) {});
     EXPECT_TRUE(shelf().items().empty());
     EXPECT_FALSE(app->shelfViewModel().capacityMessage());
 }
@@ -70,12 +75,38 @@ TEST_F(ShelfCommandsTest, addAnswersWhenALargeBatchStandsOnTheShelf) {
     EXPECT_FALSE(answer) << "its receiver is gone";
 }
 
+TEST_F(ShelfCommandsTest, aBatchThatIsHeldUpHoldsUpNoOtherAnswer) {
+    bool isHeldUpAnswered = false;
+    const std::vector<std::string> heldUp{"file:///1", "file:///2", "file:///3",
+                                          "file:///4", "file:///5", "file:///6"};
+    commands->add(heldUp, [&](const Added&, const Problem&) { isHeldUpAnswered = true; });
+    add({"file:///a"});
+    EXPECT_EQ(answer, Added{AddOutcome::added});
+    EXPECT_FALSE(isHeldUpAnswered);
+    dispatch.runAll();
+    EXPECT_TRUE(isHeldUpAnswered);
+}
+
+TEST_F(ShelfCommandsTest, answersWhenTheChangeIsSavedOrCannotBe) {
+    std::vector<Problem> problems;
+    const auto note = [&](const auto&, const Problem& problem) { problems.push_back(problem); };
+    preferences.isSlow = true;
+    commands->add(std::vector<std::string>{"file:///a"}, note);
+    commands->remove(std::vector<std::string>{"file:///a"}, note);
+    commands->perform(ShelfAction::clear, {}, [&](const Problem& problem) { problems.push_back(problem); });
+    EXPECT_TRUE(problems.empty());
+    preferences.finishSaving("the disk is full");
+    EXPECT_EQ(problems, std::vector<Problem>(3, "the disk is full"));
+    commands->perform(ShelfAction::show, {}, [&](const Problem& problem) { problems.push_back(problem); });
+    EXPECT_EQ(problems.size(), 4u) << "there is nothing to save";
+}
+
 TEST_F(ShelfCommandsTest, removesByEitherName) {
     add({"file:///a", "file:///b", "file:///c/"});
     const std::string id = commands->list().at(1).id;
-    EXPECT_EQ(commands->remove(std::vector<std::string>{"file:///c", id, id, "file:///b", "nonsense"}),
-              (Removed{RemoveOutcome::removed, RemoveOutcome::removed, RemoveOutcome::notOnShelf,
-                       RemoveOutcome::notOnShelf, RemoveOutcome::malformed}));
+    remove({"file:///c", id, id, "file:///b", "nonsense"});
+    EXPECT_EQ(removed, (Removed{RemoveOutcome::removed, RemoveOutcome::removed, RemoveOutcome::notOnShelf,
+                                RemoveOutcome::notOnShelf, RemoveOutcome::malformed}));
     EXPECT_EQ(staged(), std::vector<std::string>{"a"});
 }
 

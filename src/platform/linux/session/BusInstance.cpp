@@ -71,7 +71,7 @@ StartupTokens tokensOf(const QDBusMessage& request) {
 struct BusInstance::Method {
     QString name;
     QString signature;
-    QString answerSignature;
+    QStringList answerSignatures;
     std::function<void(BusInstance&, const QDBusMessage&)> run;
 };
 
@@ -80,18 +80,19 @@ const std::vector<BusInstance::Method>& BusInstance::methods() {
         return [which](BusInstance& self, const QDBusMessage& request) { self.perform(which, request); };
     };
     static const QString names = QStringLiteral("as");
+    static const QString problem = QStringLiteral("s");
     static const QString tokens = QStringLiteral("a{sv}");
     static const std::vector<Method> all{
-        {QStringLiteral("Add"), names, names, &BusInstance::add},
-        {QStringLiteral("List"), {}, QStringLiteral("aa{sv}"), &BusInstance::list},
-        {QStringLiteral("Remove"), names, names, &BusInstance::remove},
-        {QStringLiteral("Clear"), {}, {}, action(ShelfAction::clear)},
+        {QStringLiteral("Add"), names, {names, problem}, &BusInstance::add},
+        {QStringLiteral("List"), {}, {QStringLiteral("aa{sv}")}, &BusInstance::list},
+        {QStringLiteral("Remove"), names, {names, problem}, &BusInstance::remove},
+        {QStringLiteral("Clear"), {}, {problem}, action(ShelfAction::clear)},
         {QStringLiteral("Show"), tokens, {}, action(ShelfAction::show)},
         {QStringLiteral("Toggle"), tokens, {}, action(ShelfAction::toggle)},
         {QStringLiteral("QuickDrop"), tokens, {}, action(ShelfAction::quickDrop)},
         {QStringLiteral("Version"),
          {},
-         QStringLiteral("s"),
+         {QStringLiteral("s")},
          [](BusInstance& self, const QDBusMessage& request) { self.answer(request, {text(self.version_)}); }},
     };
     return all;
@@ -161,9 +162,12 @@ QString BusInstance::introspect(const QString& path) const {
                    : QStringLiteral("<arg type=\"%1\" direction=\"%2\"/>").arg(type, QString::fromLatin1(direction));
     };
     QString xml = QStringLiteral("<interface name=\"%1\">").arg(shelfBus::interface);
-    for (const Method& method : methods())
-        xml += QStringLiteral("<method name=\"%1\">%2%3</method>")
-                   .arg(method.name, argument(method.signature, "in"), argument(method.answerSignature, "out"));
+    for (const Method& method : methods()) {
+        xml += QStringLiteral("<method name=\"%1\">").arg(method.name) + argument(method.signature, "in");
+        for (const QString& type : method.answerSignatures)
+            xml += argument(type, "out");
+        xml += QStringLiteral("</method>");
+    }
     return xml + QStringLiteral("</interface>");
 }
 
@@ -218,16 +222,27 @@ void BusInstance::refuse(const QDBusMessage& request, QDBusError::ErrorType erro
     bus_.send(request.createErrorReply(error, reason));
 }
 
+template <class Outcome>
+ShelfCommands::Completion<Outcome> BusInstance::answerTo(const QDBusMessage& request) {
+    return [self = QPointer(this), request](const std::vector<Outcome>& outcomes,
+                                            const std::optional<std::string>& problem) {
+        if (self)
+            self->answer(request, {words(outcomes), text(problem.value_or(""))});
+    };
+}
+
 void BusInstance::perform(ShelfAction action, const QDBusMessage& request) {
-    commands_->perform(action, tokensOf(request));
-    answer(request, {});
+    const auto complete = [self = QPointer(this), action, request](const std::optional<std::string>& problem) {
+        if (!self)
+            return;
+        self->answer(request,
+                     action == ShelfAction::clear ? QVariantList{text(problem.value_or(""))} : QVariantList());
+    };
+    commands_->perform(action, tokensOf(request), complete);
 }
 
 void BusInstance::add(const QDBusMessage& request) {
-    commands_->add(namesOf(request), [self = QPointer(this), request](const std::vector<AddOutcome>& outcomes) {
-        if (self)
-            self->answer(request, {words(outcomes)});
-    });
+    commands_->add(namesOf(request), answerTo<AddOutcome>(request));
 }
 
 void BusInstance::list(const QDBusMessage& request) {
@@ -241,7 +256,7 @@ void BusInstance::list(const QDBusMessage& request) {
 }
 
 void BusInstance::remove(const QDBusMessage& request) {
-    answer(request, {words(commands_->remove(namesOf(request)))});
+    commands_->remove(namesOf(request), answerTo<RemoveOutcome>(request));
 }
 
 }  // namespace stowpocket

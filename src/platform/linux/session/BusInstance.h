@@ -46,6 +46,9 @@ private:
     void askForUser(const QDBusMessage& request);
     void carryOut(const QDBusMessage& request);
     void answer(const QDBusMessage& request, const QVariantList& values);
+    /// Answers with the outcomes and with the reason why they are not saved yet, empty when they are.
+    template <class Outcome>
+    [[nodiscard]] ShelfCommands::Completion<Outcome> answerTo(const QDBusMessage& request);
     void refuse(const QDBusMessage& request, QDBusError::ErrorType error, const QString& reason);
     void perform(ShelfAction action, const QDBusMessage& request);
 

@@ -94,6 +94,7 @@ std::optional<std::vector<Outcome>> BusRunningShelf::callWithNames(const QString
     const std::optional<QVariantList> answer = call(method, {names});
     if (!answer)
         return std::nullopt;
+    saveProblem_ = answer->value(1).toString().toStdString();
     std::vector<Outcome> outcomes;
     for (const QString& word : answer->value(0).toStringList()) {
         if (const std::optional<Outcome> outcome = outcomeOf(word.toStdString()))
@@ -132,8 +133,11 @@ std::optional<std::vector<StagedFile>> BusRunningShelf::list() {
 }
 
 bool BusRunningShelf::perform(ShelfAction action) {
-    if (action == ShelfAction::clear)
-        return call(methodFor(action), {}).has_value();
+    if (action == ShelfAction::clear) {
+        const std::optional<QVariantList> answer = call(methodFor(action), {});
+        saveProblem_ = answer ? answer->value(0).toString().toStdString() : std::string();
+        return answer.has_value();
+    }
     const QVariantMap tokens{{shelfBus::activationTokenKey, text(tokens_.activationToken)},
                              {shelfBus::startupIDKey, text(tokens_.startupID)}};
     return call(methodFor(action), {tokens}).has_value();

@@ -24,6 +24,7 @@ public:
     [[nodiscard]] std::optional<std::vector<RemoveOutcome>> remove(std::span<const std::string> names) override;
     [[nodiscard]] bool perform(ShelfAction action) override;
     [[nodiscard]] std::string problem() const override { return problem_; }
+    [[nodiscard]] std::string saveProblem() const override { return saveProblem_; }
 
 private:
     /// The values answered; none when there was no good answer, with the reason noted.
@@ -38,6 +39,7 @@ private:
     const std::string executable_;
     const StartupTokens tokens_;
     std::string problem_;
+    std::string saveProblem_;
 };
 
 }  // namespace stowpocket

@@ -80,8 +80,8 @@ void openFilesAtStart(const Command& command, const std::string& version, ShelfC
     for (const FileURL& file : filesToAdd(command, commandSurroundings(version), result))
         urls.push_back(file.string());
     static_cast<void>(finish(result));
-    commands.add(urls, [](const std::vector<AddOutcome>&) {});
-    commands.perform(ShelfAction::show, tokens);
+    commands.add(urls, [](const std::vector<AddOutcome>&, const std::optional<std::string>&) {});
+    commands.perform(ShelfAction::show, tokens, [](const std::optional<std::string>&) {});
 }
 
 }  // namespace stowpocket
