@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/ShelfPresentation.h"
 
+#include "platform/PreferenceStore.h"
 #include "shelf/ShelfViewModel.h"
 
 namespace stowpocket {
@@ -13,6 +14,8 @@ ShelfPresentation shelfPresentation(const ShelfViewModel& viewModel) {
     ShelfPresentation shown;
     shown.badge = std::to_string(count) + "/" + std::to_string(capacity);
     shown.banner = viewModel.capacityMessage();
+    if (const std::optional<std::string> problem = shelf.preferences().saveProblem())
+        shown.saveBanner = "Changes are not saved: " + *problem;
     shown.content = count == 0 ? ShelfPresentation::Content::dropZone : ShelfPresentation::Content::grid;
     shown.acceptsDrops = count < capacity;
     if (shown.acceptsDrops)

@@ -20,6 +20,8 @@ struct ShelfPresentation {
     std::string badge;
     /// The capacity message in its banner; absent, there is no banner.
     std::optional<std::string> banner;
+    /// Below it, that the shelf is not saved at present, and why.
+    std::optional<std::string> saveBanner;
     Content content = Content::dropZone;
     BelowGrid belowGrid = BelowGrid::compactDropZone;
     bool showsProgress = false;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/ShelfView.h"
 
+#include "platform/PreferenceStore.h"
 #include "views/Spinner.h"
 
 namespace stowpocket {
@@ -21,8 +22,8 @@ ShelfView::ShelfView(Dependencies dependencies)
                                     shelfWidth)) {
     setFixedWidth(shelfWidth);
     setFocusPolicy(Qt::ClickFocus);
-    compose(*this,
-            vstack(defaultSpacing, header(), divider(), banner(), content_, progressRow(), divider(), footer()));
+    compose(*this, vstack(defaultSpacing, header(), divider(), banner(), saveBanner(), content_, progressRow(),
+                          divider(), footer()));
     observe();
     evaluate();
 }
@@ -51,6 +52,19 @@ QWidget* ShelfView::banner() {
                      {.horizontal = 12, .top = 6}),
               {.role = ColorRole::banner});
     return banner_;
+}
+
+/// It goes by itself, once the shelf is saved.
+QWidget* ShelfView::saveBanner() {
+    saveBannerText_ = text({}, {.pointSize = 11, .weight = FontWeight::medium, .role = ColorRole::onBanner});
+    saveBannerText_->setWordWrap(true);
+    saveBanner_ =
+        panel(padded(hstack(defaultSpacing,
+                            symbol("exclamationmark.triangle.fill", {.pointSize = 10, .role = ColorRole::onBanner}),
+                            saveBannerText_),
+                     {.horizontal = 12, .top = 6}),
+              {.role = ColorRole::banner});
+    return saveBanner_;
 }
 
 QWidget* ShelfView::progressRow() {
@@ -84,6 +98,7 @@ void ShelfView::observe() {
         shelf.thumbnailChanged.connect([this](const UUID& id) { content_->grid().updatePicture(id); }));
     observations_.push_back(shelf.isLoadingChanged.connect([this] { evaluate(); }));
     observations_.push_back(viewModel_.capacityMessageChanged.connect([this] { evaluate(); }));
+    observations_.push_back(shelf.preferences().saveProblemChanged().connect([this] { evaluate(); }));
 }
 
 void ShelfView::evaluate() {
@@ -95,6 +110,8 @@ void ShelfView::present(const ShelfPresentation& shown) {
     badge_->setText(displayText(shown.badge));
     bannerText_->setText(displayText(shown.banner.value_or("")));
     banner_->setVisible(shown.banner.has_value());
+    saveBannerText_->setText(displayText(shown.saveBanner.value_or("")));
+    saveBanner_->setVisible(shown.saveBanner.has_value());
     content_->evaluate(shown);
     progress_->setVisible(shown.showsProgress);
     clearButton_->setVisible(shown.showsClearButton);

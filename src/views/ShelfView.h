@@ -30,6 +30,7 @@ protected:
 private:
     [[nodiscard]] QLayout* header();
     [[nodiscard]] QWidget* banner();
+    [[nodiscard]] QWidget* saveBanner();
     [[nodiscard]] QWidget* progressRow();
     [[nodiscard]] QLayout* footer();
 
@@ -44,6 +45,8 @@ private:
     Text* badge_ = nullptr;
     Text* bannerText_ = nullptr;
     QWidget* banner_ = nullptr;
+    Text* saveBannerText_ = nullptr;
+    QWidget* saveBanner_ = nullptr;
     ShelfContentView* content_ = nullptr;
     QWidget* progress_ = nullptr;
     Button* clearButton_ = nullptr;

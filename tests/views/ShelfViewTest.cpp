@@ -47,6 +47,18 @@ TEST_F(ShelfViewTest, theBannerGivesWayToTheFullNoticeWhenDismissed) {
     EXPECT_TRUE(texts().contains(notice));
 }
 
+TEST_F(ShelfViewTest, tellsThatTheShelfIsNotSavedForAsLongAsItIsNot) {
+    const QString message = QStringLiteral("Changes are not saved: the disk is full");
+    addFiles(18);
+    open();
+    viewModel->addFileURLs(makeFiles(5, 100));
+    preferences.finishSaving("the disk is full");
+    EXPECT_TRUE(texts().contains(message));
+    EXPECT_TRUE(texts().contains(QStringLiteral("Added 2 of 5 files - shelf is full")));
+    preferences.finishSaving(std::nullopt);
+    EXPECT_FALSE(texts().contains(message));
+}
+
 TEST_F(ShelfViewTest, theWheelTurnsOnlyWhileFilesAreAddedAndSeen) {
     open();
     manager->addFiles(makeFiles(12));
