@@ -39,6 +39,7 @@ struct AppcastItem {
 enum class UpdateFailure {
     unreachable,        ///< no connection, or one that broke off
     unreadableList,     ///< the list of releases is none
+    unsignedList,       ///< the list of releases was not signed with the key of this program
     tooLarge,           ///< an answer without end
     wrongLength,        ///< the file is longer or shorter than announced
     badSignature,       ///< the file was not signed with the key of this program
@@ -58,8 +59,9 @@ public:
     using Progress = std::function<void(std::int64_t received)>;
 
     virtual ~UpdateWorker() = default;
-    /// Reads the list of releases at `url`.
-    virtual void readList(const std::string& url, ListDone done) = 0;
+    /// Reads the list of releases at `url`, which counts only when it is signed with `publicKey`. Without a key any
+    /// list does, for a program that only tells of new versions.
+    virtual void readList(const std::string& url, const std::string& publicKey, ListDone done) = 0;
     /// Reads a page as plain text; empty when there is none.
     virtual void readNotes(const std::string& url, TextDone done) = 0;
     /// Fetches the file of `item` and keeps it when its length and signature are right. What was fetched before is

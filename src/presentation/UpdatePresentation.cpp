@@ -21,6 +21,8 @@ std::string failureText(UpdateFailure failure) {
         return "The server could not be reached, or the connection broke off.";
     case UpdateFailure::unreadableList:
         return "The list of versions on the server could not be read.";
+    case UpdateFailure::unsignedList:
+        return "The list of versions on the server is not signed by the makers of this program, so it was not used.";
     case UpdateFailure::tooLarge:
         return "The server sent more than it should.";
     case UpdateFailure::wrongLength:

@@ -129,12 +129,14 @@ void AppcastUpdater::check() {
     status_.failure.reset();
     status_.received = 0;
     setState(UpdateState::checking);
-    services_.worker.readList(infoOf(services_.mainBundle, infoKey::feedURL), [this](auto answer) {
-        if (const UpdateFailure* const failure = std::get_if<UpdateFailure>(&answer))
-            fail(*failure);
-        else
-            listArrived(std::get<0>(answer));
-    });
+    const MainBundle& bundle = services_.mainBundle;
+    services_.worker.readList(infoOf(bundle, infoKey::feedURL), infoOf(bundle, infoKey::publicEDKey),
+                              [this](auto answer) {
+                                  if (const UpdateFailure* const failure = std::get_if<UpdateFailure>(&answer))
+                                      fail(*failure);
+                                  else
+                                      listArrived(std::get<0>(answer));
+                              });
 }
 
 void AppcastUpdater::listArrived(const std::vector<AppcastItem>& items) {

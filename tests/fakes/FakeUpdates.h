@@ -75,8 +75,8 @@ public:
 class FakeUpdateWorker : public UpdateWorker, Logging {
 public:
     using Logging::Logging;
-    void readList(const std::string& url, ListDone newDone) override {
-        log_.push_back("list " + url);
+    void readList(const std::string& url, const std::string& key, ListDone newDone) override {
+        log_.push_back("list " + url + " " + key);
         listDone = std::move(newDone);
     }
     void readNotes(const std::string& url, TextDone newDone) override {

@@ -4,7 +4,7 @@
 #include "fakes/FakeDispatch.h"
 #include "fakes/FakeUpdates.h"
 #include "platform/LayeredPreferenceStore.h"
-#include "platform/linux/updates/ReplacedProgram.h"
+#include "platform/linux/updates/DownloadFile.h"
 #include "platform/linux/updates/UpdaterWorker.h"
 #include "updates/AppcastUpdater.h"
 #include "updates/LocalServer.h"
@@ -13,6 +13,8 @@
 #include <gtest/gtest.h>
 #include <QProcess>
 #include <sodium.h>
+
+#include <sys/stat.h>
 
 namespace stowpocket {
 namespace {
@@ -35,18 +37,25 @@ protected:
         std::filesystem::permissions(program, std::filesystem::perms::owner_all);
         publish(executable + "=2");
     }
-    void publish(const std::string& file) {
+    static std::string signatureOf(const std::string& bytes, const std::vector<unsigned char>& key) {
         std::vector<unsigned char> signature(crypto_sign_BYTES);
-        crypto_sign_detached(signature.data(), nullptr, reinterpret_cast<const unsigned char*>(file.data()),
-                             file.size(), secretKey.data());
-        server.serveBody("/program", file);
-        list(file.size(), base64(signature));
+        crypto_sign_detached(signature.data(), nullptr, reinterpret_cast<const unsigned char*>(bytes.data()),
+                             bytes.size(), key.data());
+        return base64(signature);
     }
-    void list(std::size_t length, const std::string& signature) {
-        server.serveBody("/feed", "<rss xmlns:s='http://www.andymatuschak.org/xml-namespaces/sparkle'><channel><item>"
-                                  "<s:version>2</s:version><enclosure s:os='linux' url='" +
-                                      server.url("/program") + "' length='" + std::to_string(length) +
-                                      "' s:edSignature='" + signature + "'/></item></channel></rss>");
+    void publish(const std::string& file) {
+        server.serveBody("/program", file);
+        list(file.size(), signatureOf(file, secretKey));
+    }
+    void list(std::size_t length, const std::string& signature, const char* version = "2") {
+        feed = std::string("<rss xmlns:s='http://www.andymatuschak.org/xml-namespaces/sparkle'><channel><item>"
+                           "<s:version>") +
+               version + "</s:version><enclosure s:os='linux' url='" + server.url("/program") + "' length='" +
+               std::to_string(length) + "' s:edSignature='" + signature + "'/></item></channel></rss>\n";
+        server.serveBody("/feed", feed + lineSigning(feed, secretKey));
+    }
+    static std::string lineSigning(const std::string& list, const std::vector<unsigned char>& key) {
+        return "<!-- edSignature: " + signatureOf(list, key) + " -->\n";
     }
     void start(const char* version) {
         updater.reset();
@@ -99,6 +108,8 @@ protected:
     TemporaryFolder folder;
     const std::string program = folder.path("app/program");
     LocalServer server;
+    /// The list of releases that is served, without the line that signs it.
+    std::string feed;
     LayeredPreferenceStore preferences;
     FakeDispatch dispatch;
     FakeUpdateWindow window;
@@ -153,6 +164,58 @@ TEST_F(UpdateTest, refusesWhatIsNotWhatTheMakersSigned) {
     EXPECT_EQ(update(), UpdateFailure::notForThisMachine);
     list(std::size_t{2} << 30u, "");
     EXPECT_EQ(update(), UpdateFailure::tooLarge);
+    expectUntouched();
+}
+
+TEST_F(UpdateTest, refusesListsThatTheMakersDidNotSign) {
+    const std::string old = executable + "=1";
+    list(old.size(), signatureOf(old, secretKey), "1");
+    server.serveBody("/program", old);
+    const std::string signature = lineSigning(feed, secretKey);
+    std::string asNewer = feed;
+    asNewer.replace(asNewer.find(">1<"), 3, ">2<");
+    std::vector<unsigned char> otherPublicKey(crypto_sign_PUBLICKEYBYTES);
+    std::vector<unsigned char> otherKey(crypto_sign_SECRETKEYBYTES);
+    crypto_sign_keypair(otherPublicKey.data(), otherKey.data());
+    std::string flipped = feed + signature;
+    flipped[flipped.find("linux")] ^= 1;
+    for (const auto& [what, served] : std::vector<std::pair<const char*, std::string>>{
+             {"an old release as a newer one", asNewer + signature},
+             {"the same without a signature", asNewer},
+             {"signed with another key", asNewer + lineSigning(asNewer, otherKey)},
+             {"one bit", flipped},
+             {"an item behind the signature", feed + signature + asNewer},
+             {"two signatures", asNewer + signature + signature},
+             {"half a signature", feed + signature.substr(0, 60) + " -->"},
+             {"nothing", ""}}) {
+        server.serveBody("/feed", served);
+        start("1");
+        updater->checkForUpdates();
+        ASSERT_TRUE(reaches(UpdateState::failed)) << what;
+        EXPECT_EQ(updater->status().failure, UpdateFailure::unsignedList) << what;
+    }
+    server.serveBody("/feed", feed + signature);
+    start("0.9");
+    updater->checkForUpdates();
+    EXPECT_TRUE(reaches(UpdateState::offered)) << "as the makers meant it";
+    EXPECT_EQ(std::ranges::count(server.asked, "/program"), 0);
+    expectUntouched();
+}
+
+TEST_F(UpdateTest, aPipeInThePlaceOfTheDownloadIsNotWaitedFor) {
+    ASSERT_EQ(::mkfifo(folder.path("app/.program.download").c_str(), 0600), 0);
+    EXPECT_EQ(update(), std::nullopt);
+    EXPECT_EQ(runningVersion(), "2");
+}
+
+TEST_F(UpdateTest, whatIsInstalledIsWhatWasChecked) {
+    const std::string good = executable + "=2";
+    folder.write("app/.program.download", good);
+    const auto checked = CheckedDownload::open(
+        program, {static_cast<std::int64_t>(good.size()), signatureOf(good, secretKey), base64(publicKey)});
+    folder.write("app/other", executable + "=3");
+    std::filesystem::rename(folder.path("app/other"), folder.path("app/.program.download"));
+    EXPECT_EQ(std::get<CheckedDownload>(checked).install(), UpdateFailure::badSignature);
     expectUntouched();
 }
 

@@ -60,8 +60,17 @@ std::optional<std::uint16_t> machineOfThisProgram() {
     return machineOf(MappedFile(file.get(), sizeof(Elf64_Ehdr)).bytes());
 }
 
+/// Without O_NONBLOCK a pipe in the place of the file would be waited for.
 FileDescriptor openDownload(const std::string& program) {
-    return FileDescriptor(::open(downloadPath(program).c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+    return FileDescriptor(::open(downloadPath(program).c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+}
+
+/// Whether the file at `path` is the one that is open.
+bool isAt(const std::string& path, int descriptor) {
+    struct stat there {};
+    struct stat open {};
+    return ::lstat(path.c_str(), &there) == 0 && ::fstat(descriptor, &open) == 0 && there.st_dev == open.st_dev &&
+           there.st_ino == open.st_ino;
 }
 
 std::optional<UpdateFailure> check(int descriptor, const SignedFile& expected) {
@@ -79,17 +88,20 @@ std::optional<UpdateFailure> check(int descriptor, const SignedFile& expected) {
 }
 
 /// A second name for the old file keeps `target` in its place all the time. Where the file system has no second
-/// names there is a moment between the two steps at which it has none.
-std::optional<UpdateFailure> exchange(const std::string& download, const std::string& target) {
+/// names there is a moment between the two steps at which it has none. Only a name can be given to `target`, so that
+/// another file may have come under it; then the old one is put back.
+std::optional<UpdateFailure> exchange(const std::string& download, const std::string& target, int checked) {
     const std::string replaced = replacedPath(target);
     ::unlink(replaced.c_str());
     const bool isLinked = ::link(target.c_str(), replaced.c_str()) == 0;
     if (!isLinked && std::rename(target.c_str(), replaced.c_str()) != 0)
         return failureOfErrno(errno);
-    if (std::rename(download.c_str(), target.c_str()) == 0)
+    const bool isRenamed = std::rename(download.c_str(), target.c_str()) == 0;
+    if (isRenamed && isAt(target, checked))
         return std::nullopt;
-    const UpdateFailure failure = failureOfErrno(errno);
-    static_cast<void>(isLinked ? ::unlink(replaced.c_str()) : std::rename(replaced.c_str(), target.c_str()));
+    const UpdateFailure failure = isRenamed ? UpdateFailure::badSignature : failureOfErrno(errno);
+    static_cast<void>(isLinked && !isRenamed ? ::unlink(replaced.c_str())
+                                             : std::rename(replaced.c_str(), target.c_str()));
     return failure;
 }
 
@@ -129,22 +141,24 @@ std::optional<UpdateFailure> DownloadFile::write(std::string_view bytes) {
     return std::nullopt;
 }
 
-std::optional<UpdateFailure> checkDownload(const std::string& program, const SignedFile& expected) {
-    const FileDescriptor file = openDownload(program);
-    return file.isOpen() ? check(file.get(), expected) : UpdateFailure::other;
-}
-
-std::optional<UpdateFailure> installDownload(const std::string& program, const SignedFile& expected) {
-    const std::string target = linkTarget(program);
-    struct stat old {};
-    const FileDescriptor file = openDownload(program);
-    if (!file.isOpen() || ::lstat(target.c_str(), &old) != 0 || !S_ISREG(old.st_mode))
+std::variant<CheckedDownload, UpdateFailure> CheckedDownload::open(const std::string& program,
+                                                                   const SignedFile& expected) {
+    FileDescriptor file = openDownload(program);
+    if (!file.isOpen())
         return UpdateFailure::other;
     if (const std::optional<UpdateFailure> failure = check(file.get(), expected))
-        return failure;
-    if (::fchmod(file.get(), (old.st_mode & permissions) | userMayRun) != 0 || ::fsync(file.get()) != 0)
+        return *failure;
+    return CheckedDownload(program, std::move(file));
+}
+
+std::optional<UpdateFailure> CheckedDownload::install() const {
+    const std::string target = linkTarget(program_);
+    struct stat old {};
+    if (::lstat(target.c_str(), &old) != 0 || !S_ISREG(old.st_mode))
+        return UpdateFailure::other;
+    if (::fchmod(file_.get(), (old.st_mode & permissions) | userMayRun) != 0 || ::fsync(file_.get()) != 0)
         return failureOfErrno(errno);
-    if (const std::optional<UpdateFailure> failure = exchange(downloadPath(program), target))
+    if (const std::optional<UpdateFailure> failure = exchange(downloadPath(program_), target, file_.get()))
         return failure;
     const FileDescriptor folder(::open(parentFolder(target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.isOpen())

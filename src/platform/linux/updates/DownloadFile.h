@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 
 namespace stowpocket {
 
@@ -31,12 +32,23 @@ private:
     std::int64_t size_ = 0;
 };
 
-/// None when the fetched file is whole and signed.
-[[nodiscard]] std::optional<UpdateFailure> checkDownload(const std::string& program, const SignedFile& expected);
+/// A fetched file that is whole, signed and a program for this machine. It is held open, so that what is installed is
+/// what was checked.
+class CheckedDownload {
+public:
+    [[nodiscard]] static std::variant<CheckedDownload, UpdateFailure> open(const std::string& program,
+                                                                           const SignedFile& expected);
+    /// Puts the file in the place of the program, which has its old contents or the new ones at every moment; the old
+    /// file is kept beside it. After a failure everything is as before.
+    [[nodiscard]] std::optional<UpdateFailure> install() const;
 
-/// Checks the fetched file once more and puts it in the place of `program`, which has its old contents or the new
-/// ones at every moment; the old file is kept beside it. After a failure everything is as before.
-[[nodiscard]] std::optional<UpdateFailure> installDownload(const std::string& program, const SignedFile& expected);
+private:
+    CheckedDownload(std::string program, FileDescriptor file)
+        : program_(std::move(program)), file_(std::move(file)) {}
+
+    std::string program_;
+    FileDescriptor file_;
+};
 
 /// What errno says of a failed write.
 [[nodiscard]] UpdateFailure failureOfErrno(int error);

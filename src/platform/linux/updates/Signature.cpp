@@ -4,7 +4,6 @@
 #include <sodium.h>
 
 #include <array>
-#include <optional>
 
 namespace stowpocket {
 namespace {
@@ -25,6 +24,20 @@ bool isSigned(std::span<const std::uint8_t> bytes, std::string_view signature, s
     const auto keyBytes = decoded<crypto_sign_PUBLICKEYBYTES>(publicKey);
     return sodium_init() >= 0 && signatureBytes && keyBytes &&
            crypto_sign_verify_detached(signatureBytes->data(), bytes.data(), bytes.size(), keyBytes->data()) == 0;
+}
+
+std::optional<std::string_view> signedPart(std::string_view list, std::string_view publicKey) {
+    constexpr std::string_view opening = "<!-- edSignature: ";
+    constexpr std::string_view closing = " -->";
+    list = list.substr(0, list.find_last_not_of("\r\n") + 1);
+    const std::size_t start = list.rfind(opening);
+    if (start == std::string_view::npos || !list.ends_with(closing))
+        return std::nullopt;
+    const std::string_view signature = list.substr(start + opening.size());
+    const std::string_view part = list.substr(0, start);
+    const std::span bytes(reinterpret_cast<const std::uint8_t*>(part.data()), part.size());
+    return isSigned(bytes, signature.substr(0, signature.size() - closing.size()), publicKey) ? std::optional(part)
+                                                                                              : std::nullopt;
 }
 
 }  // namespace stowpocket

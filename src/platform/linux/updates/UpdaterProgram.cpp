@@ -6,6 +6,7 @@
 #include "platform/linux/updates/DownloadFile.h"
 #include "platform/linux/updates/HttpGet.h"
 #include "platform/linux/updates/ReplacedProgram.h"
+#include "platform/linux/updates/Signature.h"
 #include "platform/linux/updates/UpdaterProtocol.h"
 #include "updates/AppcastRecords.h"
 #include "updates/NotesText.h"
@@ -73,7 +74,11 @@ Outcome list(const Arguments& arguments) {
         return page.answer.failure;
     if (page.answer.status != httpOk)
         return UpdateFailure::unreachable;
-    const auto items = readAppcast(page.body);
+    const std::string_view whole(page.body.constData(), static_cast<std::size_t>(page.body.size()));
+    const auto list = arguments[1].isEmpty() ? std::optional(whole) : signedPart(whole, arguments[1].toStdString());
+    if (!list)
+        return UpdateFailure::unsignedList;
+    const auto items = readAppcast(QByteArray(list->data(), static_cast<qsizetype>(list->size())));
     return items ? print(QByteArray::fromStdString(encodedItems(*items))) : UpdateFailure::unreadableList;
 }
 
@@ -114,6 +119,12 @@ SignedFile signedFile(const Arguments& arguments) {
     return {arguments[0].toLongLong(), arguments[1].toStdString(), arguments[2].toStdString()};
 }
 
+Outcome checkDownload(const std::string& program, const SignedFile& expected) {
+    const auto checked = CheckedDownload::open(program, expected);
+    const auto* const failure = std::get_if<UpdateFailure>(&checked);
+    return failure == nullptr ? std::nullopt : Outcome(*failure);
+}
+
 Outcome download(const Arguments& arguments) {
     const SignedFile expected = signedFile(arguments.mid(1));
     const std::string program = arguments[4].toStdString();
@@ -136,7 +147,9 @@ Outcome download(const Arguments& arguments) {
 
 Outcome install(const Arguments& arguments) {
     const std::string program = arguments[3].toStdString();
-    const Outcome failure = installDownload(program, signedFile(arguments));
+    const auto checked = CheckedDownload::open(program, signedFile(arguments));
+    const auto* const refusal = std::get_if<UpdateFailure>(&checked);
+    const Outcome failure = refusal == nullptr ? std::get<CheckedDownload>(checked).install() : *refusal;
     if (failure)
         discardDownload(program);
     return failure;
@@ -168,7 +181,7 @@ struct Job {
 };
 constexpr std::array jobs{
     Job{updaterCommand::fetch, 1, fetch, giveUpFiles},
-    Job{updaterCommand::list, 1, list, giveUpFiles},
+    Job{updaterCommand::list, 2, list, giveUpFiles},
     Job{updaterCommand::notes, 1, notes, giveUpFiles},
     Job{updaterCommand::download, 5, download, giveUpNothing},
     Job{updaterCommand::install, 4, install, giveUpNothing},

@@ -14,7 +14,7 @@ namespace stowpocket {
 namespace updaterCommand {
 /// URL. Prints the HTTP status, a line feed and the body.
 inline constexpr auto fetch = "fetch";
-/// URL of a list of releases. Prints its items as `encodedItems` writes them.
+/// URL of a list of releases, public key or nothing. Prints its items as `encodedItems` writes them.
 inline constexpr auto list = "list";
 /// URL of a page. Prints its words.
 inline constexpr auto notes = "notes";

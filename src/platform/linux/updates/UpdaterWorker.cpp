@@ -49,13 +49,14 @@ void UpdaterWorker::start(const QStringList& arguments, std::function<void(const
         std::move(output));
 }
 
-void UpdaterWorker::readList(const std::string& url, ListDone done) {
-    start({QLatin1String(updaterCommand::list), text(url)}, [done = std::move(done)](const auto& result) {
-        if (result.failure)
-            return done(*result.failure);
-        auto items = decodedItems({result.output.constData(), static_cast<std::size_t>(result.output.size())});
-        items ? done(std::move(*items)) : done(UpdateFailure::unreadableList);
-    });
+void UpdaterWorker::readList(const std::string& url, const std::string& publicKey, ListDone done) {
+    start({QLatin1String(updaterCommand::list), text(url), text(publicKey)},
+          [done = std::move(done)](const auto& result) {
+              if (result.failure)
+                  return done(*result.failure);
+              auto items = decodedItems({result.output.constData(), static_cast<std::size_t>(result.output.size())});
+              items ? done(std::move(*items)) : done(UpdateFailure::unreadableList);
+          });
 }
 
 void UpdaterWorker::readNotes(const std::string& url, TextDone done) {

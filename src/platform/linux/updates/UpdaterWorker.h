@@ -13,7 +13,7 @@ public:
     /// `replaceable` is the file that new versions take the place of; empty where there is none.
     UpdaterWorker(std::string program, const std::string& replaceable);
 
-    void readList(const std::string& url, ListDone done) override;
+    void readList(const std::string& url, const std::string& publicKey, ListDone done) override;
     void readNotes(const std::string& url, TextDone done) override;
     void download(const AppcastItem& item, const std::string& publicKey, Progress progress, Done done) override;
     void install(const AppcastItem& item, const std::string& publicKey, Done done) override;
