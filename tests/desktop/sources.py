@@ -43,6 +43,7 @@ class Picture:
 def show_picture(png):
     """The program behind `Picture`."""
     import gi
+    gi.require_version("Gdk", "3.0")  # where GTK 4 is there too, it would come first
     gi.require_version("Gtk", "3.0")
     from gi.repository import Gdk, Gtk
 

@@ -15,6 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using Step = DirectSave::Step;
+using Arrival = DirectSave::Arrival;
 
 TEST(DirectSave, takesOnlyThePlainNameOfWhatIsProposed) {
     using namespace std::string_view_literals;
@@ -35,22 +36,40 @@ TEST(DirectSave, succeedsOnlyOnTheLetterForSuccess) {
         {"S", Step::collect}, {"F", Step::fail},  {"E", Step::fail},
         {"", Step::fail},     {"SS", Step::fail}, {std::nullopt, Step::fail}};
     for (const auto& [reply, step] : cases)
-        EXPECT_EQ(DirectSave().replied(reply), step) << reply.value_or("none");
+        EXPECT_EQ(DirectSave().replied(reply, Arrival::content), step) << reply.value_or("none");
+    EXPECT_EQ(DirectSave().replied("S", Arrival::nothing), Step::fail);
 }
 
 TEST(DirectSave, waitsForASourceThatWritesAndEndsOnce) {
     DirectSave save;
-    EXPECT_EQ(save.timeLimitReached(10), Step::wait);
-    EXPECT_EQ(save.timeLimitReached(20), Step::wait);
-    EXPECT_EQ(save.timeLimitReached(20), Step::fail);
-    EXPECT_EQ(save.timeLimitReached(30), Step::none);
-    EXPECT_EQ(save.replied("S"), Step::none);
+    EXPECT_EQ(save.written(Arrival::content), Step::none) << "another file may follow";
+    EXPECT_EQ(save.timeLimitReached(10, Arrival::content), Step::wait);
+    EXPECT_EQ(save.timeLimitReached(20, Arrival::content), Step::wait);
+    EXPECT_EQ(save.timeLimitReached(20, Arrival::content), Step::fail);
+    EXPECT_EQ(save.timeLimitReached(30, Arrival::content), Step::none);
+    for (const Arrival arrival : {Arrival::content, Arrival::emptyFiles})
+        EXPECT_EQ(save.replied("S", arrival), Step::none);
     EXPECT_EQ(save.sourceGone(), Step::none);
 
     DirectSave abandoned;
     EXPECT_EQ(abandoned.sourceGone(), Step::fail);
-    EXPECT_EQ(abandoned.replied("S"), Step::none);
-    EXPECT_EQ(DirectSave().timeLimitReached(0), Step::fail);
+    EXPECT_EQ(abandoned.replied("S", Arrival::content), Step::none);
+    EXPECT_EQ(DirectSave().timeLimitReached(0, Arrival::nothing), Step::fail);
+}
+
+TEST(DirectSave, waitsForContentThatComesAfterTheSuccess) {
+    const auto succeeded = [] {
+        DirectSave save;
+        EXPECT_EQ(save.replied("S", Arrival::emptyFiles), Step::wait);
+        EXPECT_EQ(save.sourceGone(), Step::none);
+        EXPECT_EQ(save.written(Arrival::emptyFiles), Step::none);
+        return save;
+    };
+    EXPECT_EQ(succeeded().written(Arrival::content), Step::collect);
+    EXPECT_EQ(succeeded().timeLimitReached(0, Arrival::emptyFiles), Step::fail) << "it stays empty";
+    DirectSave unwatched = succeeded();
+    EXPECT_EQ(unwatched.timeLimitReached(5, Arrival::content), Step::wait) << "it is being written";
+    EXPECT_EQ(unwatched.timeLimitReached(5, Arrival::content), Step::collect);
 }
 
 TEST(ArrivalFolder, isFreshPrivateAndListsWhatArrivedWithoutLinks) {
@@ -64,7 +83,10 @@ TEST(ArrivalFolder, isFreshPrivateAndListsWhatArrivedWithoutLinks) {
     const fs::path place = folder->url().path();
     EXPECT_EQ(fs::status(place).permissions(), fs::perms::owner_all);
 
+    std::ofstream(place / "b") << "";
+    EXPECT_FALSE(folder->hasContent());
     std::ofstream(place / "b") << "12345";
+    EXPECT_TRUE(folder->hasContent());
     fs::create_directory(place / "a");
     std::ofstream(place / "a" / "inside") << "123";
     fs::create_symlink("/etc/passwd", place / "link");
@@ -72,6 +94,7 @@ TEST(ArrivalFolder, isFreshPrivateAndListsWhatArrivedWithoutLinks) {
     EXPECT_EQ(folder->size(), 8U);
 
     folder->discardIfEmpty();
+    std::ofstream(other->url().appending("empty").path()) << "";
     other->discardIfEmpty();
     EXPECT_TRUE(fs::exists(place / "b"));
     EXPECT_FALSE(fs::exists(other->url().path()));

@@ -72,6 +72,27 @@ TEST_F(DirectSaves, failsOnceWhenTheSourceSaysSoOrWritesNothing) {
     }
 }
 
+TEST_F(DirectSaves, waitsForTheContentOfAFileThatIsEmptyAtFirst) {
+    std::ofstream file;
+    source.replyWith("S", [&](const std::string& url) {
+        file.open(FileURL::parse(url, QSysInfo::machineHostName().toStdString())->path());
+    });
+    receive(saves);
+    ASSERT_TRUE(waitFor([&] { return file.is_open(); }));
+    source.replyWith("S", write);
+    receive(saves);
+    ASSERT_TRUE(waitFor([this] { return !answers.empty(); }));
+    file << "half" << std::flush;
+    source.vanish();
+    receive(saves);
+    EXPECT_EQ(answers.size(), 2U) << "the second one and the last, which fails at once";
+    file << " and half" << std::flush;
+    file.close();
+    ASSERT_TRUE(waitFor([this] { return answers.size() == 3; }));
+    ASSERT_TRUE(answers.back());
+    EXPECT_EQ(fs::file_size(answers.back()->path()), 13U);
+}
+
 TEST_F(DirectSaves, givesUpASourceThatIsSilent) {
     X11DirectSaves impatient(*connection, dispatch, 10ms);
     int writes = 0;

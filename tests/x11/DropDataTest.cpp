@@ -2,8 +2,10 @@
 #include "platform/qt/QtDropData.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QMimeData>
 #include <QSysInfo>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -29,6 +31,13 @@ protected:
 
 private:
     const std::map<QString, QByteArray> contents_;
+};
+
+class Promise : public DropPromises {
+public:
+    [[nodiscard]] bool isOfferedBy(const QMimeData&) const override { return true; }
+    [[nodiscard]] std::shared_ptr<FilePromiseReceiver> receiver() override { return nullptr; }
+    [[nodiscard]] std::shared_ptr<ItemProvider> itemProvider() override { return nullptr; }
 };
 
 const QString uriList = QStringLiteral("text/uri-list");
@@ -86,7 +95,8 @@ TEST(DropData, writesContentsThatAreNoFileToATemporaryOne) {
     const RawData data({{uriList, "https://example.org/picture"},
                         {plainText, "https://example.org/picture"},
                         {QStringLiteral("image/png"), "\x89PNG"}});
-    const auto providers = itemProvidersOf(data);
+    Promise promise;
+    const auto providers = itemProvidersOf(data, &promise);
     ASSERT_EQ(providers.size(), 1U);
     ItemProvider& provider = *providers.front();
     EXPECT_FALSE(provider.hasItemConformingTo(uniformType::fileURL));
@@ -102,6 +112,15 @@ TEST(DropData, writesContentsThatAreNoFileToATemporaryOne) {
     ASSERT_TRUE(written);
     EXPECT_EQ(written->pathExtension(), "png");
     EXPECT_FALSE(QFile::exists(QString::fromStdString(written->path())));
+
+    const QTemporaryDir spool;
+    const auto receivers = QtDraggingPasteboard(data, &promise).filePromiseReceivers();
+    ASSERT_TRUE(receivers.size() == 1 && receivers.front());
+    std::optional<FileURL> kept;
+    receivers.front()->receivePromisedFiles(*FileURL::fromPath(spool.path().toStdString()),
+                                            [&](const std::optional<FileURL>& file) { kept = file; });
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(QFileInfo(QString::fromStdString(kept->path())).size(), 4);
 
     bool failed = false;
     provider.loadFileRepresentation("public.tiff", [&](const auto& file) { failed = !file; });

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 namespace stowpocket {
 namespace {
@@ -19,9 +20,11 @@ struct Kind {
     QLatin1String extension;
 };
 
-constexpr std::array<Kind, 4> kinds{{
+constexpr std::array<Kind, 2> pictureKinds{{
     {QLatin1String("image/png"), "public.png", QLatin1String("Image"), QLatin1String("png")},
     {QLatin1String("image/jpeg"), "public.jpeg", QLatin1String("Image"), QLatin1String("jpg")},
+}};
+constexpr std::array<Kind, 2> textKinds{{
     {QLatin1String("text/plain;charset=utf-8"), "public.utf8-plain-text", QLatin1String("Text"),
      QLatin1String("txt")},
     {QLatin1String("text/plain"), "public.utf8-plain-text", QLatin1String("Text"), QLatin1String("txt")},
@@ -62,13 +65,7 @@ private:
     const QByteArray bytes_;
 };
 
-}  // namespace
-
-bool offersContents(const QMimeData& data) {
-    return std::ranges::any_of(kinds, [&](const Kind& kind) { return data.hasFormat(kind.format); });
-}
-
-std::shared_ptr<ItemProvider> droppedContents(const QMimeData& data) {
+std::shared_ptr<ItemProvider> firstOf(std::span<const Kind> kinds, const QMimeData& data) {
     for (const Kind& kind : kinds) {
         if (!data.hasFormat(kind.format))
             continue;
@@ -76,6 +73,21 @@ std::shared_ptr<ItemProvider> droppedContents(const QMimeData& data) {
             return std::make_shared<ContentsProvider>(kind, std::move(bytes));
     }
     return nullptr;
+}
+
+}  // namespace
+
+bool offersContents(const QMimeData& data) {
+    const auto isOffered = [&](const Kind& kind) { return data.hasFormat(kind.format); };
+    return std::ranges::any_of(pictureKinds, isOffered) || std::ranges::any_of(textKinds, isOffered);
+}
+
+std::shared_ptr<ItemProvider> droppedPicture(const QMimeData& data) {
+    return firstOf(pictureKinds, data);
+}
+
+std::shared_ptr<ItemProvider> droppedText(const QMimeData& data) {
+    return firstOf(textKinds, data);
 }
 
 }  // namespace stowpocket

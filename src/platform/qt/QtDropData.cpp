@@ -7,6 +7,7 @@
 #include <QSysInfo>
 
 #include <algorithm>
+#include <filesystem>
 
 namespace stowpocket {
 namespace {
@@ -44,6 +45,28 @@ private:
     const FileURL file_;
 };
 
+/// A thing without a file, as a promise of one.
+class ContentsReceiver : public FilePromiseReceiver {
+public:
+    explicit ContentsReceiver(std::shared_ptr<ItemProvider> contents) : contents_(std::move(contents)) {}
+
+    void receivePromisedFiles(const FileURL& destination, Reader reader) override {
+        contents_->loadFileRepresentation(
+            contents_->registeredTypeIdentifiers().front(),
+            [destination, reader = std::move(reader)](const std::optional<FileURL>& written) {
+                if (!written)
+                    return reader(std::nullopt);
+                FileURL kept = destination.appending(written->lastPathComponent());
+                std::error_code failure;
+                std::filesystem::copy_file(written->path(), kept.path(), failure);
+                reader(failure ? std::nullopt : std::optional(std::move(kept)));
+            });
+    }
+
+private:
+    const std::shared_ptr<ItemProvider> contents_;
+};
+
 }  // namespace
 
 std::vector<PasteboardItem> QtDraggingPasteboard::items() {
@@ -56,6 +79,8 @@ std::vector<PasteboardItem> QtDraggingPasteboard::items() {
 std::vector<std::shared_ptr<FilePromiseReceiver>> QtDraggingPasteboard::filePromiseReceivers() {
     if (promises_ == nullptr || !promises_->isOfferedBy(data_))
         return {};
+    if (auto picture = droppedPicture(data_))
+        return {std::make_shared<ContentsReceiver>(std::move(picture))};
     return {promises_->receiver()};
 }
 
@@ -76,11 +101,13 @@ std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const QMimeData& data
         providers.push_back(std::make_shared<FileProvider>(std::move(file)));
     if (!providers.empty())
         return providers;
+    if (auto picture = droppedPicture(data))
+        return {std::move(picture)};
     if (promises != nullptr && promises->isOfferedBy(data))
         return {promises->itemProvider()};
-    if (auto contents = droppedContents(data))
-        providers.push_back(std::move(contents));
-    return providers;
+    if (auto text = droppedText(data))
+        return {std::move(text)};
+    return {};
 }
 
 }  // namespace stowpocket

@@ -35,8 +35,9 @@ private:
 [[nodiscard]] bool offersItems(const QMimeData& data, const DropPromises* promises = nullptr);
 
 /// What was dropped, to be called while the drop is handled: one provider per local file, in the source's order; when
-/// there are no files, one for those that are promised; when there are none either, one for the contents themselves
-/// if they are a picture or text; otherwise none.
+/// there are no files, one for a picture, the files that are promised, or text, whichever comes first; otherwise
+/// none. A picture goes before a promise because web browsers offer both, and keep the promise by fetching the
+/// picture once more, which may bring an error page.
 [[nodiscard]] std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const QMimeData& data,
                                                                          DropPromises* promises = nullptr);
 

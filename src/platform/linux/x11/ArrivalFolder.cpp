@@ -10,6 +10,15 @@ namespace stowpocket {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+bool isEmptyFile(const fs::path& path) {
+    std::error_code unreadable;
+    return fs::is_regular_file(fs::symlink_status(path, unreadable)) && fs::file_size(path, unreadable) == 0;
+}
+
+}  // namespace
+
 std::optional<ArrivalFolder> ArrivalFolder::make(const FileURL& parent) {
     std::string path = parent.path() + "/drop-XXXXXX";
     if (::mkdtemp(path.data()) == nullptr)
@@ -32,6 +41,10 @@ std::vector<FileURL> ArrivalFolder::files() const {
     return files;
 }
 
+bool ArrivalFolder::hasContent() const {
+    return std::ranges::any_of(files(), [](const FileURL& file) { return !isEmptyFile(file.path()); });
+}
+
 std::uint64_t ArrivalFolder::size() const {
     std::uint64_t size = 0;
     std::error_code failure;
@@ -47,6 +60,10 @@ std::uint64_t ArrivalFolder::size() const {
 }
 
 void ArrivalFolder::discardIfEmpty() const {
+    for (const FileURL& file : files()) {
+        if (isEmptyFile(file.path()))
+            ::unlink(file.path().c_str());
+    }
     ::rmdir(url_.path().c_str());
 }
 

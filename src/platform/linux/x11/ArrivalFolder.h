@@ -21,9 +21,11 @@ public:
     /// The files and folders directly inside, by name. Symbolic links are left out: they would put a file of
     /// somewhere else on the shelf.
     [[nodiscard]] std::vector<FileURL> files() const;
+    /// Whether anything directly inside is more than an empty file.
+    [[nodiscard]] bool hasContent() const;
     /// Of all that is inside, in bytes.
     [[nodiscard]] std::uint64_t size() const;
-    /// Takes the folder away if nothing has arrived.
+    /// Takes away the empty files in it, and the folder if nothing else has arrived.
     void discardIfEmpty() const;
 
 private:

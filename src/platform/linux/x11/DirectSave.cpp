@@ -24,17 +24,26 @@ std::optional<std::string> directSaveName(std::string_view proposed) {
     return std::string(name);
 }
 
-DirectSave::Step DirectSave::replied(std::optional<std::string_view> reply) {
-    return end(reply == success ? Step::collect : Step::fail);
+DirectSave::Step DirectSave::replied(std::optional<std::string_view> reply, Arrival arrival) {
+    if (reply != success || arrival == Arrival::nothing)
+        return end(Step::fail);
+    if (arrival == Arrival::content)
+        return end(Step::collect);
+    hasSucceeded_ = true;
+    return isOver_ ? Step::none : Step::wait;
+}
+
+DirectSave::Step DirectSave::written(Arrival arrival) {
+    return hasSucceeded_ && arrival == Arrival::content ? end(Step::collect) : Step::none;
 }
 
 DirectSave::Step DirectSave::sourceGone() {
-    return end(Step::fail);
+    return hasSucceeded_ ? Step::none : end(Step::fail);
 }
 
-DirectSave::Step DirectSave::timeLimitReached(std::uint64_t size) {
+DirectSave::Step DirectSave::timeLimitReached(std::uint64_t size, Arrival arrival) {
     if (isOver_ || size == size_)
-        return end(Step::fail);
+        return end(hasSucceeded_ && arrival == Arrival::content ? Step::collect : Step::fail);
     size_ = size;
     return Step::wait;
 }

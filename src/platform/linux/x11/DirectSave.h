@@ -18,22 +18,30 @@ class DirectSave {
 public:
     enum class Step {
         none,
-        wait,     ///< as long again for a reply
+        wait,     ///< as long again
         collect,  ///< the files stand
         fail,
     };
 
-    /// The source's reply; none when it refused to convert.
-    [[nodiscard]] Step replied(std::optional<std::string_view> reply);
+    /// What has arrived until now.
+    enum class Arrival { nothing, emptyFiles, content };
+
+    /// The source's reply; none when it refused to convert. Web browsers make an empty file, tell of success at once
+    /// and fetch the content afterwards, so such a file is waited for.
+    [[nodiscard]] Step replied(std::optional<std::string_view> reply, Arrival arrival);
+    /// A file has been closed after writing.
+    [[nodiscard]] Step written(Arrival arrival);
+    /// The window of the drag is gone. A source that has told of success needs it no more.
     [[nodiscard]] Step sourceGone();
-    /// No reply for a whole time limit, in which `size` bytes have arrived since the beginning. A source that still
+    /// Nothing was heard for a whole time limit. `size` bytes have arrived since the beginning: a source that still
     /// writes is waited for, since an archive may take its time.
-    [[nodiscard]] Step timeLimitReached(std::uint64_t size);
+    [[nodiscard]] Step timeLimitReached(std::uint64_t size, Arrival arrival);
 
 private:
     [[nodiscard]] Step end(Step step);
 
     bool isOver_ = false;
+    bool hasSucceeded_ = false;
     std::uint64_t size_ = 0;
 };
 

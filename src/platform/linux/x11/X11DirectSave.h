@@ -3,6 +3,7 @@
 
 #include "platform/Dispatch.h"
 #include "platform/linux/x11/ArrivalFolder.h"
+#include "platform/linux/x11/ArrivalWatch.h"
 #include "platform/linux/x11/DirectSave.h"
 #include "platform/linux/x11/X11Requestor.h"
 
@@ -13,7 +14,8 @@
 
 namespace stowpocket {
 
-/// One promise on its way: the source of the drag has been told a place in a fresh folder, and its reply is awaited.
+/// One promise on its way: the source of the drag has been told a place in a fresh folder, and its reply and the
+/// files are awaited.
 class X11DirectSave : public std::enable_shared_from_this<X11DirectSave> {
 public:
     /// Runs once; none when nothing arrived.
@@ -33,7 +35,9 @@ public:
     void sourceGone() { take(save_.sourceGone()); }
 
 private:
-    void waitForReply();
+    void handleWritten();
+    void waitOn();
+    [[nodiscard]] DirectSave::Arrival arrival() const;
     void take(DirectSave::Step step);
 
     const X11Connection& connection_;
@@ -45,6 +49,7 @@ private:
     xcb_window_t source_ = x11None;
     unsigned asked_ = 0;
     std::optional<ArrivalFolder> folder_;
+    std::unique_ptr<ArrivalWatch> watch_;
     std::unique_ptr<ScheduledWork> patience_;
 };
 
