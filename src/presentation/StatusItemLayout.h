@@ -6,7 +6,8 @@
 
 namespace stowpocket {
 
-/// How the count is shown: not at all, beside the symbol, or as a badge over it where the bar grants only a square.
+/// How the count is shown: not at all, beside the symbol, or as a badge on its corner where there is no room beside
+/// it.
 enum class CountPlace { none, beside, badge };
 
 /// What stands in the menu bar, measured at natural size.
@@ -26,12 +27,19 @@ struct StatusItemLayout {
     double fontSize = 0;
     /// How far natural sizes were stretched or shrunk.
     double scale = 1;
+
+    friend bool operator==(const StatusItemLayout&, const StatusItemLayout&) = default;
 };
 
-/// How much room the item asks the bar for.
-[[nodiscard]] Size statusItemWish(const StatusItemMeasure& measure);
+enum class BarDirection { horizontal, vertical };
+
+/// How much room the item asks the bar for. Along a vertical bar that is a square: such bars shrink what is wider.
+[[nodiscard]] Size statusItemWish(const StatusItemMeasure& measure, BarDirection bar = BarDirection::horizontal);
 
 /// What is drawn where in the room that the bar granted, which may be any.
 [[nodiscard]] StatusItemLayout layOutStatusItem(const StatusItemMeasure& measure, const Size& granted);
+
+/// The same for a picture that others scale: the count, if there is one, is a badge at every size.
+[[nodiscard]] StatusItemLayout layOutBadge(const StatusItemMeasure& measure, const Size& room);
 
 }  // namespace stowpocket

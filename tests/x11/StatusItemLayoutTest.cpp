@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace stowpocket {
 namespace {
 
@@ -31,17 +33,29 @@ TEST(StatusItemLayout, asksForTheRoomThatItThenUses) {
     }
 }
 
-TEST(StatusItemLayout, makesABadgeOfTheCountInASquare) {
-    for (const double side : {12.0, 16.0, 22.0, 24.0, 48.0}) {
+/// How much of the symbol the count lies on.
+double hiddenShare(const StatusItemLayout& layout) {
+    const Rect& symbol = layout.symbol;
+    const double width = std::min(symbol.right(), layout.count.right()) - std::max(symbol.x, layout.count.x);
+    const double height = std::min(symbol.bottom(), layout.count.bottom()) - std::max(symbol.y, layout.count.y);
+    return std::max(0.0, width) * std::max(0.0, height) / (symbol.width * symbol.height);
+}
+
+TEST(StatusItemLayout, makesABadgeOfTheCountWhereThereIsNoRoomBesideTheSymbol) {
+    for (const Size room : {Size{12, 12}, {16, 16}, {22, 22}, {24, 24}, {30, 30}, {22, 38}}) {
         for (const StatusItemMeasure& measure : {counted, hundreds}) {
-            const StatusItemLayout layout = layOutStatusItem(measure, {side, side});
-            EXPECT_EQ(layout.countPlace, CountPlace::badge) << side;
-            expectInside(layout.symbol, {side, side});
-            expectInside(layout.count, {side, side});
+            const StatusItemLayout layout = layOutStatusItem(measure, room);
+            EXPECT_EQ(layout.countPlace, CountPlace::badge) << room.width;
+            expectInside(layout.symbol, room);
+            expectInside(layout.count, room);
             EXPECT_GE(layout.count.width, measure.countWidth * layout.fontSize / measure.fontSize);
+            EXPECT_LT(hiddenShare(layout), 0.35) << room.width;
         }
     }
     EXPECT_EQ(layOutStatusItem(empty, {22, 22}).countPlace, CountPlace::none);
+    EXPECT_EQ(layOutStatusItem(hundreds, {43, 43}).countPlace, CountPlace::beside) << "there is room";
+    EXPECT_EQ(layOutBadge(counted, {48, 48}).countPlace, CountPlace::badge) << "others may shrink it";
+    EXPECT_EQ(layOutBadge(empty, {22, 22}), layOutStatusItem(empty, {22, 22}));
 }
 
 TEST(StatusItemLayout, growsAndShrinksWithTheBar) {

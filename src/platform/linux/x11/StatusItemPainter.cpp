@@ -69,15 +69,14 @@ void loadCountFont() {
     static_cast<void>(QFontMetricsF(titleFont(title, title.fontSize)).height());
 }
 
-void paintFace(QPainter& painter, const StatusItemFace& face, const SymbolPainter& paintSymbol, const QSizeF& room,
-               const QColor& color) {
-    const StatusItemLayout layout = layOutStatusItem(measureFace(face), {room.width(), room.height()});
+void paintFace(QPainter& painter, const StatusItemFace& face, const SymbolPainter& paintSymbol,
+               const StatusItemLayout& layout, const QColor& color) {
     const double pixels = layout.symbol.width * painter.device()->devicePixelRatioF();
     const QImage symbol = paintSymbol(face.image, color, static_cast<int>(std::lround(pixels)));
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     if (layout.countPlace == CountPlace::badge)
-        painter.setClipPath(around(qRect(layout.count), {{}, room}));
+        painter.setClipPath(around(qRect(layout.count), qRect(layout.symbol)));
     painter.drawImage(qRect(layout.symbol).toAlignedRect(), symbol);
     painter.setClipping(false);
     paintCount(painter, layout, face.title, color);

@@ -22,9 +22,10 @@ struct StatusItemFace {
 /// Loads what drawing a count takes. That is slow the first time, but may be done on any thread.
 void loadCountFont();
 
-/// Draws symbol and count in one colour into a room of any size whose upper left corner is the painter's origin.
-void paintFace(QPainter& painter, const StatusItemFace& face, const SymbolPainter& paintSymbol, const QSizeF& room,
-               const QColor& color);
+/// Draws symbol and count in one colour as they were laid out in a room whose upper left corner is the painter's
+/// origin.
+void paintFace(QPainter& painter, const StatusItemFace& face, const SymbolPainter& paintSymbol,
+               const StatusItemLayout& layout, const QColor& color);
 
 /// White or nearly black, whichever stands out from `background`.
 [[nodiscard]] QColor readableOn(const QColor& background);

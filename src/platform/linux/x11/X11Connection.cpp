@@ -14,6 +14,7 @@ constexpr std::array<std::string_view, atomCount> x11AtomNames{
     "_NET_SYSTEM_TRAY_OPCODE",
     "_NET_SYSTEM_TRAY_VISUAL",
     "_NET_SYSTEM_TRAY_COLORS",
+    "_NET_SYSTEM_TRAY_ORIENTATION",
     "_XEMBED",
     "_XEMBED_INFO",
     "_NET_ACTIVE_WINDOW",

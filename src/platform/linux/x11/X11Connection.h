@@ -26,6 +26,7 @@ enum class X11Atom : std::size_t {
     trayOpcode,
     trayVisual,
     trayColors,
+    trayOrientation,
     xembed,
     xembedInfo,
     activeWindow,

@@ -84,8 +84,9 @@ void X11PocketWindow::paintEvent(QPaintEvent*) {
     painter.setPen(QPen(border, isBlended ? 1 : 2));
     painter.drawPath(outline);
     painter.translate(padding, padding);
-    paintFace(painter, face(), paintSymbol_, QSizeF(width() - 2 * padding, height() - 2 * padding),
-              palette().color(QPalette::WindowText));
+    const StatusItemLayout layout =
+        layOutStatusItem(measureFace(face()), {width() - 2.0 * padding, height() - 2.0 * padding});
+    paintFace(painter, face(), paintSymbol_, layout, palette().color(QPalette::WindowText));
 }
 
 }  // namespace stowpocket

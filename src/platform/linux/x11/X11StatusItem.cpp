@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QTimer>
 
+#include <algorithm>
 #include <chrono>
 
 namespace stowpocket {
@@ -60,6 +61,18 @@ bool X11StatusItem::nativeEventFilter(const QByteArray&, void* message, qintptr*
             later([this] { take(docking_.lostWindow(), x11None); });
         break;
     }
+    case XCB_CONFIGURE_NOTIFY: {
+        const xcb_window_t changed = static_cast<const xcb_configure_notify_event_t*>(message)->window;
+        if (std::ranges::find(around_, changed) != around_.end())
+            later([this] { button_->barChanged(); });
+        break;
+    }
+    case XCB_PROPERTY_NOTIFY: {
+        const xcb_atom_t changed = static_cast<const xcb_property_notify_event_t*>(message)->atom;
+        if (changed == connection_.atom(X11Atom::trayOrientation) || changed == connection_.atom(X11Atom::trayColors))
+            later([this] { button_->barChanged(); });
+        break;
+    }
     default:
         break;
     }
@@ -80,7 +93,7 @@ void X11StatusItem::later(std::function<void()> work) {
 
 void X11StatusItem::managerAppeared(xcb_window_t manager) {
     if (manager != x11None)
-        connection_.hearAlso(manager, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+        connection_.hearAlso(manager, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
     take(docking_.managerAppeared(manager), manager);
 }
 
@@ -99,9 +112,20 @@ void X11StatusItem::embedded(xcb_window_t window) {
 void X11StatusItem::checkForProxy() {
     const xcb_window_t container = connection_.parentOf(button_->window());
     if (container == x11None || connection_.parentOf(container) != connection_.root())
-        return;
+        return hearOfBar();
     qInfo("stowpocket: the tray only copies the icon, which would then take no drops; it is shown elsewhere");
     take(docking_.foundProxy(), x11None);
+}
+
+/// A window is not told when what it stands in moves or grows, which changes its place and what is seen of it.
+void X11StatusItem::hearOfBar() {
+    around_.clear();
+    xcb_window_t around = button_->window();
+    while ((around = connection_.parentOf(around)) != x11None && around != connection_.root()) {
+        connection_.hearAlso(around, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+        around_.push_back(around);
+    }
+    button_->barChanged();
 }
 
 void X11StatusItem::take(TrayDocking::Step step, xcb_window_t manager) {

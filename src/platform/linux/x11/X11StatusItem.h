@@ -10,6 +10,8 @@
 #include <QAbstractNativeEventFilter>
 #include <QObject>
 
+#include <vector>
+
 namespace stowpocket {
 
 /// The place of the icon on the desktop: listens to the server for trays that come and go and for drags, to the
@@ -29,6 +31,7 @@ private:
     void managerAppeared(xcb_window_t manager);
     void embedded(xcb_window_t window);
     void checkForProxy();
+    void hearOfBar();
     void take(TrayDocking::Step step, xcb_window_t manager);
     void requested(xcb_window_t window);
     void place();
@@ -38,6 +41,8 @@ private:
     const std::shared_ptr<X11StatusItemButton> button_;
     TrayDocking docking_;
     IconPlacing placing_;
+    /// What the docked icon stands in, from its container to the window of the bar.
+    std::vector<xcb_window_t> around_;
     /// Null until no tray is of use.
     std::unique_ptr<NotifierHost> host_;
     X11DragWatch dragWatch_;

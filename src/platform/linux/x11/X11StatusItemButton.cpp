@@ -110,6 +110,12 @@ void X11StatusItemButton::undock() {
         window_.release()->deleteLater();  // not at once: it may be handling a click or a drag
 }
 
+void X11StatusItemButton::barChanged() {
+    if (window_)
+        window_->showFace();
+    moved.emit();
+}
+
 void X11StatusItemButton::setPlace(IconPlacing::Place place) {
     using Place = IconPlacing::Place;
     pocket_.setResident(place == Place::pocket);
@@ -134,7 +140,8 @@ NotifierFace X11StatusItemButton::notifierFace() const {
         QImage picture(size, size, QImage::Format_ARGB32_Premultiplied);
         picture.fill(Qt::transparent);
         QPainter painter(&picture);
-        paintFace(painter, face_, paintSymbol_, QSizeF(size, size), color);
+        const auto side = static_cast<double>(size);
+        paintFace(painter, face_, paintSymbol_, layOutBadge(measureFace(face_), {side, side}), color);
         painter.end();
         shown.pictures.push_back(std::move(picture));
     }

@@ -31,6 +31,9 @@ public:
     /// 0 while not docked.
     [[nodiscard]] xcb_window_t window() const { return window_ == nullptr ? x11None : window_->id(); }
 
+    /// The bar around the docked icon has another place, size, direction or colour.
+    void barChanged();
+
     /// Where else than in the tray, or nowhere else.
     void setPlace(IconPlacing::Place place);
     void dragBegan();

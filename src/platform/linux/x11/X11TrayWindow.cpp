@@ -5,6 +5,7 @@
 #include "platform/linux/x11/X11Pixels.h"
 
 #include <QPainter>
+#include <QWindow>
 
 #include <cmath>
 
@@ -15,6 +16,7 @@ constexpr std::uint8_t blendingDepth = 32;
 constexpr std::uint32_t requestDockOpcode = 0;
 constexpr std::uint32_t xembedVersion = 0;
 constexpr std::uint32_t xembedMapped = 1;
+constexpr std::uint32_t verticalTray = 1;
 
 bool wantsBlending(const X11Connection& connection, xcb_window_t manager) {
     const std::vector<std::uint32_t> visual = connection.property(manager, X11Atom::trayVisual);
@@ -29,23 +31,35 @@ X11TrayWindow::X11TrayWindow(const X11Connection& connection, xcb_window_t manag
     setAttribute(Qt::WA_TranslucentBackground, wantsBlending(connection, manager));
     setWindowTitle(QStringLiteral("stowpocket status item"));
     X11TrayWindow::showFace();
-    resize(minimumSize());
 }
 
 void X11TrayWindow::requestDock() {
     // Panels pass drags on to windows that took drops before they were docked.
     setAcceptDrops(true);
+    const QSize room = wish();
+    resize(room);
     const auto window = static_cast<xcb_window_t>(winId());
+    windowHandle()->setMinimumSize(room);
     const xcb_atom_t info = connection_.atom(X11Atom::xembedInfo);
     connection_.setProperty(window, info, info, {xembedVersion, xembedMapped});
     connection_.sendMessage(manager_, XCB_EVENT_MASK_NO_EVENT, manager_, X11Atom::trayOpcode,
                             {XCB_CURRENT_TIME, requestDockOpcode, window, 0, 0});
 }
 
+/// The tray alone sets the size. Qt is not asked for one: it would take that for granted, and where the tray sets its
+/// own again, Qt does not notice.
 void X11TrayWindow::showFace() {
     X11FaceWindow::showFace();
-    const Size wish = statusItemWish(measureFace(face()));
-    setMinimumSize(static_cast<int>(std::ceil(wish.width)), static_cast<int>(std::ceil(wish.height)));
+    if (windowHandle() != nullptr)
+        windowHandle()->setMinimumSize(wish());
+}
+
+QSize X11TrayWindow::wish() const {
+    const std::vector<std::uint32_t> orientation = connection_.property(manager_, X11Atom::trayOrientation);
+    const bool isVertical = !orientation.empty() && orientation.front() == verticalTray;
+    const Size wish =
+        statusItemWish(measureFace(face()), isVertical ? BarDirection::vertical : BarDirection::horizontal);
+    return {static_cast<int>(std::ceil(wish.width)), static_cast<int>(std::ceil(wish.height))};
 }
 
 void X11TrayWindow::paintEvent(QPaintEvent*) {
@@ -58,7 +72,9 @@ void X11TrayWindow::paintEvent(QPaintEvent*) {
     else
         painter.drawImage(rect(), background);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    paintFace(painter, face(), paintSymbol_, size(), color);
+    const StatusItemLayout layout =
+        layOutStatusItem(measureFace(face()), {static_cast<double>(width()), static_cast<double>(height())});
+    paintFace(painter, face(), paintSymbol_, layout, color);
 }
 
 QImage X11TrayWindow::paintedBackground() const {

@@ -25,6 +25,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    [[nodiscard]] QSize wish() const;
     [[nodiscard]] QImage paintedBackground() const;
     [[nodiscard]] QColor foregroundOn(const QImage& background) const;
 
