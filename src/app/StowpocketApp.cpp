@@ -5,6 +5,7 @@
 #include "platform/linux/session/BusInstance.h"
 #include "platform/linux/session/CommandProcess.h"
 #include "platform/linux/session/OwnExecutable.h"
+#include "platform/linux/session/ProgramLock.h"
 #include "platform/linux/TerminationSignals.h"
 #include "platform/linux/updates/ReplacedProgram.h"
 
@@ -31,6 +32,12 @@ void describe(QApplication& application) {
     QApplication::setDesktopFileName(QStringLiteral("com.example.stowpocket"));
 }
 
+/// None where there are no settings to write.
+std::optional<ProgramLock> programLock() {
+    const std::optional<std::string> preferences = LinuxPreferenceStore::defaultPath();
+    return preferences ? std::optional<ProgramLock>(ProgramLock::pathBeside(*preferences)) : std::nullopt;
+}
+
 int runProgram(int argc, char** argv, const Command& command, const StartupTokens& tokens, bool& isRestartAsked) {
     // A plain Wayland client can neither place a popover nor watch drags, so X11 is taken where both are there.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
@@ -41,6 +48,9 @@ int runProgram(int argc, char** argv, const Command& command, const StartupToken
     auto instance = std::make_unique<BusInstance>(QDBusConnection::sessionBus(), version);
     if (instance->claim() == BusInstance::Claim::takenByAnother)
         return runCommandOnBus(command, version, tokens);
+    const std::optional<ProgramLock> lock = programLock();
+    if (lock && lock->holder())
+        return refuseSecondProgram(*lock->holder());
     const std::unique_ptr<LinuxServices> services = LinuxServices::make();
     if (!services)
         return EXIT_FAILURE;

@@ -20,6 +20,6 @@ struct Command {
 };
 
 /// What the process answers to whoever started it.
-enum class ExitCode { done = 0, partlyDone = 1, usageError = 2, unreachable = 3, notSaved = 4 };
+enum class ExitCode { done = 0, partlyDone = 1, usageError = 2, unreachable = 3, notSaved = 4, runsElsewhere = 5 };
 
 }  // namespace stowpocket

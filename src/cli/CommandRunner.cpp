@@ -17,7 +17,7 @@ void refuse(CommandResult& result, std::string_view name, std::string_view reaso
 }
 
 CommandResult failed(CommandResult result, const RunningShelf& shelf) {
-    result.code = ExitCode::unreachable;
+    result.code = shelf.runsElsewhere() ? ExitCode::runsElsewhere : ExitCode::unreachable;
     result.err += "stowpocket: " + printable(shelf.problem()) + '\n';
     return result;
 }

@@ -91,7 +91,8 @@ Options:
       --version        print the version and end
 
 Exit codes: 0 all done; 1 some files were not taken or not found; 2 wrong usage;
-3 the program is not running or does not answer; 4 done, but not saved yet.
+3 the program is not running or does not answer; 4 done, but not saved yet;
+5 the program runs in another session.
 )";
 }
 

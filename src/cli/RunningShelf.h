@@ -28,6 +28,8 @@ public:
     [[nodiscard]] virtual bool perform(ShelfAction action) = 0;
     /// Why the last call had no answer, for the user.
     [[nodiscard]] virtual std::string problem() const = 0;
+    /// True when that is because the program runs in another session.
+    [[nodiscard]] virtual bool runsElsewhere() const = 0;
     /// Why what the last call changed is not saved yet, for the user; empty when it is.
     [[nodiscard]] virtual std::string saveProblem() const = 0;
 };

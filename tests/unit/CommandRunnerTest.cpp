@@ -62,10 +62,12 @@ struct FakeRunningShelf : RunningShelf {
         return answers;
     }
     [[nodiscard]] std::string problem() const override { return isRunning ? "no answer" : "not running"; }
+    [[nodiscard]] bool runsElsewhere() const override { return isElsewhere; }
     [[nodiscard]] std::string saveProblem() const override { return diskProblem; }
 
     std::vector<std::string> removed;
     std::string diskProblem;
+    bool isElsewhere = false;
     bool isRunning = false;
     bool answers = true;
     std::vector<std::size_t> requests;
@@ -101,6 +103,8 @@ TEST_F(CommandRunnerTest, onlyWhatIsOfUseAfterAStartStartsTheProgram) {
     EXPECT_EQ(silent.code, ExitCode::unreachable) << "the worse of two troubles";
     EXPECT_TRUE(silent.err.ends_with("stowpocket: no answer\n")) << silent.err;
     EXPECT_EQ(run(Verb::toggle).code, ExitCode::unreachable);
+    shelf.isElsewhere = true;
+    EXPECT_EQ(run(Verb::toggle).code, ExitCode::runsElsewhere);
 }
 
 TEST_F(CommandRunnerTest, saysWhatIsDoneButNotSaved) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/session/BusRunningShelf.h"
 
+#include "platform/linux/session/ProgramLock.h"
 #include "platform/linux/session/ProgramStart.h"
 #include "platform/linux/session/ShelfBus.h"
 
@@ -55,23 +56,25 @@ QString methodFor(ShelfAction action) {
 
 }  // namespace
 
-BusRunningShelf::BusRunningShelf(QDBusConnection bus, std::string executable, StartupTokens tokens)
-    : bus_(std::move(bus)), executable_(std::move(executable)), tokens_(std::move(tokens)) {}
+BusRunningShelf::BusRunningShelf(QDBusConnection bus, std::string executable, StartupTokens tokens, std::string lock)
+    : bus_(std::move(bus)), executable_(std::move(executable)), tokens_(std::move(tokens)), lock_(std::move(lock)) {}
 
 bool BusRunningShelf::reach(StartProgram start) {
-    if (!bus_.isConnected()) {
-        problem_ = "there is no session bus to reach the program on";
-        return false;
-    }
+    if (!bus_.isConnected())
+        return noteAbsence("there is no session bus to reach the program on");
     if (bus_.interface()->isServiceRegistered(shelfBus::service))
         return true;
-    if (start == StartProgram::never) {
-        problem_ = "stowpocket is not running";
-        return false;
-    }
+    if (start == StartProgram::never)
+        return noteAbsence("stowpocket is not running");
     if (startProgramAndAwaitName(executable_, bus_, shelfBus::service))
         return true;
-    problem_ = "stowpocket is not running and could not be started";
+    return noteAbsence("stowpocket is not running and could not be started");
+}
+
+bool BusRunningShelf::noteAbsence(const std::string& otherwise) {
+    const std::optional<std::string> holder = ProgramLock::holderOf(lock_);
+    runsElsewhere_ = holder.has_value();
+    problem_ = holder ? runsElsewhereText(*holder) : otherwise;
     return false;
 }
 

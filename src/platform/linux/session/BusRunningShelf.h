@@ -15,8 +15,8 @@ namespace stowpocket {
 class BusRunningShelf : public RunningShelf {
 public:
     /// `executable` is started where the program is needed and does not run; `tokens` go with every request that may
-    /// open a window.
-    BusRunningShelf(QDBusConnection bus, std::string executable, StartupTokens tokens);
+    /// open a window. `lock` is the path of the lock that the program holds while it runs.
+    BusRunningShelf(QDBusConnection bus, std::string executable, StartupTokens tokens, std::string lock);
 
     [[nodiscard]] bool reach(StartProgram start) override;
     [[nodiscard]] std::optional<std::vector<AddOutcome>> add(std::span<const FileURL> files) override;
@@ -24,9 +24,12 @@ public:
     [[nodiscard]] std::optional<std::vector<RemoveOutcome>> remove(std::span<const std::string> names) override;
     [[nodiscard]] bool perform(ShelfAction action) override;
     [[nodiscard]] std::string problem() const override { return problem_; }
+    [[nodiscard]] bool runsElsewhere() const override { return runsElsewhere_; }
     [[nodiscard]] std::string saveProblem() const override { return saveProblem_; }
 
 private:
+    /// Notes why the program cannot be reached. False, for the caller to answer.
+    bool noteAbsence(const std::string& otherwise);
     /// The values answered; none when there was no good answer, with the reason noted.
     [[nodiscard]] std::optional<QVariantList> call(const QString& method, const QVariantList& arguments);
     template <class Outcome>
@@ -38,7 +41,9 @@ private:
     QDBusConnection bus_;
     const std::string executable_;
     const StartupTokens tokens_;
+    const std::string lock_;
     std::string problem_;
+    bool runsElsewhere_ = false;
     std::string saveProblem_;
 };
 

@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/session/CommandProcess.h"
 
+#include "foundation/BundleIdentifier.h"
 #include "platform/linux/session/BusRunningShelf.h"
 #include "platform/linux/session/OwnExecutable.h"
+#include "platform/linux/session/ProgramLock.h"
+#include "platform/linux/storage/LinuxPreferenceStore.h"
 
+#include <QDBusMessage>
 #include <QSysInfo>
+
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -67,8 +73,25 @@ int finish(const CommandResult& result) {
 }
 
 int runCommandOnBus(const Command& command, const std::string& version, const StartupTokens& tokens) {
-    BusRunningShelf shelf(QDBusConnection::sessionBus(), ownExecutable(), tokens);
+    const std::optional<std::string> preferences = LinuxPreferenceStore::defaultPath();
+    BusRunningShelf shelf(QDBusConnection::sessionBus(), ownExecutable(), tokens,
+                          preferences ? ProgramLock::pathBeside(*preferences) : std::string());
     return finish(runCommand(command, commandSurroundings(version), shelf));
+}
+
+int refuseSecondProgram(const std::string& holder) {
+    const std::string text = runsElsewhereText(holder);
+    if (::isatty(STDERR_FILENO) == 0) {
+        QDBusMessage notice = QDBusMessage::createMethodCall(
+            QStringLiteral("org.freedesktop.Notifications"), QStringLiteral("/org/freedesktop/Notifications"),
+            QStringLiteral("org.freedesktop.Notifications"), QStringLiteral("Notify"));
+        notice << QStringLiteral("stowpocket") << 0U << QString::fromLatin1(bundleIdentifier.data())
+               << QStringLiteral("stowpocket") << QString::fromStdString(text) << QStringList() << QVariantMap()
+               << -1;
+        constexpr int noticeTimeoutMs = 1000;
+        QDBusConnection::sessionBus().call(notice, QDBus::Block, noticeTimeoutMs);
+    }
+    return finish({.code = ExitCode::runsElsewhere, .err = "stowpocket: " + text + '\n'});
 }
 
 void openFilesAtStart(const Command& command, const std::string& version, ShelfCommands& commands,

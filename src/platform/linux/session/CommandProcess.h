@@ -28,6 +28,10 @@ namespace stowpocket {
 /// Carries out a command in the program that runs on the session bus. Needs the application object.
 [[nodiscard]] int runCommandOnBus(const Command& command, const std::string& version, const StartupTokens& tokens);
 
+/// Says where the program runs that has the settings of this user, on the desktop where there is no terminal, and
+/// answers the exit code.
+[[nodiscard]] int refuseSecondProgram(const std::string& holder);
+
 /// Puts the files that the program was started with on its own shelf, and opens it for them.
 void openFilesAtStart(const Command& command, const std::string& version, ShelfCommands& commands,
                       const StartupTokens& tokens);
