@@ -6,6 +6,9 @@
 namespace stowpocket {
 namespace {
 
+/// Of the screen; whatever contains the icon and is thicker is no bar.
+constexpr double thickestBar = 1.0 / 3;
+
 /// `std::clamp` for a range that may be empty, as on a screen narrower than the popover: the lower bound wins.
 double kept(double value, double low, double high) {
     return std::max(low, std::min(value, high));
@@ -20,6 +23,28 @@ Rect grown(const Rect& rect, double margin, const Rect& available) {
 }
 
 }  // namespace
+
+Rect areaBesideBar(const Rect& available, const Rect& bar) {
+    // One with few icons is about a square along either kind of edge; below or above it there is room in any case.
+    const bool isAcross = bar.width * 2 >= bar.height;
+    const double thickness = isAcross ? bar.height : bar.width;
+    const double most = thickestBar * (isAcross ? available.height : available.width);
+    if (thickness <= 0 || thickness > most)
+        return available;
+    double left = available.x;
+    double top = available.y;
+    double right = available.right();
+    double bottom = available.bottom();
+    if (isAcross && bar.bottom() - top < bottom - bar.y)
+        top = std::max(top, bar.bottom());
+    else if (isAcross)
+        bottom = std::min(bottom, bar.y);
+    else if (bar.right() - left < right - bar.x)
+        left = std::max(left, bar.right());
+    else
+        right = std::min(right, bar.x);
+    return {left, top, right - left, bottom - top};
+}
 
 PopoverPlacement placePopover(const Rect& anchor, const Size& content, const Rect& available, double shadow) {
     const double top = kept(anchor.bottom(), available.y, available.bottom());

@@ -28,6 +28,10 @@ struct PopoverPlacement {
     friend bool operator==(const PopoverPlacement&, const PopoverPlacement&) = default;
 };
 
+/// What the bar that the icon stands in leaves of a screen: Qt does not know how much of each of several screens is
+/// taken by bars. All of the screen where `bar` is too thick for one, or empty.
+[[nodiscard]] Rect areaBesideBar(const Rect& available, const Rect& bar);
+
 /// Where the popover stands: centred below `anchor`, or above it when only there is room (the bar is at the bottom),
 /// moved sideways and cut down in height so that all of it is in `available`, a little away from its edges. The arrow
 /// keeps pointing at the anchor as far as the rounded corners let it. The shadow is that wide where there is room for

@@ -53,6 +53,18 @@ TEST(PopoverPlacement, shadowNeverLeavesTheScreen) {
     EXPECT_EQ(placement.frame, placePopover({1230, 3, 20, 22}, content, belowBar, 0).frame);
 }
 
+TEST(PopoverPlacement, barsAreLeftFree) {
+    constexpr Rect second{1280, 0, 1280, 800};
+    EXPECT_EQ(areaBesideBar(second, {1280, 0, 1280, 30}), (Rect{1280, 30, 1280, 770}));
+    EXPECT_EQ(areaBesideBar(second, {1280, 770, 1280, 30}), (Rect{1280, 0, 1280, 770}));
+    EXPECT_EQ(areaBesideBar(second, {1280, 0, 40, 800}), (Rect{1320, 0, 1240, 800}));
+    EXPECT_EQ(areaBesideBar(second, {2520, 0, 40, 800}), (Rect{1280, 0, 1240, 800}));
+    for (const Rect& none : {Rect{}, Rect{1280, 0, 1280, 500}, Rect{1280, 0, 500, 800}})
+        EXPECT_EQ(areaBesideBar(second, none), second);
+    EXPECT_EQ(areaBesideBar(second, {2536, 0, 24, 28}), (Rect{1280, 28, 1280, 772})) << "with one icon";
+    EXPECT_EQ(areaBesideBar(belowBar, {0, 0, 1280, 28}), belowBar) << "known already";
+}
+
 TEST(PopoverPlacement, survivesAScreenThatIsGone) {
     const PopoverPlacement placement = placePopover({600, 3, 20, 22}, content, {}, 14);
     EXPECT_EQ(placement.frame.width, 0);

@@ -27,7 +27,9 @@ public:
     void setAction(std::function<void()>) override {}
     void addDropView(std::shared_ptr<DraggingDestination>) override {}
     [[nodiscard]] QRect rectOnScreen() const override { return rect; }
+    [[nodiscard]] QRect barOnScreen() const override { return bar; }
 
+    QRect bar;
     QRect rect{400, 0, 20, 22};
 };
 
@@ -87,6 +89,12 @@ TEST_F(PopoverTest, followsItsContentAndItsIcon) {
     button.rect.translate(50, 0);
     button.moved.emit();
     EXPECT_EQ(window()->geometry().center().x(), button.rect.center().x());
+
+    button.bar = QRect(0, 0, 800, 30);
+    QScreen* const screen = window()->screen();
+    Q_EMIT screen->availableGeometryChanged(screen->availableGeometry());
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(window()->y(), button.bar.bottom() + 1);
 }
 
 TEST_F(PopoverTest, keepsItsContentWhenACompositorStarts) {

@@ -33,6 +33,7 @@ void QtPopover::show(StatusItemButton& anchor) {
     isShown_ = true;
     prepareWindow();
     anchorMoved_ = button->moved.connect([this] { window_->follow(); });
+    followScreens();
     window_->follow();
     if (fades()) {
         window_->setWindowOpacity(0);
@@ -55,6 +56,7 @@ void QtPopover::performClose() {
         return;
     isShown_ = false;
     anchorMoved_.reset();
+    screens_.reset();
     anchor_ = nullptr;
     if (fades())
         fade(window_->windowOpacity(), 0);
@@ -78,11 +80,23 @@ void QtPopover::prepareWindow() {
 }
 
 PopoverPlacement QtPopover::placementFor(const QSize& content, int shadow) {
-    if (anchor_ != nullptr)
+    if (anchor_ != nullptr) {
         anchorRect_ = anchor_->rectOnScreen();
+        barRect_ = anchor_->barOnScreen();
+    }
     return placePopover(rectOf(anchorRect_),
                         {static_cast<double>(content.width()), static_cast<double>(content.height())},
-                        rectOf(availableAround(anchorRect_)), shadow);
+                        areaBesideBar(rectOf(availableAround(anchorRect_)), rectOf(barRect_)), shadow);
+}
+
+void QtPopover::followScreens() {
+    screens_ = std::make_unique<QObject>();
+    const auto follow = [this] { window_->follow(); };
+    for (const QScreen* const screen : QGuiApplication::screens()) {
+        QObject::connect(screen, &QScreen::geometryChanged, screens_.get(), follow, Qt::QueuedConnection);
+        QObject::connect(screen, &QScreen::availableGeometryChanged, screens_.get(), follow, Qt::QueuedConnection);
+    }
+    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, screens_.get(), follow, Qt::QueuedConnection);
 }
 
 /// Not without a compositor, nor where the desktop asks for reduced motion.

@@ -33,6 +33,7 @@ public:
 private:
     void prepareWindow();
     [[nodiscard]] PopoverPlacement placementFor(const QSize& content, int shadow);
+    void followScreens();
     [[nodiscard]] bool fades() const;
     void fade(double from, double to);
 
@@ -44,7 +45,10 @@ private:
     /// Null while closed; the window that fades out then stays where the icon was.
     const QtStatusItemButton* anchor_ = nullptr;
     QRect anchorRect_;
+    QRect barRect_;
     Subscription anchorMoved_;
+    /// Ends what was heard of screens that changed or went.
+    std::unique_ptr<QObject> screens_;
     bool isShown_ = false;
     bool animates_ = true;
 };

@@ -83,6 +83,7 @@ void X11Pocket::makeWindow() {
     const QScreen* const screen = QGuiApplication::primaryScreen();
     if (screen != nullptr)
         QObject::connect(screen, &QScreen::availableGeometryChanged, window_.get(), [this] { standInCorner(); });
+    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, window_.get(), [this] { standInCorner(); });
     if (icon_)
         window_->cover(*icon_);
     else

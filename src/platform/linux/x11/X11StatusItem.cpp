@@ -64,13 +64,13 @@ bool X11StatusItem::nativeEventFilter(const QByteArray&, void* message, qintptr*
     case XCB_CONFIGURE_NOTIFY: {
         const xcb_window_t changed = static_cast<const xcb_configure_notify_event_t*>(message)->window;
         if (std::ranges::find(around_, changed) != around_.end())
-            later([this] { button_->barChanged(); });
+            later([this] { barChanged(); });
         break;
     }
     case XCB_PROPERTY_NOTIFY: {
         const xcb_atom_t changed = static_cast<const xcb_property_notify_event_t*>(message)->atom;
         if (changed == connection_.atom(X11Atom::trayOrientation) || changed == connection_.atom(X11Atom::trayColors))
-            later([this] { button_->barChanged(); });
+            later([this] { barChanged(); });
         break;
     }
     default:
@@ -119,20 +119,26 @@ void X11StatusItem::checkForProxy() {
 
 /// A window is not told when what it stands in moves or grows, which changes its place and what is seen of it.
 void X11StatusItem::hearOfBar() {
-    around_.clear();
     xcb_window_t around = button_->window();
     while ((around = connection_.parentOf(around)) != x11None && around != connection_.root()) {
         connection_.hearAlso(around, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
         around_.push_back(around);
     }
-    button_->barChanged();
+    barChanged();
+}
+
+void X11StatusItem::barChanged() {
+    if (!around_.empty())
+        button_->barChanged(around_.back());
 }
 
 void X11StatusItem::take(TrayDocking::Step step, xcb_window_t manager) {
     if (step == TrayDocking::Step::dock) {
+        around_.clear();
         button_->dock(manager);
         requested(button_->window());
     } else if (step == TrayDocking::Step::undock) {
+        around_.clear();
         button_->undock();
     }
     place();

@@ -32,6 +32,7 @@ private:
     void embedded(xcb_window_t window);
     void checkForProxy();
     void hearOfBar();
+    void barChanged();
     void take(TrayDocking::Step step, xcb_window_t manager);
     void requested(xcb_window_t window);
     void place();

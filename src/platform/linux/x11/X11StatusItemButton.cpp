@@ -86,6 +86,13 @@ QRect X11StatusItemButton::rectOnScreen() const {
     return lastMet_.value_or(usualCorner());
 }
 
+QRect X11StatusItemButton::barOnScreen() const {
+    if (!window_ || bar_ == x11None)
+        return {};
+    const std::optional<QRect> pixels = connection_.geometryOnRoot(bar_);
+    return pixels ? pointsOf(*pixels).value_or(QRect()) : QRect();
+}
+
 std::optional<QRect> X11StatusItemButton::dockedRect() const {
     const std::optional<QRect> pixels = window_ ? connection_.geometryOnRoot(window_->id()) : std::nullopt;
     return pixels ? pointsOf(*pixels) : std::nullopt;
@@ -106,11 +113,13 @@ void X11StatusItemButton::showDocked() {
 
 void X11StatusItemButton::undock() {
     windowResized_.reset();
+    bar_ = x11None;
     if (window_)
         window_.release()->deleteLater();  // not at once: it may be handling a click or a drag
 }
 
-void X11StatusItemButton::barChanged() {
+void X11StatusItemButton::barChanged(xcb_window_t bar) {
+    bar_ = bar;
     if (window_)
         window_->showFace();
     moved.emit();

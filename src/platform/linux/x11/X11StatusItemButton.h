@@ -22,6 +22,7 @@ public:
     void setAction(std::function<void()> action) override { action_ = std::move(action); }
     void addDropView(std::shared_ptr<DraggingDestination> dropView) override { face_.dropView = std::move(dropView); }
     [[nodiscard]] QRect rectOnScreen() const override;
+    [[nodiscard]] QRect barOnScreen() const override;
 
     /// Offers a fresh window to `manager`.
     void dock(xcb_window_t manager);
@@ -31,8 +32,8 @@ public:
     /// 0 while not docked.
     [[nodiscard]] xcb_window_t window() const { return window_ == nullptr ? x11None : window_->id(); }
 
-    /// The bar around the docked icon has another place, size, direction or colour.
-    void barChanged();
+    /// The docked icon stands in that window of a bar, which has another place, size, direction or colour now.
+    void barChanged(xcb_window_t bar);
 
     /// Where else than in the tray, or nowhere else.
     void setPlace(IconPlacing::Place place);
@@ -57,6 +58,7 @@ private:
     std::function<void()> action_;
     std::unique_ptr<X11TrayWindow> window_;
     Subscription windowResized_;
+    xcb_window_t bar_ = x11None;
     X11Pocket pocket_;
     Subscription pocketChanged_;
     std::unique_ptr<NotifierItem> notifier_;
