@@ -14,8 +14,7 @@
 
 namespace stowpocket {
 
-/// A property-list value: what preferences hold. Reading as a type that the value does not have answers "none";
-/// nothing is converted, since stored values are written by others too and a wrong type is a damaged entry.
+/// A property-list value: what preferences hold. Reading as a type that the value does not have answers "none".
 class PropertyValue {
 public:
     using Array = std::vector<PropertyValue>;

@@ -41,9 +41,11 @@ public:
     /// Emitted after `saveProblem` has changed.
     [[nodiscard]] virtual Signal<>& saveProblemChanged() = 0;
 
-    /// `value` as the type asked for; false, 0 or an empty string when there is none of that type.
+    /// `value` as the type asked for; false, 0 or an empty string when it has none. Booleans, numbers and texts count
+    /// for each other as in the user defaults of macOS, since scripts and users write them in any of these forms.
     [[nodiscard]] bool boolean(std::string_view key) const;
     [[nodiscard]] std::int64_t integer(std::string_view key) const;
+    /// Text only: nothing is converted.
     [[nodiscard]] std::string string(std::string_view key) const;
 };
 

@@ -104,8 +104,8 @@ void AppcastUpdater::lookByItself() {
 }
 
 bool AppcastUpdater::isCheckDue() const {
-    const std::optional<PropertyValue> enabled = services_.preferences.value(enableAutomaticChecksKey);
-    if (enabled && enabled->boolean() == false)
+    const bool isSaid = services_.preferences.value(enableAutomaticChecksKey).has_value();
+    if (isSaid && !services_.preferences.boolean(enableAutomaticChecksKey))
         return false;
     const std::optional<PropertyValue> last = services_.preferences.value(lastCheckTimeKey);
     const std::optional<Date> time = last ? last->date() : std::nullopt;

@@ -156,7 +156,7 @@ TEST_F(AppcastUpdaterTest, aCheckByTheUserShowsWhatGoesOnUnseenAndHowItEnds) {
 }
 
 TEST_F(AppcastUpdaterTest, theReplacedVersionGoesOnceTheNewOneHasRun) {
-    preferences.setValue(enableAutomaticChecksKey, false);
+    preferences.setValue(enableAutomaticChecksKey, 0);
     preferences.setValue(installedVersionKey, "2.0");
     start();
     dispatch.advance(59s);

@@ -63,6 +63,9 @@ TEST_F(UpdaterControllerTest, theStoredChoiceReachesTheFrameworkWhichTellsWhenIt
     framework->changed.emit(false);
     EXPECT_FALSE(controller->canCheckForUpdates());
     EXPECT_EQ(changes, 2);
+    preferences.setValue(automaticallyUpdateKey, 1);
+    controller = make();
+    EXPECT_EQ(preferences.value(automaticallyUpdateKey), PropertyValue(true)) << "was stored as a number";
 }
 
 TEST_F(UpdaterControllerTest, onlyAFeedThatListsAVersionReachesTheFramework) {
