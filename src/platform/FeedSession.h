@@ -10,8 +10,9 @@
 
 namespace stowpocket {
 
-/// More than a list of releases takes, in bytes. A longer answer counts as one without end.
-inline constexpr std::int64_t maxAnswerSize = std::int64_t{1} << 20u;
+/// Far more than a list of releases takes, in bytes: years of them with their notes. A longer answer counts as one
+/// without end.
+inline constexpr std::int64_t maxAnswerSize = std::int64_t{32} << 20u;
 
 struct FeedResponse {
     /// The HTTP status; none for an answer that is not HTTP.
