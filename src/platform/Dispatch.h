@@ -30,8 +30,8 @@ public:
 };
 
 /// The one way to run something later or elsewhere. The program's state lives on the main thread; slow work goes to
-/// the background as a function of values and brings its answer back with `async`. `async`, `background` and
-/// `serialQueue` may be called on any thread, the rest on the main thread only.
+/// the background as a function of values and brings its answer back with `async`. `async`, `background`, `whenIdle`
+/// and `serialQueue` may be called on any thread, the rest on the main thread only.
 class Dispatch {
 public:
     using Work = std::function<void()>;
@@ -45,6 +45,8 @@ public:
     [[nodiscard]] virtual std::unique_ptr<ScheduledWork> every(std::chrono::milliseconds interval, Work work) = 0;
     /// Runs `work` on some other thread. Of work given together some may wait for some: the threads are bounded.
     virtual void background(Work work) = 0;
+    /// The same for work that nobody waits for, on a thread of lowest priority.
+    virtual void whenIdle(Work work) = 0;
     [[nodiscard]] virtual std::unique_ptr<SerialQueue> serialQueue(std::string label) = 0;
 };
 

@@ -71,7 +71,8 @@ std::optional<InstallerImage> findInstallerImage(const InstallerImageServices& s
 }
 
 void putAway(const InstallerImageServices& services, const InstallerImage& image) {
-    static_cast<void>(services.childProcess.run(services.imageTool, {"detach", image.mountPoint, "-quiet"}));
+    if (!services.childProcess.run(services.imageTool, {"detach", image.mountPoint, "-quiet"}))
+        return;
     if (const std::optional<FileURL> file = FileURL::fromPath(image.imagePath))
         static_cast<void>(services.trash.trashItem(*file));
 }
@@ -88,7 +89,7 @@ void InstallerImageCleanup::cleanUp() {
     if (!isInApplicationsFolder(bundle_, home_))
         return;
     pending_ = services_.dispatch.after(pauseAfterLaunch, [services = services_, name = bundle_.lastPathComponent()] {
-        services.dispatch.background([services, name] {
+        services.dispatch.whenIdle([services, name] {
             if (const std::optional<InstallerImage> image = findInstallerImage(services, name))
                 putAway(services, *image);
         });

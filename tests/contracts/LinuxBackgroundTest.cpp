@@ -19,7 +19,7 @@ TEST(LinuxBackgroundTest, whatWorkUsesStaysForItWhenItDoesNotEnd) {
     std::atomic<bool> isToEnd = false;
     std::atomic<int> rounds = 0;
     std::atomic<int> failures = 0;
-    background->dispatch.background([&] {
+    background->dispatch.whenIdle([&] {
         for (; !isToEnd; ++rounds) {
             const bool isRight = background->files.fileExists(file) && background->bookmarks.create(file) &&
                                  background->clock.now() > Date{};

@@ -18,7 +18,14 @@ public:
     [[nodiscard]] std::unique_ptr<ScheduledWork> after(std::chrono::milliseconds delay, Work work) override;
     [[nodiscard]] std::unique_ptr<ScheduledWork> every(std::chrono::milliseconds interval, Work work) override;
     void background(Work work) override { backgroundQueue_.push_back(std::move(work)); }
+    void whenIdle(Work work) override {
+        ++idleWork;
+        background(std::move(work));
+    }
     [[nodiscard]] std::unique_ptr<SerialQueue> serialQueue(std::string label) override;
+
+    /// How often work was given that nobody waits for.
+    int idleWork = 0;
 
     [[nodiscard]] Date now() const override { return Date(now_); }
 

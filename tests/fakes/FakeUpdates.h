@@ -59,7 +59,8 @@ public:
         for (const std::string& argument : arguments)
             call += " " + argument;
         log_.push_back(call);
-        return canRun ? std::optional(Bytes{}) : std::nullopt;
+        const bool runs = canRun && (canDetach || arguments.front() != "detach");
+        return runs ? std::optional(Bytes{}) : std::nullopt;
     }
     [[nodiscard]] std::optional<PropertyValue> parse(const Bytes&) override { return info; }
     [[nodiscard]] bool trashItem(const FileURL& url) override {
@@ -68,6 +69,7 @@ public:
     }
 
     bool canRun = true;
+    bool canDetach = true;
     std::optional<PropertyValue> info;
 };
 

@@ -52,6 +52,10 @@ TEST_F(InstallerImageCleanupTest, theFirstImageWithTheSameBundleIsDetachedAndTra
     cleanUp();
     EXPECT_EQ(log,
               (CallLog{"/usr/bin/hdiutil info -plist", "/usr/bin/hdiutil detach /Volumes/b -quiet", "trash /b.dmg"}));
+    EXPECT_EQ(dispatch.idleWork, 1);
+    tool.canDetach = false;
+    cleanUp();
+    EXPECT_EQ(log.back(), "/usr/bin/hdiutil detach /Volumes/b -quiet") << "nothing more was done";
 }
 
 TEST_F(InstallerImageCleanupTest, onlyACopyInAnApplicationsFolderLooks) {

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtDispatch.h"
 
+#include <QDeadlineTimer>
+#include <QThread>
 #include <QTimer>
 
+#include <algorithm>
+#include <array>
 #include <deque>
 #include <future>
 #include <limits>
@@ -100,8 +104,13 @@ private:
 
 }  // namespace
 
-QtDispatch::QtDispatch() : pool_(std::make_unique<QThreadPool>()), queueThreads_(std::make_unique<QThreadPool>()) {
+QtDispatch::QtDispatch()
+    : pool_(std::make_unique<QThreadPool>()),
+      idlePool_(std::make_unique<QThreadPool>()),
+      queueThreads_(std::make_unique<QThreadPool>()) {
     pool_->setMaxThreadCount(maxThreads);
+    idlePool_->setMaxThreadCount(1);
+    idlePool_->setThreadPriority(QThread::IdlePriority);
     // A queue has nothing to do most of the time, and then no thread.
     queueThreads_->setMaxThreadCount(std::numeric_limits<int>::max());
     queueThreads_->setExpiryTimeout(0);
@@ -111,12 +120,18 @@ QtDispatch::~QtDispatch() {
     if (finish())
         return;
     static_cast<void>(pool_.release());
+    static_cast<void>(idlePool_.release());
     static_cast<void>(queueThreads_.release());
 }
 
 bool QtDispatch::finish() {
     pool_->clear();
-    return pool_->waitForDone(maxExitDelayMs) && queueThreads_->waitForDone(maxExitDelayMs);
+    idlePool_->clear();
+    const QDeadlineTimer deadline(maxExitDelayMs);
+    const std::array pools{pool_.get(), idlePool_.get(), queueThreads_.get()};
+    return std::ranges::all_of(pools, [&deadline](QThreadPool* pool) {
+        return pool->waitForDone(static_cast<int>(deadline.remainingTime()));
+    });
 }
 
 void QtDispatch::async(Work work) {
@@ -133,6 +148,10 @@ std::unique_ptr<ScheduledWork> QtDispatch::every(std::chrono::milliseconds inter
 
 void QtDispatch::background(Work work) {
     pool_->start(std::move(work));
+}
+
+void QtDispatch::whenIdle(Work work) {
+    idlePool_->start(std::move(work));
 }
 
 std::unique_ptr<SerialQueue> QtDispatch::serialQueue(std::string label) {

@@ -26,11 +26,14 @@ public:
     [[nodiscard]] std::unique_ptr<ScheduledWork> after(std::chrono::milliseconds delay, Work work) override;
     [[nodiscard]] std::unique_ptr<ScheduledWork> every(std::chrono::milliseconds interval, Work work) override;
     void background(Work work) override;
+    void whenIdle(Work work) override;
     [[nodiscard]] std::unique_ptr<SerialQueue> serialQueue(std::string label) override;
 
 private:
     QObject mainQueue_;
     std::unique_ptr<QThreadPool> pool_;
+    /// Has no thread before its first work.
+    std::unique_ptr<QThreadPool> idlePool_;
     std::unique_ptr<QThreadPool> queueThreads_;
 };
 
