@@ -11,6 +11,7 @@
 namespace stowpocket {
 namespace {
 
+/// Texts that name no local file are passed over: the shelf could only show them as missing.
 std::vector<FileURL> plainFileURLs(DraggingPasteboard& pasteboard) {
     std::vector<FileURL> urls;
     for (const PasteboardItem& item : pasteboard.items()) {

@@ -17,6 +17,8 @@ constexpr std::string_view fileSize = "fileSize";
 constexpr std::string_view dateAdded = "dateAdded";
 constexpr std::string_view bookmark = "bookmark";
 constexpr std::string_view fallbackPath = "fallbackPath";
+/// Data: the path's bytes, beside a "fallbackPath" that cannot say them.
+constexpr std::string_view fallbackPathBytes = "fallbackPathBytes";
 }  // namespace key
 
 /// What every entry holds, whichever way it leads to its file.
@@ -62,7 +64,25 @@ const Bytes* bookmarkOf(const PropertyValue::Dictionary& entry) {
 
 std::optional<FileURL> fallbackOf(const PropertyValue::Dictionary& entry) {
     const PropertyValue* const path = find(entry, key::fallbackPath);
-    return path == nullptr || path->string() == nullptr ? std::nullopt : FileURL::fromPath(*path->string());
+    if (path == nullptr || path->string() == nullptr)
+        return std::nullopt;
+    std::string exact = *path->string();
+    const PropertyValue* const bytes = find(entry, key::fallbackPathBytes);
+    if (const Bytes* const data = bytes == nullptr ? nullptr : bytes->data()) {
+        const std::string original(data->begin(), data->end());
+        if (validUtf8(original) == exact)
+            exact = original;
+    }
+    // A relative path is one from the root, where desktops start programs.
+    return FileURL::fromPath(exact.starts_with('/') ? exact : '/' + exact);
+}
+
+/// Property lists hold text, but a file name may be any bytes.
+void addPath(PropertyValue::Dictionary& entry, const std::string& path) {
+    const std::string text = validUtf8(path);
+    entry.emplace(key::fallbackPath, text);
+    if (text != path)
+        entry.emplace(key::fallbackPathBytes, Bytes(path.begin(), path.end()));
 }
 
 ShelfItem makeItem(EntryFacts facts, FileURL url, FileManager& fileManager) {
@@ -131,7 +151,7 @@ PropertyValue::Array encodedShelf(const std::vector<ShelfItem>& items) {
         if (item.bookmarkData)
             entry.emplace(key::bookmark, *item.bookmarkData);
         else
-            entry.emplace(key::fallbackPath, validUtf8(item.fileURL.path()));
+            addPath(entry, item.fileURL.path());
         entries.emplace_back(std::move(entry));
     }
     return entries;

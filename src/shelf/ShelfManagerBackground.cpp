@@ -19,8 +19,8 @@ constexpr double defaultScale = 2.0;
 
 /// Files without an extension, and applications, have icons of their own; all others share their type's.
 std::string iconKey(const FileURL& url) {
-    const std::string extension = asciiLowercased(url.pathExtension());
-    return extension.empty() || extension == "app" ? url.path() : extension;
+    const std::string extension = uppercased(url.pathExtension());
+    return extension.empty() || extension == "APP" ? url.path() : extension;
 }
 
 }  // namespace

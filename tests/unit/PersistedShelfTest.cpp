@@ -74,7 +74,6 @@ TEST_F(PersistedShelfTest, damagedEntriesAreLeftOutAndTheOthersKeepTheirOrder) {
         entries.emplace_back(entry);
     }
     entries.emplace_back(entryByPath("/damaged", "not a UUID"));
-    entries.emplace_back(entryByPath("relative"));
     PropertyValue::Dictionary rubbish = entryByPath("/damaged");
     rubbish.emplace("bookmark", Bytes{0, 255, 7});
     entries.emplace_back(rubbish);
@@ -133,6 +132,22 @@ TEST_F(PersistedShelfTest, anEntryByPathGetsABookmarkOrStaysAsMissing) {
     EXPECT_EQ(preferences.saves, 1);
     EXPECT_TRUE(storedEntry(0).contains("bookmark"));
     EXPECT_TRUE(files.accesses.empty()) << "no access is begun on a path";
+}
+
+TEST_F(PersistedShelfTest, anyPathComesBackAsItIsOrAsOneFromTheRoot) {
+    const std::string path = "/caf\xE9 \xEF\xBF\xBD";
+    files.add(path);
+    files.unbookmarkable = {path};
+    manager->addFiles(std::vector{*FileURL::fromPath(path)});
+    EXPECT_EQ(*storedEntry(0).at("fallbackPath").string(), "/caf\xEF\xBF\xBD \xEF\xBF\xBD");
+    restart();
+    EXPECT_EQ(manager->items().at(0).fileURL.path(), path);
+    EXPECT_TRUE(manager->items()[0].isAvailable);
+    store(PropertyValue::Array{entryByPath("a"), entryByPath("")});
+    manager->load();
+    ASSERT_EQ(manager->items().size(), 2u);
+    EXPECT_EQ(manager->items()[0].fileURL.path(), "/a");
+    EXPECT_EQ(manager->items()[1].fileURL.path(), "/");
 }
 
 TEST_F(PersistedShelfTest, twoEntriesOfOneFileShareOneAccess) {
