@@ -7,6 +7,7 @@ import tempfile
 import unittest
 
 import check_objects
+import check_types
 import mac_clang
 
 HERE = pathlib.Path(__file__).parent
@@ -48,6 +49,20 @@ class FaultsTest(unittest.TestCase):
     def test_passes_clean_lines(self):
         clean = '#import <AppKit/AppKit.h>\nvoid f(NSPopover* p) { [p performClose:nil]; }\n// expected-no-diagnostics\n'
         self.assertIs(verify(clean, 'x86_64'), True)
+
+    def test_finds_a_block_that_keeps_a_reference(self):
+        text = '''#import <Foundation/Foundation.h>
+namespace stowpocket { void (^later)(); struct Held { int value; };
+void parameter(const Held& held) { later = ^{ static_cast<void>(held.value); }; }
+void variable(Held* given) { Held& same = *given; later = ^{ ^{ static_cast<void>(same.value); }(); }; }
+void copied(Held held) { const Held* const pointer = &held; later = ^{ static_cast<void>(held.value + pointer->value); }; }
+}'''
+        with tempfile.TemporaryDirectory() as folder:
+            source = pathlib.Path(folder) / 'blocks.mm'
+            source.write_text(text)
+            words = [*mac_clang.command('arm64'), *mac_clang.OBJECTIVE_CXX]
+            self.assertEqual(check_types.kept_references(words, source),
+                             [f'blocks.mm: a block keeps the reference {name}' for name in ('held', 'same')])
 
     def test_finds_a_misspelt_method_of_a_delegate(self):
         source = HERE / 'misspelt_delegate.mm'

@@ -4,6 +4,8 @@ is left.
     check_types.py ARCHITECTURE FOLDER
     check_types.py core FOLDER"""
 import pathlib
+import re
+import subprocess
 import sys
 
 import mac_clang
@@ -39,6 +41,14 @@ def refused(words, sources, options):
     return count
 
 
+def kept_references(words, source):
+    """A block copies what it captures, but of a reference the address: of a value that may be gone when it runs."""
+    dump = ['-fsyntax-only', '-Xclang', '-ast-dump', '-Xclang', '-ast-dump-filter=towpocket']
+    tree = subprocess.run([str(word) for word in [*words, *dump, source]], capture_output=True, text=True, check=True).stdout
+    kept = re.findall(r"-capture (?:nested )?(?:ParmVar|Var) 0x\w+ '(\w+)' '[^']*&'", tree)
+    return sorted({f'{source.name}: a block keeps the reference {name}' for name in kept})
+
+
 def check_core(folder):
     sources = [source for room in mac_clang.CORE for source in sorted((mac_clang.PROJECT / 'src' / room).glob('*.cpp'))
                if source.name != 'StowpocketApp.cpp']
@@ -51,8 +61,13 @@ def check_adapters(architecture, folder):
     for old in folder.glob('*.o'):
         old.unlink()
     words = prepared([*mac_clang.command(architecture), *mac_clang.WARNINGS], 'objective-c++', folder)
-    return refused(words, sorted(mac_clang.ADAPTERS.glob('*.mm')),
-                   lambda source: ['-c', '-o', folder / (source.stem + '.o')])
+    sources = sorted(mac_clang.ADAPTERS.glob('*.mm'))
+    count = refused(words, sources, lambda source: ['-c', '-o', folder / (source.stem + '.o')])
+    if count or architecture != mac_clang.ARCHITECTURES[0]:
+        return count
+    kept = [fault for source in sources if '^' in source.read_text() for fault in kept_references(words, source)]
+    print('\n'.join(kept) or 'no block keeps a reference')
+    return len(kept)
 
 
 if __name__ == '__main__':

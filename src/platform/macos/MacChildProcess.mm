@@ -4,15 +4,20 @@
 
 #import <dispatch/dispatch.h>
 
-#include <atomic>
+#include <array>
+#include <chrono>
+#include <poll.h>
+#include <signal.h>
+#include <unistd.h>
 
 namespace stowpocket {
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 /// Detaching a disk image that is in use may take a minute; a list of images takes some kilobytes.
-constexpr std::int64_t longestRunSeconds = 120;
-constexpr NSUInteger largestOutput = NSUInteger{4} * 1024 * 1024;
-constexpr NSUInteger chunk = NSUInteger{64} * 1024;
+constexpr std::chrono::minutes longestRun{2};
+constexpr std::size_t largestOutput = std::size_t{4} * 1024 * 1024;
 
 NSArray<NSString*>* argumentsOf(const std::vector<std::string>& arguments) {
     NSMutableArray<NSString*>* const list = [NSMutableArray arrayWithCapacity:arguments.size()];
@@ -31,17 +36,27 @@ NSPipe* drainingPipe() {
     return pipe;
 }
 
-/// Reads to the end; true unless there was more than anybody honest writes.
-bool readAll(NSFileHandle* handle, Bytes& output) {
-    while (NSData* const data = [handle readDataUpToLength:chunk error:nil]) {
-        if (data.length == 0)
-            return true;
-        const Bytes read = bytesOf(data);
-        output.insert(output.end(), read.begin(), read.end());
+/// Reads until nobody has the other end any more; false when that is not so in time, or when there was more than
+/// anybody honest writes.
+bool readAll(int file, Clock::time_point deadline, Bytes& output) {
+    std::array<std::uint8_t, 65536> part{};
+    for (;;) {
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+        pollfd question{.fd = file, .events = POLLIN, .revents = 0};
+        if (left.count() <= 0 || ::poll(&question, 1, static_cast<int>(left.count())) <= 0)
+            return false;
+        const ssize_t count = ::read(file, part.data(), part.size());
+        if (count <= 0)
+            return count == 0;
+        output.insert(output.end(), part.begin(), part.begin() + count);
         if (output.size() > largestOutput)
             return false;
     }
-    return true;
+}
+
+bool endsBefore(Clock::time_point deadline, dispatch_semaphore_t ended) {
+    const auto left = std::chrono::duration_cast<std::chrono::nanoseconds>(deadline - Clock::now());
+    return dispatch_semaphore_wait(ended, dispatch_time(DISPATCH_TIME_NOW, left.count())) == 0;
 }
 
 class MacChildProcess : public ChildProcess {
@@ -51,35 +66,26 @@ public:
         @autoreleasepool {
             NSTask* const task = [[NSTask alloc] init];
             NSPipe* const output = [NSPipe pipe];
+            const dispatch_semaphore_t ended = dispatch_semaphore_create(0);
             task.executableURL = [NSURL fileURLWithPath:nsString(executable) isDirectory:NO];
             task.arguments = argumentsOf(arguments);
             task.standardInput = NSFileHandle.fileHandleWithNullDevice;
             task.standardOutput = output;
             task.standardError = drainingPipe();
+            task.terminationHandler = ^(NSTask*) {
+              dispatch_semaphore_signal(ended);
+            };
+            const Clock::time_point deadline = Clock::now() + longestRun;
             if (![task launchAndReturnError:nil])
                 return std::nullopt;
-            const auto isOverdue = std::make_shared<std::atomic<bool>>(false);
-            terminateWhenOverdue(task, isOverdue);
             Bytes bytes;
-            const bool isWithinLimits = readAll(output.fileHandleForReading, bytes);
-            if (!isWithinLimits)
-                [task terminate];
-            [task waitUntilExit];
-            return isWithinLimits && !*isOverdue ? std::optional(std::move(bytes)) : std::nullopt;
+            if (readAll(output.fileHandleForReading.fileDescriptor, deadline, bytes) && endsBefore(deadline, ended))
+                return bytes;
+            // It may not care for a request to end. One of its own children may have the pipe, and is left alone.
+            if (task.running)
+                ::kill(task.processIdentifier, SIGKILL);
+            return std::nullopt;
         }
-    }
-
-private:
-    static void terminateWhenOverdue(NSTask* task, const std::shared_ptr<std::atomic<bool>>& isOverdue) {
-        __weak NSTask* const waiting = task;
-        dispatch_after(dispatch_time(DISPATCH_TIME_NOW, longestRunSeconds * std::int64_t{NSEC_PER_SEC}),
-                       dispatch_get_global_queue(QOS_CLASS_UTILITY, 0), ^{
-                         NSTask* const late = waiting;
-                         if (!late.running)
-                             return;
-                         *isOverdue = true;
-                         [late terminate];
-                       });
     }
 };
 

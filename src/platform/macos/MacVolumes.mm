@@ -26,7 +26,7 @@ private:
     static NSNotificationCenter* center() { return NSWorkspace.sharedWorkspace.notificationCenter; }
 
     /// A notification may wait in the main queue while this object goes, so the block must not count on it.
-    static id<NSObject> observe(NSNotificationName name, const std::weak_ptr<Signal<>>& signal) {
+    static id<NSObject> observe(NSNotificationName name, std::weak_ptr<Signal<>> signal) {
         return [center() addObserverForName:name
                                      object:nil
                                       queue:NSOperationQueue.mainQueue

@@ -10,7 +10,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property(class, readonly, strong) NSFileHandle* fileHandleWithNullDevice;
 @property(readonly, copy) NSData* availableData;
 @property(nullable, copy) void (^readabilityHandler)(NSFileHandle* handle);
-- (nullable NSData*)readDataUpToLength:(NSUInteger)length error:(NSError* _Nullable* _Nullable)error SINCE(10.15);
+@property(readonly) int fileDescriptor;
 @end
 @interface NSPipe : NSObject
 + (NSPipe*)pipe;
@@ -24,9 +24,9 @@ NS_ASSUME_NONNULL_BEGIN
 @property(nullable, strong) id standardOutput;
 @property(nullable, strong) id standardError;
 @property(readonly, getter=isRunning) BOOL running;
+@property(readonly) int processIdentifier;
+@property(nullable, copy) void (^terminationHandler)(NSTask* task);
 - (BOOL)launchAndReturnError:(NSError* _Nullable* _Nullable)error;
-- (void)terminate;
-- (void)waitUntilExit;
 @end
 
 @interface NSAppleEventDescriptor : NSObject <NSCopying, NSSecureCoding>
