@@ -18,18 +18,25 @@ class QuickDrop(DesktopTest):
     def press_keys(self):
         self.desktop.x.keys(*KEYS)
 
-    def take(self, names):
-        """Holds the keys until the files are there, and closes the popover that shows them."""
+    def hold_keys(self, names):
+        """Holds the keys until the files are there and the popover that shows them has the keyboard."""
         with self.desktop.x.holding(*KEYS):
             self.stowpocket.wait_for_files(names)
             popover = wait_for(self.stowpocket.popover, "the popover")
         wait_for(lambda: self.desktop.x.active_window() == popover, "the popover to be active")
+
+    def take(self, names):
+        """The same, and closes the popover."""
+        self.hold_keys(names)
         self.desktop.x.keys("Escape")
         wait_for(lambda: not self.stowpocket.popover(), "the popover to close")
 
-    def take_first_again(self, window):
+    def clear(self):
         self.desktop.start(self.stowpocket.program, "clear")
         self.stowpocket.wait_for_files([])
+
+    def take_first_again(self, window):
+        self.clear()
         window.select_first()
         self.take(self.names[:1])
 
@@ -37,8 +44,10 @@ class QuickDrop(DesktopTest):
         _, window = self.offer(panel, file_manager, 3)
         clipboard = Clipboard(self.desktop, "precious")
         window.select_all()
-        self.take(self.names)
+        self.hold_keys(self.names)
         self.assertEqual(clipboard.text(), "precious")
+        self.clear()
+        self.take(self.names)  # though the popover has the keyboard
         self.take_first_again(window)
         self.assertEqual(clipboard.text(), "precious", "it was put back by the quick drop before")
         return window, clipboard

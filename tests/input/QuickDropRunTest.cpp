@@ -14,6 +14,14 @@ class ScriptedDesktop : public QuickDropDesktop {
 public:
     std::uint32_t activeWindow() override { return ++looks > 1 && windowLater ? *windowLater : window; }
     std::string classOf(std::uint32_t) override { return windowClass; }
+    bool isOwn(std::uint32_t any) override { return any == own; }
+    std::uint32_t lastForeignWindow() override { return foreign; }
+    bool activate(std::uint32_t wanted) override {
+        note(wanted == own ? "back" : "activate", true);
+        if (isObeyed)
+            window = wanted;
+        return isObeyed;
+    }
     ClipboardSnapshot takeSnapshot() override { return note("snapshot", snapshot); }
     bool copyOverBus(std::uint32_t) override { return note("bus", busWorks); }
     bool prepareKeys(CopyKey key, std::uint32_t) override {
@@ -30,6 +38,9 @@ public:
     std::string windowClass = "Thunar";
     std::uint32_t window = 7;
     std::optional<std::uint32_t> windowLater;
+    std::uint32_t own = 99;
+    std::uint32_t foreign = 7;
+    bool isObeyed = true;
     ClipboardSnapshot snapshot{{item("UTF8_STRING", 3)}, true};
     bool busWorks = false;
     std::vector<FileURL> files{*FileURL::fromPath("/tmp/a")};
@@ -66,6 +77,35 @@ TEST(QuickDropRunTest, sendsNothingToOtherPrograms) {
     switched.windowLater = 8;
     EXPECT_TRUE(runQuickDrop(switched).empty());
     EXPECT_EQ(switched.calls, "snapshot, find C");
+}
+
+TEST(QuickDropRunTest, asksTheFileManagerThatWasActiveBeforeOurOwnWindow) {
+    ScriptedDesktop thunar;
+    thunar.window = thunar.own;
+    EXPECT_EQ(runQuickDrop(thunar), thunar.files);
+    EXPECT_EQ(thunar.calls, "snapshot, find C, activate, press, wait, files, restore, back");
+
+    ScriptedDesktop stubborn;
+    stubborn.window = stubborn.own;
+    stubborn.isObeyed = false;
+    EXPECT_TRUE(runQuickDrop(stubborn).empty());
+    EXPECT_EQ(stubborn.calls, "snapshot, find C, activate");
+
+    ScriptedDesktop dolphin;
+    dolphin.window = dolphin.own;
+    dolphin.windowClass = "dolphin";
+    dolphin.busWorks = true;
+    EXPECT_EQ(runQuickDrop(dolphin), dolphin.files);
+    EXPECT_EQ(dolphin.calls, "snapshot, bus, wait, files, restore");
+
+    for (const std::uint32_t before : {0U, 7U}) {
+        ScriptedDesktop terminal;
+        terminal.window = terminal.own;
+        terminal.foreign = before;
+        terminal.windowClass = before == 0 ? "Thunar" : "XTerm";
+        EXPECT_TRUE(runQuickDrop(terminal).empty());
+        EXPECT_EQ(terminal.calls, "");
+    }
 }
 
 TEST(QuickDropRunTest, neverPressesControlCInDolphin) {

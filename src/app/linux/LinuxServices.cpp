@@ -74,7 +74,7 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
           .whenIconStands = [this](std::function<void()> work) { iconStands_.whenReached(std::move(work)); },
       }),
       eventMonitors_(connection_->raw()),
-      fileManagerSelection_(background_->dispatch),
+      fileManagerSelection_(background_->dispatch, *connection_),
       loginItem_(configHome(), ownExecutable()),
       hotkeys_(
           {.connection = *connection_,

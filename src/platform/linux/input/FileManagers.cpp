@@ -9,8 +9,9 @@ namespace {
 
 /// Classes as the programs of Debian 12 set them. All put text/uri-list on the clipboard; only Dolphin also takes
 /// Ctrl+Insert for files.
-constexpr std::array<KnownFileManager, 6> knownFileManagers{{
+constexpr std::array<KnownFileManager, 7> knownFileManagers{{
     {"thunar", CopyKey::controlC, false},
+    {"pcmanfm", CopyKey::controlC, false},
     {"pcmanfm-qt", CopyKey::controlC, false},
     {"org.gnome.nautilus", CopyKey::controlC, false},
     {"caja", CopyKey::controlC, false},

@@ -17,6 +17,12 @@ public:
     /// 0 when no window is active.
     [[nodiscard]] virtual std::uint32_t activeWindow() = 0;
     [[nodiscard]] virtual std::string classOf(std::uint32_t window) = 0;
+    /// Whether the window is this program's.
+    [[nodiscard]] virtual bool isOwn(std::uint32_t window) = 0;
+    /// The last active window that was another program's, also when it is no more; 0 when there was none.
+    [[nodiscard]] virtual std::uint32_t lastForeignWindow() = 0;
+    /// Gives the keyboard to a window and waits until it has it. False when it does not get it.
+    virtual bool activate(std::uint32_t window) = 0;
 
     [[nodiscard]] virtual ClipboardSnapshot takeSnapshot() = 0;
     /// Runs the Copy action of the file manager that has this window. False when it could not be reached.
@@ -34,7 +40,9 @@ public:
 };
 
 /// Has the file manager in front copy its selection, reads the files off the clipboard and puts back what was there.
-/// Nothing is ever sent to another program, and a clipboard that could not be saved completely is not put back.
+/// In front is the active window, or the one that was active before when that is our own, as after a quick drop; it
+/// then gets the keyboard for a moment. Nothing is ever sent to another program, and a clipboard that could not be
+/// saved completely is not put back.
 [[nodiscard]] std::vector<FileURL> runQuickDrop(QuickDropDesktop& desktop);
 
 }  // namespace stowpocket

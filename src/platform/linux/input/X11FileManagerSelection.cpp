@@ -19,8 +19,8 @@ class X11FileManagerSelection::Worker {
 public:
     using Answer = std::function<void(std::vector<FileURL>)>;
 
-    Worker(std::unique_ptr<XcbSession> session, Answer answer)
-        : desktop_(std::move(session)),
+    Worker(std::unique_ptr<XcbSession> session, const X11ActiveWindow& windows, Answer answer)
+        : desktop_(std::move(session), windows),
           answer_(std::move(answer)),
           wakeUp_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
           thread_([this] { work(); }) {}
@@ -74,7 +74,8 @@ private:
     std::thread thread_;
 };
 
-X11FileManagerSelection::X11FileManagerSelection(Dispatch& dispatch) : dispatch_(dispatch) {}
+X11FileManagerSelection::X11FileManagerSelection(Dispatch& dispatch, const X11Connection& connection)
+    : dispatch_(dispatch), windows_(connection) {}
 
 X11FileManagerSelection::~X11FileManagerSelection() = default;
 
@@ -96,7 +97,7 @@ void X11FileManagerSelection::read(Completion completion) {
                     (*selection)->finished(files);
             });
         };
-        worker_ = std::make_unique<Worker>(std::move(session), std::move(answer));
+        worker_ = std::make_unique<Worker>(std::move(session), windows_, std::move(answer));
     }
     completion_ = std::move(completion);
     worker_->start();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/FileManagerSelection.h"
+#include "platform/linux/input/X11ActiveWindow.h"
 
 #include <atomic>
 #include <memory>
@@ -16,7 +17,8 @@ class Dispatch;
 /// on the clipboard. A call during another is answered with no files at once.
 class X11FileManagerSelection : public FileManagerSelection {
 public:
-    explicit X11FileManagerSelection(Dispatch& dispatch);
+    /// Both outlive it. Made after the application.
+    X11FileManagerSelection(Dispatch& dispatch, const X11Connection& connection);
     /// Waits for the other thread, which is cut off from the server. Reads that are not answered yet never will be.
     ~X11FileManagerSelection() override;
     X11FileManagerSelection(const X11FileManagerSelection&) = delete;
@@ -29,6 +31,7 @@ private:
     void finished(const std::vector<FileURL>& files);
 
     Dispatch& dispatch_;
+    const X11ActiveWindow windows_;
     std::unique_ptr<Worker> worker_;
     Completion completion_;  ///< of the read under way
     const std::shared_ptr<X11FileManagerSelection*> self_ = std::make_shared<X11FileManagerSelection*>(this);

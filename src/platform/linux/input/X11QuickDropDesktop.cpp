@@ -22,6 +22,10 @@ constexpr milliseconds busyLimit(5000);
 /// From then on. The slowest one seen took 13 ms, with 5000 files selected.
 constexpr milliseconds copyLimit(400);
 constexpr milliseconds filesLimit(2000);
+/// Window managers answer within a few milliseconds.
+constexpr milliseconds activationLimit(500);
+constexpr milliseconds activationInterval(2);
+constexpr std::uint32_t fromPager = 2;
 constexpr std::size_t longestUriList = 16u << 20;
 constexpr std::size_t longestClass = 1024;
 
@@ -31,8 +35,13 @@ XcbSession::Deadline in(milliseconds time) {
 
 }  // namespace
 
-X11QuickDropDesktop::X11QuickDropDesktop(std::unique_ptr<XcbSession> session)
-    : session_(std::move(session)), reader_(*session_), owner_(*session_), keys_(*session_), ping_(*session_) {
+X11QuickDropDesktop::X11QuickDropDesktop(std::unique_ptr<XcbSession> session, const X11ActiveWindow& windows)
+    : session_(std::move(session)),
+      windows_(windows),
+      reader_(*session_),
+      owner_(*session_),
+      keys_(*session_),
+      ping_(*session_) {
     session_->setEventHandler([this](const xcb_generic_event_t& event) { owner_.handle(event); });
 }
 
@@ -43,6 +52,25 @@ std::uint32_t X11QuickDropDesktop::cardinal(xcb_window_t window, const std::stri
 
 std::uint32_t X11QuickDropDesktop::activeWindow() {
     return cardinal(session_->root(), "_NET_ACTIVE_WINDOW");
+}
+
+/// As a pager would, which window managers always obey. When they have is seen by looking: the events of the root
+/// window are taken for another purpose.
+bool X11QuickDropDesktop::activate(std::uint32_t window) {
+    xcb_client_message_event_t wish{};
+    wish.response_type = XCB_CLIENT_MESSAGE;
+    wish.format = 32;
+    wish.window = window;
+    wish.type = session_->atom("_NET_ACTIVE_WINDOW");
+    wish.data.data32[0] = fromPager;
+    wish.data.data32[1] = session_->serverTime();
+    xcb_send_event(session_->raw(), 0, session_->root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&wish));
+    const XcbSession::Deadline end = in(activationLimit);
+    while (activeWindow() != window && std::chrono::steady_clock::now() < end)
+        static_cast<void>(session_->await(in(activationInterval), [](const auto&) { return false; }));
+    return activeWindow() == window;
 }
 
 /// WM_CLASS is two texts, each ended by NUL: the instance and the class.

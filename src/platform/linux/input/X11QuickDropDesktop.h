@@ -4,6 +4,7 @@
 #include "platform/linux/input/ClipboardOwner.h"
 #include "platform/linux/input/ClipboardReader.h"
 #include "platform/linux/input/QuickDropRun.h"
+#include "platform/linux/input/X11ActiveWindow.h"
 #include "platform/linux/input/X11CopyKeys.h"
 #include "platform/linux/input/X11WindowPing.h"
 
@@ -12,10 +13,14 @@ namespace stowpocket {
 /// The desktop of one X server, on a connection of its own. One thread at a time.
 class X11QuickDropDesktop : public QuickDropDesktop {
 public:
-    explicit X11QuickDropDesktop(std::unique_ptr<XcbSession> session);
+    /// `windows` outlives it.
+    X11QuickDropDesktop(std::unique_ptr<XcbSession> session, const X11ActiveWindow& windows);
 
     [[nodiscard]] std::uint32_t activeWindow() override;
     [[nodiscard]] std::string classOf(std::uint32_t window) override;
+    [[nodiscard]] bool isOwn(std::uint32_t window) override { return windows_.isOwn(window); }
+    [[nodiscard]] std::uint32_t lastForeignWindow() override { return windows_.lastForeign(); }
+    bool activate(std::uint32_t window) override;
     [[nodiscard]] ClipboardSnapshot takeSnapshot() override;
     [[nodiscard]] bool copyOverBus(std::uint32_t window) override;
     [[nodiscard]] bool prepareKeys(CopyKey key, std::uint32_t window) override;
@@ -37,6 +42,7 @@ private:
     [[nodiscard]] std::uint32_t cardinal(xcb_window_t window, const std::string& property);
 
     const std::unique_ptr<XcbSession> session_;
+    const X11ActiveWindow& windows_;
     ClipboardReader reader_;
     ClipboardOwner owner_;
     X11CopyKeys keys_;
