@@ -15,6 +15,8 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <future>
+#include <memory>
 #include <thread>
 
 namespace stowpocket {
@@ -33,6 +35,21 @@ Taking tryLock(const FileDescriptor& file, int kind) {
     return file.isOpen() && errno == EWOULDBLOCK ? Taking::heldByAnother : Taking::impossible;
 }
 
+FileDescriptor openLock(const std::string& path, int mode) {
+    return FileDescriptor(::open(path.c_str(), mode | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, userOnly));
+}
+
+/// For reading where that is enough: a disk that is too busy to be written to does not hold up the start then.
+FileDescriptor openToLock(const std::string& path) {
+    FileDescriptor file = openLock(path, O_RDONLY);
+    if (!file.isOpen() && errno == ENOENT && makeFolders(parentFolder(path)))
+        file = openLock(path, O_RDWR | O_CREAT);
+    // NFS gives this lock only to who may write.
+    if (file.isOpen() && tryLock(file, LOCK_EX) == Taking::impossible && errno == EBADF)
+        file = openLock(path, O_RDWR);
+    return file;
+}
+
 std::string part(const char* what, const char* variable) {
     const char* const value = std::getenv(variable);
     return value == nullptr || *value == '\0' ? std::string() : std::string(", ") + what + ' ' + value;
@@ -49,30 +66,40 @@ std::string readPlace(const FileDescriptor& file) {
     return length > 0 ? std::string(text.data(), static_cast<std::size_t>(length)) : "an unknown place";
 }
 
+/// Waits a moment for the disk and no longer.
+void writePlace(const std::string& path) {
+    constexpr auto diskPatience = 200ms;
+    const auto isWritten = std::make_shared<std::promise<void>>();
+    const std::future<void> written = isWritten->get_future();
+    std::thread([path, place = ownPlace(), isWritten] {
+        const FileDescriptor file = openLock(path, O_WRONLY | O_TRUNC);
+        if (file.isOpen())
+            static_cast<void>(writeAll(file.get(), place));
+        isWritten->set_value();
+    }).detach();
+    static_cast<void>(written.wait_for(diskPatience));
+}
+
 }  // namespace
 
-ProgramLock::ProgramLock(const std::string& path, std::chrono::milliseconds patience) {
-    static_cast<void>(makeFolders(parentFolder(path)));
-    // Not truncated before it is ours: it says where the holder runs.
-    file_ = FileDescriptor(::open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, userOnly));
+ProgramLock::ProgramLock(const std::string& path, std::chrono::milliseconds patience) : file_(openToLock(path)) {
     const auto end = std::chrono::steady_clock::now() + patience;
     Taking taking = tryLock(file_, LOCK_EX);
     while (taking == Taking::heldByAnother && std::chrono::steady_clock::now() < end) {
         std::this_thread::sleep_for(pollInterval);
         taking = tryLock(file_, LOCK_EX);
     }
-    if (taking == Taking::heldByAnother) {
+    if (taking == Taking::heldByAnother)
         holder_ = readPlace(file_);
-    } else if (taking == Taking::impossible) {
+    else if (taking == Taking::taken)
+        writePlace(path);
+    else
         qWarning("stowpocket: %s cannot be locked (%s); a second program would not be noticed", path.c_str(),
                  lastError().message().c_str());
-    } else if (::ftruncate(file_.get(), 0) != 0 || writeAll(file_.get(), ownPlace())) {
-        qWarning("stowpocket: %s cannot be written to", path.c_str());
-    }
 }
 
 std::optional<std::string> ProgramLock::holderOf(const std::string& path) {
-    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const FileDescriptor file = openLock(path, O_RDONLY);
     return tryLock(file, LOCK_SH) == Taking::heldByAnother ? std::optional(readPlace(file)) : std::nullopt;
 }
 
