@@ -37,24 +37,34 @@ private:
     std::promise<void> released_;
 };
 
-TEST(PatientProbe, asksOnAnotherThreadOnlyWhereTheMainThreadCouldHang) {
+TEST(PatientProbe, asksOnAnotherThreadWhereAFileSystemCouldHang) {
     const std::thread::id here = std::this_thread::get_id();
     const std::function<std::thread::id()> question = [] { return std::this_thread::get_id(); };
-    PatientProbe network(firstFolder, 20s);
+    PatientProbe network(firstFolder, {20s, 20s});
     const auto answer = network.ask("/net/file", question);
     EXPECT_TRUE(answer && *answer != here);
-    std::thread([&] { EXPECT_EQ(network.ask("/net", question), std::this_thread::get_id()); }).join();
-    PatientProbe local([](const std::string&) { return std::nullopt; }, 0ms);
+    PatientProbe local([](const std::string&) { return std::nullopt; }, {0ms, 0ms});
     EXPECT_EQ(local.ask("/home", question), here);
 }
 
 TEST(PatientProbe, holdsOneThreadForAMountThatHangsAndTrustsTheOthers) {
-    PatientProbe probe(firstFolder, 5ms);
+    PatientProbe probe(firstFolder, {5ms, 10ms});
+    std::atomic<int> waits{0};
+    probe.setRunWait([&](const std::function<bool()>& wait) { return ++waits, wait(); });
     Hanging dead;
     const std::function<int()> question = dead.question();
-    for (int time = 0; time < 20; ++time)
-        EXPECT_EQ(probe.ask<int>("/dead/file", question), std::nullopt);
+    const auto askOften = [&] {
+        for (int time = 0; time < 20; ++time)
+            EXPECT_EQ(probe.ask<int>("/dead/file", question), std::nullopt);
+    };
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 4; ++thread)
+        threads.emplace_back(askOften);
+    askOften();
+    for (std::thread& thread : threads)
+        thread.join();
     EXPECT_LE(dead.calls, 1);
+    EXPECT_EQ(waits, 80) << "the threads of the background";
     std::optional<int> answer;
     while (!answer)
         answer = probe.ask<int>("/alive/file", [] { return 3; });
@@ -71,7 +81,7 @@ TEST(PatientProbe, makesFilesOnASilentMountCountAsThere) {
     MountTable mounts;
     bool isNetwork = false;
     PatientProbe probe([&](const std::string&) { return isNetwork ? std::optional<std::string>("/") : std::nullopt; },
-                       1ms);
+                       {1ms, 1ms});
     PosixFileManager files(probe);
     LinuxBookmarks bookmarks(mounts, probe, {});
     const Bytes bookmark = bookmarks.create(folder.url("file")).value();

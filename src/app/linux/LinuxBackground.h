@@ -15,6 +15,10 @@ namespace stowpocket {
 
 /// Every service that background work uses, and the dispatch that runs it. Made on the main thread.
 struct LinuxBackground {
+    LinuxBackground() {
+        probe.setRunWait([this](const std::function<bool()>& wait) { return dispatch.runWait(wait); });
+    }
+
     SystemClock clock;
     MountTable mounts;
     PatientProbe probe{[this](const std::string& path) { return hangingMountOn(*mounts.mounts(), path); }};

@@ -21,6 +21,10 @@ namespace stowpocket {
 
 /// Every service that background work uses, and the dispatch that runs it. Made on the main thread.
 struct MacBackground {
+    MacBackground() {
+        probe.setRunWait([this](const std::function<bool()>& wait) { return dispatch.runWait(wait); });
+    }
+
     SystemClock clock;
     PatientProbe probe{remoteMountOn};
     const std::unique_ptr<FileManager> files = makeMacFileManager(probe);

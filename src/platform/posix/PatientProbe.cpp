@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/PatientProbe.h"
 
+#include <algorithm>
 #include <condition_variable>
-#include <mutex>
 
 namespace stowpocket {
 
@@ -13,38 +13,53 @@ struct PatientProbe::Call {
             const std::lock_guard lock(mutex);
             isDone = true;
         }
-        done.notify_one();
+        done.notify_all();
     }
-    bool wait(std::chrono::milliseconds patience) {
+    bool waitUntil(Clock::time_point end) {
         std::unique_lock lock(mutex);
-        return done.wait_for(lock, patience, [this] { return isDone; });
+        return done.wait_until(lock, end, [this] { return isDone; });
+    }
+    bool isOver() {
+        const std::lock_guard lock(mutex);
+        return isDone;
     }
 
+    const Clock::time_point start = Clock::now();
     std::mutex mutex;
     std::condition_variable done;
     bool isDone = false;
 };
 
-std::optional<std::string> PatientProbe::mountToMistrust(const std::string& path) const {
-    return std::this_thread::get_id() == mainThread_ ? findMount_(path) : std::nullopt;
+bool PatientProbe::waitFor(const std::string& mount, const std::function<void()>& work) {
+    if (std::this_thread::get_id() == mainThread_)
+        return waitUntil(mount, work, patience_.main);
+    return runWait_([&] { return waitUntil(mount, work, patience_.background); });
 }
 
-bool PatientProbe::waitFor(const std::string& mount, std::function<void()> work) {
-    const auto earlier = givenUp_.find(mount);
-    if (earlier != givenUp_.end()) {
-        if (!earlier->second->wait({}))
+bool PatientProbe::waitUntil(const std::string& mount, const std::function<void()>& work,
+                             std::chrono::milliseconds patience) {
+    const Clock::time_point end = Clock::now() + patience;
+    for (;;) {
+        std::shared_ptr<Call> call;
+        bool isOwn = false;
+        {
+            const std::lock_guard lock(mutex_);
+            std::shared_ptr<Call>& latest = calls_[mount];
+            isOwn = latest == nullptr || latest->isOver();
+            if (isOwn)
+                latest = std::make_shared<Call>();
+            call = latest;
+        }
+        if (isOwn) {
+            std::thread([call, work] {
+                work();
+                call->finish();
+            }).detach();
+            return call->waitUntil(end);
+        }
+        if (!call->waitUntil(std::min(end, call->start + patience)))
             return false;
-        givenUp_.erase(earlier);
     }
-    const auto call = std::make_shared<Call>();
-    std::thread([call, work = std::move(work)] {
-        work();
-        call->finish();
-    }).detach();
-    if (call->wait(patience_))
-        return true;
-    givenUp_.emplace(mount, call);
-    return false;
 }
 
 }  // namespace stowpocket

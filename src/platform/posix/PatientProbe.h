@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <thread>
@@ -12,24 +13,33 @@
 
 namespace stowpocket {
 
-/// Asks file systems on behalf of the main thread, which must not wait for one that does not answer. A question about
-/// a mount that may hang runs on a thread of its own and is given up after a moment; while such a thread is still
-/// stuck, further questions about that mount are given up at once, so that a dead mount holds one thread and no more.
+/// Asks file systems on behalf of threads that must not wait for ever: the main thread, which may hardly wait at all,
+/// and those of background work, of which there are few. A question about a mount that may hang runs on a thread of
+/// its own and is given up after a while. One such thread asks a mount at a time, so that a dead mount holds one
+/// thread and no more; while it has been silent for longer than the asker would wait, it is not waited for at all.
+/// Made on the main thread; asked on any.
 class PatientProbe {
 public:
-    /// The mount on the way to a path that may hang, if there is one.
+    /// The mount on the way to a path that may hang, if there is one. Any thread.
     using FindMount = std::function<std::optional<std::string>(const std::string& path)>;
+    /// Calls `wait`, which takes long, on a thread that is not the main one.
+    using RunWait = std::function<bool(const std::function<bool()>& wait)>;
 
-    /// A fifth of a second: seen as a hitch, not yet as a hang.
-    static constexpr std::chrono::milliseconds usualPatience{200};
+    struct Patience {
+        /// A fifth of a second: seen as a hitch, not yet as a hang.
+        std::chrono::milliseconds main{200};
+        /// A disk somewhere in the network may have to start turning.
+        std::chrono::milliseconds background{5000};
+    };
 
-    /// Made on the main thread.
-    explicit PatientProbe(FindMount findMount, std::chrono::milliseconds patience = usualPatience)
-        : findMount_(std::move(findMount)), patience_(patience) {}
+    explicit PatientProbe(FindMount findMount) : PatientProbe(std::move(findMount), Patience()) {}
+    PatientProbe(FindMount findMount, Patience patience) : findMount_(std::move(findMount)), patience_(patience) {}
+
+    /// Lets the owner of background threads know which of them only wait. Called before anybody asks.
+    void setRunWait(RunWait runWait) { runWait_ = std::move(runWait); }
 
     /// The answer to `question`, which looks at files on the way to `path`; none when the file system did not give
-    /// one in time. It may outlive this call and owns whatever it needs. On other threads than the main one it is
-    /// simply called.
+    /// one in time. It may outlive this call and owns whatever it needs.
     template <class Answer>
     [[nodiscard]] std::optional<Answer> ask(const std::string& path, std::function<Answer()> question) {
         const std::optional<std::string> mount = mountToMistrust(path);
@@ -41,20 +51,27 @@ public:
         return std::move(*answer);
     }
 
-    /// The mount on the way to `path` that may hang; always none off the main thread, which may wait.
-    [[nodiscard]] std::optional<std::string> mountToMistrust(const std::string& path) const;
+    /// The mount on the way to `path` that may hang.
+    [[nodiscard]] std::optional<std::string> mountToMistrust(const std::string& path) const {
+        return findMount_(path);
+    }
 
 private:
     struct Call;
+    using Clock = std::chrono::steady_clock;
 
     /// Whether `work` was done in time.
-    [[nodiscard]] bool waitFor(const std::string& mount, std::function<void()> work);
+    [[nodiscard]] bool waitFor(const std::string& mount, const std::function<void()>& work);
+    [[nodiscard]] bool waitUntil(const std::string& mount, const std::function<void()>& work,
+                                 std::chrono::milliseconds patience);
 
     const FindMount findMount_;
-    const std::chrono::milliseconds patience_;
+    const Patience patience_;
+    RunWait runWait_ = [](const std::function<bool()>& wait) { return wait(); };
     const std::thread::id mainThread_ = std::this_thread::get_id();
-    /// By mount, the last call that was given up. Main thread only.
-    std::map<std::string, std::shared_ptr<Call>> givenUp_;
+    std::mutex mutex_;
+    /// By mount, the latest call; it may be over.
+    std::map<std::string, std::shared_ptr<Call>> calls_;
 };
 
 }  // namespace stowpocket

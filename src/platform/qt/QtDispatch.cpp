@@ -154,6 +154,13 @@ void QtDispatch::whenIdle(Work work) {
     idlePool_->start(std::move(work));
 }
 
+bool QtDispatch::runWait(const std::function<bool()>& wait) {
+    pool_->releaseThread();
+    const bool answer = wait();
+    pool_->reserveThread();
+    return answer;
+}
+
 std::unique_ptr<SerialQueue> QtDispatch::serialQueue(std::string label) {
     return std::make_unique<ThreadSerialQueue>(*queueThreads_, std::move(label));
 }

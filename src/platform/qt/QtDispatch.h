@@ -29,6 +29,9 @@ public:
     void whenIdle(Work work) override;
     [[nodiscard]] std::unique_ptr<SerialQueue> serialQueue(std::string label) override;
 
+    /// Calls `wait` on a thread of background work, which does not count as one meanwhile: another takes its place.
+    [[nodiscard]] bool runWait(const std::function<bool()>& wait);
+
 private:
     QObject mainQueue_;
     std::unique_ptr<QThreadPool> pool_;
