@@ -2,6 +2,7 @@
 #include "app/linux/LinuxServices.h"
 #include "cli/CommandLine.h"
 #include "cli/ShelfCommands.h"
+#include "platform/linux/ExitHandler.h"
 #include "platform/linux/session/BusInstance.h"
 #include "platform/linux/session/CommandProcess.h"
 #include "platform/linux/session/OwnExecutable.h"
@@ -42,6 +43,12 @@ int runProgram(int argc, char** argv, const Command& command, const StartupToken
     // A plain Wayland client can neither place a popover nor watch drags, so X11 is taken where both are there.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "xcb");
+    if (qgetenv("QT_QPA_PLATFORM") == "xcb") {
+        if (const std::optional<std::string> problem = X11Connection::displayProblem()) {
+            std::fprintf(stderr, "stowpocket: %s\n", problem->c_str());
+            return EXIT_FAILURE;
+        }
+    }
     QApplication application(argc, argv);
     describe(application);
     // Asked first, so that a second start never shows an icon.
@@ -60,10 +67,17 @@ int runProgram(int argc, char** argv, const Command& command, const StartupToken
     ShelfCommands commands(*delegate, [&](const StartupTokens& given) { services->useTokens(given); });
     instance->serve(commands);
     openFilesAtStart(command, version, commands, tokens);
-    QObject::connect(&application, &QApplication::aboutToQuit, [&] {
-        delegate->applicationWillTerminate();
+    const auto finishSaving = [&services] {
         if (const std::optional<std::string> problem = services->finishSaving())
             std::fprintf(stderr, "stowpocket: the last changes are not saved: %s\n", problem->c_str());
+    };
+    QObject::connect(&application, &QApplication::aboutToQuit, [&] {
+        delegate->applicationWillTerminate();
+        finishSaving();
+    });
+    const ExitHandler displayIsGone([&] {
+        std::fputs("stowpocket: ends, as the X11 display is gone\n", stderr);
+        finishSaving();
     });
     const TerminationSignals signals([&] { services->application().terminate(); });
     const int exitCode = QApplication::exec();

@@ -48,6 +48,18 @@ constexpr std::uint32_t longestProperty = 16384;
 
 }  // namespace
 
+std::optional<std::string> X11Connection::displayProblem() {
+    const std::string display = qEnvironmentVariable("DISPLAY").toStdString();
+    if (display.empty())
+        return "there is no X11 display, as DISPLAY is not set";
+    xcb_connection_t* const trial = xcb_connect(nullptr, nullptr);
+    const bool isReached = xcb_connection_has_error(trial) == 0;
+    xcb_disconnect(trial);
+    if (isReached)
+        return std::nullopt;
+    return "the X11 display \"" + display + "\" is not there or refuses this program";
+}
+
 std::unique_ptr<X11Connection> X11Connection::ofApplication() {
     const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (x11 == nullptr || x11->connection() == nullptr)

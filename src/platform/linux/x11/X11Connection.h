@@ -60,6 +60,8 @@ enum class X11Atom : std::size_t {
 /// and answer nothing when the window asked about is gone. Main thread; outlives all that use it.
 class X11Connection {
 public:
+    /// Why this program cannot reach the display that its environment names; Qt would end the process over it.
+    [[nodiscard]] static std::optional<std::string> displayProblem();
     /// None when the desktop is not reached through X11.
     [[nodiscard]] static std::unique_ptr<X11Connection> ofApplication();
 
