@@ -21,11 +21,13 @@ GridLayout AdaptiveGrid::layout(double width, double tileWidth, std::span<const 
     for (std::size_t first = 0; first < tileHeights.size(); first += columns) {
         const auto row = tileHeights.subspan(first, std::min(columns, tileHeights.size() - first));
         const double top = first == 0 ? 0 : layout.height + rowSpacing;
+        const double rowHeight = *std::ranges::max_element(row);
         for (std::size_t column = 0; column < row.size(); ++column) {
             const double columnLeft = left + static_cast<double>(column) * (columnWidth + columnSpacing);
-            layout.positions.push_back({columnLeft + (columnWidth - tileWidth) / 2, top});
+            layout.positions.push_back(
+                {columnLeft + (columnWidth - tileWidth) / 2, top + (rowHeight - row[column]) / 2});
         }
-        layout.height = top + *std::ranges::max_element(row);
+        layout.height = top + rowHeight;
     }
     return layout;
 }

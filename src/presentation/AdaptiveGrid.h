@@ -29,7 +29,7 @@ struct AdaptiveGrid {
 
     /// At least one.
     [[nodiscard]] std::size_t columnCount(double width) const;
-    /// Places tiles of the same width, each in the middle of its column and at the top of its row.
+    /// Places tiles of the same width, each in the middle of its column and its row.
     [[nodiscard]] GridLayout layout(double width, double tileWidth, std::span<const double> tileHeights) const;
 };
 

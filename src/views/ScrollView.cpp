@@ -4,6 +4,7 @@
 #include "views/Compose.h"
 #include "views/ScrollIndicator.h"
 
+#include <QEvent>
 #include <QScrollBar>
 
 namespace stowpocket {
@@ -23,6 +24,15 @@ ScrollView::ScrollView(QLayout* stack) : indicator_(new ScrollIndicator(*vertica
 
 QSize ScrollView::sizeHint() const {
     return widget()->sizeHint();
+}
+
+void ScrollView::measureContent() {
+    // A layout inside another is measured anew only when it is activated, and a scroll area that is hidden does not
+    // follow its content, neither then nor when it is shown with the size that it had before.
+    widget()->layout()->activate();
+    QEvent layoutRequest(QEvent::LayoutRequest);
+    QScrollArea::event(&layoutRequest);
+    updateGeometry();
 }
 
 void ScrollView::resizeEvent(QResizeEvent* event) {

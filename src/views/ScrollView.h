@@ -13,6 +13,8 @@ class ScrollView : public QScrollArea {
 public:
     explicit ScrollView(QLayout* stack);
 
+    /// Follows a change of what is in it, shown or hidden.
+    void measureContent();
     /// Wishes to show all of the content.
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return {0, 0}; }

@@ -22,7 +22,7 @@ ShelfContentView::ShelfContentView(std::shared_ptr<ShelfViewModel> viewModel, Dr
       fullNotice_(text(QStringLiteral("Shelf full - remove items to add more."),
                        {.pointSize = captionPointSize, .role = ColorRole::accent})),
       scrollView_(new ScrollView(
-          padded(vstack(0, padded(grid_, {.horizontal = gridPadding, .top = gridPadding, .bottom = 0}),
+          padded(vstack(defaultSpacing, padded(grid_, {.horizontal = gridPadding, .top = gridPadding, .bottom = 0}),
                         padded(compactDropZone_, {.horizontal = gridPadding, .top = belowGridPadding, .bottom = 0}),
                         padded(fullNotice_, {.top = belowGridPadding, .bottom = 0})),
                  {.bottom = bottomPadding}))) {
@@ -36,15 +36,12 @@ void ShelfContentView::evaluate(const ShelfPresentation& shown) {
     using Content = ShelfPresentation::Content;
     using BelowGrid = ShelfPresentation::BelowGrid;
     acceptsDrops_ = shown.acceptsDrops;
-    dropZone_->setVisible(shown.content == Content::dropZone);
-    scrollView_->setVisible(shown.content == Content::grid);
     compactDropZone_->setVisible(shown.belowGrid == BelowGrid::compactDropZone);
     fullNotice_->setVisible(shown.belowGrid == BelowGrid::fullNotice);
-    // A layout inside another is measured anew only when it is activated, and a scroll area does not pass on that its
-    // content wishes for another height.
-    scrollView_->widget()->updateGeometry();
-    scrollView_->widget()->layout()->activate();
-    scrollView_->updateGeometry();
+    // Before it is shown: content that gets another size while its first one is announced to it is not told of it.
+    scrollView_->measureContent();
+    dropZone_->setVisible(shown.content == Content::dropZone);
+    scrollView_->setVisible(shown.content == Content::grid);
     updateGeometry();
 }
 

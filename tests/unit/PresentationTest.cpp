@@ -42,6 +42,7 @@ TEST(AdaptiveGridTest, fillsItsColumnsInRowsAsHighAsTheirHighestTile) {
     const GridLayout layout = grid.layout(255, 80, heights);  // two columns, not wider than 100
     EXPECT_EQ(layout.positions[0].x, (255 - 208) / 2.0 + 10);
     EXPECT_EQ(layout.positions[1].x - layout.positions[0].x, 108);
+    EXPECT_EQ(layout.positions[0].y, 5) << "in the middle of the row";
     EXPECT_EQ(layout.positions[2].y, 118);
     EXPECT_EQ(layout.positions[4].y, 226);
     EXPECT_EQ(layout.height, 326);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/qt/PopoverWindow.h"
 #include "ShelfViewFixture.h"
 #include "views/Spinner.h"
 
@@ -140,6 +141,73 @@ TEST_F(ShelfViewTest, scrollsWhenTheHostHasNoRoomForAllTiles) {
     EXPECT_LT(view->height(), 300);
     EXPECT_EQ(scroll[0]->verticalScrollBar()->maximum(), 0);
 }
+
+/// The shelf in a popover below an icon, on a screen of that height.
+class ShelfPopoverTest : public testing::TestWithParam<double>, protected ShelfViewFixture {
+protected:
+    ShelfPopoverTest()
+        : window_(
+              PopoverEdge::cut,
+              [](const QSize& content, int shadow) {
+                  const Rect icon{400, 0, 24, 24};
+                  return placePopover(icon, {double(content.width()), double(content.height())},
+                                      {0, 24, 800, GetParam()}, shadow);
+              },
+              [] {}) {
+        window_.setContent(&open());
+    }
+
+    void setOpen(bool isOpen) {
+        if (isOpen)
+            window_.follow();
+        window_.setVisible(isOpen);
+        QApplication::processEvents();
+    }
+
+    /// Opens the popover if it is closed; nothing in it is to lie over anything else or to be cut off.
+    void expectInOrder() {
+        QApplication::processEvents();
+        setOpen(true);
+        const int limit = int(GetParam() - popoverMargin - popoverArrowHeight);
+        EXPECT_EQ(view->height(), std::min(view->sizeHint().height(), limit));
+        QWidget& content = *view->findChild<QScrollArea*>()->widget();
+        EXPECT_TRUE(!content.isVisible() || content.height() == content.sizeHint().height());
+        const QRect whole(QPoint(), content.size());
+        QRect above;
+        for (const QWidget* const part : content.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+            if (!part->isVisible())
+                continue;
+            EXPECT_GT(part->y(), above.bottom());
+            EXPECT_TRUE(whole.contains(part->geometry()));
+            above = part->geometry();
+        }
+    }
+
+private:
+    PopoverWindow window_;
+};
+
+TEST_P(ShelfPopoverTest, isInOrderAfterAnyNumberOfFilesCame) {
+    preferences.setValue(shelfCapacityKey, 13);
+    int first = 0;
+    for (const bool isOpen : {true, false}) {
+        for (int count = 0; count <= 13; ++count) {
+            SCOPED_TRACE(std::to_string(count) + (isOpen ? " into the open popover" : " into the closed popover"));
+            manager->clear();
+            expectInOrder();
+            const auto change = [&](const std::function<void()>& work) {
+                setOpen(isOpen);
+                work();
+                expectInOrder();
+            };
+            change([&] { addFiles(count, first += 100); });
+            change([&] { addFiles(1, first += 100); });
+            change([&] { manager->removeItem(manager->items()[0].id); });
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(screens, ShelfPopoverTest, testing::Values(2000, 420));
 
 TEST_F(ShelfViewTest, theFooterOpensSettingsAndQuits) {
     open();
