@@ -38,11 +38,15 @@ void AppDelegate::showPopover(Animation animation) {
     if (animation == Animation::none)
         popover_->setAnimates(false);
     popover_->show(*button);
-    popover_->makeKey();
-    services_.application.activate();
+    if (popover_->isShown()) {
+        popover_->makeKey();
+        services_.application.activate();
+    }
     if (animation == Animation::none)
         popover_->setAnimates(true);
     globalClickMonitor_.reset();
+    if (!popover_->isShown())
+        return;
     globalClickMonitor_ = services_.eventMonitors.addGlobalMouseDownMonitor(weakly(&AppDelegate::clickedElsewhere));
 }
 

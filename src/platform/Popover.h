@@ -14,7 +14,8 @@ public:
     [[nodiscard]] virtual bool isShown() const = 0;
     /// Whether the next show and close are animated; at first they are.
     virtual void setAnimates(bool animates) = 0;
-    /// Opens below `anchor`, kept on the screen, as large as its content.
+    /// Opens below `anchor`, kept on the screen, as large as its content; stays closed where the anchor has no place
+    /// on the screen.
     virtual void show(StatusItemButton& anchor) = 0;
     /// Gives its window the keyboard.
     virtual void makeKey() = 0;

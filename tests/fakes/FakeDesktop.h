@@ -82,6 +82,8 @@ public:
     [[nodiscard]] bool isShown() const override { return shown_; }
     void setAnimates(bool animates) override { log_.push_back(animates ? "animates" : "no animation"); }
     void show(StatusItemButton&) override {
+        if (!hasPlace)
+            return;
         shown_ = true;
         log_.push_back("show");
     }
@@ -90,6 +92,8 @@ public:
         shown_ = false;
         log_.push_back("close");
     }
+
+    bool hasPlace = true;
 
 private:
     bool shown_ = false;

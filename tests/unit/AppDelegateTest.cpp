@@ -73,6 +73,29 @@ TEST_F(AppDelegateTest, aDragOverTheIconOpensTheShelfAtOnceAndOnlyOnce) {
     EXPECT_EQ(monitors.clickHandlers.size(), 1u);
 }
 
+TEST_F(AppDelegateTest, aDropOnTheIconIsTakenInAndShown) {
+    launch();
+    FakePasteboard pasteboard;
+    pasteboard.addFileURL("file:///files/7.txt");
+    EXPECT_TRUE(dropView().performDragOperation(pasteboard));
+    EXPECT_EQ(shelf().items().size(), 1u);
+    EXPECT_EQ(log, (CallLog{"no animation", "show", "key", "activate", "animates"}));
+}
+
+TEST_F(AppDelegateTest, pressedHotkeysDoWhatTheyAreForAndQuitEndsTheProgram) {
+    launch();
+    notifications.post(quickDropNotification);
+    EXPECT_TRUE(log.empty()) << "nothing is selected";
+    selection.files = makeFiles(1);
+    notifications.post(quickDropNotification);
+    EXPECT_EQ(shelf().items().size(), 1u);
+    EXPECT_EQ(log, (CallLog{"show", "key", "activate"}));
+    notifications.post(togglePopoverNotification);
+    EXPECT_EQ(log.back(), "close");
+    views.onQuit();
+    EXPECT_EQ(log.back(), "terminate");
+}
+
 TEST_F(AppDelegateTest, aClickElsewhereClosesTheShelfAfterAMomentAndEscapeAtOnce) {
     launchAndOpen();
     monitors.clickElsewhere();
@@ -128,14 +151,14 @@ TEST_F(AppDelegateTest, itsKeysWorkInsideTheApplicationWithExactlyTheirFlags) {
 
 TEST_F(AppDelegateTest, aChangedShortcutTakesOverAndAClearedOneIsDead) {
     launch();
-    preferences.setValue(preferenceKey::shelfHotkeyKeyCode, 40);
+    preferences.setValue(preferenceKey::shelfHotkeyKeyCode, 0);
     preferences.setValue(preferenceKey::quickDropKeyCode, -1);
     notifications.post(shortcutChangedNotification);
     EXPECT_EQ(log, CallLog{"hotkey 1"});
     EXPECT_EQ(hotkeyService.registered.size(), 1u);
     EXPECT_FALSE(monitors.press(1, 0xA0000));
     EXPECT_FALSE(monitors.press(2, 0xA0000));
-    EXPECT_TRUE(monitors.press(40, 0xA0000));
+    EXPECT_TRUE(monitors.press(0, 0xA0000));
     preferences.setValue(preferenceKey::shelfHotkeyKeyCode, 65536);
     notifications.post(shortcutChangedNotification);
     EXPECT_DEATH(monitors.press(1, 0), "16 bits");
@@ -163,6 +186,7 @@ TEST_F(AppDelegateTest, volumesThatComeAndGoAreLookedAtAndAHangingLookDoesNotPil
     EXPECT_EQ(dispatch.backgroundCount(), 1u);
     dispatch.runAll();
     volumes.unmounted.emit();
+    EXPECT_EQ(dispatch.backgroundCount(), 1u);
     dispatch.advance(60s);
     EXPECT_EQ(dispatch.backgroundCount(), 1u);
 }
@@ -196,6 +220,14 @@ TEST_F(AppDelegateTest, aBarWithoutRoomLeavesTheRestRunning) {
     shelf().addFiles(makeFiles(1));
     app->statusItemClicked();
     EXPECT_TRUE(log.empty());
+}
+
+TEST_F(AppDelegateTest, aShelfThatFindsNoPlaceCountsAsClosed) {
+    launch();
+    views.popover->hasPlace = false;
+    app->showPopover(Animation::none);
+    EXPECT_EQ(log, (CallLog{"no animation", "animates"}));
+    EXPECT_TRUE(monitors.clickHandlers.empty());
 }
 
 TEST_F(AppDelegateTest, whatItHandedOutDoesNothingOnceItIsGone) {
