@@ -22,7 +22,7 @@ public:
 
     /// Whether something is at `url`; a symbolic link counts when its target exists.
     [[nodiscard]] virtual bool fileExists(const FileURL& url) = 0;
-    /// None when there is nothing at `url` or it may not be looked at.
+    /// Of a symbolic link itself. None when there is nothing at `url` or it may not be looked at.
     [[nodiscard]] virtual std::optional<FileAttributes> attributes(const FileURL& url) = 0;
     /// Makes the folder and those above it, readable by the user alone. True when it stands afterwards.
     [[nodiscard]] virtual bool createDirectory(const FileURL& url) = 0;

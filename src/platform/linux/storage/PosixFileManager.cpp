@@ -13,15 +13,16 @@ namespace stowpocket {
 namespace {
 
 /// None when there is nothing, or it may not be looked at. An automount point is not mounted just for looking.
-std::optional<struct statx> status(const std::string& path) {
+std::optional<struct statx> status(const std::string& path, int flags = 0) {
     struct statx found {};
-    if (::statx(AT_FDCWD, path.c_str(), AT_NO_AUTOMOUNT, STATX_BASIC_STATS, &found) != 0)
+    if (::statx(AT_FDCWD, path.c_str(), AT_NO_AUTOMOUNT | flags, STATX_BASIC_STATS, &found) != 0)
         return std::nullopt;
     return found;
 }
 
+/// Of a link itself, as on macOS.
 std::optional<FileAttributes> attributesOf(const std::string& path) {
-    const std::optional<struct statx> found = status(path);
+    const std::optional<struct statx> found = status(path, AT_SYMLINK_NOFOLLOW);
     if (!found)
         return std::nullopt;
     FileAttributes attributes;
