@@ -73,12 +73,14 @@ public:
         if (refuses)
             return nullptr;
         registered.push_back({keyCode, modifiers, identifier});
+        mostAtOnce = std::max(mostAtOnce, registered.size());
         return std::make_unique<ListedToken<HotkeyRegistration, Registered>>(registered);
     }
     [[nodiscard]] HotkeySource source() const override { return currentSource; }
 
     Handler handler;
     std::list<Registered> registered;
+    std::size_t mostAtOnce = 0;
     bool refuses = false;
     HotkeySource currentSource = HotkeySource::windowSystem;
 };

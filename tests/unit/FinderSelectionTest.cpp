@@ -30,9 +30,11 @@ private:
 
 class FakeScripts : public ScriptService {
 public:
-    [[nodiscard]] std::unique_ptr<Script> makeScript(const std::string&) override {
+    [[nodiscard]] std::unique_ptr<Script> makeScript(const std::string& newSource) override {
+        source = newSource;
         return makes ? std::make_unique<FakeScript>(result) : nullptr;
     }
+    std::string source;
     bool makes = true;
     /// None for a script that ends in an error.
     std::optional<FakeResult> result;
@@ -65,6 +67,14 @@ TEST_F(FinderSelectionTest, takesAListInItsOrderOrOnePathAndSkipsWhatIsNone) {
     EXPECT_EQ(selected(), (std::vector<std::string>{"/b", "/a", "/folder", "/a"}));
     scripts.result = FakeResult{{}, "/only"};
     EXPECT_EQ(selected(), std::vector<std::string>{"/only"});
+    EXPECT_EQ(scripts.source, "tell application \"Finder\"\n"
+                              "    set theSelection to selection\n"
+                              "    set thePaths to {}\n"
+                              "    repeat with theItem in theSelection\n"
+                              "        set end of thePaths to POSIX path of (theItem as alias)\n"
+                              "    end repeat\n"
+                              "    return thePaths\n"
+                              "end tell");
 }
 
 TEST_F(FinderSelectionTest, everyFailureIsAnEmptySelection) {

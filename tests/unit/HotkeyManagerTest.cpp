@@ -32,6 +32,7 @@ TEST_F(HotkeyManagerTest, registersTheStoredShortcutsOnceEach) {
     manager.registerQuickDropHotkey();
     preferences.setValue(preferenceKey::shelfHotkeyModifiers, 0x1E0000 | 0x810000);  // no Caps Lock, no function key
     manager.registerShelfHotkey();
+    EXPECT_EQ(service.mostAtOnce, 2u) << "the old one goes before the new one comes";
     EXPECT_EQ(service.registered, (std::list<Registered>{{2, 0xA00, {0x53504B32, 2}}, {1, 0x1B00, {0x53504B31, 1}}}));
     preferences.setValue(preferenceKey::shelfHotkeyKeyCode, -1);
     manager.registerShelfHotkey();

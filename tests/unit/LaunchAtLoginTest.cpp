@@ -45,6 +45,9 @@ TEST_F(LaunchAtLoginTest, aWishThatCannotBeGrantedIsTakenBack) {
     loginItem.current = Status::enabled;
     launchAtLogin.sync();
     EXPECT_TRUE(wish()) << "it cannot be turned off";
+    storeWish(false);
+    launchAtLogin.wishChanged(false);
+    EXPECT_TRUE(wish());
 
     loginItem.current = Status::requiresApproval;
     storeWish(true);

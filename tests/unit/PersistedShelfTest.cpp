@@ -49,6 +49,7 @@ TEST_F(PersistedShelfTest, writesOneBookmarkOrOnePathPerItem) {
 }
 
 TEST_F(PersistedShelfTest, comesBackAsItWas) {
+    dispatch.advance(std::chrono::milliseconds(250));
     addFiles(3);
     const std::vector<ShelfItem> before = manager->items();
     restart();
@@ -121,7 +122,9 @@ TEST_F(PersistedShelfTest, aRenamedFileIsFoundKeepsItsNameAndIsBookmarkedAnew) {
 
 TEST_F(PersistedShelfTest, anEntryByPathGetsABookmarkOrStaysAsMissing) {
     files.add("/there");
-    store(PropertyValue::Array{entryByPath("/there"), entryByPath("/gone")});
+    PropertyValue::Dictionary there = entryByPath("/there");
+    there.emplace("bookmark", "of another type");
+    store(PropertyValue::Array{there, entryByPath("/gone")});
     manager->load();
     ASSERT_EQ(manager->items().size(), 2u);
     EXPECT_TRUE(manager->items()[0].isAvailable);

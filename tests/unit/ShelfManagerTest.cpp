@@ -17,14 +17,17 @@ protected:
     std::vector<ShelfChange> changes;
     Subscription watcher =
         manager->itemsChanged.connect([this](const ShelfChange& change) { changes.push_back(change); });
+    int savesBeforePost = 0;
+    Subscription listener =
+        notifications.observe(itemsChangedNotification, [this] { savesBeforePost = preferences.saves; });
 };
 
 TEST_F(ShelfManagerTest, addsASmallBatchAtOnceAtTheEnd) {
-    const std::vector<FileURL> urls = makeFiles(3);
+    const std::vector<FileURL> urls = makeFiles(5);
     files.removeItem(urls[1]);
     files.unreadable = {urls[2].path()};
     EXPECT_EQ(manager->addFiles(urls), 0);
-    ASSERT_EQ(names(), (std::vector<std::string>{"0.txt", "1.txt", "2.txt"}));
+    ASSERT_EQ(names(), (std::vector<std::string>{"0.txt", "1.txt", "2.txt", "3.txt", "4.txt"}));
     EXPECT_EQ(manager->items()[0].fileSize, 8);
     EXPECT_TRUE(manager->items()[0].isAvailable);
     EXPECT_FALSE(manager->items()[1].isAvailable);
@@ -32,10 +35,11 @@ TEST_F(ShelfManagerTest, addsASmallBatchAtOnceAtTheEnd) {
     EXPECT_EQ(manager->items()[2].fileSize, 0);
     EXPECT_TRUE(files.accesses.empty()) << "no access is begun on a new file";
     EXPECT_EQ(preferences.saves, 1);
+    EXPECT_EQ(savesBeforePost, 1);
     EXPECT_EQ(posts, 1);
     EXPECT_EQ(changes.at(0).kind, Kind::inserted);
-    EXPECT_EQ(changes.at(0).indexes, (Indexes{0, 1, 2}));
-    EXPECT_EQ(thumbnails.asked.size(), 2u) << "of the available ones";
+    EXPECT_EQ(changes.at(0).indexes, (Indexes{0, 1, 2, 3, 4}));
+    EXPECT_EQ(thumbnails.asked.size(), 4u) << "of the available ones";
 }
 
 TEST_F(ShelfManagerTest, aLargeBatchArrivesFromTheBackground) {
@@ -60,10 +64,14 @@ TEST_F(ShelfManagerTest, aLargeBatchArrivesFromTheBackground) {
 }
 
 TEST_F(ShelfManagerTest, pendingFilesTakeUpRoom) {
+    std::vector<bool> loading;
+    const auto arrivals =
+        manager->itemsChanged.connect([&](const ShelfChange&) { loading.push_back(manager->isLoading()); });
     EXPECT_EQ(manager->addFiles(makeFiles(10)), 0);
     EXPECT_EQ(manager->addFiles(makeFiles(15, 100)), 5);
     EXPECT_EQ(manager->pendingAddCount(), 20);
     dispatch.runAll();
+    EXPECT_EQ(loading, std::vector<bool>(2, false)) << "each batch that arrives says that it is over";
     EXPECT_EQ(manager->items().size(), 20u);
 }
 
@@ -108,6 +116,9 @@ TEST_F(ShelfManagerTest, accessEndsOnceWhenAnItemLeavesAndNoFileIsTouched) {
     EXPECT_EQ(files.accesses,
               (std::map<std::string, int>{{"/files/0.txt", 0}, {"/files/1.txt", 0}, {"/files/2.txt", 1}}));
     manager->clear();
+    posts = 0;
+    manager->clear();
+    EXPECT_EQ(posts, 1) << "of an empty shelf too";
     EXPECT_EQ(files.accesses["/files/2.txt"], 0);
     EXPECT_FALSE(files.accesses.contains("/files/3.txt")) << "access that was refused is not ended";
     EXPECT_EQ(files.contents(*FileURL::fromPath("/files/2.txt")), "contents");
@@ -122,10 +133,14 @@ TEST_F(ShelfManagerTest, aRefreshMarksWhatIsGoneAndSavesOnce) {
     changes.clear();
     files.removeItem(*FileURL::fromPath("/files/1.txt"));
     files.removeItem(*FileURL::fromPath("/files/3.txt"));
+    files.existsCalls = 0;
+    const ShelfItem before = manager->items()[1];
     manager->refreshAvailability();
+    EXPECT_EQ(files.existsCalls, 0) << "nothing waits for the disk on the main thread";
     EXPECT_TRUE(manager->items()[1].isAvailable) << "not before the answer is there";
     dispatch.runAll();
     EXPECT_FALSE(manager->items()[1].isAvailable);
+    EXPECT_EQ(manager->items()[1], before) << "an item is itself by its id";
     EXPECT_EQ(preferences.saves, 1);
     EXPECT_EQ(posts, 0);
     EXPECT_EQ(changes.at(0).kind, Kind::updated);
@@ -146,8 +161,7 @@ TEST_F(ShelfManagerTest, aRefreshMarksWhatIsGoneAndSavesOnce) {
 
 TEST_F(ShelfManagerTest, neverLooksTwiceAtOnceAndSkipsWhatLeftMeanwhile) {
     addFiles(2);
-    for (const ShelfItem& item : manager->items())
-        files.removeItem(item.fileURL);
+    files.removeItem(manager->items()[1].fileURL);
     for (int count = 0; count < 50; ++count)
         manager->refreshAvailability();
     EXPECT_EQ(dispatch.backgroundCount(), 1u);
@@ -157,8 +171,10 @@ TEST_F(ShelfManagerTest, neverLooksTwiceAtOnceAndSkipsWhatLeftMeanwhile) {
     ASSERT_EQ(manager->items().size(), 1u);
     EXPECT_FALSE(manager->items()[0].isAvailable);
     EXPECT_EQ(dispatch.backgroundCount(), 1u) << "asked meanwhile, it looks once more";
+    makeFiles(2);
     dispatch.runAll();
     EXPECT_EQ(dispatch.backgroundCount(), 0u);
+    EXPECT_TRUE(manager->items()[0].isAvailable) << "is there again";
 }
 
 TEST_F(ShelfManagerTest, backgroundAnswersComeTooLateHarmlessly) {
@@ -204,10 +220,14 @@ TEST_F(ShelfManagerTest, keepsThumbnailsByItemAndOutlivesRemoval) {
     ASSERT_EQ(thumbnails.asked.size(), 3u) << "the one that failed is asked for again";
     manager->clear();
     EXPECT_NE(manager->thumbnail(first), nullptr) << "the cache is never evicted";
+    thumbnails.asked[2].completion(fakeImage());
+    dispatch.runMain();
+    EXPECT_EQ(manager->thumbnail(second), nullptr) << "its item has left";
 }
 
 TEST_F(ShelfManagerTest, sharesIconsByTypeAndGivesApplicationsTheirOwn) {
-    for (const char* const path : {"/f/a.TXT", "/f/b.txt", "/f/One.app", "/f/Two.APP", "/f/Makefile"}) {
+    for (const char* const path : {"/f/a.TXT", "/f/b.txt", "/f/One.app", "/f/Two.APP", "/f/Three.APP", "/f/Makefile",
+                                   "/f/c.\xC3\x84", "/f/d.\xC3\xA4"}) {
         files.add(path);
         manager->addFiles(std::vector<FileURL>{*FileURL::fromPath(path)});
     }
@@ -215,7 +235,8 @@ TEST_F(ShelfManagerTest, sharesIconsByTypeAndGivesApplicationsTheirOwn) {
         for (const ShelfItem& item : manager->items())
             EXPECT_EQ(manager->icon(item).size, (Size{48, 48}));
     }
-    EXPECT_EQ(icons.askedPaths, (std::vector<std::string>{"/f/a.TXT", "/f/One.app", "/f/Two.APP", "/f/Makefile"}));
+    EXPECT_EQ(icons.askedPaths, (std::vector<std::string>{"/f/a.TXT", "/f/One.app", "/f/Two.APP", "/f/Three.APP",
+                                                          "/f/Makefile", "/f/c.\xC3\x84"}));
 }
 
 TEST_F(ShelfManagerTest, spoolsIntoAFolderOfItsOwn) {
