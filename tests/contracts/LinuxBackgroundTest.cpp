@@ -19,7 +19,7 @@ TEST(LinuxBackgroundTest, whatWorkUsesStaysForItWhenItDoesNotEnd) {
     std::atomic<bool> isToEnd = false;
     std::atomic<int> rounds = 0;
     std::atomic<int> failures = 0;
-    background->dispatch.whenIdle([&] {
+    background->dispatch.background([&] {
         for (; !isToEnd; ++rounds) {
             const bool isRight = background->files.fileExists(file) && background->bookmarks.create(file) &&
                                  background->clock.now() > Date{};
@@ -35,7 +35,7 @@ TEST(LinuxBackgroundTest, whatWorkUsesStaysForItWhenItDoesNotEnd) {
     EXPECT_TRUE(worksOn());
     isToEnd = true;
     EXPECT_EQ(failures, 0);
-    EXPECT_TRUE(background->dispatch.finish());
+    EXPECT_TRUE(comesTrue([&] { return background->dispatch.finish(); }));
     delete background;
 }
 
