@@ -16,8 +16,11 @@ TEST(ProgramLock, tellsTheSecondProgramWhereTheFirstRuns) {
     const TemporaryFolder folder;
     const std::string path = ProgramLock::pathBeside(folder.path("new/folder/preferences.plist"));
     EXPECT_FALSE(ProgramLock::holderOf(path));
-    ::setenv("DISPLAY", ":17", 1);
+    ::setenv("DISPLAY", ":1234567", 1);
     std::optional<ProgramLock> first(path);
+    first.reset();
+    ::setenv("DISPLAY", ":17", 1);
+    first.emplace(path);  // its place is shorter than the one before
     EXPECT_FALSE(first->holder());
     ::setenv("DISPLAY", ":18", 1);
     const ProgramLock second(path, 0ms);

@@ -60,21 +60,23 @@ std::string ownPlace() {
            part("session", "XDG_SESSION_ID") + ", process " + std::to_string(::getpid());
 }
 
+/// A longer place may follow behind the end of the text.
 std::string readPlace(const FileDescriptor& file) {
     std::array<char, 512> text{};
-    const ssize_t length = ::pread(file.get(), text.data(), text.size(), 0);
-    return length > 0 ? std::string(text.data(), static_cast<std::size_t>(length)) : "an unknown place";
+    const ssize_t length = ::pread(file.get(), text.data(), text.size() - 1, 0);
+    return length > 0 ? std::string(text.data()) : "an unknown place";
 }
 
-/// Waits a moment for the disk and no longer.
+/// Waits a moment for the disk and no longer. Nothing is truncated: ext4 takes a millisecond or two to free what a
+/// file holds, at every start.
 void writePlace(const std::string& path) {
     constexpr auto diskPatience = 200ms;
     const auto isWritten = std::make_shared<std::promise<void>>();
     const std::future<void> written = isWritten->get_future();
     std::thread([path, place = ownPlace(), isWritten] {
-        const FileDescriptor file = openLock(path, O_WRONLY | O_TRUNC);
+        const FileDescriptor file = openLock(path, O_WRONLY);
         if (file.isOpen())
-            static_cast<void>(writeAll(file.get(), place));
+            static_cast<void>(writeAll(file.get(), place + '\0'));
         isWritten->set_value();
     }).detach();
     static_cast<void>(written.wait_for(diskPatience));
