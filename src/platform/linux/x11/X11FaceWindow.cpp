@@ -26,10 +26,20 @@ X11FaceWindow::X11FaceWindow(const StatusItemFace& face, DropPromises* promises)
 }
 
 void X11FaceWindow::showFace() {
+    if (isVisible())
+        describe();
+    update();
+}
+
+void X11FaceWindow::showEvent(QShowEvent*) {
+    describe();
+}
+
+/// The first description of a program waits for the accessibility bus, which is not to delay the icon.
+void X11FaceWindow::describe() {
     const QString description = QString::fromStdString(face_.image.accessibilityDescription);
     setAccessibleName(description);
     setToolTip(description);
-    update();
 }
 
 void X11FaceWindow::dragEnterEvent(QDragEnterEvent* event) {

@@ -24,12 +24,15 @@ public:
 
 protected:
     [[nodiscard]] const StatusItemFace& face() const { return face_; }
+    void showEvent(QShowEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
 private:
+    void describe();
+
     const StatusItemFace& face_;
     DropPromises* const promises_;
 };

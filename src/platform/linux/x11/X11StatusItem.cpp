@@ -28,11 +28,12 @@ X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter pain
       onPlaced_(std::move(onPlaced)),
       button_(std::make_shared<X11StatusItemButton>(connection, std::move(paintSymbol), promises)),
       dragWatch_(connection),
+      completed_(
+          button_->completed.connect([this] { managerAppeared(connection_.selectionOwner(X11Atom::trayOwner)); })),
       dragBegan_(dragWatch_.began.connect([this] { button_->dragBegan(); })),
       dragEnded_(dragWatch_.ended.connect([this](DragEnd end) { button_->dragEnded(end); })) {
     QCoreApplication::instance()->installNativeEventFilter(this);
     connection_.hearAlso(connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-    later([this] { managerAppeared(connection_.selectionOwner(X11Atom::trayOwner)); });
     QTimer::singleShot(answeringTime, &context_, [this] {
         if (docking_.state() == TrayDocking::State::waiting)
             qInfo("stowpocket: no tray to dock in; the icon is shown elsewhere until one comes");

@@ -15,7 +15,8 @@
 namespace stowpocket {
 
 /// The place of the icon on the desktop: listens to the server for trays that come and go and for drags, to the
-/// session bus for hosts of items where no tray is of use, and has the icon follow.
+/// session bus for hosts of items where no tray is of use, and has the icon follow. The icon is offered to the tray
+/// as soon as its button is complete: the event loop begins with other work, which would delay it.
 class X11StatusItem : public StatusItem, private QAbstractNativeEventFilter {
 public:
     /// `promises` may be null; `onPlaced` runs whenever the icon has found a place.
@@ -47,6 +48,7 @@ private:
     /// Null until no tray is of use.
     std::unique_ptr<NotifierHost> host_;
     X11DragWatch dragWatch_;
+    Subscription completed_;
     Subscription dragBegan_;
     Subscription dragEnded_;
     /// Everything posted for later is dropped with it.

@@ -67,6 +67,11 @@ void X11StatusItemButton::setTitle(const StatusItemTitle& title) {
         showTitle();
 }
 
+void X11StatusItemButton::addDropView(std::shared_ptr<DraggingDestination> dropView) {
+    face_.dropView = std::move(dropView);
+    completed.emit();
+}
+
 void X11StatusItemButton::showTitle() {
     face_.title = title_;
     showFace();

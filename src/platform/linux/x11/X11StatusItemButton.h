@@ -20,9 +20,12 @@ public:
     void setImage(const StatusItemImage& image) override;
     void setTitle(const StatusItemTitle& title) override;
     void setAction(std::function<void()> action) override { action_ = std::move(action); }
-    void addDropView(std::shared_ptr<DraggingDestination> dropView) override { face_.dropView = std::move(dropView); }
+    void addDropView(std::shared_ptr<DraggingDestination> dropView) override;
     [[nodiscard]] QRect rectOnScreen() const override;
     [[nodiscard]] QRect barOnScreen() const override;
+
+    /// Emitted when it has got its drop view, the last that it is given before it is shown.
+    Signal<> completed;
 
     /// Offers a fresh window to `manager`.
     void dock(xcb_window_t manager);
