@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The program's own drawings, for desktops that have no such symbols themselves.
+#include "platform/qt/SvgImage.h"
 #include "views/SymbolDrawing.h"
+#include "views/TraySymbol.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QPainter>
-#include <QSvgRenderer>
 
 namespace stowpocket {
 namespace {
@@ -14,18 +16,21 @@ constexpr QByteArrayView strokeInDrawing = "stroke-width=\"1.8\"";
 constexpr QByteArrayView primaryInDrawing = "currentColor";
 constexpr QByteArrayView secondaryInDrawing = "#ff0000";
 
-QByteArray strokeOf(FontWeight weight) {
+/// All are drawn in a square of that side.
+constexpr double sideInDrawing = 24;
+
+double strokeOf(FontWeight weight) {
     switch (weight) {
     case FontWeight::regular:
-        return "1.8";
+        return 1.8;
     case FontWeight::medium:
-        return "2.1";
+        return 2.1;
     case FontWeight::semibold:
-        return "2.4";
+        return 2.4;
     case FontWeight::bold:
-        return "2.8";
+        return 2.8;
     }
-    return "1.8";
+    return 1.8;
 }
 
 QByteArray drawing(std::string_view name) {
@@ -33,29 +38,39 @@ QByteArray drawing(std::string_view name) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The primary colour's transparency is laid over the finished drawing: lines that cross would show twice otherwise.
-QImage rendered(QByteArray svg, int pixels, const SymbolColors& colors) {
+/// Null where there is no drawing of that name.
+QImage rendered(std::string_view name, int pixels, FontWeight weight, const SymbolColors& colors) {
+    QByteArray svg = drawing(name);
+    svg.replace(strokeInDrawing, "stroke-width=\"" + QByteArray::number(strokeOf(weight)) + '"');
     svg.replace(secondaryInDrawing, colors.secondary.name().toLatin1());
     svg.replace(primaryInDrawing, colors.primary.name().toLatin1());
-    QSvgRenderer renderer(svg);
+    QBuffer file(&svg);
+    return svg.isEmpty() ? QImage() : svgImage(file, QSize(pixels, pixels));
+}
+
+/// Null where `name` is not that of the program's icon.
+QImage icon(std::string_view name, int pixels, FontWeight weight, const SymbolColors& colors) {
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    renderer.render(&painter);
-    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-    painter.fillRect(image.rect(), QColor(0, 0, 0, colors.primary.alpha()));
-    return image;
+    painter.scale(pixels / sideInDrawing, pixels / sideInDrawing);
+    return paintTraySymbol(painter, name, strokeOf(weight), colors.primary.rgb()) ? image : QImage();
 }
 
 }  // namespace
 
+/// The primary colour's transparency is laid over the finished drawing: lines that cross would show twice otherwise.
 QImage drawnSymbol(std::string_view name, int pixels, double /*fontSize*/, FontWeight weight,
                    const SymbolColors& colors) {
-    QByteArray svg = drawing(name);
-    if (svg.isEmpty())
+    QImage image = icon(name, pixels, weight, colors);
+    if (image.isNull())
+        image = rendered(name, pixels, weight, colors);
+    if (image.isNull())
         return {};
-    svg.replace(strokeInDrawing, "stroke-width=\"" + strokeOf(weight) + '"');
-    return rendered(svg, pixels, colors);
+    QPainter painter(&image);
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    painter.fillRect(image.rect(), QColor(0, 0, 0, colors.primary.alpha()));
+    return image;
 }
 
 }  // namespace stowpocket

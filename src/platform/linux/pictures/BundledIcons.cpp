@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/pictures/BundledIcons.h"
 
-#include <QPainter>
-#include <QSvgRenderer>
+#include "platform/qt/SvgImage.h"
+
+#include <QFile>
 
 #include <array>
 
@@ -60,11 +61,8 @@ QString bundledIconName(const QMimeType& type) {
 
 QImage bundledIcon(const QString& name, int side) {
     registerPictures();
-    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    QSvgRenderer(QStringLiteral(":/pictures/icons/%1.svg").arg(name)).render(&painter);
-    return image;
+    QFile drawing(QStringLiteral(":/pictures/icons/%1.svg").arg(name));
+    return svgImage(drawing, QSize(side, side));
 }
 
 }  // namespace stowpocket

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/pictures/IconTheme.h"
 
+#include "platform/qt/SvgImage.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QIcon>
 #include <QImageReader>
-#include <QPainter>
-#include <QSvgRenderer>
 
 #include <algorithm>
 #include <array>
@@ -64,16 +64,8 @@ int distance(const IconFolder& folder, int side) {
 QImage loaded(const QString& path, int side) {
     const QSize room(side, side);
     if (path.endsWith(QLatin1String("svg"))) {
-        QSvgRenderer drawing(path);
-        if (!drawing.isValid())
-            return {};
-        QImage image(room, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        QRectF place(QPointF(), drawing.viewBoxF().size().scaled(room, Qt::KeepAspectRatio));
-        place.moveCenter(QRectF(image.rect()).center());
-        drawing.render(&painter, place);
-        return image;
+        QFile drawing(path);
+        return svgImage(drawing, room);
     }
     QImage image = QImageReader(path).read();
     if (image.width() > side || image.height() > side)
