@@ -45,6 +45,17 @@ TEST(TrayDocking, doesNotForceItselfOnATrayThatThrewItOut) {
     EXPECT_EQ(docking.managerAppeared(first), Step::dock);
 }
 
+TEST(TrayDocking, asksOnceMoreWhatShowsNothing) {
+    TrayDocking docking = docked();
+    EXPECT_EQ(docking.isUnseen(), Step::dock);
+    EXPECT_EQ(docking.isUnseen(), Step::none) << "it has not answered yet";
+    docking.embedded();
+    EXPECT_EQ(docking.isUnseen(), Step::none) << "it hides on purpose";
+    EXPECT_EQ(docking.managerAppeared(second), Step::dock);
+    docking.embedded();
+    EXPECT_EQ(docking.isUnseen(), Step::dock);
+}
+
 TEST(TrayColors, readsTheAnnouncedForeground) {
     constexpr std::array<std::uint32_t, 12> announced{0x1234, 0xABCD, 0xFFFF};
     EXPECT_EQ(announcedForeground(announced), (RgbColor{0x12, 0xAB, 0xFF}));

@@ -8,6 +8,7 @@ TrayDocking::Step TrayDocking::managerAppeared(Manager manager) {
     if (isAtIt && manager == manager_)
         return Step::none;
     manager_ = manager;
+    isAskedAgain_ = false;
     const bool isThere = manager != 0;
     state_ = isThere ? State::requested : State::waiting;
     return isThere ? Step::dock : Step::none;
@@ -24,6 +25,14 @@ TrayDocking::Step TrayDocking::windowDestroyed(Manager window) {
 void TrayDocking::embedded() {
     if (state_ == State::requested)
         state_ = State::docked;
+}
+
+TrayDocking::Step TrayDocking::isUnseen() {
+    if (state_ != State::docked || isAskedAgain_)
+        return Step::none;
+    isAskedAgain_ = true;
+    state_ = State::requested;
+    return Step::dock;
 }
 
 TrayDocking::Step TrayDocking::foundProxy() {

@@ -20,6 +20,8 @@ public:
     using Manager = std::uint32_t;
 
     [[nodiscard]] State state() const { return state_; }
+    /// The tray that our window was last offered to; 0 when it is gone.
+    [[nodiscard]] Manager manager() const { return manager_; }
 
     /// The program begins, or a manager announced itself; a tray that starts together with the program is met both
     /// ways.
@@ -28,6 +30,9 @@ public:
     [[nodiscard]] Step windowDestroyed(Manager window);
     /// The tray took our window in.
     void embedded();
+    /// The tray took our window in a while ago, and no bar shows it. One that was still starting itself may have
+    /// forgotten to show its bar; it does so for the next window.
+    [[nodiscard]] Step isUnseen();
     /// Our window stands in a container whose parent is the root, as in trays that proxy and in no real panel.
     [[nodiscard]] Step foundProxy();
     /// Our window was destroyed or put out onto the root.
@@ -36,6 +41,8 @@ public:
 private:
     State state_ = State::waiting;
     Manager manager_ = 0;
+    /// Whether the manager has been asked a second time. One that hides its bar on purpose is left alone then.
+    bool isAskedAgain_ = false;
 };
 
 }  // namespace stowpocket

@@ -152,6 +152,12 @@ std::optional<QRect> X11Connection::geometryOnRoot(xcb_window_t window) const {
     return QRect(place->dst_x, place->dst_y, size->width, size->height);
 }
 
+bool X11Connection::isViewable(xcb_window_t window) const {
+    const XcbAnswer<xcb_get_window_attributes_reply_t> reply(
+        xcb_get_window_attributes_reply(connection_, xcb_get_window_attributes(connection_, window), nullptr));
+    return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
 xcb_window_t X11Connection::parentOf(xcb_window_t window) const {
     const XcbAnswer<xcb_query_tree_reply_t> reply(
         xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));

@@ -88,6 +88,8 @@ public:
     [[nodiscard]] bool isButtonHeld() const;
     /// In pixels, on the root window. What Qt believes of an embedded window is wrong in several panels.
     [[nodiscard]] std::optional<QRect> geometryOnRoot(xcb_window_t window) const;
+    /// Whether it and all that it stands in are mapped.
+    [[nodiscard]] bool isViewable(xcb_window_t window) const;
     /// 0 when the window is gone.
     [[nodiscard]] xcb_window_t parentOf(xcb_window_t window) const;
     [[nodiscard]] std::optional<std::uint8_t> depthOfVisual(xcb_visualid_t visual) const;

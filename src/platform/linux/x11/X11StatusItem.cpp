@@ -108,6 +108,10 @@ void X11StatusItem::embedded(xcb_window_t window) {
         if (window == button_->window())
             checkForProxy();
     });
+    QTimer::singleShot(answeringTime, &context_, [this, window, manager = docking_.manager()] {
+        if (window == button_->window() && !connection_.isViewable(window))
+            take(docking_.isUnseen(), manager);
+    });
 }
 
 void X11StatusItem::checkForProxy() {
