@@ -103,10 +103,10 @@ void ShelfCommands::add(std::span<const std::string> urls, AddCompletion complet
 }
 
 void ShelfCommands::completeAdditions() {
-    const auto arrived = std::ranges::stable_partition(
-        waiting_, [this](const Waiting& each) { return shelf().isPending(each.batch); });
-    std::vector<Waiting> complete(std::make_move_iterator(arrived.begin()), std::make_move_iterator(arrived.end()));
-    waiting_.erase(arrived.begin(), arrived.end());
+    const auto arrived = std::stable_partition(waiting_.begin(), waiting_.end(),
+                                               [this](const Waiting& each) { return shelf().isPending(each.batch); });
+    std::vector<Waiting> complete(std::make_move_iterator(arrived), std::make_move_iterator(waiting_.end()));
+    waiting_.erase(arrived, waiting_.end());
     for (const Waiting& addition : complete)
         addition.complete();
 }
