@@ -16,6 +16,9 @@ struct Size {
 class ImageContent {
 public:
     virtual ~ImageContent() = default;
+    /// Nearly the same picture in little memory, for one that is kept but no longer shown; null where the toolkit has
+    /// no such form.
+    [[nodiscard]] virtual std::shared_ptr<const ImageContent> packed() const { return nullptr; }
 };
 
 /// A picture and the size at which it is shown. Copies share the pixels.

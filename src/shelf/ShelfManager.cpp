@@ -131,6 +131,7 @@ void ShelfManager::removeItem(const UUID& id) {
         return;
     const auto index = static_cast<std::size_t>(item - items_.begin());
     endAccess(item->fileURL);
+    packThumbnail(id);
     items_.erase(item);
     commit({ShelfChange::Kind::removed, {index}});
 }
@@ -139,6 +140,8 @@ void ShelfManager::clear() {
     for (const FileURL& url : accessedResourceURLs_)
         services_.bookmarks.stopAccessing(url);
     accessedResourceURLs_.clear();
+    for (const ShelfItem& item : items_)
+        packThumbnail(item.id);
     const std::size_t count = items_.size();
     items_.clear();
     commit({ShelfChange::Kind::removed, indexRange(0, count)});
@@ -150,6 +153,7 @@ void ShelfManager::removeMissingItems() {
         if (items_[index].isAvailable)
             continue;
         endAccess(items_[index].fileURL);
+        packThumbnail(items_[index].id);
         change.indexes.push_back(index);
     }
     if (change.indexes.empty())

@@ -104,6 +104,7 @@ private:
     void applyAvailability(const std::vector<std::pair<UUID, bool>>& results);
     void requestThumbnail(const ShelfItem& item, double scale);
     void storeThumbnail(const UUID& id, Image image);
+    void packThumbnail(const UUID& id);
     void save();
     /// Saves, tells the views and posts: the end of every change of membership.
     void commit(const ShelfChange& change);
@@ -114,7 +115,8 @@ private:
     std::int64_t pendingAddCount_ = 0;
     std::uint64_t latestBatch_ = 0;
     std::set<std::uint64_t> pendingBatches_;
-    /// Never evicted: ids are never used again, and an icon serves every file of its type.
+    /// Never evicted: ids are never used again, and an icon serves every file of its type. The thumbnails of items
+    /// that have left the shelf are packed.
     std::unordered_map<UUID, Image> thumbnailCache_;
     std::map<std::string, Image, std::less<>> iconCache_;
     /// On each of these access was begun and will be ended once, when its item leaves the shelf.

@@ -100,6 +100,14 @@ void ShelfManager::storeThumbnail(const UUID& id, Image image) {
     thumbnailChanged.emit(id);
 }
 
+void ShelfManager::packThumbnail(const UUID& id) {
+    const auto cached = thumbnailCache_.find(id);
+    if (cached == thumbnailCache_.end() || cached->second.content == nullptr)
+        return;
+    if (auto packed = cached->second.content->packed())
+        cached->second.content = std::move(packed);
+}
+
 const Image* ShelfManager::thumbnail(const UUID& id) const {
     const auto cached = thumbnailCache_.find(id);
     return cached == thumbnailCache_.end() ? nullptr : &cached->second;

@@ -10,7 +10,15 @@
 
 namespace stowpocket {
 
-class FakeImageContent : public ImageContent {};
+class FakeImageContent : public ImageContent {
+public:
+    explicit FakeImageContent(bool isSmall = false) : isPacked(isSmall) {}
+    [[nodiscard]] std::shared_ptr<const ImageContent> packed() const override {
+        return std::make_shared<FakeImageContent>(true);
+    }
+
+    const bool isPacked;
+};
 
 [[nodiscard]] inline Image fakeImage() {
     return {std::make_shared<FakeImageContent>(), Size{256, 200}};

@@ -49,6 +49,11 @@ TEST_F(LinuxThumbnailsTest, fitsPicturesIntoTheTile) {
     EXPECT_EQ(qtImage(*wide).size(), QSize(96, 48));
     EXPECT_EQ(wide->size, (Size{48, 24}));
     EXPECT_EQ(qtImage(*wide).pixelColor(50, 20), QColor(Qt::red));
+    EXPECT_EQ(qtImage(*wide).format(), QImage::Format_RGB32) << "which is drawn fast and packed small";
+    QImage glass(60, 60, QImage::Format_ARGB32);
+    glass.fill(QColor(0, 0, 255, 100));
+    ASSERT_TRUE(glass.save(QString::fromStdString(files_.path("glass.png"))));
+    EXPECT_EQ(qtImage(thumbnail(files_.url("glass.png")).value()).pixelColor(5, 5).alpha(), 100);
 
     const std::optional<Image> small = thumbnail(files_.draw("small.bmp", {10, 20}));
     ASSERT_TRUE(small);

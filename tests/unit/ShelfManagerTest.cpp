@@ -225,6 +225,31 @@ TEST_F(ShelfManagerTest, keepsThumbnailsByItemAndOutlivesRemoval) {
     EXPECT_EQ(manager->thumbnail(second), nullptr) << "its item has left";
 }
 
+TEST_F(ShelfManagerTest, packsTheThumbnailsOfItemsThatHaveLeft) {
+    addFiles(4);
+    std::vector<UUID> ids;
+    for (std::size_t index = 0; index < 4; ++index) {
+        ids.push_back(manager->items()[index].id);
+        thumbnails.asked[index].completion(fakeImage());
+    }
+    dispatch.runMain();
+    files.removeItem(manager->items()[1].fileURL);
+    manager->refreshAvailability();
+    dispatch.runAll();
+    const auto packedCount = [&] {
+        return std::ranges::count_if(ids, [&](const UUID& id) {
+            return dynamic_cast<const FakeImageContent&>(*manager->thumbnail(id)->content).isPacked;
+        });
+    };
+    EXPECT_EQ(packedCount(), 0);
+    manager->removeItem(ids[0]);
+    EXPECT_EQ(packedCount(), 1);
+    manager->removeMissingItems();
+    EXPECT_EQ(packedCount(), 2);
+    manager->clear();
+    EXPECT_EQ(packedCount(), 4);
+}
+
 TEST_F(ShelfManagerTest, sharesIconsByTypeAndGivesApplicationsTheirOwn) {
     for (const char* const path : {"/f/a.TXT", "/f/b.txt", "/f/One.app", "/f/Two.APP", "/f/Three.APP", "/f/Makefile",
                                    "/f/c.\xC3\x84", "/f/d.\xC3\xA4"}) {

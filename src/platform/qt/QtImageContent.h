@@ -3,24 +3,35 @@
 
 #include "platform/Image.h"
 
+#include <QByteArray>
 #include <QImage>
 
 namespace stowpocket {
 
-/// Pixels as Qt holds them. Made on any thread; every image of this program on a Qt desktop carries one.
+/// Pixels as Qt holds them. Made on any thread; every image of this program on a Qt desktop carries one, or its
+/// packed form.
 class QtImageContent : public ImageContent {
 public:
     explicit QtImageContent(QImage image) : image_(std::move(image)) {}
     [[nodiscard]] const QImage& image() const { return image_; }
+    /// In a twentieth of the memory, for opaque pictures.
+    [[nodiscard]] std::shared_ptr<const ImageContent> packed() const override;
 
 private:
     const QImage image_;
 };
 
-/// The pixels of `image`; null where it has none.
-[[nodiscard]] inline QImage qtImage(const Image& image) {
-    const auto* const content = dynamic_cast<const QtImageContent*>(image.content.get());
-    return content == nullptr ? QImage() : content->image();
-}
+/// A picture as an image file in memory.
+class PackedImageContent : public ImageContent {
+public:
+    explicit PackedImageContent(QByteArray file) : file_(std::move(file)) {}
+    [[nodiscard]] const QByteArray& file() const { return file_; }
+
+private:
+    const QByteArray file_;
+};
+
+/// The pixels of `image`, unpacked if need be; null where it has none.
+[[nodiscard]] QImage qtImage(const Image& image);
 
 }  // namespace stowpocket

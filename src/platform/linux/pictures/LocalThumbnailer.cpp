@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 
 namespace stowpocket {
 namespace {
@@ -20,13 +21,26 @@ int pixels(double points, double scale) {
     return std::clamp(static_cast<int>(std::lround(points * scale)), 1, maxDecodedSide);
 }
 
+/// Whether no pixel lets anything through. That an image has a channel for it does not say that it is used.
+bool isOpaque(const QImage& image) {
+    for (int row = 0; row < image.height(); ++row) {
+        const std::span line(reinterpret_cast<const QRgb*>(image.constScanLine(row)),
+                             static_cast<std::size_t>(image.width()));
+        if (std::ranges::any_of(line, [](QRgb pixel) { return qAlpha(pixel) != 255; }))
+            return false;
+    }
+    return true;
+}
+
 /// `source` made to fit the request, never larger than it is, in the form that is drawn fastest.
 Image fitted(const QImage& source, const ThumbnailRequest& request) {
     const QSize box(pixels(request.size.width, request.scale), pixels(request.size.height, request.scale));
     QImage image = source.width() <= box.width() && source.height() <= box.height()
                        ? source
                        : source.scaled(box, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+    image.convertTo(QImage::Format_ARGB32_Premultiplied);
+    if (isOpaque(image))
+        image.convertTo(QImage::Format_RGB32);
     image.setDevicePixelRatio(1);
     const Size size{image.width() / request.scale, image.height() / request.scale};
     return {std::make_shared<QtImageContent>(std::move(image)), size};
