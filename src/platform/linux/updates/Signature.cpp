@@ -3,6 +3,7 @@
 
 #include <sodium.h>
 
+#include <algorithm>
 #include <array>
 
 namespace stowpocket {
@@ -12,6 +13,9 @@ template <std::size_t size>
 std::optional<std::array<unsigned char, size>> decoded(std::string_view base64) {
     std::array<unsigned char, size> bytes{};
     std::size_t length = 0;
+    // The library takes some bytes that are no ASCII for characters of Base64.
+    if (std::ranges::any_of(base64, [](char character) { return static_cast<unsigned char>(character) > 127; }))
+        return std::nullopt;
     const bool isWhole = sodium_base642bin(bytes.data(), size, base64.data(), base64.size(), nullptr, &length,
                                            nullptr, sodium_base64_VARIANT_ORIGINAL) == 0;
     return isWhole && length == size ? std::optional(bytes) : std::nullopt;
