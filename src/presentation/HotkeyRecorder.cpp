@@ -29,12 +29,14 @@ std::shared_ptr<HotkeyRecorder> HotkeyRecorder::make(const Services& services, c
 
 HotkeyRecorder::HotkeyRecorder(const Services& services, const ShortcutKeys& shortcut, const ShortcutKeys& other,
                                std::string_view notification)
-    : services_(services),
-      shortcut_(shortcut),
-      other_(other),
-      notification_(notification),
-      observation_(
-          services.preferences.changed().connect([this](const std::string& key) { preferenceChanged(key); })) {}
+    : services_(services), shortcut_(shortcut), other_(other), notification_(notification) {
+    observe();
+}
+
+void HotkeyRecorder::observe() {
+    observation_ =
+        services_.preferences.changed().connect([this](const std::string& key) { preferenceChanged(key); });
+}
 
 void HotkeyRecorder::toggleRecording() {
     if (isRecording())
@@ -74,9 +76,12 @@ void HotkeyRecorder::clear() {
 }
 
 void HotkeyRecorder::store(std::int64_t keyCode, std::int64_t modifiers, std::string keyChar) {
+    observation_.reset();
     services_.preferences.setValue(shortcut_.keyCode, keyCode);
     services_.preferences.setValue(shortcut_.modifiers, modifiers);
     services_.preferences.setValue(shortcut_.keyChar, std::move(keyChar));
+    observe();
+    changed.emit();
 }
 
 void HotkeyRecorder::preferenceChanged(std::string_view key) {

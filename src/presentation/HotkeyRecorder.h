@@ -62,6 +62,8 @@ private:
     void startRecording();
     void stopRecording();
     void keyDown(const KeyEvent& event);
+    void observe();
+    /// Shown as one change: between the values lie shortcuts that the user never chose.
     void store(std::int64_t keyCode, std::int64_t modifiers, std::string keyChar);
     void preferenceChanged(std::string_view key);
     [[nodiscard]] bool conflicts() const;

@@ -15,7 +15,7 @@ constexpr double getStartedGlowingScale = 1.02;
 constexpr double startUsingHiddenScale = 0.88;
 constexpr double ringStrokeOpacity = 0.3;
 constexpr double shimmerWidth = 0.4;   // of the button's
-constexpr double shimmerBefore = 0.2;  // of the button's width, where the middle of the band sets out
+constexpr double shimmerBefore = 0.2;  // of the button's width, before its leading edge, where the band sets out
 
 OnboardingPresentation::Point point(double visible) {
     return {.opacity = visible, .offset = std::lerp(hiddenPointOffset, 0.0, visible)};
@@ -50,8 +50,7 @@ OnboardingPresentation onboardingPresentation(const OnboardingState& state) {
 
 Shimmer shimmer(double width, double phase) {
     const double band = shimmerWidth * width;
-    const double middle = (width + band) * phase - shimmerBefore * width;
-    return {.leadingEdge = middle - band / 2, .width = band};
+    return {.leadingEdge = (width + band) * phase - shimmerBefore * width, .width = band};
 }
 
 }  // namespace stowpocket

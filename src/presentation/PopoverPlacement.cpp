@@ -64,10 +64,8 @@ PopoverPlacement placePopover(const Rect& anchor, const Size& content, const Rec
     frame.y = isBelow ? top : bottom - frame.height;
     placement.window = grown(frame, shadow, available);
     placement.arrowSide = isBelow ? ArrowSide::top : ArrowSide::bottom;
-    const double tip = anchor.centerX() - frame.x;
-    placement.arrowTip = kept(tip, popoverCornerRadius, frame.width - popoverCornerRadius);
     constexpr double cornerRoom = popoverCornerRadius + popoverArrowWidth / 2;
-    placement.arrowBase = kept(tip, cornerRoom, frame.width - cornerRoom);
+    placement.arrowTip = kept(anchor.centerX() - frame.x, cornerRoom, frame.width - cornerRoom);
     return placement;
 }
 

@@ -8,10 +8,10 @@ namespace stowpocket {
 
 /// The shape of the popover: a rounded panel with an arrow on the side of its anchor.
 inline constexpr double popoverArrowHeight = 9;
-inline constexpr double popoverArrowWidth = 20;
+inline constexpr double popoverArrowWidth = 16;
 inline constexpr double popoverCornerRadius = 10;
 /// Left free between the panel and the edges of the screen.
-inline constexpr double popoverMargin = 6;
+inline constexpr double popoverMargin = 4;
 
 enum class ArrowSide { top, bottom };
 
@@ -21,9 +21,8 @@ struct PopoverPlacement {
     /// The frame and the shadow around it.
     Rect window;
     ArrowSide arrowSide = ArrowSide::top;
-    /// From the frame's left edge to the arrow's tip, and to the middle of its base: near a corner the arrow leans.
+    /// From the frame's left edge.
     double arrowTip = 0;
-    double arrowBase = 0;
 
     friend bool operator==(const PopoverPlacement&, const PopoverPlacement&) = default;
 };

@@ -36,9 +36,9 @@ QLayout* shortDivider() {
     return centred(line);
 }
 
-QLayout* link(const char* words, std::string_view url, const std::function<void(const std::string&)>& openURL) {
-    return centred(new LinkButton(QString::fromUtf8(words), std::string_view(),
-                                  [url = std::string(url), openURL] { openURL(url); }));
+QWidget* link(const char* words, std::string_view url, const std::function<void(const std::string&)>& openURL) {
+    return new LinkButton(QString::fromUtf8(words), std::string_view(),
+                          [url = std::string(url), openURL] { openURL(url); });
 }
 
 }  // namespace
@@ -54,8 +54,8 @@ AboutPage::AboutPage(const SettingsDependencies& dependencies)
                line(QString::fromStdString(versionText(services.mainBundle)), plain),
                line(QStringLiteral("A temporary drag-and-drop staging area for files in your menu bar."), plain),
                shortDivider(), updateControls(), shortDivider(),
-               link("stowpocket on the web", productPage, services.openURL),
-               link("More from Larkfield", makerPage, services.openURL),
+               hstack(columnSpacing, Spacer{}, link("Website", productPage, services.openURL),
+                      link("More from Larkfield", makerPage, services.openURL), Spacer{}),
                line(QStringLiteral("Questions? support@larkfield.example"), plain),
                line(QStringLiteral("\u00a9 2026 Larkfield. Released under the MIT licence."),
                     {.pointSize = 10, .role = ColorRole::tertiary})),

@@ -19,14 +19,12 @@ HotkeyRecorderView::HotkeyRecorderView(std::shared_ptr<HotkeyRecorder> recorder,
     : recorder_(std::move(recorder)),
       label_(text(label, {})),
       shortcut_(new ShortcutButton([this] { recorder_->toggleRecording(); })),
-      clear_(Button::ofSymbol(
-          "xmark.circle.fill",
-          {.pointSize = clearPointSize, .role = ColorRole::onDisc, .secondaryRole = ColorRole::grayDisc},
-          QStringLiteral("Clear %1 shortcut").arg(label), [this] { recorder_->clear(); })),
+      clear_(Button::ofSymbol("xmark.circle.fill", {.pointSize = clearPointSize, .role = ColorRole::secondary},
+                              QStringLiteral("Clear %1 shortcut").arg(label), [this] { recorder_->clear(); })),
       warning_(text(QStringLiteral("Conflicts with the other shortcut"),
                     {.pointSize = warningPointSize, .role = ColorRole::red})),
       observation_(recorder_->changed.connect([this] { evaluate(); })) {
-    compose(*this, vstack(warningSpacing, hstack(defaultSpacing, label_, shortcut_, clear_, Spacer{}), warning_));
+    compose(*this, vstack(warningSpacing, hstack(defaultSpacing, label_, shortcut_, Spacer{}, clear_), warning_));
     evaluate();
 }
 

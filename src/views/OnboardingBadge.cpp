@@ -17,8 +17,8 @@ constexpr int ringSide = 100;
 constexpr double ringWidth = 3;
 constexpr int circleSide = 72;
 constexpr double lineWidth = 7;
-/// Qt counts angles in sixteenths of a degree against the clock. The circle begins at its top and runs clockwise.
-constexpr int topAngle = 90 * 16;
+/// Qt counts angles in sixteenths of a degree against the clock. The circle begins at its right and runs clockwise.
+constexpr int startAngle = 0;
 constexpr int fullTurn = 360 * 16;
 
 }  // namespace
@@ -65,7 +65,7 @@ void OnboardingBadge::paintMark(QPainter& painter) const {
     painter.setPen(
         QPen(Theme::color(ColorRole::accent, palette()), lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     if (circleTrim_ > 0)
-        painter.drawArc(circle, topAngle, -static_cast<int>(std::lround(fullTurn * circleTrim_)));
+        painter.drawArc(circle, startAngle, -static_cast<int>(std::lround(fullTurn * circleTrim_)));
     painter.drawPath(OnboardingCheckmarkShape::trimmedPath(circle, checkmarkTrim_));
 }
 

@@ -122,6 +122,8 @@ void OnboardingButton::paintFace(QPainter& painter) const {
 }
 
 void OnboardingButton::paintShimmer(QPainter& painter) const {
+    if (shimmerPhase_ == 0)
+        return;  // it has not set out, and one of the buttons has none
     const QRectF box = face();
     const Shimmer band = shimmer(box.width(), shimmerPhase_);
     const QRectF lit = QRectF(box.left() + band.leadingEdge, box.top(), band.width, box.height()) & box;

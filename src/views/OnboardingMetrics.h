@@ -13,5 +13,6 @@ inline constexpr int onboardingHeight = 420;
 [[nodiscard]] inline QLayout* centred(QWidget* view) {
     return hstack(0, Spacer{}, view, Spacer{});
 }
+inline constexpr double onboardingCornerRadius = 20;
 
 }  // namespace stowpocket

@@ -22,7 +22,6 @@ const QColor background(13, 17, 23);
 const QColor foreground(240, 244, 248);
 const QColor focusColor(255, 255, 255);
 
-constexpr double containerRadius = 20;
 constexpr double containerEdgeOpacity = 0.1;
 const QColor containerTop(22, 28, 37);
 constexpr int closeSide = 28;
@@ -51,7 +50,8 @@ OnboardingView::OnboardingView(Dependencies dependencies)
         screen->resize(size());
     }
     closing_->hide();
-    addCloseControl();
+    if (dependencies_.closeControl == CloseControl::own)
+        addCloseControl();
 }
 
 /// It belongs to the window, not to a screen, and stays while they change.
@@ -131,7 +131,10 @@ void OnboardingView::evaluate(const OnboardingMoment& moment) {
 
 void OnboardingView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    painter.fillRect(event->rect(), background);
+    const bool isTranslucent = window()->testAttribute(Qt::WA_TranslucentBackground);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.fillRect(event->rect(), isTranslucent ? QColor(Qt::transparent) : background);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     applyOpacity(painter, *this);
     for (const QRect& part : event->region()) {
         painter.setClipRect(part);  // one at a time: a picture is copied quickly into a rectangle only
@@ -145,7 +148,8 @@ void OnboardingView::paintContainer(QPainter& painter) const {
     fill.setColorAt(1, background);
     painter.setBrush(fill);
     painter.setPen(Theme::color(ColorRole::primary, palette(), containerEdgeOpacity));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), containerRadius, containerRadius);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), onboardingCornerRadius,
+                            onboardingCornerRadius);
 }
 
 }  // namespace stowpocket

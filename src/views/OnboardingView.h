@@ -25,10 +25,16 @@ public:
         reduced,  ///< everything stands in its place from the beginning
     };
 
+    enum class CloseControl {
+        own,
+        ofWindow,  ///< the window has one beside the view
+    };
+
     struct Dependencies {
         PreferenceStore& preferences;
         std::unique_ptr<FrameClock> clock;
         MotionWish motion = MotionWish::full;
+        CloseControl closeControl = CloseControl::own;
         /// May end with the view's destruction, though not before it returns.
         std::function<void()> onComplete;
     };

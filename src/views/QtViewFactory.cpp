@@ -3,6 +3,7 @@
 
 #include "platform/qt/LateWindow.h"
 #include "views/Motion.h"
+#include "views/OnboardingMetrics.h"
 #include "views/OnboardingView.h"
 #include "views/ProgramIcon.h"
 #include "views/QtFrameClock.h"
@@ -43,11 +44,13 @@ std::unique_ptr<Window> QtViewFactory::makeOnboardingWindow(PreferenceStore& pre
 
 std::unique_ptr<Window> QtViewFactory::makeOnboarding(PreferenceStore& preferences,
                                                       std::function<void()> onComplete) const {
+    using CloseControl = OnboardingView::CloseControl;
     using MotionWish = OnboardingView::MotionWish;
     auto view = std::make_unique<OnboardingView>(OnboardingView::Dependencies{
         .preferences = preferences,
         .clock = std::make_unique<QtFrameClock>(),
         .motion = Motion::isWanted() ? MotionWish::full : MotionWish::reduced,
+        .closeControl = platform_.makeWindow ? CloseControl::ofWindow : CloseControl::own,
         .onComplete = std::move(onComplete),
     });
     const QSize size = view->size();
@@ -62,6 +65,8 @@ std::unique_ptr<Window> QtViewFactory::makeWindow(const QString& title, const QS
     const auto frame = level == QtWindow::Level::floating ? QtWindow::Frame::none : QtWindow::Frame::titled;
     auto window = std::make_unique<QtWindow>(title, contentSize, level, std::move(content), frame);
     window->setIcon(programIcon());
+    if (frame == QtWindow::Frame::none)
+        window->roundCorners(onboardingCornerRadius, platform_.blendsWindows && platform_.blendsWindows());
     return window;
 }
 

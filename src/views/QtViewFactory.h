@@ -24,6 +24,8 @@ public:
         std::function<std::unique_ptr<Window>(const QString& title, const QSize& contentSize, QtWindow::Level level,
                                               std::unique_ptr<QWidget> content)>
             makeWindow = {};
+        /// Whether translucent pixels of the toolkit's windows show what is behind them.
+        std::function<bool()> blendsWindows = {};
         /// Runs what it is given once the icon is on the screen, which the first run's window is not to delay; where
         /// it is left out that window does not wait.
         std::function<void(std::function<void()>)> whenIconStands = {};

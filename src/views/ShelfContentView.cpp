@@ -26,7 +26,7 @@ ShelfContentView::ShelfContentView(std::shared_ptr<ShelfViewModel> viewModel, Dr
                         padded(compactDropZone_, {.horizontal = gridPadding, .top = belowGridPadding, .bottom = 0}),
                         padded(fullNotice_, {.top = belowGridPadding, .bottom = 0})),
                  {.bottom = bottomPadding}))) {
-    compose(*this, vstack(0, dropZone_, scrollView_));
+    compose(*this, vstack(0, padded(dropZone_, {.horizontal = gridPadding}), scrollView_));
     setAcceptDrops(true);
     fullNotice_->setAlignment(Qt::AlignCenter);
     grid_->onTileFocused = [this](QWidget& tile) { scrollView_->ensureWidgetVisible(&tile, 0, gridPadding); };

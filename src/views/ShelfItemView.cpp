@@ -22,6 +22,8 @@ constexpr int tileWidth = 80;
 constexpr int verticalPadding = 6;
 constexpr int pictureSide = 48;
 constexpr double pictureRadius = 6;
+constexpr double edgeWidth = 1;
+constexpr int edgeStrength = 40;  // of 255
 constexpr int spacing = 4;
 constexpr int nameHeight = 26;
 
@@ -59,6 +61,22 @@ int lineHeight(const QFont& font) {
     return QFontMetrics(font).height();
 }
 
+/// With a faint dark line around what is in the picture, so that white paper stays visible on a light window.
+QImage withEdge(const QImage& picture) {
+    QImage shade = picture;
+    QPainter shading(&shade);
+    shading.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    shading.fillRect(QRectF(QPointF(), shade.deviceIndependentSize()), QColor(0, 0, 0, edgeStrength));
+    shading.end();
+    QImage edged = picture;
+    QPainter painter(&edged);
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationOver);
+    for (const QPointF offset :
+         {QPointF(0, edgeWidth), QPointF(edgeWidth, 0), QPointF(-edgeWidth, 0), QPointF(0, -edgeWidth)})
+        painter.drawImage(offset, shade);
+    return edged;
+}
+
 /// The picture, fitted into its frame. It is painted into the frame's shape, since a clip would leave jagged corners.
 QImage framed(const QImage& picture, double ratio) {
     QImage framed(pictureFrame.size() * ratio, QImage::Format_ARGB32_Premultiplied);
@@ -77,7 +95,8 @@ QImage framed(const QImage& picture, double ratio) {
     painter.fillPath(shape.intersected(continuousRoundedRect(frame, pictureRadius)), Qt::black);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.drawImage(place, picture);
-    return framed;
+    painter.end();
+    return withEdge(framed);
 }
 
 }  // namespace
@@ -231,8 +250,11 @@ void ShelfItemView::paintName(QPainter& painter) {
     const QFont font = nameFont();
     if (nameLines_.isEmpty())
         nameLines_ = brokenIntoTwoLines(QString::fromStdString(shown_.name), font, nameFrame.width());
-    // Fonts with tall lines are set closer, so that two always fit.
-    const int pitch = std::min(lineHeight(font), nameHeight / 2);
+    // Fonts with tall lines are set closer, so that two always fit. All lines stand on the font's own baseline: a
+    // script that comes from a taller font would be pushed out of the frame by the blank room of that font.
+    const QFontMetrics metrics(font);
+    const int pitch = std::min(metrics.height(), nameHeight / 2);
+    const int baseline = (pitch - metrics.height()) / 2 + metrics.ascent();
     const auto lineCount = static_cast<int>(nameLines_.size());
     QRect line(nameFrame.x(), nameFrame.y() + (nameHeight - lineCount * pitch) / 2, nameFrame.width(), pitch);
 
@@ -241,7 +263,8 @@ void ShelfItemView::paintName(QPainter& painter) {
     painter.setFont(font);
     painter.setPen(Theme::color(shown_.isMissing ? ColorRole::secondary : ColorRole::primary, palette()));
     for (const QString& text : nameLines_) {
-        painter.drawText(line, Qt::AlignCenter | Qt::TextDontClip | Qt::TextSingleLine, text);
+        const int advance = metrics.horizontalAdvance(text);
+        painter.drawText(line.x() + (line.width() - advance) / 2, line.y() + baseline, text);
         line.translate(0, pitch);
     }
     painter.restore();

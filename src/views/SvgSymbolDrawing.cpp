@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QPainter>
 
+#include <algorithm>
+
 namespace stowpocket {
 namespace {
 
@@ -48,6 +50,22 @@ QImage rendered(std::string_view name, int pixels, FontWeight weight, const Symb
     return svg.isEmpty() ? QImage() : svgImage(file, QSize(pixels, pixels));
 }
 
+/// In one colour: what would lie on the disc in the primary colour is cut out of it. Null where there is no disc.
+QImage cutOut(std::string_view name, int pixels, FontWeight weight, const QColor& color) {
+    if (!drawing(name).contains(secondaryInDrawing.toByteArray()))
+        return {};
+    QImage image = rendered(name, pixels, weight, {.primary = Qt::black, .secondary = Qt::white});
+    image.convertTo(QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < image.height(); ++y) {
+        auto* const line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        std::transform(line, line + image.width(), line, [](QRgb pixel) { return qRgba(0, 0, 0, qRed(pixel)); });
+    }
+    QPainter painter(&image);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(image.rect(), color.rgb());
+    return image;
+}
+
 /// Null where `name` is not that of the program's icon.
 QImage icon(std::string_view name, int pixels, FontWeight weight, const SymbolColors& colors) {
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
@@ -63,6 +81,8 @@ QImage icon(std::string_view name, int pixels, FontWeight weight, const SymbolCo
 QImage drawnSymbol(std::string_view name, int pixels, double /*fontSize*/, FontWeight weight,
                    const SymbolColors& colors) {
     QImage image = icon(name, pixels, weight, colors);
+    if (image.isNull() && colors.primary == colors.secondary)
+        image = cutOut(name, pixels, weight, colors.primary);
     if (image.isNull())
         image = rendered(name, pixels, weight, colors);
     if (image.isNull())

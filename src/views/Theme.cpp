@@ -19,7 +19,6 @@ constexpr double darkFormOpacity = 0.07;
 /// Each pair is told from the window behind it, and the banner from the white text on it, by at least 3 to 1.
 const QColor lightOrange(0xd9, 0x66, 0x00);
 const QColor darkOrange(0xff, 0x9f, 0x0a);
-const QColor gray(0x80, 0x80, 0x85);
 const QColor lightRed(0xd7, 0x00, 0x15);
 const QColor darkRed(0xff, 0x69, 0x61);
 
@@ -103,8 +102,6 @@ QColor color(ColorRole role, const QPalette& palette) {
         return lightOrange;
     case ColorRole::redDisc:
         return lightRed;
-    case ColorRole::grayDisc:
-        return gray;
     case ColorRole::onBanner:
     case ColorRole::onDisc:
         return Qt::white;

@@ -20,7 +20,6 @@ enum class ColorRole {
     banner,     ///< orange below white text
     onBanner,   ///< text and symbols on a banner
     redDisc,    ///< red below a white symbol
-    grayDisc,   ///< gray below a white symbol
     onDisc,     ///< a symbol on a disc
     controlBackground,
     formBackground,  ///< what the rows of a form lie on

@@ -43,7 +43,11 @@ protected:
     FakeEventMonitors monitors;
     NotificationCenter notifications;
     int posts = 0;
-    Subscription observer = notifications.observe(shortcutChangedNotification, [this] { ++posts; });
+    Subscription observer = notifications.observe(shortcutChangedNotification, [this] {
+        ++posts;
+        shownAtPost = recorder->shown();
+    });
+    HotkeyRecorderPresentation shownAtPost;
     std::shared_ptr<HotkeyRecorder> recorder = HotkeyRecorder::make(
         {preferences, monitors, notifications}, shelfShortcut, quickDropShortcut, shortcutChangedNotification);
 };
@@ -64,12 +68,14 @@ TEST_F(HotkeyRecorderTest, recordsTheFirstPressWithAModifierThatIsNotShiftAlone)
                                            {modifierFlag::control | 0xA00000, true}}) {
         SCOPED_TRACE(flags);
         recorder->clear();
+        EXPECT_EQ(shownAtPost, recorder->shown()) << "stored";
         posts = 0;
         recorder->toggleRecording();
         EXPECT_EQ(recorder->shown().text, "Press shortcut…");
         EXPECT_TRUE(monitors.press(1, flags | 0x120, "s")) << "swallowed in any case";
         EXPECT_EQ(state(), qualifies ? State::set : State::recording);
         EXPECT_EQ(posts, qualifies ? 1 : 0);
+        EXPECT_EQ(shownAtPost == recorder->shown(), qualifies) << "posted when stored and no longer recording";
         expectStored(qualifies ? 1 : -1, qualifies ? flags : 0, qualifies ? "S" : "");
         monitors.press(escape, 0);
         EXPECT_FALSE(monitors.press(1, flags, "s")) << "the monitor is gone";
@@ -83,12 +89,24 @@ TEST_F(HotkeyRecorderTest, escapeAndASecondClickLeaveTheShortcutAsItWas) {
           std::function<void()>([this] { recorder->toggleRecording(); })}) {
         recorder->toggleRecording();
         EXPECT_EQ(monitors.keyHandlers.size(), 1U);
+        EXPECT_TRUE(recorder->shown().showsClearButton);
         stop();
         EXPECT_EQ(state(), State::set);
         EXPECT_TRUE(monitors.keyHandlers.empty());
     }
     expectStored(1, optionShift, "S");
     EXPECT_EQ(posts, 0);
+}
+
+TEST_F(HotkeyRecorderTest, neverShowsAShortcutThatIsHalfStored) {
+    store(1, optionShift, "S");
+    recorder->toggleRecording();
+    const Subscription changes =
+        recorder->changed.connect([this] { EXPECT_FALSE(recorder->shown().conflicts) << recorder->shown().text; });
+    monitors.press(2, modifierFlag::command, "d");
+    EXPECT_EQ(recorder->shown().text, "⌘D");
+    recorder->clear();
+    store(2, optionShift | 0x10000, "D");
 }
 
 TEST_F(HotkeyRecorderTest, showsWhatIsStored) {

@@ -76,8 +76,8 @@ TEST(OnboardingPresentationTest, slidesFromScreenToScreenAndLightOverTheButton) 
     EXPECT_EQ(switching.welcome.opacity, 0.75);
     EXPECT_EQ(switching.closing.shift, 0.75);
     EXPECT_EQ(switching.closing.opacity, 0.25);
-    EXPECT_DOUBLE_EQ(shimmer(200, 0).leadingEdge, -80) << "not on the button yet";
-    EXPECT_DOUBLE_EQ(shimmer(200, 1).leadingEdge, 200) << "just gone";
+    EXPECT_DOUBLE_EQ(shimmer(200, 0).leadingEdge, -40) << "half of it on the button";
+    EXPECT_DOUBLE_EQ(shimmer(200, 1).leadingEdge, 240) << "gone";
 }
 
 TEST(OnboardingCheckmarkTest, isDrawnByShareOfItsLength) {

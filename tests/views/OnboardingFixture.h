@@ -42,7 +42,8 @@ private:
 struct OnboardingFixture {
     explicit OnboardingFixture(OnboardingView::MotionWish motion = OnboardingView::MotionWish::full)
         : clock(new FakeFrameClock),
-          view({preferences, std::unique_ptr<FrameClock>(clock), motion, [this] { ++completed; }}) {
+          view({preferences, std::unique_ptr<FrameClock>(clock), motion, OnboardingView::CloseControl::own,
+                [this] { ++completed; }}) {
         view.show();
         QApplication::processEvents();
     }

@@ -71,6 +71,7 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
                                QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
                            },
                        .hotkeySource = [this] { return hotkeys_.source(); }},
+          .blendsWindows = [this] { return popoverHost_.blendsWindows(); },
           .whenIconStands = [this](std::function<void()> work) { iconStands_.whenReached(std::move(work)); },
       }),
       eventMonitors_(connection_->raw()),

@@ -37,11 +37,13 @@ std::unique_ptr<WorkspaceIcons> makeMacWorkspaceIcons(MakeImageContent makeConte
 }
 
 std::optional<Pixels> systemSymbolPixels(const SymbolPicture& symbol, int side) {
-    NSImageSymbolConfiguration* const colors = [NSImageSymbolConfiguration
-        configurationWithPaletteColors:@[ colorOf(symbol.primary), colorOf(symbol.secondary) ]];
-    NSImage* const image = systemSymbol(
-        symbol.name, {},
-        [symbolConfiguration(symbol.fontSize, symbol.weight) configurationByApplyingConfiguration:colors]);
+    NSImageSymbolConfiguration* configuration = symbolConfiguration(symbol.fontSize, symbol.weight);
+    if (symbol.primary != symbol.secondary) {
+        NSImageSymbolConfiguration* const colors = [NSImageSymbolConfiguration
+            configurationWithPaletteColors:@[ colorOf(symbol.primary), colorOf(symbol.secondary) ]];
+        configuration = [configuration configurationByApplyingConfiguration:colors];
+    }
+    NSImage* const image = systemSymbol(symbol.name, {}, configuration);
     return image == nil ? std::nullopt : pixelsOf(image, 1, side);
 }
 

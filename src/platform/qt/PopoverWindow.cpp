@@ -29,9 +29,9 @@ QPainterPath bubble(const PopoverPlacement& placement) {
     panel.addRoundedRect(QRectF(0, panelTop, size.width(), size.height() - popoverArrowHeight), popoverCornerRadius,
                          popoverCornerRadius);
     QPainterPath arrow;
-    arrow.moveTo(placement.arrowBase - popoverArrowWidth / 2, base);
+    arrow.moveTo(placement.arrowTip - popoverArrowWidth / 2, base);
     arrow.lineTo(placement.arrowTip, tip);
-    arrow.lineTo(placement.arrowBase + popoverArrowWidth / 2, base);
+    arrow.lineTo(placement.arrowTip + popoverArrowWidth / 2, base);
     arrow.closeSubpath();
     return panel.united(arrow);
 }

@@ -4,6 +4,7 @@
 #include "platform/qt/FramelessWindow.h"
 
 #include <QGuiApplication>
+#include <QPainterPath>
 #include <QScreen>
 #include <QVBoxLayout>
 
@@ -21,6 +22,16 @@ QtWindow::QtWindow(const QString& title, const QSize& contentSize, Level level, 
     auto* const layout = new QVBoxLayout(window_);
     layout->setContentsMargins({});
     layout->addWidget(content.release());
+}
+
+void QtWindow::roundCorners(double radius, bool blends) {
+    if (blends) {
+        window_->setAttribute(Qt::WA_TranslucentBackground);
+        return;
+    }
+    QPainterPath shape;
+    shape.addRoundedRect(window_->rect(), radius, radius);
+    window_->setMask(QRegion(shape.toFillPolygon().toPolygon()));
 }
 
 void QtWindow::center() {

@@ -27,6 +27,9 @@ public:
     QtWindow& operator=(const QtWindow&) = delete;
     ~QtWindow() override { delete window_; }
 
+    /// Only what lies within the rounded corners is seen: where translucent pixels show what is behind the window the
+    /// content leaves the corners free, elsewhere they are cut off. Before the window is shown.
+    void roundCorners(double radius, bool blends);
     /// For lists of windows.
     void setIcon(const QIcon& icon) { window_->setWindowIcon(icon); }
 

@@ -4,6 +4,8 @@
 #include "platform/macos/QtPixels.h"
 #include "views/SymbolDrawing.h"
 
+#include <QPainter>
+
 namespace stowpocket {
 namespace {
 
@@ -22,7 +24,17 @@ QImage drawnSymbol(std::string_view name, int pixels, double fontSize, FontWeigh
                                                             .primary = componentsOf(colors.primary),
                                                             .secondary = componentsOf(colors.secondary)},
                                                            pixels);
-    return drawn ? qImageOf(*drawn) : QImage();
+    if (!drawn)
+        return {};
+    QImage image = qImageOf(*drawn);
+    if (colors.primary == colors.secondary) {
+        // In one colour the system draws the shape alone, with what lies on a disc cut out of it.
+        image.convertTo(QImage::Format_ARGB32_Premultiplied);
+        QPainter painter(&image);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(image.rect(), colors.primary);
+    }
+    return image;
 }
 
 }  // namespace stowpocket
