@@ -28,6 +28,11 @@ TEST_F(XdgLoginItemTest, isContentWithNoneAndNeedsAPlace) {
     XdgLoginItem homeless(std::nullopt, "/usr/bin/stowpocket");
     EXPECT_EQ(homeless.status(), Status::notFound);
     EXPECT_FALSE(homeless.registerItem());
+    const mode_t before = ::umask(0);
+    EXPECT_TRUE(item.registerItem());
+    ::umask(before);
+    for (const fs::path& made : {entry.parent_path(), fs::path(config)})
+        EXPECT_EQ(fs::status(made).permissions(), fs::perms::owner_all) << "others could have programs started";
 }
 
 TEST_F(XdgLoginItemTest, startsAnExecutableOfAnyName) {

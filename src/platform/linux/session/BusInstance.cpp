@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <functional>
 
+#include <malloc.h>
 #include <unistd.h>
 
 namespace stowpocket {
@@ -25,6 +26,8 @@ using namespace std::chrono_literals;
 constexpr int claimTimeoutMs = 3000;
 /// Short enough that a second start in between is unlikely, which would take the name.
 constexpr auto joiningInterval = 500ms;
+/// Without requests, before the memory that they took is given back.
+constexpr auto quietTime = 2s;
 /// Nobody sends so many requests while a program starts.
 constexpr std::size_t maxWaitingRequests = 256;
 
@@ -101,6 +104,14 @@ const std::vector<BusInstance::Method>& BusInstance::methods() {
 BusInstance::BusInstance(QDBusConnection bus, std::string version, Connect connectAgain)
     : bus_(std::move(bus)), version_(std::move(version)), connect_(std::move(connectAgain)) {
     qDBusRegisterMetaType<shelfBus::ItemList>();
+    turns_.setSingleShot(true);
+    connect(&turns_, &QTimer::timeout, this, [this] { takeTurns(); });
+    quiet_.setSingleShot(true);
+    quiet_.setInterval(quietTime);
+    connect(&quiet_, &QTimer::timeout, this, [this] {
+        weight_ = 0;
+        ::malloc_trim(0);
+    });
     joining_.setInterval(joiningInterval);
     connect(&joining_, &QTimer::timeout, this, [this] { joinAgain(); });
 }
@@ -124,6 +135,7 @@ void BusInstance::joinAgain() {
         return QDBusConnection::disconnectFromBus(name);
     joining_.stop();
     bus_ = bus;
+    senders_.clear();
     if (claim() == Claim::takenByAnother)
         qWarning("stowpocket: another program has the name on the session bus, this one cannot be reached any more");
 }
@@ -149,8 +161,7 @@ BusInstance::Claim BusInstance::claim() {
 
 void BusInstance::serve(ShelfCommands& commands) {
     commands_ = &commands;
-    for (const QDBusMessage& request : std::exchange(waiting_, {}))
-        carryOut(request);
+    takeTurns();
 }
 
 QString BusInstance::introspect(const QString& path) const {
@@ -181,34 +192,86 @@ bool BusInstance::handleMessage(const QDBusMessage& message, const QDBusConnecti
     else if (message.signature() != method->signature)
         refuse(message, QDBusError::InvalidArgs,
                QStringLiteral("%1 takes \"%2\"").arg(method->name, method->signature));
+    else if (commands_ == nullptr && waitingCount() >= maxWaitingRequests)
+        refuse(message, QDBusError::LimitsExceeded, QStringLiteral("too many requests"));
     else
-        askForUser(message);
+        enqueue(message);
     return true;
 }
 
+void BusInstance::enqueue(const QDBusMessage& request) {
+    const auto [sender, isNew] = senders_.try_emplace(request.service());
+    sender->second.requests.push_back(request);
+    if (isNew)
+        askForUser(request.service());
+}
+
 /// A bus may let other users in; this shelf is its owner's.
-void BusInstance::askForUser(const QDBusMessage& request) {
+void BusInstance::askForUser(const QString& sender) {
     QDBusMessage question = busCall(QStringLiteral("GetConnectionUnixUser"));
-    question << request.service();
+    question << sender;
     auto* const watcher = new QDBusPendingCallWatcher(bus_.asyncCall(question), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, request] {
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, sender] {
         watcher->deleteLater();
         const QDBusPendingReply<uint> user = *watcher;
-        if (user.isError() || user.value() != ::geteuid())
+        const auto asked = senders_.find(sender);
+        if (asked == senders_.end())
+            return;
+        if (!user.isError() && user.value() == ::geteuid()) {
+            asked->second.isOwner = true;
+            return takeTurns();
+        }
+        const Sender stranger = std::move(asked->second);
+        senders_.erase(asked);
+        for (const QDBusMessage& request : stranger.requests)
             refuse(request, QDBusError::AccessDenied, QStringLiteral("this shelf belongs to another user"));
-        else if (commands_ != nullptr)
-            carryOut(request);
-        else if (waiting_.size() < maxWaitingRequests)
-            waiting_.push_back(request);
-        else
-            refuse(request, QDBusError::LimitsExceeded, QStringLiteral("too many requests"));
     });
+}
+
+void BusInstance::takeTurns() {
+    if (commands_ == nullptr)
+        return;
+    // A sender is forgotten with its last request: after a restart of the bus its name may be another's.
+    bool isMoreWaiting = false;
+    for (auto next = senders_.begin(); next != senders_.end();) {
+        const auto sender = next++;
+        if (!sender->second.isOwner)
+            continue;
+        const QDBusMessage request = std::move(sender->second.requests.front());
+        sender->second.requests.pop_front();
+        if (sender->second.requests.empty())
+            senders_.erase(sender);
+        else
+            isMoreWaiting = true;
+        carryOut(request);
+    }
+    if (isMoreWaiting)
+        turns_.start();
+}
+
+std::size_t BusInstance::waitingCount() const {
+    std::size_t count = 0;
+    for (const auto& [name, sender] : senders_)
+        count += sender.requests.size();
+    return count;
+}
+
+/// What a flood of requests took would stay with the allocator.
+void BusInstance::noteWeight(std::size_t names) {
+    constexpr std::size_t flood = 200;
+    constexpr std::size_t namesPerRequest = 50;
+    weight_ += 1 + names / namesPerRequest;
+    if (weight_ >= flood)
+        quiet_.start();
 }
 
 void BusInstance::carryOut(const QDBusMessage& request) {
     const auto method = std::ranges::find(methods(), request.member(), &Method::name);
     const bool takesNames = method->signature == QStringLiteral("as");
-    if (takesNames && request.arguments().constFirst().toStringList().size() > qsizetype{maxFilesPerRequest})
+    const auto count =
+        takesNames ? static_cast<std::size_t>(request.arguments().constFirst().toStringList().size()) : 0;
+    noteWeight(count);
+    if (count > maxFilesPerRequest)
         return refuse(request, QDBusError::LimitsExceeded,
                       QStringLiteral("at most %1 files in one request").arg(maxFilesPerRequest));
     method->run(*this, request);

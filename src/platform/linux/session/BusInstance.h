@@ -8,7 +8,9 @@
 #include <QDBusVirtualObject>
 #include <QTimer>
 
+#include <deque>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -43,7 +45,18 @@ private:
     struct Method;
     static const std::vector<Method>& methods();
 
-    void askForUser(const QDBusMessage& request);
+    /// The requests of one connection, in the order in which they came.
+    struct Sender {
+        bool isOwner = false;
+        std::deque<QDBusMessage> requests;
+    };
+
+    void enqueue(const QDBusMessage& request);
+    void askForUser(const QString& sender);
+    /// Carries out some of the waiting requests, one of each sender in turn, so that no flood keeps others waiting.
+    void takeTurns();
+    [[nodiscard]] std::size_t waitingCount() const;
+    void noteWeight(std::size_t names);
     void carryOut(const QDBusMessage& request);
     void answer(const QDBusMessage& request, const QVariantList& values);
     /// Answers with the outcomes and with the reason why they are not saved yet, empty when they are.
@@ -62,7 +75,12 @@ private:
     /// Runs while the bus is down.
     QTimer joining_;
     ShelfCommands* commands_ = nullptr;
-    std::vector<QDBusMessage> waiting_;
+    /// By unique name, those whose requests wait.
+    std::map<QString, Sender> senders_;
+    QTimer turns_;
+    /// What requests have cost since memory was last given back, which happens in a quiet moment.
+    std::size_t weight_ = 0;
+    QTimer quiet_;
 };
 
 }  // namespace stowpocket

@@ -5,6 +5,7 @@
 #include "foundation/Utf8.h"
 #include "platform/linux/session/DesktopEntry.h"
 #include "platform/linux/storage/DurableFile.h"
+#include "platform/linux/storage/Folders.h"
 
 #include <QDebug>
 #include <QFile>
@@ -75,10 +76,10 @@ bool XdgLoginItem::registerItem() {
     // The format is UTF-8 throughout: a desktop could not read another name.
     if (folder_.empty() || !executable_.starts_with('/') || validUtf8(executable_) != executable_)
         return false;
-    std::error_code error;
-    fs::create_directories(folder_, error);
+    // Whoever may write there has programs started; where the folder is somebody's link, it is taken as it is.
+    static_cast<void>(makeFolders(folder_));
     // The main thread does not wait for the disk: an entry that is lost is written again at the next start.
-    error = replaceFile(path_, entryStarting(executable_), Durability::program);
+    const std::error_code error = replaceFile(path_, entryStarting(executable_), Durability::program);
     if (error)
         qWarning() << "stowpocket: cannot register to start with the session:" << fileName(path_)
                    << QString::fromLocal8Bit(error.message().c_str());
