@@ -38,6 +38,11 @@ SavedPreferenceStore::~SavedPreferenceStore() {
         finish();
 }
 
+void SavedPreferenceStore::saveAgain() {
+    if (!stored().empty())
+        storedValuesChanged();
+}
+
 void SavedPreferenceStore::storedValuesChanged() {
     ++generation_;
     if (!isSaving_)

@@ -56,6 +56,8 @@ public:
     std::optional<std::string> finish();
 
 protected:
+    /// As after a change; without values there is nothing to save.
+    void saveAgain();
     void storedValuesChanged() override;
 
 private:

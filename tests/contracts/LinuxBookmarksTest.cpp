@@ -121,15 +121,20 @@ TEST_F(LinuxBookmarksTest, bookmarksFoldersAndLinksThemselves) {
 
 TEST_F(LinuxBookmarksTest, searchStaysWithinItsLimitsAndMounts) {
     const BookmarkRecord sought = record("a/sought");
-    folder.rename("a/sought", "a/net/renamed");
     const auto isFound = [&](const Mounts& mounted, const SearchLimits& limits = {}) {
         return searchForFiles({sought}, {}, mounted, limits).at(0).has_value();
     };
+    constexpr std::chrono::milliseconds none(0);
+    for (int index = 0; index < 200; ++index)
+        folder.write("a/" + std::to_string(index));
+    folder.rename("a/sought", "a/renamed");
+    EXPECT_TRUE(isFound(*mounts.mounts(), {.entries = 0, .time = none}))
+        << "in its own folder, however large that is";
+    EXPECT_FALSE(isFound(*mounts.mounts(), {.timeInOwnFolders = none, .entries = 0}));
+    folder.rename("a/renamed", "a/net/renamed");
     EXPECT_TRUE(isFound(*mounts.mounts()));
     EXPECT_FALSE(isFound(*mounts.mounts(), {.entries = 0}));
-    for (int index = 0; index < 100; ++index)
-        folder.write("a/" + std::to_string(index));
-    EXPECT_FALSE(isFound(*mounts.mounts(), {.time = std::chrono::milliseconds(0)}));
+    EXPECT_FALSE(isFound(*mounts.mounts(), {.time = none}));
     Mounts withNet = *mounts.mounts();
     withNet.push_back({9999, folder.path("a/net"), "nfs4"});
     EXPECT_FALSE(isFound(withNet));

@@ -5,6 +5,7 @@
 #include "contracts/TemporaryFolder.h"
 #include "fakes/FakeDispatch.h"
 #include "platform/linux/storage/PropertyList.h"
+#include "x11/ComesTrue.h"
 
 #include <QString>
 #include <QtGlobal>
@@ -111,6 +112,26 @@ TEST_F(LinuxPreferenceStoreTest, keepsWhatOtherProgramsWriteMeanwhile) {
     std::filesystem::remove(folder.path(fileName));
     store->finish();
     EXPECT_EQ(onDisk(), dictionary({{"a", 2}, {"b", 5}, {"foreign", 3}})) << "written again";
+}
+
+TEST_F(LinuxPreferenceStoreTest, writesAgainWhatWasRemovedWhileItRuns) {
+    const std::string path = folder.path("settings/" + fileName);
+    std::filesystem::create_directory(folder.path("settings"));
+    LinuxPreferenceStore store(dispatch, path);
+    store.setValue("a", 1);
+    const auto isWritten = [&] {
+        return comesTrue(
+            [&] {
+                dispatch.advance(100ms);
+                dispatch.runAll();
+            },
+            [&] { return std::filesystem::exists(path) && dispatch.scheduledCount() == 0; });
+    };
+    EXPECT_TRUE(isWritten());
+    for (const auto& gone : {std::filesystem::path(path).parent_path(), std::filesystem::path(path)}) {
+        std::filesystem::remove_all(gone);
+        EXPECT_TRUE(isWritten()) << gone;
+    }
 }
 
 TEST_F(LinuxPreferenceStoreTest, goesOnWithTheVersionBeforeADamagedOne) {

@@ -9,6 +9,7 @@
 
 #include <cstdlib>
 #include <deque>
+#include <limits>
 #include <map>
 #include <memory>
 #include <set>
@@ -34,8 +35,8 @@ bool isInTrash(const std::string& path) {
 /// Counts what the search has looked at.
 class Budget {
 public:
-    explicit Budget(const SearchLimits& limits)
-        : entriesLeft_(limits.entries), deadline_(std::chrono::steady_clock::now() + limits.time) {}
+    Budget(std::size_t entries, std::chrono::milliseconds time)
+        : entriesLeft_(entries), deadline_(std::chrono::steady_clock::now() + time) {}
 
     [[nodiscard]] bool takeEntry() {
         constexpr std::size_t entriesPerLookAtClock = 64;
@@ -49,7 +50,7 @@ public:
 
 private:
     std::size_t entriesLeft_;
-    const std::chrono::steady_clock::time_point deadline_;
+    std::chrono::steady_clock::time_point deadline_;
 };
 
 /// The entries of one folder, without those under which something is mounted: even a look at a mount may hang.
@@ -92,7 +93,10 @@ private:
 class Search {
 public:
     Search(const std::vector<BookmarkRecord>& missing, const Mounts& mounts, const SearchLimits& limits)
-        : missing_(missing), found_(missing.size()), budget_(limits) {
+        : missing_(missing),
+          found_(missing.size()),
+          limits_(limits),
+          budget_(std::numeric_limits<std::size_t>::max(), limits.timeInOwnFolders) {
         for (const Mount& mount : mounts)
             mountPoints_.insert(mount.point);
         for (std::size_t index = 0; index < missing.size(); ++index) {
@@ -114,6 +118,7 @@ public:
                 ahead_.push_back({missing_[index].url.parent().parent().path(), depthAroundOldFolder});
         }
         ahead_.insert(ahead_.end(), roots.begin(), roots.end());
+        budget_ = Budget(limits_.entries, limits_.time);
         searchAhead();
         return std::move(found_);
     }
@@ -201,6 +206,7 @@ private:
     std::set<std::string, std::less<>> mountPoints_;
     std::vector<std::optional<std::string>> found_;
     std::size_t foundCount_ = 0;
+    const SearchLimits limits_;
     Budget budget_;
     std::unordered_multimap<std::uint64_t, std::size_t> wanted_;
     std::vector<std::uint64_t> devices_;

@@ -20,6 +20,9 @@ struct SearchRoot {
 
 /// How much one search may look at, whatever it is asked for.
 struct SearchLimits {
+    /// The folders in which the files were, where most of those that were given another name still are.
+    std::chrono::milliseconds timeInOwnFolders{1000};
+    /// Everything else.
     std::size_t entries = 20'000;
     std::chrono::milliseconds time{150};
 };

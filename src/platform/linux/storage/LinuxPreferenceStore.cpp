@@ -1,13 +1,29 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/storage/LinuxPreferenceStore.h"
 
+#include "platform/Dispatch.h"
 #include "platform/linux/storage/BaseDirectories.h"
 #include "platform/linux/storage/PreferenceFile.h"
 
 namespace stowpocket {
+namespace {
 
-LinuxPreferenceStore::LinuxPreferenceStore(Dispatch& dispatch, std::string path)
-    : SavedPreferenceStore(dispatch, std::make_shared<PreferenceFile>(std::move(path))) {}
+using namespace std::chrono_literals;
+
+/// Some programs put a file aside before they write the new one.
+constexpr auto replacementTime = 1000ms;
+
+}  // namespace
+
+LinuxPreferenceStore::LinuxPreferenceStore(Dispatch& dispatch, const std::string& path)
+    : SavedPreferenceStore(dispatch, std::make_shared<PreferenceFile>(path)),
+      dispatch_(dispatch),
+      watch_(path, [this] {
+          writingAgain_ = dispatch_.after(replacementTime, [this] {
+              saveAgain();
+              whenSaved([this](const std::optional<std::string>&) { watch_.begin(); });
+          });
+      }) {}
 
 std::optional<std::string> LinuxPreferenceStore::defaultPath() {
     std::optional<std::string> folder = configHome();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/storage/FileWatch.h"
 #include "platform/SavedPreferenceStore.h"
 
 #include <optional>
@@ -8,13 +9,18 @@
 
 namespace stowpocket {
 
-/// Preferences in a property-list file.
+/// Preferences in a property-list file, which is written again when somebody has removed it.
 class LinuxPreferenceStore : public SavedPreferenceStore {
 public:
-    LinuxPreferenceStore(Dispatch& dispatch, std::string path);
+    LinuxPreferenceStore(Dispatch& dispatch, const std::string& path);
 
     /// The usual place of the file; none when the user has no home folder.
     [[nodiscard]] static std::optional<std::string> defaultPath();
+
+private:
+    Dispatch& dispatch_;
+    FileWatch watch_;
+    std::unique_ptr<ScheduledWork> writingAgain_;
 };
 
 }  // namespace stowpocket
