@@ -13,6 +13,7 @@
 #include <QApplication>
 
 #include <cstdio>
+#include <malloc.h>
 
 namespace {
 
@@ -33,6 +34,13 @@ void describe(QApplication& application) {
     QApplication::setDesktopFileName(QStringLiteral("com.example.stowpocket"));
 }
 
+/// The C library would learn from one large drag or call to keep as much memory from then on.
+void giveMemoryBack() {
+    constexpr int largestKept = 128 << 10;
+    mallopt(M_MMAP_THRESHOLD, largestKept);
+    mallopt(M_TRIM_THRESHOLD, largestKept);
+}
+
 /// None where there are no settings to write.
 std::optional<ProgramLock> programLock() {
     const std::optional<std::string> preferences = LinuxPreferenceStore::defaultPath();
@@ -40,6 +48,7 @@ std::optional<ProgramLock> programLock() {
 }
 
 int runProgram(int argc, char** argv, const Command& command, const StartupTokens& tokens, bool& isRestartAsked) {
+    giveMemoryBack();
     // A plain Wayland client can neither place a popover nor watch drags, so X11 is taken where both are there.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "xcb");

@@ -140,14 +140,14 @@ ClipboardSnapshot snapshotOf(const std::vector<ClipboardAnswer>& answers, std::s
 
 TEST(ClipboardSnapshotTest, isCompleteOnlyWithEverythingTheOwnerHas) {
     const ClipboardAnswer three{std::nullopt, item("a", 3)};
-    const ClipboardAnswer refused{ClipboardFailure::refused, {}};
+    const ClipboardAnswer refused{SelectionFailure::refused, {}};
     EXPECT_TRUE(snapshotOf({three, three, three}, 9).isComplete);
     EXPECT_EQ(snapshotOf({three, refused, three}, 9).items.size(), 2u);
     EXPECT_TRUE(snapshotOf({three, refused, three}, 9).isComplete);
     EXPECT_FALSE(snapshotOf({three, three, three}, 8).isComplete) << "over the budget";
     EXPECT_FALSE(snapshotOf({three, three}, 9).isComplete) << "not finished";
     EXPECT_FALSE(snapshotOf({refused, refused, refused}, 9).isComplete) << "nothing to put back";
-    for (const ClipboardFailure failure : {ClipboardFailure::late, ClipboardFailure::tooBig}) {
+    for (const SelectionFailure failure : {SelectionFailure::late, SelectionFailure::tooBig}) {
         const ClipboardSnapshot cut = snapshotOf({three, {failure, {}}, three}, 9);
         EXPECT_FALSE(cut.isComplete);
         EXPECT_TRUE(cut.items.empty());

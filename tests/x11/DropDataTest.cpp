@@ -1,43 +1,69 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtDropData.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include "FakeDrops.h"
+#include "platform/linux/x11/DropReading.h"
+#include "platform/qt/QtDispatch.h"
+
 #include <QMimeData>
 #include <QSysInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <future>
 #include <map>
 
 namespace stowpocket {
 namespace {
 
-/// Hands out bytes as the window system does; QMimeData itself would make QUrls of a list that it is given.
-class RawData : public QMimeData {
+/// A drag of data in these formats, none of which is ever read.
+class Formats : public QMimeData {
 public:
-    explicit RawData(std::map<QString, QByteArray> contents) : contents_(std::move(contents)) {}
-    [[nodiscard]] bool hasFormat(const QString& format) const override { return contents_.contains(format); }
-
-    mutable int reads = 0;
+    explicit Formats(QStringList names) : names_(std::move(names)) {}
+    [[nodiscard]] bool hasFormat(const QString& format) const override { return names_.contains(format); }
 
 protected:
     [[nodiscard]] QVariant retrieveData(const QString& format, QMetaType) const override {
-        ++reads;
-        const auto found = contents_.find(format);
-        return found == contents_.end() ? QVariant() : found->second;
+        ADD_FAILURE() << format.toStdString();
+        return {};
     }
 
 private:
-    const std::map<QString, QByteArray> contents_;
+    const QStringList names_;
 };
 
-class Promise : public DropPromises {
+using Contents = std::map<std::string, std::string, std::less<>>;
+
+/// The data of a drag by format.
+class FakeData : public DragData {
 public:
-    [[nodiscard]] bool isOfferedBy(const QMimeData&) const override { return true; }
-    [[nodiscard]] std::shared_ptr<FilePromiseReceiver> receiver() override { return nullptr; }
-    [[nodiscard]] std::shared_ptr<ItemProvider> itemProvider() override { return nullptr; }
+    explicit FakeData(Contents contents) : contents_(std::move(contents)) {}
+    [[nodiscard]] List list(std::string_view format) override { return {failure, bytesOf(format)}; }
+    [[nodiscard]] bool write(std::string_view format, const QString& path) override {
+        const std::string& bytes = bytesOf(format);
+        std::ofstream(path.toStdString()) << bytes;
+        return !bytes.empty();
+    }
+    [[nodiscard]] DropReading read() {
+        std::vector<std::string> formats;
+        for (const auto& [format, bytes] : contents_)
+            formats.push_back(format);
+        return readDrop(*this, formats);
+    }
+
+    std::optional<SelectionFailure> failure;
+    std::string asked;
+
+private:
+    [[nodiscard]] const std::string& bytesOf(std::string_view format) {
+        asked += std::string(format) + ";";
+        return contents_.find(format)->second;
+    }
+
+    const Contents contents_;
 };
 
 const QString uriList = QStringLiteral("text/uri-list");
@@ -52,78 +78,82 @@ std::string textOf(ItemProvider& provider) {
     return text;
 }
 
-/// What the drop offers as files, both ways of asking, which must agree.
-std::vector<std::string> filesOf(const QByteArray& list) {
-    const RawData data({{uriList, list}});
+TEST(DropData, keepsOrderAndTheBytesOfEveryName) {
+    FakeDrops drops;
+    drops.drop.uriList = "file:///b\r\nhttps://example.org/a\r\nfile:///a%20%C3%BC\r\nfile:///bad%FF\r\nfile:///"
+                         "new%0Aline\r\nfile://" +
+                         QSysInfo::machineHostName().toStdString() + "/c";
+    const Formats data({uriList});
     std::vector<std::string> files;
-    for (const auto& provider : itemProvidersOf(data)) {
+    for (const auto& provider : itemProvidersOf(data, drops)) {
         EXPECT_TRUE(provider->hasItemConformingTo(uniformType::fileURL));
         files.push_back(textOf(*provider));
     }
+    EXPECT_EQ(files, (std::vector<std::string>{"file:///b", "file:///a%20%C3%BC", "file:///bad%FF",
+                                               "file:///new%0Aline", "file:///c"}));
     std::vector<std::string> pasted;
-    for (const PasteboardItem& item : QtDraggingPasteboard(data).items())
+    for (const PasteboardItem& item : QtDraggingPasteboard(data, drops).items())
         pasted.push_back(item.strings.find(pasteboardType::fileURL)->second);
     EXPECT_EQ(files, pasted);
-    return files;
-}
-
-TEST(DropData, keepsOrderAndTheBytesOfEveryName) {
-    const QByteArray host = QSysInfo::machineHostName().toUtf8();
-    EXPECT_EQ(filesOf("file:///b\r\nhttps://example.org/a\r\nfile:///a%20%C3%BC\r\nfile:///bad%FF\r\nfile:///"
-                      "new%0Aline\r\nfile://" +
-                      host + "/c"),
-              (std::vector<std::string>{"file:///b", "file:///a%20%C3%BC", "file:///bad%FF", "file:///new%0Aline",
-                                        "file:///c"}));
 }
 
 TEST(DropData, offersFilesByNameAlone) {
-    const RawData files({{uriList, "file:///a"}});
-    const RawData text({{plainText, "text"}});
+    const FakeDrops drops;
     const std::vector<std::string> wanted{std::string(pasteboardType::fileURL)};
-    EXPECT_TRUE(offersAnyOf(files, wanted));
-    EXPECT_FALSE(offersAnyOf(files, {"public.plain-text"}));
-    EXPECT_FALSE(offersAnyOf(text, wanted));
-    EXPECT_TRUE(offersItems(files) && offersItems(text));
-    const RawData picture({{QStringLiteral("image/png"), "\x89PNG"}});
-    EXPECT_TRUE(offersItems(picture));
-    EXPECT_FALSE(offersItems(RawData({{QStringLiteral("image/x-something"), "x"}})));
-    EXPECT_EQ(files.reads + text.reads + picture.reads, 0);
-    EXPECT_TRUE(itemProvidersOf(RawData({{plainText, ""}})).empty());
+    EXPECT_TRUE(offersAnyOf(Formats({uriList}), wanted, drops));
+    EXPECT_FALSE(offersAnyOf(Formats({uriList}), {"public.plain-text"}, drops));
+    EXPECT_FALSE(offersAnyOf(Formats({plainText}), wanted, drops));
+    EXPECT_TRUE(offersItems(Formats({uriList}), drops) && offersItems(Formats({plainText}), drops));
+    EXPECT_TRUE(offersItems(Formats({QStringLiteral("image/png")}), drops));
+    EXPECT_FALSE(offersItems(Formats({QStringLiteral("image/x-something")}), drops));
 }
 
-TEST(DropData, writesContentsThatAreNoFileToATemporaryOne) {
-    const RawData data({{uriList, "https://example.org/picture"},
-                        {plainText, "https://example.org/picture"},
-                        {QStringLiteral("image/png"), "\x89PNG"}});
-    Promise promise;
-    const auto providers = itemProvidersOf(data, &promise);
-    ASSERT_EQ(providers.size(), 1U);
-    ItemProvider& provider = *providers.front();
+TEST(DropData, readsOnlyWhatTheShelfTakesIn) {
+    const std::string page = "http://example.org/a";
+    FakeData files({{"text/uri-list", "file:///a"}, {"image/png", "p"}, {"text/plain", "t"}});
+    EXPECT_EQ(files.read().uriList, "file:///a");
+    EXPECT_EQ(files.asked, "text/uri-list;");
+
+    FakeData web({{"text/uri-list", page}, {"image/png", ""}, {"image/jpeg", "j"}, {"XdndDirectSave0", ""}});
+    const DropReading picture = web.read();
+    ASSERT_TRUE(picture.contents);
+    EXPECT_EQ(picture.contents->kind().type, "public.jpeg");
+    EXPECT_EQ(web.asked, "text/uri-list;image/png;image/jpeg;");
+
+    FakeData archive({{"XdndDirectSave0", ""}, {"text/plain", "t"}});
+    EXPECT_FALSE(archive.read().contents) << "the promise is worth more than text";
+    FakeData text({{"text/plain", "t"}, {"text/uri-list", page}});
+    EXPECT_TRUE(text.read().contents);
+    for (const auto failure : {SelectionFailure::late, SelectionFailure::tooBig}) {
+        text.failure = failure;
+        EXPECT_FALSE(text.read().contents);
+    }
+}
+
+TEST(DropData, keepsContentsAsATemporaryFileWhileTheyAreWanted) {
+    QtDispatch dispatch;
+    FakeDrops drops;
+    drops.isPromise = true;
+    drops.drop.contents = providerOf(*FakeData(Contents{{"image/png", "\x89PNG"}}).read().contents, dispatch);
+    const Formats formats({});
+    ASSERT_EQ(itemProvidersOf(formats, drops), std::vector{drops.drop.contents});
+    ItemProvider& provider = *drops.drop.contents;
     EXPECT_FALSE(provider.hasItemConformingTo(uniformType::fileURL));
     EXPECT_EQ(provider.registeredTypeIdentifiers(), std::vector<std::string>{"public.png"});
 
-    std::optional<FileURL> written;
-    provider.loadFileRepresentation("public.png", [&](const std::optional<FileURL>& file) {
-        written = file;
-        QFile contents(QString::fromStdString(file->path()));
-        ASSERT_TRUE(contents.open(QIODevice::ReadOnly));
-        EXPECT_EQ(contents.readAll(), QByteArray("\x89PNG"));
-    });
-    ASSERT_TRUE(written);
-    EXPECT_EQ(written->pathExtension(), "png");
-    EXPECT_FALSE(QFile::exists(QString::fromStdString(written->path())));
-
     const QTemporaryDir spool;
-    const auto receivers = QtDraggingPasteboard(data, &promise).filePromiseReceivers();
+    const auto receivers = QtDraggingPasteboard(formats, drops).filePromiseReceivers();
     ASSERT_TRUE(receivers.size() == 1 && receivers.front());
-    std::optional<FileURL> kept;
+    std::promise<std::optional<FileURL>> kept;
     receivers.front()->receivePromisedFiles(*FileURL::fromPath(spool.path().toStdString()),
-                                            [&](const std::optional<FileURL>& file) { kept = file; });
-    ASSERT_TRUE(kept);
-    EXPECT_EQ(QFileInfo(QString::fromStdString(kept->path())).size(), 4);
+                                            [&](const std::optional<FileURL>& file) { kept.set_value(file); });
+    const std::optional<FileURL> file = kept.get_future().get();
+    ASSERT_TRUE(file);
+    EXPECT_EQ(file->pathExtension(), "png");
+    EXPECT_EQ(std::filesystem::file_size(file->path()), 4U);
 
     bool failed = false;
-    provider.loadFileRepresentation("public.tiff", [&](const auto& file) { failed = !file; });
+    provider.loadFileRepresentation("public.tiff", [&](const auto& none) { failed = !none; });
     EXPECT_TRUE(failed);
 }
 

@@ -3,6 +3,8 @@
 
 #include "platform/linux/input/XcbSession.h"
 
+#include <deque>
+
 namespace stowpocket {
 
 /// Another program that drags a promised file, on a connection of its own. It works only while it is asked to; what
@@ -22,6 +24,25 @@ public:
         reply_ = std::move(reply);
         onSave_ = std::move(onSave);
     }
+    enum class Manner { atOnce, inPieces, stopsInTheMiddle, silent, wrongUnits };
+    /// Offers data in one more format.
+    void offer(const std::string& format, std::string bytes, Manner manner = Manner::atOnce) {
+        offers_[session_->atom(format)] = {std::move(bytes), manner};
+    }
+    /// Drags all that over a window and lets go there.
+    void drop(xcb_window_t target) {
+        std::vector<xcb_atom_t> types;
+        for (const auto& [format, offer] : offers_)
+            types.push_back(format);
+        types.resize(3);
+        constexpr std::uint32_t version = 5u << 24;
+        send(target, "XdndEnter", {window_, version, types[0], types[1], types[2]});
+        const xcb_timestamp_t now = session_->serverTime();
+        send(target, "XdndPosition", {window_, 0, 0, now, session_->atom("XdndActionCopy")});
+        send(target, "XdndDrop", {window_, 0, now, 0, 0});
+    }
+    /// Whether the drop was taken, once that is known.
+    [[nodiscard]] std::optional<bool> wasTaken() const { return wasTaken_; }
     /// Its window goes, and with it what it was dragging.
     void vanish() {
         xcb_destroy_window(connection_, window_);
@@ -31,12 +52,78 @@ public:
     void work() {
         while (const XcbSession::Event event{xcb_poll_for_event(connection_)}) {
             if (typeOf(*event) == XCB_SELECTION_REQUEST)
-                save(reinterpret_cast<const xcb_selection_request_event_t&>(*event));
+                answer(reinterpret_cast<const xcb_selection_request_event_t&>(*event));
+            else if (typeOf(*event) == XCB_PROPERTY_NOTIFY)
+                handNextPiece(reinterpret_cast<const xcb_property_notify_event_t&>(*event));
+            else if (typeOf(*event) == XCB_CLIENT_MESSAGE)
+                hear(reinterpret_cast<const xcb_client_message_event_t&>(*event));
         }
     }
     [[nodiscard]] bool wasSaveWanted() const { return wasSaveWanted_; }
 
 private:
+    struct Offer {
+        std::string bytes;
+        Manner manner = Manner::atOnce;
+    };
+    struct Transfer {
+        xcb_window_t requestor = XCB_WINDOW_NONE;
+        xcb_atom_t property = XCB_ATOM_NONE;
+        std::deque<std::string> pieces;
+    };
+
+    void send(xcb_window_t target, const char* type, const std::array<std::uint32_t, 5>& fields) {
+        xcb_client_message_event_t message{};
+        message.response_type = XCB_CLIENT_MESSAGE;
+        message.format = 32;
+        message.window = target;
+        message.type = session_->atom(type);
+        std::ranges::copy(fields, std::begin(message.data.data32));
+        xcb_send_event(connection_, 0, target, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&message));
+        xcb_flush(connection_);
+    }
+    void hear(const xcb_client_message_event_t& message) {
+        if (message.type == session_->atom("XdndFinished"))
+            wasTaken_ = (message.data.data32[1] & 1) != 0;
+    }
+    void answer(const xcb_selection_request_event_t& request) {
+        const auto offer = offers_.find(request.target);
+        if (offer == offers_.end())
+            return save(request);
+        const auto& [bytes, manner] = offer->second;
+        if (manner == Manner::silent)
+            return;
+        if (manner == Manner::atOnce) {
+            write(request.requestor, request.property, bytes);
+        } else if (manner == Manner::wrongUnits) {
+            xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, request.requestor, request.property,
+                                XCB_ATOM_CARDINAL, 32, 1, &request.time);
+        } else {
+            begin(request, offer->second);
+        }
+        notify(request);
+    }
+    void begin(const xcb_selection_request_event_t& request, const Offer& offer) {
+        constexpr std::size_t pieceSize = 100'000;
+        transfer_ = {request.requestor, request.property, {}};
+        for (std::size_t at = 0; at < offer.bytes.size(); at += pieceSize)
+            transfer_.pieces.push_back(offer.bytes.substr(at, pieceSize));
+        transfer_.pieces.emplace_back();
+        if (offer.manner == Manner::stopsInTheMiddle)
+            transfer_.pieces.resize(transfer_.pieces.size() / 2);
+        const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+        xcb_change_window_attributes(connection_, request.requestor, XCB_CW_EVENT_MASK, &mask);
+        const auto size = static_cast<std::uint32_t>(offer.bytes.size());
+        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, request.requestor, request.property,
+                            session_->atom("INCR"), 32, 1, &size);
+    }
+    void handNextPiece(const xcb_property_notify_event_t& event) {
+        if (event.window != transfer_.requestor || event.state != XCB_PROPERTY_DELETE || transfer_.pieces.empty())
+            return;
+        write(event.window, transfer_.property, transfer_.pieces.front());
+        xcb_flush(connection_);
+        transfer_.pieces.pop_front();
+    }
     void write(xcb_window_t window, xcb_atom_t property, const std::string& text) {
         xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, property, XCB_ATOM_STRING, 8,
                             static_cast<std::uint32_t>(text.size()), text.data());
@@ -49,6 +136,9 @@ private:
         if (reply_.empty())
             return;
         write(request.requestor, request.property, reply_);
+        notify(request);
+    }
+    void notify(const xcb_selection_request_event_t& request) {
         const xcb_selection_notify_event_t notify{
             XCB_SELECTION_NOTIFY, 0, 0, request.time, request.requestor, request.selection, request.target,
             request.property};
@@ -63,6 +153,9 @@ private:
     std::string reply_;
     std::function<void(const std::string&)> onSave_;
     bool wasSaveWanted_ = false;
+    std::map<xcb_atom_t, Offer> offers_;
+    Transfer transfer_;
+    std::optional<bool> wasTaken_;
 };
 
 }  // namespace stowpocket

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11/X11Pocket.h"
 
+#include "FakeDrops.h"
+
 #include <gtest/gtest.h>
 
 namespace stowpocket {
@@ -9,8 +11,9 @@ namespace {
 TEST(PocketTest, standsInTheCornerOnceTheIconIsNowhereElse) {
     const auto connection = X11Connection::ofApplication();
     const StatusItemFace face;
+    FakeDrops drops;
     const SymbolPainter paintSymbol = [](const StatusItemImage&, const QColor&, int) { return QImage(); };
-    X11Pocket pocket(*connection, face, paintSymbol, nullptr, [] {});
+    X11Pocket pocket(*connection, face, paintSymbol, drops, [] {});
     pocket.setResident(true);
     const std::optional<QRect> corner = pocket.rectOnScreen();
     const QRect icon(400, 300, 31, 22);

@@ -3,6 +3,8 @@
 #include "platform/linux/input/XcbSession.h"
 #include "platform/linux/x11/X11TrayWindow.h"
 
+#include "FakeDrops.h"
+
 #include <gtest/gtest.h>
 
 namespace stowpocket {
@@ -40,8 +42,9 @@ TEST(TrayWindowTest, isAsLargeAsTheTrayMakesItWhateverItWishes) {
     StatusItemFace face;
     face.image.pointSize = 16;
     face.title.fontSize = 9;
+    FakeDrops drops;
     const SymbolPainter paintSymbol = [](const StatusItemImage&, const QColor&, int) { return QImage(); };
-    X11TrayWindow icon(*connection, tray.window, face, paintSymbol, nullptr);
+    X11TrayWindow icon(*connection, tray.window, face, paintSymbol, drops);
     const auto wishedWidth = [&] {
         const XcbAnswer<xcb_get_property_reply_t> hints(xcb_get_property_reply(
             connection->raw(),

@@ -48,8 +48,9 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
       preferences_(background_->dispatch, std::move(preferencesPath)),
       thumbnails_(background_->dispatch, installedFile(decoderProgram)),
       icons_(screen_),
-      promises_(*connection_, background_->dispatch),
-      statusBar_(*connection_, paintSymbol, &promises_, [this] { iconStands_.reach(); }),
+      directSaves_(*connection_, background_->dispatch),
+      drops_(*connection_, background_->dispatch, directSaves_),
+      statusBar_(*connection_, paintSymbol, drops_, [this] { iconStands_.reach(); }),
       popoverHost_(*connection_),
       fileDrag_(*connection_),
       views_({
@@ -57,8 +58,8 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
               [this](MakeContent makeContent) {
                   return std::make_unique<QtPopover>(popoverHost_, std::move(makeContent));
               },
-          .drops = {.offersItems = [this](const QMimeData& data) { return offersItems(data, &promises_); },
-                    .itemProviders = [this](const QMimeData& data) { return itemProvidersOf(data, &promises_); }},
+          .drops = {.offersItems = [this](const QMimeData& data) { return offersItems(data, drops_); },
+                    .itemProviders = [this](const QMimeData& data) { return itemProvidersOf(data, drops_); }},
           .startFileDrag = [this](QWidget& source, const FileURL& file, const QPixmap& picture,
                                   QPoint hotSpot) { fileDrag_.start(source, file, picture, hotSpot); },
           .settings = {.preferences = preferences_,

@@ -17,6 +17,7 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11DirectSaves.h"
 #include "platform/linux/x11/X11FileDrag.h"
+#include "platform/linux/x11/X11IncomingDrops.h"
 #include "platform/linux/x11/X11PopoverHost.h"
 #include "platform/linux/x11/X11StatusItem.h"
 #include "platform/MainBundle.h"
@@ -57,7 +58,8 @@ private:
     LinuxThumbnails thumbnails_;
     LinuxWorkspaceIcons icons_;
     QtApplication application_;
-    X11DirectSaves promises_;
+    X11DirectSaves directSaves_;
+    X11IncomingDrops drops_;
     Milestone iconStands_;
     X11StatusBar statusBar_;
     X11PopoverHost popoverHost_;

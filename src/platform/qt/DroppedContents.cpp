@@ -3,28 +3,17 @@
 
 #include <QDateTime>
 #include <QFile>
-#include <QTemporaryDir>
 
-#include <algorithm>
 #include <array>
-#include <span>
 
 namespace stowpocket {
 namespace {
 
-/// The kinds of contents that are taken, most telling first, since sources offer one thing in several kinds.
-struct Kind {
-    QLatin1String format;
-    std::string_view type;
-    QLatin1String name;
-    QLatin1String extension;
-};
-
-constexpr std::array<Kind, 2> pictureKinds{{
+constexpr std::array<ContentsKind, 2> pictures{{
     {QLatin1String("image/png"), "public.png", QLatin1String("Image"), QLatin1String("png")},
     {QLatin1String("image/jpeg"), "public.jpeg", QLatin1String("Image"), QLatin1String("jpg")},
 }};
-constexpr std::array<Kind, 2> textKinds{{
+constexpr std::array<ContentsKind, 2> texts{{
     {QLatin1String("text/plain;charset=utf-8"), "public.utf8-plain-text", QLatin1String("Text"),
      QLatin1String("txt")},
     {QLatin1String("text/plain"), "public.utf8-plain-text", QLatin1String("Text"), QLatin1String("txt")},
@@ -32,62 +21,51 @@ constexpr std::array<Kind, 2> textKinds{{
 
 class ContentsProvider : public ItemProvider {
 public:
-    ContentsProvider(const Kind& kind, QByteArray bytes) : kind_(kind), bytes_(std::move(bytes)) {}
+    ContentsProvider(DroppedContents contents, Dispatch& dispatch)
+        : contents_(std::move(contents)), dispatch_(dispatch) {}
 
     [[nodiscard]] bool hasItemConformingTo(std::string_view type) const override {
-        return type == kind_.type || type == uniformType::item;
+        return type == contents_.kind().type || type == uniformType::item;
     }
     [[nodiscard]] std::vector<std::string> registeredTypeIdentifiers() const override {
-        return {std::string(kind_.type)};
+        return {std::string(contents_.kind().type)};
     }
-    void loadItem(std::string_view type, std::function<void(std::optional<Bytes>)> completion) override {
-        if (!hasItemConformingTo(type))
-            return completion(std::nullopt);
-        completion(Bytes(bytes_.begin(), bytes_.end()));
+    void loadItem(std::string_view, std::function<void(std::optional<Bytes>)> completion) override {
+        completion(std::nullopt);
     }
     void loadFileRepresentation(std::string_view type,
                                 std::function<void(std::optional<FileURL>)> completion) override {
-        const QTemporaryDir folder;
-        QFile file(folder.filePath(fileName()));
-        const bool isWritten = hasItemConformingTo(type) && folder.isValid() && file.open(QIODevice::WriteOnly) &&
-                               file.write(bytes_) == bytes_.size() && file.flush();
-        completion(isWritten ? FileURL::fromPath(QFile::encodeName(file.fileName()).toStdString()) : std::nullopt);
+        if (!hasItemConformingTo(type))
+            return completion(std::nullopt);
+        dispatch_.background([contents = contents_, completion = std::move(completion)] {
+            completion(FileURL::fromPath(QFile::encodeName(contents.path()).toStdString()));
+        });
     }
 
 private:
-    [[nodiscard]] QString fileName() const {
-        // To the millisecond: contents of one name would replace each other where they are kept.
-        const QString now = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh.mm.ss.zzz"));
-        return QStringLiteral("%1 %2.%3").arg(kind_.name, now, kind_.extension);
-    }
-
-    const Kind& kind_;
-    const QByteArray bytes_;
+    const DroppedContents contents_;
+    Dispatch& dispatch_;
 };
-
-std::shared_ptr<ItemProvider> firstOf(std::span<const Kind> kinds, const QMimeData& data) {
-    for (const Kind& kind : kinds) {
-        if (!data.hasFormat(kind.format))
-            continue;
-        if (QByteArray bytes = data.data(kind.format); !bytes.isEmpty())
-            return std::make_shared<ContentsProvider>(kind, std::move(bytes));
-    }
-    return nullptr;
-}
 
 }  // namespace
 
-bool offersContents(const QMimeData& data) {
-    const auto isOffered = [&](const Kind& kind) { return data.hasFormat(kind.format); };
-    return std::ranges::any_of(pictureKinds, isOffered) || std::ranges::any_of(textKinds, isOffered);
+std::span<const ContentsKind> pictureKinds() {
+    return pictures;
 }
 
-std::shared_ptr<ItemProvider> droppedPicture(const QMimeData& data) {
-    return firstOf(pictureKinds, data);
+std::span<const ContentsKind> textKinds() {
+    return texts;
 }
 
-std::shared_ptr<ItemProvider> droppedText(const QMimeData& data) {
-    return firstOf(textKinds, data);
+DroppedContents::DroppedContents(const ContentsKind& kind)
+    : kind_(&kind), folder_(std::make_shared<const QTemporaryDir>()) {
+    // To the millisecond: contents of one name would replace each other where they are kept.
+    const QString now = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh.mm.ss.zzz"));
+    path_ = folder_->filePath(QStringLiteral("%1 %2.%3").arg(kind.name, now, kind.extension));
+}
+
+std::shared_ptr<ItemProvider> providerOf(DroppedContents contents, Dispatch& dispatch) {
+    return std::make_shared<ContentsProvider>(std::move(contents), dispatch);
 }
 
 }  // namespace stowpocket

@@ -15,10 +15,8 @@ namespace {
 const QString uriListFormat = QStringLiteral("text/uri-list");
 
 /// From the bytes as they came: a QUrl would lose file names that are not UTF-8.
-std::vector<FileURL> filesOf(const QMimeData& data) {
-    const QByteArray list = data.data(uriListFormat);
-    return filesOfUriList({list.constData(), static_cast<std::size_t>(list.size())},
-                          QSysInfo::machineHostName().toStdString());
+std::vector<FileURL> filesOf(const ReceivedDrop& drop) {
+    return filesOfUriList(drop.uriList, QSysInfo::machineHostName().toStdString());
 }
 
 class FileProvider : public ItemProvider {
@@ -71,42 +69,41 @@ private:
 
 std::vector<PasteboardItem> QtDraggingPasteboard::items() {
     std::vector<PasteboardItem> items;
-    for (const FileURL& file : filesOf(data_))
+    for (const FileURL& file : filesOf(drops_.received()))
         items.push_back({{{std::string(pasteboardType::fileURL), file.string()}}});
     return items;
 }
 
 std::vector<std::shared_ptr<FilePromiseReceiver>> QtDraggingPasteboard::filePromiseReceivers() {
-    if (promises_ == nullptr || !promises_->isOfferedBy(data_))
+    if (!drops_.promisesFiles(data_))
         return {};
-    if (auto picture = droppedPicture(data_))
-        return {std::make_shared<ContentsReceiver>(std::move(picture))};
-    return {promises_->receiver()};
+    if (const auto& contents = drops_.received().contents)
+        return {std::make_shared<ContentsReceiver>(contents)};
+    return {drops_.promiseReceiver()};
 }
 
-bool offersAnyOf(const QMimeData& data, const std::vector<std::string>& types, const DropPromises* promises) {
+bool offersAnyOf(const QMimeData& data, const std::vector<std::string>& types, const IncomingDrops& drops) {
     const auto isWanted = [&](std::string_view type) { return std::ranges::find(types, type) != types.end(); };
     return (isWanted(pasteboardType::fileURL) && data.hasFormat(uriListFormat)) ||
-           (isWanted(pasteboardType::promisedFileURL) && promises != nullptr && promises->isOfferedBy(data));
+           (isWanted(pasteboardType::promisedFileURL) && drops.promisesFiles(data));
 }
 
-bool offersItems(const QMimeData& data, const DropPromises* promises) {
-    return data.hasFormat(uriListFormat) || (promises != nullptr && promises->isOfferedBy(data)) ||
-           offersContents(data);
+bool offersItems(const QMimeData& data, const IncomingDrops& drops) {
+    const auto isOffered = [&](const ContentsKind& kind) { return data.hasFormat(kind.format); };
+    return data.hasFormat(uriListFormat) || drops.promisesFiles(data) ||
+           std::ranges::any_of(pictureKinds(), isOffered) || std::ranges::any_of(textKinds(), isOffered);
 }
 
-std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const QMimeData& data, DropPromises* promises) {
+std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const QMimeData& data, IncomingDrops& drops) {
     std::vector<std::shared_ptr<ItemProvider>> providers;
-    for (FileURL& file : filesOf(data))
+    for (FileURL& file : filesOf(drops.received()))
         providers.push_back(std::make_shared<FileProvider>(std::move(file)));
     if (!providers.empty())
         return providers;
-    if (auto picture = droppedPicture(data))
-        return {std::move(picture)};
-    if (promises != nullptr && promises->isOfferedBy(data))
-        return {promises->itemProvider()};
-    if (auto text = droppedText(data))
-        return {std::move(text)};
+    if (const auto& contents = drops.received().contents)
+        return {contents};
+    if (drops.promisesFiles(data))
+        return {drops.promiseProvider()};
     return {};
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/input/ClipboardSnapshot.h"
-#include "platform/linux/input/XcbSession.h"
+#include "platform/linux/input/SelectionReader.h"
 
 namespace stowpocket {
 
@@ -13,9 +13,9 @@ public:
 
     explicit ClipboardReader(XcbSession& session);
 
-    [[nodiscard]] xcb_atom_t selection() const { return clipboard_; }
+    [[nodiscard]] xcb_atom_t selection() const { return reader_.selection(); }
     /// 0 when nobody owns it.
-    [[nodiscard]] xcb_window_t owner() const;
+    [[nodiscard]] xcb_window_t owner() const { return reader_.owner(); }
     /// Hears of new owners from now on, or no longer.
     void watchOwner(bool isWatched);
     /// The owner that the event tells of; 0 when that is nobody, or the event tells of something else.
@@ -26,18 +26,8 @@ public:
     [[nodiscard]] ClipboardAnswer read(const std::string& target, Deadline deadline, std::size_t mostBytes);
 
 private:
-    struct Received {
-        std::optional<ClipboardFailure> failure;
-        X11Property property;
-    };
-    [[nodiscard]] Received convert(const std::string& target, Deadline deadline, std::size_t mostBytes);
-    [[nodiscard]] Received receive(xcb_window_t requestor, xcb_atom_t target, Deadline deadline,
-                                   std::size_t mostBytes);
-    [[nodiscard]] Received receiveInPieces(xcb_window_t requestor, Deadline deadline, std::size_t mostBytes);
-
     XcbSession& session_;
-    const xcb_atom_t clipboard_;
-    const xcb_atom_t property_;
+    SelectionReader reader_;
     std::uint8_t fixesEvent_ = 0;
 };
 

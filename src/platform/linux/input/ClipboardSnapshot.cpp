@@ -48,7 +48,7 @@ std::optional<std::string> SnapshotBuilder::wanted() const {
 
 void SnapshotBuilder::take(ClipboardAnswer answer) {
     ++next_;
-    if (answer.failure == ClipboardFailure::refused)
+    if (answer.failure == SelectionFailure::refused)
         return;
     snapshot_.isComplete = !answer.failure && answer.item.bytes.size() <= budget_;
     if (!snapshot_.isComplete)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/input/SelectionReader.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -19,15 +21,8 @@ struct ClipboardItem {
     friend bool operator==(const ClipboardItem&, const ClipboardItem&) = default;
 };
 
-/// Why one form of the clipboard could not be had.
-enum class ClipboardFailure {
-    refused,  ///< the owner has no such thing, whatever it says
-    late,
-    tooBig,
-};
-
 struct ClipboardAnswer {
-    std::optional<ClipboardFailure> failure;
+    std::optional<SelectionFailure> failure;
     ClipboardItem item;
 };
 

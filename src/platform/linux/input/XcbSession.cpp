@@ -69,8 +69,10 @@ std::vector<std::string> XcbSession::namesOf(const std::vector<xcb_atom_t>& atom
     return names;
 }
 
-X11Property XcbSession::property(xcb_window_t window, xcb_atom_t name, std::size_t mostBytes, bool thenDelete) const {
-    const auto cookie = xcb_get_property(connection_, thenDelete ? 1 : 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0,
+X11Property XcbSession::property(xcb_window_t window, xcb_atom_t name, std::size_t mostBytes, bool thenDelete,
+                                 std::size_t offset) const {
+    const auto cookie = xcb_get_property(connection_, thenDelete ? 1 : 0, window, name, XCB_GET_PROPERTY_TYPE_ANY,
+                                         static_cast<std::uint32_t>(offset / wordSize),
                                          static_cast<std::uint32_t>((mostBytes + wordSize - 1) / wordSize));
     const XcbAnswer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
     if (!reply)

@@ -46,8 +46,9 @@ public:
 
     [[nodiscard]] xcb_atom_t atom(const std::string& name);
     [[nodiscard]] std::vector<std::string> namesOf(const std::vector<xcb_atom_t>& atoms) const;
+    /// From the byte `offset` on, a multiple of four. It is deleted only when nothing is left after this.
     [[nodiscard]] X11Property property(xcb_window_t window, xcb_atom_t name, std::size_t mostBytes,
-                                       bool thenDelete = false) const;
+                                       bool thenDelete = false, std::size_t offset = 0) const;
     /// The server's clock, which selections are taken by.
     [[nodiscard]] xcb_timestamp_t serverTime();
 

@@ -28,6 +28,7 @@ constexpr std::array<std::string_view, atomCount> x11AtomNames{
     "_XSETTINGS_S0",
     "_XSETTINGS_SETTINGS",
     "XdndSelection",
+    "XdndEnter",
     "XdndDrop",
     "XdndTypeList",
     "XdndDirectSave0",

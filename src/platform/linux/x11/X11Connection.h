@@ -40,6 +40,7 @@ enum class X11Atom : std::size_t {
     settingsOwner,
     settings,
     dragSelection,
+    dragEnter,
     dragDrop,
     dragTypeList,
     directSave,

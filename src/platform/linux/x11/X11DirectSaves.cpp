@@ -47,10 +47,6 @@ X11DirectSaves::~X11DirectSaves() {
     }
 }
 
-bool X11DirectSaves::isOfferedBy(const QMimeData& data) const {
-    return data.hasFormat(QStringLiteral("XdndDirectSave0"));
-}
-
 std::shared_ptr<FilePromiseReceiver> X11DirectSaves::receiver() {
     return std::make_shared<DirectSaveReceiver>(*this);
 }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/Dragging.h"
+#include "platform/ItemProvider.h"
 #include "platform/linux/x11/X11DirectSave.h"
-#include "platform/qt/DropPromises.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QObject>
@@ -14,7 +15,7 @@ namespace stowpocket {
 
 /// Files promised by the direct-save protocol (XDS), as archive managers and mail programs drag them. Nothing waits:
 /// a source that unpacks for minutes delivers minutes after the drop.
-class X11DirectSaves : public DropPromises, private QAbstractNativeEventFilter {
+class X11DirectSaves : private QAbstractNativeEventFilter {
 public:
     static constexpr std::chrono::milliseconds usualTimeLimit = std::chrono::seconds(60);
 
@@ -25,9 +26,12 @@ public:
     /// What is still on its way counts as failed.
     ~X11DirectSaves() override;
 
-    [[nodiscard]] bool isOfferedBy(const QMimeData& data) const override;
-    [[nodiscard]] std::shared_ptr<FilePromiseReceiver> receiver() override;
-    [[nodiscard]] std::shared_ptr<ItemProvider> itemProvider() override;
+    /// The type that stands for a promise among those that a drag offers.
+    static constexpr std::string_view format = "XdndDirectSave0";
+
+    /// The promise of the drag that is being dropped, as its files and as one thing.
+    [[nodiscard]] std::shared_ptr<FilePromiseReceiver> receiver();
+    [[nodiscard]] std::shared_ptr<ItemProvider> itemProvider();
 
     /// Has the source of the drag that is being dropped write its files into a fresh folder in `destination`.
     /// `completion` runs once, on the main thread, during the call or after it; with none when nothing arrived.

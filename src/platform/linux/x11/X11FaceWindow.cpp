@@ -17,7 +17,7 @@ void answer(QDropEvent& event, DragOperation operation) {
 
 }  // namespace
 
-X11FaceWindow::X11FaceWindow(const StatusItemFace& face, DropPromises* promises) : face_(face), promises_(promises) {
+X11FaceWindow::X11FaceWindow(const StatusItemFace& face, IncomingDrops& drops) : face_(face), drops_(drops) {
     setWindowFlags(Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
     setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_ShowWithoutActivating);
@@ -43,9 +43,9 @@ void X11FaceWindow::describe() {
 }
 
 void X11FaceWindow::dragEnterEvent(QDragEnterEvent* event) {
-    if (!face_.dropView || !offersAnyOf(*event->mimeData(), face_.dropView->registeredDraggedTypes(), promises_))
+    if (!face_.dropView || !offersAnyOf(*event->mimeData(), face_.dropView->registeredDraggedTypes(), drops_))
         return event->ignore();
-    QtDraggingPasteboard pasteboard(*event->mimeData(), promises_);
+    QtDraggingPasteboard pasteboard(*event->mimeData(), drops_);
     answer(*event, face_.dropView->draggingEntered(pasteboard));
     // A drag that was turned away is not heard of again.
     hovered.emit(event->isAccepted());
@@ -54,7 +54,7 @@ void X11FaceWindow::dragEnterEvent(QDragEnterEvent* event) {
 void X11FaceWindow::dragMoveEvent(QDragMoveEvent* event) {
     if (!face_.dropView)
         return event->ignore();
-    QtDraggingPasteboard pasteboard(*event->mimeData(), promises_);
+    QtDraggingPasteboard pasteboard(*event->mimeData(), drops_);
     answer(*event, face_.dropView->draggingUpdated(pasteboard));
 }
 
@@ -65,7 +65,7 @@ void X11FaceWindow::dragLeaveEvent(QDragLeaveEvent*) {
 void X11FaceWindow::dropEvent(QDropEvent* event) {
     if (!face_.dropView)
         return event->ignore();
-    QtDraggingPasteboard pasteboard(*event->mimeData(), promises_);
+    QtDraggingPasteboard pasteboard(*event->mimeData(), drops_);
     answer(*event, face_.dropView->performDragOperation(pasteboard) ? DragOperation::copy : DragOperation::none);
     dropped.emit();
 }

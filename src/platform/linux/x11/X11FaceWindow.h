@@ -3,7 +3,7 @@
 
 #include "foundation/Signal.h"
 #include "platform/linux/x11/StatusItemPainter.h"
-#include "platform/qt/DropPromises.h"
+#include "platform/qt/IncomingDrops.h"
 
 #include <QAbstractButton>
 
@@ -13,8 +13,8 @@ namespace stowpocket {
 /// takes the keyboard. Window managers leave it alone.
 class X11FaceWindow : public QAbstractButton {
 public:
-    /// All of it outlives the window. `promises` may be null.
-    X11FaceWindow(const StatusItemFace& face, DropPromises* promises);
+    /// All of it outlives the window.
+    X11FaceWindow(const StatusItemFace& face, IncomingDrops& drops);
 
     /// Shows a changed face, wishing for more or less room.
     virtual void showFace();
@@ -34,7 +34,7 @@ private:
     void describe();
 
     const StatusItemFace& face_;
-    DropPromises* const promises_;
+    IncomingDrops& drops_;
 };
 
 }  // namespace stowpocket

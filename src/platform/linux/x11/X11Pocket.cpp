@@ -14,12 +14,8 @@ constexpr int distanceFromEdge = 8;
 }  // namespace
 
 X11Pocket::X11Pocket(const X11Connection& connection, const StatusItemFace& face, const SymbolPainter& paintSymbol,
-                     DropPromises* promises, std::function<void()> onClick)
-    : connection_(connection),
-      face_(face),
-      paintSymbol_(paintSymbol),
-      promises_(promises),
-      onClick_(std::move(onClick)) {}
+                     IncomingDrops& drops, std::function<void()> onClick)
+    : connection_(connection), face_(face), paintSymbol_(paintSymbol), drops_(drops), onClick_(std::move(onClick)) {}
 
 X11Pocket::~X11Pocket() = default;
 
@@ -70,7 +66,7 @@ void X11Pocket::follow() {
 }
 
 void X11Pocket::makeWindow() {
-    window_ = std::make_unique<X11PocketWindow>(connection_, face_, paintSymbol_, promises_);
+    window_ = std::make_unique<X11PocketWindow>(connection_, face_, paintSymbol_, drops_);
     QObject::connect(window_.get(), &QAbstractButton::clicked, onClick_);
     hovered_ = window_->hovered.connect([this](bool isHovered) {
         presence_.setHovered(isHovered);

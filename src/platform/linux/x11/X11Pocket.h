@@ -15,9 +15,9 @@ namespace stowpocket {
 /// all it stays there as the icon.
 class X11Pocket {
 public:
-    /// All references outlive it; `promises` may be null.
+    /// All references outlive it.
     X11Pocket(const X11Connection& connection, const StatusItemFace& face, const SymbolPainter& paintSymbol,
-              DropPromises* promises, std::function<void()> onClick);
+              IncomingDrops& drops, std::function<void()> onClick);
     ~X11Pocket();
 
     void setResident(bool isResident);
@@ -40,7 +40,7 @@ private:
     const X11Connection& connection_;
     const StatusItemFace& face_;
     const SymbolPainter& paintSymbol_;
-    DropPromises* const promises_;
+    IncomingDrops& drops_;
     const std::function<void()> onClick_;
     PocketPresence presence_;
     std::optional<QRect> icon_;

@@ -38,8 +38,8 @@ QPixmap picture(const QRect& place) {
 }  // namespace
 
 X11PocketWindow::X11PocketWindow(const X11Connection& connection, const StatusItemFace& face,
-                                 const SymbolPainter& paintSymbol, DropPromises* promises)
-    : X11FaceWindow(face, promises), paintSymbol_(paintSymbol) {
+                                 const SymbolPainter& paintSymbol, IncomingDrops& drops)
+    : X11FaceWindow(face, drops), paintSymbol_(paintSymbol) {
     setWindowFlag(Qt::WindowStaysOnTopHint);
     setAttribute(Qt::WA_TranslucentBackground, connection.selectionOwner(X11Atom::compositorOwner) != x11None);
     setAcceptDrops(true);

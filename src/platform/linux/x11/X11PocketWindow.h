@@ -14,7 +14,7 @@ class X11PocketWindow : public X11FaceWindow {
 public:
     /// The icon on a small panel of its own. All of it outlives the window.
     X11PocketWindow(const X11Connection& connection, const StatusItemFace& face, const SymbolPainter& paintSymbol,
-                    DropPromises* promises);
+                    IncomingDrops& drops);
     /// Looks as what it covers did.
     void cover(const QRect& place);
 

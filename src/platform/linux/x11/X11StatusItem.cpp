@@ -22,11 +22,11 @@ constexpr std::uint8_t sentEventBit = 0x80;
 
 }  // namespace
 
-X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, DropPromises* promises,
+X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops,
                              std::function<void()> onPlaced)
     : connection_(connection),
       onPlaced_(std::move(onPlaced)),
-      button_(std::make_shared<X11StatusItemButton>(connection, std::move(paintSymbol), promises)),
+      button_(std::make_shared<X11StatusItemButton>(connection, std::move(paintSymbol), drops)),
       dragWatch_(connection),
       completed_(
           button_->completed.connect([this] { managerAppeared(connection_.selectionOwner(X11Atom::trayOwner)); })),

@@ -19,8 +19,8 @@ namespace stowpocket {
 /// as soon as its button is complete: the event loop begins with other work, which would delay it.
 class X11StatusItem : public StatusItem, private QAbstractNativeEventFilter {
 public:
-    /// `promises` may be null; `onPlaced` runs whenever the icon has found a place.
-    X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, DropPromises* promises,
+    /// `onPlaced` runs whenever the icon has found a place.
+    X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops,
                   std::function<void()> onPlaced);
 
     [[nodiscard]] std::shared_ptr<StatusItemButton> button() override { return button_; }
@@ -58,23 +58,23 @@ private:
 /// The tray of an X11 desktop.
 class X11StatusBar : public StatusBar {
 public:
-    /// `connection` and `promises` outlive every item; without `promises` only files that exist can be dropped.
+    /// `connection` and `drops` outlive every item.
     /// `onPlaced` runs whenever an item has found a place on the screen.
-    X11StatusBar(const X11Connection& connection, SymbolPainter paintSymbol, DropPromises* promises,
+    X11StatusBar(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops,
                  std::function<void()> onPlaced)
         : connection_(connection),
           paintSymbol_(std::move(paintSymbol)),
-          promises_(promises),
+          drops_(drops),
           onPlaced_(std::move(onPlaced)) {}
 
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override {
-        return std::make_unique<X11StatusItem>(connection_, paintSymbol_, promises_, onPlaced_);
+        return std::make_unique<X11StatusItem>(connection_, paintSymbol_, drops_, onPlaced_);
     }
 
 private:
     const X11Connection& connection_;
     const SymbolPainter paintSymbol_;
-    DropPromises* const promises_;
+    IncomingDrops& drops_;
     const std::function<void()> onPlaced_;
 };
 

@@ -47,11 +47,11 @@ QRect usualCorner() {
 }  // namespace
 
 X11StatusItemButton::X11StatusItemButton(const X11Connection& connection, SymbolPainter paintSymbol,
-                                         DropPromises* promises)
+                                         IncomingDrops& drops)
     : connection_(connection),
       paintSymbol_(std::move(paintSymbol)),
-      promises_(promises),
-      pocket_(connection_, face_, paintSymbol_, promises_, [this] { click(); }),
+      drops_(drops),
+      pocket_(connection_, face_, paintSymbol_, drops_, [this] { click(); }),
       pocketChanged_(pocket_.changed.connect([this] { pocketChanged(); })) {}
 
 void X11StatusItemButton::setImage(const StatusItemImage& image) {
@@ -105,7 +105,7 @@ std::optional<QRect> X11StatusItemButton::dockedRect() const {
 
 void X11StatusItemButton::dock(xcb_window_t manager) {
     undock();
-    window_ = std::make_unique<X11TrayWindow>(connection_, manager, face_, paintSymbol_, promises_);
+    window_ = std::make_unique<X11TrayWindow>(connection_, manager, face_, paintSymbol_, drops_);
     QObject::connect(window_.get(), &QAbstractButton::clicked, &context_, [this] { click(); });
     windowResized_ = window_->resized.connect([this] { moved.emit(); });
     window_->requestDock();

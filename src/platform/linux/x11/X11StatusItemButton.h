@@ -14,8 +14,8 @@ namespace stowpocket {
 /// item of a notifier host, or in the pocket.
 class X11StatusItemButton : public QtStatusItemButton {
 public:
-    /// `promises` may be null.
-    X11StatusItemButton(const X11Connection& connection, SymbolPainter paintSymbol, DropPromises* promises);
+    /// All outlive it.
+    X11StatusItemButton(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops);
 
     void setImage(const StatusItemImage& image) override;
     void setTitle(const StatusItemTitle& title) override;
@@ -54,7 +54,7 @@ private:
 
     const X11Connection& connection_;
     const SymbolPainter paintSymbol_;
-    DropPromises* const promises_;
+    IncomingDrops& drops_;
     StatusItemFace face_;
     StatusItemTitle title_;
     CountFont countFont_;

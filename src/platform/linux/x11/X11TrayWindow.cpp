@@ -26,8 +26,8 @@ bool wantsBlending(const X11Connection& connection, xcb_window_t manager) {
 }  // namespace
 
 X11TrayWindow::X11TrayWindow(const X11Connection& connection, xcb_window_t manager, const StatusItemFace& face,
-                             const SymbolPainter& paintSymbol, DropPromises* promises)
-    : X11FaceWindow(face, promises), connection_(connection), manager_(manager), paintSymbol_(paintSymbol) {
+                             const SymbolPainter& paintSymbol, IncomingDrops& drops)
+    : X11FaceWindow(face, drops), connection_(connection), manager_(manager), paintSymbol_(paintSymbol) {
     setAttribute(Qt::WA_TranslucentBackground, wantsBlending(connection, manager));
     setWindowTitle(QStringLiteral("stowpocket status item"));
     X11TrayWindow::showFace();

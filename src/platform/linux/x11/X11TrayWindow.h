@@ -12,7 +12,7 @@ class X11TrayWindow : public X11FaceWindow {
 public:
     /// `connection` and `face` outlive the window. Made for `manager`, whose visual it takes.
     X11TrayWindow(const X11Connection& connection, xcb_window_t manager, const StatusItemFace& face,
-                  const SymbolPainter& paintSymbol, DropPromises* promises);
+                  const SymbolPainter& paintSymbol, IncomingDrops& drops);
 
     /// Asks the manager to take the window in; it answers with an XEMBED message, perhaps never.
     void requestDock();

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/x11/DropReading.h"
+
+#include "intake/UriList.h"
+#include "platform/linux/x11/X11DirectSaves.h"
+
+#include <QSysInfo>
+
+#include <algorithm>
+
+namespace stowpocket {
+namespace {
+
+constexpr std::string_view uriListFormat = "text/uri-list";
+
+bool offers(const std::vector<std::string>& formats, std::string_view format) {
+    return std::ranges::find(formats, format) != formats.end();
+}
+
+bool namesFiles(const std::string& list) {
+    return !filesOfUriList(list, QSysInfo::machineHostName().toStdString()).empty();
+}
+
+std::optional<DroppedContents> firstOf(std::span<const ContentsKind> kinds, DragData& data,
+                                       const std::vector<std::string>& formats) {
+    for (const ContentsKind& kind : kinds) {
+        const std::string_view format(kind.format.data(), static_cast<std::size_t>(kind.format.size()));
+        if (!offers(formats, format))
+            continue;
+        if (DroppedContents contents(kind); data.write(format, contents.path()))
+            return contents;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+DropReading readDrop(DragData& data, const std::vector<std::string>& formats) {
+    DropReading reading;
+    if (offers(formats, uriListFormat)) {
+        DragData::List list = data.list(uriListFormat);
+        // Who is silent now would be so again, and a list that is too long is no slip.
+        if (list.failure == SelectionFailure::late || list.failure == SelectionFailure::tooBig)
+            return reading;
+        if (!list.failure && namesFiles(list.text)) {
+            reading.uriList = std::move(list.text);
+            return reading;
+        }
+    }
+    reading.contents = firstOf(pictureKinds(), data, formats);
+    if (!reading.contents && !offers(formats, X11DirectSaves::format))
+        reading.contents = firstOf(textKinds(), data, formats);
+    return reading;
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/input/SelectionReader.h"
+#include "platform/qt/DroppedContents.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace stowpocket {
+
+/// The data of one drag, as its source hands it over. Each call ends within a time limit.
+class DragData {
+public:
+    virtual ~DragData() = default;
+
+    struct List {
+        std::optional<SelectionFailure> failure;
+        std::string text;
+    };
+    [[nodiscard]] virtual List list(std::string_view format) = 0;
+    /// Whether all of it is in the file now.
+    [[nodiscard]] virtual bool write(std::string_view format, const QString& path) = 0;
+};
+
+/// What was read of a drop, on whatever thread.
+struct DropReading {
+    std::string uriList;
+    std::optional<DroppedContents> contents;
+};
+
+/// Reads what a drop of these formats brings to the shelf: the list of files, and where that names none on this
+/// machine a picture, or text when no file is promised either. A picture goes before a promise because web browsers
+/// offer both, and keep the promise by fetching the picture once more, which may bring an error page.
+[[nodiscard]] DropReading readDrop(DragData& data, const std::vector<std::string>& formats);
+
+}  // namespace stowpocket
