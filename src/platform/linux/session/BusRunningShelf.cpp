@@ -87,6 +87,9 @@ std::optional<QVariantList> BusRunningShelf::call(const QString& method, const Q
     if (reply.type() == QDBusMessage::ReplyMessage)
         return reply.arguments();
     problem_ = problemOf(reply);
+    // One that was started for the request ends without an answer when it finds the shelf in another session.
+    if (!bus_.interface()->isServiceRegistered(shelfBus::service))
+        noteAbsence(problem_);
     return std::nullopt;
 }
 
