@@ -49,8 +49,10 @@ std::optional<ProgramLock> programLock() {
 
 int runProgram(int argc, char** argv, const Command& command, const StartupTokens& tokens, bool& isRestartAsked) {
     giveMemoryBack();
-    // A plain Wayland client can neither place a popover nor watch drags, so X11 is taken where both are there.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    // A plain Wayland client can neither place a popover nor watch drags. X11 is taken also where the environment has
+    // all Qt programs be Wayland clients.
+    const QByteArray asked = qgetenv("QT_QPA_PLATFORM");
+    if (asked.isEmpty() || asked.contains("wayland"))
         qputenv("QT_QPA_PLATFORM", "xcb");
     if (qgetenv("QT_QPA_PLATFORM") == "xcb") {
         if (const std::optional<std::string> problem = X11Connection::displayProblem()) {

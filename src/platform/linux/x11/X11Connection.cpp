@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11/X11Connection.h"
 
+#include "platform/linux/WaylandSession.h"
+
 #include <QGuiApplication>
 
 namespace stowpocket {
@@ -51,6 +53,8 @@ constexpr std::uint32_t longestProperty = 16384;
 
 std::optional<std::string> X11Connection::displayProblem() {
     const std::string display = qEnvironmentVariable("DISPLAY").toStdString();
+    if (display.empty() && isWaylandSession())
+        return "there is no X11 display; in a Wayland session the program needs XWayland";
     if (display.empty())
         return "there is no X11 display, as DISPLAY is not set";
     xcb_connection_t* const trial = xcb_connect(nullptr, nullptr);
