@@ -57,6 +57,8 @@ public:
     void statusItemClicked();
     /// Opens the shelf, as on every request that comes from outside.
     void showPopover(Animation animation);
+    /// Opens the shelf; one that is open already gets the keyboard.
+    void bringUpPopover();
     void closePopover();
     void togglePopover();
     /// Adds what is selected in the file manager and then opens the shelf.

@@ -50,6 +50,13 @@ void AppDelegate::showPopover(Animation animation) {
     globalClickMonitor_ = services_.eventMonitors.addGlobalMouseDownMonitor(weakly(&AppDelegate::clickedElsewhere));
 }
 
+void AppDelegate::bringUpPopover() {
+    if (!popover_->isShown())
+        return showPopover(Animation::animated);
+    popover_->makeKey();
+    services_.application.activate();
+}
+
 void AppDelegate::closePopover() {
     pendingCloseWork_.reset();
     popover_->performClose();

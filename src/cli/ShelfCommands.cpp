@@ -158,7 +158,7 @@ void ShelfCommands::carryOut(ShelfAction action) {
         shelf().clear();
         return app_.shelfViewModel().setCapacityMessage(std::nullopt);
     case ShelfAction::show:
-        return app_.showPopover(Animation::animated);
+        return app_.bringUpPopover();
     case ShelfAction::toggle:
         return app_.togglePopover();
     case ShelfAction::quickDrop:

@@ -97,8 +97,14 @@ TEST_F(ShelfCommandsTest, answersWhenTheChangeIsSavedOrCannotBe) {
     EXPECT_TRUE(problems.empty());
     preferences.finishSaving("the disk is full");
     EXPECT_EQ(problems, std::vector<Problem>(3, "the disk is full"));
-    commands->perform(ShelfAction::show, {}, [&](const Problem& problem) { problems.push_back(problem); });
+    const auto show = [&] {
+        commands->perform(ShelfAction::show, {}, [&](const Problem& problem) { problems.push_back(problem); });
+    };
+    show();
     EXPECT_EQ(problems.size(), 4u) << "there is nothing to save";
+    log.clear();
+    show();
+    EXPECT_EQ(log, (CallLog{"key", "activate"})) << "another program may have the keyboard";
 }
 
 TEST_F(ShelfCommandsTest, removesByEitherName) {
