@@ -13,8 +13,11 @@ class FakeHost : public PopoverHost {
 public:
     [[nodiscard]] bool blendsWindows() const override { return blends; }
     void willShow(QWidget& window) override { wasAnnounced = !window.isVisible(); }
+    void afterDrag(std::function<void()> work) override { isDragging ? pending.push_back(work) : work(); }
     void focus(QWidget& window) override { focused = &window; }
 
+    bool isDragging = false;
+    std::vector<std::function<void()>> pending;
     bool blends = false;
     QWidget* focused = nullptr;
     bool wasAnnounced = false;
@@ -117,6 +120,19 @@ TEST_F(PopoverTest, windowManagerClosesItLikeEscape) {
     EXPECT_FALSE(popover.isShown());
     popover.show(button);
     EXPECT_TRUE(window()->isVisible());
+}
+
+TEST_F(PopoverTest, keepsTheWindowOfADragUntilThatIsOver) {
+    host.isDragging = true;
+    popover.show(button);
+    popover.performClose();
+    EXPECT_FALSE(popover.isShown());
+    ASSERT_TRUE(window()->isVisible());
+    host.pending.front()();
+    EXPECT_FALSE(window()->isVisible());
+    popover.show(button);
+    host.pending.front()();
+    EXPECT_TRUE(window()->isVisible()) << "shown again since";
 }
 
 TEST_F(PopoverTest, isClosedWhileItFadesOutAndMayBeShownAgain) {

@@ -52,7 +52,8 @@ protected:
     [[nodiscard]] xcb_window_t id() const { return static_cast<xcb_window_t>(window.winId()); }
 
     const std::unique_ptr<X11Connection> connection = X11Connection::ofApplication();
-    X11PopoverHost host{*connection};
+    X11FileDrag fileDrag{*connection};
+    X11PopoverHost host{*connection, fileDrag};
     QWidget window;
     Desktop desktop;
 };

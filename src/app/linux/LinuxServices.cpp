@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QPointer>
 #include <QUrl>
 
 #include <cstdio>
@@ -51,8 +52,8 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
       directSaves_(*connection_, background_->dispatch),
       drops_(*connection_, background_->dispatch, directSaves_),
       statusBar_(*connection_, paintSymbol, drops_, [this] { iconStands_.reach(); }),
-      popoverHost_(*connection_),
       fileDrag_(*connection_),
+      popoverHost_(*connection_, fileDrag_),
       views_({
           .makePopover =
               [this](MakeContent makeContent) {
@@ -60,8 +61,15 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
               },
           .drops = {.offersItems = [this](const QMimeData& data) { return offersItems(data, drops_); },
                     .itemProviders = [this](const QMimeData& data) { return itemProvidersOf(data, drops_); }},
-          .startFileDrag = [this](QWidget& source, const FileURL& file, const QPixmap& picture,
-                                  QPoint hotSpot) { fileDrag_.start(source, file, picture, hotSpot); },
+          .startFileDrag =
+              [this](QWidget& source, const FileURL& file, const QPixmap& picture, QPoint hotSpot) {
+                  const QPointer<QWidget> window = source.window();
+                  fileDrag_.start(source, file, picture, hotSpot);
+                  fileDrag_.whenOver([this, window] {
+                      if (window)
+                          popoverHost_.restoreFocus(*window);
+                  });
+              },
           .settings = {.preferences = preferences_,
                        .eventMonitors = eventMonitors_,
                        .notificationCenter = notificationCenter_,
@@ -75,7 +83,7 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
           .blendsWindows = [this] { return popoverHost_.blendsWindows(); },
           .whenIconStands = [this](std::function<void()> work) { iconStands_.whenReached(std::move(work)); },
       }),
-      eventMonitors_(connection_->raw()),
+      eventMonitors_(connection_->raw(), [this] { return fileDrag_.isOn(); }),
       fileManagerSelection_(background_->dispatch, *connection_),
       loginItem_(configHome(), ownExecutable()),
       hotkeys_(

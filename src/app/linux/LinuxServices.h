@@ -62,8 +62,8 @@ private:
     X11IncomingDrops drops_;
     Milestone iconStands_;
     X11StatusBar statusBar_;
-    X11PopoverHost popoverHost_;
     X11FileDrag fileDrag_;
+    X11PopoverHost popoverHost_;
     QtViewFactory views_;
     X11EventMonitors eventMonitors_;
     X11FileManagerSelection fileManagerSelection_;

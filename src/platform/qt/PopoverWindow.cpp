@@ -50,8 +50,10 @@ void paintShadow(QPainter& painter, const QPainterPath& outline) {
 
 }  // namespace
 
+/// A dialog: some window managers hide tool windows with the program's last active window, even amid a drag, and some
+/// tile plain ones.
 PopoverWindow::PopoverWindow(PopoverEdge edge, Place place, std::function<void()> cancel)
-    : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
+    : QWidget(nullptr, Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
       edge_(edge),
       place_(std::move(place)),
       cancel_(std::move(cancel)) {

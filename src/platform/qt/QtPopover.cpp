@@ -4,6 +4,7 @@
 #include "foundation/Invariant.h"
 
 #include <QGuiApplication>
+#include <QPointer>
 #include <QScreen>
 #include <QStyle>
 
@@ -61,7 +62,14 @@ void QtPopover::performClose() {
     if (fades())
         fade(window_->windowOpacity(), 0);
     else
-        window_->hide();
+        hide();
+}
+
+void QtPopover::hide() {
+    host_.afterDrag([this, window = QPointer<QWidget>(window_.get())] {
+        if (window && !isShown_)
+            window->hide();
+    });
 }
 
 /// A compositor may have started or ended since the last time, and a window cannot change its kind of edge.
@@ -112,7 +120,7 @@ void QtPopover::fade(double from, double to) {
     fade_->setEndValue(to);
     QObject::connect(fade_.get(), &QPropertyAnimation::finished, window_.get(), [this] {
         if (!isShown_)
-            window_->hide();
+            hide();
     });
     fade_->start();
 }

@@ -32,6 +32,7 @@ public:
 
 private:
     void prepareWindow();
+    void hide();
     [[nodiscard]] PopoverPlacement placementFor(const QSize& content, int shadow);
     void followScreens();
     [[nodiscard]] bool fades() const;

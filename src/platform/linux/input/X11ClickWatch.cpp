@@ -22,8 +22,10 @@ XcbAnswer<xcb_query_pointer_reply_t> pointerIn(xcb_connection_t* connection, xcb
 
 }  // namespace
 
-X11ClickWatch::X11ClickWatch(xcb_connection_t* connection)
-    : connection_(connection), root_(xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root) {
+X11ClickWatch::X11ClickWatch(xcb_connection_t* connection, std::function<bool()> isDragging)
+    : connection_(connection),
+      isDragging_(std::move(isDragging)),
+      root_(xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root) {
     const xcb_query_extension_reply_t* const extension = xcb_get_extension_data(connection, &xcb_input_id);
     if (extension != nullptr && extension->present != 0)
         inputExtension_ = extension->major_opcode;
@@ -49,7 +51,7 @@ void X11ClickWatch::follow() {
         return;
     deactivation_ =
         QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, [this](Qt::ApplicationState state) {
-            if (state == Qt::ApplicationInactive)
+            if (state == Qt::ApplicationInactive && !isDragging_())
                 clicked();
         });
 }

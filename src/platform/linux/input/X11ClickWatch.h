@@ -14,12 +14,13 @@ namespace stowpocket {
 /// Sees the left and right mouse buttons go down outside this program's windows, whoever holds the pointer. Without
 /// monitors the server sends nothing. On Qt's connection, which has agreed on the version of the input extension;
 /// where the extension is missing there are no clicks. Of a click on a Wayland window the server learns nothing but
-/// that the keyboard goes elsewhere, so in a Wayland session that counts as one.
+/// that the keyboard goes elsewhere, so in a Wayland session that counts as one unless a drag out of this
+/// program did it.
 class X11ClickWatch : private QAbstractNativeEventFilter {
 public:
     using Handler = std::function<void()>;
 
-    explicit X11ClickWatch(xcb_connection_t* connection);
+    X11ClickWatch(xcb_connection_t* connection, std::function<bool()> isDragging);
     ~X11ClickWatch() override;
     X11ClickWatch(const X11ClickWatch&) = delete;
     X11ClickWatch& operator=(const X11ClickWatch&) = delete;
@@ -39,6 +40,7 @@ private:
     void clicked() const;
 
     xcb_connection_t* const connection_;
+    const std::function<bool()> isDragging_;
     const xcb_window_t root_;
     std::uint8_t inputExtension_ = 0;
     QMetaObject::Connection deactivation_;

@@ -12,8 +12,10 @@ namespace stowpocket {
 /// Event monitors of the X11 desktop: Qt's events for this program's keys, the server's for clicks elsewhere.
 class X11EventMonitors : public EventMonitors {
 public:
-    explicit X11EventMonitors(xcb_connection_t* connection)
-        : keyDowns_(X11KeyCharacters(connection)), clicks_(connection) {}
+    /// `isDragging` tells whether a drag out of this program is on.
+    explicit X11EventMonitors(
+        xcb_connection_t* connection, std::function<bool()> isDragging = [] { return false; })
+        : keyDowns_(X11KeyCharacters(connection)), clicks_(connection, std::move(isDragging)) {}
 
     [[nodiscard]] std::unique_ptr<EventMonitorToken>
     addLocalKeyDownMonitor(std::function<bool(const KeyEvent&)> handler) override {

@@ -26,6 +26,7 @@ constexpr std::array<std::string_view, atomCount> x11AtomNames{
     "_NET_WM_STATE_ABOVE",
     "_NET_WM_STATE_SKIP_TASKBAR",
     "_NET_WM_STATE_SKIP_PAGER",
+    "_KDE_NET_WM_STATE_SKIP_SWITCHER",
     "_NET_WM_CM_S0",
     "_XSETTINGS_S0",
     "_XSETTINGS_SETTINGS",
@@ -182,7 +183,7 @@ std::optional<std::uint8_t> X11Connection::depthOfVisual(xcb_visualid_t visual) 
 void X11Connection::keepAboveUnlisted(xcb_window_t window) const {
     setProperty(window, atom(X11Atom::windowState), XCB_ATOM_ATOM,
                 {atom(X11Atom::windowStateAbove), atom(X11Atom::windowStateSkipTaskbar),
-                 atom(X11Atom::windowStateSkipPager)});
+                 atom(X11Atom::windowStateSkipPager), atom(X11Atom::windowStateSkipSwitcher)});
 }
 
 void X11Connection::hearAlso(xcb_window_t window, std::uint32_t mask) const {

@@ -36,6 +36,7 @@ enum class X11Atom : std::size_t {
     windowStateAbove,
     windowStateSkipTaskbar,
     windowStateSkipPager,
+    windowStateSkipSwitcher,
     compositorOwner,
     settingsOwner,
     settings,

@@ -8,6 +8,7 @@
 #include <QMimeData>
 
 #include <chrono>
+#include <utility>
 
 namespace stowpocket {
 namespace {
@@ -16,6 +17,11 @@ using namespace std::chrono_literals;
 
 /// GTK 3 and Qt targets fetch the data only after the drop has ended, some of them after asking the user.
 constexpr auto keepingTime = 15s;
+/// A drag whose end was missed is noticed this soon: the release of the button comes within milliseconds.
+constexpr auto lookInterval = 200ms;
+constexpr int looksUntilLost = 3;
+/// Changes of focus that a drag brings may come after its end.
+constexpr auto settlingTime = 200ms;
 constexpr std::uint8_t sentEventBit = 0x80;
 
 }  // namespace
@@ -23,11 +29,17 @@ constexpr std::uint8_t sentEventBit = 0x80;
 X11FileDrag::X11FileDrag(const X11Connection& connection) : connection_(connection) {
     forgetting_.setSingleShot(true);
     QObject::connect(&forgetting_, &QTimer::timeout, [this] { uriList_.clear(); });
+    settling_.setSingleShot(true);
+    QObject::connect(&settling_, &QTimer::timeout, [this] {
+        for (const auto& work : std::exchange(afterwards_, {}))
+            work();
+    });
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
 void X11FileDrag::start(QWidget& source, const FileURL& file, const QPixmap& picture, const QPoint& hotSpot) {
     forgetting_.stop();
+    settling_.stop();
     uriList_ = QByteArray::fromStdString(uriListOf({file}));
     auto* const data = new QMimeData;
     data->setData(QStringLiteral("text/uri-list"), uriList_);
@@ -35,8 +47,31 @@ void X11FileDrag::start(QWidget& source, const FileURL& file, const QPixmap& pic
     drag->setMimeData(data);
     drag->setPixmap(picture);
     drag->setHotSpot(hotSpot);
+    QTimer looking;
+    const auto window = static_cast<xcb_window_t>(source.window()->winId());
+    QObject::connect(&looking, &QTimer::timeout, [this, window] { endIfLost(window); });
+    looking.start(lookInterval);
+    looksWithoutButton_ = 0;
+    isDragging_ = true;
     drag->exec(Qt::CopyAction, Qt::CopyAction);
+    isDragging_ = false;
+    settling_.start(settlingTime);
     forgetting_.start(keepingTime);
+}
+
+void X11FileDrag::whenOver(std::function<void()> work) {
+    if (isOn())
+        afterwards_.push_back(std::move(work));
+    else
+        work();
+}
+
+/// The server holds the pointer for the window that the drag began in. When that goes from the screen, whoever took
+/// it away, the release of the button is told to somebody else and Qt would wait for it forever.
+void X11FileDrag::endIfLost(xcb_window_t source) {
+    looksWithoutButton_ = connection_.isButtonHeld() ? 0 : looksWithoutButton_ + 1;
+    if (!connection_.isViewable(source) || looksWithoutButton_ == looksUntilLost)
+        QDrag::cancel();
 }
 
 /// GTK 4 asks with time 0, which Qt takes for a stale request and refuses, so requests are answered here first.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/x11/X11FileDrag.h"
 #include "platform/linux/x11/X11Startup.h"
 #include "platform/qt/PopoverHost.h"
 
@@ -9,18 +10,23 @@ namespace stowpocket {
 /// Popovers under an X11 window manager.
 class X11PopoverHost : public PopoverHost {
 public:
-    /// `connection` outlives it.
-    explicit X11PopoverHost(const X11Connection& connection) : connection_(connection), startup_(connection) {}
+    /// `connection` and `fileDrag` outlive it.
+    X11PopoverHost(const X11Connection& connection, X11FileDrag& fileDrag)
+        : connection_(connection), fileDrag_(fileDrag), startup_(connection) {}
 
     /// Where requests of other processes to show a popover leave what their launchers gave them.
     [[nodiscard]] X11Startup& startup() { return startup_; }
 
     [[nodiscard]] bool blendsWindows() const override;
     void willShow(QWidget& window) override;
+    void afterDrag(std::function<void()> work) override { fileDrag_.whenOver(std::move(work)); }
     void focus(QWidget& window) override;
+    /// After a drag that came from `window`.
+    void restoreFocus(QWidget& window);
 
 private:
     const X11Connection& connection_;
+    X11FileDrag& fileDrag_;
     X11Startup startup_;
 };
 
