@@ -14,10 +14,12 @@ ALLOWED = ["qt.qpa.xcb: internal error:  void QXcbWindow::setNetWmStateOnUnmappe
 class DesktopTest(unittest.TestCase):
     """Logs and the last picture of each test are kept in build/desktop/<test>."""
 
+    desktop_type = PrivateDesktop
+
     def setUp(self):
         logs = PROJECT / "build/desktop" / self.id().removeprefix("__main__.")
         self.addCleanup(self.check_log, logs / "stowpocket.log")
-        self.desktop = self.enterContext(PrivateDesktop(logs))
+        self.desktop = self.enterContext(self.desktop_type(logs))
 
     def check_log(self, log):
         """What the program says itself is meant to be read; whatever Qt says there is a fault of the program."""

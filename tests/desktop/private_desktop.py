@@ -47,6 +47,7 @@ class PrivateDesktop:
         shutil.rmtree(self.logs, ignore_errors=True)
         self.logs.mkdir(parents=True)
         self.size, self.started = size, []
+        self.server = None  # the process that all windows end with
 
     def __enter__(self):
         prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
@@ -59,6 +60,11 @@ class PrivateDesktop:
         return self
 
     def start_servers(self):
+        self.make_home()
+        self.start_screen()
+        self.tree = AccessibleTree(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+
+    def make_home(self):
         for folder in ("config", "data", "cache", "state", "services"):
             (self.home / folder).mkdir()
         (self.home / "run").mkdir(mode=0o700)
@@ -67,16 +73,18 @@ class PrivateDesktop:
             "HOME": str(self.home), "XDG_CONFIG_HOME": f"{self.home}/config", "XDG_DATA_HOME": f"{self.home}/data",
             "XDG_CACHE_HOME": f"{self.home}/cache", "XDG_STATE_HOME": f"{self.home}/state", "XDG_RUNTIME_DIR": f"{self.home}/run",
             "LANG": "C.UTF-8", "GIO_USE_VFS": "local", "GIO_USE_VOLUME_MONITOR": "unix", "NO_AT_BRIDGE": "0", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
+
+    def start_screen(self):
+        """Starts what shows windows, and gives `x` and the environment of programs that have some."""
         self.start_x_server()
         self.start_bus()
         self.x = XDisplay(self.environment["DISPLAY"])
         self.start("openbox")
         wait_for(lambda: self.x.property(self.x.root.value, "_NET_SUPPORTING_WM_CHECK"), "the window manager")
-        self.tree = AccessibleTree(self.environment["DBUS_SESSION_BUS_ADDRESS"])
 
     def start_x_server(self):
         reading, writing = os.pipe()
-        self.start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{self.size}x24", "-nolisten", "tcp", "-noreset", pass_fds=[writing])
+        self.server = self.start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{self.size}x24", "-nolisten", "tcp", "-noreset", pass_fds=[writing])
         os.close(writing)
         with os.fdopen(reading) as answer:
             self.environment["DISPLAY"] = ":" + answer.readline().strip()
@@ -131,13 +139,14 @@ class PrivateDesktop:
     def end_everything(self):
         if hasattr(self, "tree"):
             self.tree.close()
-        for process in self.started[:0:-1]:
-            self.end(process)
+        for process in self.started[::-1]:
+            if process is not self.server:
+                self.end(process)
         self.end_orphans({process.pid for process in self.started})
         if hasattr(self, "x"):
             self.x.close()
         for process in self.started[:]:
-            self.end(process)  # the X server, last of all
+            self.end(process)  # the server, last of all
 
     def end_orphans(self, spared):
         """Programs that other programs started become our children when those end; the last of them go here."""

@@ -1,0 +1,45 @@
+# SPDX-License-Identifier: MIT
+"""The program in a Wayland session, among windows that are no X11 windows."""
+import unittest
+
+from case import DesktopTest
+from drag import Drag
+from stowpocket import POCKET
+from wayland_desktop import KwinDesktop, WaylandWindow
+from x_display import wait_for
+
+FREE = 300, 600
+
+
+class Kwin(DesktopTest):
+    desktop_type = KwinDesktop
+
+    def test_drag_out_leaves_the_shelf_working(self):
+        first, second = sorted(self.desktop.folder("papers", 2).iterdir())
+        stowpocket = self.start(None, first)
+        window = WaylandWindow(self.desktop, self.desktop.folder("more"))
+        stowpocket.open_popover()
+        drag = stowpocket.drag_tile(first.name)
+        drag.over(FREE, lambda: window.says("active"), "the window to become active, as it does on KWin")
+        drag.over(FREE, lambda: self.desktop.x.active_window() != stowpocket.popover(), "the shelf to lose the keyboard")
+        window.forget()
+        drag.over(FREE, lambda: window.says("drag over it"), "the window to be dragged over once more")
+        drag.release()
+        window.wait_for(f"dropped {first.as_uri()}")
+        self.desktop.picture("dropped")
+        wait_for(lambda: self.desktop.x.active_window() == stowpocket.popover(), "the shelf to have the keyboard again")
+        self.desktop.x.click(*FREE)
+        window.wait_for("pressed")
+        wait_for(lambda: not stowpocket.popover(), "the shelf to close")
+
+    def test_pocket_takes_what_a_wayland_window_drags(self):
+        stowpocket = self.start(None)
+        WaylandWindow(self.desktop, self.desktop.folder("papers", 2))
+        drag = Drag(self.desktop.x, FREE)
+        drag.over(stowpocket.icon(), stowpocket.popover, "the shelf to open")
+        drag.release()
+        stowpocket.wait_for_files(["file 01.txt", "file 02.txt"])
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,89 @@
+# SPDX-License-Identifier: MIT
+"""A client of a Wayland compositor that only sends: enough to move the pointer of a compositor that lets test programs do so."""
+import socket
+import struct
+
+DISPLAY, REGISTRY = 1, 2
+
+
+class WaylandClient:
+    """Speaks the wire protocol itself: every message is the object, the opcode and the size, then the arguments in words of 32 bits."""
+
+    def __init__(self, path):
+        self.socket = socket.socket(socket.AF_UNIX)
+        self.socket.connect(str(path))
+        self.received, self.last_id, self.offered = b"", REGISTRY, {}
+        self.send(DISPLAY, 1, struct.pack("I", REGISTRY))
+        self.sync()
+
+    def close(self):
+        self.socket.close()
+
+    def send(self, target, opcode, arguments=b""):
+        self.socket.sendall(struct.pack("IHH", target, opcode, 8 + len(arguments)) + arguments)
+
+    @staticmethod
+    def text(value):
+        with_end = value.encode() + b"\0"
+        return struct.pack("I", len(with_end)) + with_end + bytes(-len(with_end) % 4)
+
+    def new_id(self):
+        self.last_id += 1
+        return self.last_id
+
+    def bind(self, interface, version):
+        """Takes one of the global objects that the compositor offers."""
+        made = self.new_id()
+        self.send(REGISTRY, 0, struct.pack("I", self.offered[interface]) + self.text(interface) + struct.pack("II", version, made))
+        return made
+
+    def sync(self):
+        """Returns when the compositor has done everything that was sent before."""
+        done = self.new_id()
+        self.send(DISPLAY, 0, struct.pack("I", done))
+        while self.read_event() != done:
+            pass
+
+    def read_event(self):
+        """The object that the next event is from. Only the list of global objects is kept, and an error ends the test."""
+        target, opcode, size = struct.unpack("IHH", self.bytes(8))
+        arguments = self.bytes(size - 8)
+        if (target, opcode) == (DISPLAY, 0):
+            raise RuntimeError(f"the compositor refuses: {arguments[12:].decode(errors='replace')}")
+        if (target, opcode) == (REGISTRY, 0):
+            name, length = struct.unpack_from("II", arguments)
+            self.offered[arguments[8:7 + length].decode()] = name
+        return target
+
+    def bytes(self, count):
+        while len(self.received) < count:
+            part = self.socket.recv(65536)
+            if not part:
+                raise EOFError("the compositor has gone")
+            self.received += part
+        taken, self.received = self.received[:count], self.received[count:]
+        return taken
+
+
+class KwinPointer:
+    """The pointer of a KWin that was started without checks of permissions, moved by its fake-input protocol."""
+
+    BUTTONS = {1: 0x110, 2: 0x112, 3: 0x111}
+
+    def __init__(self, path):
+        self.client = WaylandClient(path)
+        self.input = self.client.bind("org_kde_kwin_fake_input", 4)
+        self.request(0, self.client.text("test") + self.client.text("test"))
+
+    def close(self):
+        self.client.close()
+
+    def request(self, opcode, arguments):
+        self.client.send(self.input, opcode, arguments)
+        self.client.sync()
+
+    def move(self, x, y):
+        self.request(9, struct.pack("ii", int(x) * 256, int(y) * 256))  # in 24.8 fixed point
+
+    def button(self, press, number):
+        self.request(2, struct.pack("II", self.BUTTONS[number], int(press)))
