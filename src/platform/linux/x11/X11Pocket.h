@@ -11,8 +11,8 @@
 namespace stowpocket {
 
 /// A place to drop files that depends on no panel. During a drag it lies exactly over the icon, for panels that keep
-/// drops to themselves, or in the corner of the screen when the icon's place is unknown; where there is no tray at
-/// all it stays there as the icon.
+/// drops to themselves, or in the corner of the screen when the icon's place is unknown or its picture cannot be had;
+/// where there is no tray at all it stays there as the icon.
 class X11Pocket {
 public:
     /// All references outlive it.

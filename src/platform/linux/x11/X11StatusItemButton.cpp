@@ -141,7 +141,8 @@ void X11StatusItemButton::setPlace(IconPlacing::Place place) {
 }
 
 void X11StatusItemButton::dragBegan() {
-    const bool isSeen = window_ && window_->isVisible();
+    // In a Wayland session the server knows no picture of the screen to lay over the icon.
+    const bool isSeen = window_ && window_->isVisible() && !isWaylandSession();
     pocket_.dragBegan(isSeen ? dockedRect() : std::nullopt);
 }
 
