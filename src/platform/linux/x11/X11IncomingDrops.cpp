@@ -152,8 +152,8 @@ void X11IncomingDrops::read(const xcb_client_message_event_t& drop) {
     ++readings_;
     auto work = [&dispatch = dispatch_, self = std::weak_ptr(self_), entered = entered_, drop, number = number_,
                  limit = listLimit_] {
-        const auto reading = std::make_shared<DropReading>(readingOf(drop, entered, limit));
-        dispatch.async([self, drop, number, reading] {
+        auto reading = std::make_shared<const DropReading>(readingOf(drop, entered, limit));
+        dispatch.async([self, drop, number, reading = std::move(reading)] {
             if (const auto drops = self.lock())
                 (*drops)->finished(drop, number, *reading);
         });
