@@ -97,7 +97,7 @@ void AppDelegate::setUpPopover() {
 }
 
 void AppDelegate::setUpObservers() {
-    observe(itemsChangedNotification, &AppDelegate::updateStatusItemIcon);
+    observe(itemsChangedNotification, &AppDelegate::shelfChanged);
     observe(togglePopoverNotification, &AppDelegate::togglePopover);
     observe(quickDropNotification, &AppDelegate::quickDrop);
     observe(shortcutChangedNotification, &AppDelegate::shortcutChanged);
@@ -109,6 +109,22 @@ void AppDelegate::startMissingItemsTimer() {
     missingItemsTimer_ = services_.shelf.dispatch.every(
         missingItemsInterval, [&dispatch = services_.shelf.dispatch,
                                check = weakly(&AppDelegate::checkForMissingItems)] { dispatch.async(check); });
+    pauseTimerOfEmptyShelf();
+}
+
+void AppDelegate::shelfChanged() {
+    updateStatusItemIcon();
+    pauseTimerOfEmptyShelf();
+}
+
+/// Nothing is missing from an empty shelf: a program that rests there wakes up for nothing.
+void AppDelegate::pauseTimerOfEmptyShelf() {
+    if (!missingItemsTimer_)
+        return;
+    if (shelfViewModel_->shelfManager().items().empty())
+        missingItemsTimer_->pause();
+    else
+        missingItemsTimer_->resume();
 }
 
 /// Items that this look finds missing are shown as such until the next one removes them.

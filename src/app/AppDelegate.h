@@ -80,6 +80,8 @@ private:
     void setUpPopover();
     void setUpObservers();
     void startMissingItemsTimer();
+    void shelfChanged();
+    void pauseTimerOfEmptyShelf();
     void updateStatusItemIcon();
     void refreshAvailability();
     void checkForMissingItems();

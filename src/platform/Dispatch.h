@@ -27,6 +27,10 @@ public:
 class ScheduledWork {
 public:
     virtual ~ScheduledWork() = default;
+    /// Passes over the times that repeated work would run at, without waking anything up for them.
+    virtual void pause() = 0;
+    /// Goes on at the times that the work would run at had it never paused.
+    virtual void resume() = 0;
 };
 
 /// The one way to run something later or elsewhere. The program's state lives on the main thread; slow work goes to

@@ -91,6 +91,8 @@ public:
     Signal<const UUID&> thumbnailChanged;
 
 private:
+    class Look;
+
     explicit ShelfManager(const ShelfServices& services) : services_(services) {}
 
     [[nodiscard]] std::vector<FileURL> urlsNotOnShelf(std::span<const FileURL> urls) const;
@@ -101,7 +103,7 @@ private:
     void announceAdded(std::size_t first);
     void setIsLoading(bool isLoading);
     void endAccess(const FileURL& url);
-    void applyAvailability(const std::vector<std::pair<UUID, bool>>& results);
+    void applyAvailability(const std::vector<std::pair<UUID, bool>>& changed);
     void requestThumbnail(const ShelfItem& item, double scale);
     void storeThumbnail(const UUID& id, Image image);
     void packThumbnail(const UUID& id);
@@ -122,8 +124,8 @@ private:
     /// On each of these access was begun and will be ended once, when its item leaves the shelf.
     std::set<FileURL> accessedResourceURLs_;
     std::set<UUID> thumbnailsOnTheirWay_;
-    bool isRefreshing_ = false;
-    bool refreshAgain_ = false;
+    /// Null while nobody looks for the files.
+    std::shared_ptr<Look> look_;
 };
 
 }  // namespace stowpocket

@@ -9,6 +9,7 @@
 #include "shelf/ShelfManager.h"
 
 #include <algorithm>
+#include <atomic>
 
 namespace stowpocket {
 namespace {
@@ -25,46 +26,75 @@ std::string iconKey(const FileURL& url) {
 
 }  // namespace
 
+/// One look for all files. The thread that looks ends it by itself when it has found nothing new, so that a shelf at
+/// rest does not wake the main thread for answers that change nothing.
+class ShelfManager::Look {
+public:
+    /// False when it is over already.
+    bool askForAnother() {
+        State now = State::looking;
+        return state_.compare_exchange_strong(now, State::anotherAskedFor) || now == State::anotherAskedFor;
+    }
+    [[nodiscard]] bool isAnotherAskedFor() const { return state_ == State::anotherAskedFor; }
+    /// False when another was asked for meanwhile.
+    bool end() {
+        State now = State::looking;
+        return state_.compare_exchange_strong(now, State::over);
+    }
+
+private:
+    enum class State { looking, anotherAskedFor, over };
+    std::atomic<State> state_ = State::looking;
+};
+
 void ShelfManager::refreshAvailability() {
     if (items_.empty())
         return;  // nothing to look for wakes nobody
-    if (isRefreshing_) {
-        refreshAgain_ = true;
+    if (look_ && look_->askForAnother())
         return;
-    }
-    isRefreshing_ = true;
-    std::vector<std::pair<UUID, FileURL>> questions;
+    look_ = std::make_shared<Look>();
+    struct Question {
+        UUID id;
+        FileURL url;
+        bool isAvailable;
+    };
+    std::vector<Question> questions;
     questions.reserve(items_.size());
     for (const ShelfItem& item : items_)
-        questions.emplace_back(item.id, item.fileURL);
+        questions.push_back({item.id, item.fileURL, item.isAvailable});
 
-    services_.dispatch.background([weak = weak_from_this(), services = services_, questions = std::move(questions)] {
-        std::vector<std::pair<UUID, bool>> results;
-        results.reserve(questions.size());
-        for (const auto& [id, url] : questions)
-            results.emplace_back(id, services.fileManager.fileExists(url));
-        services.dispatch.async([weak, results = std::move(results)] {
-            if (const auto self = weak.lock())
-                self->applyAvailability(results);
+    services_.dispatch.background(
+        [weak = weak_from_this(), services = services_, look = look_, questions = std::move(questions)] {
+            std::vector<std::pair<UUID, bool>> changed;
+            for (const Question& question : questions) {
+                if (services.fileManager.fileExists(question.url) != question.isAvailable)
+                    changed.emplace_back(question.id, !question.isAvailable);
+            }
+            if (changed.empty() && look->end())
+                return;
+            services.dispatch.async([weak, changed = std::move(changed)] {
+                if (const auto self = weak.lock())
+                    self->applyAvailability(changed);
+            });
         });
-    });
 }
 
-void ShelfManager::applyAvailability(const std::vector<std::pair<UUID, bool>>& results) {
+void ShelfManager::applyAvailability(const std::vector<std::pair<UUID, bool>>& changed) {
     ShelfChange change{ShelfChange::Kind::updated, {}};
-    for (const auto& [id, isAvailable] : results) {
+    for (const auto& [id, isAvailable] : changed) {
         const auto item = std::ranges::find(items_, id, &ShelfItem::id);
         if (item == items_.end() || item->isAvailable == isAvailable)
             continue;
         item->isAvailable = isAvailable;
         change.indexes.push_back(static_cast<std::size_t>(item - items_.begin()));
     }
-    isRefreshing_ = false;
+    const bool isAnotherAskedFor = look_->isAnotherAskedFor();
+    look_.reset();
     if (!change.indexes.empty()) {
         save();
         itemsChanged.emit(change);
     }
-    if (std::exchange(refreshAgain_, false))
+    if (isAnotherAskedFor)
         refreshAvailability();
 }
 

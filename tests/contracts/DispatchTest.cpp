@@ -74,6 +74,18 @@ TYPED_TEST(DispatchContract, delayedWorkRunsUntilItIsCancelledWhichItMayDoItself
     EXPECT_EQ(ticks, 3);
 }
 
+TYPED_TEST(DispatchContract, pausedWorkDoesNotRunUntilItGoesOn) {
+    int ticks = 0;
+    bool isOver = false;
+    const auto repeated = this->dispatch.every(5ms, [&] { ++ticks; });
+    repeated->pause();
+    const auto late = this->dispatch.after(20ms, [&] { isOver = true; });
+    EXPECT_TRUE(this->runUntil([&] { return isOver; }));
+    EXPECT_EQ(ticks, 0);
+    repeated->resume();
+    EXPECT_TRUE(this->runUntil([&] { return ticks >= 2; }));
+}
+
 TYPED_TEST(DispatchContract, backgroundWorkReturnsToTheMainThread) {
     const std::thread::id mainThread = std::this_thread::get_id();
     std::thread::id answeredOn;

@@ -9,6 +9,8 @@ class FakeDispatch::Scheduled : public ScheduledWork {
 public:
     Scheduled(FakeDispatch& dispatch, std::shared_ptr<Timer> timer) : dispatch_(dispatch), timer_(std::move(timer)) {}
     ~Scheduled() override { dispatch_.timers_.remove(timer_); }
+    void pause() override { timer_->isPaused = true; }
+    void resume() override { timer_->isPaused = false; }
 
 private:
     FakeDispatch& dispatch_;
@@ -109,6 +111,9 @@ void FakeDispatch::advance(std::chrono::milliseconds time) {
             timers_.erase(next);
         else
             timer->due += timer->interval;
+        if (timer->isPaused)
+            continue;
+        ++wakeUps;
         timer->work();
         runMain();
     }

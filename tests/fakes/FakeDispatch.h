@@ -14,7 +14,10 @@ namespace stowpocket {
 /// Everything that would run later or elsewhere waits here until the test lets it run, on a virtual clock.
 class FakeDispatch : public Dispatch, public Clock {
 public:
-    void async(Work work) override { mainQueue_.push_back(std::move(work)); }
+    void async(Work work) override {
+        ++wakeUps;
+        mainQueue_.push_back(std::move(work));
+    }
     [[nodiscard]] std::unique_ptr<ScheduledWork> after(std::chrono::milliseconds delay, Work work) override;
     [[nodiscard]] std::unique_ptr<ScheduledWork> every(std::chrono::milliseconds interval, Work work) override;
     void background(Work work) override { backgroundQueue_.push_back(std::move(work)); }
@@ -40,6 +43,8 @@ public:
 
     [[nodiscard]] std::size_t backgroundCount() const { return backgroundQueue_.size(); }
     [[nodiscard]] std::size_t scheduledCount() const { return timers_.size(); }
+    /// How often a timer ran, or work was brought to the main queue: what a program at rest wakes up for.
+    int wakeUps = 0;
     std::vector<std::string> queueLabels;
     /// Whoever waits for work of a queue waits in vain, and for how long at most.
     bool queuesHang = false;
@@ -50,6 +55,7 @@ private:
         std::chrono::microseconds due;
         std::chrono::microseconds interval;  ///< zero when it fires once
         Work work;
+        bool isPaused = false;
     };
     class Scheduled;
 

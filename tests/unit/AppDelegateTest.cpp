@@ -179,6 +179,29 @@ TEST_F(AppDelegateTest, aFileThatVanishesIsMarkedAtOneTickAndGoneAtTheNext) {
     EXPECT_EQ(statusBar.button->title.text, " 1");
 }
 
+TEST_F(AppDelegateTest, aProgramAtRestWakesUpForNoMoreThanItsFiles) {
+    launch();
+    dispatch.runAll();
+    dispatch.wakeUps = 0;
+    dispatch.advance(58s);
+    EXPECT_EQ(dispatch.wakeUps, 0) << "on an empty shelf";
+    shelf().addFiles(makeFiles(20));
+    dispatch.runAll();
+    dispatch.wakeUps = 0;
+    dispatch.advance(2s);
+    EXPECT_EQ(dispatch.backgroundCount(), 1u) << "in the rhythm of the start";
+    for (int tick = 0; tick < 12; ++tick) {
+        dispatch.runAll();
+        dispatch.advance(5s);
+    }
+    EXPECT_EQ(dispatch.wakeUps, 13 * 2) << "the timer and its turn on the main queue, no answer";
+    shelf().clear();
+    dispatch.runAll();
+    dispatch.wakeUps = 0;
+    dispatch.advance(60s);
+    EXPECT_EQ(dispatch.wakeUps, 0);
+}
+
 TEST_F(AppDelegateTest, volumesThatComeAndGoAreLookedAtAndAHangingLookDoesNotPileUp) {
     addFiles(1);
     launch();

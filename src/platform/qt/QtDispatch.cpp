@@ -21,9 +21,15 @@ constexpr int maxExitDelayMs = 500;
 
 class QtScheduledWork : public ScheduledWork {
 public:
-    QtScheduledWork(std::chrono::milliseconds delay, bool repeats, Dispatch::Work work) : timer_(new QTimer) {
+    QtScheduledWork(std::chrono::milliseconds delay, bool repeats, Dispatch::Work work)
+        : interval_(delay), timer_(new QTimer) {
         timer_->setSingleShot(!repeats);
-        QObject::connect(timer_, &QTimer::timeout, [work = std::move(work)] { work(); });
+        QObject::connect(timer_, &QTimer::timeout, [timer = timer_, delay, work = std::move(work)] {
+            // The first time after a pause comes sooner than the next ones.
+            if (timer->intervalAsDuration() != delay)
+                timer->start(delay);
+            work();
+        });
         timer_->start(delay);
     }
     QtScheduledWork(const QtScheduledWork&) = delete;
@@ -33,8 +39,19 @@ public:
         timer_->deleteLater();  // not at once: this may be its own timeout
     }
 
+    void pause() override { timer_->stop(); }
+    void resume() override {
+        if (!timer_->isActive())
+            timer_->start(interval_ -
+                          std::chrono::floor<std::chrono::milliseconds>(Clock::now() - start_) % interval_);
+    }
+
 private:
-    QTimer* timer_;
+    using Clock = std::chrono::steady_clock;
+
+    const Clock::time_point start_ = Clock::now();
+    const std::chrono::milliseconds interval_;
+    QTimer* const timer_;
 };
 
 /// Blocks waiting in order; whoever holds `running` runs them.
