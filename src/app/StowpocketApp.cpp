@@ -39,6 +39,8 @@ void giveMemoryBack() {
     constexpr int largestKept = 128 << 10;
     mallopt(M_MMAP_THRESHOLD, largestKept);
     mallopt(M_TRIM_THRESHOLD, largestKept);
+    // All threads but the main one share a heap: each does little, and a heap of its own would stay for ever.
+    mallopt(M_ARENA_MAX, 2);
 }
 
 /// None where there are no settings to write.
