@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/input/SelectionReader.h"
+#include "platform/linux/input/SelectionTransfer.h"
 
 #include <cstddef>
 #include <cstdint>
