@@ -13,7 +13,6 @@
 
 #include <QApplication>
 #include <QDesktopServices>
-#include <QPointer>
 #include <QUrl>
 
 #include <cstdio>
@@ -61,15 +60,8 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
               },
           .drops = {.offersItems = [this](const QMimeData& data) { return offersItems(data, drops_); },
                     .itemProviders = [this](const QMimeData& data) { return itemProvidersOf(data, drops_); }},
-          .startFileDrag =
-              [this](QWidget& source, const FileURL& file, const QPixmap& picture, QPoint hotSpot) {
-                  const QPointer<QWidget> window = source.window();
-                  fileDrag_.start(source, file, picture, hotSpot);
-                  fileDrag_.whenOver([this, window] {
-                      if (window)
-                          popoverHost_.restoreFocus(*window);
-                  });
-              },
+          .startFileDrag = [this](QWidget& source, const FileURL& file, const QPixmap& picture,
+                                  QPoint hotSpot) { fileDrag_.start(source, file, picture, hotSpot); },
           .settings = {.preferences = preferences_,
                        .eventMonitors = eventMonitors_,
                        .notificationCenter = notificationCenter_,
@@ -83,7 +75,7 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
           .blendsWindows = [this] { return popoverHost_.blendsWindows(); },
           .whenIconStands = [this](std::function<void()> work) { iconStands_.whenReached(std::move(work)); },
       }),
-      eventMonitors_(connection_->raw(), [this] { return fileDrag_.isOn(); }),
+      eventMonitors_(connection_->raw(), [this](std::function<void()> work) { fileDrag_.whenOver(std::move(work)); }),
       fileManagerSelection_(background_->dispatch, *connection_),
       loginItem_(configHome(), ownExecutable()),
       hotkeys_(

@@ -22,9 +22,9 @@ XcbAnswer<xcb_query_pointer_reply_t> pointerIn(xcb_connection_t* connection, xcb
 
 }  // namespace
 
-X11ClickWatch::X11ClickWatch(xcb_connection_t* connection, std::function<bool()> isDragging)
+X11ClickWatch::X11ClickWatch(xcb_connection_t* connection, AfterDrag afterDrag)
     : connection_(connection),
-      isDragging_(std::move(isDragging)),
+      afterDrag_(std::move(afterDrag)),
       root_(xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root) {
     const xcb_query_extension_reply_t* const extension = xcb_get_extension_data(connection, &xcb_input_id);
     if (extension != nullptr && extension->present != 0)
@@ -51,9 +51,17 @@ void X11ClickWatch::follow() {
         return;
     deactivation_ =
         QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, [this](Qt::ApplicationState state) {
-            if (state == Qt::ApplicationInactive && !isDragging_())
-                clicked();
+            if (state == Qt::ApplicationInactive)
+                keyboardWent();
         });
+}
+
+/// KWin activates what a drag rests on, and says no more when that is clicked afterwards.
+void X11ClickWatch::keyboardWent() {
+    afterDrag_([this] {
+        if (QGuiApplication::applicationState() == Qt::ApplicationInactive)
+            clicked();
+    });
 }
 
 void X11ClickWatch::followServer() {

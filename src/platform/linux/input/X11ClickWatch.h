@@ -14,13 +14,14 @@ namespace stowpocket {
 /// Sees the left and right mouse buttons go down outside this program's windows, whoever holds the pointer. Without
 /// monitors the server sends nothing. On Qt's connection, which has agreed on the version of the input extension;
 /// where the extension is missing there are no clicks. Of a click on a Wayland window the server learns nothing but
-/// that the keyboard goes elsewhere, so in a Wayland session that counts as one unless a drag out of this
-/// program did it.
+/// that the keyboard goes elsewhere, so in a Wayland session that counts as one: at the end of the drag where
+/// one out of this program did it.
 class X11ClickWatch : private QAbstractNativeEventFilter {
 public:
     using Handler = std::function<void()>;
+    using AfterDrag = std::function<void(std::function<void()> work)>;
 
-    X11ClickWatch(xcb_connection_t* connection, std::function<bool()> isDragging);
+    X11ClickWatch(xcb_connection_t* connection, AfterDrag afterDrag);
     ~X11ClickWatch() override;
     X11ClickWatch(const X11ClickWatch&) = delete;
     X11ClickWatch& operator=(const X11ClickWatch&) = delete;
@@ -38,9 +39,10 @@ private:
     void follow();
     void followServer();
     void clicked() const;
+    void keyboardWent();
 
     xcb_connection_t* const connection_;
-    const std::function<bool()> isDragging_;
+    const AfterDrag afterDrag_;
     const xcb_window_t root_;
     std::uint8_t inputExtension_ = 0;
     QMetaObject::Connection deactivation_;

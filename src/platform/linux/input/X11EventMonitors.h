@@ -12,10 +12,10 @@ namespace stowpocket {
 /// Event monitors of the X11 desktop: Qt's events for this program's keys, the server's for clicks elsewhere.
 class X11EventMonitors : public EventMonitors {
 public:
-    /// `isDragging` tells whether a drag out of this program is on.
+    /// `afterDrag` runs what it gets at once, or when the drag out of this program that is on has ended.
     explicit X11EventMonitors(
-        xcb_connection_t* connection, std::function<bool()> isDragging = [] { return false; })
-        : keyDowns_(X11KeyCharacters(connection)), clicks_(connection, std::move(isDragging)) {}
+        xcb_connection_t* connection, X11ClickWatch::AfterDrag afterDrag = [](const auto& work) { work(); })
+        : keyDowns_(X11KeyCharacters(connection)), clicks_(connection, std::move(afterDrag)) {}
 
     [[nodiscard]] std::unique_ptr<EventMonitorToken>
     addLocalKeyDownMonitor(std::function<bool(const KeyEvent&)> handler) override {

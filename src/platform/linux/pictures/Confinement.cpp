@@ -70,9 +70,9 @@ public:
         // What the C library asks of clone3 cannot be seen from here; without it, it takes clone.
         return filter_ && std::ranges::all_of(freeCalls, [this](int call) { return add(SCMP_ACT_ALLOW, call); }) &&
                add(SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3)) &&
-               allow(SCMP_SYS(clone), SCMP_A0(SCMP_CMP_MASKED_EQ, threadFlags | namespaceFlags, threadFlags)) &&
-               allow(SCMP_SYS(mmap), SCMP_A2(SCMP_CMP_MASKED_EQ, PROT_EXEC, 0)) &&
-               allow(SCMP_SYS(mprotect), SCMP_A2(SCMP_CMP_MASKED_EQ, PROT_EXEC, 0)) &&
+               allow(SCMP_SYS(clone), {0, SCMP_CMP_MASKED_EQ, threadFlags | namespaceFlags, threadFlags}) &&
+               allow(SCMP_SYS(mmap), {2, SCMP_CMP_MASKED_EQ, PROT_EXEC, 0}) &&
+               allow(SCMP_SYS(mprotect), {2, SCMP_CMP_MASKED_EQ, PROT_EXEC, 0}) &&
                seccomp_attr_set(filter_.get(), SCMP_FLTATR_CTL_TSYNC, 1) == 0 && seccomp_load(filter_.get()) == 0;
     }
 

@@ -60,7 +60,7 @@ void X11FileDrag::start(QWidget& source, const FileURL& file, const QPixmap& pic
 }
 
 void X11FileDrag::whenOver(std::function<void()> work) {
-    if (isOn())
+    if (isDragging_ || settling_.isActive())
         afterwards_.push_back(std::move(work));
     else
         work();

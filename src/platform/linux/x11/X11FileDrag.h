@@ -24,9 +24,7 @@ public:
     /// Called while the main button is held over `source`; returns when it is released. `hotSpot` is the place of the
     /// pointer in `picture`.
     void start(QWidget& source, const FileURL& file, const QPixmap& picture, const QPoint& hotSpot);
-    /// Also for the moment after, until the desktop has come to rest.
-    [[nodiscard]] bool isOn() const { return isDragging_ || settling_.isActive(); }
-    /// Runs `work` when no drag is on any more; at once where none is.
+    /// Runs `work` when no drag is on any more and the desktop has come to rest; at once where none is.
     void whenOver(std::function<void()> work);
 
 private:

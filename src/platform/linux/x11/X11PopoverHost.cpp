@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11/X11PopoverHost.h"
 
-#include "platform/linux/WaylandSession.h"
-
-#include <QGuiApplication>
-
 namespace stowpocket {
 
 bool X11PopoverHost::blendsWindows() const {
@@ -27,13 +23,6 @@ void X11PopoverHost::focus(QWidget& window) {
     window.activateWindow();
     const xcb_timestamp_t time = startup_.takeTime(shown);
     connection_.sendMessage(connection_.root(), managers, shown, X11Atom::activeWindow, {fromPager, time, 0, 0, 0});
-}
-
-/// KWin activates what a drag rests on. The next click there would then be no change of focus, which is all that an
-/// X11 program learns of clicks on Wayland windows, and would not close the popover.
-void X11PopoverHost::restoreFocus(QWidget& window) {
-    if (isWaylandSession() && window.isVisible() && QGuiApplication::applicationState() != Qt::ApplicationActive)
-        focus(window);
 }
 
 }  // namespace stowpocket

@@ -21,8 +21,6 @@ public:
     void willShow(QWidget& window) override;
     void afterDrag(std::function<void()> work) override { fileDrag_.whenOver(std::move(work)); }
     void focus(QWidget& window) override;
-    /// After a drag that came from `window`.
-    void restoreFocus(QWidget& window);
 
 private:
     const X11Connection& connection_;
