@@ -49,7 +49,7 @@ AboutPage::AboutPage(const SettingsDependencies& dependencies)
     constexpr TextStyle plain{.pointSize = 13, .role = ColorRole::secondary};
     const SettingsServices& services = dependencies.services;
     QWidget* const column = group(padded(
-        vstack(columnSpacing, centred(symbol("tray.and.arrow.down", {.pointSize = 48, .role = ColorRole::accent})),
+        vstack(columnSpacing, centred(symbol("tray.and.arrow.down", {.pointSize = 48, .role = ColorRole::orange})),
                line(QStringLiteral("stowpocket"), {.pointSize = 20, .weight = FontWeight::bold}),
                line(QString::fromStdString(versionText(services.mainBundle)), plain),
                line(QStringLiteral("A temporary drag-and-drop staging area for files in your menu bar."), plain),

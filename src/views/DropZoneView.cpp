@@ -99,10 +99,10 @@ void DropZoneView::paintEvent(QPaintEvent*) {
 void DropZoneView::paintFrame(QPainter& painter) const {
     const QPalette& colors = palette();
     const double fill = targetedFillOpacity * highlight();
-    painter.fillPath(continuousRoundedRect(rect(), cornerRadius), Theme::color(ColorRole::accent, colors, fill));
+    painter.fillPath(continuousRoundedRect(rect(), cornerRadius), Theme::color(ColorRole::orange, colors, fill));
 
     QPen pen(mixedColor(Theme::color(ColorRole::secondary, colors, borderOpacity),
-                        Theme::color(ColorRole::accent, colors), highlight()),
+                        Theme::color(ColorRole::orange, colors), highlight()),
              strokeWidth, Qt::CustomDashLine, Qt::FlatCap, Qt::MiterJoin);
     pen.setDashPattern(dashPattern);
     constexpr double inset = strokeWidth / 2;
@@ -113,7 +113,7 @@ void DropZoneView::paintFrame(QPainter& painter) const {
 void DropZoneView::paintContent(QPainter& painter) const {
     const QPalette& colors = palette();
     const QColor color =
-        mixedColor(Theme::color(ColorRole::secondary, colors), Theme::color(ColorRole::accent, colors), highlight());
+        mixedColor(Theme::color(ColorRole::secondary, colors), Theme::color(ColorRole::orange, colors), highlight());
     int top = (height() - contentHeight(form_)) / 2;
     const auto drawLine = [&](const QString& line, const QFont& font, const QColor& lineColor) {
         const int lineHeight = QFontMetrics(font).height();

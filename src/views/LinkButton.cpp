@@ -17,11 +17,11 @@ constexpr double radius = 5;
 constexpr double pressedOpacity = 0.08;
 
 QLayout* label(const QString& words, std::string_view symbolName) {
-    Text* const link = text(words, {.pointSize = pointSize, .role = ColorRole::accent});
+    Text* const link = text(words, {.pointSize = pointSize, .role = ColorRole::orange});
     if (symbolName.empty())
         return padded(hstack(0, link), padding);
     return padded(
-        hstack(symbolSpacing, link, symbol(symbolName, {.pointSize = symbolPointSize, .role = ColorRole::accent})),
+        hstack(symbolSpacing, link, symbol(symbolName, {.pointSize = symbolPointSize, .role = ColorRole::orange})),
         padding);
 }
 

@@ -41,12 +41,13 @@ void OnboardingBadge::evaluate(const OnboardingPresentation& shown) {
 void OnboardingBadge::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     Layer::applyOpacity(painter, *this);
+    const QColor accent = Theme::color(ColorRole::accent, palette());
     const double opacity = painter.opacity();
     painter.setOpacity(opacity * ringOpacity_);
-    painter.drawImage(0, 0, ring_.image(devicePixelRatioF()));
+    painter.drawImage(0, 0, ring_.image(devicePixelRatioF(), accent));
     painter.setOpacity(opacity);
     if (circleTrim_ == 1 && checkmarkTrim_ == 1) {
-        painter.drawImage(0, 0, mark_.image(devicePixelRatioF()));
+        painter.drawImage(0, 0, mark_.image(devicePixelRatioF(), accent));
     } else {
         painter.setRenderHint(QPainter::Antialiasing);
         paintMark(painter);

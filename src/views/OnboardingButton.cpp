@@ -94,10 +94,8 @@ void OnboardingButton::paintEvent(QPaintEvent*) {
     painter.translate(centre);
     painter.scale(shown_.scale, shown_.scale);
     painter.translate(-centre);
-    if (std::exchange(pictureColor_, faceColor()) != faceColor())
-        picture_.forget();
     if (shown_.scale == 1)
-        painter.drawImage(0, 0, picture_.image(devicePixelRatioF()));
+        painter.drawImage(0, 0, picture_.image(devicePixelRatioF(), faceColor()));
     else
         paintFace(painter);
     paintShimmer(painter);

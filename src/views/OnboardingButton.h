@@ -49,7 +49,6 @@ private:
     const QSize size_;
     /// The button without its light, which is all that moves once the button has its size.
     Picture picture_;
-    QColor pictureColor_;
     OnboardingPresentation::Button shown_;
     double shimmerPhase_ = 0;
     bool isFocusSeen_ = false;

@@ -87,12 +87,13 @@ void OnboardingEmblem::paint(QPainter& painter, const QPointF& topLeft, const On
     const double ratio = view_.devicePixelRatioF();
     // Between two pixels the symbol would blur.
     const QPointF place = topLeft + QPointF(0, std::round(shown.emblemOffset * ratio) / ratio);
+    const QColor accent = Theme::color(ColorRole::accent, view_.palette());
     const double opacity = painter.opacity();
     painter.setOpacity(opacity * shown.emblemGlow);
-    painter.drawImage(place - QPointF(glowReach, glowReach), glow_.image(ratio));
+    painter.drawImage(place - QPointF(glowReach, glowReach), glow_.image(ratio, accent));
     painter.setOpacity(opacity);
     constexpr double inset = (side - squareSide) / 2.0;
-    painter.drawImage(place + QPointF(inset, inset), square_.image(ratio));
+    painter.drawImage(place + QPointF(inset, inset), square_.image(ratio, accent));
 }
 
 }  // namespace stowpocket

@@ -45,7 +45,7 @@ void ChoiceButton::paintChosen(QPainter& painter, double radius) const {
     if (!isChecked())
         return;
     painter.setPen(Qt::NoPen);
-    painter.setBrush(Theme::color(ColorRole::banner, palette()));
+    painter.setBrush(Theme::color(ColorRole::accentFill, palette()));
     painter.drawRoundedRect(rect(), radius, radius);
 }
 

@@ -5,9 +5,10 @@
 
 namespace stowpocket {
 
-const QImage& Picture::image(double devicePixelRatio) {
-    if (!image_.isNull() && image_.devicePixelRatio() == devicePixelRatio)
+const QImage& Picture::image(double devicePixelRatio, const QColor& color) {
+    if (!image_.isNull() && image_.devicePixelRatio() == devicePixelRatio && color_ == color)
         return image_;
+    color_ = color;
     image_ = QImage((QSizeF(size_) * devicePixelRatio).toSize(), QImage::Format_ARGB32_Premultiplied);
     image_.setDevicePixelRatio(devicePixelRatio);
     image_.fill(Qt::transparent);

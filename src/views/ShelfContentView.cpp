@@ -20,7 +20,7 @@ ShelfContentView::ShelfContentView(std::shared_ptr<ShelfViewModel> viewModel, Dr
       grid_(new ShelfGridView(viewModel_, std::move(startFileDrag), width - 2 * gridPadding)),
       compactDropZone_(new DropZoneView(DropZoneView::Form::compact)),
       fullNotice_(text(QStringLiteral("Shelf full - remove items to add more."),
-                       {.pointSize = captionPointSize, .role = ColorRole::accent})),
+                       {.pointSize = captionPointSize, .role = ColorRole::orange})),
       scrollView_(new ScrollView(
           padded(vstack(defaultSpacing, padded(grid_, {.horizontal = gridPadding, .top = gridPadding, .bottom = 0}),
                         padded(compactDropZone_, {.horizontal = gridPadding, .top = belowGridPadding, .bottom = 0}),

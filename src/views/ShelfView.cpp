@@ -30,7 +30,7 @@ ShelfView::ShelfView(Dependencies dependencies)
 
 QLayout* ShelfView::header() {
     badge_ = text({}, {.pointSize = 10, .weight = FontWeight::medium, .role = ColorRole::secondary});
-    constexpr SymbolStyle tray{.pointSize = 13, .weight = FontWeight::semibold, .role = ColorRole::accent};
+    constexpr SymbolStyle tray{.pointSize = 13, .weight = FontWeight::semibold, .role = ColorRole::orange};
     constexpr int titleSpacing = 6;
     return padded(hstack(titleSpacing, symbol("tray.and.arrow.down", tray),
                          text(QStringLiteral("stowpocket"), {.pointSize = 13, .weight = FontWeight::bold}), Spacer{},

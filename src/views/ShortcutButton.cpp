@@ -25,7 +25,7 @@ constexpr double idleFill = 0.1;
 ColorRole textRole(State state) {
     switch (state) {
     case State::recording:
-        return ColorRole::accent;
+        return ColorRole::orange;
     case State::set:
         return ColorRole::primary;
     case State::none:
@@ -68,12 +68,12 @@ void ShortcutButton::paintEvent(QPaintEvent*) {
 
     const bool isRecording = state_ == State::recording;
     painter.setPen(Qt::NoPen);
-    painter.setBrush(isRecording ? Theme::color(ColorRole::accent, palette(), recordingFill)
+    painter.setBrush(isRecording ? Theme::color(ColorRole::orange, palette(), recordingFill)
                                  : Theme::color(ColorRole::secondary, palette(), idleFill));
     painter.drawRoundedRect(shape, radius, radius);
     if (isRecording) {
         constexpr double half = 0.5;  // of the border, so that it lies inside the shape
-        painter.setPen(Theme::color(ColorRole::accent, palette(), recordingBorder));
+        painter.setPen(Theme::color(ColorRole::orange, palette(), recordingBorder));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(shape.adjusted(half, half, -half, -half), radius - half, radius - half);
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "views/Theme.h"
 
+#include "views/SystemColors.h"
+
 #include <QApplication>
 #include <QPalette>
 
@@ -33,6 +35,42 @@ QColor focusColor(const QPalette& palette) {
     const QColor highlight = palette.color(QPalette::Highlight);
     const int difference = qGray(highlight.rgb()) - qGray(palette.color(QPalette::Window).rgb());
     return std::abs(difference) < leastDifference ? palette.color(QPalette::WindowText) : highlight;
+}
+
+/// The program's own shades, on the desktop's palette.
+QColor ownColor(ColorRole role, const QPalette& palette) {
+    const bool isDark = Theme::appearance(palette) == Appearance::dark;
+    const QColor text = palette.color(QPalette::WindowText);
+    switch (role) {
+    case ColorRole::primary:
+        return text;
+    case ColorRole::secondary:
+        return faded(text, secondaryOpacity);
+    case ColorRole::tertiary:
+        return faded(text, tertiaryOpacity);
+    case ColorRole::orange:
+    case ColorRole::accent:
+        return isDark ? darkOrange : lightOrange;
+    case ColorRole::red:
+        return isDark ? darkRed : lightRed;
+    case ColorRole::banner:
+    case ColorRole::accentFill:
+        return lightOrange;
+    case ColorRole::redDisc:
+        return lightRed;
+    case ColorRole::onBanner:
+    case ColorRole::onDisc:
+        return Qt::white;
+    case ColorRole::controlBackground:
+        return palette.color(QPalette::Base);
+    case ColorRole::formBackground:
+        return isDark ? faded(text, darkFormOpacity) : palette.color(QPalette::Base);
+    case ColorRole::separator:
+        return faded(text, separatorOpacity);
+    case ColorRole::focus:
+        return focusColor(palette);
+    }
+    return text;
 }
 
 QFont::Weight fontWeight(FontWeight weight) {
@@ -85,36 +123,8 @@ void setAppearance(Appearance wanted) {
 }
 
 QColor color(ColorRole role, const QPalette& palette) {
-    const bool isDark = appearance(palette) == Appearance::dark;
-    const QColor text = palette.color(QPalette::WindowText);
-    switch (role) {
-    case ColorRole::primary:
-        return text;
-    case ColorRole::secondary:
-        return faded(text, secondaryOpacity);
-    case ColorRole::tertiary:
-        return faded(text, tertiaryOpacity);
-    case ColorRole::accent:
-        return isDark ? darkOrange : lightOrange;
-    case ColorRole::red:
-        return isDark ? darkRed : lightRed;
-    case ColorRole::banner:
-        return lightOrange;
-    case ColorRole::redDisc:
-        return lightRed;
-    case ColorRole::onBanner:
-    case ColorRole::onDisc:
-        return Qt::white;
-    case ColorRole::controlBackground:
-        return palette.color(QPalette::Base);
-    case ColorRole::formBackground:
-        return isDark ? faded(text, darkFormOpacity) : palette.color(QPalette::Base);
-    case ColorRole::separator:
-        return faded(text, separatorOpacity);
-    case ColorRole::focus:
-        return focusColor(palette);
-    }
-    return text;
+    const std::optional<QColor> system = systemColor(role, appearance(palette));
+    return system ? *system : ownColor(role, palette);
 }
 
 QColor color(ColorRole role, const QPalette& palette, double opacity) {

@@ -12,15 +12,17 @@ namespace stowpocket {
 
 /// What a colour is for. Views name the role; the palette in force decides the colour.
 enum class ColorRole {
-    primary,    ///< text that is read first
-    secondary,  ///< text beside it
-    tertiary,   ///< text that may be overlooked
-    accent,     ///< the product's orange
-    red,        ///< missing files and what destroys
-    banner,     ///< orange below white text
-    onBanner,   ///< text and symbols on a banner
-    redDisc,    ///< red below a white symbol
-    onDisc,     ///< a symbol on a disc
+    primary,     ///< text that is read first
+    secondary,   ///< text beside it
+    tertiary,    ///< text that may be overlooked
+    orange,      ///< the product's
+    accent,      ///< what the user's own accent colour is for, where the desktop has one; else orange
+    red,         ///< missing files and what destroys
+    banner,      ///< orange below white text
+    accentFill,  ///< the accent below white text
+    onBanner,    ///< text and symbols on a banner or an accent
+    redDisc,     ///< red below a white symbol
+    onDisc,      ///< a symbol on a disc
     controlBackground,
     formBackground,  ///< what the rows of a form lie on
     separator,
@@ -32,9 +34,9 @@ enum class Appearance { light, dark };
 /// The size at which captions are set, in points.
 inline constexpr int captionPointSize = 10;
 
-/// Colours follow the palette of the widget that asks, whenever it paints, so a change of the desktop's colours shows
-/// at once. One point of the layout is one logical pixel, for text as for everything else: a layout drawn for points
-/// keeps its proportions, and the screen's scale factor enlarges all of it together.
+/// Colours follow the palette of the widget that asks and the system's own colours, whenever it paints, so a change
+/// of the desktop's colours shows at once. One point of the layout is one logical pixel, for text as for everything
+/// else: a layout drawn for points keeps its proportions, and the screen's scale factor enlarges all of it together.
 namespace Theme {
 
 [[nodiscard]] Appearance appearance(const QPalette& palette);

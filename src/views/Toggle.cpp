@@ -61,7 +61,7 @@ void Toggle::paintSwitch(QPainter& painter) const {
     painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft, text());
     const QRectF frame = switchFrame();
     painter.setPen(Qt::NoPen);
-    painter.setBrush(isChecked() ? Theme::color(ColorRole::banner, palette())
+    painter.setBrush(isChecked() ? Theme::color(ColorRole::accentFill, palette())
                                  : Theme::color(ColorRole::primary, palette(), offOpacity));
     painter.drawRoundedRect(frame, frame.height() / 2, frame.height() / 2);
     const double side = frame.height() - 2 * knobMargin;
@@ -75,7 +75,7 @@ void Toggle::paintCheckbox(QPainter& painter) const {
     const QRectF box(margin, top, boxSide, boxSide);
     if (isChecked()) {
         painter.setPen(Qt::NoPen);
-        painter.setBrush(Theme::color(ColorRole::banner, palette()));
+        painter.setBrush(Theme::color(ColorRole::accentFill, palette()));
         painter.drawRoundedRect(box, boxRadius, boxRadius);
         painter.setPen(
             QPen(Theme::color(ColorRole::onBanner, palette()), 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));

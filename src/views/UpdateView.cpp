@@ -52,7 +52,7 @@ protected:
         painter.drawRoundedRect(rect(), radius, radius);
         QRectF done(rect());
         done.setWidth(done.width() * value() / barSteps);
-        painter.setBrush(Theme::color(ColorRole::accent, palette()));
+        painter.setBrush(Theme::color(ColorRole::orange, palette()));
         painter.drawRoundedRect(
             layoutDirection() == Qt::RightToLeft ? done.translated(width() - done.width(), 0) : done, radius, radius);
     }
@@ -105,7 +105,7 @@ UpdateView::UpdateView(Chosen chosen)
         *this,
         padded(vstack(sectionSpacing,
                       hstack(sectionSpacing,
-                             symbol("tray.and.arrow.down", {.pointSize = symbolPointSize, .role = ColorRole::accent}),
+                             symbol("tray.and.arrow.down", {.pointSize = symbolPointSize, .role = ColorRole::orange}),
                              vstack(textSpacing, Spacer{}, title_, message_, Spacer{})),
                       notes_, progress_, hstack(defaultSpacing, spinner_, Spacer{}, buttonRow_)),
                {.horizontal = margin, .top = margin}));

@@ -27,7 +27,7 @@ QWidget* row(const Utility& utility, const OpenURL& openURL) {
     QLayout* const lines = vstack(lineSpacing, text(name, {.pointSize = 13, .weight = FontWeight::medium}),
                                   text(description, {.pointSize = 11, .role = ColorRole::secondary}));
     QLayout* const content = hstack(
-        iconSpacing, symbol(utility.icon, {.pointSize = iconPointSize, .role = ColorRole::accent}), lines, Spacer{});
+        iconSpacing, symbol(utility.icon, {.pointSize = iconPointSize, .role = ColorRole::orange}), lines, Spacer{});
     return formRow(vstack(0, new LinkButton(name + QStringLiteral(". ") + description, padded(content, linkPadding),
                                             [url = std::string(utility.url), openURL] { openURL(url); })));
 }

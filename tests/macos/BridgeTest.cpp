@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 // What lies between the toolkit's views and the system's windows, as far as it is the toolkit's.
 #include "app/macos/OpenedFiles.h"
+#include "platform/macos/MacColors.h"
 #include "platform/macos/QtHostedView.h"
 #include "platform/macos/QtPixels.h"
+#include "views/OnboardingBadge.h"
+#include "views/Theme.h"
 
 #include <QApplication>
 #include <QFileOpenEvent>
@@ -14,6 +17,22 @@
 #include <gtest/gtest.h>
 
 namespace stowpocket {
+namespace {
+
+using Rgba = std::array<double, 4>;
+Rgba accentOfUser{0, 0, 1, 1};
+
+}  // namespace
+
+/// A system that has two colours.
+std::optional<Rgba> rgbaOf(MacColor color, bool isDark) {
+    if (color == MacColor::controlAccent)
+        return accentOfUser;
+    if (color == MacColor::secondaryLabel)
+        return isDark ? Rgba{1, 1, 1, 0.5} : Rgba{0, 0, 0, 0.5};
+    return std::nullopt;
+}
+
 namespace {
 
 TEST(QtHostedViewTest, asksForAnotherSizeWheneverItsContentDoes) {
@@ -82,6 +101,25 @@ TEST(OpenedFilesTest, deliversTogetherWhatIsOpenedTogether) {
     const std::vector<Files> expected{{*FileURL::fromPath("/home/a b.txt"), *FileURL::fromPath("/home/\u00e4.txt")},
                                       {*FileURL::fromPath("/home/c")}};
     EXPECT_EQ(delivered, expected);
+}
+
+TEST(SystemColorsTest, areThoseOfTheWindowsAppearance) {
+    const QPalette light(Qt::white);
+    const QPalette dark = Theme::darkPalette();
+    EXPECT_EQ(Theme::color(ColorRole::secondary, light).rgba(), qRgba(0, 0, 0, 128));
+    EXPECT_EQ(Theme::color(ColorRole::secondary, dark, 0.5).rgba(), qRgba(255, 255, 255, 64));
+    EXPECT_GT(Theme::color(ColorRole::orange, dark).red(), 200) << "the program's own where the system has none";
+}
+
+TEST(SystemColorsTest, aNewAccentShowsAtOnce) {
+    OnboardingBadge badge;
+    OnboardingPresentation shown;
+    shown.ringOpacity = 1;
+    badge.evaluate(shown);
+    const auto blueOnRing = [&] { return badge.grab().toImage().pixelColor(badge.width() / 2, 1).blue(); };
+    EXPECT_GT(blueOnRing(), 200);
+    accentOfUser = {1, 0, 0, 1};
+    EXPECT_LT(blueOnRing(), 100);
 }
 
 TEST(QtPixelsTest, keepsEveryPixelBothWays) {

@@ -33,8 +33,8 @@ TEST(ThemeTest, everyTextCanBeReadOnLightAndDarkWindows) {
     for (const QPalette& palette : {QPalette(QColor(0xef, 0xef, 0xef)), QPalette(Qt::white), highContrast,
                                     QPalette(QColor(0x2a, 0x2a, 0x2c)), Theme::darkPalette()}) {
         const QColor window = palette.color(QPalette::Window);
-        for (const ColorRole role : {ColorRole::primary, ColorRole::secondary, ColorRole::tertiary, ColorRole::accent,
-                                     ColorRole::red, ColorRole::focus})
+        for (const ColorRole role : {ColorRole::primary, ColorRole::secondary, ColorRole::tertiary, ColorRole::orange,
+                                     ColorRole::accent, ColorRole::red, ColorRole::focus})
             EXPECT_GE(contrast(Theme::color(role, palette), window), 3)
                 << int(role) << " on " << window.name().toStdString();
         EXPECT_GE(contrast(Theme::color(ColorRole::onBanner, palette), Theme::color(ColorRole::banner, palette)), 3);

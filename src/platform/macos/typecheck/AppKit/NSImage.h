@@ -18,9 +18,33 @@ extern NSAttributedStringKey const NSBaselineOffsetAttributeName;
 @interface NSFont : NSObject <NSCopying, NSSecureCoding>
 + (NSFont*)monospacedDigitSystemFontOfSize:(CGFloat)size weight:(NSFontWeight)weight;
 @end
+@interface NSColorSpace : NSObject <NSSecureCoding>
+@property(class, readonly, strong) NSColorSpace* sRGBColorSpace;
+@end
 @interface NSColor : NSObject <NSCopying, NSSecureCoding>
 @property(class, readonly, strong) NSColor* controlTextColor;
+@property(class, readonly, strong) NSColor* controlBackgroundColor;
+@property(class, readonly, strong) NSColor* controlAccentColor SINCE(10.14);
+@property(class, readonly, strong) NSColor* secondaryLabelColor SINCE(10.10);
+@property(class, readonly, strong) NSColor* tertiaryLabelColor SINCE(10.10);
+@property(class, readonly, strong) NSColor* systemOrangeColor SINCE(10.10);
+@property(class, readonly, strong) NSColor* systemRedColor SINCE(10.10);
 + (NSColor*)colorWithSRGBRed:(CGFloat)red green:(CGFloat)green blue:(CGFloat)blue alpha:(CGFloat)alpha;
+- (nullable NSColor*)colorUsingColorSpace:(NSColorSpace*)space;
+- (void)getRed:(nullable CGFloat*)red
+         green:(nullable CGFloat*)green
+          blue:(nullable CGFloat*)blue
+         alpha:(nullable CGFloat*)alpha;
+@end
+
+typedef NSString* NSAppearanceName;
+extern "C" NSAppearanceName const NSAppearanceNameAqua SINCE(10.9);
+extern "C" NSAppearanceName const NSAppearanceNameDarkAqua SINCE(10.14);
+SINCE(10.9)
+@interface NSAppearance : NSObject <NSSecureCoding>
++ (nullable NSAppearance*)appearanceNamed:(NSAppearanceName)name;
+- (nullable NSAppearanceName)bestMatchFromAppearancesWithNames:(NSArray<NSAppearanceName>*)names SINCE(10.14);
+- (void)performAsCurrentDrawingAppearance:(void (^)(void))block SINCE(11.0);
 @end
 
 SINCE(11.0)

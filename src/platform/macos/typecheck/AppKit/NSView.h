@@ -3,6 +3,7 @@
 #pragma once
 
 #import "NSEvent.h"
+#import "NSImage.h"
 
 NS_ASSUME_NONNULL_BEGIN
 @class NSWindow;
@@ -13,6 +14,7 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSApplication : NSResponder
 @property(class, readonly, strong) NSApplication* sharedApplication;
 @property(nullable, readonly, strong) NSEvent* currentEvent;
+@property(readonly, strong) NSAppearance* effectiveAppearance SINCE(10.14);
 - (void)activateIgnoringOtherApps:(BOOL)ignoringOtherApps;
 - (void)terminate:(nullable id)sender;
 @end

@@ -23,6 +23,7 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 - (nullable instancetype)initWithBytes:(const void*)bytes
                                 length:(NSUInteger)length
                               encoding:(NSStringEncoding)encoding;
+- (BOOL)isEqualToString:(NSString*)string;
 - (NSString*)stringByAppendingPathComponent:(NSString*)component;
 - (nullable NSData*)dataUsingEncoding:(NSStringEncoding)encoding;
 @end
