@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/TilePresentation.h"
 
-#include "presentation/ByteCount.h"
 #include "shelf/ShelfItem.h"
 
 namespace stowpocket {
@@ -61,7 +60,7 @@ std::string TilePresentation::accessibleName() const {
     return name + ", " + size + (isMissing ? ", Missing" : "");
 }
 
-TilePresentation tilePresentation(const ShelfItem& item) {
+TilePresentation tilePresentation(const ShelfItem& item, const ByteCountText& byteCountText) {
     return {displayName(item.filename), byteCountText(item.fileSize), !item.isAvailable, item.isAvailable};
 }
 

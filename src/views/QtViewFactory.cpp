@@ -21,7 +21,7 @@ std::unique_ptr<Popover> QtViewFactory::makeShelfPopover(std::shared_ptr<ShelfVi
                                                          std::function<void()> onOpenSettings,
                                                          std::function<void()> onQuit) {
     ShelfView::Dependencies dependencies{std::move(viewModel), std::move(onOpenSettings), std::move(onQuit),
-                                         platform_.drops, platform_.startFileDrag};
+                                         platform_.drops, platform_.tiles};
     return platform_.makePopover(
         [dependencies = std::move(dependencies)] { return std::make_unique<ShelfView>(dependencies); });
 }

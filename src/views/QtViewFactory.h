@@ -18,7 +18,7 @@ public:
     struct Platform {
         std::function<std::unique_ptr<Popover>(MakeContent)> makePopover;
         DropReader drops;
-        StartFileDrag startFileDrag;
+        TileServices tiles;
         SettingsServices settings;
         /// Windows of the desktop's own making; where it has none they are the toolkit's.
         std::function<std::unique_ptr<Window>(const QString& title, const QSize& contentSize, QtWindow::Level level,

@@ -13,11 +13,11 @@ constexpr int bottomPadding = 10;
 }  // namespace
 
 ShelfContentView::ShelfContentView(std::shared_ptr<ShelfViewModel> viewModel, DropReader drops,
-                                   StartFileDrag startFileDrag, int width)
+                                   TileServices tileServices, int width)
     : viewModel_(std::move(viewModel)),
       drops_(std::move(drops)),
       dropZone_(new DropZoneView(DropZoneView::Form::full)),
-      grid_(new ShelfGridView(viewModel_, std::move(startFileDrag), width - 2 * gridPadding)),
+      grid_(new ShelfGridView(viewModel_, std::move(tileServices), width - 2 * gridPadding)),
       compactDropZone_(new DropZoneView(DropZoneView::Form::compact)),
       fullNotice_(text(QStringLiteral("Shelf full - remove items to add more."),
                        {.pointSize = captionPointSize, .role = ColorRole::orange})),

@@ -26,7 +26,7 @@ struct DropReader {
 /// line about the full shelf below them. Files may be dropped anywhere on it; they are only ever copied from a drag.
 class ShelfContentView : public QWidget {
 public:
-    ShelfContentView(std::shared_ptr<ShelfViewModel> viewModel, DropReader drops, StartFileDrag startFileDrag,
+    ShelfContentView(std::shared_ptr<ShelfViewModel> viewModel, DropReader drops, TileServices tileServices,
                      int width);
 
     /// Shows what the shelf shows now.

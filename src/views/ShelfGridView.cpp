@@ -29,8 +29,8 @@ QImage pictureOf(ShelfManager& shelf, const UUID& id) {
 
 }  // namespace
 
-ShelfGridView::ShelfGridView(std::shared_ptr<ShelfViewModel> viewModel, StartFileDrag startFileDrag, int width)
-    : viewModel_(std::move(viewModel)), startFileDrag_(std::move(startFileDrag)), width_(width) {
+ShelfGridView::ShelfGridView(std::shared_ptr<ShelfViewModel> viewModel, TileServices tileServices, int width)
+    : viewModel_(std::move(viewModel)), tileServices_(std::move(tileServices)), width_(width) {
     installShelfAccessibility();
     setAccessibleName(QStringLiteral("Files on the shelf"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -79,7 +79,7 @@ ShelfItemView* ShelfGridView::makeTile(const ShelfItem& item) {
                           {.onRemove = [viewModel = viewModel_, id = item.id] { viewModel->removeItem(id); },
                            .picture = [model, id = item.id] { return pictureOf(model->shelfManager(), id); },
                            .onFocusWanted = [this, id = item.id] { focusItem(id); },
-                           .startFileDrag = startFileDrag_},
+                           .services = tileServices_},
                           this);
     tile->show();
     return tile;

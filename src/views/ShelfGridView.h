@@ -17,7 +17,7 @@ namespace stowpocket {
 /// their room from the beginning. Tab reaches one tile; the arrow keys, Home and End the others; Delete removes.
 class ShelfGridView : public QWidget {
 public:
-    ShelfGridView(std::shared_ptr<ShelfViewModel> viewModel, StartFileDrag startFileDrag, int width);
+    ShelfGridView(std::shared_ptr<ShelfViewModel> viewModel, TileServices tileServices, int width);
 
     /// Follows a change that the shelf has just announced.
     void apply(const ShelfChange& change);
@@ -48,7 +48,7 @@ private:
     [[nodiscard]] std::optional<std::size_t> focusedIndex() const;
 
     const std::shared_ptr<ShelfViewModel> viewModel_;
-    const StartFileDrag startFileDrag_;
+    const TileServices tileServices_;
     const int width_;
     std::vector<ShelfItemView*> tiles_;
     /// Runs while items wait for their tiles.

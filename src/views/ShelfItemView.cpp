@@ -108,7 +108,7 @@ ShelfItemView::ShelfItemView(const ShelfItem& item, TileActions actions, QWidget
 }
 
 void ShelfItemView::setItem(const ShelfItem& item) {
-    shown_ = tilePresentation(item);
+    shown_ = tilePresentation(item, actions_.services.byteCountText);
     nameLines_.clear();
     setAccessibleName(QString::fromStdString(shown_.accessibleName()));
     setFixedSize(sizeHint());
@@ -197,7 +197,7 @@ void ShelfItemView::startDrag() {
     const QPoint hotSpot(std::clamp(held.x(), 0, pictureSide - 1), std::clamp(held.y(), 0, pictureSide - 1));
     const QPixmap picture = QPixmap::fromImage(framedPicture());
     // Copies: the tile may go while the drag runs.
-    const StartFileDrag start = actions_.startFileDrag;
+    const StartFileDrag start = actions_.services.startFileDrag;
     const FileURL url = fileURL_;
     start(*this, url, picture, hotSpot);
 }

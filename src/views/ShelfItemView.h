@@ -21,6 +21,12 @@ struct ShelfItem;
 using StartFileDrag =
     std::function<void(QWidget& source, const FileURL& url, const QPixmap& picture, QPoint hotSpot)>;
 
+/// What the desktop does for tiles.
+struct TileServices {
+    StartFileDrag startFileDrag;
+    ByteCountText byteCountText;
+};
+
 /// What a tile asks of the view that it stands in.
 struct TileActions {
     std::function<void()> onRemove;
@@ -28,7 +34,7 @@ struct TileActions {
     std::function<QImage()> picture;
     /// Gives the tile the keyboard.
     std::function<void()> onFocusWanted;
-    StartFileDrag startFileDrag;
+    TileServices services;
 };
 
 /// One file on the shelf: picture, name and size, a remove button while the pointer is over it, and a drag source for

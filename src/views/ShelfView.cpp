@@ -18,8 +18,7 @@ QString displayText(const std::string& text) {
 ShelfView::ShelfView(Dependencies dependencies)
     : dependencies_(std::move(dependencies)),
       viewModel_(*dependencies_.viewModel),
-      content_(new ShelfContentView(dependencies_.viewModel, dependencies_.drops, dependencies_.startFileDrag,
-                                    shelfWidth)) {
+      content_(new ShelfContentView(dependencies_.viewModel, dependencies_.drops, dependencies_.tiles, shelfWidth)) {
     setFixedWidth(shelfWidth);
     setFocusPolicy(Qt::ClickFocus);
     compose(*this, vstack(defaultSpacing, header(), divider(), banner(), saveBanner(), content_, progressRow(),

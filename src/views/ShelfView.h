@@ -17,7 +17,7 @@ public:
         std::function<void()> onOpenSettings;
         std::function<void()> onQuit;
         DropReader drops;
-        StartFileDrag startFileDrag;
+        TileServices tiles;
     };
 
     explicit ShelfView(Dependencies dependencies);

@@ -2,6 +2,7 @@
 #include "presentation/AdaptiveGrid.h"
 #include "presentation/ByteCount.h"
 #include "presentation/TilePresentation.h"
+#include "shelf/ShelfItem.h"
 
 #include <gtest/gtest.h>
 
@@ -59,6 +60,20 @@ TEST(TilePresentationTest, aFileNameIsOneHonestLine) {
              Case{"👩‍👩‍👧‍👦.png", "👩‍👩‍👧‍👦.png"},
          })
         EXPECT_EQ(displayName(filename), shown);
+}
+
+TEST(TilePresentationTest, theDesktopWritesTheSize) {
+    const ShelfItem item{.id = UUID::random(),
+                         .fileURL = *FileURL::fromPath("/a.txt"),
+                         .bookmarkData = {},
+                         .filename = "a.txt",
+                         .fileSize = 1200,
+                         .dateAdded = {},
+                         .isAvailable = true};
+    const TilePresentation tile =
+        tilePresentation(item, [](std::int64_t bytes) { return std::to_string(bytes) + " octets"; });
+    EXPECT_EQ(tile.size, "1200 octets");
+    EXPECT_EQ(tile.accessibleName(), "a.txt, 1200 octets");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "fakes/FakeItemProvider.h"
 #include "fakes/ShelfFixture.h"
 #include "platform/qt/QtImageContent.h"
+#include "presentation/ByteCount.h"
 #include "views/ShelfView.h"
 
 #include <QApplication>
@@ -62,9 +63,10 @@ struct ShelfViewFixture : ShelfFixture {
             [this] { ++quits; },
             {[](const QMimeData& data) { return data.hasUrls() || data.hasFormat(promiseFormat); },
              [this](const QMimeData& data) { return providersOf(data); }},
-            [this](QWidget&, const FileURL& url, const QPixmap& picture, QPoint hotSpot) {
-                dragged = {url.path(), picture, hotSpot};
-            }});
+            {[this](QWidget&, const FileURL& url, const QPixmap& picture, QPoint hotSpot) {
+                 dragged = {url.path(), picture, hotSpot};
+             },
+             byteCountText}});
         view->setParent(&host);
         host.show();
         view->show();

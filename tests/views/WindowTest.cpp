@@ -29,7 +29,7 @@ struct FirstRun : testing::Test, SettingsViewFixture {
     QtViewFactory factory{{
         .makePopover = {},
         .drops = {},
-        .startFileDrag = {},
+        .tiles = {},
         .settings = {preferences, monitors, notifications, loginItem, bundle, {}, {}},
         .whenIconStands = [this](std::function<void()> work) { iconStands.whenReached(std::move(work)); },
     }};

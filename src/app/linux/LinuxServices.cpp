@@ -8,6 +8,7 @@
 #include "platform/qt/QtDropData.h"
 #include "platform/qt/QtPopover.h"
 #include "platform/qt/StillStyle.h"
+#include "presentation/ByteCount.h"
 #include "views/Symbol.h"
 #include "views/Theme.h"
 
@@ -60,8 +61,9 @@ LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::str
               },
           .drops = {.offersItems = [this](const QMimeData& data) { return offersItems(data, drops_); },
                     .itemProviders = [this](const QMimeData& data) { return itemProvidersOf(data, drops_); }},
-          .startFileDrag = [this](QWidget& source, const FileURL& file, const QPixmap& picture,
-                                  QPoint hotSpot) { fileDrag_.start(source, file, picture, hotSpot); },
+          .tiles = {.startFileDrag = [this](QWidget& source, const FileURL& file, const QPixmap& picture,
+                                            QPoint hotSpot) { fileDrag_.start(source, file, picture, hotSpot); },
+                    .byteCountText = byteCountText},
           .settings = {.preferences = preferences_,
                        .eventMonitors = eventMonitors_,
                        .notificationCenter = notificationCenter_,

@@ -79,7 +79,7 @@ MacServices::MacServices()
           .makePopover = makePopover,
           .drops = {.offersItems = [](const QMimeData&) { return dragCarriesItems(); },
                     .itemProviders = [](const QMimeData&) { return droppedItemProviders(); }},
-          .startFileDrag = startFileDragWith(*fileDrag_),
+          .tiles = {.startFileDrag = startFileDragWith(*fileDrag_), .byteCountText = macByteCountText},
           .settings = {
               .preferences = *preferences_,
               .eventMonitors = *eventMonitors_,

@@ -8,6 +8,7 @@
 #include "platform/PropertyListParser.h"
 #include "platform/Trash.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,6 +28,8 @@ class PatientProbe;
 /// `probe` outlives them, as it does the file manager.
 [[nodiscard]] std::unique_ptr<Bookmarks> makeMacBookmarks(PatientProbe& probe);
 [[nodiscard]] std::unique_ptr<FileManager> makeMacFileManager(PatientProbe& probe);
+/// A file's size as the system writes it beside files, in the user's language. Main thread.
+[[nodiscard]] std::string macByteCountText(std::int64_t bytes);
 [[nodiscard]] std::unique_ptr<Trash> makeMacTrash();
 [[nodiscard]] std::unique_ptr<PropertyListParser> makeMacPropertyListParser();
 /// What the program's own bundle says of itself.

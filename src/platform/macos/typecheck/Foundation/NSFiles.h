@@ -29,6 +29,13 @@ DECL_OPTIONS(NSUInteger, NSSearchPathDomainMask){NSUserDomainMask = 1};
       resultingItemURL:(NSURL* _Nullable* _Nullable)resultingURL
                  error:(NSError* _Nullable* _Nullable)error;
 @end
+@interface NSFormatter : NSObject <NSCopying, NSCoding>
+@end
+DECL_ENUM(NSInteger, NSByteCountFormatterCountStyle){NSByteCountFormatterCountStyleFile = 0};
+@interface NSByteCountFormatter : NSFormatter
+@property NSByteCountFormatterCountStyle countStyle;
+- (NSString*)stringFromByteCount:(long long)bytes;
+@end
 @interface NSBundle : NSObject
 @property(class, readonly, strong) NSBundle* mainBundle;
 @property(readonly, copy) NSURL* bundleURL;
