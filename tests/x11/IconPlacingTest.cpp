@@ -30,6 +30,24 @@ TEST(IconPlacing, followsTraysAndHostsThatComeAndGo) {
     EXPECT_EQ(placing.place(), Place::pocket);
 }
 
+TEST(IconPlacing, keepsThePocketWhereAHostShowsNothing) {
+    IconPlacing placing;
+    placing.trayIs(State::waiting);
+    placing.hostIs(true);
+    EXPECT_FALSE(placing.wantsPocket());
+    placing.itemIsUnseen();
+    EXPECT_TRUE(placing.wantsPocket());
+    EXPECT_EQ(placing.place(), Place::notifier) << "it may come to show it";
+    placing.itemIsSeen();
+    EXPECT_FALSE(placing.wantsPocket());
+    placing.itemIsUnseen();
+    EXPECT_FALSE(placing.wantsPocket());
+    placing.hostIs(false);
+    EXPECT_TRUE(placing.wantsPocket());
+    placing.hostIs(true);
+    EXPECT_FALSE(placing.wantsPocket()) << "another host is given its time";
+}
+
 TEST(IconPlacing, doesNotHideBehindATrayThatHangs) {
     IconPlacing placing;
     placing.trayIs(State::requested);

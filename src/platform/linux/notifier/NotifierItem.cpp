@@ -29,8 +29,12 @@ QDBusMessage busCall(const QString& method, const QString& name) {
 }  // namespace
 
 NotifierItem::NotifierItem(const QDBusConnection& bus, NotifierFace face,
-                           std::function<void(const QPoint&)> onActivate)
-    : bus_(bus), service_(nextServiceName()), face_(std::move(face)), onActivate_(std::move(onActivate)) {
+                           std::function<void(const QPoint&)> onActivate, std::function<void()> onSeen)
+    : bus_(bus),
+      service_(nextServiceName()),
+      face_(std::move(face)),
+      onActivate_(std::move(onActivate)),
+      onSeen_(std::move(onSeen)) {
     registerNotifierPixmaps();
     bus_.registerVirtualObject(notifierNames::itemPath, this);
     requestName();
@@ -97,12 +101,14 @@ QString NotifierItem::introspect(const QString& path) const {
 }
 
 bool NotifierItem::handleMessage(const QDBusMessage& message, const QDBusConnection&) {
-    if (message.interface() == notifierNames::properties)
+    if (message.interface() == notifierNames::properties) {
         bus_.send(answerAboutProperties(message));
-    else if (message.interface() == notifierNames::item || message.interface().isEmpty())
+        onSeen_();
+    } else if (message.interface() == notifierNames::item || message.interface().isEmpty()) {
         bus_.send(answer(message));
-    else
+    } else {
         return false;
+    }
     return true;
 }
 

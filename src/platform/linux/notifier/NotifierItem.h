@@ -21,8 +21,10 @@ struct NotifierFace {
 /// passes no drops on. Registered with the session's watcher from construction to destruction.
 class NotifierItem : public QDBusVirtualObject {
 public:
-    /// `onActivate` gets the place of the click in pixels, as the panel tells it; (0, 0) when it does not.
-    NotifierItem(const QDBusConnection& bus, NotifierFace face, std::function<void(const QPoint&)> onActivate);
+    /// `onActivate` gets the place of the click in pixels, as the panel tells it; (0, 0) when it does not. `onSeen`
+    /// runs whenever somebody has asked for the face, as only those do who show it; it must not destroy this.
+    NotifierItem(const QDBusConnection& bus, NotifierFace face, std::function<void(const QPoint&)> onActivate,
+                 std::function<void()> onSeen);
     ~NotifierItem() override;
 
     void setFace(NotifierFace face);
@@ -41,6 +43,7 @@ private:
     const QString service_;
     NotifierFace face_;
     const std::function<void(const QPoint&)> onActivate_;
+    const std::function<void()> onSeen_;
 };
 
 }  // namespace stowpocket

@@ -22,6 +22,15 @@ void IconPlacing::hostIs(bool isThere) {
     decide();
 }
 
+void IconPlacing::itemIsUnseen() {
+    if (item_ == Item::offered)
+        item_ = Item::unseen;
+}
+
+void IconPlacing::itemIsSeen() {
+    item_ = Item::seen;
+}
+
 bool IconPlacing::isTrayPromising() const {
     return tray_ == State::docked || (tray_ == State::requested && !isTraySlow_);
 }
@@ -36,6 +45,8 @@ void IconPlacing::decide() {
         place_ = *isHostThere_ ? Place::notifier : Place::pocket;
     else
         place_ = Place::undecided;
+    if (place_ != Place::notifier)
+        item_ = Item::offered;
 }
 
 }  // namespace stowpocket

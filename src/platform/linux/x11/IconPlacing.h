@@ -21,8 +21,18 @@ public:
     /// The tray was offered a window and has not taken it in for long.
     void trayIsSlow();
     void hostIs(bool isThere);
+    /// The icon was offered as an item for long, and nobody has asked for its picture.
+    void itemIsUnseen();
+    /// Some host has asked for the item's picture.
+    void itemIsSeen();
+    /// Whether the pocket stands all the time. Some watchers tell of hosts that show nothing.
+    [[nodiscard]] bool wantsPocket() const {
+        return place_ == Place::pocket || (place_ == Place::notifier && item_ == Item::unseen);
+    }
 
 private:
+    enum class Item { offered, unseen, seen };
+
     [[nodiscard]] bool isHostKnown() const { return isHostThere_.has_value(); }
     [[nodiscard]] bool isTrayPromising() const;
     void decide();
@@ -31,6 +41,7 @@ private:
     TrayDocking::State tray_ = TrayDocking::State::requested;
     bool isTraySlow_ = false;
     std::optional<bool> isHostThere_;
+    Item item_ = Item::offered;
 };
 
 }  // namespace stowpocket

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace stowpocket {
 namespace {
@@ -30,6 +31,10 @@ X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter pain
       dragWatch_(connection),
       completed_(
           button_->completed.connect([this] { managerAppeared(connection_.selectionOwner(X11Atom::trayOwner)); })),
+      itemSeen_(button_->itemSeen.connect([this] {
+          placing_.itemIsSeen();
+          place();
+      })),
       dragBegan_(dragWatch_.began.connect([this] { button_->dragBegan(); })),
       dragEnded_(dragWatch_.ended.connect([this](DragEnd end) { button_->dragEnded(end); })) {
     QCoreApplication::instance()->installNativeEventFilter(this);
@@ -165,7 +170,13 @@ void X11StatusItem::place() {
             placing_.hostIs(isThere);
             place();
         });
-    button_->setPlace(placing_.place());
+    const bool wasItem = std::exchange(isItem_, placing_.place() == IconPlacing::Place::notifier);
+    button_->setPlace(placing_);
+    if (isItem_ && !wasItem)
+        QTimer::singleShot(answeringTime, &context_, [this] {
+            placing_.itemIsUnseen();
+            place();
+        });
     if (placing_.place() != IconPlacing::Place::undecided)
         onPlaced_();
 }

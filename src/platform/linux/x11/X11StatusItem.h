@@ -43,12 +43,14 @@ private:
     const std::shared_ptr<X11StatusItemButton> button_;
     TrayDocking docking_;
     IconPlacing placing_;
+    bool isItem_ = false;
     /// What the docked icon stands in, from its container to the window of the bar.
     std::vector<xcb_window_t> around_;
     /// Null until no tray is of use.
     std::unique_ptr<NotifierHost> host_;
     X11DragWatch dragWatch_;
     Subscription completed_;
+    Subscription itemSeen_;
     Subscription dragBegan_;
     Subscription dragEnded_;
     /// Everything posted for later is dropped with it.

@@ -130,14 +130,14 @@ void X11StatusItemButton::barChanged(xcb_window_t bar) {
     moved.emit();
 }
 
-void X11StatusItemButton::setPlace(IconPlacing::Place place) {
-    using Place = IconPlacing::Place;
-    pocket_.setResident(place == Place::pocket);
-    if (place != Place::notifier)
+void X11StatusItemButton::setPlace(const IconPlacing& placing) {
+    pocket_.setResident(placing.wantsPocket());
+    if (placing.place() != IconPlacing::Place::notifier)
         notifier_.reset();
     else if (!notifier_)
-        notifier_ = std::make_unique<NotifierItem>(QDBusConnection::sessionBus(), notifierFace(),
-                                                   [this](const QPoint& pixels) { activated(pixels); });
+        notifier_ = std::make_unique<NotifierItem>(
+            QDBusConnection::sessionBus(), notifierFace(), [this](const QPoint& pixels) { activated(pixels); },
+            [this] { itemSeen.emit(); });
 }
 
 void X11StatusItemButton::dragBegan() {

@@ -38,8 +38,11 @@ public:
     /// The docked icon stands in that window of a bar, which has another place, size, direction or colour now.
     void barChanged(xcb_window_t bar);
 
+    /// Emitted when some host has asked for what the item shows.
+    Signal<> itemSeen;
+
     /// Where else than in the tray, or nowhere else.
-    void setPlace(IconPlacing::Place place);
+    void setPlace(const IconPlacing& placing);
     void dragBegan();
     void dragEnded(DragEnd end) { pocket_.dragEnded(end); }
 
