@@ -3,6 +3,7 @@
 #include "cli/CommandLine.h"
 #include "cli/ShelfCommands.h"
 #include "platform/linux/ExitHandler.h"
+#include "platform/linux/session/AccessibilityBus.h"
 #include "platform/linux/session/BusInstance.h"
 #include "platform/linux/session/CommandProcess.h"
 #include "platform/linux/session/OwnExecutable.h"
@@ -71,6 +72,7 @@ int runProgram(int argc, char** argv, const Command& command, const StartupToken
     const std::optional<ProgramLock> lock = programLock();
     if (lock && lock->holder())
         return refuseSecondProgram(*lock->holder());
+    avoidSilentAccessibilityBus(QDBusConnection::sessionBus());
     const std::unique_ptr<LinuxServices> services = LinuxServices::make();
     if (!services)
         return EXIT_FAILURE;

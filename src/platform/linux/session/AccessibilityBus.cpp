@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/session/AccessibilityBus.h"
+
+#include <QDBusError>
+#include <QDBusMessage>
+
+namespace stowpocket {
+namespace {
+
+constexpr int patienceMs = 300;
+/// Qt 6 then asks for the address alone, and does not wait for that.
+constexpr auto alwaysOn = "QT_LINUX_ACCESSIBILITY_ALWAYS_ON";
+
+}  // namespace
+
+bool avoidSilentAccessibilityBus(const QDBusConnection& bus) {
+    QDBusMessage question =
+        QDBusMessage::createMethodCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
+                                       QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    question << QStringLiteral("org.a11y.Status") << QStringLiteral("IsEnabled");
+    // One that is not running is not started for this, and Qt does not ask it then.
+    question.setAutoStartService(false);
+    const QDBusError::ErrorType error = QDBusError(bus.call(question, QDBus::Block, patienceMs)).type();
+    const bool isSilent =
+        error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut;
+    if (isSilent) {
+        qWarning("stowpocket: the accessibility bus does not answer; it is served when it does");
+        qputenv(alwaysOn, "1");
+    }
+    return !isSilent;
+}
+
+}  // namespace stowpocket
