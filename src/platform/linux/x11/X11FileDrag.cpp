@@ -2,6 +2,7 @@
 #include "platform/linux/x11/X11FileDrag.h"
 
 #include "intake/UriList.h"
+#include "platform/linux/WaylandSession.h"
 
 #include <QCoreApplication>
 #include <QDrag>
@@ -53,7 +54,10 @@ void X11FileDrag::start(QWidget& source, const FileURL& file, const QPixmap& pic
     looking.start(lookInterval);
     looksWithoutButton_ = 0;
     isDragging_ = true;
+    if (isWaylandSession() && connection_.windowManagerName() == "KWin")
+        dropDelay_.begin();
     drag->exec(Qt::CopyAction, Qt::CopyAction);
+    dropDelay_.end();
     isDragging_ = false;
     settling_.start(settlingTime);
     forgetting_.start(keepingTime);
@@ -82,7 +86,7 @@ bool X11FileDrag::nativeEventFilter(const QByteArray&, void* message, qintptr*) 
     return answer(*static_cast<const xcb_selection_request_event_t*>(message));
 }
 
-bool X11FileDrag::answer(const xcb_selection_request_event_t& request) const {
+bool X11FileDrag::answer(const xcb_selection_request_event_t& request) {
     if (request.selection != connection_.atom(X11Atom::dragSelection))
         return false;
     // Requestors of the oldest kind leave the property to the owner.
@@ -106,6 +110,8 @@ bool X11FileDrag::answer(const xcb_selection_request_event_t& request) const {
     xcb_send_event(connection_.raw(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT,
                    reinterpret_cast<const char*>(&notify));
     xcb_flush(connection_.raw());
+    if (request.target == uriList)
+        dropDelay_.asked();
     return true;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "foundation/FileURL.h"
+#include "platform/linux/x11/DropDelay.h"
 #include "platform/linux/x11/X11Connection.h"
 
 #include <QAbstractNativeEventFilter>
@@ -30,13 +31,14 @@ public:
 private:
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
     void endIfLost(xcb_window_t source);
-    [[nodiscard]] bool answer(const xcb_selection_request_event_t& request) const;
+    [[nodiscard]] bool answer(const xcb_selection_request_event_t& request);
 
     const X11Connection& connection_;
     /// What is dragged, or was until a moment ago.
     QByteArray uriList_;
     QTimer forgetting_;
     QTimer settling_;
+    DropDelay dropDelay_;
     bool isDragging_ = false;
     /// Looks in a row that found no button held.
     int looksWithoutButton_ = 0;
