@@ -43,10 +43,10 @@ def measure_start(desktop, build):
     first, later, peer = [], [], []
     for _ in range(RUNS):  # taking turns, so that a busy moment of the machine meets all
         forget(desktop)
-        first.append(start_time(desktop, build, "src/stowpocket"))
+        first.append(start_time(desktop, build, build / "src/stowpocket"))
         allow_many(desktop)
-        later.append(start_time(desktop, build, "src/stowpocket"))
-        peer.append(start_time(desktop, build, "bench/bench_tray_peer"))
+        later.append(start_time(desktop, build, build / "src/stowpocket"))
+        peer.append(start_time(desktop, build, build / "bench/bench_tray_peer"))
     empty = statistics.median(peer)
     show(f"empty program with a tray icon, start to icon, median of {RUNS}", f"{empty:.1f} ms")
     for name, times in (("start to icon", later), ("first run, start to icon", first)):
