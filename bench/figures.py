@@ -30,7 +30,9 @@ def make_files(folder):
 def allow_many(desktop):
     settings = desktop.home / "config/stowpocket/preferences.plist"
     settings.parent.mkdir(parents=True, exist_ok=True)
-    settings.write_bytes(plistlib.dumps({"onboardingShown": True, "launchAtLogin": False, "shelfCapacity": FILES}))
+    # The daily search for a newer version would fall into the idle minute.
+    quiet = {"onboardingShown": True, "launchAtLogin": False, "SUEnableAutomaticChecks": False}
+    settings.write_bytes(plistlib.dumps(quiet | {"shelfCapacity": FILES}))
 
 
 def forget(desktop):

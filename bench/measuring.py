@@ -39,9 +39,14 @@ def memory(pid):
 
 
 def wake_ups(pid):
-    """How often any of its threads went to sleep of its own accord so far."""
-    return sum(int(re.search(r"^voluntary_ctxt_switches:\s+(\d+)", (task / "status").read_text(), re.M)[1])
-               for task in Path(f"/proc/{pid}/task").iterdir())
+    """How often each of its threads went to sleep of its own accord so far."""
+    counts = {}
+    for task in Path(f"/proc/{pid}/task").iterdir():
+        try:
+            counts[task.name] = int(re.search(r"^voluntary_ctxt_switches:\s+(\d+)", (task / "status").read_text(), re.M)[1])
+        except OSError:
+            pass  # it has ended
+    return counts
 
 
 def cpu_ticks(pid):
@@ -51,9 +56,12 @@ def cpu_ticks(pid):
 
 def idle(pid, seconds):
     """Wake-ups and milliseconds of processor time while nothing is done with the program for so long."""
-    before, ticks = wake_ups(pid), cpu_ticks(pid)
-    time.sleep(seconds)
-    return wake_ups(pid) - before, (cpu_ticks(pid) - ticks) * 10
+    before, ticks, end = wake_ups(pid), cpu_ticks(pid), time.monotonic() + seconds
+    latest = dict(before)
+    while time.monotonic() < end:
+        time.sleep(0.2)  # threads that end take their counts with them
+        latest |= wake_ups(pid)
+    return sum(latest.values()) - sum(before.values()), (cpu_ticks(pid) - ticks) * 10
 
 
 def wait_for_rest(pid):
@@ -77,7 +85,7 @@ class RunningShelf:
         self.bus = Gio.DBusConnection.new_for_address_sync(desktop.environment["DBUS_SESSION_BUS_ADDRESS"], flags, None, None)
 
     def call(self, method, *names):
-        arguments = GLib.Variant("(as)", names) if names else None
+        arguments = GLib.Variant("(as)", (names,)) if names else None
         answer = self.bus.call_sync(SERVICE, OBJECT, INTERFACE, method, arguments, None, Gio.DBusCallFlags.NONE, 60000, None)
         return answer.unpack()
 
