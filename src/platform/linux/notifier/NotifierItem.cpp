@@ -29,12 +29,19 @@ QDBusMessage busCall(const QString& method, const QString& name) {
 }  // namespace
 
 NotifierItem::NotifierItem(const QDBusConnection& bus, NotifierFace face,
-                           std::function<void(const QPoint&)> onActivate, std::function<void()> onSeen)
+                           std::function<void(const QPoint&)> onActivate, std::function<void(bool)> onSeen)
     : bus_(bus),
       service_(nextServiceName()),
       face_(std::move(face)),
       onActivate_(std::move(onActivate)),
       onSeen_(std::move(onSeen)) {
+    hosts_.setConnection(bus_);
+    hosts_.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
+    connect(&hosts_, &QDBusServiceWatcher::serviceUnregistered, this, [this](const QString& host) {
+        hosts_.removeWatchedService(host);
+        if (hosts_.watchedServices().isEmpty())
+            onSeen_(false);
+    });
     registerNotifierPixmaps();
     bus_.registerVirtualObject(notifierNames::itemPath, this);
     requestName();
@@ -103,13 +110,20 @@ QString NotifierItem::introspect(const QString& path) const {
 bool NotifierItem::handleMessage(const QDBusMessage& message, const QDBusConnection&) {
     if (message.interface() == notifierNames::properties) {
         bus_.send(answerAboutProperties(message));
-        onSeen_();
+        askedBy(message.service());
     } else if (message.interface() == notifierNames::item || message.interface().isEmpty()) {
         bus_.send(answer(message));
     } else {
         return false;
     }
     return true;
+}
+
+void NotifierItem::askedBy(const QString& host) {
+    if (hosts_.watchedServices().contains(host))
+        return;
+    hosts_.addWatchedService(host);
+    onSeen_(true);
 }
 
 QDBusMessage NotifierItem::answerAboutProperties(const QDBusMessage& question) const {

@@ -3,6 +3,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusServiceWatcher>
 #include <QDBusVirtualObject>
 #include <QImage>
 #include <QPoint>
@@ -22,9 +23,10 @@ struct NotifierFace {
 class NotifierItem : public QDBusVirtualObject {
 public:
     /// `onActivate` gets the place of the click in pixels, as the panel tells it; (0, 0) when it does not. `onSeen`
-    /// runs whenever somebody has asked for the face, as only those do who show it; it must not destroy this.
+    /// tells whether anybody is there who has asked for the face, as only those do who show it; it must not destroy
+    /// this.
     NotifierItem(const QDBusConnection& bus, NotifierFace face, std::function<void(const QPoint&)> onActivate,
-                 std::function<void()> onSeen);
+                 std::function<void(bool isSeen)> onSeen);
     ~NotifierItem() override;
 
     void setFace(NotifierFace face);
@@ -34,6 +36,7 @@ public:
 
 private:
     void requestName();
+    void askedBy(const QString& host);
     void announce(const char* signal) const;
     [[nodiscard]] QVariantMap properties() const;
     [[nodiscard]] QDBusMessage answerAboutProperties(const QDBusMessage& question) const;
@@ -43,7 +46,9 @@ private:
     const QString service_;
     NotifierFace face_;
     const std::function<void(const QPoint&)> onActivate_;
-    const std::function<void()> onSeen_;
+    const std::function<void(bool)> onSeen_;
+    /// Watches those who have asked for the face.
+    QDBusServiceWatcher hosts_;
 };
 
 }  // namespace stowpocket

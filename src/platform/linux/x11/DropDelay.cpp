@@ -22,7 +22,11 @@ DropDelay::DropDelay() {
 
 void DropDelay::begin() {
     // Of several filters the last one installed sees an event first, and Qt installs its own when the drag starts.
-    QTimer::singleShot(0, this, [this] { QCoreApplication::instance()->installEventFilter(this); });
+    isOn_ = true;
+    QTimer::singleShot(0, this, [this] {
+        if (isOn_)
+            QCoreApplication::instance()->installEventFilter(this);
+    });
 }
 
 void DropDelay::asked() {
@@ -31,6 +35,7 @@ void DropDelay::asked() {
 }
 
 void DropDelay::end() {
+    isOn_ = false;
     QCoreApplication::instance()->removeEventFilter(this);
     limit_.stop();
     release_.reset();

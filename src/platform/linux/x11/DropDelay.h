@@ -30,6 +30,7 @@ private:
     bool eventFilter(QObject* receiver, QEvent* event) override;
     void drop();
 
+    bool isOn_ = false;
     QTimer limit_;
     QPointer<QObject> receiver_;
     std::unique_ptr<QEvent> release_;

@@ -22,13 +22,13 @@ void IconPlacing::hostIs(bool isThere) {
     decide();
 }
 
-void IconPlacing::itemIsUnseen() {
+void IconPlacing::itemIsOffered() {
     if (item_ == Item::offered)
         item_ = Item::unseen;
 }
 
-void IconPlacing::itemIsSeen() {
-    item_ = Item::seen;
+void IconPlacing::itemIsSeen(bool isSeen) {
+    item_ = isSeen ? Item::seen : Item::unseen;
 }
 
 bool IconPlacing::isTrayPromising() const {

@@ -21,10 +21,10 @@ public:
     /// The tray was offered a window and has not taken it in for long.
     void trayIsSlow();
     void hostIs(bool isThere);
-    /// The icon was offered as an item for long, and nobody has asked for its picture.
-    void itemIsUnseen();
-    /// Some host has asked for the item's picture.
-    void itemIsSeen();
+    /// The icon was offered as an item for long; where nobody has asked for its picture by then, it is not seen.
+    void itemIsOffered();
+    /// A host has asked for the item's picture, or the last one that did has gone.
+    void itemIsSeen(bool isSeen);
     /// Whether the pocket stands all the time. Some watchers tell of hosts that show nothing.
     [[nodiscard]] bool wantsPocket() const {
         return place_ == Place::pocket || (place_ == Place::notifier && item_ == Item::unseen);

@@ -31,8 +31,8 @@ X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter pain
       dragWatch_(connection),
       completed_(
           button_->completed.connect([this] { managerAppeared(connection_.selectionOwner(X11Atom::trayOwner)); })),
-      itemSeen_(button_->itemSeen.connect([this] {
-          placing_.itemIsSeen();
+      itemSeen_(button_->itemSeen.connect([this](bool isSeen) {
+          placing_.itemIsSeen(isSeen);
           place();
       })),
       dragBegan_(dragWatch_.began.connect([this] { button_->dragBegan(); })),
@@ -174,7 +174,7 @@ void X11StatusItem::place() {
     button_->setPlace(placing_);
     if (isItem_ && !wasItem)
         QTimer::singleShot(answeringTime, &context_, [this] {
-            placing_.itemIsUnseen();
+            placing_.itemIsOffered();
             place();
         });
     if (placing_.place() != IconPlacing::Place::undecided)

@@ -137,7 +137,7 @@ void X11StatusItemButton::setPlace(const IconPlacing& placing) {
     else if (!notifier_)
         notifier_ = std::make_unique<NotifierItem>(
             QDBusConnection::sessionBus(), notifierFace(), [this](const QPoint& pixels) { activated(pixels); },
-            [this] { itemSeen.emit(); });
+            [this](bool isSeen) { itemSeen.emit(isSeen); });
 }
 
 void X11StatusItemButton::dragBegan() {

@@ -38,8 +38,8 @@ public:
     /// The docked icon stands in that window of a bar, which has another place, size, direction or colour now.
     void barChanged(xcb_window_t bar);
 
-    /// Emitted when some host has asked for what the item shows.
-    Signal<> itemSeen;
+    /// Emitted when a host has asked for what the item shows, and with false when no such host is left.
+    Signal<bool> itemSeen;
 
     /// Where else than in the tray, or nowhere else.
     void setPlace(const IconPlacing& placing);
