@@ -14,7 +14,7 @@ from measuring import PROJECT, build_folder, idle, memory, start_time, wait_for_
 from private_desktop import PrivateDesktop
 from x_display import wait_for
 
-ROUNDS, IDLE_SECONDS = 3, 30
+ROUNDS, IDLE_SECONDS = 3, 20
 # The command, and the settings without which it asks something at its first start or shows no icon.
 PEERS = {
     "parcellite": (["parcellite"], {}),
@@ -72,7 +72,9 @@ def main():
     build = build_folder()
     ours = {"onboardingShown": True, "launchAtLogin": False}
     programs = {"stowpocket": ([str(build / "src/stowpocket")], {"stowpocket/preferences.plist": plistlib.dumps(ours)})}
-    programs |= {name: peer for name, peer in PEERS.items() if shutil.which(peer[0][0])}
+    for name, (command, settings) in PEERS.items():
+        if found := shutil.which(command[0]):
+            programs[name] = ([found, *command[1:]], settings)
     rounds = {name: [] for name in programs}
     for _ in range(ROUNDS):
         for name, (command, settings) in programs.items():
