@@ -2,6 +2,7 @@
 #include "platform/linux/x11/X11IncomingDrops.h"
 
 #include "foundation/BundleIdentifier.h"
+#include "platform/linux/storage/DurableFile.h"
 #include "platform/linux/storage/FileDescriptor.h"
 
 #include <QCoreApplication>
@@ -30,16 +31,6 @@ constexpr auto contentsLimit = 30s;
 constexpr std::size_t largestContents = 256u << 20;
 constexpr int mostReadings = 4;
 
-bool writeAll(int file, std::span<const std::byte> bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(file, bytes.data(), bytes.size());
-        if (written < 0)
-            return false;
-        bytes = bytes.subspan(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
 class SelectionDragData : public DragData {
 public:
     SelectionDragData(XcbSession& session, xcb_timestamp_t dropTime, std::chrono::milliseconds listLimit)
@@ -65,7 +56,8 @@ public:
             reader_.read(std::string(format), dropTime_,
                          {std::chrono::steady_clock::now() + contentsLimit, contentsSilence}, [&](auto part) {
                              size += part.size();
-                             return size <= largestContents && writeAll(file.get(), part);
+                             const std::string_view bytes(reinterpret_cast<const char*>(part.data()), part.size());
+                             return size <= largestContents && !writeAll(file.get(), bytes);
                          });
         return !answer.failure && answer.format == 8 && size > 0;
     }
