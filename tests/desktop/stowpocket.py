@@ -10,6 +10,7 @@ from x_display import wait_for
 
 PROJECT = Path(__file__).resolve().parents[2]
 STATUS_ITEM, POCKET = "stowpocket status item", "stowpocket pocket"
+PAINTED = 60
 PROGRAM = os.environ.get("STOWPOCKET", PROJECT / "build/dev/src/stowpocket")
 
 
@@ -26,6 +27,9 @@ class Stowpocket:
     def start(self, *files):
         self.process = self.desktop.start(self.program, *map(str, files))
         self.icon()
+        if self.icon_window == STATUS_ITEM:
+            # Trays map the window before the program has come to show it, and clicks are lost until then.
+            wait_for(lambda: self.x.contrast(self.x.rect(self.x.find(STATUS_ITEM) or self.x.root.value)) > PAINTED, "the icon to be painted")
 
     def end(self, how=signal.SIGTERM):
         return self.desktop.end(self.process, how)
