@@ -42,10 +42,10 @@ class FakeData : public DragData {
 public:
     explicit FakeData(Contents contents) : contents_(std::move(contents)) {}
     [[nodiscard]] List list(std::string_view format) override { return {failure, bytesOf(format)}; }
-    [[nodiscard]] bool write(std::string_view format, const QString& path) override {
+    [[nodiscard]] std::optional<SelectionFailure> write(std::string_view format, const QString& path) override {
         const std::string& bytes = bytesOf(format);
         std::ofstream(path.toStdString()) << bytes;
-        return !bytes.empty();
+        return bytes.empty() ? std::optional(SelectionFailure::refused) : failure;
     }
     [[nodiscard]] DropReading read() {
         std::vector<std::string> formats;
@@ -128,6 +128,10 @@ TEST(DropData, readsOnlyWhatTheShelfTakesIn) {
         text.failure = failure;
         EXPECT_FALSE(text.read().contents);
     }
+    FakeData silent({{"image/png", "p"}, {"image/jpeg", "j"}, {"text/plain", "t"}});
+    silent.failure = SelectionFailure::late;
+    EXPECT_FALSE(silent.read().contents);
+    EXPECT_EQ(silent.asked, "image/png;") << "each more question would cost the same wait";
 }
 
 TEST(DropData, keepsContentsAsATemporaryFileWhileTheyAreWanted) {

@@ -42,7 +42,7 @@ private:
 
 class IncomingDropsTest : public testing::Test {
 protected:
-    IncomingDropsTest() {
+    explicit IncomingDropsTest(const DropPatience& patience = {}) : drops(*connection, dispatch, saves, patience) {
         place.show();
         EXPECT_TRUE(comesTrue([this] { return connection->geometryOnRoot(window()).has_value(); }));
     }
@@ -60,8 +60,19 @@ protected:
     std::unique_ptr<X11Connection> connection = X11Connection::ofApplication();
     QtDispatch dispatch;
     X11DirectSaves saves{*connection, dispatch};
-    X11IncomingDrops drops{*connection, dispatch, saves, 100ms};
+    X11IncomingDrops drops;
     Place place{drops};
+};
+
+/// Gives up whoever is silent at once, but nobody for taking long.
+class HastyDropsTest : public IncomingDropsTest {
+protected:
+    HastyDropsTest() : IncomingDropsTest({.silence = 100ms, .list = 1h, .contents = 1h}) {}
+};
+
+class HastyListsTest : public IncomingDropsTest {
+protected:
+    HastyListsTest() : IncomingDropsTest({.silence = 1h, .list = 1ms, .contents = 1h}) {}
 };
 
 TEST_F(IncomingDropsTest, bringTheFilesOfEverySourceThatHandsThemOver) {
@@ -73,17 +84,23 @@ TEST_F(IncomingDropsTest, bringTheFilesOfEverySourceThatHandsThemOver) {
     }
 }
 
-TEST_F(IncomingDropsTest, waitForNoSourceAndTakeNothingFromABadOne) {
+TEST_F(HastyDropsTest, waitForNoSourceAndTakeNothingFromABadOne) {
     const std::string long_(2'000'000, 'x');
-    const std::vector<std::pair<std::string, Manner>> cases{{"file:///a", Manner::silent},
-                                                            {long_, Manner::stopsInTheMiddle},
-                                                            {"file:///a\n" + long_, Manner::inPieces},
-                                                            {"", Manner::wrongUnits},
-                                                            {"", Manner::inPieces},
-                                                            {"", Manner::atOnce}};
-    for (const auto& [bytes, manner] : cases) {
+    struct Case {
+        std::string format, bytes;
+        Manner manner;
+    };
+    const std::vector<Case> cases{{uriList, "file:///a", Manner::silent},
+                                  {uriList, long_, Manner::stopsInTheMiddle},
+                                  {uriList, "file:///a\n" + long_, Manner::inPieces},
+                                  {uriList, "", Manner::wrongUnits},
+                                  {uriList, "", Manner::inPieces},
+                                  {uriList, "", Manner::atOnce},
+                                  {"image/png", long_, Manner::silent},
+                                  {"image/png", long_, Manner::stopsInTheMiddle}};
+    for (const auto& [format, bytes, manner] : cases) {
         FakeDragSource source;
-        source.offer(uriList, bytes, manner);
+        source.offer(format, bytes, manner);
         EXPECT_FALSE(drop(source)) << static_cast<int>(manner);
         EXPECT_TRUE(place.taken.empty());
     }
@@ -95,6 +112,14 @@ TEST_F(IncomingDropsTest, waitForNoSourceAndTakeNothingFromABadOne) {
     FakeDragSource sound;
     sound.offer(uriList, "file:///a");
     EXPECT_TRUE(drop(sound));
+}
+
+TEST_F(HastyListsTest, waitLongerForContentsThanForAList) {
+    for (const auto& [format, isTaken] : {std::pair(uriList, false), {std::string("image/png"), true}}) {
+        FakeDragSource source;
+        source.offer(format, "file:///a\n" + std::string(500'000, 'x'), Manner::inPieces);
+        EXPECT_EQ(drop(source), isTaken) << format;
+    }
 }
 
 TEST_F(IncomingDropsTest, bringAPictureAsAFileAndNotItsAddress) {

@@ -21,14 +21,25 @@ bool namesFiles(const std::string& list) {
     return !filesOfUriList(list, QSysInfo::machineHostName().toStdString()).empty();
 }
 
-std::optional<DroppedContents> firstOf(std::span<const ContentsKind> kinds, DragData& data,
-                                       const std::vector<std::string>& formats) {
-    for (const ContentsKind& kind : kinds) {
-        const std::string_view format(kind.format.data(), static_cast<std::size_t>(kind.format.size()));
-        if (!offers(formats, format))
-            continue;
-        if (DroppedContents contents(kind); data.write(format, contents.path()))
-            return contents;
+std::vector<std::span<const ContentsKind>> wantedKinds(const std::vector<std::string>& formats) {
+    if (offers(formats, X11DirectSaves::format))
+        return {pictureKinds()};
+    return {pictureKinds(), textKinds()};
+}
+
+std::optional<DroppedContents> contentsOf(DragData& data, const std::vector<std::string>& formats) {
+    for (const std::span<const ContentsKind> kinds : wantedKinds(formats)) {
+        for (const ContentsKind& kind : kinds) {
+            const std::string_view format(kind.format.data(), static_cast<std::size_t>(kind.format.size()));
+            if (!offers(formats, format))
+                continue;
+            DroppedContents contents(kind);
+            const std::optional<SelectionFailure> failure = data.write(format, contents.path());
+            if (!failure)
+                return contents;
+            if (failure == SelectionFailure::late)
+                return std::nullopt;
+        }
     }
     return std::nullopt;
 }
@@ -47,9 +58,7 @@ DropReading readDrop(DragData& data, const std::vector<std::string>& formats) {
             return reading;
         }
     }
-    reading.contents = firstOf(pictureKinds(), data, formats);
-    if (!reading.contents && !offers(formats, X11DirectSaves::format))
-        reading.contents = firstOf(textKinds(), data, formats);
+    reading.contents = contentsOf(data, formats);
     return reading;
 }
 

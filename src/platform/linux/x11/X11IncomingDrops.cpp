@@ -13,8 +13,6 @@
 namespace stowpocket {
 namespace {
 
-using namespace std::chrono_literals;
-
 constexpr std::uint8_t sentEventBit = 0x80;
 /// Where the fields of the messages are (XDND 5).
 constexpr std::size_t sourceField = 0;
@@ -25,47 +23,45 @@ constexpr std::uint32_t hasTypeListFlag = 1;
 
 constexpr std::size_t longestTypeList = 4096;
 constexpr std::size_t longestList = 1u << 20;
-/// Sources may have to encode a picture first.
-constexpr auto contentsSilence = 5s;
-constexpr auto contentsLimit = 30s;
 constexpr std::size_t largestContents = 256u << 20;
 constexpr int mostReadings = 4;
 
 class SelectionDragData : public DragData {
 public:
-    SelectionDragData(XcbSession& session, xcb_timestamp_t dropTime, std::chrono::milliseconds listLimit)
-        : reader_(session, "XdndSelection"), dropTime_(dropTime), listLimit_(listLimit) {}
+    SelectionDragData(XcbSession& session, xcb_timestamp_t dropTime, const DropPatience& patience)
+        : reader_(session, "XdndSelection"), dropTime_(dropTime), patience_(patience) {}
 
     [[nodiscard]] List list(std::string_view format) override {
         std::vector<std::byte> bytes;
-        const auto answer = reader_.read(std::string(format), dropTime_,
-                                         {std::chrono::steady_clock::now() + listLimit_}, longestList, bytes);
+        const auto answer = reader_.read(std::string(format), dropTime_, {start_ + patience_.list, patience_.silence},
+                                         longestList, bytes);
         const auto* const text = reinterpret_cast<const char*>(bytes.data());
         if (answer.failure || answer.format != 8)
             return {answer.failure.value_or(SelectionFailure::refused), {}};
         return {std::nullopt, {text, bytes.size()}};
     }
 
-    [[nodiscard]] bool write(std::string_view format, const QString& path) override {
+    [[nodiscard]] std::optional<SelectionFailure> write(std::string_view format, const QString& path) override {
         const FileDescriptor file(
             ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
         if (!file.isOpen())
-            return false;
+            return SelectionFailure::refused;
         std::size_t size = 0;
-        const auto answer =
-            reader_.read(std::string(format), dropTime_,
-                         {std::chrono::steady_clock::now() + contentsLimit, contentsSilence}, [&](auto part) {
-                             size += part.size();
-                             const std::string_view bytes(reinterpret_cast<const char*>(part.data()), part.size());
-                             return size <= largestContents && !writeAll(file.get(), bytes);
-                         });
-        return !answer.failure && answer.format == 8 && size > 0;
+        const auto answer = reader_.read(
+            std::string(format), dropTime_, {start_ + patience_.contents, patience_.silence}, [&](auto part) {
+                size += part.size();
+                const std::string_view bytes(reinterpret_cast<const char*>(part.data()), part.size());
+                return size <= largestContents && !writeAll(file.get(), bytes);
+            });
+        const bool isUsable = answer.format == 8 && size > 0;
+        return answer.failure || isUsable ? answer.failure : SelectionFailure::refused;
     }
 
 private:
     SelectionReader reader_;
     const xcb_timestamp_t dropTime_;
-    const std::chrono::milliseconds listLimit_;
+    const DropPatience patience_;
+    const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
 /// Three types stand in the message itself; where there are more, all are on the source's window.
@@ -80,10 +76,10 @@ std::vector<std::string> formatsOf(XcbSession& session, const xcb_client_message
 
 /// Any thread, which waits for the source.
 DropReading readingOf(const xcb_client_message_event_t& drop, const xcb_client_message_event_t& entered,
-                      std::chrono::milliseconds listLimit) {
+                      const DropPatience& patience) {
     DropReading reading;
     if (const auto session = XcbSession::open()) {
-        SelectionDragData data(*session, drop.data.data32[dropTimeField], listLimit);
+        SelectionDragData data(*session, drop.data.data32[dropTimeField], patience);
         reading = readDrop(data, formatsOf(*session, entered));
     }
     return reading;
@@ -92,8 +88,8 @@ DropReading readingOf(const xcb_client_message_event_t& drop, const xcb_client_m
 }  // namespace
 
 X11IncomingDrops::X11IncomingDrops(const X11Connection& connection, Dispatch& dispatch, X11DirectSaves& saves,
-                                   std::chrono::milliseconds listLimit)
-    : connection_(connection), dispatch_(dispatch), saves_(saves), listLimit_(listLimit) {
+                                   const DropPatience& patience)
+    : connection_(connection), dispatch_(dispatch), saves_(saves), patience_(patience) {
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
@@ -143,8 +139,8 @@ void X11IncomingDrops::read(const xcb_client_message_event_t& drop) {
     state_ = State::reading;
     ++readings_;
     auto work = [&dispatch = dispatch_, self = std::weak_ptr(self_), entered = entered_, drop, number = number_,
-                 limit = listLimit_] {
-        auto reading = std::make_shared<const DropReading>(readingOf(drop, entered, limit));
+                 patience = patience_] {
+        auto reading = std::make_shared<const DropReading>(readingOf(drop, entered, patience));
         dispatch.async([self, drop, number, reading = std::move(reading)] {
             if (const auto drops = self.lock())
                 (*drops)->finished(drop, number, *reading);

@@ -15,11 +15,9 @@ namespace stowpocket {
 /// the source that the drop is over.
 class X11IncomingDrops : public IncomingDrops, private QAbstractNativeEventFilter {
 public:
-    static constexpr std::chrono::milliseconds usualListLimit = std::chrono::seconds(2);
-
-    /// All outlive it. `listLimit` is how long a source has for its list of files.
+    /// All outlive it.
     X11IncomingDrops(const X11Connection& connection, Dispatch& dispatch, X11DirectSaves& saves,
-                     std::chrono::milliseconds listLimit = usualListLimit);
+                     const DropPatience& patience = {});
 
     [[nodiscard]] const ReceivedDrop& received() const override { return received_; }
     [[nodiscard]] bool promisesFiles(const QMimeData& data) const override;
@@ -44,7 +42,7 @@ private:
     const X11Connection& connection_;
     Dispatch& dispatch_;
     X11DirectSaves& saves_;
-    const std::chrono::milliseconds listLimit_;
+    const DropPatience patience_;
     xcb_client_message_event_t entered_{};
     State state_ = State::idle;
     /// Of the drag; what was read for another comes too late.
