@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+#include "linux/drags/FakeDragSource.h"
+#include "platform/linux/x11/X11DirectSaves.h"
+#include "platform/qt/QtDispatch.h"
+#include "support/ComesTrue.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <future>
+
+namespace stowpocket {
+namespace {
+
+using namespace std::chrono_literals;
+namespace fs = std::filesystem;
+
+class DirectSaves : public testing::Test {
+protected:
+    DirectSaves() { source.propose("../../a\xFF\n"); }
+
+    template <class Condition>
+    bool waitFor(Condition condition) {
+        return comesTrue([this] { source.work(); }, condition);
+    }
+    void receive(X11DirectSaves& from) {
+        from.receiver()->receivePromisedFiles(
+            spool, [this](const std::optional<FileURL>& file) { answers.push_back(file); });
+    }
+    /// What a source does that was given this URL.
+    static void write(const std::string& url) {
+        const auto file = FileURL::parse(url, QSysInfo::machineHostName().toStdString());
+        ASSERT_TRUE(file) << url;
+        std::ofstream(file->path()) << "promised";
+    }
+    [[nodiscard]] bool isSpoolEmpty() const { return fs::is_empty(spool.path()); }
+
+    std::unique_ptr<X11Connection> connection = X11Connection::ofApplication();
+    QtDispatch dispatch;
+    FakeDragSource source;
+    QTemporaryDir folder;
+    FileURL spool = *FileURL::fromPath(folder.path().toStdString());
+    std::vector<std::optional<FileURL>> answers;
+    X11DirectSaves saves{*connection, dispatch};
+};
+
+TEST_F(DirectSaves, deliversEveryFileThatArrivedBelowTheSpoolFolder) {
+    source.replyWith("S", [](const std::string& url) {
+        write(url);
+        write(url.substr(0, url.rfind('/')) + "/second");
+    });
+    receive(saves);
+    ASSERT_TRUE(waitFor([this] { return answers.size() == 2; }));
+    ASSERT_TRUE(answers[0] && answers[1]);
+    EXPECT_EQ(answers[0]->lastPathComponent(), "a\xFF\n");
+    EXPECT_EQ(answers[1]->lastPathComponent(), "second");
+    EXPECT_EQ(answers[0]->parent().parent(), spool);
+    EXPECT_TRUE(fs::exists(answers[0]->path()));
+}
+
+TEST_F(DirectSaves, failsOnceWhenTheSourceSaysSoOrWritesNothing) {
+    for (const std::string reply : {"F", "E", "S"}) {
+        answers.clear();
+        source.replyWith(reply);
+        receive(saves);
+        ASSERT_TRUE(waitFor([this] { return !answers.empty(); })) << reply;
+        EXPECT_EQ(answers, std::vector<std::optional<FileURL>>{std::nullopt});
+        EXPECT_TRUE(isSpoolEmpty());
+    }
+}
+
+TEST_F(DirectSaves, waitsForTheContentOfAFileThatIsEmptyAtFirst) {
+    std::ofstream file;
+    source.replyWith("S", [&](const std::string& url) {
+        file.open(FileURL::parse(url, QSysInfo::machineHostName().toStdString())->path());
+    });
+    receive(saves);
+    ASSERT_TRUE(waitFor([&] { return file.is_open(); }));
+    source.replyWith("S", write);
+    receive(saves);
+    ASSERT_TRUE(waitFor([this] { return !answers.empty(); }));
+    file << "half" << std::flush;
+    source.vanish();
+    receive(saves);
+    EXPECT_EQ(answers.size(), 2U) << "the second one and the last, which fails at once";
+    file << " and half" << std::flush;
+    file.close();
+    ASSERT_TRUE(waitFor([this] { return answers.size() == 3; }));
+    ASSERT_TRUE(answers.back());
+    EXPECT_EQ(fs::file_size(answers.back()->path()), 13U);
+}
+
+TEST_F(DirectSaves, givesUpASourceThatIsSilent) {
+    X11DirectSaves impatient(*connection, dispatch, 10ms);
+    int writes = 0;
+    source.replyWith("", [&](const std::string& url) {
+        write(url);
+        ++writes;
+    });
+    receive(impatient);
+    ASSERT_TRUE(waitFor([this] { return !answers.empty(); }));
+    EXPECT_EQ(answers, std::vector<std::optional<FileURL>>{std::nullopt});
+    EXPECT_EQ(writes, 1);
+}
+
+TEST_F(DirectSaves, givesUpASourceThatVanishes) {
+    receive(saves);
+    receive(saves);
+    ASSERT_TRUE(waitFor([this] { return source.wasSaveWanted(); }));
+    source.vanish();
+    ASSERT_TRUE(waitFor([this] { return answers.size() == 2; }));
+    receive(saves);
+    EXPECT_EQ(answers, std::vector<std::optional<FileURL>>(3)) << "at once where there is no source";
+    EXPECT_TRUE(isSpoolEmpty());
+}
+
+TEST_F(DirectSaves, answersWhatIsStillOnItsWayWhenItEnds) {
+    {
+        X11DirectSaves ending(*connection, dispatch);
+        receive(ending);
+        receive(ending);
+    }
+    EXPECT_EQ(answers, std::vector<std::optional<FileURL>>(2));
+}
+
+TEST_F(DirectSaves, areOneFileOrOneFolderOfADrop) {
+    for (const bool isAlone : {true, false}) {
+        source.replyWith("S", [isAlone](const std::string& url) {
+            write(url);
+            if (!isAlone)
+                write(url + "2");
+        });
+        const std::shared_ptr<ItemProvider> provider = saves.itemProvider();
+        EXPECT_FALSE(provider->hasItemConformingTo(uniformType::fileURL));
+        std::promise<std::string> seen;
+        auto file = seen.get_future();
+        std::optional<FileURL> thing;
+        provider->loadFileRepresentation(provider->registeredTypeIdentifiers().front(), [&](const auto& written) {
+            thing = written;
+            seen.set_value(written && fs::exists(written->path()) ? "there" : "not there");
+        });
+        ASSERT_TRUE(waitFor([&] { return file.wait_for(0s) == std::future_status::ready; }));
+        EXPECT_EQ(file.get(), "there");
+        EXPECT_EQ(thing->lastPathComponent().starts_with("Files "), !isAlone);
+        EXPECT_TRUE(waitFor([&] { return !fs::exists(thing->path()); }));
+    }
+}
+
+}  // namespace
+}  // namespace stowpocket

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/storage/MountTable.h"
+
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <sched.h>
+#include <sys/mount.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace stowpocket {
+namespace {
+
+TEST(MountTable, readsTheKernelsForm) {
+    const std::pair<std::string, Mounts> table[] = {
+        {"36 35 98:0 / /mnt rw,noatime master:1 - ext3 /dev/root rw\n", {{36, "/mnt", "ext3"}}},
+        {"9 1 0:1 / /b rw shared:1 master:2 - nfs4 s o\n8 1 0:1 / /a rw - t s o",
+         {{9, "/b", "nfs4"}, {8, "/a", "t"}}},
+        {R"(1 1 0:1 / /a\040b\011\012\134\0401 rw - t s o)", {{1, "/a b\t\n\\ 1", "t"}}},
+        {R"(1 1 0:1 / /a\04 rw - t s o)", {{1, "/a\\04", "t"}}},
+        {R"(1 1 0:1 / /a\999\777\-01\ rw - t s o)", {{1, R"(/a\999\777\-01\)", "t"}}},
+        {"1 1 0:1 / /n\xFF rw - t s o", {{1, "/n\xFF", "t"}}},
+        {"18446744073709551615 1 0:1 / / rw - t", {{std::numeric_limits<std::uint64_t>::max(), "/", "t"}}},
+        {"18446744073709551616 1 0:1 / / rw - t", {}},
+        {"x1 1 0:1 / /a rw - t\n1x 1 0:1 / /a rw - t\n-1 1 0:1 / /a rw - t\n 1 1 0:1 / /a rw - t", {}},
+        {"1 1 0:1 / relative rw - t\n1 1 0:1 / /cut rw\n1 1 0:1 /\n1\n\n\n   ", {}},
+        {"", {}},
+    };
+    for (const auto& [text, mounts] : table)
+        EXPECT_EQ(parseMounts(text), mounts) << text;
+}
+
+TEST(MountTable, knowsWhatMayHang) {
+    for (const char* type : {"nfs", "nfs4", "cifs", "fuse", "fuse.sshfs", "autofs", "smbfs"})
+        EXPECT_TRUE(mayHang(type)) << type;
+    for (const char* type : {"ext4", "tmpfs", "fuseblk", "overlay", "vfat", ""})
+        EXPECT_FALSE(mayHang(type)) << type;
+}
+
+TEST(MountTable, findsTheHangingMountBehindLinks) {
+    const TemporaryFolder folder;
+    const Mounts mounts = {{1, "/", "ext4"}, {2, folder.path("net/dead"), "fuse.sshfs"}};
+    folder.write("plain/file");
+    std::filesystem::create_directories(folder.path("net/deader"));
+    std::filesystem::create_directory_symlink("../net/dead/inside", folder.path("plain/relative"));
+    std::filesystem::create_directory_symlink(folder.path("plain/relative"), folder.path("absolute"));
+    std::filesystem::create_symlink("loop", folder.path("loop"));
+    for (const std::string name : {"net/dead", "net/dead/x/y", "plain/relative/x", "absolute/x", "plain/../net/dead"})
+        EXPECT_EQ(hangingMountOn(mounts, folder.path(name)), folder.path("net/dead")) << name;
+    for (const std::string name :
+         {"net", "net/deader", "plain/file", "absent/x", "loop/x", "plain/relative/../../.."})
+        EXPECT_EQ(hangingMountOn(mounts, folder.path(name)).has_value(), name.ends_with("..")) << name;
+    const Mounts covered = {mounts[1], {3, mounts[1].point, "ext4"}};
+    EXPECT_EQ(hangingMountOn(covered, folder.path("net/dead/x")), std::nullopt);
+}
+
+bool hasMount(MountTable& table, const std::string& point) {
+    return std::ranges::count(*table.mounts(), point, &Mount::point) == 1;
+}
+
+TEST(MountTable, noticesChanges) {
+    const TemporaryFolder folder;
+    const std::string& point = folder.path();
+    // In a mount table of this process alone.
+    if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
+        GTEST_SKIP() << "this machine does not let the test mount a file system of its own";
+    MountTable table;
+    EXPECT_FALSE(hasMount(table, point));
+    ASSERT_EQ(::mount("none", point.c_str(), "tmpfs", 0, nullptr), 0);
+    EXPECT_TRUE(hasMount(table, point));
+    ASSERT_EQ(::umount(point.c_str()), 0);
+    EXPECT_FALSE(hasMount(table, point));
+}
+
+}  // namespace
+}  // namespace stowpocket

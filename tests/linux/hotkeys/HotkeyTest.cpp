@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/input/X11HotkeyService.h"
+#include "platform/qt/QtDispatch.h"
+#include "support/DisplayHand.h"
+
+#include <QGuiApplication>
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace stowpocket {
+namespace {
+
+constexpr std::uint32_t optionShift = carbonModifier::optionKey | carbonModifier::shiftKey;
+constexpr std::uint32_t virtualS = 1;
+constexpr std::uint32_t virtualD = 2;
+
+xcb_connection_t* connectionOfQt() {
+    return qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+}
+
+class HotkeyTest : public testing::Test {
+protected:
+    HotkeyTest() {
+        service.installEventHandler([this](const HotkeyIdentifier* pressed) {
+            ++presses[pressed->id];
+            return 0;
+        });
+        EXPECT_NE(hand.openForeignWindow(), 0u);
+    }
+    ~HotkeyTest() override {
+        hand.up(key::s);
+        EXPECT_TRUE(run("setxkbmap us"));
+    }
+
+    void pressS() { hand.press({key::alt, key::shift, key::s}); }
+    /// Presses a hotkey that is surely registered: all earlier presses have been delivered when it is.
+    [[nodiscard]] bool pressDAndWait() {
+        const int before = presses[2];
+        hand.press({key::alt, key::shift, key::d});
+        return comesTrue([&] { return presses[2] == before + 1; });
+    }
+
+    DisplayHand hand;
+    QtDispatch dispatch;
+    X11HotkeyService service{connectionOfQt(), dispatch};
+    std::map<std::uint32_t, int> presses;
+};
+
+TEST_F(HotkeyTest, stopsWhenTheRegistrationGoes) {
+    auto shelf = service.registerHotkey(virtualS, optionShift, {0, 1});
+    const auto drop = service.registerHotkey(virtualD, optionShift, {0, 2});
+    hand.press({key::control, key::alt, key::shift, key::s});
+    hand.press({key::alt, key::s});
+    shelf.reset();
+    pressS();
+    ASSERT_TRUE(pressDAndWait());
+    EXPECT_EQ(presses[1], 0) << "other modifiers are other combinations";
+    shelf = service.registerHotkey(virtualS, optionShift, {0, 3});
+    pressS();
+    EXPECT_TRUE(comesTrue([&] { return presses[3] == 1; }));
+}
+
+TEST_F(HotkeyTest, equalOnesShareTheirKeysUntilOneMovesAway) {
+    auto shelf = service.registerHotkey(virtualS, optionShift, {0, 1});
+    auto drop = service.registerHotkey(virtualS, optionShift, {0, 3});
+    pressS();
+    EXPECT_TRUE(comesTrue([&] { return presses[3] == 1; })) << "the later one";
+    drop.reset();
+    drop = service.registerHotkey(virtualD, optionShift, {0, 2});
+    pressS();
+    ASSERT_TRUE(pressDAndWait());
+    EXPECT_EQ(presses[1], 1) << "the other one moved away";
+    // The two change places: the first takes keys that the second still has.
+    shelf.reset();
+    shelf = service.registerHotkey(virtualD, optionShift, {0, 2});
+    drop.reset();
+    drop = service.registerHotkey(virtualS, optionShift, {0, 1});
+    pressS();
+    ASSERT_TRUE(pressDAndWait());
+    EXPECT_EQ(presses[1], 2);
+}
+
+TEST_F(HotkeyTest, heldKeyFiresOnce) {
+    class RepeatCounter : public QAbstractNativeEventFilter {
+    public:
+        RepeatCounter() { QCoreApplication::instance()->installNativeEventFilter(this); }
+        bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override {
+            const auto& event = *static_cast<const xcb_key_press_event_t*>(message);
+            count += (event.response_type & 0x7F) == XCB_KEY_PRESS && event.detail == key::s ? 1 : 0;
+            return false;
+        }
+        int count = 0;
+    } repeats;
+    const auto shelf = service.registerHotkey(virtualS, optionShift, {0, 1});
+    for (const std::uint8_t key : {key::alt, key::shift, key::s})
+        hand.down(key);
+    EXPECT_TRUE(comesTrue([&] { return repeats.count >= 3; }));
+    EXPECT_EQ(presses[1], 1);
+    for (const std::uint8_t key : {key::s, key::shift, key::alt})
+        hand.up(key);
+    const xcb_timestamp_t released = hand.session().serverTime();
+    EXPECT_TRUE(comesTrue([&] { return hand.session().serverTime() != released; })) << "a release takes a moment";
+    pressS();
+    EXPECT_TRUE(comesTrue([&] { return presses[1] == 2; }));
+}
+
+TEST_F(HotkeyTest, survivesACombinationThatAnotherProgramHolds) {
+    xcb_connection_t* const other = hand.session().raw();
+    const std::uint16_t withCapsLock = XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK;
+    xcb_grab_key(other, 0, hand.session().root(), withCapsLock, key::s, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    hand.sync();
+    const auto drop = service.registerHotkey(virtualD, optionShift, {0, 2});
+    EXPECT_FALSE(service.registerHotkey(virtualS, optionShift, {0, 1}));
+    pressS();
+    ASSERT_TRUE(pressDAndWait());
+    EXPECT_EQ(presses[1], 0);
+    const std::uint16_t withoutLocks = XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT;
+    const XcbAnswer<xcb_generic_error_t> error(
+        xcb_request_check(other, xcb_grab_key_checked(other, 0, hand.session().root(), withoutLocks, key::s,
+                                                      XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC)));
+    EXPECT_FALSE(error) << "nothing is half registered";
+    xcb_ungrab_key(other, key::s, hand.session().root(), withoutLocks);
+    xcb_ungrab_key(other, key::s, hand.session().root(), withCapsLock);
+    hand.sync();
+    EXPECT_TRUE(service.registerHotkey(virtualS, optionShift, {0, 1}));
+    EXPECT_FALSE(service.registerHotkey(52, optionShift, {0, 1})) << "no such key";
+}
+
+TEST_F(HotkeyTest, staysOnItsKeyWhenTheKeyboardMapChanges) {
+    const auto shelf = service.registerHotkey(virtualS, optionShift, {0, 1});
+    const auto drop = service.registerHotkey(virtualD, optionShift, {0, 2});
+    const auto firesAgain = [this] {
+        const int before = presses[1];
+        const bool fired = comesTrue([&] {
+            pressS();
+            return presses[1] > before;
+        });
+        return fired && pressDAndWait();  // no press is left for the next look
+    };
+    EXPECT_TRUE(run("setxkbmap us -variant dvorak"));
+    EXPECT_TRUE(firesAgain());
+    EXPECT_TRUE(run("setxkbmap -layout us,ru -option grp:caps_toggle"));
+    hand.press({key::capsLock});
+    EXPECT_TRUE(firesAgain()) << "in the second group";
+    EXPECT_TRUE(run("setxkbmap us -option \"\""));
+    EXPECT_TRUE(firesAgain());
+
+    // Num Lock becomes another modifier.
+    EXPECT_TRUE(run("xmodmap -e \"remove mod2 = Num_Lock\" -e \"add mod3 = Num_Lock\""));
+    hand.press({key::numLock});
+    EXPECT_EQ(hand.lockState(), XCB_MOD_MASK_3);
+    EXPECT_TRUE(firesAgain());
+    hand.press({key::numLock});
+}
+
+}  // namespace
+}  // namespace stowpocket

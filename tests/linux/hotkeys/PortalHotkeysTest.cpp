@@ -1,0 +1,288 @@
+// SPDX-License-Identifier: MIT
+#include "fakes/FakeInput.h"
+#include "platform/LayeredPreferenceStore.h"
+#include "platform/linux/portal/PortalHotkeyService.h"
+#include "platform/linux/portal/PortalNames.h"
+#include "platform/linux/portal/ShortcutTrigger.h"
+#include "support/FakePortal.h"
+#include "support/PrivateBus.h"
+
+#include <QCoreApplication>
+#include <QDBusObjectPath>
+
+#include <gtest/gtest.h>
+
+namespace stowpocket {
+namespace {
+
+using Calls = std::vector<std::string>;
+
+constexpr std::uint32_t optionShift = carbonModifier::optionKey | carbonModifier::shiftKey;
+const std::string greeting = "Register com.example.stowpocket";
+const std::string bothBound = "BindShortcuts drop ALT+SHIFT+d shelf ALT+SHIFT+s";
+
+class PortalHotkeysTest : public testing::Test {
+protected:
+    void start() {
+        auto grabs = std::make_unique<FakeHotkeyService>(log);
+        keyGrabs = grabs.get();
+        service = std::make_unique<PortalHotkeyService>(
+            bus.connection(QStringLiteral("client")), preferences,
+            [](const HotkeyIdentifier& hotkey) {
+                const QString id = hotkey.id == 1 ? QStringLiteral("shelf") : QStringLiteral("drop");
+                return PortalHotkeyService::Name{id, QStringLiteral("Does it")};
+            },
+            [kept = std::make_shared<std::unique_ptr<HotkeyService>>(std::move(grabs))] { return std::move(*kept); },
+            [this](const std::string& token) { presses += token + ':'; });
+        service->installEventHandler([this](const HotkeyIdentifier* hotkey) {
+            presses += std::to_string(hotkey->id);
+            return 0;
+        });
+    }
+    void startPortal() { portal = std::make_unique<FakePortal>(bus.connection(QStringLiteral("portal"))); }
+    void endPortal() {
+        portal.reset();
+        QDBusConnection::disconnectFromBus(QStringLiteral("portal"));
+    }
+    /// Drops the former registrations, as the manager of the hotkeys does.
+    void registerHotkeys(std::uint32_t shelfKey = 1) {
+        shelf.reset();
+        shelf = service->registerHotkey(shelfKey, optionShift, {0, 1});
+        drop.reset();
+        drop = service->registerHotkey(2, optionShift, {0, 2});
+    }
+    void restart() {
+        shelf.reset();
+        drop.reset();
+        service.reset();
+        start();
+        registerHotkeys();
+    }
+    void startBound() {
+        startPortal();
+        start();
+        registerHotkeys();
+        waitFor(HotkeySource::portal);
+    }
+    void waitFor(HotkeySource source) {
+        bus.waitUntil([&] { return service->source() == source; });
+    }
+    void waitForGrabs(std::size_t count) {
+        bus.waitUntil([&] { return keyGrabs->registered.size() == count; });
+    }
+    /// Until the portal has handled all that the service sends, and the service all of the answers: a session takes
+    /// two questions, and the answer to the second may end it.
+    void comeToRest() {
+        QDBusMessage question = QDBusMessage::createMethodCall(portalNames::service, portalNames::path,
+                                                               portalNames::properties, QStringLiteral("Get"));
+        question << portalNames::shortcuts << QStringLiteral("version");
+        for (int round = 0; round < 6; ++round) {
+            QCoreApplication::processEvents();
+            static_cast<void>(bus.call(QDBusConnection(QStringLiteral("client")), question));
+        }
+    }
+    Calls takeCalls() { return std::exchange(portal->calls, {}); }
+
+    PrivateBus bus;
+    CallLog log;
+    LayeredPreferenceStore preferences;
+    std::unique_ptr<FakePortal> portal;
+    FakeHotkeyService* keyGrabs = nullptr;
+    std::string presses;
+    std::unique_ptr<PortalHotkeyService> service;
+    std::unique_ptr<HotkeyRegistration> shelf;
+    std::unique_ptr<HotkeyRegistration> drop;
+};
+
+TEST_F(PortalHotkeysTest, bindsInOneSessionWhatIsRegisteredInOneTurn) {
+    startBound();
+    EXPECT_EQ(takeCalls(), (Calls{greeting, "CreateSession", bothBound}));
+    portal->press(QStringLiteral("nobody's"));
+    portal->activate({QVariant::fromValue(QDBusObjectPath(QStringLiteral("/another/session"))),
+                      QStringLiteral("shelf"), qulonglong{1}, QVariantMap()});
+    for (const QVariantList& rubbish : {QVariantList(), QVariantList{1}, QVariantList{QStringLiteral("shelf")}})
+        portal->activate(rubbish);
+    portal->press(QStringLiteral("shelf"));
+    portal->press(QStringLiteral("drop"), QStringLiteral("token"));
+    bus.waitUntil([&] { return presses.size() >= 8; });
+    EXPECT_EQ(presses, "1token:2");
+}
+
+TEST_F(PortalHotkeysTest, asksAgainOnlyForAnotherSet) {
+    startBound();
+    takeCalls();
+    registerHotkeys();
+    comeToRest();
+    EXPECT_EQ(takeCalls(), Calls());
+    registerHotkeys(5);
+    registerHotkeys(0);
+    comeToRest();
+    EXPECT_EQ(takeCalls(),
+              (Calls{"Close session", "CreateSession", "BindShortcuts drop ALT+SHIFT+d shelf ALT+SHIFT+a"}));
+    shelf.reset();
+    drop.reset();
+    comeToRest();
+    EXPECT_EQ(takeCalls(), Calls{"Close session"});
+    EXPECT_EQ(service->source(), HotkeySource::portal);
+    portal->press(QStringLiteral("shelf"));
+    comeToRest();
+    EXPECT_EQ(presses, "");
+}
+
+TEST_F(PortalHotkeysTest, takesBackWhatItAskedFor) {
+    startPortal();
+    portal->onBind = [] {};
+    start();
+    registerHotkeys();
+    bus.waitUntil([&] { return portal->calls.size() == 3; });
+    EXPECT_EQ(service->source(), HotkeySource::none) << "while the user is asked";
+    takeCalls();
+    shelf.reset();
+    comeToRest();
+    EXPECT_EQ(takeCalls(),
+              (Calls{"Close request", "Close session", "CreateSession", "BindShortcuts drop ALT+SHIFT+d"}));
+    drop.reset();
+    service.reset();
+    comeToRest();
+    EXPECT_EQ(takeCalls(), (Calls{"Close request", "Close session"}));
+}
+
+TEST_F(PortalHotkeysTest, aRefusalHoldsUntilTheHotkeysChange) {
+    startPortal();
+    portal->bound = {1U, QVariantMap()};
+    start();
+    registerHotkeys();
+    comeToRest();
+    EXPECT_EQ(takeCalls(), (Calls{greeting, "CreateSession", bothBound, "Close session"}));
+    EXPECT_EQ(service->source(), HotkeySource::none);
+    endPortal();
+    startPortal();
+    registerHotkeys();
+    comeToRest();
+    EXPECT_EQ(takeCalls(), Calls());
+    restart();
+    comeToRest();
+    EXPECT_EQ(takeCalls(), Calls{greeting}) << "nor does the next start open the dialog again";
+    registerHotkeys(0);
+    waitFor(HotkeySource::portal);
+    portal->closeSession();
+    waitFor(HotkeySource::none);
+    EXPECT_EQ(log, CallLog()) << "keys that the user did not grant are not grabbed either";
+}
+
+TEST_F(PortalHotkeysTest, grabsKeysWhileThereIsNoPortal) {
+    start();
+    registerHotkeys();
+    waitForGrabs(2);
+    EXPECT_EQ(service->source(), HotkeySource::none);
+    const HotkeyIdentifier first{0, 1};
+    keyGrabs->handler(&first);
+    EXPECT_EQ(presses, "1");
+    startPortal();
+    waitFor(HotkeySource::portal);
+    EXPECT_TRUE(keyGrabs->registered.empty());
+    endPortal();
+    waitForGrabs(2);
+    startPortal();
+    waitFor(HotkeySource::portal);
+    EXPECT_EQ(takeCalls(), (Calls{greeting, "CreateSession", bothBound}));
+}
+
+TEST_F(PortalHotkeysTest, aPortalThatEndsWhenAskedIsLeftAlone) {
+    startPortal();
+    bool isAsked = false;
+    portal->onBind = [&isAsked] { isAsked = true; };
+    start();
+    registerHotkeys();
+    bus.waitUntil([&] { return isAsked; });
+    endPortal();
+    waitForGrabs(2);
+    startPortal();
+    comeToRest();
+    EXPECT_EQ(takeCalls(), Calls());
+}
+
+TEST_F(PortalHotkeysTest, takesAPortalThatTalksNonsenseForNone) {
+    const QString shortcuts = QStringLiteral("shortcuts");
+    const QString session = QStringLiteral("session_handle");
+    const QVariantMap nothing;
+    struct Case {
+        QVariant version;
+        std::optional<QVariantList> created;
+        std::optional<QVariantList> bound;
+    };
+    const std::vector<Case> cases{
+        {QStringLiteral("two"), {}, {}},
+        {QStringList{QStringLiteral("2")}, {}, {}},
+        {0U, {}, {}},
+        {2U, QVariantList(), {}},
+        {2U, QVariantList{QStringLiteral("0"), nothing}, {}},
+        {2U, QVariantList{0U}, {}},
+        {2U, QVariantList{0U, nothing}, {}},
+        {2U, QVariantList{0U, QVariantMap{{session, 5}}}, {}},
+        {2U, QVariantList{0U, QVariantMap{{session, QStringLiteral("not a path")}}}, {}},
+        {2U, {}, QVariantList{2U, nothing}},
+        {2U, {}, QVariantList{0U, QVariantMap{{shortcuts, QStringLiteral("all")}}}},
+        {2U, {}, QVariantList{0U, QVariantMap{{shortcuts, QStringList{QStringLiteral("shelf")}}}}},
+        {2U, {}, QVariantList{0U, QVariantMap{{shortcuts, QVariantMap{{QStringLiteral("shelf"), 1}}}}}},
+        {2U, {}, QVariantList{0U, QStringList()}},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(&each - cases.data());
+        startPortal();
+        portal->version = each.version;
+        portal->created = each.created;
+        portal->bound = each.bound;
+        start();
+        registerHotkeys();
+        waitForGrabs(2);
+        EXPECT_EQ(service->source(), HotkeySource::none);
+        shelf.reset();
+        drop.reset();
+        service.reset();
+        QDBusConnection::disconnectFromBus(QStringLiteral("client"));
+        endPortal();
+    }
+}
+
+TEST_F(PortalHotkeysTest, aDesktopNeedNotSayWhatItBound) {
+    startPortal();
+    portal->bound = {0U, QVariantMap()};
+    start();
+    registerHotkeys();
+    waitFor(HotkeySource::portal);
+}
+
+TEST(ShortcutTriggerTest, namesKeysByTheirBaseSymbol) {
+    struct Case {
+        std::uint32_t key;
+        std::uint32_t modifiers;
+        const char* trigger;
+    };
+    const std::vector<Case> cases{
+        {1, optionShift, "ALT+SHIFT+s"},
+        {2, carbonModifier::controlKey | carbonModifier::cmdKey | 0x400, "CTRL+LOGO+d"},
+        {0, 0x1B00, "CTRL+ALT+SHIFT+LOGO+a"},
+        {46, 0, "m"},
+        {29, 0, "0"},
+        {41, 0, "semicolon"},
+        {51, 0, "BackSpace"},
+        {53, 0, "Escape"},
+        {122, 0, "F1"},
+        {111, 0, "F12"},
+        {90, 0, "F20"},
+        {117, 0, "Delete"},
+        {126, 0, "Up"},
+        {92, 0, "KP_9"},
+        {52, optionShift, ""},
+        {127, 0, ""},
+        {128, 0, ""},
+        {0x100 + 50, 0, ""},
+        {0xFFFFFFFF, optionShift, ""},
+    };
+    for (const Case& each : cases)
+        EXPECT_EQ(shortcutTrigger(each.key, each.modifiers), each.trigger) << each.key;
+}
+
+}  // namespace
+}  // namespace stowpocket

@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/input/X11EventMonitors.h"
+#include "support/DisplayHand.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QShortcut>
+#include <QWidget>
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+namespace stowpocket {
+namespace {
+
+class CountingWidget : public QWidget {
+public:
+    int keys = 0;
+    int clicks = 0;
+
+protected:
+    void keyPressEvent(QKeyEvent*) override { ++keys; }
+    void mousePressEvent(QMouseEvent*) override { ++clicks; }
+};
+
+class EventMonitorsTest : public testing::Test {
+protected:
+    EventMonitorsTest() {
+        widget.setGeometry(100, 100, 300, 200);
+        widget.show();
+        EXPECT_TRUE(hand.bringToFront(static_cast<xcb_window_t>(widget.winId())));
+        EXPECT_TRUE(comesTrue([this] { return widget.isActiveWindow(); }));
+        child.setGeometry(0, 0, 200, 200);
+    }
+
+    /// The event that the monitors see when these keys are pressed.
+    [[nodiscard]] KeyEvent seenOn(const std::vector<std::uint8_t>& keys) {
+        std::optional<KeyEvent> seen;
+        const auto monitor = monitors.addLocalKeyDownMonitor([&seen](const KeyEvent& event) {
+            seen = seen.value_or(event);
+            return true;
+        });
+        hand.press(keys);
+        EXPECT_TRUE(comesTrue([&seen] { return seen.has_value(); }));
+        return seen.value_or(KeyEvent{});
+    }
+    [[nodiscard]] bool sees(const std::vector<std::uint8_t>& keys, std::uint16_t keyCode, std::int64_t flags) {
+        const KeyEvent event = seenOn(keys);
+        EXPECT_EQ(event.keyCode, keyCode);
+        return event.modifierFlags == flags;
+    }
+
+    void lock(std::uint8_t key) {
+        const int before = widget.keys;
+        hand.press({key});
+        EXPECT_TRUE(comesTrue([&] { return widget.keys == before + 1; }));
+    }
+
+    DisplayHand hand;
+    X11EventMonitors monitors{qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection()};
+    CountingWidget widget;
+    QWidget child{&widget};
+};
+
+TEST_F(EventMonitorsTest, describesKeysAsTheReferencePlatformDoes) {
+    EXPECT_TRUE(sees({key::alt, key::shift, key::s}, 1, modifierFlag::option | modifierFlag::shift));
+    EXPECT_TRUE(sees({key::control, key::a}, 0, modifierFlag::control));
+    EXPECT_TRUE(sees({key::super, key::s}, 1, modifierFlag::command));
+    EXPECT_TRUE(sees({key::escape}, 53, 0));
+    EXPECT_TRUE(sees({key::f5}, 96, 0x800000));
+    EXPECT_TRUE(sees({key::up}, 126, 0xA00000));
+    lock(key::numLock);
+    EXPECT_TRUE(sees({key::pad5}, 87, 0x200000));
+    EXPECT_TRUE(sees({key::s}, 1, 0)) << "Num Lock is no modifier";
+    lock(key::numLock);
+    lock(key::capsLock);
+    EXPECT_TRUE(sees({key::alt, key::shift, key::s}, 1, modifierFlag::option | modifierFlag::shift | 0x10000));
+    hand.press({key::capsLock});
+}
+
+TEST_F(EventMonitorsTest, saysWhatAKeyTypesWithoutModifiers) {
+    const auto characters = [this](std::uint8_t which) {
+        return seenOn({key::control, key::shift, which}).charactersIgnoringModifiers;
+    };
+    EXPECT_EQ(characters(key::s), "s");
+    EXPECT_EQ(characters(key::one), "1") << "not what Shift makes of it";
+    EXPECT_EQ(characters(key::f5), "F5");
+    EXPECT_EQ(characters(key::up), "↑");
+    EXPECT_EQ(characters(key::pad5), "5");
+    EXPECT_EQ(characters(key::enter), "↩");
+    EXPECT_TRUE(run("setxkbmap us,de,ru -option grp:caps_toggle"));
+    hand.press({key::capsLock});
+    EXPECT_EQ(characters(key::grave), "^") << "a dead key";
+    hand.press({key::capsLock});
+    EXPECT_EQ(characters(key::s), "ы") << "in the third layout";
+    hand.press({key::capsLock});
+    EXPECT_TRUE(run("setxkbmap us -option \"\""));
+}
+
+TEST_F(EventMonitorsTest, swallowsBeforeShortcutsAndWidgetsAndOncePerPress) {
+    int shortcuts = 0;
+    QShortcut shortcut(QKeySequence(Qt::Key_F5), &widget);
+    QObject::connect(&shortcut, &QShortcut::activated, [&shortcuts] { ++shortcuts; });
+    int seen = 0;
+    std::unique_ptr<EventMonitorToken> once;
+    once = monitors.addLocalKeyDownMonitor([&](const KeyEvent& event) {
+        ++seen;
+        if (event.keyCode == 53)
+            once.reset();
+        return event.keyCode != 2;
+    });
+    hand.press({key::f5});
+    hand.press({key::s});
+    hand.press({key::d});
+    EXPECT_TRUE(comesTrue([&] { return widget.keys == 1; })) << "only D passes";
+    EXPECT_EQ(seen, 3);
+    hand.press({key::escape});
+    EXPECT_TRUE(comesTrue([&] { return !once; }));
+    hand.press({key::f5});
+    hand.press({key::s});
+    EXPECT_TRUE(comesTrue([&] { return widget.keys == 2; }));
+    EXPECT_EQ(seen, 4) << "the press that removed the monitor is swallowed";
+    EXPECT_EQ(shortcuts, 1);
+}
+
+TEST_F(EventMonitorsTest, takesALostKeyboardForAClickInAWaylandSession) {
+    qputenv("WAYLAND_DISPLAY", "wayland-0");
+    int outside = 0;
+    auto monitor = monitors.addGlobalMouseDownMonitor([&outside] { ++outside; });
+    qunsetenv("WAYLAND_DISPLAY");
+    ASSERT_NE(hand.openForeignWindow(), 0u);
+    EXPECT_TRUE(comesTrue([&] { return outside == 1; }));
+}
+
+TEST_F(EventMonitorsTest, seesLeftAndRightClicksElsewhereOnly) {
+    const xcb_window_t foreign = hand.openForeignWindow();
+    ASSERT_NE(foreign, 0u);
+    int outside = 0;
+    auto monitor = monitors.addGlobalMouseDownMonitor([&outside] { ++outside; });
+    const auto click = [this](std::uint8_t button) {
+        hand.buttonDown(button);
+        hand.buttonUp(button);
+    };
+    hand.moveTo(900, 600);
+    ASSERT_TRUE(hand.putUnder(foreign, {900, 600}));
+    for (const std::uint8_t button : std::array<std::uint8_t, 4>{4, 2, 1, 3})
+        click(button);
+    EXPECT_TRUE(comesTrue([&] { return outside == 2; }));
+
+    const QPoint inside = widget.geometry().center();
+    hand.moveTo(inside.x(), inside.y());
+    click(1);
+    EXPECT_TRUE(comesTrue([this] { return widget.clicks == 1; }));
+    EXPECT_EQ(outside, 2) << "a click on a child of the own window";
+
+    ASSERT_TRUE(hand.putUnder(foreign, {inside.x(), inside.y()}));
+    click(1);
+    EXPECT_TRUE(comesTrue([&] { return outside == 3; })) << "another program's window lies over the own one";
+
+    // Removed, it hears of nothing; added again by its own handler it does.
+    monitor.reset();
+    click(1);
+    int again = 0;
+    monitor = monitors.addGlobalMouseDownMonitor([&] {
+        monitor.reset();
+        ++again;
+    });
+    click(1);
+    EXPECT_TRUE(comesTrue([&] { return again == 1; }));
+    EXPECT_EQ(outside, 3);
+}
+
+TEST_F(EventMonitorsTest, tellsTheButtonsThatAreHeld) {
+    hand.moveTo(900, 600);
+    EXPECT_EQ(monitors.pressedMouseButtons(), 0u);
+    for (const auto& [button, bits] : {std::pair{1, 1u}, {3, 3u}, {2, 7u}}) {
+        hand.buttonDown(static_cast<std::uint8_t>(button));
+        EXPECT_EQ(monitors.pressedMouseButtons(), bits);
+    }
+    for (const std::uint8_t button : std::array<std::uint8_t, 3>{1, 2, 3})
+        hand.buttonUp(button);
+    EXPECT_EQ(monitors.pressedMouseButtons(), 0u);
+}
+
+}  // namespace
+}  // namespace stowpocket

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/pictures/DesktopThumbnailer.h"
+#include "fakes/FakeDispatch.h"
+#include "linux/pictures/PictureFiles.h"
+#include "platform/linux/pictures/LinuxThumbnails.h"
+#include "platform/qt/QtDispatch.h"
+#include "platform/qt/QtImageContent.h"
+#include "support/PrivateBus.h"
+
+namespace stowpocket {
+namespace {
+
+using namespace std::chrono_literals;
+
+QString thumbnailerName() {
+    return QStringLiteral("org.freedesktop.thumbnails.Thumbnailer1");
+}
+QString thumbnailerPath() {
+    return QStringLiteral("/org/freedesktop/thumbnails/Thumbnailer1");
+}
+
+}  // namespace
+
+/// What a desktop offers, answering as the test wants.
+class FakeThumbnailer : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.thumbnails.Thumbnailer1")
+
+public:
+    explicit FakeThumbnailer(const QDBusConnection& bus) : bus_(bus) {
+        EXPECT_TRUE(bus_.registerObject(thumbnailerPath(), this, QDBusConnection::ExportAllSlots));
+        EXPECT_TRUE(bus_.registerService(thumbnailerName()));
+    }
+    using Signal = std::pair<const char*, QVariantList>;
+    using Signals = std::vector<Signal>;
+    /// What it says of each request.
+    Signals beforeTheAnswer;
+    Signals afterTheAnswer;
+    std::function<void()> onQueue = [] {};
+    QStringList asked;
+
+public Q_SLOTS:
+    uint Queue(const QStringList& uris, const QStringList& types, const QString& size, const QString& scheduler,
+               uint) {
+        asked << uris.join(u' ') + u' ' + types.join(u' ') + u' ' + size + u' ' + scheduler;
+        onQueue();
+        send(beforeTheAnswer);
+        QTimer::singleShot(0, this, [this] { send(afterTheAnswer); });
+        return 41;
+    }
+
+private:
+    void send(const Signals& signalsToSend) {
+        for (const auto& [name, arguments] : signalsToSend) {
+            QDBusMessage message =
+                QDBusMessage::createSignal(thumbnailerPath(), thumbnailerName(), QString::fromUtf8(name));
+            message.setArguments(arguments);
+            EXPECT_TRUE(bus_.send(message));
+        }
+    }
+
+    QDBusConnection bus_;
+};
+
+namespace {
+
+class DesktopThumbnailerTest : public testing::Test {
+protected:
+    DesktopThumbnailer::Connect client() {
+        return [this] { return bus_.connection(QStringLiteral("client")); };
+    }
+    void ask() {
+        thumbnailer_.make({"file:///tmp/a.pdf", "application/pdf", "normal"},
+                          [this](bool isMade) { answers_.push_back(isMade); });
+    }
+    void expectAnswer(bool isMade) {
+        ask();
+        EXPECT_TRUE(comesTrue([this] { return !answers_.empty(); }));
+        EXPECT_EQ(std::exchange(answers_, {}), std::vector<bool>{isMade});
+    }
+
+    PrivateBus bus_;
+    FakeDispatch dispatch_;
+    std::vector<bool> answers_;
+    DesktopThumbnailer thumbnailer_{dispatch_, client()};
+};
+
+TEST_F(DesktopThumbnailerTest, saysAtOnceThatThereIsNone) {
+    expectAnswer(false);
+    EXPECT_EQ(dispatch_.scheduledCount(), 0u);
+    EXPECT_FALSE(DesktopThumbnailer::sessionBus().isConnected()) << "no bus is started where none runs";
+}
+
+TEST_F(DesktopThumbnailerTest, hearsHowItsOwnRequestEnds) {
+    FakeThumbnailer desktop(bus_.connection(QStringLiteral("desktop")));
+    const QStringList other{QStringLiteral("file:///tmp/other.pdf")};
+    const QStringList own = other + QStringList{QStringLiteral("file:///tmp/a.pdf")};
+    const QString reason = QStringLiteral("no");
+    const FakeThumbnailer::Signal ready{"Ready", {41u, own}};
+    const FakeThumbnailer::Signal error{"Error", {41u, own, 2, reason}};
+    const std::vector<std::tuple<FakeThumbnailer::Signals, FakeThumbnailer::Signals, bool>> table{
+        {{ready}, {}, true},
+        {{}, {ready}, true},
+        {{}, {error}, false},
+        {{}, {{"Finished", {41u}}}, false},
+        {{{"Ready", {41u, other}}, error}, {}, false},
+        {{}, {{"Finished", {42u}}, {"Error", {42u, own, 2, reason}}, ready}, true},
+    };
+    for (const auto& each : table) {
+        SCOPED_TRACE(&each - table.data());
+        std::tie(desktop.beforeTheAnswer, desktop.afterTheAnswer, std::ignore) = each;
+        expectAnswer(std::get<2>(each));
+    }
+    EXPECT_EQ(desktop.asked.front(), QStringLiteral("file:///tmp/a.pdf application/pdf normal foreground"));
+}
+
+TEST_F(DesktopThumbnailerTest, waitsNoLongerThanItsLimit) {
+    FakeThumbnailer desktop(bus_.connection(QStringLiteral("desktop")));
+    ask();
+    EXPECT_TRUE(comesTrue([&desktop] { return !desktop.asked.isEmpty(); }));
+    dispatch_.advance(4999ms);
+    EXPECT_TRUE(answers_.empty());
+    dispatch_.advance(1ms);
+    EXPECT_EQ(answers_, std::vector<bool>{false});
+
+    desktop.beforeTheAnswer = {{"Ready", {41u, QStringList{QStringLiteral("file:///tmp/a.pdf")}}}};
+    ask();
+    EXPECT_TRUE(comesTrue([this] { return answers_.size() >= 2; }));
+    EXPECT_EQ(answers_, (std::vector<bool>{false, true})) << "what comes too late answers nobody twice";
+}
+
+TEST_F(DesktopThumbnailerTest, providesWhatIsNotDecodedHere) {
+    FakeThumbnailer desktop(bus_.connection(QStringLiteral("desktop")));
+    const PictureFiles files;
+    const FileURL film = files.write("film.mp4", "frames");
+    desktop.onQueue = [&film] {
+        PictureFiles::cache(film.string(), std::to_string(PictureFiles::modifiedSeconds(film)));
+    };
+    desktop.beforeTheAnswer = {{"Ready", {41u, QStringList{QString::fromStdString(film.string())}}}};
+    QtDispatch dispatch;
+    LinuxThumbnails thumbnails(dispatch, IMAGE_DECODER, 30s, client());
+    std::vector<std::optional<Image>> answers;
+    const auto generate = [&thumbnails, &answers](const FileURL& url) {
+        thumbnails.generate({url, {48, 48}, 1}, [&answers](const auto& image) { answers.push_back(image); });
+        EXPECT_TRUE(comesTrue([&answers, count = answers.size()] { return answers.size() > count; }));
+    };
+    generate(film);
+    generate(files.write("notes.txt", "text"));
+    generate(files.write("cut.png", "\x89PNG\r\n\x1A\n"));
+    ASSERT_TRUE(answers.at(0));
+    EXPECT_EQ(qtImage(*answers[0]).size(), QSize(48, 24));
+    EXPECT_FALSE(answers.at(1));
+    EXPECT_FALSE(answers.at(2));
+    EXPECT_EQ(desktop.asked.size(), 1) << desktop.asked.join(u'\n').toStdString();
+}
+
+}  // namespace
+}  // namespace stowpocket
+
+#include "DesktopThumbnailerTest.moc"

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/pictures/LinuxWorkspaceIcons.h"
+#include "fakes/FakePictures.h"
+#include "linux/pictures/PictureFiles.h"
+#include "platform/linux/pictures/BundledIcons.h"
+#include "platform/qt/QtImageContent.h"
+#include "platform/qt/QtMainScreen.h"
+
+#include <QIcon>
+
+#include <sys/stat.h>
+
+namespace stowpocket {
+namespace {
+
+class LinuxWorkspaceIconsTest : public testing::Test {
+protected:
+    LinuxWorkspaceIconsTest() {
+        QIcon::setThemeSearchPaths({QString::fromStdString(files_.path("themes"))});
+        QIcon::setThemeName(QStringLiteral("hicolor"));  // what Qt takes outside the desktops that it knows
+        QIcon::setFallbackThemeName({});
+    }
+    void installTheme(const std::string& name, const std::vector<std::pair<std::string, Qt::GlobalColor>>& icons) {
+        const std::string folder = "themes/" + name;
+        ASSERT_TRUE(QDir().mkpath(QString::fromStdString(files_.path(folder + "/48x48"))));
+        files_.write(folder + "/index.theme", "[Icon Theme]\nName=Test\nDirectories=48x48\n[48x48]\nSize=48\n");
+        for (const auto& [icon, color] : icons)
+            files_.draw(folder + "/48x48/" + icon + ".png", {48, 48}, color);
+    }
+    QImage icon(const FileURL& url) { return qtImage(icons_.icon(url)); }
+    QImage icon(const std::string& name) { return icon(files_.url(name)); }
+    QColor color(const std::string& name) { return icon(name).pixelColor(24, 24); }
+
+    PictureFiles files_;
+    FakeScreen screen_;
+    LinuxWorkspaceIcons icons_{screen_};
+};
+
+TEST_F(LinuxWorkspaceIconsTest, takesTheFirstThemeThatHasIconsForFiles) {
+    installTheme("breeze", {{"image-x-generic", Qt::black}});
+    installTheme("Adwaita", {{"text-x-generic", Qt::white},
+                             {"image-x-generic", Qt::green},
+                             {"image-png", Qt::blue},
+                             {"folder", Qt::yellow}});
+    installTheme("gnome", {{"text-x-generic", Qt::black}});
+    EXPECT_EQ(color("a.png"), QColor(Qt::blue)) << "the icon of the very type";
+    EXPECT_EQ(color("A.JPEG"), QColor(Qt::green)) << "the icon of its kind";
+    EXPECT_EQ(color("unknown"), QColor(Qt::white));
+    EXPECT_EQ(color("Makefile"), QColor(Qt::white));
+    ASSERT_TRUE(QDir().mkpath(QString::fromStdString(files_.path("album.png"))));
+    EXPECT_EQ(color("album.png"), QColor(Qt::yellow)) << "a folder, whatever its name";
+    EXPECT_EQ(icon("a.pdf"), bundledIcon(QStringLiteral("pdf"), 48)) << "what the theme has not";
+}
+
+TEST_F(LinuxWorkspaceIconsTest, leavesADesktopsOwnThemeAlone) {
+    installTheme("Own", {{"text-x-generic", Qt::cyan}});
+    installTheme("Adwaita", {{"text-x-generic", Qt::white}});
+    QIcon::setThemeName(QStringLiteral("Own"));
+    EXPECT_EQ(color("a.txt"), QColor(Qt::cyan));
+    EXPECT_TRUE(QIcon::fallbackThemeName().isEmpty());
+}
+
+TEST_F(LinuxWorkspaceIconsTest, takesTheSizeThatSuitsBestFromTheThemeOrWhatItInherits) {
+    for (const char* const folder : {"Own/16", "Own/32", "Own/64", "Own/24x2", "Own/any", "Own/actions", "Parent/48"})
+        ASSERT_TRUE(QDir().mkpath(QString::fromStdString(files_.path(std::string("themes/") + folder))));
+    files_.write("themes/Own/index.theme", "[Icon Theme]\nInherits=../elsewhere,Parent\n\n[16]\nSize=16\n"
+                                           "[32]\nSize=32\nType=Fixed\nContext=MimeTypes\n"
+                                           "[64]\nSize=64\nType=Fixed\n[24x2]\nSize=24\nScale=2\n"
+                                           "[any]\nType=Scalable\nSize=64\nMinSize=60\nMaxSize=256\n"
+                                           "[actions]\nSize=48\nContext=Actions\n[x]\nSize=-1\n[y]\nSize=9e9\n");
+    files_.write("themes/Parent/index.theme", "[Icon Theme]\nInherits=Own\n[48]\r\n Size = 48\r\n");
+    QIcon::setThemeName(QStringLiteral("Own"));
+    files_.draw("themes/Own/16/text-x-generic.png", {16, 16}, Qt::red);
+    files_.draw("themes/Own/32/text-x-generic.png", {32, 32}, Qt::green);
+    files_.draw("themes/Own/64/text-x-generic.png", {64, 64}, Qt::blue);
+    files_.draw("themes/Own/actions/text-x-generic.png", {48, 48}, Qt::red);
+    files_.draw("themes/Own/32/video-x-generic.png", {32, 32}, Qt::green);
+    files_.draw("themes/Own/24x2/image-x-generic.png", {48, 48}, Qt::red);
+    files_.draw("themes/Own/64/image-x-generic.png", {64, 64}, Qt::blue);
+    files_.write(
+        "themes/Own/any/audio-x-generic.svg",
+        "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 9 9'><rect width='9' height='9' fill='#0ff'/></svg>");
+    files_.draw("themes/Parent/48/package-x-generic.png", {48, 48}, Qt::magenta);
+    EXPECT_EQ(color("a.txt"), QColor(Qt::blue)) << "rather too large than too small";
+    EXPECT_EQ(icon("a.txt").size(), QSize(48, 48));
+    EXPECT_EQ(icon("a.mkv").size(), QSize(32, 32)) << "not blown up";
+    EXPECT_EQ(color("a.gif"), QColor(Qt::blue)) << "not one for denser screens, drawn for half the size";
+    EXPECT_EQ(color("a.ogg"), QColor(Qt::cyan));
+    EXPECT_EQ(color("a.zip"), QColor(Qt::magenta));
+}
+
+TEST_F(LinuxWorkspaceIconsTest, drawsItsOwnWithoutATheme) {
+    ASSERT_TRUE(QDir().mkpath(QString::fromStdString(files_.path("folder"))));
+    files_.write("program", "#!");
+    ASSERT_EQ(::chmod(files_.path("program").c_str(), 0755), 0);
+    const std::pair<const char*, const char*> table[] = {
+        {"a.7z", "archive"},       {"a.flac", "audio"},      {"a.cpp", "code"},         {"a.py", "code"},
+        {"a.json", "code"},        {"a.exe", "executable"},  {"program", "executable"}, {"missing", "file"},
+        {"a.iso", "file"},         {"folder", "folder"},     {"a.svg", "image"},        {"a.PDF", "pdf"},
+        {"a.odp", "presentation"}, {"a.csv", "spreadsheet"}, {"a.xlsx", "spreadsheet"}, {"a.docx", "text"},
+        {"README", "text"},        {"a.webm", "video"},
+    };
+    std::map<std::string, QImage> drawings;
+    for (const auto& [name, kind] : table) {
+        const QImage drawing = bundledIcon(QString::fromUtf8(kind), 48);
+        EXPECT_EQ(icon(name), drawing) << name;
+        EXPECT_GT(drawing.pixelColor(24, 30).alpha(), 0) << kind << " is not empty";
+        drawings.emplace(kind, drawing);
+    }
+    for (auto one = drawings.begin(); one != drawings.end(); ++one) {
+        for (auto other = std::next(one); other != drawings.end(); ++other)
+            EXPECT_NE(one->second, other->second) << one->first << " and " << other->first;
+    }
+    EXPECT_EQ(icon(*FileURL::fromPath("/no/such/folder/")), drawings.at("folder"));
+}
+
+TEST_F(LinuxWorkspaceIconsTest, drawsForTheScreen) {
+    screen_.scale = 1.5;
+    EXPECT_EQ(icon("a.txt").size(), QSize(72, 72));
+    EXPECT_EQ(icons_.icon(files_.url("a.txt")).size, (Size{48, 48}));
+    screen_.scale.reset();
+    EXPECT_EQ(icon("a.txt").size(), QSize(96, 96));
+    EXPECT_EQ(QtMainScreen().backingScaleFactor(), 1.0);
+}
+
+}  // namespace
+}  // namespace stowpocket

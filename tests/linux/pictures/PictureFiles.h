@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/pictures/RegularFile.h"
+#include "support/ComesTrue.h"
+#include "support/TemporaryFolder.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QImage>
+
+#include <gtest/gtest.h>
+
+namespace stowpocket {
+
+/// A folder of the test's own, and the thumbnail cache of the test's own.
+class PictureFiles : public TemporaryFolder {
+public:
+    FileURL write(const std::string& name, const QByteArray& content) const {
+        TemporaryFolder::write(name, content.toStdString());
+        return url(name);
+    }
+    [[nodiscard]] QByteArray read(const std::string& name) const {
+        return QByteArray::fromStdString(TemporaryFolder::read(name));
+    }
+    FileURL draw(const std::string& name, const QSize& size, Qt::GlobalColor color = Qt::red) const {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(color);
+        EXPECT_TRUE(image.save(QString::fromStdString(path(name))));
+        return url(name);
+    }
+
+    /// Puts a thumbnail into the cache as another program would.
+    static void cache(const std::string& uri, const std::string& modified, const QSize& size = {100, 50},
+                      const QString& sizeName = QStringLiteral("normal")) {
+        QImage image(size, QImage::Format_ARGB32);
+        image.fill(Qt::blue);
+        image.setText(QStringLiteral("Thumb::URI"), QString::fromStdString(uri));
+        image.setText(QStringLiteral("Thumb::MTime"), QString::fromStdString(modified));
+        const QDir folder(qEnvironmentVariable("XDG_CACHE_HOME") + QStringLiteral("/thumbnails/") + sizeName);
+        EXPECT_TRUE(folder.mkpath(QStringLiteral(".")));
+        const QByteArray key = QCryptographicHash::hash(QByteArray::fromStdString(uri), QCryptographicHash::Md5);
+        EXPECT_TRUE(image.save(folder.filePath(QString::fromLatin1(key.toHex()) + QStringLiteral(".png"))));
+    }
+    static std::int64_t modifiedSeconds(const FileURL& url) {
+        return RegularFile::stateAt(url.path())->modifiedSeconds;
+    }
+};
+
+}  // namespace stowpocket

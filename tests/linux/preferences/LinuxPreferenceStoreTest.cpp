@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/storage/LinuxPreferenceStore.h"
+
+#include "fakes/FakeDispatch.h"
+#include "platform/linux/storage/PropertyList.h"
+#include "support/ComesTrue.h"
+#include "support/FullDisk.h"
+#include "support/TemporaryFolder.h"
+
+#include <QString>
+#include <QtGlobal>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <algorithm>
+
+using namespace std::chrono_literals;
+
+namespace stowpocket {
+namespace {
+
+const std::string fileName = "preferences.plist";
+
+class LinuxPreferenceStoreTest : public testing::Test {
+protected:
+    LinuxPreferenceStoreTest() {
+        warnings.clear();
+        previous_ = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& message) {
+            warnings.push_back(message.toStdString());
+        });
+    }
+    ~LinuxPreferenceStoreTest() override { qInstallMessageHandler(previous_); }
+
+    [[nodiscard]] std::unique_ptr<LinuxPreferenceStore> open() {
+        return std::make_unique<LinuxPreferenceStore>(dispatch, folder.path(fileName));
+    }
+    [[nodiscard]] std::optional<PropertyValue> onDisk() const { return parsePropertyList(folder.read(fileName)); }
+    [[nodiscard]] std::vector<std::string> setAside() const {
+        std::vector<std::string> names = folder.names();
+        std::erase_if(names, [](const std::string& name) { return !name.starts_with(fileName + ".damaged-"); });
+        return names;
+    }
+
+    static inline std::vector<std::string> warnings;
+    TemporaryFolder folder;
+    FakeDispatch dispatch;
+
+private:
+    QtMessageHandler previous_;
+};
+
+PropertyValue dictionary(PropertyValue::Dictionary values) {
+    return values;
+}
+
+TEST_F(LinuxPreferenceStoreTest, answersByTypeAndStoredValuesFirst) {
+    const auto store = open();
+    store->registerDefaults({{"capacity", 20}});
+    EXPECT_EQ(store->integer("capacity"), 20);
+    store->setValue("capacity", 50);
+    EXPECT_EQ(store->integer("capacity"), 50);
+    EXPECT_EQ(store->string("capacity"), "") << "of another type";
+    store->removeValue("capacity");
+    EXPECT_EQ(store->integer("capacity"), 20);
+    EXPECT_EQ(store->value("absent"), std::nullopt);
+}
+
+TEST_F(LinuxPreferenceStoreTest, announcesChangesOnlyAndAfterTheyHold) {
+    const auto store = open();
+    std::vector<std::string> announced;
+    const Subscription subscription = store->changed().connect(
+        [&](const std::string& key) { announced.push_back(key + '=' + store->string(key)); });
+    store->setValue("letter", "D");
+    store->setValue("letter", "D");
+    store->removeValue("letter");
+    store->removeValue("letter");
+    EXPECT_EQ(announced, (std::vector<std::string>{"letter=D", "letter="}));
+}
+
+TEST_F(LinuxPreferenceStoreTest, endsWithEverythingOnTheDiskButTheDefaults) {
+    auto store = open();
+    store->finish();
+    EXPECT_TRUE(folder.names().empty()) << "there is nothing to save";
+    store->registerDefaults({{"capacity", 20}});
+    store->setValue("a", 1);
+    dispatch.advance(100ms);
+    EXPECT_TRUE(folder.names().empty()) << "not on the main thread";
+    store->setValue("a", 2);
+    store.reset();
+    EXPECT_EQ(onDisk(), dictionary({{"a", 2}}));
+    dispatch.runBackground();
+    EXPECT_EQ(open()->value("a"), PropertyValue(2));
+    EXPECT_TRUE(warnings.empty());
+}
+
+TEST_F(LinuxPreferenceStoreTest, keepsWhatOtherProgramsWriteMeanwhile) {
+    folder.write(fileName, writePropertyList(dictionary({{"a", 1}, {"b", 1}, {"c", 1}})));
+    const auto store = open();
+    folder.write(fileName, writePropertyList(dictionary({{"a", 2}, {"b", 2}, {"foreign", 3}})));
+    store->setValue("b", 4);
+    dispatch.advance(100ms);
+    dispatch.runAll();
+    EXPECT_EQ(onDisk(), dictionary({{"a", 2}, {"b", 4}, {"foreign", 3}}));
+    EXPECT_EQ(store->integer("a"), 2);
+    EXPECT_EQ(store->value("c"), std::nullopt);
+    folder.write(fileName, "rubbish");
+    store->setValue("b", 5);
+    store->finish();
+    EXPECT_EQ(onDisk(), dictionary({{"a", 2}, {"b", 5}, {"foreign", 3}}));
+    std::filesystem::remove(folder.path(fileName));
+    store->finish();
+    EXPECT_EQ(onDisk(), dictionary({{"a", 2}, {"b", 5}, {"foreign", 3}})) << "written again";
+}
+
+TEST_F(LinuxPreferenceStoreTest, writesAgainWhatWasRemovedWhileItRuns) {
+    const std::string path = folder.path("settings/" + fileName);
+    std::filesystem::create_directory(folder.path("settings"));
+    LinuxPreferenceStore store(dispatch, path);
+    store.setValue("a", 1);
+    const auto isWritten = [&] {
+        return comesTrue(
+            [&] {
+                dispatch.advance(100ms);
+                dispatch.runAll();
+            },
+            [&] { return std::filesystem::exists(path) && dispatch.scheduledCount() == 0; });
+    };
+    EXPECT_TRUE(isWritten());
+    for (const auto& gone : {std::filesystem::path(path).parent_path(), std::filesystem::path(path)}) {
+        std::filesystem::remove_all(gone);
+        EXPECT_TRUE(isWritten()) << gone;
+    }
+}
+
+TEST_F(LinuxPreferenceStoreTest, goesOnWithTheVersionBeforeADamagedOne) {
+    auto store = open();
+    for (const int value : {1, 2}) {
+        store->setValue("a", value);
+        store->finish();
+    }
+    const std::string last = folder.read(fileName);
+    for (const bool isReadable : {true, false}) {
+        store.reset();
+        if (isReadable) {
+            folder.write(fileName, last.substr(0, 120));
+        } else {
+            std::filesystem::remove(folder.path(fileName));
+            std::filesystem::create_symlink(fileName, folder.path(fileName));  // to itself
+        }
+        store = open();
+        EXPECT_EQ(store->value("a"), PropertyValue(1));
+    }
+    std::filesystem::remove(folder.path(fileName));
+    store.reset();
+    EXPECT_EQ(open()->value("a"), std::nullopt) << "a file that was removed stays removed";
+}
+
+TEST_F(LinuxPreferenceStoreTest, setsDamagedFilesAside) {
+    const std::string whole = writePropertyList(dictionary({{"a", 1}}));
+    const std::vector<std::string> damaged = {"", std::string("\0\xFF\x89rubbish", 10), whole.substr(0, 120),
+                                              writePropertyList(PropertyValue::Array{1}), "bplist00"};
+    for (const std::string& contents : damaged) {
+        warnings.clear();
+        const std::size_t before = setAside().size();
+        folder.write(fileName, contents);
+        const auto store = open();
+        EXPECT_EQ(store->value("a"), std::nullopt);
+        EXPECT_EQ(setAside().size(), before + 1) << "an earlier one was covered";
+        EXPECT_EQ(warnings.size(), 1u);
+        EXPECT_FALSE(std::filesystem::exists(folder.path(fileName)));
+    }
+    std::vector<std::string> kept;
+    for (const std::string& name : setAside())
+        kept.push_back(folder.read(name));
+    EXPECT_TRUE(std::ranges::is_permutation(kept, damaged));
+    folder.write(fileName, "<");
+    std::filesystem::resize_file(folder.path(fileName), 100'000'000);
+    static_cast<void>(open());
+    EXPECT_EQ(setAside().size(), damaged.size() + 1) << "a huge one, unread";
+}
+
+TEST_F(LinuxPreferenceStoreTest, leavesWhatItCannotReadAloneUntilItIsGone) {
+    const std::string path = folder.path(fileName);
+    for (const bool isPipe : {true, false}) {
+        if (isPipe)
+            ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+        else
+            std::filesystem::create_symlink(fileName, path);  // to itself
+        warnings.clear();
+        const auto store = open();
+        store->setValue("a", 1);
+        store->finish();
+        EXPECT_FALSE(std::filesystem::is_regular_file(std::filesystem::symlink_status(path)));
+        EXPECT_EQ(folder.names(), std::vector<std::string>{fileName});
+        EXPECT_EQ(warnings.size(), 1u);
+        std::filesystem::remove(path);
+        store->setValue("a", 2);
+        store->finish();
+        EXPECT_EQ(onDisk(), dictionary({{"a", 2}}));
+        std::filesystem::remove(path);
+    }
+}
+
+TEST_F(LinuxPreferenceStoreTest, savesOnceTheDiskHasRoomAgainAndLogsTheFailureOnce) {
+    const auto store = open();
+    store->setValue("a", 1);
+    store->finish();
+    {
+        const FullDisk full;
+        store->setValue("a", 2);
+        dispatch.advance(100ms);
+        dispatch.runAll();
+        EXPECT_TRUE(store->saveProblem());
+    }
+    EXPECT_EQ(warnings.size(), 1u);
+    EXPECT_EQ(onDisk(), dictionary({{"a", 1}}));
+    dispatch.advance(1s);
+    dispatch.runAll();
+    EXPECT_EQ(onDisk(), dictionary({{"a", 2}}));
+    EXPECT_EQ(store->saveProblem(), std::nullopt);
+}
+
+}  // namespace
+}  // namespace stowpocket

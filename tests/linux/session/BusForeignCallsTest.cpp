@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+// What other programs on the bus may send.
+#include "fakes/AppFixture.h"
+#include "platform/linux/session/BusInstance.h"
+#include "platform/linux/session/ShelfBus.h"
+#include "support/PrivateBus.h"
+
+#include <QDBusConnectionInterface>
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+namespace stowpocket {
+namespace {
+
+struct LaunchedApp : AppFixture {
+    LaunchedApp() { launch(); }
+};
+
+/// The application on fakes as the program that runs on a private bus.
+class BusForeignCallsTest : public testing::Test, protected LaunchedApp {
+protected:
+    BusForeignCallsTest() {
+        bus.beforeWaiting = [this] { dispatch.runAll(); };
+        EXPECT_EQ(instance.claim(), BusInstance::Claim::owned);
+    }
+    static QDBusMessage shelfCall(const char* method, const QVariantList& arguments) {
+        QDBusMessage message = QDBusMessage::createMethodCall(shelfBus::service, shelfBus::path, shelfBus::interface,
+                                                              QString::fromUtf8(method));
+        message.setArguments(arguments);
+        return message;
+    }
+    QDBusMessage call(const char* method, const QVariantList& arguments = {}) {
+        return bus.call(stranger, shelfCall(method, arguments));
+    }
+    std::string errorOf(const char* method, const QVariantList& arguments) {
+        return call(method, arguments).errorName().section(QLatin1Char('.'), -1).toStdString();
+    }
+
+    PrivateBus bus;
+    std::vector<StartupTokens> tokens;
+    ShelfCommands commands{*app, [this](const StartupTokens& used) { tokens.push_back(used); }};
+    BusInstance instance{bus.connection(QStringLiteral("instance")), "7.8.9",
+                         [this](const QString& name) { return bus.connection(name); }};
+    QDBusConnection stranger = bus.connection(QStringLiteral("stranger"));
+};
+
+TEST_F(BusForeignCallsTest, malformedRequestsAreAnsweredAndChangeNothing) {
+    instance.serve(commands);
+    EXPECT_EQ(errorOf("Add", {}), "InvalidArgs");
+    EXPECT_EQ(errorOf("Add", {QStringLiteral("file:///a")}), "InvalidArgs");
+    EXPECT_EQ(errorOf("Add", {QStringList(), 1}), "InvalidArgs");
+    EXPECT_EQ(errorOf("Remove", {QVariantList{1, 2}}), "InvalidArgs");
+    EXPECT_EQ(errorOf("Clear", {true}), "InvalidArgs");
+    EXPECT_EQ(errorOf("Show", {}), "InvalidArgs");
+    EXPECT_EQ(errorOf("Quit", {}), "UnknownMethod");
+    EXPECT_EQ(log, CallLog());
+    const QString key = QStringLiteral("activation-token");
+    EXPECT_EQ(call("Toggle", {QVariantMap{{key, QVariantMap()}}}).type(), QDBusMessage::ReplyMessage);
+    EXPECT_TRUE(tokens.empty()) << "a token of another type is none";
+    EXPECT_EQ(call("Show", {QVariantMap{{key, QStringLiteral("token")}}}).type(), QDBusMessage::ReplyMessage);
+    EXPECT_EQ(tokens, (std::vector<StartupTokens>{{.activationToken = "token", .startupID = {}}}));
+    EXPECT_EQ(call("Version").arguments(), QVariantList{QStringLiteral("7.8.9")});
+}
+
+TEST_F(BusForeignCallsTest, namesAreMeasuredAndRead) {
+    instance.serve(commands);
+    const QStringList urls{QStringLiteral("https://host/a"),
+                           QStringLiteral("file://elsewhere/a"),
+                           QStringLiteral("relative"),
+                           QStringLiteral("file:///%00"),
+                           QStringLiteral("file:///") + QString(1'000'000, QLatin1Char('x')),
+                           QString()};
+    QStringList many(qsizetype{maxFilesPerRequest}, QStringLiteral("x"));
+    for (const char* method : {"Add", "Remove"}) {
+        EXPECT_EQ(call(method, {urls}).arguments().value(0).toStringList(),
+                  QStringList(urls.size(), QStringLiteral("malformed")));
+        EXPECT_EQ(call(method, {many}).arguments().value(0).toStringList().size(), many.size());
+        EXPECT_EQ(errorOf(method, {many + QStringList(QStringLiteral("file:///a"))}), "LimitsExceeded");
+    }
+    EXPECT_TRUE(commands.list().empty());
+}
+
+TEST_F(BusForeignCallsTest, anotherUserIsRefused) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can become another user";
+    instance.serve(commands);
+    QProcess process;
+    process.start(QStringLiteral("setpriv"),
+                  {QStringLiteral("--reuid=65534"), QStringLiteral("--regid=65534"), QStringLiteral("--clear-groups"),
+                   QStringLiteral("dbus-send"), QStringLiteral("--bus=") + bus.address(),
+                   QStringLiteral("--print-reply"), QStringLiteral("--dest=") + shelfBus::service, shelfBus::path,
+                   shelfBus::interface + QStringLiteral(".List")});
+    bus.waitUntil([&process] { return process.state() == QProcess::NotRunning; });
+    EXPECT_NE(process.exitCode(), 0);
+    const std::string said = process.readAllStandardError().toStdString();
+    EXPECT_NE(said.find("this shelf belongs to another user"), std::string::npos) << said;
+}
+
+TEST_F(BusForeignCallsTest, requestsThatComeDuringTheStartAreKept) {
+    const QDBusPendingCall early = stranger.asyncCall(shelfCall("Add", {QStringList{QStringLiteral("file:///a")}}));
+    const QDBusMessage ping =
+        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
+                                       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"));
+    for (int round = 0; round < 5; ++round)
+        static_cast<void>(bus.call(stranger, ping));
+    instance.serve(commands);
+    EXPECT_EQ(bus.answer(early).arguments(), (QVariantList{QStringList{QStringLiteral("added")}, QString()}));
+}
+
+TEST_F(BusForeignCallsTest, aBusThatComesBackIsJoinedAgain) {
+    instance.serve(commands);
+    for (const char* const time : {"first", "second"}) {
+        bus.restart();
+        stranger = bus.connection(QString::fromUtf8(time));
+        bus.waitUntil([this] { return stranger.interface()->isServiceRegistered(shelfBus::service); });
+        const QVariantMap token{{QStringLiteral("activation-token"), QString::fromUtf8(time)}};
+        EXPECT_EQ(call("Show", {token}).type(), QDBusMessage::ReplyMessage);
+        EXPECT_EQ(tokens.back().activationToken, time);
+    }
+}
+
+TEST_F(BusForeignCallsTest, theInterfaceIsDescribed) {
+    const QString xml = instance.introspect(shelfBus::path);
+    for (const char* part : {"com.example.stowpocket.Shelf1", "QuickDrop", "aa{sv}"})
+        EXPECT_TRUE(xml.contains(QString::fromUtf8(part))) << part << " in " << xml.toStdString();
+}
+
+}  // namespace
+}  // namespace stowpocket

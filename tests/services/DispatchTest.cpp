@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+#include "fakes/FakeDispatch.h"
+#include "platform/qt/QtDispatch.h"
+#include "support/ComesTrue.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <future>
+#include <thread>
+
+using namespace std::chrono_literals;
+
+namespace stowpocket {
+namespace {
+
+struct Faked {
+    FakeDispatch dispatch;
+    void step() {
+        dispatch.runAll();
+        dispatch.advance(5ms);
+    }
+};
+
+struct OnQt {
+    QtDispatch dispatch;
+    void step() {}
+};
+
+template <class Subject>
+class DispatchContract : public testing::Test {
+protected:
+    [[nodiscard]] bool runUntil(const std::function<bool()>& condition) {
+        return comesTrue([this] { subject.step(); }, condition);
+    }
+    Subject subject;
+    Dispatch& dispatch = subject.dispatch;
+};
+
+using Subjects = testing::Types<Faked, OnQt>;
+TYPED_TEST_SUITE(DispatchContract, Subjects);
+
+TYPED_TEST(DispatchContract, runsMainWorkInOrderAndLater) {
+    std::string order;
+    this->dispatch.async([&] {
+        order += 'a';
+        this->dispatch.async([&] { order += 'c'; });
+    });
+    this->dispatch.async([&] { order += 'b'; });
+    EXPECT_EQ(order, "");
+    EXPECT_TRUE(this->runUntil([&] { return order.size() == 3; }));
+    EXPECT_EQ(order, "abc");
+}
+
+TYPED_TEST(DispatchContract, delayedWorkRunsUntilItIsCancelledWhichItMayDoItself) {
+    int early = 0;
+    int cancelled = 0;
+    int ticks = 0;
+    bool isOver = false;
+    std::unique_ptr<ScheduledWork> earlyWork = this->dispatch.after(5ms, [&] {
+        ++early;
+        earlyWork.reset();
+    });
+    auto cancelledWork = this->dispatch.after(10ms, [&] { ++cancelled; });
+    std::unique_ptr<ScheduledWork> repeated = this->dispatch.every(5ms, [&] {
+        if (++ticks == 3)
+            repeated.reset();
+    });
+    const auto late = this->dispatch.after(50ms, [&] { isOver = true; });
+    cancelledWork.reset();
+    EXPECT_TRUE(this->runUntil([&] { return ticks >= 3 && isOver; }));
+    EXPECT_EQ(early, 1);
+    EXPECT_EQ(cancelled, 0);
+    EXPECT_EQ(ticks, 3);
+}
+
+TYPED_TEST(DispatchContract, pausedWorkDoesNotRunUntilItGoesOn) {
+    int ticks = 0;
+    bool isOver = false;
+    const auto repeated = this->dispatch.every(5ms, [&] { ++ticks; });
+    repeated->pause();
+    const auto late = this->dispatch.after(20ms, [&] { isOver = true; });
+    EXPECT_TRUE(this->runUntil([&] { return isOver; }));
+    EXPECT_EQ(ticks, 0);
+    repeated->resume();
+    EXPECT_TRUE(this->runUntil([&] { return ticks >= 2; }));
+}
+
+TYPED_TEST(DispatchContract, backgroundWorkReturnsToTheMainThread) {
+    const std::thread::id mainThread = std::this_thread::get_id();
+    std::thread::id answeredOn;
+    this->dispatch.background([&] { this->dispatch.async([&] { answeredOn = std::this_thread::get_id(); }); });
+    EXPECT_TRUE(this->runUntil([&] { return answeredOn != std::thread::id(); }));
+    EXPECT_EQ(answeredOn, mainThread);
+}
+
+TYPED_TEST(DispatchContract, serialQueueKeepsOrderAndOutlivesItsHandle) {
+    std::unique_ptr<SerialQueue> queue = this->dispatch.serialQueue("queue.under.test");
+    constexpr int blocks = 200;
+    std::atomic<int> next{0};
+    std::atomic<bool> inOrder{true};
+    for (int block = 0; block < blocks; ++block)
+        queue->async([&, block] { inOrder = inOrder && next.fetch_add(1) == block; });
+    queue.reset();
+    EXPECT_TRUE(this->runUntil([&] { return next == blocks; }));
+    EXPECT_TRUE(inOrder);
+}
+
+TEST(QtDispatch, syncComesAfterEarlierBlocksOfItsQueue) {
+    QtDispatch dispatch;
+    const auto queue = dispatch.serialQueue("queue.under.test");
+    int count = 0;
+    for (int block = 0; block < 50; ++block)
+        queue->async([&] { ++count; });
+    int seen = 0;
+    queue->sync([&] { seen = count; });
+    EXPECT_EQ(seen, 50);
+}
+
+TEST(QtDispatch, queuesRunHoweverMuchHangsInTheBackground) {
+    QtDispatch dispatch;
+    std::promise<void> mountAnswers;
+    std::atomic<int> ended{0};
+    constexpr int jobs = 20;
+    const std::shared_future<void> answer(mountAnswers.get_future());
+    for (int job = 0; job < jobs; ++job)
+        dispatch.background([&ended, answer] {
+            answer.wait();
+            ++ended;
+        });
+    const auto queue = dispatch.serialQueue("queue.under.test");
+    EXPECT_TRUE(queue->await([] {}, 20s));
+    EXPECT_FALSE(queue->await([answer] { answer.wait(); }, 1ms));
+    mountAnswers.set_value();
+    EXPECT_TRUE(queue->await([] {}, 20s));
+    EXPECT_TRUE(comesTrue([] {}, [&] { return ended == jobs; }));
+}
+
+}  // namespace
+}  // namespace stowpocket
