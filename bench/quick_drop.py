@@ -19,23 +19,15 @@ MANAGERS = {
     "thunar": ["thunar"], "pcmanfm-qt": ["pcmanfm-qt"], "pcmanfm": ["pcmanfm"], "nautilus": ["nautilus", "--new-window"],
     "nemo": ["nemo"], "caja": ["caja", "--no-desktop"], "dolphin": ["dolphin"],
 }
-PLACE = (10, 200, 700, 600)
+PLACE = {"x": 10, "y": 200, "width": 700, "height": 600}
 
 
 def window_of(desktop, folder):
     """The file manager's window, which carries the folder's name somewhere in its title."""
     def find():
-        shown = [window for window in every_window(desktop.x) if folder.name in desktop.x.title(window) and desktop.x.is_viewable(window)]
+        shown = filter(desktop.x.is_viewable, desktop.x.titled(lambda title: folder.name in title))
         return max(shown, key=lambda window: desktop.x.rect(window).width, default=None)
     return wait_for(find, "the file manager's window")
-
-
-def every_window(x):
-    pending = x.children(x.root.value)
-    while pending:
-        window = pending.pop()
-        yield window
-        pending += x.children(window)
 
 
 def select_all(desktop, window, shelf, count):
@@ -75,7 +67,7 @@ def measure(build, name, count):
         shelf = RunningShelf(desktop)
         desktop.start(*MANAGERS[name], str(folder))
         window = window_of(desktop, folder)
-        desktop.x.move(window, *PLACE)
+        window.configure(**PLACE)
         clipboard = Clipboard(desktop, "precious")
         select_all(desktop, window, shelf, count)
         times, kept = [], 0

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 """The programs that share the desktop with ours: panels that show tray icons, and file managers."""
 from drag import Drag
-from x_display import XID, Rect, wait_for, x11
+from x_display import Rect, wait_for
 
 PANEL = """<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
@@ -41,13 +41,14 @@ class CopyingTray:
         self.x, self.window = x, x.manage("_NET_SYSTEM_TRAY_S0")
 
     def take_in(self, title):
-        window = wait_for(lambda: next((each for each in self.x.children(self.x.root.value) if self.x.title(each) == title), None), f"{title} to be offered")
-        x11.XReparentWindow(self.x.handle, XID(window), XID(self.x.new_window()), 0, 0)
-        x11.XMapWindow(self.x.handle, XID(window))
-        self.x.send(window, 0, window, "_XEMBED")
+        window = wait_for(lambda: next(self.x.titled(title.__eq__), None), f"{title} to be offered")
+        window.reparent(self.x.new_window(), 0, 0)
+        window.map()
+        self.x.send(window, 0, "_XEMBED")
 
     def end(self):
-        self.x.destroy(self.window)
+        self.window.destroy()
+        self.x.sync()
 
 
 class FileManager:
@@ -57,7 +58,7 @@ class FileManager:
         self.desktop, self.x, self.folder = desktop, desktop.x, folder
         title = self.open()
         self.window = wait_for(lambda: self.x.find(title), f"the window {title}")
-        self.x.move(self.window, *place)
+        self.window.configure(**place._asdict())
         wait_for(lambda: self.x.rect(self.window)[2:] == place[2:], f"the window {title} to be as large as asked")
         self.frame = wait_for(lambda: desktop.tree.program(self.program).find(title), f"the accessible window {title}")
         self.status = wait_for(self.find_status, "the status bar")

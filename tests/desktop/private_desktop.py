@@ -80,7 +80,7 @@ class PrivateDesktop:
         self.start_bus()
         self.x = XDisplay(self.environment["DISPLAY"])
         self.start("openbox")
-        wait_for(lambda: self.x.property(self.x.root.value, "_NET_SUPPORTING_WM_CHECK"), "the window manager")
+        wait_for(lambda: self.x.property(self.x.root, "_NET_SUPPORTING_WM_CHECK"), "the window manager")
 
     def start_x_server(self):
         reading, writing = os.pipe()

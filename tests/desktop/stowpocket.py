@@ -29,7 +29,8 @@ class Stowpocket:
         self.icon()
         if self.icon_window == STATUS_ITEM:
             # Trays map the window before the program has come to show it, and clicks are lost until then.
-            wait_for(lambda: self.x.contrast(self.x.rect(self.x.find(STATUS_ITEM) or self.x.root.value)) > PAINTED, "the icon to be painted")
+            wait_for(lambda: (window := self.x.find(STATUS_ITEM)) and self.x.contrast(self.x.rect(window)) > PAINTED,
+                     "the icon to be painted")
 
     def end(self, how=signal.SIGTERM):
         return self.desktop.end(self.process, how)
@@ -42,7 +43,7 @@ class Stowpocket:
 
     def icon(self):
         """The middle of the icon, once it has its place; what no panel has placed yet lies beyond the edge of the screen."""
-        screen = self.x.rect(self.x.root.value)
+        screen = self.x.rect(self.x.root)
 
         def place():
             window = self.x.find(self.icon_window)
