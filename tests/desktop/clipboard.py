@@ -26,8 +26,8 @@ class Clipboard:
         return self.owner() == self.holder
 
     def was_read(self, times=1):
-        """Its kinds are asked for first, then what it holds."""
-        return f"selection request number {2 * times}" in (self.desktop.logs / "xclip.log").read_text()
+        """What it tells is the number of the request that it waits for; those for its kinds are not counted."""
+        return f"selection request number {times + 1}" in (self.desktop.logs / "xclip.log").read_text()
 
     def text(self):
         """What would be pasted now, whoever holds it."""

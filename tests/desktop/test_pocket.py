@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: MIT
 """The place for drops that depends on no panel."""
 import signal
-import time
 import unittest
 
 from case import DesktopTest
@@ -38,15 +37,6 @@ class Pocket(DesktopTest):
         wait_for(self.pocket, "the pocket once more")
         drag.leave()
         drag.release()
-        self.wait_until_gone()
-
-    def test_waits_for_a_drop_that_is_late(self):
-        window, drag = self.drag_to_the_icon("trayer", Thunar)
-        window.process.send_signal(signal.SIGSTOP)
-        drag.release()
-        time.sleep(0.6)  # longer than what has left the pocket takes to drop
-        window.process.send_signal(signal.SIGCONT)
-        self.stowpocket.wait_for_files(["file 01.txt"])
         self.wait_until_gone()
 
     def test_does_not_wait_for_a_source_that_died(self):

@@ -105,10 +105,14 @@ class QuickDrop(DesktopTest):
 
     def test_file_manager_that_is_busy_is_waited_for(self):
         _, window = self.offer("trayer", Thunar, 2)
+        clipboard = Clipboard(self.desktop, "precious")
         window.select_all()
         window.process.send_signal(signal.SIGSTOP)
+        pressed = time.monotonic()
         self.press_keys()
-        time.sleep(0.6)  # longer than one that gets round to the keys is given to copy
+        # Until a quick drop has ended no other begins.
+        wait_for(lambda: clipboard.was_read(times=2) or self.press_keys(), "the quick drop to give up and the next to begin")
+        self.assertGreater(time.monotonic() - pressed, 2, "one that is not busy gets less than a second")
         window.process.send_signal(signal.SIGCONT)
         self.stowpocket.wait_for_files(self.names)
 

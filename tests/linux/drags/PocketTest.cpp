@@ -5,8 +5,25 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QUrl>
+
 namespace stowpocket {
 namespace {
+
+/// Takes every file.
+class FakeDropView : public DraggingDestination {
+public:
+    [[nodiscard]] const std::vector<std::string>& registeredDraggedTypes() const override { return types_; }
+    [[nodiscard]] DragOperation draggingEntered(DraggingPasteboard&) override { return DragOperation::copy; }
+    [[nodiscard]] DragOperation draggingUpdated(DraggingPasteboard&) override { return DragOperation::copy; }
+    [[nodiscard]] bool performDragOperation(DraggingPasteboard&) override { return true; }
+
+private:
+    std::vector<std::string> types_{std::string(pasteboardType::fileURL)};
+};
 
 TEST(PocketTest, standsInTheCornerOnceTheIconIsNowhereElse) {
     const auto connection = X11Connection::ofApplication();
@@ -26,6 +43,24 @@ TEST(PocketTest, standsInTheCornerOnceTheIconIsNowhereElse) {
         pocket.setResident(true);
         EXPECT_EQ(pocket.rectOnScreen(), corner) << hasDragEnded;
     }
+}
+
+TEST(PocketTest, waitsForADropThatIsLateUnlessItsSourceHasGone) {
+    const auto connection = X11Connection::ofApplication();
+    const StatusItemFace face{{}, {}, std::make_shared<FakeDropView>()};
+    FakeDrops drops;
+    const SymbolPainter paintSymbol = [](const StatusItemImage&, const QColor&, int) { return QImage(); };
+    X11Pocket pocket(*connection, face, paintSymbol, drops, [] {});
+    pocket.dragBegan(QRect(400, 300, 31, 22));
+    QMimeData files;
+    files.setUrls({QUrl(QStringLiteral("file:///late.txt"))});
+    QDragEnterEvent enter(QPoint(1, 1), Qt::CopyAction, &files, Qt::LeftButton, {});
+    QApplication::sendEvent(QApplication::topLevelAt(401, 301), &enter);
+
+    pocket.dragEnded(DragEnd::released);
+    EXPECT_TRUE(pocket.rectOnScreen());
+    pocket.dragEnded(DragEnd::sourceGone);
+    EXPECT_FALSE(pocket.rectOnScreen());
 }
 
 }  // namespace
