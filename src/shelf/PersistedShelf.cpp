@@ -85,8 +85,7 @@ void addPath(PropertyValue::Dictionary& entry, const std::string& path) {
         entry.emplace(key::fallbackPathBytes, Bytes(path.begin(), path.end()));
 }
 
-ShelfItem makeItem(EntryFacts facts, FileURL url, FileManager& fileManager) {
-    const bool isAvailable = fileManager.fileExists(url);
+ShelfItem makeItem(EntryFacts facts, FileURL url, bool isAvailable) {
     return ShelfItem{.id = facts.id,
                      .fileURL = std::move(url),
                      .bookmarkData = {},
@@ -104,11 +103,12 @@ public:
     void addBookmarked(EntryFacts facts, Bytes bookmark, const std::optional<ResolvedBookmark>& resolved) {
         if (!resolved)
             return;
-        // Two entries may lead to one file; its access is ended once, so it is begun once.
-        std::set<FileURL>& accessed = shelf_.accessedResourceURLs;
-        if (!accessed.contains(resolved->url) && bookmarks_.startAccessing(resolved->url))
-            accessed.insert(resolved->url);
-        ShelfItem item = makeItem(std::move(facts), resolved->url, fileManager_);
+        const bool isAvailable = !resolved->isToBeSought && fileManager_.fileExists(resolved->url);
+        if (resolved->isToBeSought)
+            shelf_.toBeSought.push_back(facts.id);
+        else
+            beginAccess(resolved->url, bookmarks_, shelf_.accessedResourceURLs);
+        ShelfItem item = makeItem(std::move(facts), resolved->url, isAvailable);
         item.bookmarkData = std::move(bookmark);
         if (resolved->isStale)
             renewBookmark(item);
@@ -116,7 +116,7 @@ public:
     }
 
     void addByPath(EntryFacts facts, const FileURL& url) {
-        ShelfItem item = makeItem(std::move(facts), url, fileManager_);
+        ShelfItem item = makeItem(std::move(facts), url, fileManager_.fileExists(url));
         renewBookmark(item);
         shelf_.items.push_back(std::move(item));
     }
@@ -138,6 +138,11 @@ private:
 };
 
 }  // namespace
+
+void beginAccess(const FileURL& url, Bookmarks& bookmarks, std::set<FileURL>& accessed) {
+    if (!accessed.contains(url) && bookmarks.startAccessing(url))
+        accessed.insert(url);
+}
 
 PropertyValue::Array encodedShelf(const std::vector<ShelfItem>& items) {
     PropertyValue::Array entries;

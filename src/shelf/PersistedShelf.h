@@ -16,6 +16,9 @@ class FileManager;
 /// Preference: the shelf, an array of one dictionary per item in shelf order.
 inline constexpr std::string_view shelfBookmarksKey = "shelfBookmarks";
 
+/// Two items may have one file; its access is ended once, so it is begun once. Main thread.
+void beginAccess(const FileURL& url, Bookmarks& bookmarks, std::set<FileURL>& accessed);
+
 [[nodiscard]] PropertyValue::Array encodedShelf(const std::vector<ShelfItem>& items);
 
 struct DecodedShelf {
@@ -24,6 +27,8 @@ struct DecodedShelf {
     std::set<FileURL> accessedResourceURLs;
     /// An item got a first or a fresh bookmark, so what is stored is behind.
     bool madeBookmarks = false;
+    /// Items whose files are to be sought; they stand in the list as missing until then.
+    std::vector<UUID> toBeSought;
 };
 
 /// Reads the shelf back. An entry that is malformed, or whose bookmark no longer leads anywhere, is left out; the

@@ -54,6 +54,8 @@ void ShelfManager::load() {
     if (shelf.madeBookmarks)
         save();
     itemsChanged.emit({ShelfChange::Kind::reset, {}});
+    if (!shelf.toBeSought.empty())
+        search(std::move(shelf.toBeSought));
 }
 
 int ShelfManager::addFiles(std::span<const FileURL> urls) {

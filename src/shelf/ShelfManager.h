@@ -55,6 +55,8 @@ public:
     [[nodiscard]] static FileURL filePromiseDirectory(FileManager& fileManager);
 
     /// Takes over the saved shelf; called once, at launch. Posts nothing; saves once if a bookmark was made anew.
+    /// Files that have to be sought are sought in the background; their items are missing until then, and those of
+    /// files that are not found leave the shelf.
     void load();
     /// Adds files at the end, as many as the capacity leaves room for, leaving out those already on the shelf. A
     /// large batch is prepared in the background and arrives later. Answers how many did not fit.
@@ -92,6 +94,7 @@ public:
 
 private:
     class Look;
+    struct SearchAnswer;
 
     explicit ShelfManager(const ShelfServices& services) : services_(services) {}
 
@@ -103,6 +106,8 @@ private:
     void announceAdded(std::size_t first);
     void setIsLoading(bool isLoading);
     void endAccess(const FileURL& url);
+    void search(std::vector<UUID> ids);
+    void applySearch(const std::vector<SearchAnswer>& answers);
     void applyAvailability(const std::vector<std::pair<UUID, bool>>& changed);
     void requestThumbnail(const ShelfItem& item, double scale);
     void storeThumbnail(const UUID& id, Image image);

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
-// The parts of the shelf manager that wait for files: availability, thumbnails and icons.
+// The parts of the shelf manager that wait for files: the search for moved ones, availability, thumbnails and icons.
 #include "foundation/Utf8.h"
+#include "platform/Bookmarks.h"
 #include "platform/Dispatch.h"
 #include "platform/FileManager.h"
 #include "platform/MainScreen.h"
 #include "platform/Thumbnails.h"
 #include "platform/WorkspaceIcons.h"
+#include "shelf/PersistedShelf.h"
 #include "shelf/ShelfManager.h"
 
 #include <algorithm>
 #include <atomic>
+#include <ranges>
 
 namespace stowpocket {
 namespace {
@@ -46,6 +49,68 @@ private:
     enum class State { looking, anotherAskedFor, over };
     std::atomic<State> state_ = State::looking;
 };
+
+/// Where the file of one item is now, if anywhere.
+struct ShelfManager::SearchAnswer {
+    UUID id;
+    std::optional<FileURL> url;
+    std::optional<Bytes> freshBookmark;
+    bool isAvailable = false;
+};
+
+void ShelfManager::search(std::vector<UUID> ids) {
+    std::vector<Bytes> bookmarks;
+    for (const UUID& id : ids)
+        bookmarks.push_back(*std::ranges::find(items_, id, &ShelfItem::id)->bookmarkData);
+    services_.dispatch.background(
+        [weak = weak_from_this(), services = services_, ids = std::move(ids), bookmarks = std::move(bookmarks)] {
+            const std::vector<std::optional<ResolvedBookmark>> found = services.bookmarks.search(bookmarks);
+            std::vector<SearchAnswer> answers;
+            for (std::size_t index = 0; index < ids.size(); ++index) {
+                SearchAnswer& answer = answers.emplace_back(SearchAnswer{ids[index], {}, {}, false});
+                if (!found[index])
+                    continue;
+                answer.url = found[index]->url;
+                answer.isAvailable = services.fileManager.fileExists(*answer.url);
+                if (found[index]->isStale)
+                    answer.freshBookmark = services.bookmarks.create(*answer.url);
+            }
+            services.dispatch.async([weak, answers = std::move(answers)] {
+                if (const auto self = weak.lock())
+                    self->applySearch(answers);
+            });
+        });
+}
+
+/// The entry of a file that is not found stays stored until the next change, like every one that loading leaves out.
+void ShelfManager::applySearch(const std::vector<SearchAnswer>& answers) {
+    ShelfChange updated{ShelfChange::Kind::updated, {}};
+    ShelfChange removed{ShelfChange::Kind::removed, {}};
+    for (const SearchAnswer& answer : answers) {
+        const auto item = std::ranges::find(items_, answer.id, &ShelfItem::id);
+        if (item == items_.end())
+            continue;
+        (answer.url ? updated : removed).indexes.push_back(static_cast<std::size_t>(item - items_.begin()));
+        if (answer.url) {
+            item->fileURL = *answer.url;
+            item->isAvailable = answer.isAvailable;
+            beginAccess(item->fileURL, services_.bookmarks, accessedResourceURLs_);
+        }
+        if (answer.freshBookmark)
+            item->bookmarkData = answer.freshBookmark;
+    }
+    if (std::ranges::any_of(answers, [](const SearchAnswer& answer) { return answer.freshBookmark.has_value(); }))
+        save();
+    if (!updated.indexes.empty())
+        itemsChanged.emit(updated);
+    requestThumbnails();
+    if (removed.indexes.empty())
+        return;
+    for (const std::size_t index : removed.indexes | std::views::reverse)
+        items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index));
+    itemsChanged.emit(removed);
+    services_.notificationCenter.post(itemsChangedNotification);
+}
 
 void ShelfManager::refreshAvailability() {
     if (items_.empty())

@@ -60,6 +60,17 @@ std::optional<Bytes> FakeFiles::create(const FileURL& url) {
 }
 
 std::vector<std::optional<ResolvedBookmark>> FakeFiles::resolve(std::span<const Bytes> bookmarks) {
+    std::vector<std::optional<ResolvedBookmark>> resolved = search(bookmarks);
+    for (std::size_t index = 0; seeksMissing && index < bookmarks.size(); ++index) {
+        const std::string text(bookmarks[index].begin(), bookmarks[index].end());
+        const std::string recordedPath = text.substr(text.find(' ') + 1);
+        if (recordedPath.starts_with('/') && !files_.contains(recordedPath))
+            resolved[index] = ResolvedBookmark{*FileURL::fromPath(recordedPath), false, true};
+    }
+    return resolved;
+}
+
+std::vector<std::optional<ResolvedBookmark>> FakeFiles::search(std::span<const Bytes> bookmarks) {
     std::vector<std::optional<ResolvedBookmark>> resolved;
     for (const Bytes& bookmark : bookmarks) {
         const std::string text(bookmark.begin(), bookmark.end());

@@ -29,12 +29,15 @@ public:
 
     [[nodiscard]] std::optional<Bytes> create(const FileURL& url) override;
     [[nodiscard]] std::vector<std::optional<ResolvedBookmark>> resolve(std::span<const Bytes> bookmarks) override;
+    [[nodiscard]] std::vector<std::optional<ResolvedBookmark>> search(std::span<const Bytes> bookmarks) override;
     [[nodiscard]] bool startAccessing(const FileURL& url) override;
     void stopAccessing(const FileURL& url) override;
 
     /// Paths whose attributes cannot be read, and for which no bookmark can be made.
     std::set<std::string> unreadable;
     std::set<std::string> unbookmarkable;
+    /// Whether a file that is not in its place has to be sought.
+    bool seeksMissing = false;
     /// Starts less stops, by path; a path whose access is refused never gets in.
     std::map<std::string, int> accesses;
     std::set<std::string> refusedAccess;

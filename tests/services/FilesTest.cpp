@@ -86,7 +86,12 @@ TYPED_TEST(FilesContract, bookmarksAreAnsweredEachInItsPlace) {
     this->subject.replace("replaced");
     EXPECT_TRUE(this->files.removeItem(this->url("deleted")));
 
-    const auto resolved = this->bookmarks.resolve(stored);
+    auto resolved = this->bookmarks.resolve(stored);
+    const auto sought = this->bookmarks.search(stored);
+    for (std::size_t index = 0; index < stored.size(); ++index) {
+        if (resolved[index] && resolved[index]->isToBeSought)
+            resolved[index] = sought[index];
+    }
     std::vector<std::string> answers;
     for (const std::optional<ResolvedBookmark>& answer : resolved)
         answers.push_back(answer ? answer->url.lastPathComponent() + (answer->isStale ? "*" : "") : "none");

@@ -120,6 +120,36 @@ TEST_F(PersistedShelfTest, aRenamedFileIsFoundKeepsItsNameAndIsBookmarkedAnew) {
     EXPECT_EQ(names(), std::vector<std::string>{"1.txt"}) << "what leads nowhere loses its entry";
 }
 
+TEST_F(PersistedShelfTest, filesThatHaveToBeSoughtArriveLater) {
+    addFiles(4);
+    const std::optional<Bytes> oldBookmark = manager->items()[1].bookmarkData;
+    files.rename("/files/1.txt", "/elsewhere/new.txt");
+    files.removeItem(*FileURL::fromPath("/files/2.txt"));
+    files.seeksMissing = true;
+    files.accesses.clear();
+    preferences.saves = 0;
+    posts = 0;
+
+    restart();
+    EXPECT_EQ(names(), (std::vector<std::string>{"0.txt", "1.txt", "2.txt", "3.txt"}));
+    EXPECT_FALSE(manager->items()[1].isAvailable || manager->items()[2].isAvailable);
+    EXPECT_EQ(files.accesses.size(), 2u) << "nothing to have access to";
+    manager->removeItem(manager->items()[0].id);
+    EXPECT_EQ(storedEntry(0).at("bookmark"), *oldBookmark) << "not lost by a change meanwhile";
+
+    dispatch.runAll();
+    EXPECT_EQ(names(), (std::vector<std::string>{"1.txt", "3.txt"}));
+    const ShelfItem& moved = manager->items()[0];
+    EXPECT_EQ(moved.fileURL.path(), "/elsewhere/new.txt");
+    EXPECT_TRUE(moved.isAvailable);
+    EXPECT_EQ(files.accesses["/elsewhere/new.txt"], 1);
+    EXPECT_EQ(storedEntry(0).at("bookmark"), *moved.bookmarkData);
+    EXPECT_NE(moved.bookmarkData, oldBookmark);
+    EXPECT_EQ(thumbnails.asked.at(4).request.fileURL, moved.fileURL);
+    EXPECT_EQ(preferences.saves, 2);
+    EXPECT_EQ(posts, 2) << "one item was removed, one not found";
+}
+
 TEST_F(PersistedShelfTest, anEntryByPathGetsABookmarkOrStaysAsMissing) {
     files.add("/there");
     PropertyValue::Dictionary there = entryByPath("/there");

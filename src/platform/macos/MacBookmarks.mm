@@ -41,6 +41,11 @@ public:
         return resolved;
     }
 
+    /// The system looks for files by itself when it resolves a bookmark.
+    [[nodiscard]] std::vector<std::optional<ResolvedBookmark>> search(std::span<const Bytes> bookmarks) override {
+        return std::vector<std::optional<ResolvedBookmark>>(bookmarks.size());
+    }
+
     [[nodiscard]] bool startAccessing(const FileURL& url) override {
         const auto scoped = resolved_.find(url);
         NSURL* const resource = scoped == resolved_.end() ? nsURL(url) : scoped->second;

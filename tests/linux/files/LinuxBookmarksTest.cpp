@@ -22,7 +22,10 @@ protected:
         return bookmarks.create(folder.url(name)).value();
     }
     [[nodiscard]] BookmarkRecord record(const std::string& name) { return decodeBookmark(bookmark(name)).value(); }
-    [[nodiscard]] Answer resolve(const Bytes& data) { return bookmarks.resolve(std::span(&data, 1)).at(0); }
+    [[nodiscard]] Answer resolve(const Bytes& data) {
+        const Answer answer = bookmarks.resolve(std::span(&data, 1)).at(0);
+        return answer && answer->isToBeSought ? bookmarks.search(std::span(&data, 1)).at(0) : answer;
+    }
     [[nodiscard]] std::string found(const Bytes& data) {
         const Answer answer = resolve(data);
         return answer ? answer->url.path().substr(folder.path().size() + 1) + (answer->isStale ? "*" : "") : "";

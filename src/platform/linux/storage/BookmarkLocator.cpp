@@ -55,23 +55,32 @@ std::optional<BookmarkRecord> describeFile(const FileURL& url, const Mounts& mou
     return record;
 }
 
-std::vector<std::optional<ResolvedBookmark>> locateFiles(const std::vector<BookmarkRecord>& records,
-                                                         const std::vector<SearchRoot>& roots, const Mounts& mounts) {
-    std::vector<std::optional<ResolvedBookmark>> answers(records.size());
-    std::vector<BookmarkRecord> missing;
-    std::vector<std::size_t> missingIndexes;
-    for (std::size_t index = 0; index < records.size(); ++index) {
-        const BookmarkRecord& record = records[index];
+std::vector<std::optional<ResolvedBookmark>> filesInTheirPlaces(const std::vector<BookmarkRecord>& records,
+                                                                const Mounts& mounts) {
+    std::vector<std::optional<ResolvedBookmark>> answers;
+    answers.reserve(records.size());
+    for (const BookmarkRecord& record : records) {
+        ResolvedBookmark& answer = answers.emplace_back().emplace(ResolvedBookmark{.url = record.url});
         const Sighting sighting = lookAt(AT_FDCWD, record.url.path().c_str(), detailFor(record.identity));
         const bool isThere =
             sighting.kind == Sighting::Kind::present && sighting.identity.type == record.identity.type;
         const bool isUnchanged = isThere && isSameFile(record.identity, sighting.identity);
-        if (isUnchanged || sighting.kind == Sighting::Kind::unknown || isVolumeAbsent(record, mounts)) {
-            answers[index] = ResolvedBookmark{record.url, false};
-        } else if (isThere) {
-            answers[index] = ResolvedBookmark{record.url, true};
-        } else {
-            missing.push_back(record);
+        if (isUnchanged || sighting.kind == Sighting::Kind::unknown || isVolumeAbsent(record, mounts))
+            continue;
+        answer.isStale = isThere;
+        answer.isToBeSought = !isThere;
+    }
+    return answers;
+}
+
+std::vector<std::optional<ResolvedBookmark>> locateFiles(const std::vector<BookmarkRecord>& records,
+                                                         const std::vector<SearchRoot>& roots, const Mounts& mounts) {
+    std::vector<std::optional<ResolvedBookmark>> answers = filesInTheirPlaces(records, mounts);
+    std::vector<BookmarkRecord> missing;
+    std::vector<std::size_t> missingIndexes;
+    for (std::size_t index = 0; index < records.size(); ++index) {
+        if (answers[index]->isToBeSought) {
+            missing.push_back(records[index]);
             missingIndexes.push_back(index);
         }
     }
@@ -80,8 +89,8 @@ std::vector<std::optional<ResolvedBookmark>> locateFiles(const std::vector<Bookm
     const std::vector<std::optional<std::string>> found = searchForFiles(missing, roots, mounts);
     for (std::size_t at = 0; at < missing.size(); ++at) {
         const std::optional<FileURL> url = found[at] ? FileURL::fromPath(*found[at]) : std::nullopt;
-        if (url)
-            answers[missingIndexes[at]] = ResolvedBookmark{*url, true};
+        answers[missingIndexes[at]] =
+            url ? std::optional(ResolvedBookmark{.url = *url, .isStale = true}) : std::nullopt;
     }
     return answers;
 }

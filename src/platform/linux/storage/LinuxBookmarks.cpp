@@ -53,7 +53,19 @@ std::optional<Bytes> LinuxBookmarks::create(const FileURL& url) {
 }
 
 std::vector<std::optional<ResolvedBookmark>> LinuxBookmarks::resolve(std::span<const Bytes> bookmarks) {
-    using Answers = std::vector<std::optional<ResolvedBookmark>>;
+    return locate(bookmarks, [mounts = mounts_.mounts()](const std::vector<BookmarkRecord>& records) {
+        return filesInTheirPlaces(records, *mounts);
+    });
+}
+
+std::vector<std::optional<ResolvedBookmark>> LinuxBookmarks::search(std::span<const Bytes> bookmarks) {
+    return locate(bookmarks,
+                  [roots = promptRoots(), mounts = mounts_.mounts()](const std::vector<BookmarkRecord>& records) {
+                      return locateFiles(records, roots, *mounts);
+                  });
+}
+
+LinuxBookmarks::Answers LinuxBookmarks::locate(std::span<const Bytes> bookmarks, const Locate& locate) {
     Answers answers(bookmarks.size());
     // One question for each mount that may hang: its files cost one wait together, not one each.
     std::map<std::optional<std::string>, Batch> batches;
@@ -67,10 +79,8 @@ std::vector<std::optional<ResolvedBookmark>> LinuxBookmarks::resolve(std::span<c
     for (auto& [mount, batch] : batches) {
         // The question may outlive this call, and shares what it asks about.
         const auto records = std::make_shared<const std::vector<BookmarkRecord>>(std::move(batch.records));
-        const auto locate = [records, roots = promptRoots(), mounts = mounts_.mounts()] {
-            return locateFiles(*records, roots, *mounts);
-        };
-        const std::optional<Answers> located = probe_.ask<Answers>(records->front().url.path(), locate);
+        const std::optional<Answers> located =
+            probe_.ask<Answers>(records->front().url.path(), [records, locate] { return locate(*records); });
         for (std::size_t at = 0; at < records->size(); ++at)
             answers[batch.indexes[at]] = located ? (*located)[at] : ResolvedBookmark{(*records)[at].url, false};
     }

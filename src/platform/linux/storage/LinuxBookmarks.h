@@ -4,6 +4,8 @@
 #include "platform/Bookmarks.h"
 #include "platform/linux/storage/BookmarkSearch.h"
 
+#include <functional>
+
 namespace stowpocket {
 
 class MountTable;
@@ -22,11 +24,17 @@ public:
     [[nodiscard]] std::optional<Bytes> create(const FileURL& url) override;
     /// A file on a mount that does not answer counts as where it was.
     [[nodiscard]] std::vector<std::optional<ResolvedBookmark>> resolve(std::span<const Bytes> bookmarks) override;
+    [[nodiscard]] std::vector<std::optional<ResolvedBookmark>> search(std::span<const Bytes> bookmarks) override;
     /// Always false: files are reached by their permissions alone here, so there is no access to begin or to end.
     [[nodiscard]] bool startAccessing(const FileURL& url) override;
     void stopAccessing(const FileURL& url) override;
 
 private:
+    using Answers = std::vector<std::optional<ResolvedBookmark>>;
+    using Locate = std::function<Answers(const std::vector<BookmarkRecord>& records)>;
+
+    /// Asks each mount once; `locate` owns what it needs.
+    [[nodiscard]] Answers locate(std::span<const Bytes> bookmarks, const Locate& locate);
     [[nodiscard]] std::vector<SearchRoot> promptRoots() const;
 
     MountTable& mounts_;
