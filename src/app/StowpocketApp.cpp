@@ -65,6 +65,8 @@ int runProgram(int argc, char** argv, const Command& command, const StartupToken
     }
     QApplication application(argc, argv);
     describe(application);
+    // Its answer comes while the next ones are waited for.
+    AccessibilityBusProbe accessibilityBus(QDBusConnection::sessionBus());
     // Asked first, so that a second start never shows an icon.
     auto instance = std::make_unique<BusInstance>(QDBusConnection::sessionBus(), version);
     if (instance->claim() == BusInstance::Claim::takenByAnother)
@@ -72,10 +74,10 @@ int runProgram(int argc, char** argv, const Command& command, const StartupToken
     const std::optional<ProgramLock> lock = programLock();
     if (lock && lock->holder())
         return refuseSecondProgram(*lock->holder());
-    avoidSilentAccessibilityBus(QDBusConnection::sessionBus());
     const std::unique_ptr<LinuxServices> services = LinuxServices::make();
     if (!services)
         return EXIT_FAILURE;
+    accessibilityBus.avoidSilentBus();
 
     const std::shared_ptr<AppDelegate> delegate = AppDelegate::make(services->forApp());
     delegate->applicationDidFinishLaunching();

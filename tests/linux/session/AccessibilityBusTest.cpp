@@ -15,14 +15,14 @@ TEST(AccessibilityBusTest, oneThatIsSilentIsNotWaitedFor) {
     qunsetenv(alwaysOn);
     PrivateBus bus;
     const QDBusConnection program = bus.connection(QStringLiteral("program"));
-    EXPECT_TRUE(avoidSilentAccessibilityBus(program)) << "there is none";
+    EXPECT_TRUE(AccessibilityBusProbe(program).avoidSilentBus()) << "there is none";
     EXPECT_FALSE(qEnvironmentVariableIsSet(alwaysOn));
     // Its owner is this thread, which waits and so cannot answer.
     QDBusConnection owner = bus.connection(QStringLiteral("owner"));
     QObject silent;
     ASSERT_TRUE(owner.registerObject(QStringLiteral("/org/a11y/bus"), &silent, QDBusConnection::ExportAllProperties));
     ASSERT_TRUE(owner.registerService(QStringLiteral("org.a11y.Bus")));
-    EXPECT_FALSE(avoidSilentAccessibilityBus(program));
+    EXPECT_FALSE(AccessibilityBusProbe(program).avoidSilentBus());
     EXPECT_TRUE(qEnvironmentVariableIsSet(alwaysOn));
     before.isNull() ? qunsetenv(alwaysOn) : qputenv(alwaysOn, before);
 }

@@ -11,16 +11,24 @@ constexpr int patienceMs = 300;
 /// Qt 6 then asks for the address alone, and does not wait for that.
 constexpr auto alwaysOn = "QT_LINUX_ACCESSIBILITY_ALWAYS_ON";
 
-}  // namespace
-
-bool avoidSilentAccessibilityBus(const QDBusConnection& bus) {
+QDBusMessage question() {
     QDBusMessage question =
         QDBusMessage::createMethodCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
                                        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     question << QStringLiteral("org.a11y.Status") << QStringLiteral("IsEnabled");
     // One that is not running is not started for this, and Qt does not ask it then.
     question.setAutoStartService(false);
-    const QDBusError::ErrorType error = QDBusError(bus.call(question, QDBus::Block, patienceMs)).type();
+    return question;
+}
+
+}  // namespace
+
+AccessibilityBusProbe::AccessibilityBusProbe(const QDBusConnection& bus)
+    : answer_(bus.asyncCall(question(), patienceMs)) {}
+
+bool AccessibilityBusProbe::avoidSilentBus() {
+    answer_.waitForFinished();
+    const QDBusError::ErrorType error = answer_.error().type();
     const bool isSilent =
         error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut;
     if (isSilent) {

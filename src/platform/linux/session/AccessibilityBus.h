@@ -2,12 +2,23 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusPendingCall>
 
 namespace stowpocket {
 
-/// Has Qt serve screen readers without asking whether there is one, where the bus of accessibility does not answer
-/// that within 300 ms; Qt would wait for it 25 seconds, twice. Waits no longer than that itself. Main thread, before
-/// the first window. False when the bus is silent.
-bool avoidSilentAccessibilityBus(const QDBusConnection& bus);
+/// Finds out whether the bus of accessibility answers: Qt would wait 25 seconds, twice, for one that does not. Main
+/// thread.
+class AccessibilityBusProbe {
+public:
+    /// Asks, without waiting for the answer.
+    explicit AccessibilityBusProbe(const QDBusConnection& bus);
+
+    /// Before the first window. Waits until 300 ms after the question at most. Where there is no answer by then, Qt
+    /// serves screen readers without asking whether there is one; false then.
+    bool avoidSilentBus();
+
+private:
+    QDBusPendingCall answer_;
+};
 
 }  // namespace stowpocket

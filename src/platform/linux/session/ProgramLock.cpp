@@ -15,8 +15,6 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
-#include <future>
-#include <memory>
 #include <thread>
 
 namespace stowpocket {
@@ -60,26 +58,41 @@ std::string ownPlace() {
            part("session", "XDG_SESSION_ID") + ", process " + std::to_string(::getpid());
 }
 
-/// A longer place may follow behind the end of the text.
+/// A lock over the first byte of the file says that the place is still to be written there. It belongs to the open
+/// file, as the lock on the whole does. Where the system has no such lock, readers do not wait.
+struct flock placeLock(short type) {
+    return {.l_type = type, .l_whence = SEEK_SET, .l_start = 0, .l_len = 1, .l_pid = 0};
+}
+
+bool isPlaceWritten(const FileDescriptor& file) {
+    struct flock asked = placeLock(F_WRLCK);
+    return ::fcntl(file.get(), F_OFD_GETLK, &asked) != 0 || asked.l_type == F_UNLCK;
+}
+
+/// Waits a moment for the disk that it is written to. A longer place may follow behind the end of the text.
 std::string readPlace(const FileDescriptor& file) {
+    const auto end = std::chrono::steady_clock::now() + 200ms;
+    while (!isPlaceWritten(file) && std::chrono::steady_clock::now() < end)
+        std::this_thread::sleep_for(pollInterval);
     std::array<char, 512> text{};
     const ssize_t length = ::pread(file.get(), text.data(), text.size() - 1, 0);
     return length > 0 ? std::string(text.data()) : "an unknown place";
 }
 
-/// Waits a moment for the disk and no longer. Nothing is truncated: ext4 takes a millisecond or two to free what a
-/// file holds, at every start.
-void writePlace(const std::string& path) {
-    constexpr auto diskPatience = 200ms;
-    const auto isWritten = std::make_shared<std::promise<void>>();
-    const std::future<void> written = isWritten->get_future();
-    std::thread([path, place = ownPlace(), isWritten] {
-        const FileDescriptor file = openLock(path, O_WRONLY);
-        if (file.isOpen())
-            static_cast<void>(writeAll(file.get(), place + '\0'));
-        isWritten->set_value();
+/// Does not wait for the disk, nor for a thread to get its turn, which delays a start beside many others. Nothing is
+/// truncated: ext4 takes a millisecond or two to free what a file holds.
+void writePlace(const std::string& path, const FileDescriptor& file) {
+    struct flock unwritten = placeLock(F_RDLCK);
+    static_cast<void>(::fcntl(file.get(), F_OFD_SETLK, &unwritten));
+    // The thread keeps the file locked, so that it cannot write over the place of the next program.
+    FileDescriptor taken(::fcntl(file.get(), F_DUPFD_CLOEXEC, 0));
+    std::thread([path, place = ownPlace(), taken = std::move(taken)] {
+        const FileDescriptor written = openLock(path, O_WRONLY);
+        if (written.isOpen())
+            static_cast<void>(writeAll(written.get(), place + '\0'));
+        struct flock done = placeLock(F_UNLCK);
+        static_cast<void>(::fcntl(taken.get(), F_OFD_SETLK, &done));
     }).detach();
-    static_cast<void>(written.wait_for(diskPatience));
 }
 
 }  // namespace
@@ -94,7 +107,7 @@ ProgramLock::ProgramLock(const std::string& path, std::chrono::milliseconds pati
     if (taking == Taking::heldByAnother)
         holder_ = readPlace(file_);
     else if (taking == Taking::taken)
-        writePlace(path);
+        writePlace(path, file_);
     else
         qWarning("stowpocket: %s cannot be locked (%s); a second program would not be noticed", path.c_str(),
                  lastError().message().c_str());
