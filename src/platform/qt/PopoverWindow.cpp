@@ -81,8 +81,12 @@ void PopoverWindow::follow() {
     const QRect panel = frame.adjusted(0, placement_.arrowSide == ArrowSide::top ? arrow : 0, 0,
                                        placement_.arrowSide == ArrowSide::top ? 0 : -arrow);
     content_->setGeometry(panel.translated(-window.topLeft()));
+    // The limits open up before and close after it, so that size and place change in one request: the window manager
+    // answers each, and Qt waits for the server at each answer.
+    setMinimumSize(minimumSize().boundedTo(window.size()));
+    setMaximumSize(maximumSize().expandedTo(window.size()));
+    setGeometry(window);
     setFixedSize(window.size());
-    move(window.topLeft());
     if (edge_ == PopoverEdge::cut)
         setMask(QRegion(outline_.toFillPolygon().toPolygon()));
     update();

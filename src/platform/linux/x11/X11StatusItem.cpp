@@ -65,18 +65,22 @@ bool X11StatusItem::nativeEventFilter(const QByteArray&, void* message, qintptr*
         const auto& moved = *static_cast<const xcb_reparent_notify_event_t*>(message);
         if (moved.parent == connection_.root() && moved.window == button_->window())
             later([this] { take(docking_.lostWindow(), x11None); });
+        else if (std::ranges::find(around_, moved.window) != around_.end())
+            later([this] { hearOfBar(); });
         break;
     }
     case XCB_CONFIGURE_NOTIFY: {
         const xcb_window_t changed = static_cast<const xcb_configure_notify_event_t*>(message)->window;
         if (std::ranges::find(around_, changed) != around_.end())
-            later([this] { barChanged(); });
+            barChangedSoon();
+        else if (changed == button_->window())
+            later([this] { button_->iconMoved(); });
         break;
     }
     case XCB_PROPERTY_NOTIFY: {
         const xcb_atom_t changed = static_cast<const xcb_property_notify_event_t*>(message)->atom;
         if (changed == connection_.atom(X11Atom::trayOrientation) || changed == connection_.atom(X11Atom::trayColors))
-            later([this] { barChanged(); });
+            barChangedSoon();
         break;
     }
     default:
@@ -129,12 +133,23 @@ void X11StatusItem::checkForProxy() {
 
 /// A window is not told when what it stands in moves or grows, which changes its place and what is seen of it.
 void X11StatusItem::hearOfBar() {
+    around_.clear();
     xcb_window_t around = button_->window();
     while ((around = connection_.parentOf(around)) != x11None && around != connection_.root()) {
         connection_.hearAlso(around, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
         around_.push_back(around);
     }
     barChanged();
+}
+
+/// One change comes as several events, for each window that the icon stands in.
+void X11StatusItem::barChangedSoon() {
+    if (std::exchange(isBarChangeComing_, true))
+        return;
+    later([this] {
+        isBarChangeComing_ = false;
+        barChanged();
+    });
 }
 
 void X11StatusItem::barChanged() {

@@ -33,6 +33,7 @@ private:
     void embedded(xcb_window_t window);
     void checkForProxy();
     void hearOfBar();
+    void barChangedSoon();
     void barChanged();
     void take(TrayDocking::Step step, xcb_window_t manager);
     void requested(xcb_window_t window);
@@ -46,6 +47,7 @@ private:
     bool isItem_ = false;
     /// What the docked icon stands in, from its container to the window of the bar.
     std::vector<xcb_window_t> around_;
+    bool isBarChangeComing_ = false;
     /// Null until no tray is of use.
     std::unique_ptr<NotifierHost> host_;
     X11DragWatch dragWatch_;

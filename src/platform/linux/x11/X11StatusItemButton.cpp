@@ -94,20 +94,35 @@ QRect X11StatusItemButton::rectOnScreen() const {
 QRect X11StatusItemButton::barOnScreen() const {
     if (!window_ || bar_ == x11None)
         return {};
-    const std::optional<QRect> pixels = connection_.geometryOnRoot(bar_);
+    const std::optional<QRect> pixels = barPlace_.of(connection_, bar_);
     return pixels ? pointsOf(*pixels).value_or(QRect()) : QRect();
 }
 
 std::optional<QRect> X11StatusItemButton::dockedRect() const {
-    const std::optional<QRect> pixels = window_ ? connection_.geometryOnRoot(window_->id()) : std::nullopt;
+    if (!window_)
+        return std::nullopt;
+    if (bar_ == x11None)
+        iconPlace_.forget();
+    const std::optional<QRect> pixels = iconPlace_.of(connection_, window_->id());
     return pixels ? pointsOf(*pixels) : std::nullopt;
+}
+
+std::optional<QRect> X11StatusItemButton::KnownPlace::of(const X11Connection& connection, xcb_window_t window) {
+    if (!pixels_)
+        pixels_ = connection.geometryOnRoot(window);
+    return pixels_;
+}
+
+void X11StatusItemButton::forgetPlaces() {
+    iconPlace_.forget();
+    barPlace_.forget();
 }
 
 void X11StatusItemButton::dock(xcb_window_t manager) {
     undock();
     window_ = std::make_unique<X11TrayWindow>(connection_, manager, face_, paintSymbol_, drops_);
     QObject::connect(window_.get(), &QAbstractButton::clicked, &context_, [this] { click(); });
-    windowResized_ = window_->resized.connect([this] { moved.emit(); });
+    windowResized_ = window_->resized.connect([this] { iconMoved(); });
     window_->requestDock();
 }
 
@@ -119,14 +134,21 @@ void X11StatusItemButton::showDocked() {
 void X11StatusItemButton::undock() {
     windowResized_.reset();
     bar_ = x11None;
+    forgetPlaces();
     if (window_)
         window_.release()->deleteLater();  // not at once: it may be handling a click or a drag
 }
 
 void X11StatusItemButton::barChanged(xcb_window_t bar) {
     bar_ = bar;
+    forgetPlaces();
     if (window_)
-        window_->showFace();
+        window_->followBar();
+    moved.emit();
+}
+
+void X11StatusItemButton::iconMoved() {
+    iconPlace_.forget();
     moved.emit();
 }
 

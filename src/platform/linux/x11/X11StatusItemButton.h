@@ -35,8 +35,10 @@ public:
     /// 0 while not docked.
     [[nodiscard]] xcb_window_t window() const { return window_ == nullptr ? x11None : window_->id(); }
 
-    /// The docked icon stands in that window of a bar, which has another place, size, direction or colour now.
+    /// The docked icon stands in that window of a bar, which has another place, size, direction or colour now. From
+    /// here on every such change is told, and every one of the icon's own place.
     void barChanged(xcb_window_t bar);
+    void iconMoved();
 
     /// Emitted when a host has asked for what the item shows, and with false when no such host is left.
     Signal<bool> itemSeen;
@@ -47,7 +49,18 @@ public:
     void dragEnded(DragEnd end) { pocket_.dragEnded(end); }
 
 private:
+    /// Where a window is on the screen, which is known while all its changes are told.
+    class KnownPlace {
+    public:
+        void forget() { pixels_.reset(); }
+        [[nodiscard]] std::optional<QRect> of(const X11Connection& connection, xcb_window_t window);
+
+    private:
+        std::optional<QRect> pixels_;
+    };
+
     [[nodiscard]] std::optional<QRect> dockedRect() const;
+    void forgetPlaces();
     [[nodiscard]] NotifierFace notifierFace() const;
     void showFace();
     void showTitle();
@@ -65,6 +78,9 @@ private:
     std::unique_ptr<X11TrayWindow> window_;
     Subscription windowResized_;
     xcb_window_t bar_ = x11None;
+    /// The server is not asked again and again for what a popover needs at each step of its growth.
+    mutable KnownPlace iconPlace_;
+    mutable KnownPlace barPlace_;
     X11Pocket pocket_;
     Subscription pocketChanged_;
     std::unique_ptr<NotifierItem> notifier_;

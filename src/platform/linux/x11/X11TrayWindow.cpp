@@ -27,7 +27,11 @@ bool wantsBlending(const X11Connection& connection, xcb_window_t manager) {
 
 X11TrayWindow::X11TrayWindow(const X11Connection& connection, xcb_window_t manager, const StatusItemFace& face,
                              const SymbolPainter& paintSymbol, IncomingDrops& drops)
-    : X11FaceWindow(face, drops), connection_(connection), manager_(manager), paintSymbol_(paintSymbol) {
+    : X11FaceWindow(face, drops),
+      connection_(connection),
+      manager_(manager),
+      paintSymbol_(paintSymbol),
+      direction_(barDirection()) {
     setAttribute(Qt::WA_TranslucentBackground, wantsBlending(connection, manager));
     setWindowTitle(QStringLiteral("stowpocket status item"));
     X11TrayWindow::showFace();
@@ -54,11 +58,19 @@ void X11TrayWindow::showFace() {
         windowHandle()->setMinimumSize(wish());
 }
 
-QSize X11TrayWindow::wish() const {
+void X11TrayWindow::followBar() {
+    direction_ = barDirection();
+    showFace();
+}
+
+BarDirection X11TrayWindow::barDirection() const {
     const std::vector<std::uint32_t> orientation = connection_.property(manager_, X11Atom::trayOrientation);
     const bool isVertical = !orientation.empty() && orientation.front() == verticalTray;
-    const Size wish =
-        statusItemWish(measureFace(face()), isVertical ? BarDirection::vertical : BarDirection::horizontal);
+    return isVertical ? BarDirection::vertical : BarDirection::horizontal;
+}
+
+QSize X11TrayWindow::wish() const {
+    const Size wish = statusItemWish(measureFace(face()), direction_);
     return {static_cast<int>(std::ceil(wish.width)), static_cast<int>(std::ceil(wish.height))};
 }
 
@@ -78,7 +90,7 @@ void X11TrayWindow::paintEvent(QPaintEvent*) {
 }
 
 QImage X11TrayWindow::paintedBackground() const {
-    QImage background = x11ParentBackground(connection_, id());
+    QImage background = x11ParentBackground(connection_, id(), size() * devicePixelRatio());
     if (!background.isNull())
         return background;
     QImage plain(1, 1, QImage::Format_RGB32);

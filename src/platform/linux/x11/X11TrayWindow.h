@@ -17,6 +17,8 @@ public:
     /// Asks the manager to take the window in; it answers with an XEMBED message, perhaps never.
     void requestDock();
     void showFace() override;
+    /// The same, for a bar that may have another direction now.
+    void followBar();
     [[nodiscard]] xcb_window_t id() const { return static_cast<xcb_window_t>(internalWinId()); }
     Signal<> resized;
 
@@ -25,6 +27,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    [[nodiscard]] BarDirection barDirection() const;
     [[nodiscard]] QSize wish() const;
     [[nodiscard]] QImage paintedBackground() const;
     [[nodiscard]] QColor foregroundOn(const QImage& background) const;
@@ -32,6 +35,8 @@ private:
     const X11Connection& connection_;
     const xcb_window_t manager_;
     const SymbolPainter& paintSymbol_;
+    /// Told by `followBar()`, as the server is not to be asked at each change of the face.
+    BarDirection direction_;
 };
 
 }  // namespace stowpocket
