@@ -27,6 +27,7 @@ constexpr std::array<std::string_view, atomCount> x11AtomNames{
     "_NET_WM_STATE_SKIP_TASKBAR",
     "_NET_WM_STATE_SKIP_PAGER",
     "_KDE_NET_WM_STATE_SKIP_SWITCHER",
+    "_NET_FRAME_EXTENTS",
     "_NET_WM_CM_S0",
     "_XSETTINGS_S0",
     "_XSETTINGS_SETTINGS",

@@ -37,6 +37,7 @@ enum class X11Atom : std::size_t {
     windowStateSkipTaskbar,
     windowStateSkipPager,
     windowStateSkipSwitcher,
+    frameExtents,
     compositorOwner,
     settingsOwner,
     settings,

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <optional>
 #include <utility>
 
 namespace stowpocket {
@@ -72,15 +73,15 @@ bool X11StatusItem::nativeEventFilter(const QByteArray&, void* message, qintptr*
     case XCB_CONFIGURE_NOTIFY: {
         const xcb_window_t changed = static_cast<const xcb_configure_notify_event_t*>(message)->window;
         if (std::ranges::find(around_, changed) != around_.end())
-            barChangedSoon();
+            changedSoon(Change::ofBar);
         else if (changed == button_->window())
-            later([this] { button_->iconMoved(); });
+            changedSoon(Change::ofIcon);
         break;
     }
     case XCB_PROPERTY_NOTIFY: {
         const xcb_atom_t changed = static_cast<const xcb_property_notify_event_t*>(message)->atom;
         if (changed == connection_.atom(X11Atom::trayOrientation) || changed == connection_.atom(X11Atom::trayColors))
-            barChangedSoon();
+            changedSoon(Change::ofBar);
         break;
     }
     default:
@@ -142,18 +143,25 @@ void X11StatusItem::hearOfBar() {
     barChanged();
 }
 
-/// One change comes as several events, for each window that the icon stands in.
-void X11StatusItem::barChangedSoon() {
-    if (std::exchange(isBarChangeComing_, true))
+/// One change comes as several events, for the icon and for each window that it stands in.
+void X11StatusItem::changedSoon(Change change) {
+    const bool isComing = change_.has_value();
+    if (!isComing || change == Change::ofBar)
+        change_ = change;
+    if (isComing)
         return;
     later([this] {
-        isBarChangeComing_ = false;
-        barChanged();
+        if (std::exchange(change_, std::nullopt) == Change::ofBar)
+            barChanged();
+        else
+            button_->iconMoved();
     });
 }
 
 void X11StatusItem::barChanged() {
-    if (!around_.empty())
+    if (around_.empty())
+        button_->iconMoved();
+    else
         button_->barChanged(around_.back());
 }
 

@@ -33,7 +33,8 @@ private:
     void embedded(xcb_window_t window);
     void checkForProxy();
     void hearOfBar();
-    void barChangedSoon();
+    enum class Change { ofIcon, ofBar };
+    void changedSoon(Change change);
     void barChanged();
     void take(TrayDocking::Step step, xcb_window_t manager);
     void requested(xcb_window_t window);
@@ -47,7 +48,8 @@ private:
     bool isItem_ = false;
     /// What the docked icon stands in, from its container to the window of the bar.
     std::vector<xcb_window_t> around_;
-    bool isBarChangeComing_ = false;
+    /// What has changed and is not told yet.
+    std::optional<Change> change_;
     /// Null until no tray is of use.
     std::unique_ptr<NotifierHost> host_;
     X11DragWatch dragWatch_;

@@ -122,7 +122,6 @@ void X11StatusItemButton::dock(xcb_window_t manager) {
     undock();
     window_ = std::make_unique<X11TrayWindow>(connection_, manager, face_, paintSymbol_, drops_);
     QObject::connect(window_.get(), &QAbstractButton::clicked, &context_, [this] { click(); });
-    windowResized_ = window_->resized.connect([this] { iconMoved(); });
     window_->requestDock();
 }
 
@@ -132,7 +131,6 @@ void X11StatusItemButton::showDocked() {
 }
 
 void X11StatusItemButton::undock() {
-    windowResized_.reset();
     bar_ = x11None;
     forgetPlaces();
     if (window_)

@@ -76,7 +76,6 @@ private:
     CountFont countFont_;
     std::function<void()> action_;
     std::unique_ptr<X11TrayWindow> window_;
-    Subscription windowResized_;
     xcb_window_t bar_ = x11None;
     /// The server is not asked again and again for what a popover needs at each step of its growth.
     mutable KnownPlace iconPlace_;

@@ -46,6 +46,8 @@ void X11TrayWindow::requestDock() {
     windowHandle()->setMinimumSize(room);
     const xcb_atom_t info = connection_.atom(X11Atom::xembedInfo);
     connection_.setProperty(window, info, info, {xembedVersion, xembedMapped});
+    // No window manager says so, and Qt would look for a frame in every window around it at each change of its size.
+    connection_.setProperty(window, connection_.atom(X11Atom::frameExtents), XCB_ATOM_CARDINAL, {0, 0, 0, 0});
     connection_.sendMessage(manager_, XCB_EVENT_MASK_NO_EVENT, manager_, X11Atom::trayOpcode,
                             {XCB_CURRENT_TIME, requestDockOpcode, window, 0, 0});
 }
@@ -108,10 +110,6 @@ QColor X11TrayWindow::foregroundOn(const QImage& background) const {
     const QPoint beside = place ? QPoint(place->left() - 1, place->center().y()) : QPoint();
     const QImage pixel = x11Pixels(connection_, connection_.root(), QRect(beside, QSize(1, 1)));
     return readableOn(pixel.isNull() ? palette().window().color() : pixel.pixelColor(0, 0));
-}
-
-void X11TrayWindow::resizeEvent(QResizeEvent*) {
-    resized.emit();
 }
 
 }  // namespace stowpocket

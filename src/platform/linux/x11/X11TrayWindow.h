@@ -20,11 +20,9 @@ public:
     /// The same, for a bar that may have another direction now.
     void followBar();
     [[nodiscard]] xcb_window_t id() const { return static_cast<xcb_window_t>(internalWinId()); }
-    Signal<> resized;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     [[nodiscard]] BarDirection barDirection() const;
