@@ -45,9 +45,9 @@ def measure_start(desktop, build):
     first, later, peer = [], [], []
     for _ in range(RUNS):  # taking turns, so that a busy moment of the machine meets all
         forget(desktop)
-        first.append(start_time(desktop, build, build / "src/stowpocket"))
+        first.append(start_time(desktop, build, build / "bin/stowpocket"))
         allow_many(desktop)
-        later.append(start_time(desktop, build, build / "src/stowpocket"))
+        later.append(start_time(desktop, build, build / "bin/stowpocket"))
         peer.append(start_time(desktop, build, build / "bench/bench_tray_peer"))
     empty = statistics.median(peer)
     show(f"empty program with a tray icon, start to icon, median of {RUNS}", f"{empty:.1f} ms")
@@ -60,7 +60,7 @@ def measure_idle(pid, what):
 
 
 def measure_memory(desktop, build, files):
-    app = Stowpocket(desktop, program=build / "src/stowpocket")
+    app = Stowpocket(desktop, program=build / "bin/stowpocket")
     wait_for_rest(app.process.pid)
     show("at rest before the first open", "PSS %.1f MB, private %.1f MB" % memory(app.process.pid))
     measure_idle(app.process.pid, "an empty shelf")

@@ -71,7 +71,7 @@ def cell(value, digits=1):
 def main():
     build = build_folder()
     ours = {"onboardingShown": True, "launchAtLogin": False}
-    programs = {"stowpocket": ([str(build / "src/stowpocket")], {"stowpocket/preferences.plist": plistlib.dumps(ours)})}
+    programs = {"stowpocket": ([str(build / "bin/stowpocket")], {"stowpocket/preferences.plist": plistlib.dumps(ours)})}
     for name, (command, settings) in PEERS.items():
         if found := shutil.which(command[0]):
             programs[name] = ([found, *command[1:]], settings)

@@ -63,7 +63,7 @@ def measure(build, name, count):
     with PrivateDesktop(PROJECT / f"build/quick-drop/{name}-{count}") as desktop:
         desktop.environment |= {"GSK_RENDERER": "cairo", "GSETTINGS_BACKEND": "memory"}
         folder = desktop.folder("papers", count)
-        app = Stowpocket(desktop, program=build / "src/stowpocket", icon="stowpocket pocket")
+        app = Stowpocket(desktop, program=build / "bin/stowpocket", icon="stowpocket pocket")
         shelf = RunningShelf(desktop)
         desktop.start(*MANAGERS[name], str(folder))
         window = window_of(desktop, folder)

@@ -2,7 +2,7 @@
 // The whole program on a real display, timed from inside: how long the main thread is ever busy, and how soon the
 // popover shows its first frame.
 //   bench_shelf FOLDER     with as many files as FOLDER holds; the preferences must allow for them
-#include "app/linux/LinuxServices.h"
+#include "main/linux/LinuxServices.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -3,8 +3,8 @@
 #include "app/AppDelegate.h"
 
 #include "app/Preferences.h"
-#include "platform/FileManager.h"
-#include "platform/MainBundle.h"
+#include "services/FileManager.h"
+#include "services/MainBundle.h"
 
 namespace stowpocket {
 namespace {

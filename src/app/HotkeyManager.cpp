@@ -4,7 +4,7 @@
 #include "app/Preferences.h"
 #include "foundation/Invariant.h"
 #include "foundation/NotificationCenter.h"
-#include "platform/EventMonitors.h"
+#include "services/EventMonitors.h"
 
 #include <array>
 #include <limits>

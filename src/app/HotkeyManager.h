@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/HotkeyService.h"
+#include "services/HotkeyService.h"
 
 #include <cstdint>
 #include <memory>

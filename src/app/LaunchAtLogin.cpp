@@ -2,7 +2,7 @@
 #include "app/LaunchAtLogin.h"
 
 #include "app/Preferences.h"
-#include "platform/LoginItem.h"
+#include "services/LoginItem.h"
 
 namespace stowpocket {
 

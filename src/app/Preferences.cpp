@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/Preferences.h"
 
-#include "platform/EventMonitors.h"
+#include "services/EventMonitors.h"
 
 namespace stowpocket {
 

@@ -2,8 +2,8 @@
 #include "cli/CommandRunner.h"
 
 #include "cli/CommandText.h"
-#include "cli/RunningShelf.h"
 #include "foundation/UUID.h"
+#include "services/RunningShelf.h"
 
 #include <span>
 

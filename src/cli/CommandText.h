@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "cli/Outcome.h"
+#include "services/RunningShelf.h"
 
 #include <span>
 #include <string>

@@ -2,7 +2,7 @@
 #include "cli/ShelfCommands.h"
 
 #include "app/AppDelegate.h"
-#include "platform/PreferenceStore.h"
+#include "services/PreferenceStore.h"
 
 #include <algorithm>
 #include <unordered_map>

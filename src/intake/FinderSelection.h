@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/FileManagerSelection.h"
+#include "services/FileManagerSelection.h"
 
 namespace stowpocket {
 

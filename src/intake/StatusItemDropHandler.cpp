@@ -4,8 +4,8 @@
 #include "foundation/BundleIdentifier.h"
 #include "foundation/DispatchGroup.h"
 #include "intake/StatusItemDropView.h"
-#include "platform/Dispatch.h"
-#include "platform/FileManager.h"
+#include "services/Dispatch.h"
+#include "services/FileManager.h"
 #include "shelf/ShelfManager.h"
 
 namespace stowpocket {

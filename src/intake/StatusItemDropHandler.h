@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/FileURL.h"
-#include "platform/StatusItem.h"
+#include "services/StatusItem.h"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Dragging.h"
+#include "services/Dragging.h"
 
 #include <memory>
 

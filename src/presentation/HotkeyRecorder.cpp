@@ -3,9 +3,9 @@
 
 #include "foundation/NotificationCenter.h"
 #include "foundation/Utf8.h"
-#include "platform/PreferenceStore.h"
 #include "presentation/ShortcutText.h"
 #include "presentation/TilePresentation.h"
+#include "services/PreferenceStore.h"
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/Signal.h"
-#include "platform/EventMonitors.h"
+#include "services/EventMonitors.h"
 
 #include <string_view>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/SettingsPresentation.h"
 
-#include "platform/HotkeyService.h"
-#include "platform/MainBundle.h"
+#include "services/HotkeyService.h"
+#include "services/MainBundle.h"
 #include "shelf/ShelfCapacity.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/ShelfPresentation.h"
 
-#include "platform/PreferenceStore.h"
+#include "services/PreferenceStore.h"
 #include "shelf/ShelfViewModel.h"
 
 namespace stowpocket {

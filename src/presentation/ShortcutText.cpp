@@ -2,7 +2,7 @@
 #include "presentation/ShortcutText.h"
 
 #include "foundation/Invariant.h"
-#include "platform/EventMonitors.h"
+#include "services/EventMonitors.h"
 
 #include <array>
 #include <utility>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Image.h"
-#include "presentation/Rect.h"
+#include "foundation/Geometry.h"
+#include "services/Image.h"
 
 namespace stowpocket {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/UpdateWindow.h"
+#include "updates/UpdateWindow.h"
 
 #include <optional>
 #include <string>

@@ -2,8 +2,8 @@
 #include "shelf/PersistedShelf.h"
 
 #include "foundation/Utf8.h"
-#include "platform/Bookmarks.h"
-#include "platform/FileManager.h"
+#include "services/Bookmarks.h"
+#include "services/FileManager.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/PreferenceStore.h"
+#include "services/PreferenceStore.h"
 
 #include <cstdint>
 #include <string_view>

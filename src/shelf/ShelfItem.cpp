@@ -2,7 +2,7 @@
 #include "shelf/ShelfItem.h"
 
 #include "foundation/Utf8.h"
-#include "platform/FileManager.h"
+#include "services/FileManager.h"
 
 namespace stowpocket {
 

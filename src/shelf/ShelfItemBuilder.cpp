@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "shelf/ShelfItemBuilder.h"
 
-#include "platform/Bookmarks.h"
-#include "platform/Clock.h"
+#include "services/Bookmarks.h"
+#include "services/Clock.h"
 #include "shelf/ShelfManager.h"
 
 namespace stowpocket {

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The parts of the shelf manager that wait for files: the search for moved ones, availability, thumbnails and icons.
 #include "foundation/Utf8.h"
-#include "platform/Bookmarks.h"
-#include "platform/Dispatch.h"
-#include "platform/FileManager.h"
-#include "platform/MainScreen.h"
-#include "platform/Thumbnails.h"
-#include "platform/WorkspaceIcons.h"
+#include "services/Bookmarks.h"
+#include "services/Dispatch.h"
+#include "services/FileManager.h"
+#include "services/MainScreen.h"
+#include "services/Thumbnails.h"
+#include "services/WorkspaceIcons.h"
 #include "shelf/PersistedShelf.h"
 #include "shelf/ShelfManager.h"
 

@@ -3,8 +3,8 @@
 
 #include "foundation/BundleIdentifier.h"
 #include "foundation/DispatchGroup.h"
-#include "platform/Dispatch.h"
-#include "platform/FileManager.h"
+#include "services/Dispatch.h"
+#include "services/FileManager.h"
 
 namespace stowpocket {
 namespace {

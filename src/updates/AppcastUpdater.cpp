@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "updates/AppcastUpdater.h"
 
-#include "platform/Clock.h"
-#include "platform/Dispatch.h"
-#include "platform/MainBundle.h"
-#include "platform/PreferenceStore.h"
+#include "services/Clock.h"
+#include "services/Dispatch.h"
+#include "services/MainBundle.h"
+#include "services/PreferenceStore.h"
 
 namespace stowpocket {
 namespace {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/UpdateFramework.h"
-#include "platform/UpdateWindow.h"
-#include "platform/UpdateWorker.h"
+#include "services/UpdateFramework.h"
 #include "updates/UpdateSelection.h"
+#include "updates/UpdateTransport.h"
+#include "updates/UpdateWindow.h"
 
 #include <functional>
 #include <memory>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "updates/InstallerImageCleanup.h"
 
-#include "platform/ChildProcess.h"
-#include "platform/Dispatch.h"
-#include "platform/FileManager.h"
-#include "platform/PropertyListParser.h"
-#include "platform/Trash.h"
+#include "services/ChildProcess.h"
+#include "services/Dispatch.h"
+#include "services/FileManager.h"
+#include "services/PropertyListParser.h"
+#include "services/Trash.h"
 
 namespace stowpocket {
 namespace {

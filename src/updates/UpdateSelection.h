@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/UpdateWorker.h"
+#include "updates/UpdateTransport.h"
 
 #include <string>
 #include <vector>

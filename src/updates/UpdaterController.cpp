@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "updates/UpdaterController.h"
 
-#include "platform/Alerts.h"
-#include "platform/Dispatch.h"
-#include "platform/FeedSession.h"
-#include "platform/MainBundle.h"
-#include "platform/PreferenceStore.h"
-#include "platform/UpdateFramework.h"
+#include "services/Alerts.h"
+#include "services/Dispatch.h"
+#include "services/FeedSession.h"
+#include "services/MainBundle.h"
+#include "services/PreferenceStore.h"
+#include "services/UpdateFramework.h"
 #include "updates/FeedText.h"
 
 namespace stowpocket {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Alerts.h"
-#include "views/QtUpdateWindow.h"
+#include "services/Alerts.h"
+#include "views/updates/QtUpdateWindow.h"
 
 namespace stowpocket {
 

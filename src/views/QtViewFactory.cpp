@@ -2,13 +2,13 @@
 #include "views/QtViewFactory.h"
 
 #include "platform/qt/LateWindow.h"
-#include "views/Motion.h"
-#include "views/OnboardingMetrics.h"
-#include "views/OnboardingView.h"
-#include "views/ProgramIcon.h"
-#include "views/QtFrameClock.h"
-#include "views/SettingsView.h"
-#include "views/ShelfView.h"
+#include "views/controls/Motion.h"
+#include "views/controls/ProgramIcon.h"
+#include "views/controls/QtFrameClock.h"
+#include "views/onboarding/OnboardingMetrics.h"
+#include "views/onboarding/OnboardingView.h"
+#include "views/settings/SettingsView.h"
+#include "views/shelf/ShelfView.h"
 
 namespace stowpocket {
 namespace {

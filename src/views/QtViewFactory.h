@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/ViewFactory.h"
 #include "platform/qt/QtWindow.h"
-#include "views/SettingsServices.h"
-#include "views/ShelfContentView.h"
+#include "services/Views.h"
+#include "views/settings/SettingsServices.h"
+#include "views/shelf/ShelfContentView.h"
 
 namespace stowpocket {
 

@@ -3,7 +3,7 @@
 
 #include "app/Preferences.h"
 #include "fakes/FakeInput.h"
-#include "platform/LayeredPreferenceStore.h"
+#include "services/LayeredPreferenceStore.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/CommandRunner.h"
 
-#include "cli/RunningShelf.h"
+#include "services/RunningShelf.h"
 
 #include <gtest/gtest.h>
 

@@ -11,7 +11,7 @@ from x_display import wait_for
 PROJECT = Path(__file__).resolve().parents[2]
 STATUS_ITEM, POCKET = "stowpocket status item", "stowpocket pocket"
 PAINTED = 60
-PROGRAM = os.environ.get("STOWPOCKET", PROJECT / "build/dev/src/stowpocket")
+PROGRAM = os.environ.get("STOWPOCKET", PROJECT / "build/dev/bin/stowpocket")
 
 
 class Stowpocket:

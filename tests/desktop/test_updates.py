@@ -28,13 +28,13 @@ class Updates(DesktopTest):
     def install(self):
         """Puts the program, its helper and its information list into a folder of their own."""
         built, installed = Path(PROGRAM).resolve().parents[1], self.desktop.home / "installed"
-        for path in ("src/stowpocket", "libexec/stowpocket/stowpocket-updater", "share/stowpocket/Info.plist"):
+        for path in ("bin/stowpocket", "libexec/stowpocket/stowpocket-updater", "share/stowpocket/Info.plist"):
             (installed / path).parent.mkdir(parents=True, exist_ok=True)
             shutil.copy(built / path, installed / path)
         information = installed / "share/stowpocket/Info.plist"
         address = self.serve() + self.feed.name
         information.write_bytes(plistlib.dumps(plistlib.loads(information.read_bytes()) | {"SUFeedURL": address}))
-        return installed / "src/stowpocket"
+        return installed / "bin/stowpocket"
 
     def test_check_that_is_asked_for(self):
         start_panel(self.desktop, "trayer")

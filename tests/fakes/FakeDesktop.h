@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/ViewFactory.h"
-#include "platform/Application.h"
-#include "platform/StatusItem.h"
+#include "services/Application.h"
+#include "services/StatusItem.h"
+#include "services/Views.h"
 
 #include <string>
 #include <vector>

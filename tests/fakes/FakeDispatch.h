@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Clock.h"
-#include "platform/Dispatch.h"
+#include "services/Clock.h"
+#include "services/Dispatch.h"
 
 #include <deque>
 #include <list>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Bookmarks.h"
-#include "platform/FileManager.h"
+#include "services/Bookmarks.h"
+#include "services/FileManager.h"
 
 #include <map>
 #include <set>

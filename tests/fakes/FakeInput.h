@@ -2,11 +2,11 @@
 #pragma once
 
 #include "fakes/FakeDesktop.h"
-#include "platform/EventMonitors.h"
-#include "platform/FileManagerSelection.h"
-#include "platform/HotkeyService.h"
-#include "platform/LoginItem.h"
-#include "platform/Volumes.h"
+#include "services/EventMonitors.h"
+#include "services/FileManagerSelection.h"
+#include "services/HotkeyService.h"
+#include "services/LoginItem.h"
+#include "services/Volumes.h"
 
 #include <algorithm>
 #include <list>

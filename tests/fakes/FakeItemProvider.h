@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/ItemProvider.h"
+#include "services/ItemProvider.h"
 
 #include <map>
 #include <memory>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/MainScreen.h"
-#include "platform/Thumbnails.h"
-#include "platform/WorkspaceIcons.h"
+#include "services/MainScreen.h"
+#include "services/Thumbnails.h"
+#include "services/WorkspaceIcons.h"
 
 #include <string>
 #include <vector>

@@ -2,15 +2,15 @@
 #pragma once
 
 #include "fakes/FakeDesktop.h"
-#include "platform/Alerts.h"
-#include "platform/ChildProcess.h"
-#include "platform/FeedSession.h"
-#include "platform/MainBundle.h"
-#include "platform/PropertyListParser.h"
-#include "platform/Trash.h"
-#include "platform/UpdateFramework.h"
-#include "platform/UpdateWindow.h"
-#include "platform/UpdateWorker.h"
+#include "services/Alerts.h"
+#include "services/ChildProcess.h"
+#include "services/FeedSession.h"
+#include "services/MainBundle.h"
+#include "services/PropertyListParser.h"
+#include "services/Trash.h"
+#include "services/UpdateFramework.h"
+#include "updates/UpdateTransport.h"
+#include "updates/UpdateWindow.h"
 
 namespace stowpocket {
 

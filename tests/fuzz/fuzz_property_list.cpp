@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "foundation/Invariant.h"
-#include "platform/linux/storage/PropertyList.h"
+#include "platform/linux/preferences/PropertyList.h"
 
 /// What has been read and written once comes back the same from then on.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

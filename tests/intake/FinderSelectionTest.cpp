@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "intake/FinderSelection.h"
 
-#include "platform/ScriptService.h"
+#include "services/ScriptService.h"
 
 #include <gtest/gtest.h>
 

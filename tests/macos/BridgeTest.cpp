@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // What lies between the toolkit's views and the system's windows, as far as it is the toolkit's.
-#include "app/macos/OpenedFiles.h"
+#include "main/macos/OpenedFiles.h"
 #include "platform/macos/MacColors.h"
 #include "platform/macos/QtHostedView.h"
 #include "platform/macos/QtPixels.h"
-#include "views/OnboardingBadge.h"
-#include "views/Theme.h"
+#include "views/controls/Theme.h"
+#include "views/onboarding/OnboardingBadge.h"
 
 #include <QApplication>
 #include <QFileOpenEvent>

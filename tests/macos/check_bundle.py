@@ -27,11 +27,11 @@ class BundleTest(unittest.TestCase):
         identifier = re.search(r'bundleIdentifier = "([^"]+)"', source('foundation/BundleIdentifier.h'))[1]
         self.assertEqual(self.info['CFBundleIdentifier'], identifier)
         self.assertEqual(self.info['CFBundleExecutable'], 'stowpocket')
-        icon = re.search(r'/(\w+)\.icns', source('app/macos/CMakeLists.txt'))[1]
+        icon = re.search(r'/(\w+)\.icns', source('main/macos/CMakeLists.txt'))[1]
         self.assertEqual(self.info['CFBundleIconFile'], icon)
 
     def test_has_every_key_that_the_code_reads(self):
-        keys = re.findall(r'inline constexpr std::string_view \w+ = "(\w+)";', source('platform/MainBundle.h'))
+        keys = re.findall(r'inline constexpr std::string_view \w+ = "(\w+)";', source('services/MainBundle.h'))
         self.assertGreater(len(keys), 2)
         self.assertLessEqual(set(keys), set(self.info))
 

@@ -8,7 +8,7 @@ import subprocess
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
 ADAPTERS = PROJECT / 'src/platform/macos'
-DECLARATIONS = ADAPTERS / 'typecheck'
+DECLARATIONS = PROJECT / 'tools/macos/declarations'
 ARCHITECTURES = ('arm64', 'x86_64')
 OLDEST_SYSTEM = '13.0'
 CLANG = pathlib.Path('/usr/lib/llvm-14/bin/clang')
@@ -16,7 +16,7 @@ CLANG = pathlib.Path('/usr/lib/llvm-14/bin/clang')
 STANDARD_LIBRARY = pathlib.Path('/usr/lib/llvm-16/include/c++/v1')
 OBJECTIVE_CXX = ('-x', 'objective-c++')
 
-CORE = ('foundation', 'platform', 'platform/posix', 'shelf', 'intake', 'updates', 'presentation', 'app', 'cli')
+CORE = ('foundation', 'services', 'platform/posix', 'shelf', 'intake', 'updates', 'presentation', 'app', 'cli')
 
 # Each stands on those before it.
 FRAMEWORKS = ('CoreFoundation', 'CoreGraphics', 'Foundation', 'Carbon', 'AppKit', 'QuickLookThumbnailing',

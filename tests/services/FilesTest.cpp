@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "fakes/FakeFiles.h"
-#include "platform/linux/storage/LinuxBookmarks.h"
-#include "platform/linux/storage/MountTable.h"
-#include "platform/linux/storage/PosixFileManager.h"
+#include "platform/linux/files/LinuxBookmarks.h"
+#include "platform/linux/files/MountTable.h"
+#include "platform/linux/files/PosixFileManager.h"
 #include "platform/posix/PatientProbe.h"
 #include "support/TemporaryFolder.h"
 

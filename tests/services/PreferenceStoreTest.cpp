@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/LayeredPreferenceStore.h"
+#include "services/LayeredPreferenceStore.h"
 
 #include <gtest/gtest.h>
 

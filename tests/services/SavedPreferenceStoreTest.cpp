@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/SavedPreferenceStore.h"
+#include "services/SavedPreferenceStore.h"
 
 #include "fakes/FakeDispatch.h"
 

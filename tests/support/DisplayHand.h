@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/input/KeyModifiers.h"
-#include "platform/linux/input/XcbSession.h"
+#include "platform/linux/x11/XcbSession.h"
 #include "support/ComesTrue.h"
 
 #include <QProcess>

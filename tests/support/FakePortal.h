@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/portal/PortalNames.h"
-#include "platform/linux/portal/PortalShortcut.h"
+#include "platform/linux/hotkeys/PortalNames.h"
+#include "platform/linux/hotkeys/PortalShortcut.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

@@ -3,8 +3,8 @@
 
 #include "fakes/FakeDispatch.h"
 #include "fakes/FakeUpdates.h"
-#include "platform/LayeredPreferenceStore.h"
 #include "presentation/UpdatePresentation.h"
+#include "services/LayeredPreferenceStore.h"
 
 #include <gtest/gtest.h>
 

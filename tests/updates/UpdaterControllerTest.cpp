@@ -3,7 +3,7 @@
 
 #include "fakes/FakeDispatch.h"
 #include "fakes/FakeUpdates.h"
-#include "platform/LayeredPreferenceStore.h"
+#include "services/LayeredPreferenceStore.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "app/Preferences.h"
-#include "platform/LayeredPreferenceStore.h"
-#include "views/OnboardingView.h"
+#include "services/LayeredPreferenceStore.h"
+#include "views/onboarding/OnboardingView.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -7,13 +7,13 @@
 #include "fakes/FakeUpdates.h"
 #include "ShelfViewFixture.h"
 #include "updates/UpdaterController.h"
-#include "views/LinkButton.h"
-#include "views/PaintedButton.h"
-#include "views/ScrollView.h"
-#include "views/SegmentedPicker.h"
-#include "views/SettingsView.h"
-#include "views/ShortcutButton.h"
-#include "views/Toggle.h"
+#include "views/controls/LinkButton.h"
+#include "views/controls/PaintedButton.h"
+#include "views/controls/ScrollView.h"
+#include "views/controls/SegmentedPicker.h"
+#include "views/controls/ShortcutButton.h"
+#include "views/controls/Toggle.h"
+#include "views/settings/SettingsView.h"
 
 namespace stowpocket {
 

@@ -5,7 +5,7 @@
 #include "fakes/ShelfFixture.h"
 #include "platform/qt/QtImageContent.h"
 #include "presentation/ByteCount.h"
-#include "views/ShelfView.h"
+#include "views/shelf/ShelfView.h"
 
 #include <QApplication>
 #include <QMimeData>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/PopoverWindow.h"
 #include "ShelfViewFixture.h"
-#include "views/Spinner.h"
+#include "views/controls/Spinner.h"
 
 #include <gtest/gtest.h>
 

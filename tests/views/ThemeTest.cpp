@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ShelfViewFixture.h"
-#include "views/Symbol.h"
+#include "views/controls/Symbol.h"
 
 #include <gtest/gtest.h>
 

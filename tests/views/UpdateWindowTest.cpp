@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "views/QtAlerts.h"
-#include "views/QtUpdateWindow.h"
+#include "views/updates/QtUpdateWindow.h"
 
 #include <QApplication>
 #include <QPushButton>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/Milestone.h"
 #include "SettingsViewFixture.h"
-#include "views/OnboardingView.h"
+#include "views/onboarding/OnboardingView.h"
 #include "views/QtViewFactory.h"
 
 #include <gtest/gtest.h>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "foundation/FileURL.h"
-#include "platform/ItemProvider.h"
 #include "platform/macos/Pixels.h"
+#include "services/ItemProvider.h"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #import "platform/macos/Conversions.h"
 #include "platform/macos/MacInput.h"
-#include "platform/MonitorList.h"
+#include "services/MonitorList.h"
 
 #import <AppKit/AppKit.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/EventMonitors.h"
-#include "platform/HotkeyService.h"
+#include "services/EventMonitors.h"
+#include "services/HotkeyService.h"
 
 #include <memory>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/FontWeight.h"
 #include "platform/macos/Pixels.h"
-#include "platform/Thumbnails.h"
-#include "platform/WorkspaceIcons.h"
+#include "services/FontWeight.h"
+#include "services/Thumbnails.h"
+#include "services/WorkspaceIcons.h"
 
 #include <array>
 #include <memory>

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Bookmarks.h"
-#include "platform/FileManager.h"
-#include "platform/MainBundle.h"
-#include "platform/PreferenceStore.h"
-#include "platform/PropertyListParser.h"
-#include "platform/Trash.h"
+#include "services/Bookmarks.h"
+#include "services/FileManager.h"
+#include "services/MainBundle.h"
+#include "services/PreferenceStore.h"
+#include "services/PropertyListParser.h"
+#include "services/Trash.h"
 
 #include <cstdint>
 #include <memory>

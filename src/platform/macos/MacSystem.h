@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Alerts.h"
-#include "platform/Application.h"
-#include "platform/ChildProcess.h"
-#include "platform/FeedSession.h"
-#include "platform/LoginItem.h"
-#include "platform/MainScreen.h"
-#include "platform/ScriptService.h"
-#include "platform/UpdateFramework.h"
-#include "platform/Volumes.h"
+#include "services/Alerts.h"
+#include "services/Application.h"
+#include "services/ChildProcess.h"
+#include "services/FeedSession.h"
+#include "services/LoginItem.h"
+#include "services/MainScreen.h"
+#include "services/ScriptService.h"
+#include "services/UpdateFramework.h"
+#include "services/Volumes.h"
 
 #include <functional>
 #include <memory>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/macos/HostedView.h"
-#include "platform/Popover.h"
-#include "platform/Window.h"
+#include "services/Popover.h"
+#include "services/Window.h"
 
 #include <functional>
 #include <memory>

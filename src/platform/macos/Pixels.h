@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/Bytes.h"
-#include "platform/Image.h"
+#include "services/Image.h"
 
 #include <functional>
 #include <memory>

@@ -2,7 +2,7 @@
 // For the adapters in this folder only: includes the system's headers.
 #pragma once
 
-#include "platform/FontWeight.h"
+#include "services/FontWeight.h"
 
 #import <AppKit/AppKit.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Dispatch.h"
-#include "platform/ItemProvider.h"
+#include "services/Dispatch.h"
+#include "services/ItemProvider.h"
 
 #include <QString>
 #include <QTemporaryDir>

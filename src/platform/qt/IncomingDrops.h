@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Dragging.h"
-#include "platform/ItemProvider.h"
+#include "services/Dragging.h"
+#include "services/ItemProvider.h"
 
 #include <QMimeData>
 

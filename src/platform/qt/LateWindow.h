@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Window.h"
+#include "services/Window.h"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Application.h"
+#include "services/Application.h"
 
 namespace stowpocket {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/ChildProcess.h"
+#include "services/ChildProcess.h"
 
 #include <chrono>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Dragging.h"
-#include "platform/ItemProvider.h"
 #include "platform/qt/IncomingDrops.h"
+#include "services/Dragging.h"
+#include "services/ItemProvider.h"
 
 #include <QMimeData>
 

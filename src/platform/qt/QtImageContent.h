@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Image.h"
+#include "services/Image.h"
 
 #include <QByteArray>
 #include <QImage>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/MainScreen.h"
+#include "services/MainScreen.h"
 
 namespace stowpocket {
 

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "foundation/Signal.h"
-#include "platform/Popover.h"
 #include "platform/qt/PopoverHost.h"
 #include "platform/qt/PopoverWindow.h"
 #include "platform/qt/QtStatusItemButton.h"
+#include "services/Popover.h"
 
 #include <QPropertyAnimation>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/Signal.h"
-#include "platform/StatusItem.h"
+#include "services/StatusItem.h"
 
 #include <QRect>
 

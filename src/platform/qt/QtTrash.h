@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Trash.h"
+#include "services/Trash.h"
 
 namespace stowpocket {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Clock.h"
+#include "services/Clock.h"
 
 namespace stowpocket {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/x11/XSettings.h"
+#include "platform/linux/appearance/XSettings.h"
 
 #include <gtest/gtest.h>
 

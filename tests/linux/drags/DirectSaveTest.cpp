@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/x11/DirectSave.h"
+#include "platform/linux/drags/DirectSave.h"
 
-#include "platform/linux/x11/ArrivalFolder.h"
+#include "platform/linux/drags/ArrivalFolder.h"
 
 #include <QTemporaryDir>
 

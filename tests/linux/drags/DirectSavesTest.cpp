@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "linux/drags/FakeDragSource.h"
-#include "platform/linux/x11/X11DirectSaves.h"
+#include "platform/linux/drags/X11DirectSaves.h"
 #include "platform/qt/QtDispatch.h"
 #include "support/ComesTrue.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/x11/DragWatching.h"
+#include "platform/linux/drags/DragWatching.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "platform/qt/QtDropData.h"
 
 #include "linux/drags/FakeDrops.h"
-#include "platform/linux/x11/DropReading.h"
+#include "platform/linux/drags/DropReading.h"
 #include "platform/qt/QtDispatch.h"
 
 #include <QMimeData>

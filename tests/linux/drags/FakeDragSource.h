@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/input/XcbSession.h"
+#include "platform/linux/x11/XcbSession.h"
 
 #include <deque>
 

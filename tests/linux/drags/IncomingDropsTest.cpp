@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "linux/drags/FakeDragSource.h"
-#include "platform/linux/x11/X11IncomingDrops.h"
+#include "platform/linux/drags/X11IncomingDrops.h"
 #include "platform/qt/QtDispatch.h"
 #include "platform/qt/QtDropData.h"
 #include "support/ComesTrue.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/input/XcbSession.h"
-#include "platform/linux/x11/X11DragWatch.h"
+#include "platform/linux/drags/X11DragWatch.h"
+#include "platform/linux/x11/XcbSession.h"
 #include "support/ComesTrue.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/storage/DurableFile.h"
+#include "platform/linux/files/DurableFile.h"
 #include "support/FullDisk.h"
 #include "support/TemporaryFolder.h"
 

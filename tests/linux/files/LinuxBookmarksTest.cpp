@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/storage/LinuxBookmarks.h"
+#include "platform/linux/files/LinuxBookmarks.h"
 
-#include "platform/linux/storage/BookmarkRecord.h"
-#include "platform/linux/storage/MountTable.h"
+#include "platform/linux/files/BookmarkRecord.h"
+#include "platform/linux/files/MountTable.h"
 #include "platform/posix/PatientProbe.h"
 #include "support/TemporaryFolder.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/session/MountInfoVolumes.h"
+#include "platform/linux/files/MountInfoVolumes.h"
 
-#include "platform/linux/session/MountChanges.h"
+#include "platform/linux/files/MountChanges.h"
 #include "support/ComesTrue.h"
 #include "support/TemporaryFolder.h"
 

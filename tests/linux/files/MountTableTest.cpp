@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/storage/MountTable.h"
+#include "platform/linux/files/MountTable.h"
 
 #include "support/TemporaryFolder.h"
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/PatientProbe.h"
 
-#include "platform/linux/storage/LinuxBookmarks.h"
-#include "platform/linux/storage/MountTable.h"
-#include "platform/linux/storage/PosixFileManager.h"
+#include "platform/linux/files/LinuxBookmarks.h"
+#include "platform/linux/files/MountTable.h"
+#include "platform/linux/files/PosixFileManager.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

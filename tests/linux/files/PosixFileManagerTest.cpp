@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/storage/PosixFileManager.h"
+#include "platform/linux/files/PosixFileManager.h"
 
-#include "platform/linux/storage/FileTree.h"
-#include "platform/linux/storage/LinuxPreferenceStore.h"
+#include "platform/linux/files/FileTree.h"
+#include "platform/linux/preferences/LinuxPreferenceStore.h"
 #include "platform/posix/PatientProbe.h"
 #include "support/TemporaryFolder.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/input/X11HotkeyService.h"
+#include "platform/linux/hotkeys/X11HotkeyService.h"
 #include "platform/qt/QtDispatch.h"
 #include "support/DisplayHand.h"
 

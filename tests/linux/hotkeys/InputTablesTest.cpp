@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "platform/HotkeyService.h"
-#include "platform/linux/input/HeldHotkey.h"
+#include "platform/linux/hotkeys/HeldHotkey.h"
 #include "platform/linux/input/KeyCodes.h"
 #include "platform/linux/input/KeyModifiers.h"
+#include "services/HotkeyService.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "fakes/FakeInput.h"
-#include "platform/LayeredPreferenceStore.h"
-#include "platform/linux/portal/PortalHotkeyService.h"
-#include "platform/linux/portal/PortalNames.h"
-#include "platform/linux/portal/ShortcutTrigger.h"
+#include "platform/linux/hotkeys/PortalHotkeyService.h"
+#include "platform/linux/hotkeys/PortalNames.h"
+#include "platform/linux/hotkeys/ShortcutTrigger.h"
+#include "services/LayeredPreferenceStore.h"
 #include "support/FakePortal.h"
 #include "support/PrivateBus.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/storage/LinuxPreferenceStore.h"
+#include "platform/linux/preferences/LinuxPreferenceStore.h"
 
 #include "fakes/FakeDispatch.h"
-#include "platform/linux/storage/PropertyList.h"
+#include "platform/linux/preferences/PropertyList.h"
 #include "support/ComesTrue.h"
 #include "support/FullDisk.h"
 #include "support/TemporaryFolder.h"

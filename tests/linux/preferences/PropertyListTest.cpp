@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/storage/PropertyList.h"
+#include "platform/linux/preferences/PropertyList.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/input/DolphinCopy.h"
+#include "platform/linux/quickdrop/DolphinCopy.h"
 #include "support/ComesTrue.h"
 
 #include <QDBusConnection>

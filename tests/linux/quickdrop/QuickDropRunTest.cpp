@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/input/QuickDropRun.h"
+#include "platform/linux/quickdrop/QuickDropRun.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What other programs on the bus may send.
+#include "cli/ShelfCommands.h"
 #include "fakes/AppFixture.h"
 #include "platform/linux/session/BusInstance.h"
 #include "platform/linux/session/ShelfBus.h"

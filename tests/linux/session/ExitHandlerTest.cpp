@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/ExitHandler.h"
+#include "platform/linux/session/ExitHandler.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/linux/LinuxBackground.h"
+#include "main/linux/LinuxBackground.h"
 #include "support/ComesTrue.h"
 #include "support/TemporaryFolder.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/input/XcbSession.h"
-#include "platform/linux/x11/StartupId.h"
-#include "platform/linux/x11/X11PopoverHost.h"
+#include "platform/linux/session/StartupId.h"
+#include "platform/linux/tray/X11PopoverHost.h"
+#include "platform/linux/x11/XcbSession.h"
 #include "support/ComesTrue.h"
 
 #include <QWidget>

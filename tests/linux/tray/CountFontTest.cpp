@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/x11/CountFont.h"
+#include "platform/linux/tray/CountFont.h"
 #include "support/ComesTrue.h"
 
 #include <gtest/gtest.h>

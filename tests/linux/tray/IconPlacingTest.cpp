@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/x11/IconPlacing.h"
+#include "platform/linux/tray/IconPlacing.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/x11/TrayDocking.h"
+#include "platform/linux/tray/TrayDocking.h"
 
-#include "platform/linux/x11/TrayColors.h"
+#include "platform/linux/tray/TrayColors.h"
 
 #include <gtest/gtest.h>
 

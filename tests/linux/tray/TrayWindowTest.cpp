@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/input/XcbSession.h"
-#include "platform/linux/x11/X11TrayWindow.h"
+#include "platform/linux/tray/X11TrayWindow.h"
+#include "platform/linux/x11/XcbSession.h"
 #include "support/ComesTrue.h"
 
 #include "linux/drags/FakeDrops.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/input/KeyModifiers.h"
 
-#include "platform/HotkeyService.h"
+#include "services/HotkeyService.h"
 
 namespace stowpocket {
 namespace {

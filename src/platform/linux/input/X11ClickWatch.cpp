@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/input/X11ClickWatch.h"
 
-#include "platform/linux/WaylandSession.h"
+#include "platform/linux/x11/WaylandSession.h"
 #include "platform/linux/x11/XcbAnswer.h"
 
 #include <QGuiApplication>

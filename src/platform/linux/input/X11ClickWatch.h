@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/MonitorList.h"
+#include "services/MonitorList.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QMetaObject>

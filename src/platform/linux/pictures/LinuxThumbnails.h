@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Dispatch.h"
 #include "platform/linux/pictures/DesktopThumbnailer.h"
 #include "platform/linux/pictures/LocalThumbnailer.h"
 #include "platform/linux/pictures/ThumbnailWorkers.h"
-#include "platform/Thumbnails.h"
+#include "services/Dispatch.h"
+#include "services/Thumbnails.h"
 
 #include <chrono>
 #include <map>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/linux/pictures/IconTheme.h"
-#include "platform/MainScreen.h"
-#include "platform/WorkspaceIcons.h"
+#include "services/MainScreen.h"
+#include "services/WorkspaceIcons.h"
 
 namespace stowpocket {
 

@@ -3,7 +3,7 @@
 
 #include "platform/linux/pictures/ImageDecoder.h"
 #include "platform/linux/pictures/ThumbnailCache.h"
-#include "platform/Thumbnails.h"
+#include "services/Thumbnails.h"
 
 namespace stowpocket {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/pictures/OneShotChild.h"
 
-#include "platform/linux/storage/FileDescriptor.h"
+#include "platform/linux/files/FileDescriptor.h"
 
 #include <fcntl.h>
 #include <poll.h>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/Bytes.h"
-#include "platform/linux/storage/FileDescriptor.h"
+#include "platform/linux/files/FileDescriptor.h"
 
 #include <compare>
 #include <cstdint>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Dispatch.h"
+#include "services/Dispatch.h"
 
 #include <QThreadPool>
 

@@ -159,7 +159,7 @@ BusInstance::Claim BusInstance::claim() {
     return reply.value() == primaryOwner || reply.value() == alreadyOwner ? Claim::owned : Claim::takenByAnother;
 }
 
-void BusInstance::serve(ShelfCommands& commands) {
+void BusInstance::serve(ShelfRequests& commands) {
     commands_ = &commands;
     takeTurns();
 }
@@ -286,7 +286,7 @@ void BusInstance::refuse(const QDBusMessage& request, QDBusError::ErrorType erro
 }
 
 template <class Outcome>
-ShelfCommands::Completion<Outcome> BusInstance::answerTo(const QDBusMessage& request) {
+ShelfRequests::Completion<Outcome> BusInstance::answerTo(const QDBusMessage& request) {
     return [self = QPointer(this), request](const std::vector<Outcome>& outcomes,
                                             const std::optional<std::string>& problem) {
         if (self)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "cli/ShelfCommands.h"
+#include "services/RunningShelf.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -33,7 +33,7 @@ public:
     /// Asks for the name, without waiting in line. With `noBus` the program runs alone and cannot be asked anything.
     [[nodiscard]] Claim claim();
     /// From here on requests are carried out, first those that have come since the claim. `commands` outlives this.
-    void serve(ShelfCommands& commands);
+    void serve(ShelfRequests& commands);
 
     [[nodiscard]] QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
@@ -61,7 +61,7 @@ private:
     void answer(const QDBusMessage& request, const QVariantList& values);
     /// Answers with the outcomes and with the reason why they are not saved yet, empty when they are.
     template <class Outcome>
-    [[nodiscard]] ShelfCommands::Completion<Outcome> answerTo(const QDBusMessage& request);
+    [[nodiscard]] ShelfRequests::Completion<Outcome> answerTo(const QDBusMessage& request);
     void refuse(const QDBusMessage& request, QDBusError::ErrorType error, const QString& reason);
     void perform(ShelfAction action, const QDBusMessage& request);
 
@@ -74,7 +74,7 @@ private:
     const Connect connect_;
     /// Runs while the bus is down.
     QTimer joining_;
-    ShelfCommands* commands_ = nullptr;
+    ShelfRequests* commands_ = nullptr;
     /// By unique name, those whose requests wait.
     std::map<QString, Sender> senders_;
     QTimer turns_;

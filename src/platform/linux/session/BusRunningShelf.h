@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "cli/RunningShelf.h"
-#include "cli/ShelfCommands.h"
+#include "services/RunningShelf.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

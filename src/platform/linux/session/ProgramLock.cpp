@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/session/ProgramLock.h"
 
-#include "cli/CommandText.h"
-#include "platform/linux/storage/DurableFile.h"
-#include "platform/linux/storage/Folders.h"
+#include "platform/linux/files/DurableFile.h"
+#include "platform/linux/files/Folders.h"
 
 #include <QString>
 #include <QSysInfo>
@@ -123,7 +122,7 @@ std::string ProgramLock::pathBeside(const std::string& preferences) {
 }
 
 std::string runsElsewhereText(const std::string& holder) {
-    return "stowpocket runs in another session already, which has the shelf: " + printable(holder);
+    return "stowpocket runs in another session already, which has the shelf: " + holder;
 }
 
 }  // namespace stowpocket

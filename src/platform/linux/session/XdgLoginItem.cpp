@@ -3,9 +3,9 @@
 
 #include "foundation/BundleIdentifier.h"
 #include "foundation/Utf8.h"
+#include "platform/linux/files/DurableFile.h"
+#include "platform/linux/files/Folders.h"
 #include "platform/linux/session/DesktopEntry.h"
-#include "platform/linux/storage/DurableFile.h"
-#include "platform/linux/storage/Folders.h"
 
 #include <QDebug>
 #include <QFile>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/LoginItem.h"
+#include "services/LoginItem.h"
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/updates/DownloadFile.h"
 
-#include "platform/linux/storage/DurableFile.h"
-#include "platform/linux/storage/Folders.h"
+#include "platform/linux/files/DurableFile.h"
+#include "platform/linux/files/Folders.h"
 #include "platform/linux/updates/ReplacedProgram.h"
 #include "platform/linux/updates/Signature.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/storage/FileDescriptor.h"
-#include "platform/UpdateWorker.h"
+#include "platform/linux/files/FileDescriptor.h"
+#include "updates/UpdateTransport.h"
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/updates/InstalledFiles.h"
 
+#include "platform/linux/preferences/PropertyList.h"
 #include "platform/linux/session/OwnExecutable.h"
-#include "platform/linux/storage/PropertyList.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/MainBundle.h"
+#include "services/MainBundle.h"
 
 #include <optional>
 #include <string>

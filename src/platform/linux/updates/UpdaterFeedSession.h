@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/FeedSession.h"
 #include "platform/linux/updates/UpdaterProcess.h"
+#include "services/FeedSession.h"
 
 #include <list>
 #include <string>

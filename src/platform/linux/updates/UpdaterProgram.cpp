@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/updates/UpdaterProgram.h"
 
-#include "platform/linux/storage/DurableFile.h"
+#include "platform/linux/files/DurableFile.h"
 #include "platform/linux/updates/AppcastReader.h"
 #include "platform/linux/updates/DownloadFile.h"
 #include "platform/linux/updates/HttpGet.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/FeedSession.h"
-#include "platform/UpdateWorker.h"
+#include "services/FeedSession.h"
+#include "updates/UpdateTransport.h"
 
 #include <array>
 #include <optional>

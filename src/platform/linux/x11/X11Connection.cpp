@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11/X11Connection.h"
 
-#include "platform/linux/WaylandSession.h"
+#include "platform/linux/x11/WaylandSession.h"
 
 #include <QGuiApplication>
 

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/drags/X11DragWatch.h"
+
+#include <QCoreApplication>
+
+#include <chrono>
+#include <xcb/xfixes.h>
+
+namespace stowpocket {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Nobody announces the end of a drag: Qt sources keep the selection, so the buttons are looked at.
+constexpr auto buttonInterval = 100ms;
+/// Drops arrive a few milliseconds after the button is up.
+constexpr auto settlingTime = 300ms;
+/// Not every compositor tells the end of a drag, so after this long it is taken to be over.
+constexpr auto longestWaylandDrag = 20s;
+constexpr std::uint8_t sentEventBit = 0x80;
+
+}  // namespace
+
+X11DragWatch::X11DragWatch(const X11Connection& connection) : connection_(connection), requestor_(connection) {
+    xcb_connection_t* const server = connection_.raw();
+    const xcb_query_extension_reply_t* const extension = xcb_get_extension_data(server, &xcb_xfixes_id);
+    if (extension == nullptr || extension->present == 0) {
+        qWarning("stowpocket: the X server does not tell of drags; drop files onto the icon or the shelf itself");
+        return;
+    }
+    ownerEvent_ = static_cast<std::uint8_t>(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
+    constexpr std::uint32_t version = 4;
+    xcb_discard_reply(server, xcb_xfixes_query_version(server, version, 0).sequence);
+    xcb_xfixes_select_selection_input(server, requestor_.window(), connection_.atom(X11Atom::dragSelection),
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    xcb_flush(server);
+    settling_.setSingleShot(true);
+    waylandDrag_.setSingleShot(true);
+    QObject::connect(&buttons_, &QTimer::timeout, [this] { take(watching_.buttonsSeen(isButtonHeld())); });
+    QObject::connect(&settling_, &QTimer::timeout, [this] { take(watching_.settled()); });
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+/// Only notes what happened: the server may not be asked anything while an event is being looked at.
+bool X11DragWatch::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
+    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
+    const auto type = static_cast<std::uint8_t>(event.response_type & ~sentEventBit);
+    if (type == ownerEvent_) {
+        const auto& change = *static_cast<const xcb_xfixes_selection_notify_event_t*>(message);
+        if (change.window == requestor_.window())
+            later([this, owner = change.owner, time = change.selection_timestamp] { ownerChanged(owner, time); });
+    } else if (type == XCB_SELECTION_NOTIFY) {
+        const auto& answer = *static_cast<const xcb_selection_notify_event_t*>(message);
+        if (answer.requestor == requestor_.window())
+            later([this, answer] { answered(answer); });
+    }
+    return false;
+}
+
+void X11DragWatch::later(std::function<void()> work) {
+    QMetaObject::invokeMethod(&context_, std::move(work), Qt::QueuedConnection);
+}
+
+void X11DragWatch::ownerChanged(xcb_window_t owner, xcb_timestamp_t time) {
+    using Owner = DragWatching::Owner;
+    Owner who = Owner::another;
+    if (owner == x11None)
+        who = Owner::nobody;
+    else if (connection_.isOwn(owner))
+        who = Owner::ourselves;
+    waylandDrag_.stop();
+    if (who == Owner::another && connection_.isWindowManagers(owner))
+        waylandDrag_.start(longestWaylandDrag);
+    take(watching_.ownerChanged(who, isButtonHeld()), time);
+}
+
+/// Buttons that went down over a Wayland window are not known to the server.
+bool X11DragWatch::isButtonHeld() const {
+    return waylandDrag_.isActive() || connection_.isButtonHeld();
+}
+
+void X11DragWatch::answered(const xcb_selection_notify_event_t& answer) {
+    const auto targets = requestor_.takeValues(answer);
+    std::vector<std::uint32_t> typeList;
+    if (!targets)
+        typeList = connection_.property(connection_.selectionOwner(X11Atom::dragSelection), X11Atom::dragTypeList);
+    take(watching_.answered(
+        judgeDrag(targets, typeList, connection_.atom(X11Atom::uriList), connection_.atom(X11Atom::directSave))));
+}
+
+void X11DragWatch::take(DragWatching::Step step, xcb_timestamp_t time) {
+    using Step = DragWatching::Step;
+    if (step == Step::none)
+        return;
+    if (step == Step::ask) {
+        static_cast<void>(requestor_.ask(X11Atom::dragSelection, X11Atom::targets, time));
+        settling_.stop();
+        buttons_.start(buttonInterval);
+        return;
+    }
+    if (step == Step::announce)
+        return began.emit();
+    buttons_.stop();
+    if (step == Step::settle)
+        settling_.start(settlingTime);
+    else if (step == Step::end)
+        ended.emit(watching_.ending());
+}
+
+}  // namespace stowpocket

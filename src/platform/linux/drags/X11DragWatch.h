@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/Signal.h"
+#include "platform/linux/drags/DragWatching.h"
+#include "platform/linux/x11/X11Requestor.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QObject>
+#include <QTimer>
+
+namespace stowpocket {
+
+/// Tells of drags of other programs, anywhere on the desktop, that carry files or promise them. Between drags it
+/// sleeps: the server tells when one begins.
+class X11DragWatch : private QAbstractNativeEventFilter {
+public:
+    /// `connection` outlives it.
+    explicit X11DragWatch(const X11Connection& connection);
+
+    Signal<> began;
+    /// Emitted when no drag is on any more after `began`, and once more when the source goes after the buttons did.
+    Signal<DragEnd> ended;
+
+private:
+    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    [[nodiscard]] bool isButtonHeld() const;
+    void later(std::function<void()> work);
+    void ownerChanged(xcb_window_t owner, xcb_timestamp_t time);
+    void answered(const xcb_selection_notify_event_t& answer);
+    /// `time` is that of what happened, where the server told one.
+    void take(DragWatching::Step step, xcb_timestamp_t time = XCB_CURRENT_TIME);
+
+    const X11Connection& connection_;
+    const X11Requestor requestor_;
+    DragWatching watching_;
+    /// Runs while a Wayland program drags, for which its compositor, the window manager here, stands in.
+    QTimer waylandDrag_;
+    std::uint8_t ownerEvent_ = 0;
+    QTimer buttons_;
+    QTimer settling_;
+    /// What is posted for later is dropped with it.
+    QObject context_;
+};
+
+}  // namespace stowpocket

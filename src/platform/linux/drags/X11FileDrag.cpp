@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/drags/X11FileDrag.h"
+
+#include "intake/UriList.h"
+#include "platform/linux/x11/WaylandSession.h"
+
+#include <QCoreApplication>
+#include <QDrag>
+#include <QMimeData>
+
+#include <chrono>
+#include <utility>
+
+namespace stowpocket {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// GTK 3 and Qt targets fetch the data only after the drop has ended, some of them after asking the user.
+constexpr auto keepingTime = 15s;
+/// A drag whose end was missed is noticed this soon: the release of the button comes within milliseconds.
+constexpr auto lookInterval = 200ms;
+constexpr int looksUntilLost = 3;
+/// Changes of focus that a drag brings may come after its end.
+constexpr auto settlingTime = 200ms;
+constexpr std::uint8_t sentEventBit = 0x80;
+
+}  // namespace
+
+X11FileDrag::X11FileDrag(const X11Connection& connection) : connection_(connection) {
+    forgetting_.setSingleShot(true);
+    QObject::connect(&forgetting_, &QTimer::timeout, [this] { uriList_.clear(); });
+    settling_.setSingleShot(true);
+    QObject::connect(&settling_, &QTimer::timeout, [this] {
+        for (const auto& work : std::exchange(afterwards_, {}))
+            work();
+    });
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+void X11FileDrag::start(QWidget& source, const FileURL& file, const QPixmap& picture, const QPoint& hotSpot) {
+    forgetting_.stop();
+    settling_.stop();
+    uriList_ = QByteArray::fromStdString(uriListOf({file}));
+    auto* const data = new QMimeData;
+    data->setData(QStringLiteral("text/uri-list"), uriList_);
+    auto* const drag = new QDrag(&source);  // deletes itself
+    drag->setMimeData(data);
+    drag->setPixmap(picture);
+    drag->setHotSpot(hotSpot);
+    QTimer looking;
+    const auto window = static_cast<xcb_window_t>(source.window()->winId());
+    QObject::connect(&looking, &QTimer::timeout, [this, window] { endIfLost(window); });
+    looking.start(lookInterval);
+    looksWithoutButton_ = 0;
+    isDragging_ = true;
+    if (isWaylandSession() && connection_.windowManagerName() == "KWin")
+        dropDelay_.begin();
+    drag->exec(Qt::CopyAction, Qt::CopyAction);
+    dropDelay_.end();
+    isDragging_ = false;
+    settling_.start(settlingTime);
+    forgetting_.start(keepingTime);
+}
+
+void X11FileDrag::whenOver(std::function<void()> work) {
+    if (isDragging_ || settling_.isActive())
+        afterwards_.push_back(std::move(work));
+    else
+        work();
+}
+
+/// The server holds the pointer for the window that the drag began in. When that goes from the screen, whoever took
+/// it away, the release of the button is told to somebody else and Qt would wait for it forever.
+void X11FileDrag::endIfLost(xcb_window_t source) {
+    looksWithoutButton_ = connection_.isButtonHeld() ? 0 : looksWithoutButton_ + 1;
+    if (!connection_.isViewable(source) || looksWithoutButton_ == looksUntilLost)
+        QDrag::cancel();
+}
+
+/// GTK 4 asks with time 0, which Qt takes for a stale request and refuses, so requests are answered here first.
+bool X11FileDrag::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
+    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
+    if ((event.response_type & ~sentEventBit) != XCB_SELECTION_REQUEST || uriList_.isEmpty())
+        return false;
+    return answer(*static_cast<const xcb_selection_request_event_t*>(message));
+}
+
+bool X11FileDrag::answer(const xcb_selection_request_event_t& request) {
+    if (request.selection != connection_.atom(X11Atom::dragSelection))
+        return false;
+    // Requestors of the oldest kind leave the property to the owner.
+    const xcb_atom_t property = request.property == x11None ? request.target : request.property;
+    const xcb_atom_t uriList = connection_.atom(X11Atom::uriList);
+    const xcb_atom_t targets = connection_.atom(X11Atom::targets);
+    if (request.target == uriList)
+        xcb_change_property(connection_.raw(), XCB_PROP_MODE_REPLACE, request.requestor, property, uriList, 8,
+                            static_cast<std::uint32_t>(uriList_.size()), uriList_.constData());
+    else if (request.target == targets)
+        connection_.setProperty(request.requestor, property, XCB_ATOM_ATOM, {targets, uriList});
+    else
+        return false;
+    xcb_selection_notify_event_t notify{};
+    notify.response_type = XCB_SELECTION_NOTIFY;
+    notify.time = request.time;
+    notify.requestor = request.requestor;
+    notify.selection = request.selection;
+    notify.target = request.target;
+    notify.property = property;
+    xcb_send_event(connection_.raw(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT,
+                   reinterpret_cast<const char*>(&notify));
+    xcb_flush(connection_.raw());
+    if (request.target == uriList)
+        dropDelay_.asked();
+    return true;
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/drags/X11IncomingDrops.h"
+
+#include "foundation/BundleIdentifier.h"
+#include "platform/linux/files/DurableFile.h"
+#include "platform/linux/files/FileDescriptor.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <fcntl.h>
+
+namespace stowpocket {
+namespace {
+
+constexpr std::uint8_t sentEventBit = 0x80;
+/// Where the fields of the messages are (XDND 5).
+constexpr std::size_t sourceField = 0;
+constexpr std::size_t flagsField = 1;
+constexpr std::size_t firstTypeField = 2;
+constexpr std::size_t dropTimeField = 2;
+constexpr std::uint32_t hasTypeListFlag = 1;
+
+constexpr std::size_t longestTypeList = 4096;
+constexpr std::size_t longestList = 1u << 20;
+constexpr std::size_t largestContents = 256u << 20;
+constexpr int mostReadings = 4;
+
+class SelectionDragData : public DragData {
+public:
+    SelectionDragData(XcbSession& session, xcb_timestamp_t dropTime, const DropPatience& patience)
+        : reader_(session, "XdndSelection"), dropTime_(dropTime), patience_(patience) {}
+
+    [[nodiscard]] List list(std::string_view format) override {
+        std::vector<std::byte> bytes;
+        const auto answer = reader_.read(std::string(format), dropTime_, {start_ + patience_.list, patience_.silence},
+                                         longestList, bytes);
+        const auto* const text = reinterpret_cast<const char*>(bytes.data());
+        if (answer.failure || answer.format != 8)
+            return {answer.failure.value_or(SelectionFailure::refused), {}};
+        return {std::nullopt, {text, bytes.size()}};
+    }
+
+    [[nodiscard]] std::optional<SelectionFailure> write(std::string_view format, const QString& path) override {
+        const FileDescriptor file(
+            ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
+        if (!file.isOpen())
+            return SelectionFailure::refused;
+        std::size_t size = 0;
+        const auto answer = reader_.read(
+            std::string(format), dropTime_, {start_ + patience_.contents, patience_.silence}, [&](auto part) {
+                size += part.size();
+                const std::string_view bytes(reinterpret_cast<const char*>(part.data()), part.size());
+                return size <= largestContents && !writeAll(file.get(), bytes);
+            });
+        const bool isUsable = answer.format == 8 && size > 0;
+        return answer.failure || isUsable ? answer.failure : SelectionFailure::refused;
+    }
+
+private:
+    SelectionReader reader_;
+    const xcb_timestamp_t dropTime_;
+    const DropPatience patience_;
+    const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+/// Three types stand in the message itself; where there are more, all are on the source's window.
+std::vector<std::string> formatsOf(XcbSession& session, const xcb_client_message_event_t& entered) {
+    const auto& fields = entered.data.data32;
+    std::vector<xcb_atom_t> types(std::begin(fields) + firstTypeField, std::end(fields));
+    if ((fields[flagsField] & hasTypeListFlag) != 0)
+        types = session.property(fields[sourceField], session.atom("XdndTypeList"), longestTypeList).words();
+    std::erase(types, xcb_atom_t{XCB_ATOM_NONE});
+    return session.namesOf(types);
+}
+
+/// Any thread, which waits for the source.
+DropReading readingOf(const xcb_client_message_event_t& drop, const xcb_client_message_event_t& entered,
+                      const DropPatience& patience) {
+    DropReading reading;
+    if (const auto session = XcbSession::open()) {
+        SelectionDragData data(*session, drop.data.data32[dropTimeField], patience);
+        reading = readDrop(data, formatsOf(*session, entered));
+    }
+    return reading;
+}
+
+}  // namespace
+
+X11IncomingDrops::X11IncomingDrops(const X11Connection& connection, Dispatch& dispatch, X11DirectSaves& saves,
+                                   const DropPatience& patience)
+    : connection_(connection), dispatch_(dispatch), saves_(saves), patience_(patience) {
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+bool X11IncomingDrops::promisesFiles(const QMimeData& data) const {
+    return data.hasFormat(QLatin1String(X11DirectSaves::format.data(), X11DirectSaves::format.size()));
+}
+
+bool X11IncomingDrops::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
+    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
+    if ((event.response_type & ~sentEventBit) != XCB_CLIENT_MESSAGE)
+        return false;
+    const auto& said = *static_cast<const xcb_client_message_event_t*>(message);
+    if (said.format != 32)
+        return false;
+    if (said.type == connection_.atom(X11Atom::dragEnter))
+        entered(said);
+    return said.type == connection_.atom(X11Atom::dragDrop) && dropped(said);
+}
+
+void X11IncomingDrops::entered(const xcb_client_message_event_t& message) {
+    entered_ = message;
+    forget();
+}
+
+void X11IncomingDrops::forget() {
+    ++number_;
+    state_ = State::idle;
+    received_ = {};
+}
+
+bool X11IncomingDrops::dropped(const xcb_client_message_event_t& message) {
+    if (state_ == State::reading)
+        return true;
+    if (state_ == State::handedOn) {
+        // Qt handles it right after this.
+        QMetaObject::invokeMethod(
+            &context_, [this, number = number_] { number == number_ ? forget() : void(); }, Qt::QueuedConnection);
+        return false;
+    }
+    if (message.data.data32[sourceField] != entered_.data.data32[sourceField] || readings_ == mostReadings)
+        return false;
+    read(message);
+    return true;
+}
+
+void X11IncomingDrops::read(const xcb_client_message_event_t& drop) {
+    state_ = State::reading;
+    ++readings_;
+    auto work = [&dispatch = dispatch_, self = std::weak_ptr(self_), entered = entered_, drop, number = number_,
+                 patience = patience_] {
+        auto reading = std::make_shared<const DropReading>(readingOf(drop, entered, patience));
+        dispatch.async([self, drop, number, reading = std::move(reading)] {
+            if (const auto drops = self.lock())
+                (*drops)->finished(drop, number, *reading);
+        });
+    };
+    dispatch_.serialQueue(std::string(bundleIdentifier) + ".dragged")->async(std::move(work));
+}
+
+void X11IncomingDrops::finished(const xcb_client_message_event_t& drop, int number, const DropReading& reading) {
+    --readings_;
+    if (number != number_)
+        return;
+    received_.uriList = reading.uriList;
+    if (reading.contents)
+        received_.contents = providerOf(*reading.contents, dispatch_);
+    state_ = State::handedOn;
+    xcb_send_event(connection_.raw(), 0, drop.window, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&drop));
+    xcb_flush(connection_.raw());
+}
+
+}  // namespace stowpocket

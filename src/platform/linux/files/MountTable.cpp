@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/files/MountTable.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <climits>
+
+namespace stowpocket {
+namespace {
+
+std::string readFromStart(int file) {
+    std::string text;
+    std::array<char, 8192> part{};
+    if (::lseek(file, 0, SEEK_SET) != 0)
+        return text;
+    for (ssize_t got = 0; (got = ::read(file, part.data(), part.size())) > 0;)
+        text.append(part.data(), static_cast<std::size_t>(got));
+    return text;
+}
+
+bool hasChanged(int file) {
+    pollfd question{.fd = file, .events = POLLPRI, .revents = 0};
+    return ::poll(&question, 1, 0) > 0 && (question.revents & POLLPRI) != 0;
+}
+
+bool hangsAt(const Mounts& mounts, const std::string& path) {
+    const auto last = std::find_if(mounts.rbegin(), mounts.rend(), [&](const Mount& m) { return m.point == path; });
+    return last != mounts.rend() && mayHang(last->type);
+}
+
+std::optional<std::string> linkText(const std::string& path) {
+    std::array<char, PATH_MAX> buffer{};
+    const ssize_t length = ::readlink(path.c_str(), buffer.data(), buffer.size());
+    return length <= 0 ? std::nullopt : std::optional(std::string(buffer.data(), static_cast<std::size_t>(length)));
+}
+
+}  // namespace
+
+MountTable::MountTable()
+    : file_(::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC)), mounts_(std::make_shared<const Mounts>()) {
+    if (!file_.isOpen())
+        return;
+    static_cast<void>(hasChanged(file_.get()));  // changes count from here
+    mounts_ = std::make_shared<const Mounts>(parseMounts(readFromStart(file_.get())));
+}
+
+std::shared_ptr<const Mounts> MountTable::mounts() {
+    const std::lock_guard lock(mutex_);
+    if (file_.isOpen() && hasChanged(file_.get()))
+        mounts_ = std::make_shared<const Mounts>(parseMounts(readFromStart(file_.get())));
+    return mounts_;
+}
+
+bool mayHang(std::string_view fileSystemType) {
+    // Served over a network, by a program in user space, or mounted on first touch. "fuseblk" is a local disk whose
+    // driver happens to run in user space (NTFS), and is left out.
+    constexpr std::array<std::string_view, 17> types = {"9p",   "afs",   "autofs",   "beegfs", "ceph",   "cifs",
+                                                        "coda", "davfs", "fuse",     "gpfs",   "lustre", "ncpfs",
+                                                        "nfs",  "nfs4",  "orangefs", "smb3",   "smbfs"};
+    return std::ranges::find(types, fileSystemType) != types.end() || fileSystemType.starts_with("fuse.");
+}
+
+std::optional<std::string> hangingMountOn(const Mounts& mounts, const std::string& path) {
+    if (std::ranges::none_of(mounts, [](const Mount& mount) { return mayHang(mount.type); }))
+        return std::nullopt;
+    constexpr int maxLinks = 40;  // the kernel's own limit
+    int links = 0;
+    std::string reached;
+    std::string rest = path;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find('/'), rest.size());
+        const std::string name = rest.substr(0, end);
+        rest.erase(0, end + 1);
+        if (name.empty() || name == ".")
+            continue;
+        if (name == "..") {
+            reached.resize(reached.empty() ? 0 : reached.rfind('/'));
+            continue;
+        }
+        std::string next = reached;
+        next.append("/").append(name);
+        if (hangsAt(mounts, next))
+            return next;
+        const std::optional<std::string> link = linkText(next);
+        if (!link) {
+            reached = std::move(next);
+            continue;
+        }
+        if (++links > maxLinks)
+            return std::nullopt;
+        if (link->starts_with('/'))
+            reached.clear();
+        rest.insert(0, *link + '/');
+    }
+    return std::nullopt;
+}
+
+}  // namespace stowpocket

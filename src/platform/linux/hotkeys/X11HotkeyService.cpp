@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/hotkeys/X11HotkeyService.h"
+
+#include "platform/linux/input/KeyCodes.h"
+#include "platform/linux/x11/XcbAnswer.h"
+#include "services/Dispatch.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <array>
+
+namespace stowpocket {
+namespace {
+
+constexpr std::uint8_t sentEventBit = 0x80;
+
+/// Kinds of events of the XKEYBOARD extension, told apart in their second byte.
+constexpr std::uint8_t newKeyboardNotify = 0;
+constexpr std::uint8_t mapNotify = 1;
+
+void logRefusal(std::uint32_t keyCode, std::uint32_t modifiers, const char* why) {
+    qWarning("stowpocket: hotkey with key code %u and modifiers 0x%x not registered: %s", keyCode, modifiers, why);
+}
+
+std::uint8_t firstEventOf(xcb_connection_t* connection, std::string_view extension) {
+    const auto cookie =
+        xcb_query_extension(connection, static_cast<std::uint16_t>(extension.size()), extension.data());
+    const XcbAnswer<xcb_query_extension_reply_t> answer(xcb_query_extension_reply(connection, cookie, nullptr));
+    return answer && answer->present != 0 ? answer->first_event : std::uint8_t{0};
+}
+
+/// The press of a hotkey, but for its characters.
+KeyEvent keyEventOf(const KeyCombination& combination, bool capsLock) {
+    constexpr std::array<std::pair<std::uint32_t, std::int64_t>, 4> table{{
+        {carbonModifier::shiftKey, modifierFlag::shift},
+        {carbonModifier::controlKey, modifierFlag::control},
+        {carbonModifier::optionKey, modifierFlag::option},
+        {carbonModifier::cmdKey, modifierFlag::command},
+    }};
+    const std::uint16_t key = virtualKeyOf(combination.key);
+    std::int64_t flags = ownFlagsOf(key) | (capsLock ? keyFlag::capsLock : 0);
+    for (const auto& [modifier, flag] : table) {
+        if ((combination.carbonModifiers & modifier) != 0)
+            flags |= flag;
+    }
+    return {.keyCode = key, .modifierFlags = flags};
+}
+
+}  // namespace
+
+class X11HotkeyService::Registration : public HotkeyRegistration {
+public:
+    explicit Registration(X11HotkeyService& service) : service_(service), mine_(service.hotkeys_.begin()) {}
+    Registration(const Registration&) = delete;
+    Registration& operator=(const Registration&) = delete;
+    ~Registration() override {
+        const Hotkey mine = *mine_;
+        service_.hotkeys_.erase(mine_);
+        if (mine.grabbed && !service_.isGrabbed(mine.combination))
+            service_.grabs_.ungrab(mine.combination);
+    }
+
+private:
+    X11HotkeyService& service_;
+    const std::list<Hotkey>::iterator mine_;
+};
+
+X11HotkeyService::X11HotkeyService(xcb_connection_t* connection, Dispatch& dispatch)
+    : connection_(connection),
+      dispatch_(dispatch),
+      grabs_(connection),
+      characters_(connection),
+      keyboardExtensionEvent_(firstEventOf(connection, "XKEYBOARD")) {
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+X11HotkeyService::~X11HotkeyService() {
+    QCoreApplication::instance()->removeNativeEventFilter(this);
+}
+
+std::unique_ptr<HotkeyRegistration> X11HotkeyService::registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                                                     HotkeyIdentifier identifier) {
+    const std::optional<std::uint8_t> key = physicalKeyOf(keyCode);
+    if (!key) {
+        logRefusal(keyCode, modifiers, "this keyboard has no such key");
+        return nullptr;
+    }
+    if (hotkeys_.empty())
+        static_cast<void>(grabs_.readLayout());  // changes are not followed while there is nothing to keep grabbed
+    const KeyCombination combination{*key, modifiers};
+    // The server would let one program grab it twice, and forget both at the first ungrab: equal hotkeys share a
+    // grab.
+    if (!isGrabbed(combination) && !grabs_.grab(combination)) {
+        logRefusal(keyCode, modifiers, "another program holds it");
+        return nullptr;
+    }
+    hotkeys_.push_front({combination, identifier});
+    return std::make_unique<Registration>(*this);
+}
+
+bool X11HotkeyService::isGrabbed(const KeyCombination& combination) const {
+    return std::ranges::any_of(hotkeys_,
+                               [&](const Hotkey& each) { return each.grabbed && each.combination == combination; });
+}
+
+bool X11HotkeyService::nativeEventFilter(const QByteArray& kind, void* message, qintptr*) {
+    if (kind != "xcb_generic_event_t")
+        return false;
+    const auto* const event = static_cast<const xcb_generic_event_t*>(message);
+    const auto type = static_cast<std::uint8_t>(event->response_type & ~sentEventBit);
+    if (type == XCB_KEY_PRESS) {
+        keyPressed(*static_cast<const xcb_key_press_event_t*>(message));
+    } else if (type == XCB_KEY_RELEASE) {
+        const auto* const release = static_cast<const xcb_key_release_event_t*>(message);
+        held_.release(release->detail, release->time);
+    } else if (type == XCB_MAPPING_NOTIFY ||
+               (type == keyboardExtensionEvent_ && (event->pad0 == newKeyboardNotify || event->pad0 == mapNotify))) {
+        scheduleMappingCheck();
+    }
+    return false;  // Qt ignores keys of the root window but for their time
+}
+
+void X11HotkeyService::keyPressed(const xcb_key_press_event_t& event) {
+    if (event.event != grabs_.root())
+        return;
+    const ModifierLayout& layout = grabs_.layout();
+    const auto locks = static_cast<std::uint16_t>(x11Modifier::lock | layout.numLock | layout.scrollLock);
+    const auto modifiers = static_cast<std::uint16_t>(event.state & x11Modifier::all & ~locks);
+    const auto pressed = std::ranges::find_if(hotkeys_, [&](const Hotkey& hotkey) {
+        return hotkey.combination.key == event.detail &&
+               x11ModifiersOf(hotkey.combination.carbonModifiers, layout) == modifiers;
+    });
+    if (pressed == hotkeys_.end() || !held_.press(event.detail, event.time))
+        return;
+    KeyEvent keyEvent = keyEventOf(pressed->combination, (event.state & x11Modifier::lock) != 0);
+    keyEvent.charactersIgnoringModifiers = characters_(event.detail, event.state);
+    dispatch_.async([self = std::weak_ptr(self_), keyEvent = std::move(keyEvent), identifier = pressed->identifier] {
+        if (const auto service = self.lock())
+            (*service)->fire(keyEvent, identifier);
+    });
+}
+
+void X11HotkeyService::fire(const KeyEvent& event, HotkeyIdentifier identifier) {
+    if (ownWindowsTake_ && ownWindowsTake_(event))
+        return;
+    if (handler_)
+        handler_(&identifier);
+}
+
+/// Changes of the keyboard come in bursts, and each of them only matters once it is over.
+void X11HotkeyService::scheduleMappingCheck() {
+    if (mappingCheckScheduled_ || hotkeys_.empty())
+        return;
+    mappingCheckScheduled_ = true;
+    dispatch_.async([self = std::weak_ptr(self_)] {
+        if (const auto service = self.lock())
+            (*service)->checkMapping();
+    });
+}
+
+void X11HotkeyService::checkMapping() {
+    mappingCheckScheduled_ = false;
+    const X11KeyGrabs before = grabs_;
+    if (!grabs_.readLayout())
+        return;
+    for (const Hotkey& hotkey : hotkeys_)
+        before.ungrab(hotkey.combination);
+    for (Hotkey& hotkey : hotkeys_) {
+        hotkey.grabbed = grabs_.grab(hotkey.combination);
+        if (!hotkey.grabbed)
+            logRefusal(virtualKeyOf(hotkey.combination.key), hotkey.combination.carbonModifiers,
+                       "another program holds it under the new keyboard map");
+    }
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/hotkeys/HeldHotkey.h"
+#include "platform/linux/hotkeys/X11KeyGrabs.h"
+#include "platform/linux/input/X11KeyCharacters.h"
+#include "services/EventMonitors.h"
+#include "services/HotkeyService.h"
+
+#include <QAbstractNativeEventFilter>
+
+#include <list>
+
+namespace stowpocket {
+
+class Dispatch;
+
+/// Hotkeys as key grabs on Qt's own connection, so that Qt knows the moment of the press and window managers let the
+/// handler take the focus. Keys are meant by their place on the keyboard, so no change of the layout moves them.
+/// Lives as long as the registrations.
+class X11HotkeyService : public HotkeyService, private QAbstractNativeEventFilter {
+public:
+    X11HotkeyService(xcb_connection_t* connection, Dispatch& dispatch);
+    ~X11HotkeyService() override;
+    X11HotkeyService(const X11HotkeyService&) = delete;
+    X11HotkeyService& operator=(const X11HotkeyService&) = delete;
+
+    void installEventHandler(Handler handler) override { handler_ = std::move(handler); }
+    /// Of two equal hotkeys the later one fires, like the later one of two monitors, until it goes.
+    [[nodiscard]] std::unique_ptr<HotkeyRegistration> registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                                                     HotkeyIdentifier identifier) override;
+
+    /// Grabs keep their keys from this program's own windows too. `takes` gets each press before it fires, and may
+    /// answer that a window took it.
+    void setOwnWindows(std::function<bool(const KeyEvent&)> takes) { ownWindowsTake_ = std::move(takes); }
+
+private:
+    struct Hotkey {
+        KeyCombination combination;
+        HotkeyIdentifier identifier;
+        bool grabbed = true;
+    };
+    class Registration;
+
+    bool nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) override;
+    [[nodiscard]] bool isGrabbed(const KeyCombination& combination) const;
+    void keyPressed(const xcb_key_press_event_t& event);
+    void fire(const KeyEvent& event, HotkeyIdentifier identifier);
+    void scheduleMappingCheck();
+    void checkMapping();
+
+    xcb_connection_t* const connection_;
+    Dispatch& dispatch_;
+    X11KeyGrabs grabs_;
+    const X11KeyCharacters characters_;
+    Handler handler_;
+    std::function<bool(const KeyEvent&)> ownWindowsTake_;
+    /// The last registered one first.
+    std::list<Hotkey> hotkeys_;
+    HeldHotkey held_;
+    std::uint8_t keyboardExtensionEvent_ = 0;
+    bool mappingCheckScheduled_ = false;
+    /// Posted work holds it weakly.
+    const std::shared_ptr<X11HotkeyService*> self_ = std::make_shared<X11HotkeyService*>(this);
+};
+
+}  // namespace stowpocket

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "services/PropertyListParser.h"
+
+namespace stowpocket {
+
+/// Property lists in their XML form.
+class PlistParser : public PropertyListParser {
+public:
+    [[nodiscard]] std::optional<PropertyValue> parse(const Bytes& bytes) override;
+};
+
+}  // namespace stowpocket

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/quickdrop/FileManagers.h"
+#include "platform/linux/x11/XcbSession.h"
+
+#include <cstdint>
+
+struct xkb_context;
+
+namespace stowpocket {
+
+/// Presses copy combinations through the XTEST extension, as if on the keyboard.
+class X11CopyKeys {
+public:
+    explicit X11CopyKeys(XcbSession& session);
+    ~X11CopyKeys();
+    X11CopyKeys(const X11CopyKeys&) = delete;
+    X11CopyKeys& operator=(const X11CopyKeys&) = delete;
+
+    /// Finds the keys under the layout in force. False when it has no such key, or keys cannot be pressed here.
+    [[nodiscard]] bool prepare(CopyKey key);
+    /// Releases every key that is held, which also ends a hotkey's grab of the keyboard, then presses what was
+    /// prepared. All in one go: a program that sees a modifier go up alone may open its menu bar. Released keys are
+    /// not pressed again, or they would stay down.
+    void press();
+
+private:
+    XcbSession& session_;
+    xkb_context* const context_;
+    std::uint8_t controlKey_ = 0;
+    std::uint8_t copyKey_ = 0;
+    bool canPress_ = false;
+};
+
+}  // namespace stowpocket

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/session/X11Startup.h"
+
+#include "platform/linux/session/StartupId.h"
+
+#include <algorithm>
+#include <chrono>
+#include <iterator>
+
+namespace stowpocket {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// The selection that a quick drop asks for comes well before, and a later window has other reasons.
+constexpr auto longestWait = 5s;
+/// Launchers write less than 200.
+constexpr std::size_t longestId = 1024;
+
+/// Server time wraps around every 49 days.
+bool isLater(xcb_timestamp_t time, xcb_timestamp_t other) {
+    return static_cast<std::int32_t>(time - other) > 0;
+}
+
+}  // namespace
+
+void X11Startup::begin(std::string id) {
+    if (id.empty() || id.size() > longestId)
+        return;
+    id_ = std::move(id);
+    outdated_.setRemainingTime(longestWait);
+    QMetaObject::invokeMethod(
+        &context_, [this, started = id_] { complete(started); }, Qt::QueuedConnection);
+}
+
+void X11Startup::mark(xcb_window_t window) const {
+    if (isUnderWay())
+        connection_.setText(window, X11Atom::startupId, X11Atom::utf8, id_);
+}
+
+xcb_timestamp_t X11Startup::takeTime(xcb_window_t window) {
+    const std::optional<xcb_timestamp_t> time = isUnderWay() ? startupTime(id_) : std::nullopt;
+    id_.clear();
+    if (!time)
+        return XCB_CURRENT_TIME;
+    // Qt keeps the time of a window on another window where the window manager reads it there.
+    const std::vector<std::uint32_t> keeper = connection_.property(window, X11Atom::userTimeWindow);
+    const xcb_window_t place = keeper.empty() ? window : keeper.front();
+    const std::vector<std::uint32_t> known = connection_.property(place, X11Atom::userTime);
+    if (known.empty() || isLater(*time, known.front()))
+        connection_.setProperty(place, connection_.atom(X11Atom::userTime), XCB_ATOM_CARDINAL, {*time});
+    return *time;
+}
+
+/// The message goes in pieces, the last of them ended by a zero, to whoever listens on the root window. Listeners
+/// know by the window which pieces belong together.
+void X11Startup::complete(const std::string& id) const {
+    xcb_connection_t* const server = connection_.raw();
+    const std::string message = startupCompleteMessage(id);
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 8;
+    event.window = xcb_generate_id(server);
+    event.type = connection_.atom(X11Atom::startupInfoBegin);
+    xcb_create_window(server, 0, event.window, connection_.root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                      XCB_COPY_FROM_PARENT, 0, nullptr);
+    constexpr std::size_t pieceSize = sizeof event.data.data8;
+    for (std::size_t at = 0; at <= message.size(); at += pieceSize) {
+        std::fill(std::begin(event.data.data8), std::end(event.data.data8), 0);
+        message.copy(reinterpret_cast<char*>(event.data.data8), pieceSize, at);
+        xcb_send_event(server, 0, connection_.root(), XCB_EVENT_MASK_PROPERTY_CHANGE,
+                       reinterpret_cast<const char*>(&event));
+        event.type = connection_.atom(X11Atom::startupInfo);
+    }
+    xcb_destroy_window(server, event.window);
+    xcb_flush(server);
+}
+
+}  // namespace stowpocket

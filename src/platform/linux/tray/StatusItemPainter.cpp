@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/tray/StatusItemPainter.h"
+
+#include "platform/linux/tray/TrayColors.h"
+
+#include <QFontMetricsF>
+#include <QPainterPath>
+
+#include <cmath>
+
+namespace stowpocket {
+namespace {
+
+QRectF qRect(const Rect& rect) {
+    return {rect.x, rect.y, rect.width, rect.height};
+}
+
+/// Everything in `whole` but the badge and a gap around it, so that a filled symbol does not run into the badge.
+QPainterPath around(const QRectF& badge, const QRectF& whole) {
+    constexpr double gap = 1;
+    const QRectF hole = badge.adjusted(-gap, -gap, gap, gap);
+    QPainterPath path;
+    path.addRect(whole);
+    path.addRoundedRect(hole, hole.height() / 2, hole.height() / 2);
+    return path;
+}
+
+QString countText(const StatusItemTitle& title) {
+    return QString::fromStdString(title.text).trimmed();
+}
+
+QFont titleFont(const StatusItemTitle& title, double size) {
+    QFont font;
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(size))));
+    font.setBold(title.weight == FontWeight::bold);
+    return font;
+}
+
+void paintCount(QPainter& painter, const StatusItemLayout& layout, const StatusItemTitle& title,
+                const QColor& color) {
+    const QRectF room = qRect(layout.count);
+    painter.setFont(titleFont(title, layout.fontSize));
+    if (layout.countPlace == CountPlace::beside) {
+        painter.setPen(color);
+        const QRectF raised = room.translated(0, -title.baselineOffset * layout.scale);
+        painter.drawText(raised, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip,
+                         QString::fromStdString(title.text));
+    } else if (layout.countPlace == CountPlace::badge) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawRoundedRect(room, room.height() / 2, room.height() / 2);
+        painter.setPen(readableOn(color));
+        painter.drawText(room, Qt::AlignCenter | Qt::TextDontClip, countText(title));
+    }
+}
+
+}  // namespace
+
+StatusItemMeasure measureFace(const StatusItemFace& face) {
+    const QFontMetricsF metrics(titleFont(face.title, face.title.fontSize));
+    return {face.image.pointSize, face.title.fontSize,
+            metrics.horizontalAdvance(QString::fromStdString(face.title.text)),
+            metrics.horizontalAdvance(countText(face.title))};
+}
+
+/// The list of fonts is one for the whole program; the size does not matter for it.
+void loadCountFont() {
+    const StatusItemTitle title{.text = "0", .fontSize = 9, .weight = FontWeight::bold, .baselineOffset = 0};
+    static_cast<void>(QFontMetricsF(titleFont(title, title.fontSize)).height());
+}
+
+void paintFace(QPainter& painter, const StatusItemFace& face, const SymbolPainter& paintSymbol,
+               const StatusItemLayout& layout, const QColor& color) {
+    const double pixels = layout.symbol.width * painter.device()->devicePixelRatioF();
+    const QImage symbol = paintSymbol(face.image, color, static_cast<int>(std::lround(pixels)));
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (layout.countPlace == CountPlace::badge)
+        painter.setClipPath(around(qRect(layout.count), qRect(layout.symbol)));
+    painter.drawImage(qRect(layout.symbol).toAlignedRect(), symbol);
+    painter.setClipping(false);
+    paintCount(painter, layout, face.title, color);
+    painter.restore();
+}
+
+QColor readableOn(const QColor& background) {
+    const RgbColor color = readableOn(RgbColor{static_cast<std::uint8_t>(background.red()),
+                                               static_cast<std::uint8_t>(background.green()),
+                                               static_cast<std::uint8_t>(background.blue())});
+    return {color.red, color.green, color.blue};
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/tray/X11StatusItem.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <optional>
+#include <utility>
+
+namespace stowpocket {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Trays that proxy move the window into place only after they have announced that it is embedded.
+constexpr auto placingTime = 300ms;
+/// Trays answer within milliseconds, and those that start with the session are soon there. One that hangs must not
+/// keep the icon from being seen.
+constexpr auto answeringTime = 1s;
+constexpr std::uint32_t xembedEmbeddedNotify = 0;
+constexpr std::uint8_t sentEventBit = 0x80;
+
+}  // namespace
+
+X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops,
+                             std::function<void()> onPlaced)
+    : connection_(connection),
+      onPlaced_(std::move(onPlaced)),
+      button_(std::make_shared<X11StatusItemButton>(connection, std::move(paintSymbol), drops)),
+      dragWatch_(connection),
+      completed_(
+          button_->completed.connect([this] { managerAppeared(connection_.selectionOwner(X11Atom::trayOwner)); })),
+      itemSeen_(button_->itemSeen.connect([this](bool isSeen) {
+          placing_.itemIsSeen(isSeen);
+          place();
+      })),
+      dragBegan_(dragWatch_.began.connect([this] { button_->dragBegan(); })),
+      dragEnded_(dragWatch_.ended.connect([this](DragEnd end) { button_->dragEnded(end); })) {
+    QCoreApplication::instance()->installNativeEventFilter(this);
+    connection_.hearAlso(connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    QTimer::singleShot(answeringTime, &context_, [this] {
+        if (docking_.state() == TrayDocking::State::waiting)
+            qInfo("stowpocket: no tray to dock in; the icon is shown elsewhere until one comes");
+    });
+}
+
+/// Only notes what happened: the server may not be asked anything while an event is being looked at.
+bool X11StatusItem::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
+    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
+    switch (event.response_type & ~sentEventBit) {
+    case XCB_CLIENT_MESSAGE:
+        handleMessage(*static_cast<const xcb_client_message_event_t*>(message));
+        break;
+    case XCB_DESTROY_NOTIFY: {
+        const xcb_window_t gone = static_cast<const xcb_destroy_notify_event_t*>(message)->window;
+        later([this, gone] {
+            take(docking_.windowDestroyed(gone), x11None);
+            if (gone == button_->window())
+                take(docking_.lostWindow(), x11None);
+        });
+        break;
+    }
+    case XCB_REPARENT_NOTIFY: {
+        const auto& moved = *static_cast<const xcb_reparent_notify_event_t*>(message);
+        if (moved.parent == connection_.root() && moved.window == button_->window())
+            later([this] { take(docking_.lostWindow(), x11None); });
+        else if (std::ranges::find(around_, moved.window) != around_.end())
+            later([this] { hearOfBar(); });
+        break;
+    }
+    case XCB_CONFIGURE_NOTIFY: {
+        const xcb_window_t changed = static_cast<const xcb_configure_notify_event_t*>(message)->window;
+        if (std::ranges::find(around_, changed) != around_.end())
+            changedSoon(Change::ofBar);
+        else if (changed == button_->window())
+            changedSoon(Change::ofIcon);
+        break;
+    }
+    case XCB_PROPERTY_NOTIFY: {
+        const xcb_atom_t changed = static_cast<const xcb_property_notify_event_t*>(message)->atom;
+        if (changed == connection_.atom(X11Atom::trayOrientation) || changed == connection_.atom(X11Atom::trayColors))
+            changedSoon(Change::ofBar);
+        break;
+    }
+    default:
+        break;
+    }
+    return false;
+}
+
+void X11StatusItem::handleMessage(const xcb_client_message_event_t& message) {
+    const std::uint32_t* const data = message.data.data32;
+    if (message.type == connection_.atom(X11Atom::manager) && data[1] == connection_.atom(X11Atom::trayOwner))
+        later([this, manager = data[2]] { managerAppeared(manager); });
+    else if (message.type == connection_.atom(X11Atom::xembed) && data[1] == xembedEmbeddedNotify)
+        later([this, window = message.window] { embedded(window); });
+}
+
+void X11StatusItem::later(std::function<void()> work) {
+    QMetaObject::invokeMethod(&context_, std::move(work), Qt::QueuedConnection);
+}
+
+void X11StatusItem::managerAppeared(xcb_window_t manager) {
+    if (manager != x11None)
+        connection_.hearAlso(manager, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
+    take(docking_.managerAppeared(manager), manager);
+}
+
+void X11StatusItem::embedded(xcb_window_t window) {
+    if (window != button_->window())
+        return;
+    docking_.embedded();
+    button_->showDocked();
+    place();
+    QTimer::singleShot(placingTime, &context_, [this, window] {
+        if (window == button_->window())
+            checkForProxy();
+    });
+    QTimer::singleShot(answeringTime, &context_, [this, window, manager = docking_.manager()] {
+        if (window == button_->window() && !connection_.isViewable(window))
+            take(docking_.isUnseen(), manager);
+    });
+}
+
+void X11StatusItem::checkForProxy() {
+    const xcb_window_t container = connection_.parentOf(button_->window());
+    if (container == x11None || connection_.parentOf(container) != connection_.root())
+        return hearOfBar();
+    qInfo("stowpocket: the tray only copies the icon, which would then take no drops; it is shown elsewhere");
+    take(docking_.foundProxy(), x11None);
+}
+
+/// A window is not told when what it stands in moves or grows, which changes its place and what is seen of it.
+void X11StatusItem::hearOfBar() {
+    around_.clear();
+    xcb_window_t around = button_->window();
+    while ((around = connection_.parentOf(around)) != x11None && around != connection_.root()) {
+        connection_.hearAlso(around, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+        around_.push_back(around);
+    }
+    barChanged();
+}
+
+/// One change comes as several events, for the icon and for each window that it stands in.
+void X11StatusItem::changedSoon(Change change) {
+    const bool isComing = change_.has_value();
+    if (!isComing || change == Change::ofBar)
+        change_ = change;
+    if (isComing)
+        return;
+    later([this] {
+        if (std::exchange(change_, std::nullopt) == Change::ofBar)
+            barChanged();
+        else
+            button_->iconMoved();
+    });
+}
+
+void X11StatusItem::barChanged() {
+    if (around_.empty())
+        button_->iconMoved();
+    else
+        button_->barChanged(around_.back());
+}
+
+void X11StatusItem::take(TrayDocking::Step step, xcb_window_t manager) {
+    if (step == TrayDocking::Step::dock) {
+        around_.clear();
+        button_->dock(manager);
+        requested(button_->window());
+    } else if (step == TrayDocking::Step::undock) {
+        around_.clear();
+        button_->undock();
+    }
+    place();
+}
+
+void X11StatusItem::requested(xcb_window_t window) {
+    QTimer::singleShot(answeringTime, &context_, [this, window] {
+        if (window != button_->window())
+            return;
+        placing_.trayIsSlow();
+        place();
+    });
+}
+
+void X11StatusItem::place() {
+    placing_.trayIs(docking_.state());
+    if (placing_.wantsHost() && !host_)
+        host_ = std::make_unique<NotifierHost>(QDBusConnection::sessionBus(), [this](bool isThere) {
+            placing_.hostIs(isThere);
+            place();
+        });
+    const bool wasItem = std::exchange(isItem_, placing_.place() == IconPlacing::Place::notifier);
+    button_->setPlace(placing_);
+    if (isItem_ && !wasItem)
+        QTimer::singleShot(answeringTime, &context_, [this] {
+            placing_.itemIsOffered();
+            place();
+        });
+    if (placing_.place() != IconPlacing::Place::undecided)
+        onPlaced_();
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/drags/X11DragWatch.h"
+#include "platform/linux/tray/IconPlacing.h"
+#include "platform/linux/tray/NotifierHost.h"
+#include "platform/linux/tray/TrayDocking.h"
+#include "platform/linux/tray/X11StatusItemButton.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QObject>
+
+#include <vector>
+
+namespace stowpocket {
+
+/// The place of the icon on the desktop: listens to the server for trays that come and go and for drags, to the
+/// session bus for hosts of items where no tray is of use, and has the icon follow. The icon is offered to the tray
+/// as soon as its button is complete: the event loop begins with other work, which would delay it.
+class X11StatusItem : public StatusItem, private QAbstractNativeEventFilter {
+public:
+    /// `onPlaced` runs whenever the icon has found a place.
+    X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops,
+                  std::function<void()> onPlaced);
+
+    [[nodiscard]] std::shared_ptr<StatusItemButton> button() override { return button_; }
+
+private:
+    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    void handleMessage(const xcb_client_message_event_t& message);
+    void later(std::function<void()> work);
+    void managerAppeared(xcb_window_t manager);
+    void embedded(xcb_window_t window);
+    void checkForProxy();
+    void hearOfBar();
+    enum class Change { ofIcon, ofBar };
+    void changedSoon(Change change);
+    void barChanged();
+    void take(TrayDocking::Step step, xcb_window_t manager);
+    void requested(xcb_window_t window);
+    void place();
+
+    const X11Connection& connection_;
+    const std::function<void()> onPlaced_;
+    const std::shared_ptr<X11StatusItemButton> button_;
+    TrayDocking docking_;
+    IconPlacing placing_;
+    bool isItem_ = false;
+    /// What the docked icon stands in, from its container to the window of the bar.
+    std::vector<xcb_window_t> around_;
+    /// What has changed and is not told yet.
+    std::optional<Change> change_;
+    /// Null until no tray is of use.
+    std::unique_ptr<NotifierHost> host_;
+    X11DragWatch dragWatch_;
+    Subscription completed_;
+    Subscription itemSeen_;
+    Subscription dragBegan_;
+    Subscription dragEnded_;
+    /// Everything posted for later is dropped with it.
+    QObject context_;
+};
+
+/// The tray of an X11 desktop.
+class X11StatusBar : public StatusBar {
+public:
+    /// `connection` and `drops` outlive every item.
+    /// `onPlaced` runs whenever an item has found a place on the screen.
+    X11StatusBar(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops,
+                 std::function<void()> onPlaced)
+        : connection_(connection),
+          paintSymbol_(std::move(paintSymbol)),
+          drops_(drops),
+          onPlaced_(std::move(onPlaced)) {}
+
+    [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override {
+        return std::make_unique<X11StatusItem>(connection_, paintSymbol_, drops_, onPlaced_);
+    }
+
+private:
+    const X11Connection& connection_;
+    const SymbolPainter paintSymbol_;
+    IncomingDrops& drops_;
+    const std::function<void()> onPlaced_;
+};
+
+}  // namespace stowpocket

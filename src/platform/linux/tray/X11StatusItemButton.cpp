@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/tray/X11StatusItemButton.h"
+
+#include "platform/linux/tray/TrayColors.h"
+#include "platform/linux/x11/WaylandSession.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace stowpocket {
+namespace {
+
+/// Qt keeps each screen's corner in pixels and scales distances from there.
+std::optional<QRect> pointsOf(const QRect& pixels) {
+    for (const QScreen* const screen : QGuiApplication::screens()) {
+        const QPoint corner = screen->geometry().topLeft();
+        const double scale = screen->devicePixelRatio();
+        if (!QRect(corner, screen->geometry().size() * scale).contains(pixels.center()))
+            continue;
+        const QPoint distance = pixels.topLeft() - corner;
+        return QRect(corner + distance / scale, pixels.size() / scale);
+    }
+    return std::nullopt;
+}
+
+/// In pixels; panels take the nearest and scale it.
+constexpr std::array<int, 4> notifierSizes{16, 22, 32, 48};
+/// Stands out from light and dark bars alike, for hosts that do not tell which they are.
+constexpr QRgb neutralColor = 0xFF8C8C8C;
+
+/// Some hosts tell nothing, and some the place within the icon instead of that on the screen.
+bool isPlaceOnScreen(const QPoint& pixels) {
+    constexpr int largestIcon = 64;
+    return pixels.x() > largestIcon || pixels.y() > largestIcon;
+}
+
+/// Where an icon would most likely be.
+QRect usualCorner() {
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    if (screen == nullptr)
+        return {};
+    constexpr int distanceFromEdge = 24;
+    return {usableArea(*screen).topRight() - QPoint(distanceFromEdge, 0), QSize(1, 0)};
+}
+
+}  // namespace
+
+X11StatusItemButton::X11StatusItemButton(const X11Connection& connection, SymbolPainter paintSymbol,
+                                         IncomingDrops& drops)
+    : connection_(connection),
+      paintSymbol_(std::move(paintSymbol)),
+      drops_(drops),
+      pocket_(connection_, face_, paintSymbol_, drops_, [this] { click(); }),
+      pocketChanged_(pocket_.changed.connect([this] { pocketChanged(); })) {}
+
+void X11StatusItemButton::setImage(const StatusItemImage& image) {
+    face_.image = image;
+    showFace();
+}
+
+void X11StatusItemButton::setTitle(const StatusItemTitle& title) {
+    title_ = title;
+    if (window_ && !title.text.empty())
+        countFont_.whenLoaded([this] { showTitle(); });
+    else
+        showTitle();
+}
+
+void X11StatusItemButton::addDropView(std::shared_ptr<DraggingDestination> dropView) {
+    face_.dropView = std::move(dropView);
+    completed.emit();
+}
+
+void X11StatusItemButton::showTitle() {
+    face_.title = title_;
+    showFace();
+}
+
+void X11StatusItemButton::showFace() {
+    if (window_)
+        window_->showFace();
+    pocket_.showFace();
+    if (notifier_)
+        notifier_->setFace(notifierFace());
+}
+
+QRect X11StatusItemButton::rectOnScreen() const {
+    if (const std::optional<QRect> docked = dockedRect())
+        return *docked;
+    return lastMet_.value_or(usualCorner());
+}
+
+QRect X11StatusItemButton::barOnScreen() const {
+    if (!window_ || bar_ == x11None)
+        return {};
+    const std::optional<QRect> pixels = barPlace_.of(connection_, bar_);
+    return pixels ? pointsOf(*pixels).value_or(QRect()) : QRect();
+}
+
+std::optional<QRect> X11StatusItemButton::dockedRect() const {
+    if (!window_)
+        return std::nullopt;
+    if (bar_ == x11None)
+        iconPlace_.forget();
+    const std::optional<QRect> pixels = iconPlace_.of(connection_, window_->id());
+    return pixels ? pointsOf(*pixels) : std::nullopt;
+}
+
+std::optional<QRect> X11StatusItemButton::KnownPlace::of(const X11Connection& connection, xcb_window_t window) {
+    if (!pixels_)
+        pixels_ = connection.geometryOnRoot(window);
+    return pixels_;
+}
+
+void X11StatusItemButton::forgetPlaces() {
+    iconPlace_.forget();
+    barPlace_.forget();
+}
+
+void X11StatusItemButton::dock(xcb_window_t manager) {
+    undock();
+    window_ = std::make_unique<X11TrayWindow>(connection_, manager, face_, paintSymbol_, drops_);
+    QObject::connect(window_.get(), &QAbstractButton::clicked, &context_, [this] { click(); });
+    window_->requestDock();
+}
+
+void X11StatusItemButton::showDocked() {
+    if (window_)
+        window_->show();
+}
+
+void X11StatusItemButton::undock() {
+    bar_ = x11None;
+    forgetPlaces();
+    if (window_)
+        window_.release()->deleteLater();  // not at once: it may be handling a click or a drag
+}
+
+void X11StatusItemButton::barChanged(xcb_window_t bar) {
+    bar_ = bar;
+    forgetPlaces();
+    if (window_)
+        window_->followBar();
+    moved.emit();
+}
+
+void X11StatusItemButton::iconMoved() {
+    iconPlace_.forget();
+    moved.emit();
+}
+
+void X11StatusItemButton::setPlace(const IconPlacing& placing) {
+    pocket_.setResident(placing.wantsPocket());
+    if (placing.place() != IconPlacing::Place::notifier)
+        notifier_.reset();
+    else if (!notifier_)
+        notifier_ = std::make_unique<NotifierItem>(
+            QDBusConnection::sessionBus(), notifierFace(), [this](const QPoint& pixels) { activated(pixels); },
+            [this](bool isSeen) { itemSeen.emit(isSeen); });
+}
+
+void X11StatusItemButton::dragBegan() {
+    // In a Wayland session the server knows no picture of the screen to lay over the icon.
+    const bool isSeen = window_ && window_->isVisible() && !isWaylandSession();
+    pocket_.dragBegan(isSeen ? dockedRect() : std::nullopt);
+}
+
+NotifierFace X11StatusItemButton::notifierFace() const {
+    const xcb_window_t manager = connection_.selectionOwner(X11Atom::trayOwner);
+    const auto announced = announcedForeground(connection_.property(manager, X11Atom::trayColors));
+    const QColor color = announced ? QColor(announced->red, announced->green, announced->blue) : QColor(neutralColor);
+    NotifierFace shown{QString::fromStdString(face_.image.accessibilityDescription), {}};
+    for (const int size : notifierSizes) {
+        QImage picture(size, size, QImage::Format_ARGB32_Premultiplied);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        const auto side = static_cast<double>(size);
+        paintFace(painter, face_, paintSymbol_, layOutBadge(measureFace(face_), {side, side}), color);
+        painter.end();
+        shown.pictures.push_back(std::move(picture));
+    }
+    return shown;
+}
+
+void X11StatusItemButton::click() {
+    if (action_)
+        action_();
+}
+
+void X11StatusItemButton::activated(const QPoint& pixels) {
+    lastMet_ = isPlaceOnScreen(pixels) ? pointsOf(QRect(pixels, QSize(1, 1))) : std::nullopt;
+    if (!lastMet_ && !isWaylandSession())
+        lastMet_ = QRect(QCursor::pos(), QSize(1, 1));
+    click();
+}
+
+void X11StatusItemButton::pocketChanged() {
+    if (const std::optional<QRect> place = pocket_.rectOnScreen()) {
+        lastMet_ = place;
+        moved.emit();
+    } else if (window_) {
+        // What was painted under the pocket may have read the pocket for the bar behind it.
+        window_->update();
+    }
+}
+
+}  // namespace stowpocket

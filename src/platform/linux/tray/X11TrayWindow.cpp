@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/tray/X11TrayWindow.h"
+
+#include "platform/linux/tray/TrayColors.h"
+#include "platform/linux/x11/X11Pixels.h"
+
+#include <QPainter>
+#include <QWindow>
+
+#include <cmath>
+
+namespace stowpocket {
+namespace {
+
+constexpr std::uint8_t blendingDepth = 32;
+constexpr std::uint32_t requestDockOpcode = 0;
+constexpr std::uint32_t xembedVersion = 0;
+constexpr std::uint32_t xembedMapped = 1;
+constexpr std::uint32_t verticalTray = 1;
+
+bool wantsBlending(const X11Connection& connection, xcb_window_t manager) {
+    const std::vector<std::uint32_t> visual = connection.property(manager, X11Atom::trayVisual);
+    return !visual.empty() && connection.depthOfVisual(visual.front()) == blendingDepth;
+}
+
+}  // namespace
+
+X11TrayWindow::X11TrayWindow(const X11Connection& connection, xcb_window_t manager, const StatusItemFace& face,
+                             const SymbolPainter& paintSymbol, IncomingDrops& drops)
+    : X11FaceWindow(face, drops),
+      connection_(connection),
+      manager_(manager),
+      paintSymbol_(paintSymbol),
+      direction_(barDirection()) {
+    setAttribute(Qt::WA_TranslucentBackground, wantsBlending(connection, manager));
+    setWindowTitle(QStringLiteral("stowpocket status item"));
+    X11TrayWindow::showFace();
+}
+
+void X11TrayWindow::requestDock() {
+    // Panels pass drags on to windows that took drops before they were docked.
+    setAcceptDrops(true);
+    const QSize room = wish();
+    resize(room);
+    const auto window = static_cast<xcb_window_t>(winId());
+    windowHandle()->setMinimumSize(room);
+    const xcb_atom_t info = connection_.atom(X11Atom::xembedInfo);
+    connection_.setProperty(window, info, info, {xembedVersion, xembedMapped});
+    // No window manager says so, and Qt would look for a frame in every window around it at each change of its size.
+    connection_.setProperty(window, connection_.atom(X11Atom::frameExtents), XCB_ATOM_CARDINAL, {0, 0, 0, 0});
+    connection_.sendMessage(manager_, XCB_EVENT_MASK_NO_EVENT, manager_, X11Atom::trayOpcode,
+                            {XCB_CURRENT_TIME, requestDockOpcode, window, 0, 0});
+}
+
+/// The tray alone sets the size. Qt is not asked for one: it would take that for granted, and where the tray sets its
+/// own again, Qt does not notice.
+void X11TrayWindow::showFace() {
+    X11FaceWindow::showFace();
+    if (windowHandle() != nullptr)
+        windowHandle()->setMinimumSize(wish());
+}
+
+void X11TrayWindow::followBar() {
+    direction_ = barDirection();
+    showFace();
+}
+
+BarDirection X11TrayWindow::barDirection() const {
+    const std::vector<std::uint32_t> orientation = connection_.property(manager_, X11Atom::trayOrientation);
+    const bool isVertical = !orientation.empty() && orientation.front() == verticalTray;
+    return isVertical ? BarDirection::vertical : BarDirection::horizontal;
+}
+
+QSize X11TrayWindow::wish() const {
+    const Size wish = statusItemWish(measureFace(face()), direction_);
+    return {static_cast<int>(std::ceil(wish.width)), static_cast<int>(std::ceil(wish.height))};
+}
+
+void X11TrayWindow::paintEvent(QPaintEvent*) {
+    const QImage background = testAttribute(Qt::WA_TranslucentBackground) ? QImage() : paintedBackground();
+    const QColor color = foregroundOn(background);
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    if (testAttribute(Qt::WA_TranslucentBackground))
+        painter.fillRect(rect(), Qt::transparent);
+    else
+        painter.drawImage(rect(), background);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    const StatusItemLayout layout =
+        layOutStatusItem(measureFace(face()), {static_cast<double>(width()), static_cast<double>(height())});
+    paintFace(painter, face(), paintSymbol_, layout, color);
+}
+
+QImage X11TrayWindow::paintedBackground() const {
+    QImage background = x11ParentBackground(connection_, id(), size() * devicePixelRatio());
+    if (!background.isNull())
+        return background;
+    QImage plain(1, 1, QImage::Format_RGB32);
+    plain.fill(palette().window().color());
+    return plain;
+}
+
+/// By the pixels behind the icon, else by what the bar announces, else by the pixel beside it.
+QColor X11TrayWindow::foregroundOn(const QImage& background) const {
+    if (!background.isNull())
+        return readableOn(background.pixelColor(0, 0));
+    if (const auto announced = announcedForeground(connection_.property(manager_, X11Atom::trayColors)))
+        return {announced->red, announced->green, announced->blue};
+    const std::optional<QRect> place = connection_.geometryOnRoot(id());
+    const QPoint beside = place ? QPoint(place->left() - 1, place->center().y()) : QPoint();
+    const QImage pixel = x11Pixels(connection_, connection_.root(), QRect(beside, QSize(1, 1)));
+    return readableOn(pixel.isNull() ? palette().window().color() : pixel.pixelColor(0, 0));
+}
+
+}  // namespace stowpocket

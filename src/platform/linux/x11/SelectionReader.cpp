@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/x11/SelectionReader.h"
+
+#include <algorithm>
+
+namespace stowpocket {
+namespace {
+
+/// Of a property, in bytes and a multiple of four. Owners may make theirs as long as they like.
+constexpr std::size_t partSize = 64u << 10;
+
+/// One question, asked on a window of its own: an answer that comes too late finds it gone, and cannot be taken for
+/// the answer to the next.
+class X11Exchange : public SelectionExchange {
+public:
+    struct Question {
+        xcb_atom_t selection;
+        xcb_atom_t target;
+        xcb_atom_t property;
+        xcb_window_t owner;
+    };
+
+    X11Exchange(XcbSession& session, const Question& question, xcb_timestamp_t time,
+                const SelectionPatience& patience)
+        : session_(session),
+          question_(question),
+          patience_(patience),
+          inPieces_(session.atom("INCR")),
+          requestor_(session.newWindow()) {
+        const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+        if (question_.owner != session_.window())
+            xcb_change_window_attributes(session_.raw(), question_.owner, XCB_CW_EVENT_MASK, &mask);
+        xcb_convert_selection(session_.raw(), requestor_, question_.selection, question_.target, question_.property,
+                              time);
+    }
+    X11Exchange(const X11Exchange&) = delete;
+    X11Exchange& operator=(const X11Exchange&) = delete;
+    ~X11Exchange() override { xcb_destroy_window(session_.raw(), requestor_); }
+
+    [[nodiscard]] Sign awaitAnswer() override {
+        const XcbSession::Event event = await([this](const xcb_generic_event_t& candidate) {
+            const auto& notify = reinterpret_cast<const xcb_selection_notify_event_t&>(candidate);
+            return typeOf(candidate) == XCB_SELECTION_NOTIFY && notify.requestor == requestor_ &&
+                   notify.target == question_.target;
+        });
+        const Sign sign = signOf(event);
+        const bool isEmpty = sign == Sign::come &&
+                             reinterpret_cast<const xcb_selection_notify_event_t&>(*event).property == XCB_ATOM_NONE;
+        return isEmpty ? Sign::refused : sign;
+    }
+    [[nodiscard]] Sign awaitPiece() override {
+        return signOf(await([this](const xcb_generic_event_t& candidate) {
+            const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(candidate);
+            return typeOf(candidate) == XCB_PROPERTY_NOTIFY && notify.window == requestor_ &&
+                   notify.atom == question_.property && notify.state == XCB_PROPERTY_NEW_VALUE;
+        }));
+    }
+    [[nodiscard]] Part take(std::size_t offset) override {
+        X11Property part = session_.property(requestor_, question_.property, partSize, true, offset);
+        return {part.type != XCB_ATOM_NONE,
+                part.type == inPieces_,
+                part.type,
+                part.format,
+                std::move(part.bytes),
+                part.isCut};
+    }
+
+private:
+    [[nodiscard]] bool isOwnerGone(const xcb_generic_event_t& event) const {
+        return typeOf(event) == XCB_DESTROY_NOTIFY && question_.owner != XCB_WINDOW_NONE &&
+               reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == question_.owner;
+    }
+    [[nodiscard]] Sign signOf(const XcbSession::Event& event) const {
+        if (!event)
+            return Sign::timeUp;
+        return isOwnerGone(*event) ? Sign::refused : Sign::come;
+    }
+    [[nodiscard]] XcbSession::Event await(const std::function<bool(const xcb_generic_event_t&)>& isWanted) {
+        const XcbSession::Deadline silent = std::chrono::steady_clock::now() + patience_.silence;
+        return session_.await(std::min(patience_.deadline, silent), [&](const xcb_generic_event_t& candidate) {
+            return isWanted(candidate) || isOwnerGone(candidate);
+        });
+    }
+
+    XcbSession& session_;
+    const Question question_;
+    const SelectionPatience& patience_;
+    const xcb_atom_t inPieces_;
+    const xcb_window_t requestor_;
+};
+
+}  // namespace
+
+SelectionReader::SelectionReader(XcbSession& session, const std::string& selection)
+    : session_(session), selection_(session.atom(selection)), property_(session.atom("_STOWPOCKET_SELECTION")) {}
+
+xcb_window_t SelectionReader::owner() const {
+    const XcbAnswer<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(session_.raw(), xcb_get_selection_owner(session_.raw(), selection_), nullptr));
+    return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+}
+
+SelectionReader::Answer SelectionReader::read(const std::string& target, xcb_timestamp_t time,
+                                              const SelectionPatience& patience, const Sink& sink) {
+    X11Exchange exchange(session_, {selection_, session_.atom(target), property_, owner()}, time, patience);
+    return transferSelection(exchange, sink);
+}
+
+SelectionReader::Answer SelectionReader::read(const std::string& target, xcb_timestamp_t time,
+                                              const SelectionPatience& patience, std::size_t mostBytes,
+                                              std::vector<std::byte>& bytes) {
+    return read(target, time, patience, [&](std::span<const std::byte> part) {
+        if (part.size() > mostBytes - bytes.size())
+            return false;
+        bytes.insert(bytes.end(), part.begin(), part.end());
+        return true;
+    });
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/FileURL.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace stowpocket {
+
+/// What became of one file that another process asked to add or to remove.
+enum class AddOutcome { added, alreadyOnShelf, shelfFull, malformed };
+enum class RemoveOutcome { removed, notOnShelf, malformed };
+
+/// The requests that carry nothing.
+enum class ShelfAction { clear, show, toggle, quickDrop };
+
+/// One item, as told to other processes.
+struct StagedFile {
+    std::string id;
+    FileURL fileURL;
+    bool isAvailable = false;
+    std::int64_t fileSize = 0;
+
+    friend bool operator==(const StagedFile&, const StagedFile&) = default;
+};
+
+/// More in one request are refused; a longer list is sent in parts.
+inline constexpr std::size_t maxFilesPerRequest = 16'384;
+/// Longer names are malformed: four times what a path can be, each byte of it escaped.
+inline constexpr std::size_t maxNameLength = std::size_t{4} * 3 * 4096;
+
+/// The outcomes as words between processes; empty for a word that is none.
+[[nodiscard]] std::string_view word(AddOutcome outcome);
+[[nodiscard]] std::string_view word(RemoveOutcome outcome);
+[[nodiscard]] std::optional<AddOutcome> addOutcome(std::string_view word);
+[[nodiscard]] std::optional<RemoveOutcome> removeOutcome(std::string_view word);
+
+/// What the desktop gave the process that asks, so that a window opened for it may take the focus. Either may be
+/// empty.
+struct StartupTokens {
+    /// As in XDG_ACTIVATION_TOKEN.
+    std::string activationToken;
+    /// As in DESKTOP_STARTUP_ID.
+    std::string startupID;
+
+    friend bool operator==(const StartupTokens&, const StartupTokens&) = default;
+};
+
+/// Whether a program that does not run yet is started for the request.
+enum class StartProgram { never, ifNeeded };
+
+/// The running program, as the command verbs of another process see it. Calls wait for the answer, within limits;
+/// one without an answer leaves its reason in `problem`.
+class RunningShelf {
+public:
+    virtual ~RunningShelf() = default;
+    /// True when the program runs and can be asked.
+    [[nodiscard]] virtual bool reach(StartProgram start) = 0;
+    /// One outcome per file, in order, once the files stand on the shelf. At most `maxFilesPerRequest`.
+    [[nodiscard]] virtual std::optional<std::vector<AddOutcome>> add(std::span<const FileURL> files) = 0;
+    [[nodiscard]] virtual std::optional<std::vector<StagedFile>> list() = 0;
+    /// Names are ids of items or URLs of files. At most `maxFilesPerRequest`.
+    [[nodiscard]] virtual std::optional<std::vector<RemoveOutcome>> remove(std::span<const std::string> names) = 0;
+    [[nodiscard]] virtual bool perform(ShelfAction action) = 0;
+    /// Why the last call had no answer, for the user.
+    [[nodiscard]] virtual std::string problem() const = 0;
+    /// True when that is because the program runs in another session.
+    [[nodiscard]] virtual bool runsElsewhere() const = 0;
+    /// Why what the last call changed is not saved yet, for the user; empty when it is.
+    [[nodiscard]] virtual std::string saveProblem() const = 0;
+};
+
+/// What other processes may ask of the shelf, as the running program carries it out. Names come from outside and may
+/// be anything. Main thread.
+class ShelfRequests {
+public:
+    /// What became of each name, and why the change is not saved yet; no reason when it is.
+    template <class Outcome>
+    using Completion =
+        std::function<void(const std::vector<Outcome>& outcomes, const std::optional<std::string>& problem)>;
+    using AddCompletion = Completion<AddOutcome>;
+    using RemoveCompletion = Completion<RemoveOutcome>;
+    using ActionCompletion = std::function<void(const std::optional<std::string>& problem)>;
+
+    virtual ~ShelfRequests() = default;
+    /// Takes URLs of files in as a drop does. `completion` gets one outcome per URL once the files stand on the shelf
+    /// and are saved; never called when that is no more.
+    virtual void add(std::span<const std::string> urls, AddCompletion completion) = 0;
+    [[nodiscard]] virtual std::vector<StagedFile> list() const = 0;
+    /// Names are ids of items or URLs of files.
+    virtual void remove(std::span<const std::string> names, const RemoveCompletion& completion) = 0;
+    virtual void perform(ShelfAction action, const StartupTokens& tokens, const ActionCompletion& completion) = 0;
+};
+
+}  // namespace stowpocket

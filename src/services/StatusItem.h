@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "services/Dragging.h"
+#include "services/FontWeight.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace stowpocket {
+
+/// A named symbol as the menu bar shows it.
+struct StatusItemImage {
+    std::string symbolName;
+    /// In points.
+    double pointSize = 0;
+    FontWeight weight = FontWeight::regular;
+    /// What assistive technology says instead of the picture.
+    std::string accessibilityDescription;
+    friend bool operator==(const StatusItemImage&, const StatusItemImage&) = default;
+};
+
+/// Text beside the symbol, in digits of equal width and the control text colour. An empty text takes no room.
+struct StatusItemTitle {
+    std::string text;
+    /// In points.
+    double fontSize = 0;
+    FontWeight weight = FontWeight::regular;
+    /// How far the text stands above its baseline, in points.
+    double baselineOffset = 0;
+    friend bool operator==(const StatusItemTitle&, const StatusItemTitle&) = default;
+};
+
+/// The icon in the menu bar. Main thread. On desktops where the bar comes and goes, it keeps what it was given and
+/// shows it again in the next bar.
+class StatusItemButton {
+public:
+    virtual ~StatusItemButton() = default;
+    virtual void setImage(const StatusItemImage& image) = 0;
+    virtual void setTitle(const StatusItemTitle& title) = 0;
+    /// Runs on every click with the main button.
+    virtual void setAction(std::function<void()> action) = 0;
+    /// Lays a transparent drop view over the whole icon; the button keeps it.
+    virtual void addDropView(std::shared_ptr<DraggingDestination> dropView) = 0;
+};
+
+/// A place in the menu bar, as wide as its button needs.
+class StatusItem {
+public:
+    virtual ~StatusItem() = default;
+    /// Null when the bar gave no button.
+    [[nodiscard]] virtual std::shared_ptr<StatusItemButton> button() = 0;
+};
+
+/// The desktop's menu bar.
+class StatusBar {
+public:
+    virtual ~StatusBar() = default;
+    [[nodiscard]] virtual std::unique_ptr<StatusItem> makeStatusItem() = 0;
+};
+
+}  // namespace stowpocket

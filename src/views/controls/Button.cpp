@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "views/controls/Button.h"
+
+#include "views/controls/Layer.h"
+#include "views/controls/Symbol.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace stowpocket {
+namespace {
+
+/// A smaller symbol still has room around it to be hit.
+constexpr int minimumSide = 18;
+constexpr double pressedOpacity = 0.5;
+constexpr int borderedHeight = 28;
+constexpr double borderedRadius = 6;
+constexpr double borderedFill = 0.08;
+constexpr double borderedFillPressed = 0.18;
+constexpr double focusRingWidth = 2;
+constexpr double focusRingRadius = 4;
+
+}  // namespace
+
+Button::Button(std::function<void()> action) {
+    setFocusPolicy(Qt::TabFocus);
+    connect(this, &QPushButton::clicked, [action = std::move(action)] { action(); });
+}
+
+Button* Button::ofSymbol(std::string_view symbolName, SymbolStyle style, const QString& accessibleName,
+                         std::function<void()> action) {
+    auto* const button = new Button(std::move(action));
+    button->symbolName_ = symbolName;
+    button->symbolStyle_ = style;
+    button->setAccessibleName(accessibleName);
+    button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    return button;
+}
+
+Button* Button::ofText(const QString& text, TextStyle style, std::function<void()> action) {
+    auto* const button = new Button(std::move(action));
+    button->setText(text);
+    button->textStyle_ = style;
+    button->setFont(Theme::font(style.pointSize, style.weight));
+    button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    return button;
+}
+
+Button* Button::bordered(const QString& text, TextStyle style, std::function<void()> action) {
+    Button* const button = ofText(text, style, std::move(action));
+    button->isBordered_ = true;
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    return button;
+}
+
+QSize Button::sizeHint() const {
+    if (!symbolName_.empty()) {
+        const int side = std::max(minimumSide, Symbol::side(symbolStyle_.pointSize));
+        return {side, side};
+    }
+    const QFontMetrics metrics(font());
+    const int height = isBordered_ ? borderedHeight : std::max(minimumSide, metrics.height());
+    return {metrics.horizontalAdvance(text()), height};
+}
+
+void Button::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    Layer::applyOpacity(painter, *this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (isBordered_)
+        paintBorder(painter);
+    else if (isDown())
+        painter.setOpacity(painter.opacity() * pressedOpacity);
+
+    if (!symbolName_.empty()) {
+        drawSymbol(painter, rect(), symbolName_, symbolStyle_, *this);
+    } else {
+        painter.setPen(Theme::color(textStyle_.role, palette()));
+        painter.drawText(rect(), Qt::AlignCenter, text());
+    }
+    if (hasFocus())
+        paintFocusRing(painter);
+}
+
+void Button::paintBorder(QPainter& painter) const {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Theme::color(ColorRole::primary, palette(), isDown() ? borderedFillPressed : borderedFill));
+    painter.drawRoundedRect(rect(), borderedRadius, borderedRadius);
+}
+
+void Button::paintFocusRing(QPainter& painter) const {
+    const double inset = focusRingWidth / 2;
+    const double radius = isBordered_ ? borderedRadius - inset : focusRingRadius;
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Theme::color(ColorRole::focus, palette()), focusRingWidth));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
+}
+
+void Button::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        click();
+    else
+        QPushButton::keyPressEvent(event);
+}
+
+}  // namespace stowpocket

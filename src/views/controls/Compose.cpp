@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+#include "views/controls/Compose.h"
+
+#include "views/controls/Layer.h"
+#include "views/controls/Symbol.h"
+
+#include <QPainter>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace stowpocket {
+namespace {
+
+struct Adder {
+    QBoxLayout& layout;
+    Qt::Alignment alignment;
+
+    void operator()(QWidget* widget) const { layout.addWidget(widget, 0, alignment); }
+    void operator()(QLayout* stack) const { layout.addLayout(stack); }
+    void operator()(Spacer) const { layout.addStretch(1); }
+};
+
+/// A stack whose elements are all hidden takes no room, its padding included.
+class Stack : public QBoxLayout {
+public:
+    using QBoxLayout::QBoxLayout;
+    [[nodiscard]] QSize sizeHint() const override { return isEmpty() ? QSize(0, 0) : QBoxLayout::sizeHint(); }
+    [[nodiscard]] QSize minimumSize() const override { return isEmpty() ? QSize(0, 0) : QBoxLayout::minimumSize(); }
+    [[nodiscard]] int heightForWidth(int width) const override {
+        return isEmpty() ? 0 : QBoxLayout::heightForWidth(width);
+    }
+};
+
+class SymbolView : public QWidget {
+public:
+    SymbolView(std::string_view name, SymbolStyle style) : name_(name), style_(style) {
+        setFixedSize(Symbol::side(style.pointSize), Symbol::side(style.pointSize));
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        Layer::applyOpacity(painter, *this);
+        drawSymbol(painter, rect(), name_, style_, *this);
+    }
+
+private:
+    const std::string name_;
+    const SymbolStyle style_;
+};
+
+class Divider : public QWidget {
+public:
+    Divider() {
+        setFixedHeight(1);
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter(this).fillRect(rect(), Theme::color(ColorRole::separator, palette()));
+    }
+};
+
+class Panel : public QWidget {
+public:
+    Panel(QLayout* stack, Background background) : background_(background) { compose(*this, stack); }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        Layer::applyOpacity(painter, *this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Theme::color(background_.role, palette(), background_.opacity));
+        const double radius = std::min({background_.cornerRadius, width() / 2.0, height() / 2.0});
+        painter.drawRoundedRect(rect(), radius, radius);
+    }
+
+private:
+    const Background background_;
+};
+
+}  // namespace
+
+QLayout* stack(Qt::Orientation orientation, int spacing, std::initializer_list<Element> elements) {
+    const bool isRow = orientation == Qt::Horizontal;
+    auto* const layout = new Stack(isRow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    layout->setContentsMargins({});
+    layout->setSpacing(spacing);
+    for (const Element& element : elements)
+        std::visit(Adder{*layout, isRow ? Qt::AlignVCenter : Qt::Alignment()}, element);
+    return layout;
+}
+
+QLayout* padded(QLayout* stack, Padding padding) {
+    stack->setContentsMargins(padding.horizontal, padding.top, padding.horizontal, padding.bottom);
+    return stack;
+}
+
+QLayout* padded(QWidget* view, Padding padding) {
+    return padded(vstack(0, view), padding);
+}
+
+void compose(QWidget& view, QLayout* stack) {
+    view.setLayout(stack);
+}
+
+Text::Text(const QString& text, TextStyle style) : QLabel(text), role_(style.role) {
+    setTextFormat(Qt::PlainText);
+    setFont(Theme::font(style.pointSize, style.weight));
+}
+
+void Text::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    Layer::applyOpacity(painter, *this);
+    painter.setPen(Theme::color(role_, palette()));
+    const int wrap = wordWrap() ? int(Qt::TextWordWrap) : 0;
+    painter.drawText(contentsRect(), int(QStyle::visualAlignment(layoutDirection(), alignment())) | wrap, text());
+}
+
+Text* text(const QString& text, TextStyle style) {
+    return new Text(text, style);
+}
+
+void drawSymbol(QPainter& painter, const QRectF& rect, std::string_view name, const SymbolStyle& style,
+                const QWidget& view) {
+    const SymbolColors colors{Theme::color(style.role, view.palette(), style.opacity),
+                              Theme::color(style.secondaryRole, view.palette())};
+    const QImage image = Symbol::image(name, style.pointSize, style.weight, colors, view.devicePixelRatioF());
+    const QSizeF size = image.deviceIndependentSize();
+    painter.drawImage(
+        QPointF(rect.x() + (rect.width() - size.width()) / 2, rect.y() + (rect.height() - size.height()) / 2), image);
+}
+
+QWidget* symbol(std::string_view name, SymbolStyle style) {
+    return new SymbolView(name, style);
+}
+
+QWidget* divider() {
+    return new Divider;
+}
+
+QWidget* group(QLayout* stack) {
+    auto* const view = new QWidget;
+    compose(*view, stack);
+    return view;
+}
+
+QWidget* panel(QLayout* stack, Background background) {
+    return new Panel(stack, background);
+}
+
+}  // namespace stowpocket

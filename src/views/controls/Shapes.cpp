@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "views/controls/Shapes.h"
+
+#include <QTransform>
+
+#include <algorithm>
+#include <array>
+
+namespace stowpocket {
+namespace {
+
+/// In radii from the corner: where the bend begins, and how far its control points lie from there. With these the
+/// curve passes through the middle of the circle's arc.
+constexpr double bendBegins = 1.2;
+constexpr double controlPoint = 0.25;
+
+}  // namespace
+
+QPainterPath continuousRoundedRect(const QRectF& rect, double radius) {
+    const double bend = std::min({radius * bendBegins, rect.width() / 2, rect.height() / 2});
+    const double control = bend * controlPoint / bendBegins;
+    struct Corner {
+        QPointF tip;
+        QPointF before;  ///< unit vector back along the edge that leads here
+        QPointF after;   ///< unit vector along the edge that leads on
+    };
+    const std::array<Corner, 4> corners{{
+        {rect.topRight(), {-1, 0}, {0, 1}},
+        {rect.bottomRight(), {0, -1}, {-1, 0}},
+        {rect.bottomLeft(), {1, 0}, {0, -1}},
+        {rect.topLeft(), {0, 1}, {1, 0}},
+    }};
+    QPainterPath path(rect.topLeft() + QPointF(bend, 0));
+    for (const Corner& corner : corners) {
+        path.lineTo(corner.tip + corner.before * bend);
+        path.cubicTo(corner.tip + corner.before * control, corner.tip + corner.after * control,
+                     corner.tip + corner.after * bend);
+    }
+    path.closeSubpath();
+    return path;
+}
+
+QColor mixedColor(const QColor& from, const QColor& to, double share) {
+    const auto mixed = [share = static_cast<float>(share)](float one, float other) {
+        return std::clamp(one + (other - one) * share, 0.F, 1.F);
+    };
+    return QColor::fromRgbF(mixed(from.redF(), to.redF()), mixed(from.greenF(), to.greenF()),
+                            mixed(from.blueF(), to.blueF()), mixed(from.alphaF(), to.alphaF()));
+}
+
+}  // namespace stowpocket

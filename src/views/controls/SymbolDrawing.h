@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/controls/Symbol.h"
+
+namespace stowpocket {
+
+/// A symbol in the middle of a square of that many pixels, for text of that size in pixels. Null where there is none
+/// of that name. Each desktop brings its own drawings.
+[[nodiscard]] QImage drawnSymbol(std::string_view name, int pixels, double fontSize, FontWeight weight,
+                                 const SymbolColors& colors);
+
+}  // namespace stowpocket

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "presentation/OnboardingPresentation.h"
+#include "views/controls/Compose.h"
+#include "views/controls/Picture.h"
+
+#include <QAbstractButton>
+#include <QPainterPath>
+
+#include <functional>
+
+namespace stowpocket {
+
+/// The one button of a first-run screen: a text and an arrow on the accent colour, growing and shrinking about its
+/// centre. Around what is painted it leaves `margin` for that and for the focus ring, which appears once the keyboard
+/// moves the focus. It takes the mouse only while it can be seen, but Space and Return always.
+class OnboardingButton : public QAbstractButton {
+public:
+    static constexpr int margin = 8;
+
+    struct Style {
+        int textPointSize = 15;
+        int symbolPointSize = 13;
+    };
+
+    OnboardingButton(const QString& text, Style style, std::function<void()> action);
+    void evaluate(const OnboardingPresentation::Button& shown);
+    /// Lets the band of light stand at this part of its way.
+    void setShimmerPhase(double phase);
+
+    [[nodiscard]] QSize sizeHint() const override { return size_; }
+
+protected:
+    [[nodiscard]] bool hitButton(const QPoint& position) const override;
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+private:
+    [[nodiscard]] QRectF face() const;
+    [[nodiscard]] QColor faceColor() const;
+    void paintFace(QPainter& painter) const;
+    void paintShimmer(QPainter& painter) const;
+    void paintFocusRing(QPainter& painter) const;
+
+    const Style style_;
+    const QPainterPath label_;
+    const QSize size_;
+    /// The button without its light, which is all that moves once the button has its size.
+    Picture picture_;
+    OnboardingPresentation::Button shown_;
+    double shimmerPhase_ = 0;
+    bool isFocusSeen_ = false;
+};
+
+}  // namespace stowpocket

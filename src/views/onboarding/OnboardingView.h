@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/controls/FrameClock.h"
+#include "views/controls/Layer.h"
+#include "views/controls/Picture.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace stowpocket {
+
+class OnboardingClosingScreen;
+class OnboardingWelcomeScreen;
+class PreferenceStore;
+struct OnboardingMoment;
+
+/// The first-run window's content: a welcome screen and, once "Get Started" is pressed, a closing screen. Time runs
+/// from the first showing on, but pictures are made only while something moves and the window can be seen.
+class OnboardingView : public Layer {
+public:
+    enum class MotionWish {
+        full,
+        reduced,  ///< everything stands in its place from the beginning
+    };
+
+    enum class CloseControl {
+        own,
+        ofWindow,  ///< the window has one beside the view
+    };
+
+    struct Dependencies {
+        PreferenceStore& preferences;
+        std::unique_ptr<FrameClock> clock;
+        MotionWish motion = MotionWish::full;
+        CloseControl closeControl = CloseControl::own;
+        /// May end with the view's destruction, though not before it returns.
+        std::function<void()> onComplete;
+    };
+
+    explicit OnboardingView(Dependencies dependencies);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void addCloseControl();
+    void getStarted();
+    void renderFrame();
+    void evaluate(const OnboardingMoment& moment);
+    void paintContainer(QPainter& painter) const;
+    [[nodiscard]] OnboardingMoment moment() const;
+
+    const Dependencies dependencies_;
+    OnboardingWelcomeScreen* welcome_;
+    OnboardingClosingScreen* closing_;
+    Picture container_;
+    std::optional<Seconds> shownAt_;
+    std::optional<Seconds> getStartedAt_;
+};
+
+}  // namespace stowpocket

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "shelf/ShelfChange.h"
+#include "shelf/ShelfViewModel.h"
+#include "views/shelf/ShelfItemView.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <vector>
+
+namespace stowpocket {
+
+/// The tiles of the shelf. It keeps a tile per item and follows each change of the list with just the tiles that it
+/// concerns. Many tiles at a time are made over several turns of the event loop, the first items' at once; they have
+/// their room from the beginning. Tab reaches one tile; the arrow keys, Home and End the others; Delete removes.
+class ShelfGridView : public QWidget {
+public:
+    ShelfGridView(std::shared_ptr<ShelfViewModel> viewModel, TileServices tileServices, int width);
+
+    /// Follows a change that the shelf has just announced.
+    void apply(const ShelfChange& change);
+    void updatePicture(const UUID& id);
+
+    /// In the order of the items; those at the end may still be without.
+    [[nodiscard]] const std::vector<ShelfItemView*>& tiles() const { return tiles_; }
+    [[nodiscard]] QSize sizeHint() const override;
+
+    /// Runs when the keyboard has moved to a tile that may be out of sight.
+    std::function<void(QWidget& tile)> onTileFocused = [](QWidget&) {};
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    [[nodiscard]] ShelfItemView* makeTile(const ShelfItem& item);
+    void insertTiles(const std::vector<std::size_t>& indexes);
+    void removeTiles(const std::vector<std::size_t>& indexes);
+    void updateTiles(const std::vector<std::size_t>& indexes);
+    void resetTiles();
+    void makeMoreTiles();
+    void layOut();
+    void setTabStop(std::size_t index);
+    void focusTile(std::size_t index);
+    void focusItem(const UUID& id);
+    [[nodiscard]] std::optional<std::size_t> indexOf(const UUID& id) const;
+    [[nodiscard]] std::optional<std::size_t> focusedIndex() const;
+
+    const std::shared_ptr<ShelfViewModel> viewModel_;
+    const TileServices tileServices_;
+    const int width_;
+    std::vector<ShelfItemView*> tiles_;
+    /// Runs while items wait for their tiles.
+    QTimer making_;
+};
+
+}  // namespace stowpocket

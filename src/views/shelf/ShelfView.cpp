@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "views/shelf/ShelfView.h"
+
+#include "services/PreferenceStore.h"
+#include "views/controls/Spinner.h"
+
+namespace stowpocket {
+namespace {
+
+constexpr int shelfWidth = 320;
+
+QString displayText(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+}  // namespace
+
+ShelfView::ShelfView(Dependencies dependencies)
+    : dependencies_(std::move(dependencies)),
+      viewModel_(*dependencies_.viewModel),
+      content_(new ShelfContentView(dependencies_.viewModel, dependencies_.drops, dependencies_.tiles, shelfWidth)) {
+    setFixedWidth(shelfWidth);
+    setFocusPolicy(Qt::ClickFocus);
+    compose(*this, vstack(defaultSpacing, header(), divider(), banner(), saveBanner(), content_, progressRow(),
+                          divider(), footer()));
+    observe();
+    evaluate();
+}
+
+QLayout* ShelfView::header() {
+    badge_ = text({}, {.pointSize = 10, .weight = FontWeight::medium, .role = ColorRole::secondary});
+    constexpr SymbolStyle tray{.pointSize = 13, .weight = FontWeight::semibold, .role = ColorRole::orange};
+    constexpr int titleSpacing = 6;
+    return padded(hstack(titleSpacing, symbol("tray.and.arrow.down", tray),
+                         text(QStringLiteral("stowpocket"), {.pointSize = 13, .weight = FontWeight::bold}), Spacer{},
+                         panel(padded(badge_, {.horizontal = 7, .top = 3}),
+                               {.role = ColorRole::secondary, .opacity = 0.1, .cornerRadius = capsule})),
+                  {.horizontal = 14, .top = 10});
+}
+
+QWidget* ShelfView::banner() {
+    bannerText_ = text({}, {.pointSize = 11, .weight = FontWeight::medium, .role = ColorRole::onBanner});
+    bannerText_->setWordWrap(true);
+    constexpr SymbolStyle cross{
+        .pointSize = 9, .weight = FontWeight::semibold, .role = ColorRole::onBanner, .opacity = 0.8};
+    const auto dismiss = [this] { viewModel_.setCapacityMessage(std::nullopt); };
+    banner_ =
+        panel(padded(hstack(defaultSpacing,
+                            symbol("exclamationmark.triangle.fill", {.pointSize = 10, .role = ColorRole::onBanner}),
+                            bannerText_, Button::ofSymbol("xmark", cross, QStringLiteral("Dismiss"), dismiss)),
+                     {.horizontal = 12, .top = 6}),
+              {.role = ColorRole::banner});
+    return banner_;
+}
+
+/// It goes by itself, once the shelf is saved.
+QWidget* ShelfView::saveBanner() {
+    saveBannerText_ = text({}, {.pointSize = 11, .weight = FontWeight::medium, .role = ColorRole::onBanner});
+    saveBannerText_->setWordWrap(true);
+    saveBanner_ =
+        panel(padded(hstack(defaultSpacing,
+                            symbol("exclamationmark.triangle.fill", {.pointSize = 10, .role = ColorRole::onBanner}),
+                            saveBannerText_),
+                     {.horizontal = 12, .top = 6}),
+              {.role = ColorRole::banner});
+    return saveBanner_;
+}
+
+QWidget* ShelfView::progressRow() {
+    progress_ = group(padded(
+        hstack(defaultSpacing, Spacer{}, new Spinner,
+               text(QStringLiteral("Adding files\u2026"), {.pointSize = 11, .role = ColorRole::secondary}), Spacer{}),
+        {.horizontal = 8, .top = 8}));
+    return progress_;
+}
+
+QLayout* ShelfView::footer() {
+    clearButton_ =
+        Button::ofText(QStringLiteral("Clear All"), {.pointSize = captionPointSize, .role = ColorRole::red},
+                       [this] { confirmClear(); });
+    return padded(hstack(defaultSpacing,
+                         Button::ofSymbol("gearshape", {.pointSize = 12}, QStringLiteral("Settings"),
+                                          [this] { dependencies_.onOpenSettings(); }),
+                         Spacer{}, clearButton_, Spacer{},
+                         Button::ofSymbol("power", {.pointSize = 11}, QStringLiteral("Quit stowpocket"),
+                                          [this] { dependencies_.onQuit(); })),
+                  {.horizontal = 14, .top = 8});
+}
+
+void ShelfView::observe() {
+    ShelfManager& shelf = viewModel_.shelfManager();
+    observations_.push_back(shelf.itemsChanged.connect([this](const ShelfChange& change) {
+        content_->grid().apply(change);
+        evaluate();
+    }));
+    observations_.push_back(
+        shelf.thumbnailChanged.connect([this](const UUID& id) { content_->grid().updatePicture(id); }));
+    observations_.push_back(shelf.isLoadingChanged.connect([this] { evaluate(); }));
+    observations_.push_back(viewModel_.capacityMessageChanged.connect([this] { evaluate(); }));
+    observations_.push_back(shelf.preferences().saveProblemChanged().connect([this] { evaluate(); }));
+}
+
+void ShelfView::evaluate() {
+    present(shelfPresentation(viewModel_));
+}
+
+void ShelfView::present(const ShelfPresentation& shown) {
+    shown_ = shown;
+    badge_->setText(displayText(shown.badge));
+    bannerText_->setText(displayText(shown.banner.value_or("")));
+    banner_->setVisible(shown.banner.has_value());
+    saveBannerText_->setText(displayText(shown.saveBanner.value_or("")));
+    saveBanner_->setVisible(shown.saveBanner.has_value());
+    content_->evaluate(shown);
+    progress_->setVisible(shown.showsProgress);
+    clearButton_->setVisible(shown.showsClearButton);
+    updateGeometry();
+}
+
+QSize ShelfView::sizeHint() const {
+    // Only a banner that is shown, whose text may wrap, makes the height depend on the width.
+    const QLayout& stack = *layout();
+    return {shelfWidth,
+            stack.hasHeightForWidth() ? stack.totalHeightForWidth(shelfWidth) : stack.totalSizeHint().height()};
+}
+
+/// The capacity may have been changed in the settings meanwhile; mostly it was not, and laying everything out again
+/// would cost a part of the time to the first frame. The keyboard waits here, so that no button looks chosen before
+/// Tab is pressed.
+void ShelfView::showEvent(QShowEvent* event) {
+    if (const ShelfPresentation now = shelfPresentation(viewModel_); now != shown_)
+        present(now);
+    setFocus();
+    QWidget::showEvent(event);
+}
+
+void ShelfView::confirmClear() {
+    using Role = AlertView::Answer::Role;
+    if (clearConfirmation_ && !clearConfirmation_->isAnswered())
+        return;
+    clearConfirmation_ =
+        new AlertView(*this, QStringLiteral("Clear Shelf?"),
+                      QStringLiteral("All items are taken off the shelf. The files stay where they are."),
+                      {
+                          {QStringLiteral("Clear All"), Role::destructive, [this] { clear(); }},
+                          {QStringLiteral("Cancel"), Role::cancel, [] {}},
+                      });
+    clearConfirmation_->present();
+}
+
+void ShelfView::clear() {
+    viewModel_.shelfManager().clear();
+    viewModel_.setCapacityMessage(std::nullopt);
+}
+
+}  // namespace stowpocket

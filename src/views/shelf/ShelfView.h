@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/controls/AlertView.h"
+#include "views/controls/Button.h"
+#include "views/shelf/ShelfContentView.h"
+
+namespace stowpocket {
+
+/// What the shelf popover shows: the staged files between a header with their count and a footer with the buttons. It
+/// keeps no state of the shelf; whenever the model announces a change, it looks again. It wishes for the height of
+/// its content; given less, the tiles scroll. The window behind it paints the background.
+class ShelfView : public QWidget {
+public:
+    struct Dependencies {
+        std::shared_ptr<ShelfViewModel> viewModel;
+        std::function<void()> onOpenSettings;
+        std::function<void()> onQuit;
+        DropReader drops;
+        TileServices tiles;
+    };
+
+    explicit ShelfView(Dependencies dependencies);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    [[nodiscard]] QLayout* header();
+    [[nodiscard]] QWidget* banner();
+    [[nodiscard]] QWidget* saveBanner();
+    [[nodiscard]] QWidget* progressRow();
+    [[nodiscard]] QLayout* footer();
+
+    void observe();
+    void evaluate();
+    void present(const ShelfPresentation& shown);
+    void confirmClear();
+    void clear();
+
+    const Dependencies dependencies_;
+    ShelfViewModel& viewModel_;
+    Text* badge_ = nullptr;
+    Text* bannerText_ = nullptr;
+    QWidget* banner_ = nullptr;
+    Text* saveBannerText_ = nullptr;
+    QWidget* saveBanner_ = nullptr;
+    ShelfContentView* content_ = nullptr;
+    QWidget* progress_ = nullptr;
+    Button* clearButton_ = nullptr;
+    ShelfPresentation shown_;
+    QPointer<AlertView> clearConfirmation_;
+    std::vector<Subscription> observations_;
+};
+
+}  // namespace stowpocket

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#include "views/updates/QtUpdateWindow.h"
+
+namespace stowpocket {
+
+void DeleteViewLater::operator()(UpdateView* view) const {
+    view->hide();
+    view->deleteLater();
+}
+
+void QtUpdateWindow::show(const UpdateStatus& status) {
+    if (!view_)
+        view_.reset(new UpdateView([this](UpdateChoice choice) { chosen_.emit(choice); }));
+    view_->present(presentationOf(status));
+    if (view_->isVisible())
+        return;
+    view_->setAttribute(Qt::WA_ShowWithoutActivating);
+    view_->show();
+}
+
+void QtUpdateWindow::bringToFront() {
+    if (view_)
+        view_->bringToFront();
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "updates/UpdateWindow.h"
+#include "views/updates/UpdateView.h"
+
+#include <memory>
+
+namespace stowpocket {
+
+/// Deletes a view after the event that it is handling.
+struct DeleteViewLater {
+    void operator()(UpdateView* view) const;
+};
+
+/// The window of updates, there only while it is shown.
+class QtUpdateWindow : public UpdateWindow {
+public:
+    void show(const UpdateStatus& status) override;
+    void bringToFront() override;
+    void close() override { view_.reset(); }
+    [[nodiscard]] Signal<UpdateChoice>& chosen() override { return chosen_; }
+
+private:
+    Signal<UpdateChoice> chosen_;
+    std::unique_ptr<UpdateView, DeleteViewLater> view_;
+};
+
+}  // namespace stowpocket

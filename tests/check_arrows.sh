@@ -1,0 +1,95 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Which room may include which, as one list; what is not in it is refused.
+#   check_arrows.sh SRC        checks the sources there
+#   check_arrows.sh SRC --try  adds forbidden includes to a copy of them, one at a time, and wants each refused
+set -euo pipefail
+cd "$1"
+
+# room: the rooms that it may include besides itself. The core comes first and has the standard library alone.
+rooms='
+foundation:
+services: foundation
+shelf: services foundation
+intake: shelf services foundation
+updates: services foundation
+presentation: intake shelf updates services foundation
+app: presentation intake shelf updates services foundation
+cli: app presentation intake shelf updates services foundation
+platform/posix: services foundation
+platform/qt: presentation intake shelf updates services foundation
+platform/macos: platform/posix presentation intake shelf updates services foundation
+platform/linux/x11: platform/qt presentation services foundation
+platform/linux/files: platform/posix services foundation
+platform/linux/preferences: platform/linux/files services foundation
+platform/linux/pictures: platform/linux/files platform/qt services foundation
+platform/linux/appearance: platform/linux/x11 platform/qt services foundation
+platform/linux/session: platform/linux/files platform/linux/x11 services foundation
+platform/linux/input: platform/linux/x11 services foundation
+platform/linux/hotkeys: platform/linux/input platform/linux/x11 services foundation
+platform/linux/quickdrop: platform/linux/x11 intake services foundation
+platform/linux/drags: platform/linux/files platform/linux/session platform/linux/x11 platform/qt intake services foundation
+platform/linux/tray: platform/linux/drags platform/linux/session platform/linux/x11 platform/qt presentation services foundation
+platform/linux/updates: platform/linux/files platform/linux/preferences platform/linux/session updates services foundation
+views/controls: platform/qt presentation services foundation
+views/controls/macos: views/controls platform/macos
+views/updates: views/controls presentation updates services foundation
+views/shelf: views/controls platform/qt presentation shelf services foundation
+views/settings: views/controls app presentation updates services foundation
+views/onboarding: views/controls app presentation services foundation
+views: views/controls views/updates views/shelf views/settings views/onboarding platform/qt services
+main/linux: cli app presentation updates services foundation views views/controls views/updates platform/posix platform/qt
+    platform/linux/appearance platform/linux/drags platform/linux/files platform/linux/hotkeys platform/linux/input
+    platform/linux/pictures platform/linux/preferences platform/linux/quickdrop platform/linux/session
+    platform/linux/tray platform/linux/updates platform/linux/x11
+main/macos: app intake services foundation views platform/macos platform/posix platform/qt
+'
+core=' foundation services shelf intake updates presentation app cli '
+
+check() {
+    awk -v rooms="$rooms" -v core="$core" '
+        BEGIN {
+            count = split(rooms, lines, "\n")
+            for (i = 1; i <= count; ++i) {
+                words = split(lines[i], word, " ")
+                for (j = 1; j <= words; ++j) {
+                    if (word[j] ~ /:$/) { room = substr(word[j], 1, length(word[j]) - 1); may[room, room] = 1 }
+                    else may[room, word[j]] = 1
+                }
+            }
+        }
+        FNR == 1 { room = FILENAME; sub(/^\.\//, "", room); sub(/\/[^\/]*$/, "", room)
+                   if (!((room, room) in may)) refuse("is in a room that is not on the list") }
+        function refuse(why) { print FILENAME ": " why; refused = 1 }
+        /^ *# *(include|import) *"/ {
+            split($0, part, "\""); to = part[2]
+            if (to ~ /\.moc$/) next
+            if (!sub(/\/[^\/]*$/, "", to)) to = "(none)"
+            if (!((room, to) in may)) refuse(room " may not include " part[2])
+        }
+        # Standard headers have no dot and no folder.
+        index(core, " " room " ") && /^ *# *include *</ && (/<[^>]*[.\/][^>]*>/ || /<Q[A-Z]/) { refuse("includes " $0) }
+        END { exit refused }' $(find . -name '*.h' -o -name '*.cpp' -o -name '*.mm')
+}
+
+if [ "${2:-}" != --try ]; then
+    check
+    exit
+fi
+copy=$(mktemp -d)
+trap 'rm -rf "$copy"' EXIT
+find . \( -name "*.h" -o -name "*.cpp" -o -name "*.mm" \) -exec cp --parents -t "$copy" {} +
+cd "$copy"
+try() {
+    sed -i "1i #include $2" "$1"
+    ! check >/dev/null || { echo "not refused: $2 in $1"; exit 1; }
+    sed -i 1d "$1"
+}
+check
+try shelf/ShelfItem.cpp '"platform/posix/PatientProbe.h"'
+try shelf/ShelfItem.cpp '"intake/UriList.h"'
+try services/PreferenceStore.cpp '"app/Preferences.h"'
+try foundation/UUID.cpp '<unistd.h>'
+try platform/qt/QtTrash.cpp '"platform/linux/files/DurableFile.h"'
+try platform/linux/session/BusInstance.cpp '"cli/ShelfCommands.h"'
+try views/shelf/ShelfView.cpp '"views/settings/SettingsView.h"'
