@@ -88,7 +88,7 @@ try() {
 check
 try shelf/ShelfItem.cpp '"platform/posix/PatientProbe.h"'
 try shelf/ShelfItem.cpp '"intake/UriList.h"'
-try services/PreferenceStore.cpp '"app/Preferences.h"'
+try services/Preferences.cpp '"app/Preferences.h"'
 try foundation/UUID.cpp '<unistd.h>'
 try platform/qt/QtTrash.cpp '"platform/linux/files/DurableFile.h"'
 try platform/linux/session/BusInstance.cpp '"cli/ShelfCommands.h"'

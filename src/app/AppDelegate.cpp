@@ -3,7 +3,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/Preferences.h"
-#include "services/FileManager.h"
+#include "services/Files.h"
 #include "services/MainBundle.h"
 
 namespace stowpocket {

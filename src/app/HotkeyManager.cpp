@@ -4,7 +4,7 @@
 #include "app/Preferences.h"
 #include "foundation/Invariant.h"
 #include "foundation/NotificationCenter.h"
-#include "services/EventMonitors.h"
+#include "services/Input.h"
 
 #include <array>
 #include <limits>

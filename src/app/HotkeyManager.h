@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/HotkeyService.h"
+#include "services/Input.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/Preferences.h"
 
-#include "services/EventMonitors.h"
+#include "services/Input.h"
 
 namespace stowpocket {
 

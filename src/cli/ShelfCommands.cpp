@@ -2,7 +2,7 @@
 #include "cli/ShelfCommands.h"
 
 #include "app/AppDelegate.h"
-#include "services/PreferenceStore.h"
+#include "services/Preferences.h"
 
 #include <algorithm>
 #include <unordered_map>

@@ -3,6 +3,13 @@
 
 namespace stowpocket {
 
+/// In points, the unit of layout: one pixel on a plain screen, two on one of double density.
+struct Size {
+    double width = 0;
+    double height = 0;
+    friend bool operator==(const Size&, const Size&) = default;
+};
+
 /// In points, with y growing downward.
 struct Rect {
     double x = 0;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "foundation/Bytes.h"
-#include "foundation/Date.h"
+#include "foundation/Values.h"
 
 #include <cstdint>
 #include <map>

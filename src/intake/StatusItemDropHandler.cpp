@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "intake/StatusItemDropHandler.h"
 
-#include "foundation/BundleIdentifier.h"
 #include "foundation/DispatchGroup.h"
 #include "intake/StatusItemDropView.h"
 #include "services/Dispatch.h"
-#include "services/FileManager.h"
+#include "services/Files.h"
+#include "services/MainBundle.h"
 #include "shelf/ShelfManager.h"
 
 namespace stowpocket {

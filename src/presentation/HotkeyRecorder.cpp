@@ -5,7 +5,7 @@
 #include "foundation/Utf8.h"
 #include "presentation/ShortcutText.h"
 #include "presentation/TilePresentation.h"
-#include "services/PreferenceStore.h"
+#include "services/Preferences.h"
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/Signal.h"
-#include "services/EventMonitors.h"
+#include "services/Input.h"
 
 #include <string_view>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/SettingsPresentation.h"
 
-#include "services/HotkeyService.h"
+#include "services/Input.h"
 #include "services/MainBundle.h"
 #include "shelf/ShelfCapacity.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/ShelfPresentation.h"
 
-#include "services/PreferenceStore.h"
+#include "services/Preferences.h"
 #include "shelf/ShelfViewModel.h"
 
 namespace stowpocket {

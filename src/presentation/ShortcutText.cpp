@@ -2,7 +2,7 @@
 #include "presentation/ShortcutText.h"
 
 #include "foundation/Invariant.h"
-#include "services/EventMonitors.h"
+#include "services/Input.h"
 
 #include <array>
 #include <utility>

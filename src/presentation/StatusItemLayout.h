@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/Geometry.h"
-#include "services/Image.h"
+#include "services/Pictures.h"
 
 namespace stowpocket {
 

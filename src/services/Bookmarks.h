@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "foundation/Bytes.h"
 #include "foundation/FileURL.h"
+#include "foundation/Values.h"
 
 #include <optional>
 #include <span>

@@ -1,12 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/Values.h"
+
 #include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
 
 namespace stowpocket {
+
+/// Tells the civil time. May be asked on any thread.
+class Clock {
+public:
+    virtual ~Clock() = default;
+    [[nodiscard]] virtual Date now() const = 0;
+};
 
 /// Runs one block at a time, in the order given. Work that waits elsewhere, in the background or in another queue,
 /// cannot keep it waiting.

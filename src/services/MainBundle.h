@@ -6,8 +6,12 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace stowpocket {
+
+/// Names the application to the system: its spool folder, its queues, its desktop entry, its name on the bus.
+inline constexpr std::string_view bundleIdentifier = "com.example.stowpocket";
 
 /// What the running program was installed as: where, and what its maker wrote into its information list.
 struct MainBundle {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/EventMonitors.h"
+#include "services/Input.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "services/SavedPreferenceStore.h"
 
-#include "foundation/BundleIdentifier.h"
 #include "services/Dispatch.h"
+#include "services/MainBundle.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/LayeredPreferenceStore.h"
+#include "services/Preferences.h"
 
 #include <chrono>
 #include <cstdint>

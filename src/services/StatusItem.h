@@ -2,13 +2,15 @@
 #pragma once
 
 #include "services/Dragging.h"
-#include "services/FontWeight.h"
 
 #include <functional>
 #include <memory>
 #include <string>
 
 namespace stowpocket {
+
+/// How heavy text and symbols are drawn.
+enum class FontWeight { regular, medium, semibold, bold };
 
 /// A named symbol as the menu bar shows it.
 struct StatusItemImage {

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/Popover.h"
-#include "services/Window.h"
+#include "services/Windows.h"
 
 #include <functional>
 #include <memory>

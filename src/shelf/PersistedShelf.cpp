@@ -3,7 +3,7 @@
 
 #include "foundation/Utf8.h"
 #include "services/Bookmarks.h"
-#include "services/FileManager.h"
+#include "services/Files.h"
 
 #include <cmath>
 

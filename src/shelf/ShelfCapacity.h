@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/PreferenceStore.h"
+#include "services/Preferences.h"
 
 #include <cstdint>
 #include <string_view>

@@ -2,7 +2,7 @@
 #include "shelf/ShelfItem.h"
 
 #include "foundation/Utf8.h"
-#include "services/FileManager.h"
+#include "services/Files.h"
 
 namespace stowpocket {
 

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "foundation/Bytes.h"
-#include "foundation/Date.h"
 #include "foundation/FileURL.h"
 #include "foundation/UUID.h"
+#include "foundation/Values.h"
 
 #include <cstdint>
 #include <optional>

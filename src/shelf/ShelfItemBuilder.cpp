@@ -2,7 +2,7 @@
 #include "shelf/ShelfItemBuilder.h"
 
 #include "services/Bookmarks.h"
-#include "services/Clock.h"
+#include "services/Dispatch.h"
 #include "shelf/ShelfManager.h"
 
 namespace stowpocket {

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "shelf/ShelfManager.h"
 
-#include "foundation/BundleIdentifier.h"
 #include "foundation/Invariant.h"
 #include "foundation/Utf8.h"
 #include "services/Bookmarks.h"
 #include "services/Dispatch.h"
-#include "services/FileManager.h"
-#include "services/WorkspaceIcons.h"
+#include "services/Files.h"
+#include "services/MainBundle.h"
+#include "services/Pictures.h"
 #include "shelf/PersistedShelf.h"
 #include "shelf/ShelfCapacity.h"
 #include "shelf/ShelfItemBuilder.h"

@@ -3,7 +3,7 @@
 
 #include "foundation/NotificationCenter.h"
 #include "foundation/Signal.h"
-#include "services/Image.h"
+#include "services/Pictures.h"
 #include "shelf/ShelfChange.h"
 #include "shelf/ShelfItem.h"
 

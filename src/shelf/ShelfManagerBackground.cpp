@@ -3,10 +3,8 @@
 #include "foundation/Utf8.h"
 #include "services/Bookmarks.h"
 #include "services/Dispatch.h"
-#include "services/FileManager.h"
-#include "services/MainScreen.h"
-#include "services/Thumbnails.h"
-#include "services/WorkspaceIcons.h"
+#include "services/Files.h"
+#include "services/Pictures.h"
 #include "shelf/PersistedShelf.h"
 #include "shelf/ShelfManager.h"
 

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "shelf/ShelfViewModel.h"
 
-#include "foundation/BundleIdentifier.h"
 #include "foundation/DispatchGroup.h"
+#include "foundation/Values.h"
 #include "services/Dispatch.h"
-#include "services/FileManager.h"
+#include "services/Files.h"
+#include "services/MainBundle.h"
 
 namespace stowpocket {
 namespace {

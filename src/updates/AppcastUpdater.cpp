@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "updates/AppcastUpdater.h"
 
-#include "services/Clock.h"
 #include "services/Dispatch.h"
 #include "services/MainBundle.h"
-#include "services/PreferenceStore.h"
+#include "services/Preferences.h"
 
 namespace stowpocket {
 namespace {

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "updates/InstallerImageCleanup.h"
 
-#include "services/ChildProcess.h"
 #include "services/Dispatch.h"
-#include "services/FileManager.h"
-#include "services/PropertyListParser.h"
-#include "services/Trash.h"
+#include "services/Files.h"
+#include "services/Processes.h"
 
 namespace stowpocket {
 namespace {

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "updates/UpdaterController.h"
 
-#include "services/Alerts.h"
 #include "services/Dispatch.h"
-#include "services/FeedSession.h"
 #include "services/MainBundle.h"
-#include "services/PreferenceStore.h"
+#include "services/Preferences.h"
 #include "services/UpdateFramework.h"
+#include "services/Windows.h"
 #include "updates/FeedText.h"
 
 namespace stowpocket {

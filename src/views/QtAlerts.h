@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/Alerts.h"
+#include "services/Windows.h"
 #include "views/updates/QtUpdateWindow.h"
 
 namespace stowpocket {

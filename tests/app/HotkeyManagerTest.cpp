@@ -4,7 +4,7 @@
 #include "app/Preferences.h"
 #include "fakes/FakeInput.h"
 #include "foundation/NotificationCenter.h"
-#include "services/LayeredPreferenceStore.h"
+#include "services/Preferences.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/Application.h"
 #include "services/StatusItem.h"
 #include "services/Views.h"
+#include "services/Windows.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/Clock.h"
 #include "services/Dispatch.h"
 
 #include <deque>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "services/Bookmarks.h"
-#include "services/FileManager.h"
+#include "services/Files.h"
 
 #include <map>
 #include <set>

@@ -2,11 +2,10 @@
 #pragma once
 
 #include "fakes/FakeDesktop.h"
-#include "services/EventMonitors.h"
 #include "services/FileManagerSelection.h"
-#include "services/HotkeyService.h"
+#include "services/Files.h"
+#include "services/Input.h"
 #include "services/LoginItem.h"
-#include "services/Volumes.h"
 
 #include <algorithm>
 #include <list>

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/MainScreen.h"
-#include "services/Thumbnails.h"
-#include "services/WorkspaceIcons.h"
+#include "services/Pictures.h"
 
 #include <string>
 #include <vector>

@@ -2,13 +2,11 @@
 #pragma once
 
 #include "fakes/FakeDesktop.h"
-#include "services/Alerts.h"
-#include "services/ChildProcess.h"
-#include "services/FeedSession.h"
+#include "services/Files.h"
 #include "services/MainBundle.h"
-#include "services/PropertyListParser.h"
-#include "services/Trash.h"
+#include "services/Processes.h"
 #include "services/UpdateFramework.h"
+#include "services/Windows.h"
 #include "updates/UpdateTransport.h"
 #include "updates/UpdateWindow.h"
 

@@ -5,7 +5,7 @@
 #include "fakes/FakeDispatch.h"
 #include "fakes/FakeFiles.h"
 #include "fakes/FakePictures.h"
-#include "services/LayeredPreferenceStore.h"
+#include "services/Preferences.h"
 #include "shelf/PersistedShelf.h"
 #include "shelf/ShelfViewModel.h"
 

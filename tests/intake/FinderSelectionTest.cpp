@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "intake/FinderSelection.h"
 
-#include "services/ScriptService.h"
+#include "services/FileManagerSelection.h"
 
 #include <gtest/gtest.h>
 

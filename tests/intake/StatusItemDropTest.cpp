@@ -2,8 +2,8 @@
 #include "fakes/FakeDesktop.h"
 #include "fakes/FakeDispatch.h"
 #include "fakes/FakeFiles.h"
-#include "foundation/BundleIdentifier.h"
 #include "intake/StatusItemDropHandler.h"
+#include "services/MainBundle.h"
 #include "shelf/ShelfManager.h"
 
 #include <gtest/gtest.h>

@@ -24,7 +24,7 @@ class BundleTest(unittest.TestCase):
         cls.info = plistlib.loads(INFORMATION.read_bytes())
 
     def test_names_the_program_as_the_code_does(self):
-        identifier = re.search(r'bundleIdentifier = "([^"]+)"', source('foundation/BundleIdentifier.h'))[1]
+        identifier = re.search(r'bundleIdentifier = "([^"]+)"', source('services/MainBundle.h'))[1]
         self.assertEqual(self.info['CFBundleIdentifier'], identifier)
         self.assertEqual(self.info['CFBundleExecutable'], 'stowpocket')
         icon = re.search(r'/(\w+)\.icns', source('main/macos/CMakeLists.txt'))[1]

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "services/LayeredPreferenceStore.h"
+#include "services/Preferences.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "shelf/ShelfManager.h"
 
 #include "fakes/ShelfFixture.h"
-#include "foundation/BundleIdentifier.h"
+#include "services/MainBundle.h"
 
 #include <gtest/gtest.h>
 

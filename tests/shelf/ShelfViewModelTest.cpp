@@ -3,7 +3,7 @@
 
 #include "fakes/FakeItemProvider.h"
 #include "fakes/ShelfFixture.h"
-#include "foundation/BundleIdentifier.h"
+#include "services/MainBundle.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include "fakes/FakeDispatch.h"
 #include "fakes/FakeUpdates.h"
 #include "presentation/UpdatePresentation.h"
-#include "services/LayeredPreferenceStore.h"
+#include "services/Preferences.h"
 
 #include <gtest/gtest.h>
 

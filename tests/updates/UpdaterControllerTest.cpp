@@ -3,7 +3,7 @@
 
 #include "fakes/FakeDispatch.h"
 #include "fakes/FakeUpdates.h"
-#include "services/LayeredPreferenceStore.h"
+#include "services/Preferences.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/Preferences.h"
-#include "services/LayeredPreferenceStore.h"
+#include "services/Preferences.h"
 #include "views/onboarding/OnboardingView.h"
 
 #include <QAbstractButton>

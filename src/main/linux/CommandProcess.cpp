@@ -2,11 +2,11 @@
 #include "main/linux/CommandProcess.h"
 
 #include "cli/CommandText.h"
-#include "foundation/BundleIdentifier.h"
 #include "platform/linux/preferences/LinuxPreferenceStore.h"
 #include "platform/linux/session/BusRunningShelf.h"
 #include "platform/linux/session/OwnExecutable.h"
 #include "platform/linux/session/ProgramLock.h"
+#include "services/MainBundle.h"
 
 #include <QDBusMessage>
 #include <QSysInfo>

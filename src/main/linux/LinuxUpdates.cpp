@@ -3,7 +3,7 @@
 
 #include "platform/linux/session/OwnExecutable.h"
 #include "platform/linux/updates/InstalledFiles.h"
-#include "services/Application.h"
+#include "services/Windows.h"
 #include "updates/AppcastUpdater.h"
 
 #include <QDesktopServices>

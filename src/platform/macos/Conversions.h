@@ -2,8 +2,8 @@
 // For the adapters in this folder only: includes the system's headers.
 #pragma once
 
-#include "foundation/Bytes.h"
 #include "foundation/FileURL.h"
+#include "foundation/Values.h"
 
 #import <Foundation/Foundation.h>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/Signal.h"
-#include "services/Image.h"
+#include "services/Pictures.h"
 
 #include <functional>
 

@@ -3,7 +3,7 @@
 
 #include "foundation/FileURL.h"
 #include "platform/macos/Pixels.h"
-#include "services/ItemProvider.h"
+#include "services/Dragging.h"
 
 #include <functional>
 #include <memory>

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/EventMonitors.h"
-#include "services/HotkeyService.h"
+#include "services/Input.h"
 
 #include <memory>
 

@@ -2,9 +2,8 @@
 #pragma once
 
 #include "platform/macos/Pixels.h"
-#include "services/FontWeight.h"
-#include "services/Thumbnails.h"
-#include "services/WorkspaceIcons.h"
+#include "services/Pictures.h"
+#include "services/StatusItem.h"
 
 #include <array>
 #include <memory>

@@ -2,11 +2,10 @@
 #pragma once
 
 #include "services/Bookmarks.h"
-#include "services/FileManager.h"
+#include "services/Files.h"
 #include "services/MainBundle.h"
-#include "services/PreferenceStore.h"
-#include "services/PropertyListParser.h"
-#include "services/Trash.h"
+#include "services/Preferences.h"
+#include "services/Processes.h"
 
 #include <cstdint>
 #include <memory>

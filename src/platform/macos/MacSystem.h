@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/Alerts.h"
-#include "services/Application.h"
-#include "services/ChildProcess.h"
-#include "services/FeedSession.h"
+#include "services/FileManagerSelection.h"
+#include "services/Files.h"
 #include "services/LoginItem.h"
-#include "services/MainScreen.h"
-#include "services/ScriptService.h"
+#include "services/Pictures.h"
+#include "services/Processes.h"
 #include "services/UpdateFramework.h"
-#include "services/Volumes.h"
+#include "services/Windows.h"
 
 #include <functional>
 #include <memory>

@@ -2,8 +2,7 @@
 #pragma once
 
 #include "platform/macos/HostedView.h"
-#include "services/Popover.h"
-#include "services/Window.h"
+#include "services/Windows.h"
 
 #include <functional>
 #include <memory>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "foundation/Bytes.h"
-#include "services/Image.h"
+#include "foundation/Values.h"
+#include "services/Pictures.h"
 
 #include <functional>
 #include <memory>

@@ -2,7 +2,7 @@
 // For the adapters in this folder only: includes the system's headers.
 #pragma once
 
-#include "services/FontWeight.h"
+#include "services/StatusItem.h"
 
 #import <AppKit/AppKit.h>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "services/Dispatch.h"
-#include "services/ItemProvider.h"
+#include "services/Dragging.h"
 
 #include <QString>
 #include <QTemporaryDir>

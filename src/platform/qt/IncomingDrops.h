@@ -2,7 +2,6 @@
 #pragma once
 
 #include "services/Dragging.h"
-#include "services/ItemProvider.h"
 
 #include <QMimeData>
 

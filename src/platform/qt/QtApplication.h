@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/Application.h"
+#include "services/Windows.h"
 
 namespace stowpocket {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/ChildProcess.h"
+#include "services/Processes.h"
 
 #include <chrono>
 

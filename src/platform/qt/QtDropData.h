@@ -3,7 +3,6 @@
 
 #include "platform/qt/IncomingDrops.h"
 #include "services/Dragging.h"
-#include "services/ItemProvider.h"
 
 #include <QMimeData>
 

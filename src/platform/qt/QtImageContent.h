@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/Image.h"
+#include "services/Pictures.h"
 
 #include <QByteArray>
 #include <QImage>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/MainScreen.h"
+#include "services/Pictures.h"
 
 namespace stowpocket {
 

@@ -5,7 +5,7 @@
 #include "platform/qt/PopoverHost.h"
 #include "platform/qt/PopoverWindow.h"
 #include "platform/qt/QtStatusItemButton.h"
-#include "services/Popover.h"
+#include "services/Windows.h"
 
 #include <QPropertyAnimation>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/Trash.h"
+#include "services/Files.h"
 
 namespace stowpocket {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/Window.h"
+#include "services/Windows.h"
 
 #include <QIcon>
 #include <QPointer>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/Clock.h"
+#include "services/Dispatch.h"
 
 namespace stowpocket {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/FontWeight.h"
+#include "services/StatusItem.h"
 
 #include <QColor>
 #include <QFont>

@@ -2,7 +2,7 @@
 #include "views/onboarding/OnboardingView.h"
 
 #include "app/Preferences.h"
-#include "services/PreferenceStore.h"
+#include "services/Preferences.h"
 #include "views/controls/Button.h"
 #include "views/onboarding/OnboardingClosingScreen.h"
 #include "views/onboarding/OnboardingMetrics.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "presentation/ShelfPresentation.h"
-#include "services/ItemProvider.h"
+#include "services/Dragging.h"
 #include "views/controls/Compose.h"
 #include "views/controls/ScrollView.h"
 #include "views/shelf/DropZoneView.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/shelf/ShelfView.h"
 
-#include "services/PreferenceStore.h"
+#include "services/Preferences.h"
 #include "views/controls/Spinner.h"
 
 namespace stowpocket {

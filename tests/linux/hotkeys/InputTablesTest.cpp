@@ -2,7 +2,7 @@
 #include "platform/linux/hotkeys/HeldHotkey.h"
 #include "platform/linux/input/KeyCodes.h"
 #include "platform/linux/input/KeyModifiers.h"
-#include "services/HotkeyService.h"
+#include "services/Input.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "platform/linux/hotkeys/PortalHotkeyService.h"
 #include "platform/linux/hotkeys/PortalNames.h"
 #include "platform/linux/hotkeys/ShortcutTrigger.h"
-#include "services/LayeredPreferenceStore.h"
+#include "services/Preferences.h"
 #include "support/FakePortal.h"
 #include "support/PrivateBus.h"
 

@@ -4,7 +4,7 @@
 #include "linux/updates/LocalServer.h"
 #include "platform/linux/updates/DownloadFile.h"
 #include "platform/linux/updates/UpdaterWorker.h"
-#include "services/LayeredPreferenceStore.h"
+#include "services/Preferences.h"
 #include "support/ComesTrue.h"
 #include "support/FullDisk.h"
 #include "support/TemporaryFolder.h"

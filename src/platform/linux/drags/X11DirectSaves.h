@@ -3,7 +3,6 @@
 
 #include "platform/linux/drags/X11DirectSave.h"
 #include "services/Dragging.h"
-#include "services/ItemProvider.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QObject>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/drags/X11IncomingDrops.h"
 
-#include "foundation/BundleIdentifier.h"
 #include "platform/linux/files/DurableFile.h"
 #include "platform/linux/files/FileDescriptor.h"
+#include "services/MainBundle.h"
 
 #include <QCoreApplication>
 #include <QFile>

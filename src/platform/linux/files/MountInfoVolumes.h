@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/files/MountInfo.h"
-#include "services/Volumes.h"
+#include "services/Files.h"
 
 #include <QFile>
 #include <QSocketNotifier>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/PortalHotkeyService.h"
 
-#include "foundation/BundleIdentifier.h"
 #include "platform/linux/hotkeys/PortalNames.h"
 #include "platform/linux/hotkeys/ShortcutTrigger.h"
-#include "services/PreferenceStore.h"
+#include "services/MainBundle.h"
+#include "services/Preferences.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>

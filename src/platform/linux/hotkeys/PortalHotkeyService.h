@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/hotkeys/PortalShortcutSession.h"
-#include "services/HotkeyService.h"
+#include "services/Input.h"
 
 #include <QDBusServiceWatcher>
 #include <QTimer>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/ShortcutTrigger.h"
 
-#include "services/HotkeyService.h"
+#include "services/Input.h"
 
 #include <algorithm>
 #include <array>

@@ -4,8 +4,7 @@
 #include "platform/linux/hotkeys/HeldHotkey.h"
 #include "platform/linux/hotkeys/X11KeyGrabs.h"
 #include "platform/linux/input/X11KeyCharacters.h"
-#include "services/EventMonitors.h"
-#include "services/HotkeyService.h"
+#include "services/Input.h"
 
 #include <QAbstractNativeEventFilter>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/input/KeyModifiers.h"
 
-#include "services/HotkeyService.h"
+#include "services/Input.h"
 
 namespace stowpocket {
 namespace {

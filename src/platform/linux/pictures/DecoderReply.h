@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "foundation/Bytes.h"
+#include "foundation/Values.h"
 
 #include <QImage>
 

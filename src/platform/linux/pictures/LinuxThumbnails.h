@@ -5,7 +5,7 @@
 #include "platform/linux/pictures/LocalThumbnailer.h"
 #include "platform/linux/pictures/ThumbnailWorkers.h"
 #include "services/Dispatch.h"
-#include "services/Thumbnails.h"
+#include "services/Pictures.h"
 
 #include <chrono>
 #include <map>

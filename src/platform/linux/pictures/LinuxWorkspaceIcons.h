@@ -2,8 +2,7 @@
 #pragma once
 
 #include "platform/linux/pictures/IconTheme.h"
-#include "services/MainScreen.h"
-#include "services/WorkspaceIcons.h"
+#include "services/Pictures.h"
 
 namespace stowpocket {
 

@@ -3,7 +3,7 @@
 
 #include "platform/linux/pictures/ImageDecoder.h"
 #include "platform/linux/pictures/ThumbnailCache.h"
-#include "services/Thumbnails.h"
+#include "services/Pictures.h"
 
 namespace stowpocket {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/PropertyListParser.h"
+#include "services/Processes.h"
 
 namespace stowpocket {
 

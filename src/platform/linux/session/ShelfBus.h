@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "foundation/BundleIdentifier.h"
+#include "services/MainBundle.h"
 
 #include <QList>
 #include <QString>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/session/XdgLoginItem.h"
 
-#include "foundation/BundleIdentifier.h"
 #include "foundation/Utf8.h"
 #include "platform/linux/files/DurableFile.h"
 #include "platform/linux/files/Folders.h"
 #include "platform/linux/session/DesktopEntry.h"
+#include "services/MainBundle.h"
 
 #include <QDebug>
 #include <QFile>

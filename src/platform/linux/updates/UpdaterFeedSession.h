@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/updates/UpdaterProcess.h"
-#include "services/FeedSession.h"
+#include "services/UpdateFramework.h"
 
 #include <list>
 #include <string>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/FeedSession.h"
+#include "services/UpdateFramework.h"
 #include "updates/UpdateTransport.h"
 
 #include <array>

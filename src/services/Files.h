@@ -2,6 +2,7 @@
 #pragma once
 
 #include "foundation/FileURL.h"
+#include "foundation/Signal.h"
 
 #include <cstdint>
 #include <optional>
@@ -35,6 +36,22 @@ public:
     [[nodiscard]] virtual std::optional<FileURL> applicationSupportDirectory() = 0;
     /// None when the user has no home folder.
     [[nodiscard]] virtual std::optional<FileURL> homeDirectory() = 0;
+};
+
+/// The place from which the user can take deleted files back. Any thread but the main one: it may wait for a disk.
+class Trash {
+public:
+    virtual ~Trash() = default;
+    /// True when the file lies in the Trash afterwards.
+    [[nodiscard]] virtual bool trashItem(const FileURL& url) = 0;
+};
+
+/// Tells when file systems come and go. Main thread.
+class Volumes {
+public:
+    virtual ~Volumes() = default;
+    [[nodiscard]] virtual Signal<>& didMount() = 0;
+    [[nodiscard]] virtual Signal<>& didUnmount() = 0;
 };
 
 }  // namespace stowpocket

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "foundation/Bytes.h"
+#include "foundation/PropertyValue.h"
+#include "foundation/Values.h"
 
 #include <optional>
 #include <string>
@@ -17,6 +18,14 @@ public:
     /// None when it could not be started, or had to be ended because it wrote or ran without end.
     [[nodiscard]] virtual std::optional<Bytes> run(const std::string& executable,
                                                    const std::vector<std::string>& arguments) = 0;
+};
+
+/// Reads property lists that others wrote. Any thread.
+class PropertyListParser {
+public:
+    virtual ~PropertyListParser() = default;
+    /// None when `bytes` are no property list.
+    [[nodiscard]] virtual std::optional<PropertyValue> parse(const Bytes& bytes) = 0;
 };
 
 }  // namespace stowpocket

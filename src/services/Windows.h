@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "services/StatusItem.h"
+
+#include <functional>
+#include <string>
+
+namespace stowpocket {
+
+/// The running program as the desktop sees it. Main thread.
+class Application {
+public:
+    virtual ~Application() = default;
+    /// Makes this the program that the user works with, taking the keyboard from the one before.
+    virtual void activate() = 0;
+    /// Ends the main loop; the call returns and the program ends in its turn.
+    virtual void terminate() = 0;
+};
+
+/// An ordinary window with a view inside. Destroying it takes it off the screen. Main thread.
+class Window {
+public:
+    virtual ~Window() = default;
+    [[nodiscard]] virtual bool isVisible() const = 0;
+    virtual void center() = 0;
+    /// Shows it, in front of this application's windows, with the keyboard.
+    virtual void makeKeyAndOrderFront() = 0;
+    /// Puts it in front of every application's windows.
+    virtual void orderFrontRegardless() = 0;
+    virtual void close() = 0;
+};
+
+/// A small window that hangs below the menu-bar icon. It closes only when told to. Main thread.
+class Popover {
+public:
+    virtual ~Popover() = default;
+    [[nodiscard]] virtual bool isShown() const = 0;
+    /// Whether the next show and close are animated; at first they are.
+    virtual void setAnimates(bool animates) = 0;
+    /// Opens below `anchor`, kept on the screen, as large as its content; stays closed where the anchor has no place
+    /// on the screen.
+    virtual void show(StatusItemButton& anchor) = 0;
+    /// Gives its window the keyboard.
+    virtual void makeKey() = 0;
+    virtual void performClose() = 0;
+
+    /// Runs when the user presses Escape in it and nothing inside has a use for that, or has the system close it.
+    std::function<void()> onCancel = [] {};
+};
+
+/// A message for the user, with one button.
+struct InformationalAlert {
+    std::string messageText;
+    std::string informativeText;
+    std::string buttonTitle;
+    friend bool operator==(const InformationalAlert&, const InformationalAlert&) = default;
+};
+
+/// Main thread.
+class Alerts {
+public:
+    virtual ~Alerts() = default;
+    /// Shows the alert in front, modal to the whole program. May return before it is answered.
+    virtual void runModal(const InformationalAlert& alert) = 0;
+};
+
+}  // namespace stowpocket
