@@ -28,7 +28,7 @@ class Stowpocket:
         self.process = self.desktop.start(self.program, *map(str, files))
         self.icon()
         if self.icon_window == STATUS_ITEM:
-            # Trays map the window before the program has come to show it, and clicks are lost until then.
+            # Panels map the window before they give it room: until then a click there meets the panel.
             wait_for(lambda: (window := self.x.find(STATUS_ITEM)) and self.x.contrast(self.x.rect(window)) > PAINTED,
                      "the icon to be painted")
 
