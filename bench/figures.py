@@ -2,18 +2,22 @@
 # SPDX-License-Identifier: MIT
 """Prints what the program costs, measured in one run on a desktop of its own. Machines differ: compare within a run.
 
-    bench/figures.py [BUILD]     BUILD: a build of the release preset, build/release by default
+    bench/figures.py [--short] [BUILD]     BUILD: a build of the release preset, build/release by default
+
+A short run only shows that everything can still be measured.
 """
 import plistlib
 import shutil
 import statistics
 
-from measuring import PROJECT, RunningShelf, build_folder, idle, memory, show, start_time, wait_for_rest
+from measuring import (PROJECT, SHORT, RunningShelf, build_folder, idle, in_memory, memory, show, start_time,
+                       wait_for_rest)
 from private_desktop import PrivateDesktop, children_of
 from stowpocket import Stowpocket
 from x_display import wait_for
 
-FILES, FEW, RUNS, IDLE_SECONDS, CYCLES, PASSING = 100, 20, 15, 60, 50, 2000
+FILES, FEW = 100, 20
+RUNS, IDLE_SECONDS, CYCLES, PASSING = (1, 1, 1, 50) if SHORT else (15, 60, 50, 2000)
 
 
 def make_files(folder):
@@ -52,17 +56,19 @@ def measure_start(desktop, build):
     empty = statistics.median(peer)
     show(f"empty program with a tray icon, start to icon, median of {RUNS}", f"{empty:.1f} ms")
     for name, times in (("start to icon", later), ("first run, start to icon", first)):
-        show(name, f"{statistics.median(times):.1f} ms, {statistics.median(times) / empty:.2f} times the empty program's")
+        median = statistics.median(times)
+        show(name, f"{median:.1f} ms, {median / empty:.2f} times the empty program's")
 
 
 def measure_idle(pid, what):
-    show(f"wake-ups in {IDLE_SECONDS} idle seconds, {what}", "%d, %d ms of CPU" % idle(pid, IDLE_SECONDS))
+    wakes, milliseconds = idle(pid, IDLE_SECONDS)
+    show(f"wake-ups in {IDLE_SECONDS} idle seconds, {what}", f"{wakes}, {milliseconds} ms of CPU")
 
 
 def measure_memory(desktop, build, files):
     app = Stowpocket(desktop, program=build / "bin/stowpocket")
     wait_for_rest(app.process.pid)
-    show("at rest before the first open", "PSS %.1f MB, private %.1f MB" % memory(app.process.pid))
+    show("at rest before the first open", in_memory(app.process.pid))
     measure_idle(app.process.pid, "an empty shelf")
     app.end()
     paths = sorted(files.iterdir())
@@ -74,7 +80,7 @@ def measure_memory(desktop, build, files):
     pid = app.process.pid
     cycle(app)
     wait_for_rest(pid)
-    show(f"at rest after use, {FILES} items", "PSS %.1f MB, private %.1f MB" % memory(pid))
+    show(f"at rest after use, {FILES} items", in_memory(pid))
     start = memory(pid)[1]
     for _ in range(CYCLES):
         cycle(app)

@@ -8,16 +8,17 @@ from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(PROJECT / "tests/desktop"))
-from gi.repository import Gio, GLib  # noqa: E402
-from x_display import wait_for  # noqa: E402
+from gi.repository import GLib
+from x_display import wait_for
 
-REST_SECONDS = 6
+SHORT = "--short" in sys.argv
+REST_SECONDS = 1 if SHORT else 6
 SERVICE, OBJECT, INTERFACE = "com.example.stowpocket", "/com/example/stowpocket", "com.example.stowpocket.Shelf1"
 
 
 def build_folder():
-    """The build of the release preset that is measured: the first argument, or build/release."""
-    return Path(sys.argv[1] if len(sys.argv) > 1 else PROJECT / "build/release").resolve()
+    """The build of the release preset that is measured: the last argument, or build/release."""
+    return Path(sys.argv[-1] if sys.argv[1 + SHORT:] else PROJECT / "build/release").resolve()
 
 
 def show(name, value):
@@ -26,8 +27,8 @@ def show(name, value):
 
 def start_time(desktop, build, *command):
     """Milliseconds from the start of a program to its icon in a tray, or nothing where no icon comes."""
-    answer = subprocess.run([build / "bench/bench_start", "1", *command], env=desktop.environment, stdout=subprocess.PIPE,
-                            stderr=subprocess.DEVNULL, text=True, check=False)
+    answer = subprocess.run([build / "bench/bench_start", "1", *command], env=desktop.environment, check=False,
+                            stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
     return float(answer.stdout) if answer.returncode == 0 else None
 
 
@@ -38,12 +39,18 @@ def memory(pid):
     return kilobytes["Pss"] / 1024, (kilobytes["Private_Dirty"] + kilobytes.get("Private_Hugetlb", 0)) / 1024
 
 
+def in_memory(pid):
+    shared, private = memory(pid)
+    return f"PSS {shared:.1f} MB, private {private:.1f} MB"
+
+
 def wake_ups(pid):
     """How often each of its threads went to sleep of its own accord so far."""
     counts = {}
     for task in Path(f"/proc/{pid}/task").iterdir():
         try:
-            counts[task.name] = int(re.search(r"^voluntary_ctxt_switches:\s+(\d+)", (task / "status").read_text(), re.M)[1])
+            status = (task / "status").read_text()
+            counts[task.name] = int(re.search(r"^voluntary_ctxt_switches:\s+(\d+)", status, re.M)[1])
         except OSError:
             pass  # it has ended
     return counts
@@ -81,13 +88,11 @@ class RunningShelf:
     """The running program as its command verbs see it, without the start of a process for each question."""
 
     def __init__(self, desktop):
-        flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
-        self.bus = Gio.DBusConnection.new_for_address_sync(desktop.environment["DBUS_SESSION_BUS_ADDRESS"], flags, None, None)
+        self.bus = desktop.bus
 
     def call(self, method, *names):
         arguments = GLib.Variant("(as)", (names,)) if names else None
-        answer = self.bus.call_sync(SERVICE, OBJECT, INTERFACE, method, arguments, None, Gio.DBusCallFlags.NONE, 60000, None)
-        return answer.unpack()
+        return self.bus.call(SERVICE, OBJECT, INTERFACE, method, arguments)
 
     def urls(self):
         return [item["url"] for item in self.call("List")[0]]

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Prints how long a quick drop takes, from the key press to the last file on the shelf, in each file manager that is installed.
+"""Prints how long a quick drop takes in each file manager that is here: key press to last file on the shelf.
 
     bench/quick_drop.py [BUILD]     BUILD: a build of the release preset, build/release by default
 """
@@ -16,8 +16,9 @@ from x_display import wait_for
 
 ROUNDS, KEYS, LIMIT = 20, ("Alt_L", "Shift_L", "d"), 5
 MANAGERS = {
-    "thunar": ["thunar"], "pcmanfm-qt": ["pcmanfm-qt"], "pcmanfm": ["pcmanfm"], "nautilus": ["nautilus", "--new-window"],
-    "nemo": ["nemo"], "caja": ["caja", "--no-desktop"], "dolphin": ["dolphin"],
+    "thunar": ["thunar"], "pcmanfm-qt": ["pcmanfm-qt"], "pcmanfm": ["pcmanfm"],
+    "nautilus": ["nautilus", "--new-window"], "nemo": ["nemo"], "caja": ["caja", "--no-desktop"],
+    "dolphin": ["dolphin"],
 }
 PLACE = {"x": 10, "y": 200, "width": 700, "height": 600}
 
@@ -31,7 +32,7 @@ def window_of(desktop, folder):
 
 
 def select_all(desktop, window, shelf, count):
-    """Clicks beside the files and selects them, until a quick drop finds them all: the view may take seconds to fill."""
+    """Clicks beside the files and selects them, until a quick drop finds them all: a view may take seconds to fill."""
     x, y, width, height = desktop.x.rect(window)
     desktop.x.click(x + width - 60, y + height - 80)
 
@@ -91,7 +92,8 @@ def main():
                 continue
             taken = [each for each in times if each is not None]
             middle = f"median {statistics.median(taken):.0f} ms, longest {max(taken):.0f}" if taken else "none"
-            show(f"quick drop, {name}, {count} files", f"{middle}, {len(taken)} of {ROUNDS}, clipboard kept {kept} times")
+            show(f"quick drop, {name}, {count} files",
+                 f"{middle}, {len(taken)} of {ROUNDS}, clipboard kept {kept} times")
 
 
 main()

@@ -10,10 +10,10 @@ from PIL import Image
 
 PROJECT = Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(PROJECT / "tests/desktop"))
-from peers import LEFT, RIGHT, PcmanfmQt, Thunar, start_panel  # noqa: E402
-from private_desktop import PrivateDesktop  # noqa: E402
-from stowpocket import POCKET, Stowpocket  # noqa: E402
-from x_display import Rect, wait_for  # noqa: E402
+from peers import LEFT, RIGHT, PcmanfmQt, Thunar, start_panel
+from private_desktop import PrivateDesktop
+from stowpocket import POCKET, Stowpocket
+from x_display import Rect, wait_for
 
 PHOTO, NOTES, TABLE = "harbour.png", "notes.txt", "prices.csv"
 ORANGE, ABOVE_TEXT = bytes((255, 159, 10)), 13  # of the buttons of the first run; where in them there is nothing else
@@ -69,7 +69,8 @@ def take_tour(desktop, program):
 
     stowpocket.drag_tile(NOTES).drop(there.blank_place())
     there.confirm_drop()
-    wait_for(lambda: (target / NOTES).exists() and (target / NOTES).read_bytes() == (source / NOTES).read_bytes(), "the copy")
+    original, copy = source / NOTES, target / NOTES
+    wait_for(lambda: copy.exists() and copy.read_bytes() == original.read_bytes(), "the copy")
     there.wait_for_count(1)
     tour.show("dragged-out", "one was dragged from the shelf into another folder: a copy lies there", stowpocket)
 

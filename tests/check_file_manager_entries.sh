@@ -29,6 +29,7 @@ for entry in "${placed[@]}"; do
     ! grep -q '@' <<<"$(grep -v '"\$@"' "$entry")" || fail "$entry has a gap"
 done
 (cd /tmp && "$home/config/caja/scripts/Add to Shelf" 'a b' -c "d\"\$(e)")
+# shellcheck disable=SC2016  # the text is to come as it is
 [ "$(cat "$home/said")" = 'add|--|a b|-c|d"$(e)|' ] || fail "the script said $(cat "$home/said")"
 
 "$entries" remove

@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: MIT
 """What the programs on a desktop tell a screen reader: names, roles and places of everything on their windows."""
-from gi.repository import Gio, GLib
+from gi.repository import GLib
 
+from bus import Bus
 from x_display import Rect, wait_for
 
 FOCUSED, SHOWING = 12, 25
@@ -17,12 +18,13 @@ class Accessible:
     def call(self, interface, method, arguments=None):
         bus, path = self.address
         try:
-            return self.tree.bus.call_sync(bus, path, interface, method, arguments, None, Gio.DBusCallFlags.NONE, 5000, None).unpack()
+            return self.tree.bus.call(bus, path, interface, method, arguments)
         except GLib.Error:
             return None
 
     def ask(self, interface, name):
-        answer = self.call("org.freedesktop.DBus.Properties", "Get", GLib.Variant("(ss)", (f"org.a11y.atspi.{interface}", name)))
+        arguments = GLib.Variant("(ss)", (f"org.a11y.atspi.{interface}", name))
+        answer = self.call("org.freedesktop.DBus.Properties", "Get", arguments)
         return answer[0] if answer else None
 
     @property
@@ -71,30 +73,23 @@ class Accessible:
     def find(self, name=None, role=None):
         """The first object below with this name and role that is on the screen, or nothing."""
         return next((each for each in self.everything()
-                     if (name is None or each.name == name) and (role is None or each.role == role) and each.is_showing()), None)
+                     if name in (None, each.name) and role in (None, each.role) and each.is_showing()), None)
 
 
 class AccessibleTree:
     """The accessibility bus of one desktop, reached through its session bus."""
 
-    def __init__(self, session_address):
-        session = self.connect(session_address)
-        answer = session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None, Gio.DBusCallFlags.NONE, 20000, None)
-        session.close_sync(None)
-        self.bus = self.connect(answer.unpack()[0])
+    def __init__(self, session):
+        self.bus = Bus(*session.call("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"))
         self.programs()  # starts the registry before any program asks for it
 
-    @staticmethod
-    def connect(address):
-        flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
-        return Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
-
     def close(self):
-        self.bus.close_sync(None)
+        self.bus.close()
 
     def programs(self):
         return Accessible(self, ("org.a11y.atspi.Registry", ROOT)).children()
 
     def program(self, name):
         """The program that calls itself `name`, once it is there."""
-        return wait_for(lambda: next((each for each in self.programs() if each.name == name), None), f"{name} in the accessibility tree")
+        return wait_for(lambda: next((each for each in self.programs() if each.name == name), None),
+                        f"{name} in the accessibility tree")

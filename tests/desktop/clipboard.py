@@ -1,12 +1,13 @@
 # SPDX-License-Identifier: MIT
 """What the user copied before, which no program may lose."""
-import subprocess
-
+from terminal import run
 from x_display import wait_for
 
 
 class Clipboard:
     """Held by a program of its own, which writes down how often it is asked for it."""
+
+    XCLIP = "xclip", "-selection", "clipboard", "-target"
 
     def __init__(self, desktop, text, kind="UTF8_STRING"):
         self.desktop, self.kind, self.copied = desktop, kind, desktop.home / "copied"
@@ -18,7 +19,7 @@ class Clipboard:
 
     def fill(self):
         before = self.owner()
-        self.process = self.desktop.start("xclip", "-verbose", "-selection", "clipboard", "-target", self.kind, str(self.copied))
+        self.process = self.desktop.start(*self.XCLIP, self.kind, "-verbose", str(self.copied))
         wait_for(lambda: self.owner() not in (0, before), "the clipboard to be held")
         self.holder = self.owner()
 
@@ -31,5 +32,4 @@ class Clipboard:
 
     def text(self):
         """What would be pasted now, whoever holds it."""
-        return subprocess.run(["xclip", "-out", "-selection", "clipboard", "-target", self.kind], env=self.desktop.environment, capture_output=True, text=True,
-                              timeout=30).stdout
+        return run(self.desktop, *self.XCLIP, self.kind, "-out").out

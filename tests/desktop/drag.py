@@ -45,7 +45,7 @@ class Drag:
 
     def hover(self, point, condition=lambda: True):
         """Waits over `point` until the place takes the drop and the condition holds."""
-        # The look of the pointer may still be that of the place before; only once it has said no does it tell about this one.
+        # The look of the pointer may still be that of the place before; once it has said no it tells about this one.
         self.leave()
         self.over(point, lambda: self.is_taken() and condition(), f"the place {point} to take the drop")
 

@@ -12,11 +12,12 @@ class Nautilus:
         self.x, self.count = desktop.x, len(list(folder.iterdir()))
         # Its windows take seconds to come where OpenGL is drawn in software.
         desktop.environment |= {"GSK_RENDERER": "cairo", "GSETTINGS_BACKEND": "memory"}
-        # With a file to select it also gives the keyboard to the files, as no click and no key does before they are there.
+        # With a file to select it gives the files the keyboard, as no click and no key does before they are there.
         desktop.start("nautilus", "--select", str(min(folder.iterdir())))
         self.window = wait_for(lambda: self.x.find(folder.name), "the window of Nautilus")
         self.program = desktop.tree.program("org.gnome.Nautilus")
-        self.grid = wait_for(lambda: next((each for each in self.program.everything() if each.role == "grid"), None), "the files' grid")
+        self.grid = wait_for(lambda: next((each for each in self.program.everything() if each.role == "grid"), None),
+                             "the files' grid")
         wait_for(lambda: any(cell.is_focused() for cell in self.selected()), "the selected file to have the keyboard")
 
     def selected(self):

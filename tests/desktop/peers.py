@@ -8,13 +8,14 @@ PANEL = """<?xml version="1.0" encoding="UTF-8"?>
   <property name="configver" type="int" value="2"/>
   <property name="panels" type="array"><value type="int" value="1"/>
     <property name="panel-1" type="empty">
-      <property name="position" type="string" value="p=6;x=0;y=0"/><property name="position-locked" type="bool" value="true"/>
+      <property name="position" type="string" value="p=6;x=0;y=0"/>
+      <property name="position-locked" type="bool" value="true"/>
       <property name="length" type="uint" value="100"/><property name="size" type="uint" value="28"/>
       <property name="plugin-ids" type="array"><value type="int" value="1"/><value type="int" value="2"/></property>
     </property>
   </property>
   <property name="plugins" type="empty">
-    <property name="plugin-1" type="string" value="separator"><property name="expand" type="bool" value="true"/><property name="style" type="uint" value="0"/></property>
+    <property name="plugin-1" type="string" value="separator"><property name="expand" type="bool" value="true"/></property>
     <property name="plugin-2" type="string" value="systray"/>
   </property>
 </channel>
@@ -26,8 +27,7 @@ LEFT, RIGHT = Rect(10, 300, 580, 520), Rect(660, 420, 580, 420)
 def start_panel(desktop, name):
     """Starts "xfce4-panel" or "trayer" along the upper edge, with its icons at the right."""
     if name == "trayer":
-        options = ["--edge", "top", "--align", "right", "--widthtype", "request", "--height", "28", "--SetDockType", "true"]
-        return desktop.start("trayer", *options)
+        return desktop.start("trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "28")
     settings = desktop.home / "config/xfce4/xfconf/xfce-perchannel-xml"
     settings.mkdir(parents=True, exist_ok=True)
     (settings / "xfce4-panel.xml").write_text(PANEL)
@@ -89,7 +89,8 @@ class FileManager:
 
     def is_text_edited(self):
         """True while a name or the folder's path has the keyboard."""
-        return any(each.role in ("text", "entry") and each.is_focused() for each in self.desktop.tree.program(self.program).everything())
+        program = self.desktop.tree.program(self.program)
+        return any(each.role in ("text", "entry") and each.is_focused() for each in program.everything())
 
     def blank_place(self):
         """A place in the view where no file lies."""

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A desktop of its own: X server, window manager, session bus, accessibility bus and home folder, gone without a trace afterwards.
+"""A desktop of its own: X server, window manager, buses and home folder, gone without a trace afterwards.
 
 As a program it runs the command that it is given on such a desktop.
 """
@@ -13,20 +13,23 @@ import tempfile
 from pathlib import Path
 
 from accessibility import AccessibleTree
+from bus import Bus
 from x_display import XDisplay, wait_for
 
 PR_SET_PDEATHSIG, PR_SET_CHILD_SUBREAPER = 1, 36
 prctl = ctypes.CDLL(None).prctl
-BUS_CONFIG = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN" "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
-<busconfig><type>session</type><listen>unix:path={home}/bus</listen><servicedir>{home}/services</servicedir><auth>EXTERNAL</auth>
-<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/></policy></busconfig>"""
+BUS_CONFIG = """<busconfig>
+<type>session</type><listen>unix:path={home}/bus</listen><servicedir>{home}/services</servicedir><auth>EXTERNAL</auth>
+<policy context="default"><allow send_destination="*"/><allow receive_sender="*"/><allow own="*"/></policy>
+</busconfig>"""
 # The only programs that the bus may start: the settings of the Xfce programs and the accessibility bus.
 SERVICES = ["org.xfce.Xfconf.service", "org.a11y.Bus.service"]
 
 
 def children_of(parent):
     """The processes whose parent is `parent`, as the kernel lists them."""
-    return [int(pid) for task in Path(f"/proc/{parent}/task").iterdir() for pid in (task / "children").read_text().split()]
+    tasks = Path(f"/proc/{parent}/task").iterdir()
+    return [int(pid) for task in tasks for pid in (task / "children").read_text().split()]
 
 
 def is_zombie(pid):
@@ -37,7 +40,7 @@ def is_zombie(pid):
 
 
 class PrivateDesktop:
-    """Everything started here is ended on leaving, in reverse order; what those left behind is found as our own orphans and ended too.
+    """Everything started here is ended on leaving, in reverse order, and what those left behind, as our orphans.
 
     Logs, and the last picture of the screen, lie in `log_folder`.
     """
@@ -62,7 +65,7 @@ class PrivateDesktop:
     def start_servers(self):
         self.make_home()
         self.start_screen()
-        self.tree = AccessibleTree(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self.tree = AccessibleTree(self.bus)
 
     def make_home(self):
         for folder in ("config", "data", "cache", "state", "services"):
@@ -71,8 +74,9 @@ class PrivateDesktop:
         kept = {name: os.environ[name] for name in ("PATH", "LD_LIBRARY_PATH") if name in os.environ}
         self.environment = kept | {
             "HOME": str(self.home), "XDG_CONFIG_HOME": f"{self.home}/config", "XDG_DATA_HOME": f"{self.home}/data",
-            "XDG_CACHE_HOME": f"{self.home}/cache", "XDG_STATE_HOME": f"{self.home}/state", "XDG_RUNTIME_DIR": f"{self.home}/run",
-            "LANG": "C.UTF-8", "GIO_USE_VFS": "local", "GIO_USE_VOLUME_MONITOR": "unix", "NO_AT_BRIDGE": "0", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
+            "XDG_CACHE_HOME": f"{self.home}/cache", "XDG_STATE_HOME": f"{self.home}/state",
+            "XDG_RUNTIME_DIR": f"{self.home}/run", "LANG": "C.UTF-8", "GIO_USE_VFS": "local",
+            "GIO_USE_VOLUME_MONITOR": "unix", "NO_AT_BRIDGE": "0", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
 
     def start_screen(self):
         """Starts what shows windows, and gives `x` and the environment of programs that have some."""
@@ -84,7 +88,8 @@ class PrivateDesktop:
 
     def start_x_server(self):
         reading, writing = os.pipe()
-        self.server = self.start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{self.size}x24", "-nolisten", "tcp", "-noreset", pass_fds=[writing])
+        self.server = self.start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{self.size}x24",
+                                 "-nolisten", "tcp", "-noreset", pass_fds=[writing])
         os.close(writing)
         with os.fdopen(reading) as answer:
             self.environment["DISPLAY"] = ":" + answer.readline().strip()
@@ -96,13 +101,15 @@ class PrivateDesktop:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = f"unix:path={self.home}/bus"
         self.start("dbus-daemon", f"--config-file={self.home}/bus.conf", "--nofork")
         wait_for((self.home / "bus").exists, "the session bus")
+        self.bus = Bus(self.environment["DBUS_SESSION_BUS_ADDRESS"])
 
     def start(self, *command, pass_fds=()):
         """Starts a program on this desktop; its output goes to a log named after it."""
         name = Path(command[0]).name
         with open(self.logs / f"{name}.log", "ab") as log:
-            process = subprocess.Popen(command, env=self.environment, cwd=self.home, stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=pass_fds,
-                                       preexec_fn=lambda: prctl(PR_SET_PDEATHSIG, signal.SIGTERM, 0, 0, 0))  # goes with us even if we are killed
+            process = subprocess.Popen(  # pylint: disable=subprocess-popen-preexec-fn
+                command, env=self.environment, cwd=self.home, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
+                pass_fds=pass_fds, preexec_fn=lambda: prctl(PR_SET_PDEATHSIG, signal.SIGTERM, 0, 0, 0))  # goes with us
         self.started.append(process)
         return process
 
@@ -139,6 +146,7 @@ class PrivateDesktop:
     def end_everything(self):
         if hasattr(self, "tree"):
             self.tree.close()
+            self.bus.close()
         for process in self.started[::-1]:
             if process is not self.server:
                 self.end(process)
@@ -163,4 +171,4 @@ class PrivateDesktop:
 
 if __name__ == "__main__":
     with PrivateDesktop(Path("desktop", Path(sys.argv[1]).name)) as desktop:
-        sys.exit(subprocess.run(sys.argv[1:], env=os.environ | desktop.environment | {"QT_QPA_PLATFORM": "xcb"}).returncode)
+        sys.exit(subprocess.call(sys.argv[1:], env=os.environ | desktop.environment | {"QT_QPA_PLATFORM": "xcb"}))

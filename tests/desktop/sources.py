@@ -47,7 +47,7 @@ def show_picture(png):
     gi.require_version("Gtk", "3.0")
     from gi.repository import Gdk, Gtk
 
-    def hand_over(_, context, data, info, time):
+    def hand_over(_, _context, data, *_rest):
         print("read", flush=True)
         data.set(data.get_target(), 8, Path(png).read_bytes())
 

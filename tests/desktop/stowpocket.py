@@ -42,7 +42,7 @@ class Stowpocket:
         self.start()
 
     def icon(self):
-        """The middle of the icon, once it has its place; what no panel has placed yet lies beyond the edge of the screen."""
+        """The middle of the icon, once it has its place: one that no panel has placed lies beyond the screen's edge."""
         screen = self.x.rect(self.x.root)
 
         def place():
@@ -104,7 +104,7 @@ class Stowpocket:
 
     def take_drop(self, drag):
         """Drops what is dragged on the icon, which opens the popover before."""
-        # It comes to lie over the icon: where another window comes under the pointer just before it lets go, nothing is dropped.
+        # It comes to lie over the icon. Nothing is dropped where another window gets under the pointer just before.
         wait_for(lambda: self.x.find(POCKET), "the pocket")
         drag.hover(self.icon(), self.popover)
         drag.release()

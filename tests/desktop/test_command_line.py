@@ -9,6 +9,7 @@ from terminal import run
 from x_display import wait_for
 
 NOT_RUNNING = "stowpocket: stowpocket is not running\n"
+GONE = "stowpocket: gone: no such file, or it may not be looked at\n"
 
 
 class CommandLine(DesktopTest):
@@ -34,25 +35,30 @@ class CommandLine(DesktopTest):
         printed = f"$'{self.desktop.home}/caf\\xe9'"
         paths = f"{self.second}\n{self.first}\n{self.first.parent}\n{printed}\n"
         self.check(
-            (["add", self.second, "my papers/../my papers/./file 01.txt"], (0, f"added: {self.second}\nadded: {self.first}\n", "")),
+            (["add", self.second, "my papers/../my papers/./file 01.txt"],
+             (0, f"added: {self.second}\nadded: {self.first}\n", "")),
             (["add", self.first.as_uri(), "gone", "my papers"],
-             (1, f"already on the shelf: {self.first}\nadded: {self.first.parent}\n", "stowpocket: gone: no such file, or it may not be looked at\n")),
-            (["add", "--", self.broken, "file://elsewhere/file"], (1, f"added: {printed}\n", "stowpocket: file://elsewhere/file: not a file of this machine\n")),
+             (1, f"already on the shelf: {self.first}\nadded: {self.first.parent}\n", GONE)),
+            (["add", "--", self.broken, "file://elsewhere/file"],
+             (1, f"added: {printed}\n", "stowpocket: file://elsewhere/file: not a file of this machine\n")),
             (["list"], (0, paths, "")))
         listed = self.listed()
-        self.assertEqual([item["path"] for item in listed], [str(self.second), str(self.first), str(self.first.parent), None])
-        self.assertEqual((listed[1]["url"], listed[1]["available"], listed[1]["size"]), (self.first.as_uri(), True, self.first.stat().st_size))
+        self.assertEqual([item["path"] for item in listed], [*paths.splitlines()[:3], None])
+        self.assertEqual([listed[1][key] for key in ("url", "available", "size")],
+                         [self.first.as_uri(), True, self.first.stat().st_size])
         self.stowpocket.wait_for_files(["file 02.txt", "file 01.txt", "my papers", "caf\ufffd"])
         self.check(
             (["remove", listed[0]["id"], "my papers/file 01.txt", "gone"],
-             (1, f"removed: {listed[0]['id']}\nremoved: my papers/file 01.txt\n", "stowpocket: gone: not on the shelf\n")),
+             (1, f"removed: {listed[0]['id']}\nremoved: my papers/file 01.txt\n",
+              "stowpocket: gone: not on the shelf\n")),
             (["clear"], (0, "", "")), (["list"], (0, "", "")), (["list", "--json"], (0, "[]\n", "")))
         self.assertTrue(self.first.exists() and self.broken.exists())
 
     def test_verbs_open_and_close_the_shelf(self):
         shelf = self.start("xfce4-panel")
         self.desktop.environment["DESKTOP_STARTUP_ID"] = "launcher_TIME1"
-        for verb, opens in (("show", True), ("show", True), ("toggle", False), ("quick-drop", False), ("toggle", True), ("toggle", False)):
+        for verb, opens in (("show", True), ("show", True), ("toggle", False), ("quick-drop", False), ("toggle", True),
+                            ("toggle", False)):
             with self.subTest(verb):
                 self.assertEqual(self.command(verb), (0, "", ""))
                 wait_for(lambda: bool(shelf.popover()) == opens, f"{verb} to be obeyed")
@@ -82,9 +88,10 @@ class CommandLine(DesktopTest):
         hint = "Try 'stowpocket --help' for more information.\n"
         self.check(
             *[(verb, (3, "", NOT_RUNNING)) for verb in (["list"], ["list", "--json"], ["remove", "file"], ["clear"])],
-            (["add"], (2, "", f"stowpocket: add: which files?\n{hint}")), (["show", "file"], (2, "", f"stowpocket: show: takes no files\n{hint}")),
+            (["add"], (2, "", f"stowpocket: add: which files?\n{hint}")),
+            (["show", "file"], (2, "", f"stowpocket: show: takes no files\n{hint}")),
             (["lst"], (2, "", f"stowpocket: lst is neither a verb nor a file; the nearest verb is list\n{hint}")),
-            (["add", "gone"], (1, "", "stowpocket: gone: no such file, or it may not be looked at\n")), (["list"], (3, "", NOT_RUNNING)),
+            (["add", "gone"], (1, "", GONE)), (["list"], (3, "", NOT_RUNNING)),
             (["add", self.first], (0, f"added: {self.first}\n", "")), (["list"], (0, f"{self.first}\n", "")))
         shelf.icon()
 
@@ -105,7 +112,8 @@ class CommandLine(DesktopTest):
         shelf = self.start("trayer")
         shelf.end()
         self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nowhere"
-        self.check(*[([verb], (3, "", "stowpocket: there is no session bus to reach the program on\n")) for verb in ("list", "show", "toggle")])
+        answer = 3, "", "stowpocket: there is no session bus to reach the program on\n"
+        self.check(*[([verb], answer) for verb in ("list", "show", "toggle")])
         shelf.start()
 
 

@@ -16,7 +16,7 @@ class Drop(DesktopTest):
         self.assertEqual(sorted(file.name for file in self.folder.iterdir()), self.names)
         stowpocket.wait_for_shown("Added 20 of 25 files - shelf is full")
         tile, footer = stowpocket.tile(self.names[0]), stowpocket.shown("Clear All")
-        wait_for(lambda: tile.rect().y + tile.rect().height <= footer.rect().y, "the popover to be high enough for a whole tile")
+        wait_for(lambda: tile.rect().y + tile.rect().height <= footer.rect().y, "the popover to show a whole tile")
 
     def test_open_popover_takes_files(self):
         stowpocket, window = self.offer("trayer", Thunar, 3)

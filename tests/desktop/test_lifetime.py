@@ -22,7 +22,7 @@ class Lifetime(DesktopTest):
         stowpocket.wait_for_files([file.name for file in files])
         saved = stowpocket.shelf()
         for how in (signal.SIGTERM, signal.SIGKILL):
-            with self.subTest(how.name):
+            with self.subTest(how):
                 self.assertEqual(stowpocket.end(how), 0 if how == signal.SIGTERM else -how)
                 stowpocket.start()
                 stowpocket.open_popover()
@@ -75,7 +75,8 @@ class Lifetime(DesktopTest):
             session.setenv(name, value)
         entry = self.desktop.home / "config/autostart/com.example.stowpocket.desktop"
         Gio.DesktopAppInfo.new_from_filename(str(entry)).launch([], session)
-        wait_for(lambda: any(os.path.realpath(f"/proc/{child}/exe") == moved.program for child in children_of(os.getpid())), "the program to be started")
+        wait_for(lambda: moved.program in (os.path.realpath(f"/proc/{each}/exe") for each in children_of(os.getpid())),
+                 "the program to be started")
         moved.icon()
 
 

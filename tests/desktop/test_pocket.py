@@ -72,7 +72,8 @@ class Pocket(DesktopTest):
             self.wait_until_gone()
             item = Rect(1280 - 22, 4, 20, 20)
             # The bare screen is black there, the panel is light.
-            wait_for(lambda: (pixels := sorted(x.pixels(item)))[0] < 100 and pixels[len(pixels) // 3] > 200, "the item in the panel")
+            wait_for(lambda: (pixels := sorted(x.pixels(item)))[0] < 100 and pixels[len(pixels) // 3] > 200,
+                     "the item in the panel")
             x.click(*item.centre())
             popover = x.rect(wait_for(stowpocket.popover, "the popover"))
             self.assertLess(popover.y, 60)

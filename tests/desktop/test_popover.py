@@ -51,7 +51,8 @@ class Popover(DesktopTest):
             wait_for(lambda: (sorted(x.pixels(place))[place.width * place.height] < 100) == is_dark, what)
         settings, header = x.manage("_XSETTINGS_S0"), b"\0\0\0\0\1\0\0\0\1\0\0\0"
         for theme, is_dark in ((b"Arc-Dark", True), (b"Arc.", False), (b"Arc-Dark", True)):
-            name = b"\1\0\x0d\0Net/ThemeName\0\0\0\1\0\0\0" + bytes([len(theme), 0, 0, 0]) + theme  # which fills whole words of four bytes
+            # The theme fills whole words of four bytes.
+            name = b"\1\0\x0d\0Net/ThemeName\0\0\0\1\0\0\0" + bytes([len(theme), 0, 0, 0]) + theme
             settings.change_property(x.atom("_XSETTINGS_SETTINGS"), x.atom("_XSETTINGS_SETTINGS"), 8, header + name)
             x.sync()
             wait_for_look(is_dark, f"the look of {theme}")

@@ -59,7 +59,8 @@ class QuickDrop(DesktopTest):
         wait_for(window.is_text_edited, f"{keys} to have text edited")
         clipboard.fill()
         with self.desktop.x.holding(*KEYS):
-            wait_for(lambda: not clipboard.is_held() and clipboard.text() == "precious", "the text to be copied and the clipboard to be as before")
+            wait_for(lambda: not clipboard.is_held() and clipboard.text() == "precious",
+                     "the text to be copied and the clipboard to be as before")
         self.assertEqual((self.stowpocket.filenames(), self.stowpocket.popover()), (self.names[:1], None))
 
     def test_files_of_thunar(self):
@@ -111,7 +112,7 @@ class QuickDrop(DesktopTest):
         pressed = time.monotonic()
         self.press_keys()
         # Until a quick drop has ended no other begins.
-        wait_for(lambda: clipboard.was_read(times=2) or self.press_keys(), "the quick drop to give up and the next to begin")
+        wait_for(lambda: clipboard.was_read(times=2) or self.press_keys(), "the next quick drop to begin")
         self.assertGreater(time.monotonic() - pressed, 2, "one that is not busy gets less than a second")
         window.process.send_signal(signal.SIGCONT)
         self.stowpocket.wait_for_files(self.names)

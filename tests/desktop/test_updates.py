@@ -12,8 +12,9 @@ from peers import start_panel
 from stowpocket import PROGRAM, Stowpocket
 from x_display import wait_for
 
-ITEM = """<item><s:version>{}</s:version><link>https://stowpocket.example/download</link><description>What is new</description>
-<enclosure url="https://stowpocket.example/stowpocket.AppImage" length="1" type="application/octet-stream" s:os="linux" s:edSignature=""/></item>"""
+ITEM = """<item><s:version>{}</s:version><link>https://stowpocket.example/download</link>
+<description>What is new</description><enclosure url="https://stowpocket.example/stowpocket.AppImage" length="1"
+type="application/octet-stream" s:os="linux" s:edSignature=""/></item>"""
 FEED = '<rss version="2.0" xmlns:s="http://www.andymatuschak.org/xml-namespaces/sparkle"><channel>{}</channel></rss>'
 
 
@@ -21,7 +22,8 @@ class Updates(DesktopTest):
     def serve(self):
         """Has a web server show the folder that the feed is in; its address."""
         self.feed = self.desktop.folder("feed") / "appcast.xml"
-        self.desktop.start(sys.executable, "-u", "-m", "http.server", "--bind", "127.0.0.1", "--directory", str(self.feed.parent), "0")
+        self.desktop.start(sys.executable, "-u", "-m", "http.server", "--bind", "127.0.0.1",
+                           "--directory", str(self.feed.parent), "0")
         log = self.desktop.logs / f"{Path(sys.executable).name}.log"
         return wait_for(lambda: re.search(r"http://127\.0\.0\.1:\d+/", log.read_text()), "the web server").group()
 

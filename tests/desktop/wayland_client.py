@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A client of a Wayland compositor that only sends: enough to move the pointer of a compositor that lets test programs do so."""
+"""A client of a Wayland compositor that only sends: enough to move the pointer where test programs may do so."""
 import socket
 import struct
 
@@ -7,7 +7,7 @@ DISPLAY, REGISTRY = 1, 2
 
 
 class WaylandClient:
-    """Speaks the wire protocol itself: every message is the object, the opcode and the size, then the arguments in words of 32 bits."""
+    """Speaks the wire protocol itself: a message is object, opcode and size, then the arguments in words of 32 bits."""
 
     def __init__(self, path):
         self.socket = socket.socket(socket.AF_UNIX)
@@ -34,7 +34,8 @@ class WaylandClient:
     def bind(self, interface, version):
         """Takes one of the global objects that the compositor offers."""
         made = self.new_id()
-        self.send(REGISTRY, 0, struct.pack("I", self.offered[interface]) + self.text(interface) + struct.pack("II", version, made))
+        name = struct.pack("I", self.offered[interface])
+        self.send(REGISTRY, 0, name + self.text(interface) + struct.pack("II", version, made))
         return made
 
     def sync(self):
@@ -45,7 +46,7 @@ class WaylandClient:
             pass
 
     def read_event(self):
-        """The object that the next event is from. Only the list of global objects is kept, and an error ends the test."""
+        """The object that the next event is from. Only the list of global objects is kept; an error ends the test."""
         target, opcode, size = struct.unpack("IHH", self.bytes(8))
         arguments = self.bytes(size - 8)
         if (target, opcode) == (DISPLAY, 0):

@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: MIT
 """Private desktops that are Wayland sessions, in which the program runs through XWayland.
 
-A compositor is one subclass of `WaylandDesktop`, which starts it and gives the pointer and a way to take pictures; everything else is shared.
+A compositor is one subclass of `WaylandDesktop`, which starts it and gives the pointer and a way to take pictures;
+everything else is shared.
 """
 import os
 import shutil
@@ -38,7 +39,7 @@ class XWayland(XDisplay):
 
 
 class WaylandDesktop(PrivateDesktop):
-    """`start_compositor` starts one that tells `tell_display` its X11 display, `make_pointer` and `screen_picture` reach into it."""
+    """`start_compositor` starts one that tells `tell_display` its X11 display, and the other two reach into it."""
 
     def start_screen(self):
         self.socket = self.home / "run/wayland-0"
@@ -50,45 +51,45 @@ class WaylandDesktop(PrivateDesktop):
         self.server = self.start_compositor(tell)
         wait_for(told.exists, "the compositor")
         # What many a user of Wayland has in his environment must not keep the program from XWayland.
-        self.environment |= {"WAYLAND_DISPLAY": self.socket.name, "DISPLAY": told.read_text().strip(), "QT_QPA_PLATFORM": "wayland"}
+        self.environment |= {"WAYLAND_DISPLAY": self.socket.name, "DISPLAY": told.read_text().strip(),
+                             "QT_QPA_PLATFORM": "wayland"}
         self.x = XWayland(self.environment["DISPLAY"], self.make_pointer(), self.screen_picture)
 
 
 class KwinDesktop(WaylandDesktop):
     def start_compositor(self, tell_display):
-        # The installed file has a privilege that containers refuse to give, so that it cannot be run there; a copy has none.
+        # The installed file has a privilege that containers refuse, so that it cannot be run there; a copy has none.
         program = shutil.copy("/usr/bin/kwin_wayland", self.home)
-        self.environment |= {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5", "KWIN_COMPOSE": "O2",
-                             "KWIN_WAYLAND_NO_PERMISSION_CHECKS": "1", "KWIN_SCREENSHOT_NO_PERMISSION_CHECKS": "1"}
+        self.environment |= {
+            "XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5", "KWIN_COMPOSE": "O2",
+            "KWIN_WAYLAND_NO_PERMISSION_CHECKS": "1", "KWIN_SCREENSHOT_NO_PERMISSION_CHECKS": "1"}
         width, height = self.size.split("x")
-        return self.start(program, "--virtual", "--width", width, "--height", height, "--no-lockscreen", "--no-global-shortcuts", "--xwayland",
-                          "--socket", self.socket.name, str(tell_display))
+        return self.start(program, "--virtual", "--width", width, "--height", height, "--no-lockscreen",
+                          "--no-global-shortcuts", "--xwayland", "--socket", self.socket.name, str(tell_display))
 
     def make_pointer(self):
         return KwinPointer(self.socket)
 
     def screen_picture(self):
         """KWin writes the pixels into a pipe while it answers."""
-        bus = Gio.DBusConnection.new_for_address_sync(
-            self.environment["DBUS_SESSION_BUS_ADDRESS"], Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
         reading, writing = os.pipe()
         written = []
         with os.fdopen(reading, "rb") as pipe:
             reader = threading.Thread(target=lambda: written.append(pipe.read()))
             reader.start()
             descriptors = Gio.UnixFDList.new_from_array([writing])  # takes the descriptor
-            answer, _ = bus.call_with_unix_fd_list_sync(
-                "org.kde.KWin", "/org/kde/KWin/ScreenShot2", "org.kde.KWin.ScreenShot2", "CaptureWorkspace",
-                GLib.Variant("(a{sv}h)", ({"include-cursor": GLib.Variant("b", True)}, 0)), None, Gio.DBusCallFlags.NONE, 20000, descriptors, None)
+            arguments = GLib.Variant("(a{sv}h)", ({"include-cursor": GLib.Variant("b", True)}, 0))
+            answer, _ = self.bus.connection.call_with_unix_fd_list_sync(
+                "org.kde.KWin", "/org/kde/KWin/ScreenShot2", "org.kde.KWin.ScreenShot2", "CaptureWorkspace", arguments,
+                None, Gio.DBusCallFlags.NONE, 20000, descriptors, None)
             del descriptors
             reader.join()
-        bus.close_sync(None)
         about = answer.unpack()[0]
         return Image.frombytes("RGB", (about["width"], about["height"]), written[0], "raw", "BGRX", about["stride"])
 
 
 class WaylandWindow:
-    """A Wayland program's window over the whole screen. Files can be dropped on it everywhere, and those of `folder` be dragged out of it."""
+    """A Wayland program's window over the whole screen, which takes drops and lets the files of `folder` be dragged."""
 
     def __init__(self, desktop, folder):
         self.log = desktop.logs / "window"

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The program behind `WaylandWindow`: a window that drags the files of a folder, takes drops, and tells in a log what happens to it."""
+"""The program behind `WaylandWindow`: it drags the files of a folder, takes drops, and writes down what happens."""
 import sys
 from pathlib import Path
 
@@ -20,7 +20,8 @@ def tell(line):
 window, area = Gtk.Window(title="a Wayland window"), Gtk.EventBox()
 window.add(area)
 area.drag_source_set(Gdk.ModifierType.BUTTON1_MASK, uri_list, Gdk.DragAction.COPY)
-area.connect("drag-data-get", lambda _, context, data, *rest: data.set_uris([file.as_uri() for file in sorted(folder.iterdir())]))
+area.connect("drag-data-get",
+             lambda _, context, data, *rest: data.set_uris([file.as_uri() for file in sorted(folder.iterdir())]))
 area.connect("drag-begin", lambda *_: tell("drag begun"))
 area.connect("drag-end", lambda *_: tell("drag ended"))
 area.drag_dest_set(Gtk.DestDefaults.ALL, uri_list, Gdk.DragAction.COPY)

@@ -66,7 +66,8 @@ class XDisplay:
         return found and found.value
 
     def title(self, window):
-        return (self.property(window, "_NET_WM_NAME") or self.property(window, "WM_NAME") or b"").decode(errors="replace")
+        name = self.property(window, "_NET_WM_NAME") or self.property(window, "WM_NAME") or b""
+        return name.decode(errors="replace")
 
     def titled(self, is_wanted):
         """All windows with a title that is wanted, those nearest to the root first."""

@@ -60,7 +60,7 @@ class BundleTest(unittest.TestCase):
         self.assertEqual(services, [self.info['CFBundleIdentifier'] + suffix for suffix in ('-spks', '-spki')])
 
     def test_the_disk_image_script_is_a_script(self):
-        said = subprocess.run(['bash', '-n', PACKAGING / 'disk-image'], capture_output=True, text=True)
+        said = subprocess.run(['bash', '-n', PACKAGING / 'disk-image'], capture_output=True, text=True, check=False)
         self.assertEqual(said.returncode, 0, said.stderr)
 
 

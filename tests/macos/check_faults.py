@@ -18,9 +18,9 @@ def verify(text, architecture, *options, system=mac_clang.OLDEST_SYSTEM):
     with tempfile.TemporaryDirectory() as folder:
         source = pathlib.Path(folder) / 'faults.mm'
         source.write_text(text)
-        return mac_clang.run([*mac_clang.command(architecture, system), *mac_clang.WARNINGS, *options, '-ferror-limit=0',
-                              *mac_clang.OBJECTIVE_CXX, '-fsyntax-only', '-Xclang', '-verify', '-Xclang',
-                              '-verify-ignore-unexpected=note', source])
+        return mac_clang.run([*mac_clang.command(architecture, system), *mac_clang.WARNINGS, *options,
+                              '-ferror-limit=0', *mac_clang.OBJECTIVE_CXX, '-fsyntax-only',
+                              '-Xclang', '-verify', '-Xclang', '-verify-ignore-unexpected=note', source])
 
 
 class FaultsTest(unittest.TestCase):
@@ -47,7 +47,8 @@ class FaultsTest(unittest.TestCase):
         self.assertIn('expected but not seen', str(verify(repaired, 'arm64')))
 
     def test_passes_clean_lines(self):
-        clean = '#import <AppKit/AppKit.h>\nvoid f(NSPopover* p) { [p performClose:nil]; }\n// expected-no-diagnostics\n'
+        code = 'void f(NSPopover* p) { [p performClose:nil]; }'
+        clean = f'#import <AppKit/AppKit.h>\n{code}\n// expected-no-diagnostics\n'
         self.assertIs(verify(clean, 'x86_64'), True)
 
     def test_finds_a_block_that_keeps_a_reference(self):

@@ -92,4 +92,4 @@ def main(folder):
 
 
 if __name__ == '__main__':
-    sys.exit(1 if main(*sys.argv[1:]) else 0)
+    sys.exit(1 if main(sys.argv[1]) else 0)

@@ -44,7 +44,8 @@ def refused(words, sources, options):
 def kept_references(words, source):
     """A block copies what it captures, but of a reference the address: of a value that may be gone when it runs."""
     dump = ['-fsyntax-only', '-Xclang', '-ast-dump', '-Xclang', '-ast-dump-filter=towpocket']
-    tree = subprocess.run([str(word) for word in [*words, *dump, source]], capture_output=True, text=True, check=True).stdout
+    command = [str(word) for word in [*words, *dump, source]]
+    tree = subprocess.run(command, capture_output=True, text=True, check=True).stdout
     kept = re.findall(r"-capture (?:nested )?(?:ParmVar|Var) 0x\w+ '(\w+)' '[^']*&'", tree)
     return sorted({f'{source.name}: a block keeps the reference {name}' for name in kept})
 

@@ -50,7 +50,8 @@ def theirs():
 
 
 def values_of_both(own, witness):
-    pairs = {name: (value, witness.constants.get(FORMER_NAMES.get(name, name))) for name, value in own.constants.items()}
+    pairs = {name: (value, witness.constants.get(FORMER_NAMES.get(name, name)))
+             for name, value in own.constants.items()}
     return {name: pair for name, pair in pairs.items() if pair[1] is not None}
 
 

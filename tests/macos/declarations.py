@@ -13,7 +13,8 @@ ARGUMENT = re.compile(r"'([^']*)'(?::'([^']*)')?[\w ]*$")
 NAMED = re.compile(r"'(\w+)'")
 
 # Nullability, ownership and tags, which only one of two headers may have.
-QUALIFIER = re.compile(r'\b(_Nonnull|_Nullable|__autoreleasing|__strong|__unsafe_unretained|__kindof|const|enum|struct)\b')
+QUALIFIER = re.compile(r'\b(_Nonnull|_Nullable|__autoreleasing|__strong|__unsafe_unretained|__kindof|const|enum|'
+                       r'struct)\b')
 
 
 def plain(type_name):
@@ -33,8 +34,8 @@ class Interface:
 
 class Declarations:
     def __init__(self, command, source):
-        printed = subprocess.run([*command, '-fsyntax-only', '-w', '-fno-color-diagnostics', '-Xclang', '-ast-dump', '-'],
-                                 input=source, capture_output=True, text=True)
+        options = ['-fsyntax-only', '-w', '-fno-color-diagnostics', '-Xclang', '-ast-dump', '-']
+        printed = subprocess.run([*command, *options], input=source, capture_output=True, text=True, check=False)
         if printed.returncode != 0:
             raise RuntimeError(printed.stderr)
         self.interfaces = {}

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
-// What the type check must refuse. Each marked line has one mistake that was made, or could be, in an adapter; clang's
-// own -verify fails when a marked line passes, or when any other line is refused.
-// clang-format off: a mark belongs to its line
+// What the type check must refuse. Each marked line has one mistake that was made, or could be, in an adapter;
+// clang's own -verify fails when a marked line passes, or when any other line is refused.
+
+// A mark stays on its line.
+// clang-format off
 #import <AppKit/AppKit.h>
 #import <Carbon/Carbon.h>
 #import <QuickLookThumbnailing/QuickLookThumbnailing.h>

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 """Prints what other programs that live in the tray cost beside ours, each on the same private desktop, in one table.
 
-    bench/peers.py [BUILD]     BUILD: a build of the release preset, build/release by default
+    bench/tray_programs.py [BUILD]     BUILD: a build of the release preset, build/release by default
 
 Only what is installed is measured. Three rounds in turns, so that a busy moment of the machine meets all; medians.
 """
@@ -22,8 +22,9 @@ PEERS = {
     "xfce4-clipman": (["xfce4-clipman"], {}),
     "flameshot": (["flameshot"], {"flameshot/flameshot.ini": "[General]\nshowStartupLaunchMessage=false\n"}),
     "keepassxc": (["keepassxc", "--pw-stdin"], {
-        "keepassxc/keepassxc.ini": "[General]\nConfigVersion=2\nUpdateCheckMessageShown=true\n[GUI]\nCheckForUpdates=false\n"
-                                   "MinimizeOnStartup=true\nMinimizeToTray=true\nShowTrayIcon=true\n"}),
+        "keepassxc/keepassxc.ini": "[General]\nConfigVersion=2\nUpdateCheckMessageShown=true\n"
+                                   "[GUI]\nCheckForUpdates=false\nMinimizeOnStartup=true\n"
+                                   "MinimizeToTray=true\nShowTrayIcon=true\n"}),
     "copyq": (["copyq"], {}),
 }
 
@@ -79,7 +80,8 @@ def main():
     for _ in range(ROUNDS):
         for name, (command, settings) in programs.items():
             rounds[name].append(one_round(build, name, command, settings))
-    print(f"| program | start to tray, ms | PSS, MB | private, MB | wake-ups in {IDLE_SECONDS} idle s |\n|---|---|---|---|---|")
+    print(f"| program | start to tray, ms | PSS, MB | private, MB | wake-ups in {IDLE_SECONDS} idle s |")
+    print("|---|---|---|---|---|")
     for name, taken in rounds.items():
         start, pss, private, woken = (median(column) for column in zip(*taken, strict=True))
         print(f"| {name} | {cell(start)} | {cell(pss)} | {cell(private)} | {cell(woken, 0)} |", flush=True)
