@@ -31,6 +31,12 @@ TEST_F(AppDelegateTest, launchesInOrderAndOpensTheFirstRunWindow) {
     EXPECT_EQ(dispatch.backgroundCount(), 1u) << "the first look for missing files";
 }
 
+TEST_F(AppDelegateTest, aLoginItemThatIsOnStaysOnAllTheWhile) {
+    loginItem.current = LoginItem::Status::enabled;
+    app->applicationDidFinishLaunching();
+    EXPECT_EQ(std::ranges::count(log, "login item off"), 0);
+}
+
 TEST_F(AppDelegateTest, aCopyInTheApplicationsFolderPutsItsInstallerImageAway) {
     bundle.bundleURL = *FileURL::fromPath("/Applications/stowpocket.app");
     launch();

@@ -23,6 +23,7 @@ class FakeSerialQueue : public SerialQueue {
 public:
     FakeSerialQueue(FakeDispatch& dispatch, std::string label) : dispatch_(dispatch), label_(std::move(label)) {}
     void sync(const std::function<void()>& work) override {
+        ++dispatch_.queuedWork;
         while (runNext(*waiting_)) {
         }
         work();

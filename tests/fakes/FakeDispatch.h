@@ -45,6 +45,8 @@ public:
     /// How often a timer ran, or work was brought to the main queue: what a program at rest wakes up for.
     int wakeUps = 0;
     std::vector<std::string> queueLabels;
+    /// How often somebody waited for work of a queue.
+    int queuedWork = 0;
     /// Whoever waits for work of a queue waits in vain, and for how long at most.
     bool queuesHang = false;
     std::chrono::milliseconds longestWait{0};

@@ -172,6 +172,7 @@ TEST_F(PersistedShelfTest, anyPathComesBackAsItIsOrAsOneFromTheRoot) {
     files.add(path);
     files.unbookmarkable = {path};
     manager->addFiles(std::vector{*FileURL::fromPath(path)});
+    EXPECT_EQ(names(), std::vector<std::string>{"caf\xEF\xBF\xBD \xEF\xBF\xBD"});
     EXPECT_EQ(*storedEntry(0).at("fallbackPath").string(), "/caf\xEF\xBF\xBD \xEF\xBF\xBD");
     restart();
     EXPECT_EQ(manager->items().at(0).fileURL.path(), path);

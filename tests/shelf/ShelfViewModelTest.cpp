@@ -23,8 +23,8 @@ protected:
 
 TEST_F(ShelfViewModelTest, saysHowManyFilesDidNotFit) {
     addFiles(18);
-    viewModel->addFileURLs(makeFiles(5, 100));
-    EXPECT_EQ(viewModel->capacityMessage(), "Added 2 of 5 files - shelf is full");
+    viewModel->addFileURLs(makeFiles(7, 100));
+    EXPECT_EQ(viewModel->capacityMessage(), "Added 2 of 7 files - shelf is full");
     viewModel->addFileURLs(makeFiles(1, 200));
     EXPECT_EQ(viewModel->capacityMessage(), "Added 0 of 1 files - shelf is full");
     viewModel->addFileURLs(makeFiles(1, 300));
@@ -61,11 +61,15 @@ TEST_F(ShelfViewModelTest, addsADropWhenAllOfItHasLoadedInTheOrderOfLoading) {
     EXPECT_TRUE(manager->items().empty()) << "added on the main queue";
     dispatch.runAll();
     EXPECT_EQ(names(), (std::vector<std::string>{"two", "one"}));
+    EXPECT_EQ(dispatch.queuedWork, 2) << "sources may answer on threads of their own";
 }
 
 TEST_F(ShelfViewModelTest, contentsWithoutAFileAreCopiedIntoTheSpoolFolder) {
     files.add("/tmp/picture.png", "first");
-    drop(FakeItemProvider::withContents("public.png", "/tmp/picture.png"))->finish();
+    const auto picture = FakeItemProvider::withContents("public.png", "/tmp/picture.png");
+    picture->types.emplace_back("public.data");
+    drop(picture)->finish();
+    EXPECT_EQ(picture->askedType, "public.png");
     files.add("/tmp/picture.png", "second");
     const auto untyped = drop(FakeItemProvider::withContents("", "/tmp/picture.png"));
     EXPECT_EQ(untyped->askedType, "public.item");

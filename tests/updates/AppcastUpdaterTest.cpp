@@ -141,6 +141,7 @@ TEST_F(AppcastUpdaterTest, aCheckByTheUserShowsWhatGoesOnUnseenAndHowItEnds) {
     EXPECT_EQ(window.timesInFront, 1);
     answerWith("1.0");
     EXPECT_EQ(title(), "You're up to date!");
+    EXPECT_EQ(presentationOf(*window.shown).message, "stowpocket 2.0 is the latest version.");
     window.choices.emit(UpdateChoice::later);
     updater->checkForUpdates();
     worker.listDone(UpdateFailure::unreadableList);

@@ -30,7 +30,8 @@ protected:
     static Dictionary image(const char* path, const char* mountPoint) {
         return {{"image-path", path},
                 {"system-entities",
-                 Array{"rubbish", Dictionary{{"dev-entry", "disk4"}}, Dictionary{{"mount-point", mountPoint}}}}};
+                 Array{"rubbish", Dictionary{{"dev-entry", "disk4"}}, Dictionary{{"mount-point", "/Volumes/EFI"}},
+                       Dictionary{{"mount-point", mountPoint}}}}};
     }
 
     CallLog log;
@@ -62,6 +63,7 @@ TEST_F(InstallerImageCleanupTest, onlyACopyInAnApplicationsFolderLooks) {
     for (const auto& [bundle, looks] : {std::pair("/Applications/stowpocket.app", true),
                                         {"/ApplicationsBackup/stowpocket.app", true},
                                         {"/home/user/Applications/stowpocket.app", true},
+                                        {"/home/user/ApplicationsBackup/stowpocket.app", true},
                                         {"/Volumes/stowpocket/stowpocket.app", false}}) {
         cleanUp(bundle);
         EXPECT_EQ(log, looks ? onlyAsked : CallLog()) << bundle;

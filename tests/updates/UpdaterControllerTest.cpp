@@ -73,7 +73,7 @@ TEST_F(UpdaterControllerTest, onlyAFeedThatListsAVersionReachesTheFramework) {
     EXPECT_EQ(outcome(200, "<rss><item foo=\"1\"/></rss>"), "update window");
     for (const char* const body : {"", "<rss><items/></rss>", "<ITEM>", "<item>\xff"})
         EXPECT_EQ(outcome(200, body), "up to date") << body;
-    for (const std::optional<int> status : {std::optional(404), {}})
+    for (const std::optional<int> status : {std::optional(404), {204}, {302}, {}})
         EXPECT_EQ(outcome(status, "<item>"), "up to date");
     controller->checkForUpdates();
     feed.completion(std::nullopt);

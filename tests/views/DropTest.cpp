@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QDropEvent>
+#include <QTest>
 #include <QUrl>
 
 namespace stowpocket {
@@ -13,6 +14,11 @@ class DropTest : public testing::Test, protected ShelfViewFixture {
 protected:
     [[nodiscard]] QWidget& target() const { return *visible<ShelfContentView>(*view)[0]; }
     [[nodiscard]] bool isHighlighted() const { return visible<DropZoneView>(*view)[0]->isTargeted(); }
+
+    /// Of the drop zone.
+    [[nodiscard]] int blueAt(QPoint place) const {
+        return visible<DropZoneView>(*view)[0]->grab().toImage().pixelColor(place).blue();
+    }
 
     static std::unique_ptr<QMimeData> urls(const QStringList& texts) {
         auto data = std::make_unique<QMimeData>();
@@ -47,6 +53,9 @@ TEST_F(DropTest, filesLandOnTheShelf) {
     const auto data = urls({QStringLiteral("file:///files/0.txt"), QStringLiteral("file:///files/1.txt")});
     EXPECT_TRUE(enter(*data));
     EXPECT_TRUE(isHighlighted());
+    const int tinted = 220;  // of the window's 239, below orange at 8 %
+    EXPECT_TRUE(QTest::qWaitFor([&] { return blueAt({60, 20}) <= tinted; }, 1000)) << "within a moment";
+    EXPECT_EQ(blueAt({60, 20}), tinted);
     EXPECT_TRUE(drop(*data));
     EXPECT_FALSE(isHighlighted());
     EXPECT_EQ(names(), (std::vector<std::string>{"0.txt", "1.txt"}));

@@ -100,6 +100,11 @@ TEST(PictureTest, theShelfLooksAsItShould) {
     const std::pair<std::string, Scene> scenes[] = {
         {"empty", [](ShelfViewFixture&) {}},
         {"three", [](ShelfViewFixture& shelf) { shelf.addThreeFiles(); }},
+        {"notice",
+         [](ShelfViewFixture& shelf) {
+             shelf.preferences.setValue(shelfCapacityKey, 3);
+             shelf.addThreeFiles();
+         }},
         {"missing",
          [](ShelfViewFixture& shelf) {
              shelf.addThreeFiles();
@@ -138,6 +143,12 @@ TEST(PictureTest, everyTabOfTheSettingsLooksAsItShould) {
             window.settings->setFocus();
             expectLooksLike(window.host, std::string("settings-") + name + suffix);
         }
+        QTest::mouseClick(named<PaintedButton>(*window.settings, QStringLiteral("General")), Qt::LeftButton);
+        window.preferences.setValue(preferenceKey::quickDropKeyCode, 1);
+        ShortcutButton* const shortcut = visible<ShortcutButton>(*window.settings)[0];
+        shortcut->click();
+        expectLooksLike(window.host, std::string("settings-recording") + suffix);
+        shortcut->click();
     }
 }
 
@@ -148,9 +159,9 @@ TEST(PictureTest, theFirstRunLooksAsItShould) {
     moving.clock->advance(Seconds(1.2));
     expectLooksLike(moving.view, "onboarding-welcome");
 
-    OnboardingFixture still(OnboardingView::MotionWish::reduced);
-    still.button("Get Started")->click();
-    expectLooksLike(still.view, "onboarding-closing");
+    moving.button("Get Started")->click();
+    moving.clock->advance(Seconds(2.3 + 2.0 / 2));
+    expectLooksLike(moving.view, "onboarding-closing");  // the light is half across the button
 }
 
 }  // namespace

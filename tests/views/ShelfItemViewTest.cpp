@@ -47,11 +47,17 @@ TEST_F(ShelfItemViewTest, theRemoveButtonIsThereOnlyUnderThePointer) {
     addFiles(2);
     open();
     EXPECT_EQ(button(*view, "Remove from shelf"), nullptr);
+    const QImage atRest = tile().grab().toImage();
     enter(tile());
     Button* const remove = button(tile(), "Remove from shelf");
     ASSERT_NE(remove, nullptr);
     EXPECT_EQ(remove->toolTip(), QLatin1String("Remove from shelf"));
     EXPECT_EQ(remove->geometry().topRight(), QPoint(63, 6)) << "the picture's corner";
+    const QImage hovered = tile().grab().toImage();
+    EXPECT_GT(hovered.pixelColor(4, 40).blue(), atRest.pixelColor(4, 40).blue()) << "the ground is lit";
+    const QRect disc = remove->geometry();
+    EXPECT_EQ(hovered.pixelColor(disc.center()), QColor(Qt::white)) << "a white cross";
+    EXPECT_EQ(hovered.pixelColor(disc.center().x(), disc.top() + 4).blue(), 0x15) << "on red";
     leave(tile());
     EXPECT_EQ(button(*view, "Remove from shelf"), nullptr);
 }
