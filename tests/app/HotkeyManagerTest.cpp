@@ -17,8 +17,7 @@ protected:
 
     using Registered = FakeHotkeyService::Registered;
 
-    CallLog log;
-    FakeHotkeyService service{log};
+    FakeHotkeyService service;
     LayeredPreferenceStore preferences;
     NotificationCenter notifications;
     std::string posted;

@@ -43,14 +43,14 @@ TEST_F(ShelfCommandsTest, addTellsTheFateOfEveryURL) {
     add({"file:///a", "https://host/a", "file:///a", "file:///b", "/c", "", "file:///" + std::string(60'000, 'x')});
     EXPECT_EQ(answer, (Added{AddOutcome::added, AddOutcome::malformed, AddOutcome::alreadyOnShelf, AddOutcome::added,
                              AddOutcome::malformed, AddOutcome::malformed, AddOutcome::malformed}));
-    EXPECT_EQ(log, CallLog()) << "a script that adds files opens nothing";
+    EXPECT_EQ(opening(), "none") << "a script that adds files opens nothing";
 
     add({"file:///b", "file:///c", "file:///d", "file:///d"});
     EXPECT_EQ(answer,
               (Added{AddOutcome::alreadyOnShelf, AddOutcome::added, AddOutcome::shelfFull, AddOutcome::shelfFull}));
     EXPECT_EQ(staged(), (std::vector<std::string>{"a", "b", "c"}));
     EXPECT_EQ(app->shelfViewModel().capacityMessage(), "Added 3 of 4 files - shelf is full");
-    EXPECT_EQ(log.front(), "show") << "the message is to be seen";
+    EXPECT_EQ(opening(), "animated") << "the message is to be seen";
     commands->perform(ShelfAction::clear, {}, [](const Problem&) {});
     EXPECT_TRUE(shelf().items().empty());
     EXPECT_FALSE(app->shelfViewModel().capacityMessage());
@@ -102,9 +102,9 @@ TEST_F(ShelfCommandsTest, answersWhenTheChangeIsSavedOrCannotBe) {
     };
     show();
     EXPECT_EQ(problems.size(), 4u) << "there is nothing to save";
-    log.clear();
+    opening();
     show();
-    EXPECT_EQ(log, (CallLog{"key", "activate"})) << "another program may have the keyboard";
+    EXPECT_EQ(opening(), "animated") << "another program may have the keyboard";
 }
 
 TEST_F(ShelfCommandsTest, removesByEitherName) {

@@ -10,19 +10,18 @@ namespace stowpocket {
 
 /// The whole application on fakes, before its launch.
 struct AppFixture : ShelfFixture {
-    CallLog log;
     FakeStatusBar statusBar;
-    FakeViewFactory views{log};
-    FakeApplication application{log};
+    FakeViewFactory views;
+    FakeApplication application;
     FakeEventMonitors monitors;
-    FakeHotkeyService hotkeyService{log};
+    FakeHotkeyService hotkeyService;
     FakeSelection selection;
-    FakeLoginItem loginItem{log};
+    FakeLoginItem loginItem;
     FakeVolumes volumes;
     std::optional<HotkeyManager> hotkeys;
     FakeFeedSession feed;
     FakeAlerts alerts;
-    FakeImageTool imageTool{log};
+    FakeImageTool imageTool;
     MainBundle bundle{*FileURL::fromPath("/usr/bin/stowpocket"), {}};
     std::shared_ptr<AppDelegate> app =
         AppDelegate::make({.shelf = services,
@@ -35,7 +34,7 @@ struct AppFixture : ShelfFixture {
                            .volumes = volumes,
                            .sharedHotkeyManager = [this]() -> HotkeyManager& { return sharedHotkeys(); },
                            .updates = {preferences, feed, alerts, dispatch, bundle,
-                                       [this] { return std::make_unique<FakeUpdateFramework>(log); }},
+                                       [this] { return std::make_unique<FakeUpdateFramework>(); }},
                            .installerImage = {dispatch, imageTool, imageTool, files, imageTool}});
 
     [[nodiscard]] HotkeyManager& sharedHotkeys() {
@@ -43,14 +42,20 @@ struct AppFixture : ShelfFixture {
             hotkeys.emplace(hotkeyService, preferences, notifications);
         return *hotkeys;
     }
-    /// Launches as on every day but the first, and forgets how.
+    /// Launches as on every day but the first.
     void launch() {
         preferences.setValue(preferenceKey::onboardingShown, true);
         app->applicationDidFinishLaunching();
         dispatch.runAll();
-        log.clear();
     }
     [[nodiscard]] ShelfManager& shelf() const { return app->shelfViewModel().shelfManager(); }
+    /// How the shelf came up since the last look, with the keyboard.
+    std::string opening() {
+        FakePopover& popover = *views.popover;
+        const bool isUp = popover.isOpen && std::exchange(popover.isKey, false) &&
+                          std::exchange(application.isActive, false) && popover.animates;
+        return !isUp ? "none" : popover.wasAnimated ? "animated" : "at once";
+    }
     [[nodiscard]] DraggingDestination& dropView() const { return *statusBar.button->dropView; }
 };
 

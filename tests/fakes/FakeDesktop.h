@@ -6,21 +6,10 @@
 #include "services/Windows.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace stowpocket {
-
-/// What happened on the desktop, call by call, in order.
-using CallLog = std::vector<std::string>;
-
-/// A fake that notes its calls there.
-class Logging {
-public:
-    explicit Logging(CallLog& log) : log_(log) {}
-
-protected:
-    CallLog& log_;
-};
 
 class FakePasteboard : public DraggingPasteboard {
 public:
@@ -76,88 +65,78 @@ private:
     };
 };
 
-class FakePopover : public Popover, Logging {
+class FakePopover : public Popover {
 public:
-    using Logging::Logging;
-    [[nodiscard]] bool isShown() const override { return shown_; }
-    void setAnimates(bool animates) override { log_.push_back(animates ? "animates" : "no animation"); }
+    [[nodiscard]] bool isShown() const override { return isOpen; }
+    void setAnimates(bool newAnimates) override { animates = newAnimates; }
     void show(StatusItemButton&) override {
-        if (!hasPlace)
-            return;
-        shown_ = true;
-        log_.push_back("show");
+        isOpen = hasPlace;
+        wasAnimated = animates;
     }
-    void makeKey() override { log_.push_back("key"); }
-    void performClose() override {
-        shown_ = false;
-        log_.push_back("close");
-    }
+    void makeKey() override { isKey = true; }
+    void performClose() override { isOpen = isKey = false; }
 
     bool hasPlace = true;
-
-private:
-    bool shown_ = false;
+    bool isOpen = false;
+    bool isKey = false;
+    bool animates = true;
+    bool wasAnimated = false;
 };
 
-class FakeWindow : public Window, Logging {
+class FakeWindow : public Window {
 public:
-    FakeWindow(CallLog& log, std::string name) : Logging(log), name_(std::move(name)) {}
-    ~FakeWindow() override { log_.push_back(name_ + " gone"); }
-    [[nodiscard]] bool isVisible() const override { return visible_; }
-    void center() override { log_.push_back(name_ + " center"); }
-    void makeKeyAndOrderFront() override {
-        visible_ = true;
-        log_.push_back(name_ + " front");
-    }
-    void orderFrontRegardless() override { log_.push_back(name_ + " front of all"); }
-    void close() override {
-        visible_ = false;
-        log_.push_back(name_ + " close");
-    }
+    [[nodiscard]] bool isVisible() const override { return isOpen; }
+    void center() override { isCentred = true; }
+    void makeKeyAndOrderFront() override { isOpen = true; }
+    void orderFrontRegardless() override { isInFrontOfAll = true; }
+    void close() override { isOpen = false; }
 
-private:
-    const std::string name_;
-    bool visible_ = false;
+    bool isOpen = false;
+    bool isCentred = false;
+    bool isInFrontOfAll = false;
 };
 
-class FakeViewFactory : public ViewFactory, Logging {
+class FakeViewFactory : public ViewFactory {
 public:
-    using Logging::Logging;
-    [[nodiscard]] std::unique_ptr<Popover> makeShelfPopover(std::shared_ptr<ShelfViewModel> viewModel,
+    [[nodiscard]] std::unique_ptr<Popover> makeShelfPopover(std::shared_ptr<ShelfViewModel>,
                                                             std::function<void()> newOnOpenSettings,
                                                             std::function<void()> newOnQuit) override {
-        shelfViewModel = std::move(viewModel);
         onOpenSettings = std::move(newOnOpenSettings);
         onQuit = std::move(newOnQuit);
-        log_.push_back("popover");
-        auto made = std::make_unique<FakePopover>(log_);
-        popover = made.get();
-        return made;
+        return made(popover);
     }
     [[nodiscard]] std::unique_ptr<Window> makeSettingsWindow(std::shared_ptr<ShelfViewModel>,
                                                              std::shared_ptr<UpdaterController>) override {
-        auto window = std::make_unique<FakeWindow>(log_, "settings");
-        settingsWindow = window.get();
-        return window;
+        return made(settingsWindow);
     }
     [[nodiscard]] std::unique_ptr<Window> makeOnboardingWindow(PreferenceStore&,
                                                                std::function<void()> newOnComplete) override {
         onComplete = std::move(newOnComplete);
-        return std::make_unique<FakeWindow>(log_, "onboarding");
+        return made(onboardingWindow);
     }
-    std::shared_ptr<ShelfViewModel> shelfViewModel;
     std::function<void()> onOpenSettings;
     std::function<void()> onQuit;
     std::function<void()> onComplete;
+    /// The latest of each kind, which its owner may have destroyed.
     FakePopover* popover = nullptr;
     FakeWindow* settingsWindow = nullptr;
+    FakeWindow* onboardingWindow = nullptr;
+
+private:
+    template <class View>
+    static std::unique_ptr<View> made(View*& latest) {
+        auto view = std::make_unique<View>();
+        latest = view.get();
+        return view;
+    }
 };
 
-class FakeApplication : public Application, Logging {
+class FakeApplication : public Application {
 public:
-    using Logging::Logging;
-    void activate() override { log_.push_back("activate"); }
-    void terminate() override { log_.push_back("terminate"); }
+    void activate() override { isActive = true; }
+    void terminate() override { isTerminated = true; }
+    bool isActive = false;
+    bool isTerminated = false;
 };
 
 }  // namespace stowpocket

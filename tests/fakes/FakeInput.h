@@ -55,9 +55,8 @@ public:
     std::uint32_t pressed = 0;
 };
 
-class FakeHotkeyService : public HotkeyService, Logging {
+class FakeHotkeyService : public HotkeyService {
 public:
-    using Logging::Logging;
     struct Registered {
         std::uint32_t keyCode;
         std::uint32_t modifiers;
@@ -68,7 +67,6 @@ public:
     void installEventHandler(Handler newHandler) override { handler = std::move(newHandler); }
     [[nodiscard]] std::unique_ptr<HotkeyRegistration> registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                                      HotkeyIdentifier identifier) override {
-        log_.push_back("hotkey " + std::to_string(identifier.id));
         if (refuses)
             return nullptr;
         registered.push_back({keyCode, modifiers, identifier});
@@ -84,19 +82,19 @@ public:
     HotkeySource currentSource = HotkeySource::windowSystem;
 };
 
-class FakeLoginItem : public LoginItem, Logging {
+class FakeLoginItem : public LoginItem {
 public:
-    using Logging::Logging;
     [[nodiscard]] Status status() const override { return current; }
-    [[nodiscard]] bool registerItem() override { return change("login item on", Status::enabled); }
-    [[nodiscard]] bool unregisterItem() override { return change("login item off", Status::notRegistered); }
+    [[nodiscard]] bool registerItem() override { return change(Status::enabled); }
+    [[nodiscard]] bool unregisterItem() override { return change(Status::notRegistered); }
 
     Status current = Status::notRegistered;
+    int changes = 0;
     bool fails = false;
 
 private:
-    bool change(const std::string& call, Status status) {
-        log_.push_back(call);
+    bool change(Status status) {
+        ++changes;
         if (!fails)
             current = status;
         return !fails;

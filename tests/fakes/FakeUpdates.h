@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "fakes/FakeDesktop.h"
 #include "services/Files.h"
 #include "services/MainBundle.h"
 #include "services/Processes.h"
@@ -12,17 +11,17 @@
 
 namespace stowpocket {
 
-class FakeUpdateFramework : public UpdateFramework, Logging {
+class FakeUpdateFramework : public UpdateFramework {
 public:
-    using Logging::Logging;
     [[nodiscard]] bool canCheckForUpdates() const override { return true; }
     [[nodiscard]] Signal<bool>& canCheckForUpdatesChanged() override { return changed; }
-    void setAutomaticallyDownloadsUpdates(bool automatically) override {
-        log_.push_back(automatically ? "downloads by itself" : "asks before downloads");
-    }
-    void checkForUpdates() override { log_.push_back("update window"); }
+    void setAutomaticallyDownloadsUpdates(bool automatically) override { downloads = automatically; }
+    void checkForUpdates() override { ++windows; }
 
     Signal<bool> changed;
+    /// None until it was told.
+    std::optional<bool> downloads;
+    int windows = 0;
 };
 
 /// Keeps each request until the test answers it.
@@ -48,33 +47,32 @@ public:
 };
 
 /// A disk-image tool that answers what the test says, and a parser for that answer.
-class FakeImageTool : public ChildProcess, public PropertyListParser, public Trash, Logging {
+class FakeImageTool : public ChildProcess, public PropertyListParser, public Trash {
 public:
-    using Logging::Logging;
     [[nodiscard]] std::optional<Bytes> run(const std::string& executable,
                                            const std::vector<std::string>& arguments) override {
-        std::string call = executable;
+        done.push_back(executable);
         for (const std::string& argument : arguments)
-            call += " " + argument;
-        log_.push_back(call);
+            done.back() += " " + argument;
         const bool runs = canRun && (canDetach || arguments.front() != "detach");
         return runs ? std::optional(Bytes{}) : std::nullopt;
     }
     [[nodiscard]] std::optional<PropertyValue> parse(const Bytes&) override { return info; }
     [[nodiscard]] bool trashItem(const FileURL& url) override {
-        log_.push_back("trash " + url.path());
+        done.push_back("trash " + url.path());
         return true;
     }
 
+    std::vector<std::string> done;
     bool canRun = true;
     bool canDetach = true;
     std::optional<PropertyValue> info;
 };
 
 /// Notes what it is to do and keeps the completion until the test answers.
-class FakeUpdateWorker : public UpdateWorker, Logging {
+class FakeUpdateWorker : public UpdateWorker {
 public:
-    using Logging::Logging;
+    explicit FakeUpdateWorker(std::vector<std::string>& log) : log_(log) {}
     void readList(const std::string& url, const std::string& key, ListDone newDone) override {
         log_.push_back("list " + url + " " + key);
         listDone = std::move(newDone);
@@ -100,6 +98,9 @@ public:
     TextDone notesDone;
     Progress progress;
     Done done;
+
+private:
+    std::vector<std::string>& log_;
 };
 
 class FakeUpdateWindow : public UpdateWindow {

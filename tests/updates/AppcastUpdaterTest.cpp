@@ -13,6 +13,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
+using CallLog = std::vector<std::string>;
+
 class AppcastUpdaterTest : public testing::Test {
 protected:
     AppcastUpdaterTest() { start(); }

@@ -17,14 +17,14 @@ using Dictionary = PropertyValue::Dictionary;
 class InstallerImageCleanupTest : public testing::Test {
 protected:
     void cleanUp(const char* bundle = "/Applications/stowpocket.app") {
-        log.clear();
+        tool.done.clear();
         InstallerImageCleanup cleanup({dispatch, tool, tool, files, tool}, *FileURL::fromPath(bundle),
                                       FileURL::fromPath("/home/user"));
         cleanup.cleanUp();
         dispatch.advance(7999ms);
-        EXPECT_TRUE(log.empty());
+        EXPECT_TRUE(tool.done.empty());
         dispatch.advance(1ms);
-        EXPECT_TRUE(log.empty()) << "not on the main thread";
+        EXPECT_TRUE(tool.done.empty()) << "not on the main thread";
         dispatch.runAll();
     }
     static Dictionary image(const char* path, const char* mountPoint) {
@@ -34,11 +34,11 @@ protected:
                        Dictionary{{"mount-point", mountPoint}}}}};
     }
 
-    CallLog log;
-    FakeImageTool tool{log};
+    using Done = std::vector<std::string>;
+    FakeImageTool tool;
     FakeFiles files;
     FakeDispatch dispatch;
-    const CallLog onlyAsked{"/usr/bin/hdiutil info -plist"};
+    const Done onlyAsked{"/usr/bin/hdiutil info -plist"};
 };
 
 TEST_F(InstallerImageCleanupTest, theFirstImageWithTheSameBundleIsDetachedAndTrashed) {
@@ -51,12 +51,12 @@ TEST_F(InstallerImageCleanupTest, theFirstImageWithTheSameBundleIsDetachedAndTra
         {"images", Array{3, nameless, Dictionary{{"image-path", "/bare.dmg"}}, image("/a.dmg", "/Volumes/a"),
                          image("/b.dmg", "/Volumes/b"), image("/c.dmg", "/Volumes/c")}}};
     cleanUp();
-    EXPECT_EQ(log,
-              (CallLog{"/usr/bin/hdiutil info -plist", "/usr/bin/hdiutil detach /Volumes/b -quiet", "trash /b.dmg"}));
+    EXPECT_EQ(tool.done,
+              (Done{"/usr/bin/hdiutil info -plist", "/usr/bin/hdiutil detach /Volumes/b -quiet", "trash /b.dmg"}));
     EXPECT_EQ(dispatch.idleWork, 1);
     tool.canDetach = false;
     cleanUp();
-    EXPECT_EQ(log.back(), "/usr/bin/hdiutil detach /Volumes/b -quiet") << "nothing more was done";
+    EXPECT_EQ(tool.done.back(), "/usr/bin/hdiutil detach /Volumes/b -quiet") << "nothing more was done";
 }
 
 TEST_F(InstallerImageCleanupTest, onlyACopyInAnApplicationsFolderLooks) {
@@ -66,7 +66,7 @@ TEST_F(InstallerImageCleanupTest, onlyACopyInAnApplicationsFolderLooks) {
                                         {"/home/user/ApplicationsBackup/stowpocket.app", true},
                                         {"/Volumes/stowpocket/stowpocket.app", false}}) {
         cleanUp(bundle);
-        EXPECT_EQ(log, looks ? onlyAsked : CallLog()) << bundle;
+        EXPECT_EQ(tool.done, looks ? onlyAsked : Done()) << bundle;
     }
 }
 
@@ -79,11 +79,11 @@ TEST_F(InstallerImageCleanupTest, whatTheToolSaysMayBeAnything) {
           {Dictionary{{"images", Array{image("/a.dmg", "relative")}}}}}) {
         tool.info = answer;
         cleanUp();
-        EXPECT_EQ(log, onlyAsked);
+        EXPECT_EQ(tool.done, onlyAsked);
     }
     tool.canRun = false;
     cleanUp();
-    EXPECT_EQ(log, onlyAsked);
+    EXPECT_EQ(tool.done, onlyAsked);
 }
 
 }  // namespace

@@ -14,23 +14,23 @@ class UpdaterControllerTest : public testing::Test {
 protected:
     [[nodiscard]] std::shared_ptr<UpdaterController> make() {
         return UpdaterController::make({preferences, feed, alerts, dispatch, bundle, [this] {
-                                            auto made = std::make_unique<FakeUpdateFramework>(log);
+                                            auto made = std::make_unique<FakeUpdateFramework>();
                                             framework = made.get();
                                             return made;
                                         }});
     }
     /// What a check ends in when the feed answers so.
     std::string outcome(std::optional<int> status, const std::string& body) {
-        log.clear();
+        framework->windows = 0;
         alerts.shown.clear();
         controller->checkForUpdates();
         feed.answer(status, body);
-        EXPECT_TRUE(log.empty() && alerts.shown.empty()) << "the answer comes on some other thread";
+        EXPECT_TRUE(framework->windows == 0 && alerts.shown.empty()) << "the answer comes on some other thread";
         dispatch.runMain();
-        return (log.empty() ? "" : log.front()) + (alerts.shown.empty() ? "" : "up to date");
+        return std::string(framework->windows == 1 ? "update window" : "") +
+               (alerts.shown.empty() ? "" : "up to date");
     }
 
-    CallLog log;
     LayeredPreferenceStore preferences;
     FakeFeedSession feed;
     FakeAlerts alerts;
@@ -46,15 +46,15 @@ protected:
 TEST_F(UpdaterControllerTest, theStoredChoiceReachesTheFrameworkWhichTellsWhenItIsReady) {
     EXPECT_TRUE(controller->automaticallyDownloadsUpdates());
     preferences.setValue(automaticallyUpdateKey, false);
-    log.clear();
     controller = make();
     EXPECT_FALSE(controller->automaticallyDownloadsUpdates());
-    EXPECT_EQ(log, CallLog{"asks before downloads"});
+    EXPECT_EQ(framework->downloads, false);
+    framework->downloads.reset();
     int changes = 0;
     const Subscription subscription = controller->changed().connect([&changes] { ++changes; });
     preferences.removeValue(automaticallyUpdateKey);
     controller->setAutomaticallyDownloadsUpdates(false);
-    EXPECT_EQ(log.size(), 2u);
+    EXPECT_EQ(framework->downloads, false) << "told though unchanged";
     EXPECT_FALSE(preferences.boolean(automaticallyUpdateKey)) << "written though unchanged";
     EXPECT_EQ(changes, 0);
     controller->setAutomaticallyDownloadsUpdates(true);
@@ -95,10 +95,9 @@ TEST_F(UpdaterControllerTest, withoutAFeedAddressNothingIsAsked) {
 TEST_F(UpdaterControllerTest, anAnswerAfterItsEndDoesNothing) {
     controller->checkForUpdates();
     controller.reset();
-    log.clear();
     feed.answer(200, "<item>");
     dispatch.runMain();
-    EXPECT_TRUE(log.empty() && alerts.shown.empty());
+    EXPECT_TRUE(alerts.shown.empty());
 }
 
 }  // namespace

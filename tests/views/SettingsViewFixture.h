@@ -37,14 +37,13 @@ struct SettingsViewFixture : ShelfViewFixture {
         return *settings;
     }
 
-    CallLog log;
     FakeEventMonitors monitors;
-    FakeLoginItem loginItem{log};
+    FakeLoginItem loginItem;
     FakeFeedSession feed;
     FakeAlerts alerts;
     MainBundle bundle{*FileURL::fromPath("/usr/bin/stowpocket"), {}};
     std::shared_ptr<UpdaterController> updater = UpdaterController::make(
-        {preferences, feed, alerts, dispatch, bundle, [this] { return std::make_unique<FakeUpdateFramework>(log); }});
+        {preferences, feed, alerts, dispatch, bundle, [this] { return std::make_unique<FakeUpdateFramework>(); }});
     std::string opened;
     HotkeySource hotkeySource = HotkeySource::windowSystem;
     SettingsView* settings = nullptr;

@@ -56,7 +56,7 @@ TEST_F(BusForeignCallsTest, malformedRequestsAreAnsweredAndChangeNothing) {
     EXPECT_EQ(errorOf("Clear", {true}), "InvalidArgs");
     EXPECT_EQ(errorOf("Show", {}), "InvalidArgs");
     EXPECT_EQ(errorOf("Quit", {}), "UnknownMethod");
-    EXPECT_EQ(log, CallLog());
+    EXPECT_FALSE(views.popover->isOpen);
     const QString key = QStringLiteral("activation-token");
     EXPECT_EQ(call("Toggle", {QVariantMap{{key, QVariantMap()}}}).type(), QDBusMessage::ReplyMessage);
     EXPECT_TRUE(tokens.empty()) << "a token of another type is none";
