@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What lies between the toolkit's views and the system's windows, as far as it is the toolkit's.
 #include "main/macos/OpenedFiles.h"
-#include "platform/macos/MacColors.h"
-#include "platform/macos/QtHostedView.h"
-#include "platform/macos/QtPixels.h"
+#include "platform/macos/MacPictures.h"
+#include "platform/macos/QtBridge.h"
 #include "views/controls/Theme.h"
 #include "views/onboarding/OnboardingBadge.h"
 

@@ -2,8 +2,7 @@
 #include "main/macos/MacServices.h"
 
 #include "platform/macos/MacWindows.h"
-#include "platform/macos/QtHostedView.h"
-#include "platform/macos/QtPixels.h"
+#include "platform/macos/QtBridge.h"
 #include "platform/qt/QtImageContent.h"
 #include "platform/qt/StillStyle.h"
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "foundation/FileURL.h"
+#include "foundation/PropertyValue.h"
 #include "foundation/Values.h"
 
 #import <Foundation/Foundation.h>
@@ -26,5 +27,12 @@ namespace stowpocket {
 [[nodiscard]] NSString* _Nonnull nsPath(const FileURL& url);
 /// None for what is no file. A reference by file number, as the Finder drags them, becomes the file's path.
 [[nodiscard]] std::optional<FileURL> fileURLOf(NSURL* _Nullable url);
+
+[[nodiscard]] id _Nonnull propertyListOf(const PropertyValue& value);
+[[nodiscard]] NSDictionary<NSString*, id>* _Nonnull propertyListOf(const PropertyValue::Dictionary& values);
+
+/// None for what no property list holds. Inside arrays and dictionaries such a thing is left out, and so is what lies
+/// too deep to be anybody's honest list.
+[[nodiscard]] std::optional<PropertyValue> propertyValueOf(id _Nullable object);
 
 }  // namespace stowpocket

@@ -20,9 +20,4 @@ private:
     NSPasteboard* const _Nonnull pasteboard_;
 };
 
-/// The file URL that a thing on a pasteboard has, as text, by path; none where it is no file.
-[[nodiscard]] std::optional<std::string> fileURLTextOf(NSPasteboardItem* _Nonnull item);
-
-[[nodiscard]] NSArray<NSFilePromiseReceiver*>* _Nonnull promiseReceiversOn(NSPasteboard* _Nonnull pasteboard);
-
 }  // namespace stowpocket

@@ -1,10 +1,31 @@
 // SPDX-License-Identifier: MIT
 #import "platform/macos/MacDraggingPasteboard.h"
 
+#include "foundation/UUID.h"
 #import "platform/macos/Conversions.h"
+#include "platform/macos/MacDrags.h"
+
+#include <atomic>
 
 namespace stowpocket {
 namespace {
+
+using Completion = std::function<void(std::optional<FileURL>)>;
+
+/// The file URL that a thing on a pasteboard has, as text, by path; none where it is no file.
+std::optional<std::string> fileURLTextOf(NSPasteboardItem* item) {
+    NSString* const text = [item stringForType:NSPasteboardTypeFileURL];
+    if (text == nil)
+        return std::nullopt;
+    // The Finder drags references by file number, which only the system can turn into paths.
+    const std::optional<FileURL> url = fileURLOf([NSURL URLWithString:text]);
+    return url ? url->string() : utf8(text);
+}
+
+NSArray<NSFilePromiseReceiver*>* promiseReceiversOn(NSPasteboard* pasteboard) {
+    NSArray* const receivers = [pasteboard readObjectsForClasses:@[ NSFilePromiseReceiver.class ] options:@{}];
+    return receivers == nil ? @[] : receivers;
+}
 
 class MacFilePromiseReceiver : public FilePromiseReceiver {
 public:
@@ -22,6 +43,148 @@ public:
 private:
     NSFilePromiseReceiver* const receiver_;
 };
+
+class MacItemProvider : public ItemProvider {
+public:
+    explicit MacItemProvider(NSItemProvider* provider) : provider_(provider) {}
+
+    [[nodiscard]] bool hasItemConformingTo(std::string_view typeIdentifier) const override {
+        return [provider_ hasItemConformingToTypeIdentifier:nsString(typeIdentifier)];
+    }
+
+    [[nodiscard]] std::vector<std::string> registeredTypeIdentifiers() const override {
+        std::vector<std::string> types;
+        for (NSString* type in provider_.registeredTypeIdentifiers) {
+            if (std::optional<std::string> name = utf8(type))
+                types.push_back(std::move(*name));
+        }
+        return types;
+    }
+
+    void loadItem(std::string_view typeIdentifier, std::function<void(std::optional<Bytes>)> completion) override {
+        [provider_ loadItemForTypeIdentifier:nsString(typeIdentifier)
+                                     options:nil
+                           completionHandler:^(id<NSSecureCoding> item, NSError*) {
+                             const id thing = item;
+                             completion([thing isKindOfClass:NSData.class]
+                                            ? std::optional(bytesOf(static_cast<NSData*>(thing)))
+                                            : std::nullopt);
+                           }];
+    }
+
+    void loadFileRepresentation(std::string_view typeIdentifier,
+                                std::function<void(std::optional<FileURL>)> completion) override {
+        [provider_ loadFileRepresentationForTypeIdentifier:nsString(typeIdentifier)
+                                         completionHandler:^(NSURL* url, NSError*) {
+                                           completion(fileURLOf(url));
+                                         }];
+    }
+
+private:
+    NSItemProvider* const provider_;
+};
+
+/// Holds its data from the start: the source of a drag may be gone once the drop is over.
+std::shared_ptr<ItemProvider> providerOf(NSData* data, NSString* type) {
+    NSItemProvider* const provider = [[NSItemProvider alloc] init];
+    [provider registerDataRepresentationForTypeIdentifier:type
+                                               visibility:NSItemProviderRepresentationVisibilityAll
+                                              loadHandler:^NSProgress*(void (^completion)(NSData*, NSError*)) {
+                                                completion(data, nil);
+                                                return nil;
+                                              }];
+    return std::make_shared<MacItemProvider>(provider);
+}
+
+/// A folder that lasts as long as the files in it are wanted.
+class TemporaryFolder {
+public:
+    TemporaryFolder()
+        : url_([NSURL
+              fileURLWithPath:[NSTemporaryDirectory() stringByAppendingPathComponent:nsString(UUID::random().text())]
+                  isDirectory:YES]) {
+        [NSFileManager.defaultManager createDirectoryAtURL:url_
+                               withIntermediateDirectories:YES
+                                                attributes:nil
+                                                     error:nil];
+    }
+    ~TemporaryFolder() { [NSFileManager.defaultManager removeItemAtURL:url_ error:nil]; }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    [[nodiscard]] NSURL* url() const { return url_; }
+
+private:
+    NSURL* const url_;
+};
+
+/// The reader runs once per file, a provider answers once: the first file that arrives is the answer, and the folder
+/// goes after it.
+class PromisedFileProvider : public ItemProvider {
+public:
+    explicit PromisedFileProvider(NSFilePromiseReceiver* receiver) : receiver_(receiver) {}
+
+    [[nodiscard]] bool hasItemConformingTo(std::string_view typeIdentifier) const override {
+        return [receiver_.fileTypes containsObject:nsString(typeIdentifier)];
+    }
+    [[nodiscard]] std::vector<std::string> registeredTypeIdentifiers() const override {
+        const std::optional<std::string> type = utf8(receiver_.fileTypes.firstObject);
+        return type ? std::vector{*type} : std::vector<std::string>();
+    }
+    void loadItem(std::string_view, std::function<void(std::optional<Bytes>)> completion) override {
+        completion(std::nullopt);  // a promise is a file, never plain bytes
+    }
+    void loadFileRepresentation(std::string_view, Completion completion) override {
+        const auto folder = std::make_shared<const TemporaryFolder>();
+        const auto answered = std::make_shared<std::atomic<bool>>(false);
+        NSFilePromiseReceiver* const receiver = receiver_;
+        [receiver_ receivePromisedFilesAtDestination:folder->url()
+            options:@{}
+            operationQueue:[[NSOperationQueue alloc] init]
+            reader:^(NSURL* url, NSError* error) {
+              static_cast<void>(receiver);  // both until the last file is there
+              static_cast<void>(folder);
+              if (!answered->exchange(true))
+                  completion(error == nil ? fileURLOf(url) : std::nullopt);
+            }];
+    }
+
+private:
+    NSFilePromiseReceiver* const receiver_;
+};
+
+std::vector<std::shared_ptr<ItemProvider>> filesOn(NSPasteboard* pasteboard) {
+    std::vector<std::shared_ptr<ItemProvider>> providers;
+    for (NSPasteboardItem* item in pasteboard.pasteboardItems) {
+        if (const std::optional<std::string> url = fileURLTextOf(item))
+            providers.push_back(providerOf(nsData(Bytes(url->begin(), url->end())), NSPasteboardTypeFileURL));
+    }
+    return providers;
+}
+
+/// One per promise. They are written while they are being asked for, so that must be while the drop is handled.
+std::vector<std::shared_ptr<ItemProvider>> promisesOn(NSPasteboard* pasteboard) {
+    std::vector<std::shared_ptr<ItemProvider>> providers;
+    for (NSFilePromiseReceiver* receiver in promiseReceiversOn(pasteboard))
+        providers.push_back(std::make_shared<PromisedFileProvider>(receiver));
+    return providers;
+}
+
+/// Each thing in the form that its source likes best.
+std::vector<std::shared_ptr<ItemProvider>> contentsOn(NSPasteboard* pasteboard) {
+    std::vector<std::shared_ptr<ItemProvider>> providers;
+    for (NSPasteboardItem* item in pasteboard.pasteboardItems) {
+        NSString* const type = item.types.firstObject;
+        NSData* const data = type == nil ? nil : [item dataForType:type];
+        if (type != nil && data != nil)
+            providers.push_back(providerOf(data, type));
+    }
+    return providers;
+}
+
+NSPasteboard* dragPasteboard() {
+    return [NSPasteboard pasteboardWithName:NSPasteboardNameDrag];
+}
 
 }  // namespace
 
@@ -42,18 +205,17 @@ std::vector<std::shared_ptr<FilePromiseReceiver>> MacDraggingPasteboard::filePro
     return receivers;
 }
 
-std::optional<std::string> fileURLTextOf(NSPasteboardItem* item) {
-    NSString* const text = [item stringForType:NSPasteboardTypeFileURL];
-    if (text == nil)
-        return std::nullopt;
-    // The Finder drags references by file number, which only the system can turn into paths.
-    const std::optional<FileURL> url = fileURLOf([NSURL URLWithString:text]);
-    return url ? url->string() : utf8(text);
+bool dragCarriesItems() {
+    return dragPasteboard().pasteboardItems.count > 0;
 }
 
-NSArray<NSFilePromiseReceiver*>* promiseReceiversOn(NSPasteboard* pasteboard) {
-    NSArray* const receivers = [pasteboard readObjectsForClasses:@[ NSFilePromiseReceiver.class ] options:@{}];
-    return receivers == nil ? @[] : receivers;
+std::vector<std::shared_ptr<ItemProvider>> droppedItemProviders() {
+    std::vector<std::shared_ptr<ItemProvider>> providers = filesOn(dragPasteboard());
+    if (providers.empty())
+        providers = promisesOn(dragPasteboard());
+    if (providers.empty())
+        providers = contentsOn(dragPasteboard());
+    return providers;
 }
 
 }  // namespace stowpocket

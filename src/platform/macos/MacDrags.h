@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/FileURL.h"
-#include "platform/macos/Pixels.h"
+#include "platform/macos/MacPictures.h"
 #include "services/Dragging.h"
 
 #include <functional>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#import "platform/macos/CGPixels.h"
+#import "platform/macos/AppKitPictures.h"
 #import "platform/macos/Conversions.h"
 #include "platform/macos/MacDrags.h"
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #import "platform/macos/Conversions.h"
 #include "platform/macos/MacStorage.h"
-#import "platform/macos/PropertyLists.h"
 #include "platform/posix/PatientProbe.h"
 
 namespace stowpocket {
@@ -105,17 +104,11 @@ public:
     }
 };
 
-class MacPropertyListParser : public PropertyListParser {
-public:
-    [[nodiscard]] std::optional<PropertyValue> parse(const Bytes& bytes) override {
-        @autoreleasepool {
-            return propertyValueOf([NSPropertyListSerialization propertyListWithData:nsData(bytes)
-                                                                             options:NSPropertyListImmutable
-                                                                              format:nil
-                                                                               error:nil]);
-        }
-    }
-};
+NSByteCountFormatter* makeFormatter() {
+    NSByteCountFormatter* const formatter = [[NSByteCountFormatter alloc] init];
+    formatter.countStyle = NSByteCountFormatterCountStyleFile;
+    return formatter;
+}
 
 }  // namespace
 
@@ -127,16 +120,9 @@ std::unique_ptr<Trash> makeMacTrash() {
     return std::make_unique<MacTrash>();
 }
 
-std::unique_ptr<PropertyListParser> makeMacPropertyListParser() {
-    return std::make_unique<MacPropertyListParser>();
-}
-
-MainBundle macMainBundle() {
-    const NSBundle* const bundle = NSBundle.mainBundle;
-    const std::optional<PropertyValue> info = propertyValueOf(bundle.infoDictionary);
-    const PropertyValue::Dictionary* const dictionary = info ? info->dictionary() : nullptr;
-    return {fileURLOf(bundle.bundleURL).value_or(*FileURL::fromPath("/")),
-            dictionary == nullptr ? std::nullopt : std::optional(*dictionary)};
+std::string macByteCountText(std::int64_t bytes) {
+    static NSByteCountFormatter* const formatter = makeFormatter();
+    return utf8([formatter stringFromByteCount:bytes]).value_or("");
 }
 
 }  // namespace stowpocket

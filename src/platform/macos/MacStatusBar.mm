@@ -1,7 +1,83 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/MacStatusBar.h"
-
+#include "foundation/Invariant.h"
+#import "platform/macos/AppKitPictures.h"
+#import "platform/macos/Conversions.h"
+#import "platform/macos/MacDraggingPasteboard.h"
 #import "platform/macos/MacStatusItemButton.h"
+#include "platform/macos/MacWindows.h"
+#include "services/Dragging.h"
+
+#import <AppKit/AppKit.h>
+
+#include <memory>
+
+/// A transparent view that forwards drags to a destination of the core, which it keeps. Clicks pass on to what lies
+/// beneath it.
+@interface StatusItemDropNSView : NSView
+/// Called once.
+- (void)takeDropsFor:(std::shared_ptr<stowpocket::DraggingDestination>)destination;
+@end
+
+using stowpocket::MacDraggingPasteboard;
+
+static NSDragOperation systemOperation(stowpocket::DragOperation operation) {
+    return operation == stowpocket::DragOperation::copy ? NSDragOperationCopy : NSDragOperationNone;
+}
+
+@implementation StatusItemDropNSView {
+    std::shared_ptr<stowpocket::DraggingDestination> _destination;
+}
+
+- (nullable instancetype)initWithCoder:(NSCoder*)coder {
+    stowpocket::invariant(false, "init(coder:) has not been implemented");
+    return [super initWithCoder:coder];
+}
+
+- (void)takeDropsFor:(std::shared_ptr<stowpocket::DraggingDestination>)destination {
+    _destination = std::move(destination);
+    NSMutableArray<NSPasteboardType>* const types = [NSMutableArray arrayWithCapacity:2];
+    for (const std::string& type : _destination->registeredDraggedTypes())
+        [types addObject:stowpocket::nsString(type)];
+    [self registerForDraggedTypes:types];
+}
+
+- (NSDragOperation)draggingEntered:(id<NSDraggingInfo>)sender {
+    MacDraggingPasteboard pasteboard(sender.draggingPasteboard);
+    return systemOperation(_destination->draggingEntered(pasteboard));
+}
+
+- (NSDragOperation)draggingUpdated:(id<NSDraggingInfo>)sender {
+    MacDraggingPasteboard pasteboard(sender.draggingPasteboard);
+    return systemOperation(_destination->draggingUpdated(pasteboard));
+}
+
+- (BOOL)performDragOperation:(id<NSDraggingInfo>)sender {
+    MacDraggingPasteboard pasteboard(sender.draggingPasteboard);
+    return _destination->performDragOperation(pasteboard);
+}
+
+@end
+
+@interface StowpocketClickTarget : NSObject
+- (void)clicked:(id)sender;
+- (void)runOnClick:(std::function<void()>)action;
+@end
+
+@implementation StowpocketClickTarget {
+    std::function<void()> _action;
+}
+
+- (void)clicked:(id)sender {
+    const std::function<void()> action = _action;  // a copy: a click may set another action
+    if (action)
+        action();
+}
+
+- (void)runOnClick:(std::function<void()>)action {
+    _action = std::move(action);
+}
+
+@end
 
 namespace stowpocket {
 namespace {
@@ -32,6 +108,45 @@ public:
 };
 
 }  // namespace
+
+MacStatusItemButton::MacStatusItemButton(NSStatusBarButton* button)
+    : button_(button), target_([[StowpocketClickTarget alloc] init]) {
+    button_.imagePosition = NSImageLeading;
+    button_.target = target_;
+    button_.action = @selector(clicked:);
+}
+
+MacStatusItemButton::~MacStatusItemButton() {
+    button_.action = nullptr;
+    button_.target = nil;
+}
+
+void MacStatusItemButton::setImage(const StatusItemImage& image) {
+    button_.image = systemSymbol(image.symbolName, image.accessibilityDescription,
+                                 symbolConfiguration(image.pointSize, image.weight));
+}
+
+void MacStatusItemButton::setTitle(const StatusItemTitle& title) {
+    NSDictionary<NSAttributedStringKey, id>* const attributes = @{
+        NSFontAttributeName : [NSFont monospacedDigitSystemFontOfSize:title.fontSize
+                                                               weight:systemWeight(title.weight)],
+        NSForegroundColorAttributeName : NSColor.controlTextColor,
+        NSBaselineOffsetAttributeName : @(title.baselineOffset),
+    };
+    button_.attributedTitle = [[NSAttributedString alloc] initWithString:nsString(title.text) attributes:attributes];
+}
+
+void MacStatusItemButton::setAction(std::function<void()> action) {
+    [target_ runOnClick:std::move(action)];
+}
+
+void MacStatusItemButton::addDropView(std::shared_ptr<DraggingDestination> dropView) {
+    StatusItemDropNSView* const view = [[StatusItemDropNSView alloc] initWithFrame:NSZeroRect];
+    [view takeDropsFor:std::move(dropView)];
+    view.frame = button_.bounds;
+    view.autoresizingMask = NSViewWidthSizable | NSViewHeightSizable;
+    [button_ addSubview:view];
+}
 
 std::unique_ptr<StatusBar> makeMacStatusBar() {
     return std::make_unique<MacStatusBar>();

@@ -3,6 +3,7 @@
 
 #include "services/FileManagerSelection.h"
 #include "services/Files.h"
+#include "services/Input.h"
 #include "services/LoginItem.h"
 #include "services/Pictures.h"
 #include "services/Processes.h"
@@ -20,6 +21,7 @@ namespace stowpocket {
 /// Whether the user wants nothing to move on the screen.
 [[nodiscard]] bool isMotionReduced();
 [[nodiscard]] std::unique_ptr<Alerts> makeMacAlerts();
+
 /// Something that is heard of until this is destroyed.
 class Observation {
 public:
@@ -27,8 +29,10 @@ public:
 };
 /// `reopened` runs on the main thread whenever the user opens the program while it runs. Made after the launch.
 [[nodiscard]] std::unique_ptr<Observation> observeReopening(std::function<void()> reopened);
+
 /// The main application's registration as a login item.
 [[nodiscard]] std::unique_ptr<LoginItem> makeMacLoginItem();
+
 /// Scripts in AppleScript.
 [[nodiscard]] std::unique_ptr<ScriptService> makeAppleScriptService();
 [[nodiscard]] std::unique_ptr<Volumes> makeMacVolumes();
@@ -37,5 +41,8 @@ public:
 [[nodiscard]] std::unique_ptr<FeedSession> makeMacFeedSession();
 /// The update framework's standard controller, started at once.
 [[nodiscard]] std::unique_ptr<UpdateFramework> startStandardUpdateFramework();
+[[nodiscard]] std::unique_ptr<EventMonitors> makeMacEventMonitors();
+/// Hotkeys of the Carbon event manager, the system's only service for them.
+[[nodiscard]] std::unique_ptr<HotkeyService> makeCarbonHotkeyService();
 
 }  // namespace stowpocket

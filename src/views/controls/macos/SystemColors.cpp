@@ -2,7 +2,7 @@
 // The colours of the system's palette.
 #include "views/controls/SystemColors.h"
 
-#include "platform/macos/MacColors.h"
+#include "platform/macos/MacPictures.h"
 
 namespace stowpocket {
 namespace {

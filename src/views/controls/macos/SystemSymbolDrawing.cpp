@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The symbols that the system itself has.
 #include "platform/macos/MacPictures.h"
-#include "platform/macos/QtPixels.h"
+#include "platform/macos/QtBridge.h"
 #include "views/controls/SymbolDrawing.h"
 
 #include <QPainter>

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#import "platform/macos/CGPixels.h"
+#import "platform/macos/AppKitPictures.h"
+
+#import "platform/macos/Conversions.h"
 
 #include <algorithm>
 
@@ -83,6 +85,31 @@ NSImage* nsImageOf(const Pixels& pixels, const Size& size) {
     if (image.get() == nullptr)
         return nil;
     return [[NSImage alloc] initWithCGImage:image.get() size:NSMakeSize(size.width, size.height)];
+}
+
+NSFontWeight systemWeight(FontWeight weight) {
+    switch (weight) {
+    case FontWeight::regular:
+        return NSFontWeightRegular;
+    case FontWeight::medium:
+        return NSFontWeightMedium;
+    case FontWeight::semibold:
+        return NSFontWeightSemibold;
+    case FontWeight::bold:
+        return NSFontWeightBold;
+    }
+    return NSFontWeightRegular;
+}
+
+NSImageSymbolConfiguration* symbolConfiguration(double pointSize, FontWeight weight) {
+    return [NSImageSymbolConfiguration configurationWithPointSize:pointSize weight:systemWeight(weight)];
+}
+
+NSImage* systemSymbol(std::string_view name, std::string_view accessibilityDescription,
+                      NSImageSymbolConfiguration* configuration) {
+    NSImage* const image = [NSImage imageWithSystemSymbolName:nsString(name)
+                                     accessibilityDescription:nsString(accessibilityDescription)];
+    return [image imageWithSymbolConfiguration:configuration];
 }
 
 }  // namespace stowpocket

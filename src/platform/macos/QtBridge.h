@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/macos/HostedView.h"
+#include "platform/macos/MacPictures.h"
+#include "platform/macos/MacWindows.h"
 
+#include <QImage>
 #include <QObject>
 #include <QSize>
 #include <QWidget>
@@ -47,5 +49,9 @@ private:
     ContentWatch watch_{*this};
     Size announced_;
 };
+
+/// Null for pixels that are not there.
+[[nodiscard]] QImage qImageOf(const Pixels& pixels);
+[[nodiscard]] Pixels pixelsOfImage(const QImage& image);
 
 }  // namespace stowpocket

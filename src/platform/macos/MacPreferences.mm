@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #import "platform/macos/Conversions.h"
 #include "platform/macos/MacStorage.h"
-#import "platform/macos/PropertyLists.h"
 
 namespace stowpocket {
 namespace {
@@ -41,10 +40,34 @@ private:
     Signal<> saveProblemChanged_;
 };
 
+class MacPropertyListParser : public PropertyListParser {
+public:
+    [[nodiscard]] std::optional<PropertyValue> parse(const Bytes& bytes) override {
+        @autoreleasepool {
+            return propertyValueOf([NSPropertyListSerialization propertyListWithData:nsData(bytes)
+                                                                             options:NSPropertyListImmutable
+                                                                              format:nil
+                                                                               error:nil]);
+        }
+    }
+};
+
 }  // namespace
 
 std::unique_ptr<PreferenceStore> makeUserDefaultsStore() {
     return std::make_unique<UserDefaultsStore>();
+}
+
+std::unique_ptr<PropertyListParser> makeMacPropertyListParser() {
+    return std::make_unique<MacPropertyListParser>();
+}
+
+MainBundle macMainBundle() {
+    const NSBundle* const bundle = NSBundle.mainBundle;
+    const std::optional<PropertyValue> info = propertyValueOf(bundle.infoDictionary);
+    const PropertyValue::Dictionary* const dictionary = info ? info->dictionary() : nullptr;
+    return {fileURLOf(bundle.bundleURL).value_or(*FileURL::fromPath("/")),
+            dictionary == nullptr ? std::nullopt : std::optional(*dictionary)};
 }
 
 }  // namespace stowpocket

@@ -2,11 +2,13 @@
 // For the adapters in this folder only: includes the system's headers.
 #pragma once
 
-#include "platform/macos/Pixels.h"
+#include "platform/macos/MacPictures.h"
+#include "services/StatusItem.h"
 
 #import <AppKit/AppKit.h>
 
 #include <optional>
+#include <string_view>
 
 namespace stowpocket {
 
@@ -18,5 +20,13 @@ namespace stowpocket {
 
 /// Null where the pixels cannot be shown.
 [[nodiscard]] NSImage* _Nullable nsImageOf(const Pixels& pixels, const Size& size);
+
+[[nodiscard]] NSFontWeight systemWeight(FontWeight weight);
+[[nodiscard]] NSImageSymbolConfiguration* _Nonnull symbolConfiguration(double pointSize, FontWeight weight);
+
+/// The system's own picture of that name; null where this system has none. Unless configured otherwise it takes the
+/// colour of the place where it is shown.
+[[nodiscard]] NSImage* _Nullable systemSymbol(std::string_view name, std::string_view accessibilityDescription,
+                                              NSImageSymbolConfiguration* _Nonnull configuration);
 
 }  // namespace stowpocket
