@@ -86,7 +86,7 @@ try() {
     sed -i 1d "$1"
 }
 check
-try shelf/ShelfItem.cpp '"platform/posix/PatientProbe.h"'
+try shelf/ShelfItem.cpp '"platform/posix/FileProbe.h"'
 try shelf/ShelfItem.cpp '"intake/UriList.h"'
 try services/Preferences.cpp '"app/Preferences.h"'
 try foundation/UUID.cpp '<unistd.h>'

@@ -3,7 +3,7 @@
 #include "platform/linux/files/LinuxBookmarks.h"
 #include "platform/linux/files/MountTable.h"
 #include "platform/linux/files/PosixFileManager.h"
-#include "platform/posix/PatientProbe.h"
+#include "platform/posix/FileProbe.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ struct InMemory {
 struct OnDisk {
     TemporaryFolder folder;
     MountTable mounts;
-    PatientProbe probe{[](const std::string&) { return std::nullopt; }};
+    FileProbe probe{[](const std::string&) { return std::nullopt; }};
     PosixFileManager files{probe};
     LinuxBookmarks bookmarks{mounts, probe, {}};
     [[nodiscard]] FileURL url(const std::string& name) const { return folder.url(name); }

@@ -5,7 +5,7 @@
 #include "platform/linux/files/MountTable.h"
 #include "platform/linux/files/PosixFileManager.h"
 #include "platform/linux/preferences/PlistParser.h"
-#include "platform/posix/PatientProbe.h"
+#include "platform/posix/FileProbe.h"
 #include "platform/qt/QtChildProcess.h"
 #include "platform/qt/QtDispatch.h"
 #include "platform/qt/QtTrash.h"
@@ -21,7 +21,7 @@ struct LinuxBackground {
 
     SystemClock clock;
     MountTable mounts;
-    PatientProbe probe{[this](const std::string& path) { return hangingMountOn(*mounts.mounts(), path); }};
+    FileProbe probe{[this](const std::string& path) { return hangingMountOn(*mounts.mounts(), path); }};
     PosixFileManager files{probe};
     LinuxBookmarks bookmarks{mounts, probe, LinuxBookmarks::userFolders()};
     QtChildProcess childProcess;

@@ -8,7 +8,7 @@
 #include "platform/macos/MacStorage.h"
 #include "platform/macos/MacSystem.h"
 #include "platform/macos/MacWindows.h"
-#include "platform/posix/PatientProbe.h"
+#include "platform/posix/FileProbe.h"
 #include "platform/qt/QtDispatch.h"
 #include "platform/qt/SystemClock.h"
 #include "views/QtViewFactory.h"
@@ -25,7 +25,7 @@ struct MacBackground {
     }
 
     SystemClock clock;
-    PatientProbe probe{remoteMountOn};
+    FileProbe probe{remoteMountOn};
     const std::unique_ptr<FileManager> files = makeMacFileManager(probe);
     const std::unique_ptr<Bookmarks> bookmarks = makeMacBookmarks(probe);
     const std::unique_ptr<ChildProcess> childProcess = makeMacChildProcess();

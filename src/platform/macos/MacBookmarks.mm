@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #import "platform/macos/Conversions.h"
 #include "platform/macos/MacStorage.h"
-#include "platform/posix/PatientProbe.h"
+#include "platform/posix/FileProbe.h"
 
 #include <map>
 
@@ -22,7 +22,7 @@ std::optional<Bytes> bookmarkOf(const FileURL& url) {
 /// from then on until access has ended.
 class MacBookmarks : public Bookmarks {
 public:
-    explicit MacBookmarks(PatientProbe& probe) : probe_(probe) {}
+    explicit MacBookmarks(FileProbe& probe) : probe_(probe) {}
     ~MacBookmarks() override {
         for (const auto& [url, resource] : accessed_)
             [resource stopAccessingSecurityScopedResource];
@@ -81,14 +81,14 @@ private:
         }
     }
 
-    PatientProbe& probe_;
+    FileProbe& probe_;
     std::map<FileURL, NSURL*> resolved_;
     std::multimap<FileURL, NSURL*> accessed_;
 };
 
 }  // namespace
 
-std::unique_ptr<Bookmarks> makeMacBookmarks(PatientProbe& probe) {
+std::unique_ptr<Bookmarks> makeMacBookmarks(FileProbe& probe) {
     return std::make_unique<MacBookmarks>(probe);
 }
 

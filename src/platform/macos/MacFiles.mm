@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #import "platform/macos/Conversions.h"
 #include "platform/macos/MacStorage.h"
-#include "platform/posix/PatientProbe.h"
+#include "platform/posix/FileProbe.h"
 
 namespace stowpocket {
 namespace {
@@ -44,7 +44,7 @@ bool makeFolderAt(const FileURL& url) {
 /// Also asked on threads that have no pool of their own.
 class MacFileManager : public FileManager {
 public:
-    explicit MacFileManager(PatientProbe& probe) : probe_(probe) {}
+    explicit MacFileManager(FileProbe& probe) : probe_(probe) {}
 
     [[nodiscard]] bool fileExists(const FileURL& url) override {
         return probe_.ask<bool>(url.path(), [url] { return existsAt(url); }).value_or(true);
@@ -92,7 +92,7 @@ public:
     }
 
 private:
-    PatientProbe& probe_;
+    FileProbe& probe_;
 };
 
 class MacTrash : public Trash {
@@ -112,7 +112,7 @@ NSByteCountFormatter* makeFormatter() {
 
 }  // namespace
 
-std::unique_ptr<FileManager> makeMacFileManager(PatientProbe& probe) {
+std::unique_ptr<FileManager> makeMacFileManager(FileProbe& probe) {
     return std::make_unique<MacFileManager>(probe);
 }
 

@@ -15,7 +15,7 @@
 // What the program keeps and finds on the disk, through the system's own services.
 namespace stowpocket {
 
-class PatientProbe;
+class FileProbe;
 
 /// The mount on the way to `path` that is not on this machine's own disks: a network volume, or a folder that is
 /// mounted on first touch. Links are not followed: a path that leads there by one is not seen. Any thread.
@@ -25,8 +25,8 @@ class PatientProbe;
 [[nodiscard]] std::unique_ptr<PreferenceStore> makeUserDefaultsStore();
 /// Bookmarks of the system, with security scope, so that a sandboxed copy reaches its files again after a restart.
 /// `probe` outlives them, as it does the file manager.
-[[nodiscard]] std::unique_ptr<Bookmarks> makeMacBookmarks(PatientProbe& probe);
-[[nodiscard]] std::unique_ptr<FileManager> makeMacFileManager(PatientProbe& probe);
+[[nodiscard]] std::unique_ptr<Bookmarks> makeMacBookmarks(FileProbe& probe);
+[[nodiscard]] std::unique_ptr<FileManager> makeMacFileManager(FileProbe& probe);
 /// A file's size as the system writes it beside files, in the user's language. Main thread.
 [[nodiscard]] std::string macByteCountText(std::int64_t bytes);
 [[nodiscard]] std::unique_ptr<Trash> makeMacTrash();

@@ -3,7 +3,7 @@
 
 #include "platform/linux/files/BookmarkRecord.h"
 #include "platform/linux/files/MountTable.h"
-#include "platform/posix/PatientProbe.h"
+#include "platform/posix/FileProbe.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -33,7 +33,7 @@ protected:
 
     TemporaryFolder folder;
     MountTable mounts;
-    PatientProbe probe{[](const std::string&) { return std::nullopt; }};
+    FileProbe probe{[](const std::string&) { return std::nullopt; }};
     LinuxBookmarks bookmarks{mounts, probe, {{folder.path("Documents"), 3}}};
 };
 

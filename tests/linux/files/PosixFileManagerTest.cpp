@@ -3,7 +3,7 @@
 
 #include "platform/linux/files/FileTree.h"
 #include "platform/linux/preferences/LinuxPreferenceStore.h"
-#include "platform/posix/PatientProbe.h"
+#include "platform/posix/FileProbe.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ protected:
         return ::lstat(folder.path(name).c_str(), &status) == 0 ? status.st_mode & 07777u : 0;
     }
     TemporaryFolder folder;
-    PatientProbe probe{[](const std::string&) { return std::nullopt; }};
+    FileProbe probe{[](const std::string&) { return std::nullopt; }};
     PosixFileManager files{probe};
 };
 

@@ -3,7 +3,7 @@
 
 #include "platform/linux/files/BookmarkLocator.h"
 #include "platform/linux/files/MountTable.h"
-#include "platform/posix/PatientProbe.h"
+#include "platform/posix/FileProbe.h"
 
 #include <QFile>
 #include <QStandardPaths>
@@ -30,7 +30,7 @@ std::optional<Bytes> encodedDescription(const FileURL& url, const Mounts& mounts
 
 }  // namespace
 
-LinuxBookmarks::LinuxBookmarks(MountTable& mounts, PatientProbe& probe, std::vector<SearchRoot> roots)
+LinuxBookmarks::LinuxBookmarks(MountTable& mounts, FileProbe& probe, std::vector<SearchRoot> roots)
     : mounts_(mounts), probe_(probe), roots_(std::move(roots)) {}
 
 std::vector<SearchRoot> LinuxBookmarks::userFolders() {
@@ -71,7 +71,7 @@ LinuxBookmarks::Answers LinuxBookmarks::locate(std::span<const Bytes> bookmarks,
     std::map<std::optional<std::string>, Batch> batches;
     for (std::size_t index = 0; index < bookmarks.size(); ++index) {
         if (std::optional<BookmarkRecord> record = decodeBookmark(bookmarks[index])) {
-            Batch& batch = batches[probe_.mountToMistrust(record->url.path())];
+            Batch& batch = batches[probe_.unreliableMount(record->url.path())];
             batch.records.push_back(std::move(*record));
             batch.indexes.push_back(index);
         }
@@ -90,7 +90,7 @@ LinuxBookmarks::Answers LinuxBookmarks::locate(std::span<const Bytes> bookmarks,
 std::vector<SearchRoot> LinuxBookmarks::promptRoots() const {
     std::vector<SearchRoot> roots;
     for (const SearchRoot& root : roots_) {
-        if (!probe_.mountToMistrust(root.path))
+        if (!probe_.unreliableMount(root.path))
             roots.push_back(root);
     }
     return roots;

@@ -9,14 +9,14 @@
 namespace stowpocket {
 
 class MountTable;
-class PatientProbe;
+class FileProbe;
 
 /// Bookmarks by the file's own identity: its inode and moment of birth, which renaming and moving keep. `mounts` and
 /// `probe` must outlive this.
 class LinuxBookmarks : public Bookmarks {
 public:
     /// Files that are missing are looked for around their old place and below `roots`.
-    LinuxBookmarks(MountTable& mounts, PatientProbe& probe, std::vector<SearchRoot> roots);
+    LinuxBookmarks(MountTable& mounts, FileProbe& probe, std::vector<SearchRoot> roots);
 
     /// The folders in which users keep their documents.
     [[nodiscard]] static std::vector<SearchRoot> userFolders();
@@ -38,7 +38,7 @@ private:
     [[nodiscard]] std::vector<SearchRoot> promptRoots() const;
 
     MountTable& mounts_;
-    PatientProbe& probe_;
+    FileProbe& probe_;
     const std::vector<SearchRoot> roots_;
 };
 

@@ -4,7 +4,7 @@
 #include "platform/linux/files/BaseDirectories.h"
 #include "platform/linux/files/FileTree.h"
 #include "platform/linux/files/Folders.h"
-#include "platform/posix/PatientProbe.h"
+#include "platform/posix/FileProbe.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -5,13 +5,13 @@
 
 namespace stowpocket {
 
-class PatientProbe;
+class FileProbe;
 
 /// The files of this machine. `probe` must outlive this. Copying and removing are not cut short on any thread: a
 /// network file takes the time that it takes, and belongs in the background.
 class PosixFileManager : public FileManager {
 public:
-    explicit PosixFileManager(PatientProbe& probe) : probe_(probe) {}
+    explicit PosixFileManager(FileProbe& probe) : probe_(probe) {}
 
     [[nodiscard]] bool fileExists(const FileURL& url) override;
     [[nodiscard]] std::optional<FileAttributes> attributes(const FileURL& url) override;
@@ -22,7 +22,7 @@ public:
     [[nodiscard]] std::optional<FileURL> homeDirectory() override;
 
 private:
-    PatientProbe& probe_;
+    FileProbe& probe_;
 };
 
 }  // namespace stowpocket

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/posix/PatientProbe.h"
+#include "platform/posix/FileProbe.h"
 
 #include "platform/linux/files/LinuxBookmarks.h"
 #include "platform/linux/files/MountTable.h"
@@ -37,18 +37,18 @@ private:
     std::promise<void> released_;
 };
 
-TEST(PatientProbe, asksOnAnotherThreadWhereAFileSystemCouldHang) {
+TEST(FileProbe, asksOnAnotherThreadWhereAFileSystemCouldHang) {
     const std::thread::id here = std::this_thread::get_id();
     const std::function<std::thread::id()> question = [] { return std::this_thread::get_id(); };
-    PatientProbe network(firstFolder, {20s, 20s});
+    FileProbe network(firstFolder, {20s, 20s});
     const auto answer = network.ask("/net/file", question);
     EXPECT_TRUE(answer && *answer != here);
-    PatientProbe local([](const std::string&) { return std::nullopt; }, {0ms, 0ms});
+    FileProbe local([](const std::string&) { return std::nullopt; }, {0ms, 0ms});
     EXPECT_EQ(local.ask("/home", question), here);
 }
 
-TEST(PatientProbe, holdsOneThreadForAMountThatHangsAndTrustsTheOthers) {
-    PatientProbe probe(firstFolder, {5ms, 10ms});
+TEST(FileProbe, holdsOneThreadForAMountThatHangsAndTrustsTheOthers) {
+    FileProbe probe(firstFolder, {5ms, 10ms});
     std::atomic<int> waits{0};
     probe.setRunWait([&](const std::function<bool()>& wait) { return ++waits, wait(); });
     Hanging dead;
@@ -75,13 +75,13 @@ TEST(PatientProbe, holdsOneThreadForAMountThatHangsAndTrustsTheOthers) {
     EXPECT_EQ(answer, 2);
 }
 
-TEST(PatientProbe, makesFilesOnASilentMountCountAsThere) {
+TEST(FileProbe, makesFilesOnASilentMountCountAsThere) {
     const TemporaryFolder folder;
     folder.write("file");
     MountTable mounts;
     bool isNetwork = false;
-    PatientProbe probe([&](const std::string&) { return isNetwork ? std::optional<std::string>("/") : std::nullopt; },
-                       {1ms, 1ms});
+    FileProbe probe([&](const std::string&) { return isNetwork ? std::optional<std::string>("/") : std::nullopt; },
+                    {1ms, 1ms});
     PosixFileManager files(probe);
     LinuxBookmarks bookmarks(mounts, probe, {});
     const Bytes bookmark = bookmarks.create(folder.url("file")).value();

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "platform/posix/PatientProbe.h"
+#include "platform/posix/FileProbe.h"
 
 #include <algorithm>
 #include <condition_variable>
 
 namespace stowpocket {
 
-/// What the asking and the asked thread share.
-struct PatientProbe::Call {
+/// State shared by the asking thread and the thread that looks.
+struct FileProbe::Call {
     void finish() {
         {
             const std::lock_guard lock(mutex);
@@ -30,15 +30,15 @@ struct PatientProbe::Call {
     bool isDone = false;
 };
 
-bool PatientProbe::waitFor(const std::string& mount, const std::function<void()>& work) {
+bool FileProbe::waitFor(const std::string& mount, const std::function<void()>& work) {
     if (std::this_thread::get_id() == mainThread_)
-        return waitUntil(mount, work, patience_.main);
-    return runWait_([&] { return waitUntil(mount, work, patience_.background); });
+        return waitUntil(mount, work, limits_.main);
+    return runWait_([&] { return waitUntil(mount, work, limits_.background); });
 }
 
-bool PatientProbe::waitUntil(const std::string& mount, const std::function<void()>& work,
-                             std::chrono::milliseconds patience) {
-    const Clock::time_point end = Clock::now() + patience;
+bool FileProbe::waitUntil(const std::string& mount, const std::function<void()>& work,
+                          std::chrono::milliseconds limit) {
+    const Clock::time_point end = Clock::now() + limit;
     for (;;) {
         std::shared_ptr<Call> call;
         bool isOwn = false;
@@ -57,7 +57,7 @@ bool PatientProbe::waitUntil(const std::string& mount, const std::function<void(
             }).detach();
             return call->waitUntil(end);
         }
-        if (!call->waitUntil(std::min(end, call->start + patience)))
+        if (!call->waitUntil(std::min(end, call->start + limit)))
             return false;
     }
 }
