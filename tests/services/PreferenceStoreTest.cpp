@@ -11,45 +11,42 @@ namespace {
 TEST(PreferenceStoreTest, readsTruthsAndNumbersInWhateverFormTheyAreStored) {
     constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
     constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-    struct Row {
-        PropertyValue stored;
+    struct Reading {
         bool boolean;
         std::int64_t integer;
+        std::vector<PropertyValue> stored;
     };
-    const std::vector<Row> table{{true, true, 1},
-                                 {false, false, 0},
-                                 {1, true, 1},
-                                 {0, false, 0},
-                                 {-50, true, -50},
-                                 {50.9, true, 50},
-                                 {-0.5, true, 0},
-                                 {0.0, false, 0},
-                                 {1e300, true, most},
-                                 {-1e300, true, least},
-                                 {std::nan(""), true, 0},
-                                 {"YES", true, 0},
-                                 {"true", true, 0},
-                                 {"No", false, 0},
-                                 {"false", false, 0},
-                                 {"1", true, 1},
-                                 {" +50 items", true, 50},
-                                 {"-07", true, -7},
-                                 {"00", false, 0},
-                                 {"0.9", false, 0},
-                                 {"99999999999999999999", true, most},
-                                 {"-99999999999999999999", true, least},
-                                 {"", false, 0},
-                                 {"- 1", false, 0},
-                                 {Bytes{1}, false, 0},
-                                 {PropertyValue::Array{1}, false, 0}};
+    const PropertyValue array(PropertyValue::Array{1});
     LayeredPreferenceStore store;
-    for (const Row& row : table) {
-        store.setValue("key", row.stored);
-        const std::string* const text = row.stored.string();
-        const std::size_t at = static_cast<std::size_t>(&row - table.data());
-        EXPECT_EQ(store.boolean("key"), row.boolean) << at << (text != nullptr ? ' ' + *text : "");
-        EXPECT_EQ(store.integer("key"), row.integer) << at << (text != nullptr ? ' ' + *text : "");
+    for (const Reading& each : {Reading{true, 1, {true, 1, "1"}},
+                                {false, 0, {false, 0, 0.0, "No", "false", "00", "0.9", "", "- 1", Bytes{1}, array}},
+                                {true, 0, {-0.5, std::nan(""), "YES", "true"}},
+                                {true, -50, {-50}},
+                                {true, 50, {50.9, " +50 items"}},
+                                {true, -7, {"-07"}},
+                                {true, most, {1e300, "99999999999999999999"}},
+                                {true, least, {-1e300, "-99999999999999999999"}}}) {
+        for (const PropertyValue& stored : each.stored) {
+            store.setValue("key", stored);
+            EXPECT_EQ(store.boolean("key"), each.boolean) << store.string("key") << " for " << each.integer;
+            EXPECT_EQ(store.integer("key"), each.integer) << store.string("key");
+        }
     }
+}
+
+TEST(PreferenceStoreTest, answersByTypeStoredValuesFirstAndAnnouncesChangesOnceTheyHold) {
+    LayeredPreferenceStore store;
+    std::string announced;
+    const Subscription subscription =
+        store.changed().connect([&](const std::string& key) { announced += key + '=' + store.string(key) + ' '; });
+    store.registerDefaults({{"letter", "D"}});
+    for (const char* const letter : {"E", "E"})
+        store.setValue("letter", letter);
+    for (int time = 0; time < 2; ++time)
+        store.removeValue("letter");
+    EXPECT_EQ(announced, "letter=E letter=D ");
+    EXPECT_EQ(store.integer("letter"), 0) << "of another type";
+    EXPECT_EQ(store.value("absent"), std::nullopt);
 }
 
 }  // namespace

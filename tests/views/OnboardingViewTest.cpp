@@ -29,28 +29,6 @@ TEST(OnboardingViewTest, getStartedIsStoredAtOnceEvenBeforeTheWelcomeIsOver) {
     EXPECT_EQ(window.completed, 1);
 }
 
-TEST(OnboardingViewTest, drawsTheBadgeByAndBy) {
-    OnboardingFixture window;
-    window.button("Get Started")->click();
-    const QPoint middle(260, 52 + 50);
-    const auto isDrawn = [&](QPoint fromMiddle) {
-        return window.view.grab().toImage().pixelColor(middle + fromMiddle).red() > 200;
-    };
-    const QPoint right(36, 0);
-    const QPoint left(-36, 0);
-    const QPoint bend(30 - 36, 46 - 36);
-    window.clock->advance(500ms);
-    EXPECT_FALSE(isDrawn(right));
-    window.clock->advance(120ms);
-    EXPECT_TRUE(isDrawn(right)) << "the circle begins at its top and runs clockwise";
-    EXPECT_FALSE(isDrawn(left));
-    window.clock->advance(280ms);
-    EXPECT_TRUE(isDrawn(left));
-    EXPECT_FALSE(isDrawn(bend));
-    window.clock->advance(300ms);
-    EXPECT_TRUE(isDrawn(bend));
-}
-
 TEST(OnboardingViewTest, movesOnlyWhileItIsSeenAndWanted) {
     OnboardingFixture window;
     window.clock->advance(10s);

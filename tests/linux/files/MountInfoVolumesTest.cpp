@@ -2,6 +2,7 @@
 #include "platform/linux/files/MountInfoVolumes.h"
 
 #include "platform/linux/files/MountChanges.h"
+#include "platform/linux/files/MountTable.h"
 #include "support/ComesTrue.h"
 #include "support/TemporaryFolder.h"
 
@@ -12,6 +13,7 @@
 #include <sched.h>
 #include <sys/mount.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -39,6 +41,9 @@ TEST(MountInfoVolumesTest, seesARealVolumeComeAndGo) {
         GTEST_SKIP() << "mounting is not permitted here: " << std::strerror(errno);
     const TemporaryFolder folder;
     const std::string& path = folder.path();
+    MountTable table;
+    const auto isListed = [&] { return std::ranges::count(*table.mounts(), path, &Mount::point) == 1; };
+    EXPECT_FALSE(isListed());
     MountInfoVolumes volumes;
     int mounted = 0;
     int unmounted = 0;
@@ -46,9 +51,11 @@ TEST(MountInfoVolumesTest, seesARealVolumeComeAndGo) {
     const Subscription unmount = volumes.didUnmount().connect([&unmounted] { ++unmounted; });
     ASSERT_EQ(::mount("none", path.c_str(), "tmpfs", 0, nullptr), 0);
     EXPECT_TRUE(comesTrue([&] { return mounted > 0; }));
+    EXPECT_TRUE(isListed());
     ASSERT_EQ(::mount("none", path.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
     ASSERT_EQ(::umount(path.c_str()), 0) << "nothing is kept open there";
     EXPECT_TRUE(comesTrue([&] { return unmounted > 0; }));
+    EXPECT_FALSE(isListed());
     EXPECT_EQ(mounted, 1);
     EXPECT_EQ(unmounted, 1);
     EXPECT_FALSE(QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents)) << "nothing at rest";

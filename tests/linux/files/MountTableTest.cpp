@@ -5,10 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sched.h>
-#include <sys/mount.h>
-
-#include <algorithm>
 #include <limits>
 
 namespace stowpocket {
@@ -55,24 +51,6 @@ TEST(MountTable, findsTheHangingMountBehindLinks) {
         EXPECT_EQ(hangingMountOn(mounts, folder.path(name)).has_value(), name.ends_with("..")) << name;
     const Mounts covered = {mounts[1], {3, mounts[1].point, "ext4"}};
     EXPECT_EQ(hangingMountOn(covered, folder.path("net/dead/x")), std::nullopt);
-}
-
-bool hasMount(MountTable& table, const std::string& point) {
-    return std::ranges::count(*table.mounts(), point, &Mount::point) == 1;
-}
-
-TEST(MountTable, noticesChanges) {
-    const TemporaryFolder folder;
-    const std::string& point = folder.path();
-    // In a mount table of this process alone.
-    if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
-        GTEST_SKIP() << "this machine does not let the test mount a file system of its own";
-    MountTable table;
-    EXPECT_FALSE(hasMount(table, point));
-    ASSERT_EQ(::mount("none", point.c_str(), "tmpfs", 0, nullptr), 0);
-    EXPECT_TRUE(hasMount(table, point));
-    ASSERT_EQ(::umount(point.c_str()), 0);
-    EXPECT_FALSE(hasMount(table, point));
 }
 
 }  // namespace

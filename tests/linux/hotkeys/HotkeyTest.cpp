@@ -82,30 +82,6 @@ TEST_F(HotkeyTest, equalOnesShareTheirKeysUntilOneMovesAway) {
     EXPECT_EQ(presses[1], 2);
 }
 
-TEST_F(HotkeyTest, heldKeyFiresOnce) {
-    class RepeatCounter : public QAbstractNativeEventFilter {
-    public:
-        RepeatCounter() { QCoreApplication::instance()->installNativeEventFilter(this); }
-        bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override {
-            const auto& event = *static_cast<const xcb_key_press_event_t*>(message);
-            count += (event.response_type & 0x7F) == XCB_KEY_PRESS && event.detail == key::s ? 1 : 0;
-            return false;
-        }
-        int count = 0;
-    } repeats;
-    const auto shelf = service.registerHotkey(virtualS, optionShift, {0, 1});
-    for (const std::uint8_t key : {key::alt, key::shift, key::s})
-        hand.down(key);
-    EXPECT_TRUE(comesTrue([&] { return repeats.count >= 3; }));
-    EXPECT_EQ(presses[1], 1);
-    for (const std::uint8_t key : {key::s, key::shift, key::alt})
-        hand.up(key);
-    const xcb_timestamp_t released = hand.session().serverTime();
-    EXPECT_TRUE(comesTrue([&] { return hand.session().serverTime() != released; })) << "a release takes a moment";
-    pressS();
-    EXPECT_TRUE(comesTrue([&] { return presses[1] == 2; }));
-}
-
 TEST_F(HotkeyTest, survivesACombinationThatAnotherProgramHolds) {
     xcb_connection_t* const other = hand.session().raw();
     const std::uint16_t withCapsLock = XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK;

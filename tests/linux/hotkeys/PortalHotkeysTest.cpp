@@ -206,33 +206,21 @@ TEST_F(PortalHotkeysTest, takesAPortalThatTalksNonsenseForNone) {
     const QString shortcuts = QStringLiteral("shortcuts");
     const QString session = QStringLiteral("session_handle");
     const QVariantMap nothing;
-    struct Case {
-        QVariant version;
-        std::optional<QVariantList> created;
-        std::optional<QVariantList> bound;
-    };
-    const std::vector<Case> cases{
-        {QStringLiteral("two"), {}, {}},
-        {QStringList{QStringLiteral("2")}, {}, {}},
-        {0U, {}, {}},
-        {2U, QVariantList(), {}},
-        {2U, QVariantList{QStringLiteral("0"), nothing}, {}},
-        {2U, QVariantList{0U}, {}},
-        {2U, QVariantList{0U, nothing}, {}},
-        {2U, QVariantList{0U, QVariantMap{{session, 5}}}, {}},
-        {2U, QVariantList{0U, QVariantMap{{session, QStringLiteral("not a path")}}}, {}},
-        {2U, {}, QVariantList{2U, nothing}},
-        {2U, {}, QVariantList{0U, QVariantMap{{shortcuts, QStringLiteral("all")}}}},
-        {2U, {}, QVariantList{0U, QVariantMap{{shortcuts, QStringList{QStringLiteral("shelf")}}}}},
-        {2U, {}, QVariantList{0U, QVariantMap{{shortcuts, QVariantMap{{QStringLiteral("shelf"), 1}}}}}},
-        {2U, {}, QVariantList{0U, QStringList()}},
-    };
-    for (const Case& each : cases) {
+    const std::optional<QVariantList> proper;
+    const std::vector<std::tuple<QVariant, std::optional<QVariantList>, std::optional<QVariantList>>> cases{
+        {QStringLiteral("two"), proper, proper},
+        {0U, proper, proper},
+        {2U, QVariantList(), proper},
+        {2U, QVariantList{QStringLiteral("0"), nothing}, proper},
+        {2U, QVariantList{0U, nothing}, proper},
+        {2U, QVariantList{0U, QVariantMap{{session, QStringLiteral("not a path")}}}, proper},
+        {2U, proper, QVariantList{2U, nothing}},
+        {2U, proper, QVariantList{0U, QVariantMap{{shortcuts, QStringList{QStringLiteral("shelf")}}}}},
+        {2U, proper, QVariantList{0U, QStringList()}}};
+    for (const auto& each : cases) {
         SCOPED_TRACE(&each - cases.data());
         startPortal();
-        portal->version = each.version;
-        portal->created = each.created;
-        portal->bound = each.bound;
+        std::tie(portal->version, portal->created, portal->bound) = each;
         start();
         registerHotkeys();
         waitForGrabs(2);
@@ -245,43 +233,25 @@ TEST_F(PortalHotkeysTest, takesAPortalThatTalksNonsenseForNone) {
     }
 }
 
-TEST_F(PortalHotkeysTest, aDesktopNeedNotSayWhatItBound) {
-    startPortal();
-    portal->bound = {0U, QVariantMap()};
-    start();
-    registerHotkeys();
-    waitFor(HotkeySource::portal);
-}
-
 TEST(ShortcutTriggerTest, namesKeysByTheirBaseSymbol) {
-    struct Case {
-        std::uint32_t key;
-        std::uint32_t modifiers;
-        const char* trigger;
-    };
-    const std::vector<Case> cases{
-        {1, optionShift, "ALT+SHIFT+s"},
-        {2, carbonModifier::controlKey | carbonModifier::cmdKey | 0x400, "CTRL+LOGO+d"},
-        {0, 0x1B00, "CTRL+ALT+SHIFT+LOGO+a"},
-        {46, 0, "m"},
-        {29, 0, "0"},
-        {41, 0, "semicolon"},
-        {51, 0, "BackSpace"},
-        {53, 0, "Escape"},
-        {122, 0, "F1"},
-        {111, 0, "F12"},
-        {90, 0, "F20"},
-        {117, 0, "Delete"},
-        {126, 0, "Up"},
-        {92, 0, "KP_9"},
-        {52, optionShift, ""},
-        {127, 0, ""},
-        {128, 0, ""},
-        {0x100 + 50, 0, ""},
-        {0xFFFFFFFF, optionShift, ""},
-    };
-    for (const Case& each : cases)
-        EXPECT_EQ(shortcutTrigger(each.key, each.modifiers), each.trigger) << each.key;
+    const auto controlCommand = carbonModifier::controlKey | carbonModifier::cmdKey;
+    using Case = std::tuple<std::uint32_t, std::uint32_t, std::string>;
+    for (const auto& [key, modifiers, trigger] : {Case{1, optionShift, "ALT+SHIFT+s"},
+                                                  {2, controlCommand | 0x400, "CTRL+LOGO+d"},
+                                                  {0, 0x1B00, "CTRL+ALT+SHIFT+LOGO+a"},
+                                                  {41, 0, "semicolon"},
+                                                  {51, 0, "BackSpace"},
+                                                  {122, 0, "F1"},
+                                                  {90, 0, "F20"},
+                                                  {117, 0, "Delete"},
+                                                  {126, 0, "Up"},
+                                                  {92, 0, "KP_9"},
+                                                  {52, optionShift, ""},
+                                                  {127, 0, ""},
+                                                  {128, 0, ""},
+                                                  {0x100 + 50, 0, ""},
+                                                  {0xFFFFFFFF, optionShift, ""}})
+        EXPECT_EQ(shortcutTrigger(key, modifiers), trigger) << key;
 }
 
 }  // namespace

@@ -45,12 +45,6 @@ protected:
         EXPECT_TRUE(comesTrue([&seen] { return seen.has_value(); }));
         return seen.value_or(KeyEvent{});
     }
-    [[nodiscard]] bool sees(const std::vector<std::uint8_t>& keys, std::uint16_t keyCode, std::int64_t flags) {
-        const KeyEvent event = seenOn(keys);
-        EXPECT_EQ(event.keyCode, keyCode);
-        return event.modifierFlags == flags;
-    }
-
     void lock(std::uint8_t key) {
         const int before = widget.keys;
         hand.press({key});
@@ -64,36 +58,32 @@ protected:
 };
 
 TEST_F(EventMonitorsTest, describesKeysAsTheReferencePlatformDoes) {
-    EXPECT_TRUE(sees({key::alt, key::shift, key::s}, 1, modifierFlag::option | modifierFlag::shift));
-    EXPECT_TRUE(sees({key::control, key::a}, 0, modifierFlag::control));
-    EXPECT_TRUE(sees({key::super, key::s}, 1, modifierFlag::command));
-    EXPECT_TRUE(sees({key::escape}, 53, 0));
-    EXPECT_TRUE(sees({key::f5}, 96, 0x800000));
-    EXPECT_TRUE(sees({key::up}, 126, 0xA00000));
+    const auto expect = [this](const std::vector<std::uint8_t>& keys, std::uint16_t keyCode, std::int64_t flags,
+                               const std::string& characters) {
+        const KeyEvent event = seenOn(keys);
+        EXPECT_EQ(std::tie(event.keyCode, event.modifierFlags, event.charactersIgnoringModifiers),
+                  std::tie(keyCode, flags, characters));
+    };
+    constexpr std::int64_t optionShift = modifierFlag::option | modifierFlag::shift;
+    expect({key::alt, key::shift, key::s}, 1, optionShift, "s");
+    expect({key::control, key::shift, key::one}, 18, modifierFlag::control | modifierFlag::shift, "1");
+    expect({key::super, key::s}, 1, modifierFlag::command, "s");
+    expect({key::enter}, 36, 0, "↩");
+    expect({key::f5}, 96, 0x800000, "F5");
+    expect({key::up}, 126, 0xA00000, "↑");
     lock(key::numLock);
-    EXPECT_TRUE(sees({key::pad5}, 87, 0x200000));
-    EXPECT_TRUE(sees({key::s}, 1, 0)) << "Num Lock is no modifier";
+    expect({key::pad5}, 87, 0x200000, "5");
+    expect({key::s}, 1, 0, "s");  // Num Lock is no modifier
     lock(key::numLock);
     lock(key::capsLock);
-    EXPECT_TRUE(sees({key::alt, key::shift, key::s}, 1, modifierFlag::option | modifierFlag::shift | 0x10000));
+    expect({key::alt, key::shift, key::s}, 1, optionShift | 0x10000, "s");
     hand.press({key::capsLock});
-}
 
-TEST_F(EventMonitorsTest, saysWhatAKeyTypesWithoutModifiers) {
-    const auto characters = [this](std::uint8_t which) {
-        return seenOn({key::control, key::shift, which}).charactersIgnoringModifiers;
-    };
-    EXPECT_EQ(characters(key::s), "s");
-    EXPECT_EQ(characters(key::one), "1") << "not what Shift makes of it";
-    EXPECT_EQ(characters(key::f5), "F5");
-    EXPECT_EQ(characters(key::up), "↑");
-    EXPECT_EQ(characters(key::pad5), "5");
-    EXPECT_EQ(characters(key::enter), "↩");
     EXPECT_TRUE(run("setxkbmap us,de,ru -option grp:caps_toggle"));
     hand.press({key::capsLock});
-    EXPECT_EQ(characters(key::grave), "^") << "a dead key";
+    expect({key::grave}, 50, 0, "^");  // a dead key
     hand.press({key::capsLock});
-    EXPECT_EQ(characters(key::s), "ы") << "in the third layout";
+    expect({key::control, key::s}, 1, modifierFlag::control, "ы");  // in the third layout
     hand.press({key::capsLock});
     EXPECT_TRUE(run("setxkbmap us -option \"\""));
 }

@@ -55,30 +55,6 @@ PropertyValue dictionary(PropertyValue::Dictionary values) {
     return values;
 }
 
-TEST_F(LinuxPreferenceStoreTest, answersByTypeAndStoredValuesFirst) {
-    const auto store = open();
-    store->registerDefaults({{"capacity", 20}});
-    EXPECT_EQ(store->integer("capacity"), 20);
-    store->setValue("capacity", 50);
-    EXPECT_EQ(store->integer("capacity"), 50);
-    EXPECT_EQ(store->string("capacity"), "") << "of another type";
-    store->removeValue("capacity");
-    EXPECT_EQ(store->integer("capacity"), 20);
-    EXPECT_EQ(store->value("absent"), std::nullopt);
-}
-
-TEST_F(LinuxPreferenceStoreTest, announcesChangesOnlyAndAfterTheyHold) {
-    const auto store = open();
-    std::vector<std::string> announced;
-    const Subscription subscription = store->changed().connect(
-        [&](const std::string& key) { announced.push_back(key + '=' + store->string(key)); });
-    store->setValue("letter", "D");
-    store->setValue("letter", "D");
-    store->removeValue("letter");
-    store->removeValue("letter");
-    EXPECT_EQ(announced, (std::vector<std::string>{"letter=D", "letter="}));
-}
-
 TEST_F(LinuxPreferenceStoreTest, endsWithEverythingOnTheDiskButTheDefaults) {
     auto store = open();
     store->finish();

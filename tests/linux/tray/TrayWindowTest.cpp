@@ -67,7 +67,7 @@ TEST(TrayWindowTest, isAsLargeAsTheTrayMakesItWhateverItWishes) {
     EXPECT_EQ(connection->geometryOnRoot(icon.id())->size(), granted);
 
     connection->setProperty(tray.window, connection->atom(X11Atom::trayOrientation), XCB_ATOM_CARDINAL, {1});
-    icon.showFace();
+    icon.followBar();
     EXPECT_EQ(wishedWidth(), 22) << "a square in a vertical bar";
 }
 
