@@ -37,12 +37,12 @@ std::shared_ptr<AppDelegate> AppDelegate::make(const AppServices& services) {
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
-    PreferenceStore& preferences = services_.shelf.preferences;
+    PreferenceStore& preferences = services_.core.preferences;
     registerPreferenceDefaults(preferences);
     auto manager = ShelfManager::make(services_.shelf);
     manager->load();
     manager->requestThumbnails();
-    shelfViewModel_ = ShelfViewModel::make(manager, services_.shelf.fileManager, services_.shelf.dispatch);
+    shelfViewModel_ = ShelfViewModel::make(manager, services_.core.files, services_.core.dispatch);
     setUpStatusItem();
     setUpPopover();
     setUpObservers();
@@ -70,7 +70,7 @@ std::function<void()> AppDelegate::weakly(Action action) {
 }
 
 void AppDelegate::observe(std::string_view notification, Action action) {
-    observers_.push_back(services_.shelf.notificationCenter.observe(notification, weakly(action)));
+    observers_.push_back(services_.core.notifications.observe(notification, weakly(action)));
 }
 
 void AppDelegate::setUpStatusItem() {
@@ -81,7 +81,7 @@ void AppDelegate::setUpStatusItem() {
     button->setAction(weakly(&AppDelegate::statusItemClicked));
     updateStatusItemIcon();
     statusItemDropHandler_ = std::make_shared<StatusItemDropHandler>(
-        button, services_.shelf.fileManager, services_.shelf.dispatch,
+        button, services_.core.files, services_.core.dispatch,
         [weak = weak_from_this()](const std::vector<FileURL>& urls) {
             if (const auto self = weak.lock())
                 self->filesDropped(urls);
@@ -106,8 +106,8 @@ void AppDelegate::setUpObservers() {
 }
 
 void AppDelegate::startMissingItemsTimer() {
-    missingItemsTimer_ = services_.shelf.dispatch.every(
-        missingItemsInterval, [&dispatch = services_.shelf.dispatch,
+    missingItemsTimer_ = services_.core.dispatch.every(
+        missingItemsInterval, [&dispatch = services_.core.dispatch,
                                check = weakly(&AppDelegate::checkForMissingItems)] { dispatch.async(check); });
     pauseTimerOfEmptyShelf();
 }
@@ -147,8 +147,10 @@ void AppDelegate::updateStatusItemIcon() {
 }
 
 void AppDelegate::cleanUpInstallerImage() {
-    installerImageCleanup_.emplace(services_.installerImage, services_.updates.mainBundle.bundleURL,
-                                   services_.shelf.fileManager.homeDirectory());
+    if (!services_.installerImage)
+        return;
+    installerImageCleanup_.emplace(*services_.installerImage, services_.core.bundle.bundleURL,
+                                   services_.core.files.homeDirectory());
     installerImageCleanup_->cleanUp();
 }
 

@@ -27,6 +27,7 @@ inline constexpr std::string_view shortcutChangedNotification = "StowpocketShort
 
 /// What the application is built on; all of it outlives the controller.
 struct AppServices {
+    CoreServices core;
     ShelfServices shelf;
     StatusBar& statusBar;
     ViewFactory& views;
@@ -38,7 +39,8 @@ struct AppServices {
     /// The one hotkey manager of the process, made when first asked for.
     std::function<HotkeyManager&()> sharedHotkeyManager;
     UpdaterServices updates;
-    InstallerImageServices installerImage;
+    /// None where no program is installed from a disk image.
+    std::optional<InstallerImageServices> installerImage;
 };
 
 /// Whether a popover appears in a movement or at once.

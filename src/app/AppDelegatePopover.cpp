@@ -67,7 +67,7 @@ void AppDelegate::clickedElsewhere() {
     if (!popover_->isShown())
         return;
     pendingCloseWork_.reset();
-    pendingCloseWork_ = services_.shelf.dispatch.after(closeDelay, weakly(&AppDelegate::closeUnlessDragging));
+    pendingCloseWork_ = services_.core.dispatch.after(closeDelay, weakly(&AppDelegate::closeUnlessDragging));
 }
 
 void AppDelegate::closeUnlessDragging() {
@@ -107,7 +107,7 @@ void AppDelegate::installLocalKeyMonitors() {
 /// Flags are compared exactly: with Caps Lock on, or a key of the numeric pad, the event is another one.
 std::unique_ptr<EventMonitorToken> AppDelegate::localKeyMonitor(std::string_view keyCodeKey,
                                                                 std::string_view modifiersKey, Action action) {
-    const PreferenceStore& preferences = services_.shelf.preferences;
+    const PreferenceStore& preferences = services_.core.preferences;
     const std::int64_t keyCode = preferences.integer(keyCodeKey);
     if (keyCode < 0)
         return nullptr;

@@ -22,19 +22,19 @@ void AppDelegate::openSettings() {
 
 void AppDelegate::openOnboarding() {
     onboardingWindow_ =
-        services_.views.makeOnboardingWindow(services_.shelf.preferences, weakly(&AppDelegate::completeOnboarding));
+        services_.views.makeOnboardingWindow(services_.core.preferences, weakly(&AppDelegate::completeOnboarding));
     onboardingWindow_->center();
     onboardingWindow_->makeKeyAndOrderFront();
     services_.application.activate();
 }
 
 void AppDelegate::completeOnboarding() {
-    services_.shelf.preferences.setValue(preferenceKey::onboardingShown, true);
+    services_.core.preferences.setValue(preferenceKey::onboardingShown, true);
     if (onboardingWindow_)
         onboardingWindow_->close();
     // The view that calls this is inside the window, so the window goes once the call is over.
     const std::shared_ptr<Window> window = std::move(onboardingWindow_);
-    services_.shelf.dispatch.async([window] {});
+    services_.core.dispatch.async([window] {});
 }
 
 }  // namespace stowpocket

@@ -35,7 +35,7 @@ HotkeyRecorder::HotkeyRecorder(const Services& services, const ShortcutKeys& sho
 
 void HotkeyRecorder::observe() {
     observation_ =
-        services_.preferences.changed().connect([this](const std::string& key) { preferenceChanged(key); });
+        services_.core.preferences.changed().connect([this](const std::string& key) { preferenceChanged(key); });
 }
 
 void HotkeyRecorder::toggleRecording() {
@@ -67,19 +67,19 @@ void HotkeyRecorder::keyDown(const KeyEvent& event) {
         return;
     store(event.keyCode, event.modifierFlags & deviceIndependentFlags, uppercased(event.charactersIgnoringModifiers));
     stopRecording();
-    services_.notificationCenter.post(notification_);
+    services_.core.notifications.post(notification_);
 }
 
 void HotkeyRecorder::clear() {
     store(noKeyCode, 0, {});
-    services_.notificationCenter.post(notification_);
+    services_.core.notifications.post(notification_);
 }
 
 void HotkeyRecorder::store(std::int64_t keyCode, std::int64_t modifiers, std::string keyChar) {
     observation_.reset();
-    services_.preferences.setValue(shortcut_.keyCode, keyCode);
-    services_.preferences.setValue(shortcut_.modifiers, modifiers);
-    services_.preferences.setValue(shortcut_.keyChar, std::move(keyChar));
+    services_.core.preferences.setValue(shortcut_.keyCode, keyCode);
+    services_.core.preferences.setValue(shortcut_.modifiers, modifiers);
+    services_.core.preferences.setValue(shortcut_.keyChar, std::move(keyChar));
     observe();
     changed.emit();
 }
@@ -92,14 +92,14 @@ void HotkeyRecorder::preferenceChanged(std::string_view key) {
 }
 
 bool HotkeyRecorder::conflicts() const {
-    const PreferenceStore& preferences = services_.preferences;
+    const PreferenceStore& preferences = services_.core.preferences;
     const std::int64_t keyCode = preferences.integer(shortcut_.keyCode);
     return keyCode >= 0 && keyCode == preferences.integer(other_.keyCode) &&
            preferences.integer(shortcut_.modifiers) == preferences.integer(other_.modifiers);
 }
 
 HotkeyRecorderPresentation HotkeyRecorder::shown() const {
-    const PreferenceStore& preferences = services_.preferences;
+    const PreferenceStore& preferences = services_.core.preferences;
     const bool isSet = preferences.integer(shortcut_.keyCode) >= 0;
     const std::string keyChar = preferences.string(shortcut_.keyChar);
 

@@ -2,14 +2,12 @@
 #pragma once
 
 #include "foundation/Signal.h"
+#include "services/CoreServices.h"
 #include "services/Input.h"
 
 #include <string_view>
 
 namespace stowpocket {
-
-class NotificationCenter;
-class PreferenceStore;
 
 /// The preference keys under which one shortcut is stored.
 struct ShortcutKeys {
@@ -37,9 +35,8 @@ class HotkeyRecorder : public std::enable_shared_from_this<HotkeyRecorder> {
 public:
     /// All of it outlives the event monitors.
     struct Services {
-        PreferenceStore& preferences;
+        CoreServices core;
         EventMonitors& eventMonitors;
-        NotificationCenter& notificationCenter;
     };
 
     /// `notification` is posted after every change of `shortcut`; `other` is the one it may conflict with.

@@ -11,13 +11,13 @@ std::vector<ShelfItem> builtItems(std::span<const FileURL> urls, const ShelfServ
     std::vector<ShelfItem> items;
     items.reserve(urls.size());
     for (const FileURL& url : urls) {
-        FileFacts facts = fileFacts(url, services.fileManager);
+        FileFacts facts = fileFacts(url, services.core.files);
         items.push_back({.id = UUID::random(),
                          .fileURL = url,
                          .bookmarkData = services.bookmarks.create(url),
                          .filename = std::move(facts.filename),
                          .fileSize = facts.fileSize,
-                         .dateAdded = services.clock.now(),
+                         .dateAdded = services.core.clock.now(),
                          .isAvailable = facts.exists});
     }
     return items;

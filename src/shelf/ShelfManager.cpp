@@ -41,14 +41,14 @@ FileURL ShelfManager::filePromiseDirectory(FileManager& fileManager) {
 }
 
 std::int64_t ShelfManager::capacity() const {
-    return shelfCapacity(services_.preferences);
+    return shelfCapacity(services_.core.preferences);
 }
 
 void ShelfManager::load() {
-    const std::optional<PropertyValue> stored = services_.preferences.value(shelfBookmarksKey);
+    const std::optional<PropertyValue> stored = services_.core.preferences.value(shelfBookmarksKey);
     const PropertyValue::Array* const entries = stored ? stored->array() : nullptr;
     DecodedShelf shelf =
-        entries == nullptr ? DecodedShelf{} : decodedShelf(*entries, services_.bookmarks, services_.fileManager);
+        entries == nullptr ? DecodedShelf{} : decodedShelf(*entries, services_.bookmarks, services_.core.files);
     items_ = std::move(shelf.items);
     accessedResourceURLs_ = std::move(shelf.accessedResourceURLs);
     if (shelf.madeBookmarks)
@@ -91,10 +91,10 @@ void ShelfManager::addInBackground(std::vector<FileURL> urls) {
     pendingAddCount_ += static_cast<std::int64_t>(urls.size());
     const std::uint64_t batch = ++latestBatch_;
     pendingBatches_.insert(batch);
-    services_.dispatch.background(
+    services_.core.dispatch.background(
         [weak = weak_from_this(), services = services_, batch, urls = std::move(urls)]() mutable {
             std::vector<ShelfItem> built = builtItems(urls, services);
-            services.dispatch.async([weak = std::move(weak), batch, built = std::move(built)]() mutable {
+            services.core.dispatch.async([weak = std::move(weak), batch, built = std::move(built)]() mutable {
                 if (const auto self = weak.lock())
                     self->finishBatch(batch, std::move(built));
             });
@@ -172,11 +172,11 @@ void ShelfManager::endAccess(const FileURL& url) {
 void ShelfManager::commit(const ShelfChange& change) {
     save();
     itemsChanged.emit(change);
-    services_.notificationCenter.post(itemsChangedNotification);
+    services_.core.notifications.post(itemsChangedNotification);
 }
 
 void ShelfManager::save() {
-    services_.preferences.setValue(shelfBookmarksKey, encodedShelf(items_));
+    services_.core.preferences.setValue(shelfBookmarksKey, encodedShelf(items_));
 }
 
 }  // namespace stowpocket

@@ -3,6 +3,7 @@
 
 #include "foundation/NotificationCenter.h"
 #include "foundation/Signal.h"
+#include "services/CoreServices.h"
 #include "services/Pictures.h"
 #include "shelf/ShelfChange.h"
 #include "shelf/ShelfItem.h"
@@ -20,11 +21,8 @@
 namespace stowpocket {
 
 class Bookmarks;
-class Clock;
-class Dispatch;
 class FileManager;
 class MainScreen;
-class PreferenceStore;
 class Thumbnails;
 class WorkspaceIcons;
 
@@ -33,15 +31,11 @@ inline constexpr std::string_view itemsChangedNotification = "StowpocketItemsCha
 
 /// What the shelf is built on. All of it outlives every closure that the shelf hands out.
 struct ShelfServices {
-    PreferenceStore& preferences;
+    CoreServices core;
     Bookmarks& bookmarks;
-    FileManager& fileManager;
     Thumbnails& thumbnails;
     WorkspaceIcons& workspaceIcons;
     MainScreen& mainScreen;
-    Dispatch& dispatch;
-    Clock& clock;
-    NotificationCenter& notificationCenter;
 };
 
 /// The files waiting to be dragged out again, oldest first. Every change of which items are on the shelf is saved
@@ -81,7 +75,7 @@ public:
     [[nodiscard]] bool isPending(std::uint64_t batch) const { return pendingBatches_.contains(batch); }
     [[nodiscard]] std::int64_t capacity() const;
     /// Where the shelf is kept.
-    [[nodiscard]] PreferenceStore& preferences() const { return services_.preferences; }
+    [[nodiscard]] PreferenceStore& preferences() const { return services_.core.preferences; }
 
     /// Null until it has been made.
     [[nodiscard]] const Image* thumbnail(const UUID& id) const;

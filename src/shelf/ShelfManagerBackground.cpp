@@ -60,7 +60,7 @@ void ShelfManager::search(std::vector<UUID> ids) {
     std::vector<Bytes> bookmarks;
     for (const UUID& id : ids)
         bookmarks.push_back(*std::ranges::find(items_, id, &ShelfItem::id)->bookmarkData);
-    services_.dispatch.background(
+    services_.core.dispatch.background(
         [weak = weak_from_this(), services = services_, ids = std::move(ids), bookmarks = std::move(bookmarks)] {
             const std::vector<std::optional<ResolvedBookmark>> found = services.bookmarks.search(bookmarks);
             std::vector<SearchAnswer> answers;
@@ -69,11 +69,11 @@ void ShelfManager::search(std::vector<UUID> ids) {
                 if (!found[index])
                     continue;
                 answer.url = found[index]->url;
-                answer.isAvailable = services.fileManager.fileExists(*answer.url);
+                answer.isAvailable = services.core.files.fileExists(*answer.url);
                 if (found[index]->isStale)
                     answer.freshBookmark = services.bookmarks.create(*answer.url);
             }
-            services.dispatch.async([weak, answers = std::move(answers)] {
+            services.core.dispatch.async([weak, answers = std::move(answers)] {
                 if (const auto self = weak.lock())
                     self->applySearch(answers);
             });
@@ -107,7 +107,7 @@ void ShelfManager::applySearch(const std::vector<SearchAnswer>& answers) {
     for (const std::size_t index : removed.indexes | std::views::reverse)
         items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index));
     itemsChanged.emit(removed);
-    services_.notificationCenter.post(itemsChangedNotification);
+    services_.core.notifications.post(itemsChangedNotification);
 }
 
 void ShelfManager::refreshAvailability() {
@@ -126,16 +126,16 @@ void ShelfManager::refreshAvailability() {
     for (const ShelfItem& item : items_)
         questions.push_back({item.id, item.fileURL, item.isAvailable});
 
-    services_.dispatch.background(
+    services_.core.dispatch.background(
         [weak = weak_from_this(), services = services_, look = look_, questions = std::move(questions)] {
             std::vector<std::pair<UUID, bool>> changed;
             for (const Question& question : questions) {
-                if (services.fileManager.fileExists(question.url) != question.isAvailable)
+                if (services.core.files.fileExists(question.url) != question.isAvailable)
                     changed.emplace_back(question.id, !question.isAvailable);
             }
             if (changed.empty() && look->end())
                 return;
-            services.dispatch.async([weak, changed = std::move(changed)] {
+            services.core.dispatch.async([weak, changed = std::move(changed)] {
                 if (const auto self = weak.lock())
                     self->applyAvailability(changed);
             });
@@ -171,7 +171,7 @@ void ShelfManager::requestThumbnails() {
 
 void ShelfManager::requestThumbnail(const ShelfItem& item, double scale) {
     thumbnailsOnTheirWay_.insert(item.id);
-    const auto deliver = [weak = weak_from_this(), &dispatch = services_.dispatch,
+    const auto deliver = [weak = weak_from_this(), &dispatch = services_.core.dispatch,
                           id = item.id](std::optional<Image> image) {
         dispatch.async([weak, id, image = std::move(image)] {
             const auto self = weak.lock();

@@ -29,7 +29,7 @@ std::string runningVersionOf(const MainBundle& bundle) {
 }  // namespace
 
 AppcastUpdater::AppcastUpdater(AppcastUpdaterServices services) : services_(std::move(services)) {
-    const MainBundle& bundle = services_.mainBundle;
+    const MainBundle& bundle = services_.core.bundle;
     status_.programName = infoOf(bundle, infoKey::bundleName);
     status_.runningVersion = runningVersionOf(bundle);
     status_.canInstall = services_.ownsItsFile && !infoOf(bundle, infoKey::publicEDKey).empty();
@@ -48,7 +48,7 @@ void AppcastUpdater::setState(UpdateState state) {
     if (isShown_)
         services_.window.show(status_);
     // A second wish to check would find nothing new to do; in every other state it brings up the window.
-    const bool can = !infoOf(services_.mainBundle, infoKey::feedURL).empty() && !status_.runningVersion.empty() &&
+    const bool can = !infoOf(services_.core.bundle, infoKey::feedURL).empty() && !status_.runningVersion.empty() &&
                      !(isShown_ && state == UpdateState::checking);
     if (can != canCheck_) {
         canCheck_ = can;
@@ -80,21 +80,21 @@ void AppcastUpdater::fail(UpdateFailure failure) {
 void AppcastUpdater::scheduleChecks() {
     if (!canCheck_)
         return;
-    firstLook_ = services_.dispatch.after(timeToFirstLook, [this] {
+    firstLook_ = services_.core.dispatch.after(timeToFirstLook, [this] {
         forgetReplacedVersion();
         lookByItself();
     });
-    looks_ = services_.dispatch.every(timeBetweenLooks, [this] { lookByItself(); });
+    looks_ = services_.core.dispatch.every(timeBetweenLooks, [this] { lookByItself(); });
 }
 
 /// The file of the version before is kept until this one has run for a while: were it broken, it would be needed.
 void AppcastUpdater::forgetReplacedVersion() {
-    const std::string installed = services_.preferences.string(installedVersionKey);
+    const std::string installed = services_.core.preferences.string(installedVersionKey);
     if (installed.empty())
         return;
     if (installed == status_.runningVersion)
         services_.worker.removeReplaced();
-    services_.preferences.removeValue(installedVersionKey);
+    services_.core.preferences.removeValue(installedVersionKey);
 }
 
 void AppcastUpdater::lookByItself() {
@@ -103,12 +103,12 @@ void AppcastUpdater::lookByItself() {
 }
 
 bool AppcastUpdater::isCheckDue() const {
-    const bool isSaid = services_.preferences.value(enableAutomaticChecksKey).has_value();
-    if (isSaid && !services_.preferences.boolean(enableAutomaticChecksKey))
+    const bool isSaid = services_.core.preferences.value(enableAutomaticChecksKey).has_value();
+    if (isSaid && !services_.core.preferences.boolean(enableAutomaticChecksKey))
         return false;
-    const std::optional<PropertyValue> last = services_.preferences.value(lastCheckTimeKey);
+    const std::optional<PropertyValue> last = services_.core.preferences.value(lastCheckTimeKey);
     const std::optional<Date> time = last ? last->date() : std::nullopt;
-    const Date now = services_.clock.now();
+    const Date now = services_.core.clock.now();
     // A time to come was stored while the clock was wrong.
     return !time || *time > now || now - *time >= timeBetweenChecks;
 }
@@ -128,7 +128,7 @@ void AppcastUpdater::check() {
     status_.failure.reset();
     status_.received = 0;
     setState(UpdateState::checking);
-    const MainBundle& bundle = services_.mainBundle;
+    const MainBundle& bundle = services_.core.bundle;
     services_.worker.readList(infoOf(bundle, infoKey::feedURL), infoOf(bundle, infoKey::publicEDKey),
                               [this](auto answer) {
                                   if (const UpdateFailure* const failure = std::get_if<UpdateFailure>(&answer))
@@ -139,9 +139,9 @@ void AppcastUpdater::check() {
 }
 
 void AppcastUpdater::listArrived(const std::vector<AppcastItem>& items) {
-    services_.preferences.setValue(lastCheckTimeKey, services_.clock.now());
+    services_.core.preferences.setValue(lastCheckTimeKey, services_.core.clock.now());
     // Who asks for updates changes their mind about the version they did not want.
-    const std::string skipped = isShown_ ? std::string() : services_.preferences.string(skippedVersionKey);
+    const std::string skipped = isShown_ ? std::string() : services_.core.preferences.string(skippedVersionKey);
     const AppcastItem* const item = selectUpdate(items, services_.system, status_.runningVersion, skipped);
     if (item == nullptr)
         return isShown_ ? setState(UpdateState::upToDate) : finish();
@@ -166,7 +166,7 @@ void AppcastUpdater::offer() {
 void AppcastUpdater::download() {
     setState(UpdateState::downloading);
     services_.worker.download(
-        status_.item, infoOf(services_.mainBundle, infoKey::publicEDKey),
+        status_.item, infoOf(services_.core.bundle, infoKey::publicEDKey),
         [this](std::int64_t received) {
             status_.received = received;
             setState(received < status_.item.length ? UpdateState::downloading : UpdateState::verifying);
@@ -183,11 +183,11 @@ void AppcastUpdater::downloaded() {
 
 void AppcastUpdater::install() {
     setState(UpdateState::installing);
-    services_.worker.install(status_.item, infoOf(services_.mainBundle, infoKey::publicEDKey),
+    services_.worker.install(status_.item, infoOf(services_.core.bundle, infoKey::publicEDKey),
                              [this](std::optional<UpdateFailure> failure) {
                                  if (failure)
                                      return fail(*failure);
-                                 services_.preferences.setValue(installedVersionKey, status_.item.version);
+                                 services_.core.preferences.setValue(installedVersionKey, status_.item.version);
                                  setState(UpdateState::installed);
                                  services_.restart();
                              });
@@ -206,7 +206,7 @@ void AppcastUpdater::choose(UpdateChoice choice) {
         services_.openPage(status_.item.pageURL);
         break;
     case UpdateChoice::skip:
-        services_.preferences.setValue(skippedVersionKey, status_.item.version);
+        services_.core.preferences.setValue(skippedVersionKey, status_.item.version);
         break;
     case UpdateChoice::later:
     case UpdateChoice::cancel:

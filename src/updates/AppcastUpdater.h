@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "services/CoreServices.h"
 #include "services/UpdateFramework.h"
 #include "updates/UpdateSelection.h"
 #include "updates/UpdateTransport.h"
@@ -12,11 +13,7 @@
 
 namespace stowpocket {
 
-class Clock;
-class Dispatch;
-class PreferenceStore;
 class ScheduledWork;
-struct MainBundle;
 
 /// Preferences: when the list of releases was read last, the version that the user does not want, the version that
 /// was put in place of an older one whose file is still there, and whether the program may look by itself.
@@ -27,10 +24,7 @@ inline constexpr std::string_view enableAutomaticChecksKey = "SUEnableAutomaticC
 
 /// What the updater is built on; all of it outlives it.
 struct AppcastUpdaterServices {
-    PreferenceStore& preferences;
-    Dispatch& dispatch;
-    const Clock& clock;
-    const MainBundle& mainBundle;
+    CoreServices core;
     UpdateWorker& worker;
     UpdateWindow& window;
     UpdateSystem system;

@@ -62,7 +62,7 @@ std::optional<InstallerImage> findInstallerImage(const InstallerImageServices& s
         const std::string* const imagePath = stringUnder(image, "image-path");
         if (imagePath == nullptr)
             continue;
-        if (const std::string* const mountPoint = mountPointWith(bundleName, image, services.fileManager))
+        if (const std::string* const mountPoint = mountPointWith(bundleName, image, services.core.files))
             return InstallerImage{*mountPoint, *imagePath};
     }
     return std::nullopt;
@@ -86,12 +86,13 @@ InstallerImageCleanup::~InstallerImageCleanup() = default;
 void InstallerImageCleanup::cleanUp() {
     if (!isInApplicationsFolder(bundle_, home_))
         return;
-    pending_ = services_.dispatch.after(pauseAfterLaunch, [services = services_, name = bundle_.lastPathComponent()] {
-        services.dispatch.whenIdle([services, name] {
-            if (const std::optional<InstallerImage> image = findInstallerImage(services, name))
-                putAway(services, *image);
+    pending_ =
+        services_.core.dispatch.after(pauseAfterLaunch, [services = services_, name = bundle_.lastPathComponent()] {
+            services.core.dispatch.whenIdle([services, name] {
+                if (const std::optional<InstallerImage> image = findInstallerImage(services, name))
+                    putAway(services, *image);
+            });
         });
-    });
 }
 
 }  // namespace stowpocket

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "foundation/FileURL.h"
+#include "services/CoreServices.h"
 
 #include <memory>
 #include <optional>
@@ -10,18 +11,15 @@
 namespace stowpocket {
 
 class ChildProcess;
-class Dispatch;
-class FileManager;
 class PropertyListParser;
 class ScheduledWork;
 class Trash;
 
 /// What the clean-up is built on; all of it outlives the work in the background.
 struct InstallerImageServices {
-    Dispatch& dispatch;
+    CoreServices core;
     ChildProcess& childProcess;
     PropertyListParser& propertyLists;
-    FileManager& fileManager;
     Trash& trash;
     /// The tool that lists and detaches disk images.
     std::string imageTool = "/usr/bin/hdiutil";

@@ -31,9 +31,9 @@ std::shared_ptr<UpdaterController> UpdaterController::make(const UpdaterServices
 UpdaterController::UpdaterController(const UpdaterServices& services) : services_(services) {
     PropertyValue::Dictionary defaults;
     defaults.emplace(automaticallyUpdateKey, true);
-    services_.preferences.registerDefaults(std::move(defaults));
+    services_.core.preferences.registerDefaults(std::move(defaults));
     framework_ = services_.startUpdateFramework();
-    setAutomaticallyDownloadsUpdates(services_.preferences.boolean(automaticallyUpdateKey));
+    setAutomaticallyDownloadsUpdates(services_.core.preferences.boolean(automaticallyUpdateKey));
     observation_ = framework_->canCheckForUpdatesChanged().connect([this](bool can) { setCanCheckForUpdates(can); });
     setCanCheckForUpdates(framework_->canCheckForUpdates());
 }
@@ -44,7 +44,7 @@ void UpdaterController::setAutomaticallyDownloadsUpdates(bool automatically) {
     const bool isChange = automatically != automaticallyDownloadsUpdates_;
     automaticallyDownloadsUpdates_ = automatically;
     framework_->setAutomaticallyDownloadsUpdates(automatically);
-    services_.preferences.setValue(automaticallyUpdateKey, automatically);
+    services_.core.preferences.setValue(automaticallyUpdateKey, automatically);
     if (isChange)
         changed_.emit();
 }
@@ -57,17 +57,18 @@ void UpdaterController::setCanCheckForUpdates(bool can) {
 }
 
 void UpdaterController::checkForUpdates() {
-    const std::string* const feed = services_.mainBundle.infoString(infoKey::feedURL);
+    const std::string* const feed = services_.core.bundle.infoString(infoKey::feedURL);
     if (feed == nullptr || !services_.feedSession.isValid(*feed)) {
         showUpToDateAlert();
         return;
     }
-    services_.feedSession.dataTask(*feed, [weak = weak_from_this(), &dispatch = services_.dispatch](auto response) {
-        dispatch.async([weak, response = std::move(response)] {
-            if (const auto self = weak.lock())
-                self->feedArrived(response);
-        });
-    });
+    services_.feedSession.dataTask(*feed,
+                                   [weak = weak_from_this(), &dispatch = services_.core.dispatch](auto response) {
+                                       dispatch.async([weak, response = std::move(response)] {
+                                           if (const auto self = weak.lock())
+                                               self->feedArrived(response);
+                                       });
+                                   });
 }
 
 void UpdaterController::feedArrived(const std::optional<FeedResponse>& response) {
@@ -78,7 +79,7 @@ void UpdaterController::feedArrived(const std::optional<FeedResponse>& response)
 }
 
 void UpdaterController::showUpToDateAlert() {
-    const MainBundle& bundle = services_.mainBundle;
+    const MainBundle& bundle = services_.core.bundle;
     services_.alerts.runModal({.messageText = "You're up to date!",
                                .informativeText = infoOr(bundle, infoKey::bundleName, "This app") + " " +
                                                   infoOr(bundle, infoKey::bundleShortVersionString, "1.0") +

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "foundation/Signal.h"
+#include "services/CoreServices.h"
 
 #include <functional>
 #include <memory>
@@ -11,23 +12,18 @@
 namespace stowpocket {
 
 class Alerts;
-class Dispatch;
 class FeedSession;
-class PreferenceStore;
 class UpdateFramework;
 struct FeedResponse;
-struct MainBundle;
 
 /// Boolean preference: versions found by the program itself are fetched without asking.
 inline constexpr std::string_view automaticallyUpdateKey = "SUAutomaticallyUpdate";
 
 /// What updates are built on; all of it outlives the process's main loop.
 struct UpdaterServices {
-    PreferenceStore& preferences;
+    CoreServices core;
     FeedSession& feedSession;
     Alerts& alerts;
-    Dispatch& dispatch;
-    const MainBundle& mainBundle;
     /// Makes the update framework and starts it.
     std::function<std::unique_ptr<UpdateFramework>()> startUpdateFramework;
 };

@@ -71,7 +71,7 @@ TEST_F(AppDelegateTest, dragsAndDropsOnTheIconOpenTheShelfAtOnce) {
     EXPECT_EQ(dropView().draggingUpdated(pasteboard), DragOperation::copy);
     EXPECT_EQ(dropView().draggingEntered(pasteboard), DragOperation::copy);
     EXPECT_EQ(opening(), "none") << "it is open";
-    EXPECT_EQ(monitors.clickHandlers.size(), 1u);
+    EXPECT_EQ(eventMonitors.clickHandlers.size(), 1u);
     app->togglePopover();
     pasteboard.addFileURL("file:///files/7.txt");
     EXPECT_TRUE(dropView().performDragOperation(pasteboard));
@@ -87,7 +87,7 @@ TEST_F(AppDelegateTest, theIconAndPressedHotkeysDoWhatTheyAreForAndQuitEndsThePr
     EXPECT_FALSE(isOpen());
     notifications.post(quickDropNotification);
     EXPECT_FALSE(isOpen()) << "nothing is selected";
-    selection.files = makeFiles(1);
+    fileManagerSelection.files = makeFiles(1);
     notifications.post(quickDropNotification);
     EXPECT_EQ(shelf().items().size(), 1u);
     EXPECT_EQ(opening(), "animated");
@@ -97,16 +97,16 @@ TEST_F(AppDelegateTest, theIconAndPressedHotkeysDoWhatTheyAreForAndQuitEndsThePr
 
 TEST_F(AppDelegateTest, aClickElsewhereClosesTheShelfAfterAMomentAndEscapeAtOnce) {
     launchAndOpen();
-    monitors.clickElsewhere();
+    eventMonitors.clickElsewhere();
     dispatch.advance(200ms);
-    monitors.clickElsewhere();
+    eventMonitors.clickElsewhere();
     dispatch.advance(299ms);
     EXPECT_TRUE(isOpen()) << "only the second click's close is pending";
     dispatch.advance(1ms);
     EXPECT_FALSE(isOpen());
-    EXPECT_TRUE(monitors.clickHandlers.empty());
+    EXPECT_TRUE(eventMonitors.clickHandlers.empty());
     app->showPopover(Animation::animated);
-    monitors.clickElsewhere();
+    eventMonitors.clickElsewhere();
     views.popover->onCancel();
     EXPECT_FALSE(isOpen());
     app->showPopover(Animation::animated);
@@ -116,27 +116,27 @@ TEST_F(AppDelegateTest, aClickElsewhereClosesTheShelfAfterAMomentAndEscapeAtOnce
 
 TEST_F(AppDelegateTest, aButtonStillHeldKeepsTheShelfOpen) {
     launchAndOpen();
-    monitors.pressed = 1;
-    monitors.clickElsewhere();
+    eventMonitors.pressed = 1;
+    eventMonitors.clickElsewhere();
     dispatch.advance(300ms);
-    monitors.pressed = 0;
+    eventMonitors.pressed = 0;
     dispatch.advance(1s);
     EXPECT_TRUE(isOpen()) << "nothing looks again later";
-    monitors.pressed = 2;
-    monitors.clickElsewhere();
+    eventMonitors.pressed = 2;
+    eventMonitors.clickElsewhere();
     dispatch.advance(300ms);
     EXPECT_FALSE(isOpen()) << "only the left button drags";
 }
 
 TEST_F(AppDelegateTest, itsKeysWorkInsideTheApplicationWithExactlyTheirFlags) {
     launch();
-    EXPECT_TRUE(monitors.press(1, 0xA0000 | 0x120));
+    EXPECT_TRUE(eventMonitors.press(1, 0xA0000 | 0x120));
     EXPECT_EQ(opening(), "animated");
-    EXPECT_FALSE(monitors.press(1, 0xA0000 | 0x10000)) << "Caps Lock";
-    EXPECT_FALSE(monitors.press(1, 0x80000));
-    EXPECT_FALSE(monitors.press(0, 0xA0000));
-    selection.files = makeFiles(1);
-    EXPECT_TRUE(monitors.press(2, 0xA0000));
+    EXPECT_FALSE(eventMonitors.press(1, 0xA0000 | 0x10000)) << "Caps Lock";
+    EXPECT_FALSE(eventMonitors.press(1, 0x80000));
+    EXPECT_FALSE(eventMonitors.press(0, 0xA0000));
+    fileManagerSelection.files = makeFiles(1);
+    EXPECT_TRUE(eventMonitors.press(2, 0xA0000));
     EXPECT_EQ(shelf().items().size(), 1u);
 }
 
@@ -147,12 +147,12 @@ TEST_F(AppDelegateTest, aChangedShortcutTakesOverAndAClearedOneIsDead) {
     notifications.post(shortcutChangedNotification);
     ASSERT_EQ(hotkeyService.registered.size(), 1u);
     EXPECT_EQ(hotkeyService.registered.front().keyCode, 0u);
-    EXPECT_FALSE(monitors.press(1, 0xA0000));
-    EXPECT_FALSE(monitors.press(2, 0xA0000));
-    EXPECT_TRUE(monitors.press(0, 0xA0000));
+    EXPECT_FALSE(eventMonitors.press(1, 0xA0000));
+    EXPECT_FALSE(eventMonitors.press(2, 0xA0000));
+    EXPECT_TRUE(eventMonitors.press(0, 0xA0000));
     preferences.setValue(preferenceKey::shelfHotkeyKeyCode, 65536);
     notifications.post(shortcutChangedNotification);
-    EXPECT_DEATH(monitors.press(1, 0), "16 bits");
+    EXPECT_DEATH(eventMonitors.press(1, 0), "16 bits");
 }
 
 TEST_F(AppDelegateTest, aFileThatVanishesIsMarkedAtOneTickAndGoneAtTheNext) {
@@ -217,11 +217,11 @@ TEST_F(AppDelegateTest, oneSettingsWindowIsReusedOnlyWhileItIsOpen) {
 
 TEST_F(AppDelegateTest, terminatingStopsWhatWaitsAndNothingElse) {
     launchAndOpen();
-    monitors.clickElsewhere();
+    eventMonitors.clickElsewhere();
     app->applicationWillTerminate();
     EXPECT_EQ(dispatch.scheduledCount(), 0u);
-    EXPECT_TRUE(monitors.clickHandlers.empty());
-    EXPECT_EQ(monitors.keyHandlers.size(), 2u);
+    EXPECT_TRUE(eventMonitors.clickHandlers.empty());
+    EXPECT_EQ(eventMonitors.keyHandlers.size(), 2u);
     EXPECT_EQ(hotkeyService.registered.size(), 2u);
 }
 
@@ -231,7 +231,7 @@ TEST_F(AppDelegateTest, aShelfThatFindsNoPlaceCountsAsClosed) {
     app->showPopover(Animation::none);
     EXPECT_FALSE(views.popover->isKey || application.isActive);
     EXPECT_TRUE(views.popover->animates);
-    EXPECT_TRUE(monitors.clickHandlers.empty());
+    EXPECT_TRUE(eventMonitors.clickHandlers.empty());
 }
 
 TEST_F(AppDelegateTest, aBarWithoutRoomLeavesTheRestRunning) {
@@ -244,14 +244,14 @@ TEST_F(AppDelegateTest, aBarWithoutRoomLeavesTheRestRunning) {
 
 TEST_F(AppDelegateTest, whatItHandedOutDoesNothingOnceItIsGone) {
     launchAndOpen();
-    selection.files = makeFiles(1);
+    fileManagerSelection.files = makeFiles(1);
     app.reset();
     FakePasteboard pasteboard;
     statusBar.button->action();
     views.onOpenSettings();
     views.onQuit();
     notifications.post(quickDropNotification);
-    monitors.clickElsewhere();
+    eventMonitors.clickElsewhere();
     EXPECT_EQ(dropView().draggingEntered(pasteboard), DragOperation::none);
     dispatch.advance(20s);
     EXPECT_EQ(views.settingsWindow, nullptr);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/AppDelegate.h"
+#include "app/HandOver.h"
 #include "fakes/FakeInput.h"
 #include "fakes/FakeUpdates.h"
 #include "fakes/ShelfFixture.h"
@@ -13,31 +13,26 @@ struct AppFixture : ShelfFixture {
     FakeStatusBar statusBar;
     FakeViewFactory views;
     FakeApplication application;
-    FakeEventMonitors monitors;
+    FakeEventMonitors eventMonitors;
     FakeHotkeyService hotkeyService;
-    FakeSelection selection;
+    FakeSelection fileManagerSelection;
     FakeLoginItem loginItem;
     FakeVolumes volumes;
     std::optional<HotkeyManager> hotkeys;
-    FakeFeedSession feed;
+    FakeFeedSession feedSession;
     FakeAlerts alerts;
     FakeImageTool imageTool;
-    MainBundle bundle{*FileURL::fromPath("/usr/bin/stowpocket"), {}};
-    std::shared_ptr<AppDelegate> app =
-        AppDelegate::make({.shelf = services,
-                           .statusBar = statusBar,
-                           .views = views,
-                           .application = application,
-                           .eventMonitors = monitors,
-                           .fileManagerSelection = selection,
-                           .loginItem = loginItem,
-                           .volumes = volumes,
-                           .sharedHotkeyManager = [this]() -> HotkeyManager& { return sharedHotkeys(); },
-                           .updates = {preferences, feed, alerts, dispatch, bundle,
-                                       [this] { return std::make_unique<FakeUpdateFramework>(); }},
-                           .installerImage = {dispatch, imageTool, imageTool, files, imageTool}});
+    std::shared_ptr<AppDelegate> app = AppDelegate::make(appServices());
 
-    [[nodiscard]] HotkeyManager& sharedHotkeys() {
+    [[nodiscard]] AppServices appServices() {
+        AppServices list = appServicesOf(*this, *this, *this);
+        list.installerImage.emplace(InstallerImageServices{core, imageTool, imageTool, imageTool});
+        return list;
+    }
+    [[nodiscard]] static std::unique_ptr<UpdateFramework> startFramework() {
+        return std::make_unique<FakeUpdateFramework>();
+    }
+    [[nodiscard]] HotkeyManager& sharedHotkeyManager() {
         if (!hotkeys)
             hotkeys.emplace(hotkeyService, preferences, notifications);
         return *hotkeys;

@@ -1,49 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/Preferences.h"
-#include "fakes/FakeDispatch.h"
-#include "fakes/FakeFiles.h"
+#include "fakes/FakeCore.h"
 #include "fakes/FakePictures.h"
-#include "services/Preferences.h"
-#include "shelf/PersistedShelf.h"
 #include "shelf/ShelfViewModel.h"
 
 namespace stowpocket {
 
-/// Counts how often the shelf is written, which takes its time if the test wants it to.
-class CountingPreferences : public LayeredPreferenceStore {
-public:
-    void setValue(std::string_view key, PropertyValue value) override {
-        saves += key == shelfBookmarksKey ? 1 : 0;
-        LayeredPreferenceStore::setValue(key, std::move(value));
-    }
-    void whenSaved(SaveCompletion completion) override {
-        if (isSlow)
-            waiting.push_back(std::move(completion));
-        else
-            LayeredPreferenceStore::whenSaved(std::move(completion));
-    }
-    void finishSaving(std::optional<std::string> problem) {
-        setSaveProblem(problem);
-        for (const SaveCompletion& completion : std::exchange(waiting, {}))
-            completion(problem);
-    }
-    int saves = 0;
-    bool isSlow = false;
-    std::vector<SaveCompletion> waiting;
-};
-
 /// A shelf on fakes: what every test of it starts from.
-struct ShelfFixture {
-    CountingPreferences preferences;
-    FakeFiles files;
+struct ShelfFixture : FakeCore {
     FakeThumbnails thumbnails;
     FakeIcons icons;
     FakeScreen screen;
-    FakeDispatch dispatch;
-    NotificationCenter notifications;
-    ShelfServices services{preferences, files, files, thumbnails, icons, screen, dispatch, dispatch, notifications};
+    ShelfServices services{core, files, thumbnails, icons, screen};
 
     int posts = 0;
     Subscription observer = notifications.observe(itemsChangedNotification, [this] { ++posts; });

@@ -3,6 +3,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/Preferences.h"
+#include "fakes/FakeCore.h"
 #include "fakes/FakeInput.h"
 #include "foundation/Utf8.h"
 #include "services/Preferences.h"
@@ -20,7 +21,7 @@ constexpr ShortcutKeys quickDropShortcut{"quickDropKeyCode", "quickDropModifiers
 constexpr std::int64_t optionShift = modifierFlag::option | modifierFlag::shift;
 constexpr std::uint16_t escape = 53;
 
-class HotkeyRecorderTest : public testing::Test {
+class HotkeyRecorderTest : public testing::Test, protected FakeCore {
 protected:
     HotkeyRecorderTest() {
         registerPreferenceDefaults(preferences);
@@ -39,17 +40,15 @@ protected:
     }
     [[nodiscard]] State state() const { return recorder->shown().state; }
 
-    LayeredPreferenceStore preferences;
     FakeEventMonitors monitors;
-    NotificationCenter notifications;
     int posts = 0;
     Subscription observer = notifications.observe(shortcutChangedNotification, [this] {
         ++posts;
         shownAtPost = recorder->shown();
     });
     HotkeyRecorderPresentation shownAtPost;
-    std::shared_ptr<HotkeyRecorder> recorder = HotkeyRecorder::make(
-        {preferences, monitors, notifications}, shelfShortcut, quickDropShortcut, shortcutChangedNotification);
+    std::shared_ptr<HotkeyRecorder> recorder =
+        HotkeyRecorder::make({core, monitors}, shelfShortcut, quickDropShortcut, shortcutChangedNotification);
 };
 
 TEST_F(HotkeyRecorderTest, recordsTheFirstPressWithAModifierThatIsNotShiftAlone) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "updates/AppcastUpdater.h"
 
-#include "fakes/FakeDispatch.h"
+#include "fakes/FakeCore.h"
 #include "fakes/FakeUpdates.h"
 #include "presentation/UpdatePresentation.h"
 #include "services/Preferences.h"
@@ -15,17 +15,20 @@ using namespace std::chrono_literals;
 
 using CallLog = std::vector<std::string>;
 
-class AppcastUpdaterTest : public testing::Test {
+class AppcastUpdaterTest : public testing::Test, protected FakeCore {
 protected:
-    AppcastUpdaterTest() { start(); }
+    AppcastUpdaterTest() {
+        bundle.infoDictionary = {{"CFBundleName", "stowpocket"},
+                                 {"CFBundleVersion", "2.0"},
+                                 {"SUFeedURL", "feed"},
+                                 {"SUPublicEDKey", "key"}};
+        start();
+    }
     void start(bool ownsItsFile = true) {
         updater.reset();
         log.clear();
         updater = std::make_unique<AppcastUpdater>(
-            AppcastUpdaterServices{preferences,
-                                   dispatch,
-                                   dispatch,
-                                   bundle,
+            AppcastUpdaterServices{core,
                                    worker,
                                    window,
                                    {"linux", "6.1", "x86_64"},
@@ -47,14 +50,8 @@ protected:
     }
 
     CallLog log;
-    LayeredPreferenceStore preferences;
-    FakeDispatch dispatch;
     FakeUpdateWorker worker{log};
     FakeUpdateWindow window;
-    MainBundle bundle{*FileURL::fromPath("/opt/stowpocket"), PropertyValue::Dictionary{{"CFBundleName", "stowpocket"},
-                                                                                       {"CFBundleVersion", "2.0"},
-                                                                                       {"SUFeedURL", "feed"},
-                                                                                       {"SUPublicEDKey", "key"}}};
     std::unique_ptr<AppcastUpdater> updater;
 };
 

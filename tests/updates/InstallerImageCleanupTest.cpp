@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "updates/InstallerImageCleanup.h"
 
-#include "fakes/FakeDispatch.h"
-#include "fakes/FakeFiles.h"
+#include "fakes/FakeCore.h"
 #include "fakes/FakeUpdates.h"
 
 #include <gtest/gtest.h>
@@ -14,11 +13,11 @@ using namespace std::chrono_literals;
 using Array = PropertyValue::Array;
 using Dictionary = PropertyValue::Dictionary;
 
-class InstallerImageCleanupTest : public testing::Test {
+class InstallerImageCleanupTest : public testing::Test, protected FakeCore {
 protected:
-    void cleanUp(const char* bundle = "/Applications/stowpocket.app") {
+    void cleanUp(const char* program = "/Applications/stowpocket.app") {
         tool.done.clear();
-        InstallerImageCleanup cleanup({dispatch, tool, tool, files, tool}, *FileURL::fromPath(bundle),
+        InstallerImageCleanup cleanup({core, tool, tool, tool}, *FileURL::fromPath(program),
                                       FileURL::fromPath("/home/user"));
         cleanup.cleanUp();
         dispatch.advance(7999ms);
@@ -36,8 +35,6 @@ protected:
 
     using Done = std::vector<std::string>;
     FakeImageTool tool;
-    FakeFiles files;
-    FakeDispatch dispatch;
     const Done onlyAsked{"/usr/bin/hdiutil info -plist"};
 };
 
@@ -60,13 +57,13 @@ TEST_F(InstallerImageCleanupTest, theFirstImageWithTheSameBundleIsDetachedAndTra
 }
 
 TEST_F(InstallerImageCleanupTest, onlyACopyInAnApplicationsFolderLooks) {
-    for (const auto& [bundle, looks] : {std::pair("/Applications/stowpocket.app", true),
-                                        {"/ApplicationsBackup/stowpocket.app", true},
-                                        {"/home/user/Applications/stowpocket.app", true},
-                                        {"/home/user/ApplicationsBackup/stowpocket.app", true},
-                                        {"/Volumes/stowpocket/stowpocket.app", false}}) {
-        cleanUp(bundle);
-        EXPECT_EQ(tool.done, looks ? onlyAsked : Done()) << bundle;
+    for (const auto& [program, looks] : {std::pair("/Applications/stowpocket.app", true),
+                                         {"/ApplicationsBackup/stowpocket.app", true},
+                                         {"/home/user/Applications/stowpocket.app", true},
+                                         {"/home/user/ApplicationsBackup/stowpocket.app", true},
+                                         {"/Volumes/stowpocket/stowpocket.app", false}}) {
+        cleanUp(program);
+        EXPECT_EQ(tool.done, looks ? onlyAsked : Done()) << program;
     }
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "updates/UpdaterController.h"
 
-#include "fakes/FakeDispatch.h"
+#include "fakes/FakeCore.h"
 #include "fakes/FakeUpdates.h"
 #include "services/Preferences.h"
 
@@ -10,10 +10,16 @@
 namespace stowpocket {
 namespace {
 
-class UpdaterControllerTest : public testing::Test {
+class UpdaterControllerTest : public testing::Test, protected FakeCore {
 protected:
+    UpdaterControllerTest() {
+        bundle.infoDictionary = {{"CFBundleName", "stowpocket"},
+                                 {"CFBundleShortVersionString", "2.1"},
+                                 {"SUFeedURL", "https://stowpocket.example/appcast.xml"}};
+        controller = make();
+    }
     [[nodiscard]] std::shared_ptr<UpdaterController> make() {
-        return UpdaterController::make({preferences, feed, alerts, dispatch, bundle, [this] {
+        return UpdaterController::make({core, feed, alerts, [this] {
                                             auto made = std::make_unique<FakeUpdateFramework>();
                                             framework = made.get();
                                             return made;
@@ -31,16 +37,10 @@ protected:
                (alerts.shown.empty() ? "" : "up to date");
     }
 
-    LayeredPreferenceStore preferences;
     FakeFeedSession feed;
     FakeAlerts alerts;
-    FakeDispatch dispatch;
-    MainBundle bundle{*FileURL::fromPath("/opt/stowpocket"),
-                      PropertyValue::Dictionary{{"CFBundleName", "stowpocket"},
-                                                {"CFBundleShortVersionString", "2.1"},
-                                                {"SUFeedURL", "https://stowpocket.example/appcast.xml"}}};
     FakeUpdateFramework* framework = nullptr;
-    std::shared_ptr<UpdaterController> controller = make();
+    std::shared_ptr<UpdaterController> controller;
 };
 
 TEST_F(UpdaterControllerTest, theStoredChoiceReachesTheFrameworkWhichTellsWhenItIsReady) {

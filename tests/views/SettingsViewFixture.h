@@ -23,10 +23,10 @@ struct SettingsViewFixture : ShelfViewFixture {
 
     SettingsView& openSettings(std::shared_ptr<ShelfViewModel> model) {
         delete settings;
-        settings = new SettingsView({{preferences, monitors, notifications, loginItem, bundle,
-                                      [this](const auto& url) { opened = url; }, [this] { return hotkeySource; }},
-                                     std::move(model),
-                                     updater});
+        settings = new SettingsView(
+            {{core, monitors, loginItem, [this](const auto& url) { opened = url; }, [this] { return hotkeySource; }},
+             std::move(model),
+             updater});
         settings->setParent(&host);
         host.resize(450, 520);
         settings->resize(host.size());
@@ -41,9 +41,8 @@ struct SettingsViewFixture : ShelfViewFixture {
     FakeLoginItem loginItem;
     FakeFeedSession feed;
     FakeAlerts alerts;
-    MainBundle bundle{*FileURL::fromPath("/usr/bin/stowpocket"), {}};
-    std::shared_ptr<UpdaterController> updater = UpdaterController::make(
-        {preferences, feed, alerts, dispatch, bundle, [this] { return std::make_unique<FakeUpdateFramework>(); }});
+    std::shared_ptr<UpdaterController> updater =
+        UpdaterController::make({core, feed, alerts, [this] { return std::make_unique<FakeUpdateFramework>(); }});
     std::string opened;
     HotkeySource hotkeySource = HotkeySource::windowSystem;
     SettingsView* settings = nullptr;

@@ -35,8 +35,7 @@ public:
 /// The popover's view over a real shelf on fakes, in a window as its host would place it.
 struct ShelfViewFixture : ShelfFixture {
     ShelfViewFixture() {
-        manager = ShelfManager::make(
-            {preferences, files, files, thumbnails, painted, screen, dispatch, dispatch, notifications});
+        manager = ShelfManager::make({core, files, thumbnails, painted, screen});
         viewModel = ShelfViewModel::make(manager, files, dispatch);
     }
 

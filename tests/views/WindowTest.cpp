@@ -30,7 +30,7 @@ struct FirstRun : testing::Test, SettingsViewFixture {
         .makePopover = {},
         .drops = {},
         .tiles = {},
-        .settings = {preferences, monitors, notifications, loginItem, bundle, {}, {}},
+        .settings = {core, monitors, loginItem, {}, {}},
         .whenIconStands = [this](std::function<void()> work) { iconStands.whenReached(std::move(work)); },
     }};
 };

@@ -1,35 +1,71 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/AppDelegate.h"
-#include "cli/ShelfCommands.h"
-#include "main/linux/LinuxBackground.h"
-#include "main/linux/LinuxHotkeys.h"
-#include "main/linux/LinuxUpdates.h"
-#include "platform/linux/appearance/DesktopColorScheme.h"
-#include "platform/linux/drags/X11DirectSaves.h"
-#include "platform/linux/drags/X11FileDrag.h"
-#include "platform/linux/drags/X11IncomingDrops.h"
-#include "platform/linux/files/MountInfoVolumes.h"
-#include "platform/linux/input/X11EventMonitors.h"
-#include "platform/linux/pictures/LinuxThumbnails.h"
-#include "platform/linux/pictures/LinuxWorkspaceIcons.h"
+#include "foundation/NotificationCenter.h"
+#include "main/linux/LinuxDesktop.h"
+#include "platform/linux/files/LinuxBookmarks.h"
+#include "platform/linux/files/MountTable.h"
+#include "platform/linux/files/PosixFileManager.h"
 #include "platform/linux/preferences/LinuxPreferenceStore.h"
-#include "platform/linux/quickdrop/X11FileManagerSelection.h"
-#include "platform/linux/session/XdgLoginItem.h"
-#include "platform/linux/tray/X11PopoverHost.h"
-#include "platform/linux/tray/X11StatusItem.h"
-#include "platform/linux/x11/X11Connection.h"
-#include "platform/qt/Milestone.h"
-#include "platform/qt/QtApplication.h"
-#include "platform/qt/QtMainScreen.h"
+#include "platform/linux/updates/UpdaterFeedSession.h"
+#include "platform/linux/updates/UpdaterWorker.h"
+#include "platform/posix/FileProbe.h"
+#include "platform/qt/QtDispatch.h"
+#include "platform/qt/SystemClock.h"
 #include "services/MainBundle.h"
 #include "views/QtAlerts.h"
-#include "views/QtViewFactory.h"
+#include "views/updates/QtUpdateWindow.h"
 
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace stowpocket {
+
+/// Every service that background work uses, and the dispatch that runs it. Made on the main thread.
+struct LinuxBackground {
+    LinuxBackground() {
+        probe.setRunWait([this](const std::function<bool()>& wait) { return dispatch.runWait(wait); });
+    }
+
+    SystemClock clock;
+    MountTable mounts;
+    FileProbe probe{[this](const std::string& path) { return hangingMountOn(*mounts.mounts(), path); }};
+    PosixFileManager files{probe};
+    LinuxBookmarks bookmarks{mounts, probe, LinuxBookmarks::userFolders()};
+    QtDispatch dispatch;
+};
+
+/// Files, preferences and time. What runs in the background ends before anything that it uses.
+struct LinuxStorage {
+    explicit LinuxStorage(std::string preferencesPath);
+
+    const OutlivesBackgroundWork<LinuxBackground> background{new LinuxBackground};
+    Dispatch& dispatch = background->dispatch;
+    const Clock& clock = background->clock;
+    FileManager& files = background->files;
+    Bookmarks& bookmarks = background->bookmarks;
+    NotificationCenter notifications;
+    LinuxPreferenceStore preferences;
+    const MainBundle bundle;
+};
+
+/// Updates by the helper that is installed beside the program, which fetches, checks and installs, and with the
+/// program's own windows.
+struct LinuxUpdates {
+    LinuxUpdates(const CoreServices& coreServices, Application& program);
+
+    [[nodiscard]] std::unique_ptr<UpdateFramework> startFramework();
+
+    const CoreServices core;
+    Application& application;
+    UpdaterFeedSession feedSession;
+    UpdaterWorker transport;
+    QtUpdateWindow window;
+    QtAlerts alerts;
+    /// Whether the program was ended so that its newer version can start.
+    bool isRestartAsked = false;
+};
 
 /// Everything that the program runs on under Linux and X11. Made after the Qt application, on the main thread; ended
 /// in the order opposite to that of the members.
@@ -39,41 +75,19 @@ public:
     [[nodiscard]] static std::unique_ptr<LinuxServices> make();
 
     [[nodiscard]] AppServices forApp();
-    [[nodiscard]] Application& application() { return application_; }
+    [[nodiscard]] Application& application() { return desktop_.application; }
     /// For windows that are opened on behalf of another process, before they are.
-    void useTokens(const StartupTokens& tokens);
-    /// Whether the program was ended so that its newer version can start.
-    [[nodiscard]] bool isRestartAsked() const { return updates_.isRestartAsked(); }
-    /// Saves what is not yet saved, for the end of the program. Answers what kept it from that.
-    [[nodiscard]] std::optional<std::string> finishSaving() { return preferences_.finish(); }
+    void useTokens(const StartupTokens& tokens) { desktop_.useTokens(tokens); }
+    [[nodiscard]] bool isRestartAsked() const { return updates_.isRestartAsked; }
+    /// Saves what is not yet saved, for the end of the program. Returns what kept it from that.
+    [[nodiscard]] std::optional<std::string> finishSaving() { return storage_.preferences.finish(); }
 
 private:
     LinuxServices(std::unique_ptr<X11Connection> connection, std::string preferencesPath);
 
-    std::unique_ptr<X11Connection> connection_;
-    const OutlivesBackgroundWork<LinuxBackground> background_{new LinuxBackground};
-    NotificationCenter notificationCenter_;
-    LinuxPreferenceStore preferences_;
-    QtMainScreen screen_;
-    LinuxThumbnails thumbnails_;
-    LinuxWorkspaceIcons icons_;
-    QtApplication application_;
-    X11DirectSaves directSaves_;
-    X11IncomingDrops drops_;
-    Milestone iconStands_;
-    X11StatusBar statusBar_;
-    X11FileDrag fileDrag_;
-    X11PopoverHost popoverHost_;
-    QtViewFactory views_;
-    X11EventMonitors eventMonitors_;
-    X11FileManagerSelection fileManagerSelection_;
-    XdgLoginItem loginItem_;
-    MountInfoVolumes volumes_;
-    LinuxHotkeys hotkeys_;
-    const MainBundle mainBundle_;
+    LinuxStorage storage_;
+    LinuxDesktop desktop_;
     LinuxUpdates updates_;
-    QtAlerts alerts_;
-    DesktopColorScheme colorScheme_;
 };
 
 }  // namespace stowpocket

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "main/macos/MacServices.h"
 
+#include "app/HandOver.h"
 #include "platform/macos/MacWindows.h"
 #include "platform/macos/QtBridge.h"
 #include "platform/qt/QtImageContent.h"
@@ -59,79 +60,53 @@ StartFileDrag startFileDragWith(FileDragSource& drags) {
 
 }  // namespace
 
-MacServices::MacServices()
-    : preferences_(makeUserDefaultsStore()),
-      screen_(makeMacMainScreen()),
-      thumbnails_(makeQuickLookThumbnails(makeImageContent)),
-      icons_(makeMacWorkspaceIcons(makeImageContent)),
-      application_(makeMacApplication()),
-      statusBar_(makeMacStatusBar()),
-      fileDrag_(makeMacFileDragSource()),
-      eventMonitors_(makeMacEventMonitors()),
-      scripts_(makeAppleScriptService()),
-      fileManagerSelection_(*scripts_),
-      loginItem_(makeMacLoginItem()),
-      volumes_(makeMacVolumes()),
-      hotkeyService_(makeCarbonHotkeyService()),
-      mainBundle_(macMainBundle()),
-      views_({
+MacDesktop::MacDesktop(const CoreServices& coreServices)
+    : core(coreServices),
+      screen(makeMacMainScreen()),
+      thumbnails(makeQuickLookThumbnails(makeImageContent)),
+      icons(makeMacWorkspaceIcons(makeImageContent)),
+      application(makeMacApplication()),
+      statusBar(makeMacStatusBar()),
+      fileDrag(makeMacFileDragSource()),
+      eventMonitors(makeMacEventMonitors()),
+      scripts(makeAppleScriptService()),
+      fileManagerSelection(*scripts),
+      loginItem(makeMacLoginItem()),
+      volumes(makeMacVolumes()),
+      hotkeyService(makeCarbonHotkeyService()),
+      views({
           .makePopover = makePopover,
           .drops = {.offersItems = [](const QMimeData&) { return dragCarriesItems(); },
                     .itemProviders = [](const QMimeData&) { return droppedItemProviders(); }},
-          .tiles = {.startFileDrag = startFileDragWith(*fileDrag_), .byteCountText = macByteCountText},
+          .tiles = {.startFileDrag = startFileDragWith(*fileDrag), .byteCountText = macByteCountText},
           .settings = {
-              .preferences = *preferences_,
-              .eventMonitors = *eventMonitors_,
-              .notificationCenter = notificationCenter_,
-              .loginItem = *loginItem_,
-              .mainBundle = mainBundle_,
+              .core = core,
+              .eventMonitors = *eventMonitors,
+              .loginItem = *loginItem,
               .openURL = [](const std::string& url) { QDesktopServices::openUrl(QUrl(QString::fromStdString(url))); },
-              .hotkeySource = [this] { return hotkeyService_->source(); }},
+              .hotkeySource = [this] { return hotkeyService->source(); }},
           .makeWindow = makeWindow,
-      }),
-      feedSession_(makeMacFeedSession()),
-      alerts_(makeMacAlerts()) {
+      }) {}
+
+HotkeyManager& MacDesktop::sharedHotkeyManager() {
+    if (!hotkeyManager)
+        hotkeyManager.emplace(*hotkeyService, core.preferences, core.notifications);
+    return *hotkeyManager;
+}
+
+MacServices::MacServices() : desktop_(coreServicesOf(storage_)) {
     if (isMotionReduced())
         QApplication::setStyle(new StillStyle);
 }
 
-HotkeyManager& MacServices::sharedHotkeyManager() {
-    if (!hotkeyManager_)
-        hotkeyManager_.emplace(*hotkeyService_, *preferences_, notificationCenter_);
-    return *hotkeyManager_;
-}
-
 AppServices MacServices::forApp() {
-    return {
-        .shelf = {.preferences = *preferences_,
-                  .bookmarks = *background_->bookmarks,
-                  .fileManager = *background_->files,
-                  .thumbnails = *thumbnails_,
-                  .workspaceIcons = *icons_,
-                  .mainScreen = *screen_,
-                  .dispatch = background_->dispatch,
-                  .clock = background_->clock,
-                  .notificationCenter = notificationCenter_},
-        .statusBar = *statusBar_,
-        .views = views_,
-        .application = *application_,
-        .eventMonitors = *eventMonitors_,
-        .fileManagerSelection = fileManagerSelection_,
-        .loginItem = *loginItem_,
-        .volumes = *volumes_,
-        .sharedHotkeyManager = [this]() -> HotkeyManager& { return sharedHotkeyManager(); },
-        .updates = {.preferences = *preferences_,
-                    .feedSession = *feedSession_,
-                    .alerts = *alerts_,
-                    .dispatch = background_->dispatch,
-                    .mainBundle = mainBundle_,
-                    .startUpdateFramework = startStandardUpdateFramework},
-        .installerImage = {.dispatch = background_->dispatch,
-                           .childProcess = *background_->childProcess,
-                           .propertyLists = *background_->propertyLists,
-                           .fileManager = *background_->files,
-                           .trash = *background_->trash},
-    };
+    AppServices services = appServicesOf(storage_, desktop_, updates_);
+    const MacBackground& background = *storage_.background;
+    services.installerImage.emplace(InstallerImageServices{.core = services.core,
+                                                           .childProcess = *background.childProcess,
+                                                           .propertyLists = *background.propertyLists,
+                                                           .trash = *background.trash});
+    return services;
 }
 
 }  // namespace stowpocket

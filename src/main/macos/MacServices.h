@@ -34,6 +34,49 @@ struct MacBackground {
     QtDispatch dispatch;
 };
 
+/// Files, preferences and time. What runs in the background ends before anything that it uses.
+struct MacStorage {
+    const OutlivesBackgroundWork<MacBackground> background{new MacBackground};
+    Dispatch& dispatch = background->dispatch;
+    const Clock& clock = background->clock;
+    FileManager& files = *background->files;
+    Bookmarks& bookmarks = *background->bookmarks;
+    NotificationCenter notifications;
+    const std::unique_ptr<PreferenceStore> preferences = makeUserDefaultsStore();
+    const MainBundle bundle = macMainBundle();
+};
+
+/// What the program shows on the desktop, and what it hears from it. The views go first, since they use all the rest.
+struct MacDesktop {
+    explicit MacDesktop(const CoreServices& coreServices);
+
+    [[nodiscard]] HotkeyManager& sharedHotkeyManager();
+
+    const CoreServices core;
+    const std::unique_ptr<MainScreen> screen;
+    const std::unique_ptr<Thumbnails> thumbnails;
+    const std::unique_ptr<WorkspaceIcons> icons;
+    const std::unique_ptr<Application> application;
+    const std::unique_ptr<StatusBar> statusBar;
+    const std::unique_ptr<FileDragSource> fileDrag;
+    const std::unique_ptr<EventMonitors> eventMonitors;
+    const std::unique_ptr<ScriptService> scripts;
+    FinderSelection fileManagerSelection;
+    const std::unique_ptr<LoginItem> loginItem;
+    const std::unique_ptr<Volumes> volumes;
+    const std::unique_ptr<HotkeyService> hotkeyService;
+    std::optional<HotkeyManager> hotkeyManager;
+    QtViewFactory views;
+};
+
+/// Updates by the framework that comes with the program.
+struct MacUpdates {
+    [[nodiscard]] std::unique_ptr<UpdateFramework> startFramework() const { return startStandardUpdateFramework(); }
+
+    const std::unique_ptr<FeedSession> feedSession = makeMacFeedSession();
+    const std::unique_ptr<Alerts> alerts = makeMacAlerts();
+};
+
 /// Everything that the program runs on under macOS. Made after the Qt application, on the main thread; ended in the
 /// order opposite to that of the members.
 class MacServices {
@@ -43,28 +86,9 @@ public:
     [[nodiscard]] AppServices forApp();
 
 private:
-    [[nodiscard]] HotkeyManager& sharedHotkeyManager();
-
-    const OutlivesBackgroundWork<MacBackground> background_{new MacBackground};
-    NotificationCenter notificationCenter_;
-    const std::unique_ptr<PreferenceStore> preferences_;
-    const std::unique_ptr<MainScreen> screen_;
-    const std::unique_ptr<Thumbnails> thumbnails_;
-    const std::unique_ptr<WorkspaceIcons> icons_;
-    const std::unique_ptr<Application> application_;
-    const std::unique_ptr<StatusBar> statusBar_;
-    const std::unique_ptr<FileDragSource> fileDrag_;
-    const std::unique_ptr<EventMonitors> eventMonitors_;
-    const std::unique_ptr<ScriptService> scripts_;
-    FinderSelection fileManagerSelection_;
-    const std::unique_ptr<LoginItem> loginItem_;
-    const std::unique_ptr<Volumes> volumes_;
-    const std::unique_ptr<HotkeyService> hotkeyService_;
-    std::optional<HotkeyManager> hotkeyManager_;
-    const MainBundle mainBundle_;
-    QtViewFactory views_;
-    const std::unique_ptr<FeedSession> feedSession_;
-    const std::unique_ptr<Alerts> alerts_;
+    MacStorage storage_;
+    MacDesktop desktop_;
+    MacUpdates updates_;
 };
 
 }  // namespace stowpocket

@@ -51,7 +51,7 @@ AboutPage::AboutPage(const SettingsDependencies& dependencies)
     QWidget* const column = group(padded(
         vstack(columnSpacing, centred(symbol("tray.and.arrow.down", {.pointSize = 48, .role = ColorRole::orange})),
                line(QStringLiteral("stowpocket"), {.pointSize = 20, .weight = FontWeight::bold}),
-               line(QString::fromStdString(versionText(services.mainBundle)), plain),
+               line(QString::fromStdString(versionText(services.core.bundle)), plain),
                line(QStringLiteral("A temporary drag-and-drop staging area for files in your menu bar."), plain),
                shortDivider(), updateControls(), shortDivider(),
                hstack(columnSpacing, Spacer{}, link("Website", productPage, services.openURL),

@@ -63,7 +63,7 @@ QWidget* GeneralPage::shelf() {
     for (const std::int64_t choice : capacityChoices)
         choices.append(QString::number(choice));
     capacity_ = new SegmentedPicker(title, choices, [this](std::size_t index) {
-        dependencies_.services.preferences.setValue(shelfCapacityKey, capacityChoices.at(index));
+        dependencies_.services.core.preferences.setValue(shelfCapacityKey, capacityChoices.at(index));
     });
     itemsOnShelf_ = text({}, {.pointSize = 13, .role = ColorRole::secondary});
     Button* const clear = Button::bordered(QStringLiteral("Clear Shelf"), {.pointSize = 13, .role = ColorRole::red},
@@ -78,8 +78,7 @@ QWidget* GeneralPage::shelf() {
 
 QWidget* GeneralPage::shortcuts() {
     const SettingsServices& services = dependencies_.services;
-    const HotkeyRecorder::Services recording{services.preferences, services.eventMonitors,
-                                             services.notificationCenter};
+    const HotkeyRecorder::Services recording{services.core, services.eventMonitors};
     auto* const shelf = new HotkeyRecorderView(
         HotkeyRecorder::make(recording, shelfShortcut, quickDropShortcut, shortcutChangedNotification),
         QStringLiteral("Open/Close Shelf"));
@@ -99,7 +98,7 @@ QWidget* GeneralPage::shortcuts() {
 }
 
 void GeneralPage::observe() {
-    observations_.push_back(dependencies_.services.preferences.changed().connect([this](const std::string& key) {
+    observations_.push_back(dependencies_.services.core.preferences.changed().connect([this](const std::string& key) {
         if (key == preferenceKey::launchAtLogin || key == shelfCapacityKey)
             evaluate();
     }));
@@ -109,7 +108,7 @@ void GeneralPage::observe() {
 }
 
 void GeneralPage::evaluate() {
-    const PreferenceStore& preferences = dependencies_.services.preferences;
+    const PreferenceStore& preferences = dependencies_.services.core.preferences;
     launchAtLogin_->setChecked(preferences.boolean(preferenceKey::launchAtLogin));
     if (!dependencies_.viewModel)
         return;
@@ -133,8 +132,8 @@ void GeneralPage::showEvent(QShowEvent* event) {
 
 void GeneralPage::setLaunchAtLogin(bool wanted) {
     const SettingsServices& services = dependencies_.services;
-    services.preferences.setValue(preferenceKey::launchAtLogin, wanted);
-    LaunchAtLogin(services.loginItem, services.preferences).wishChanged(wanted);
+    services.core.preferences.setValue(preferenceKey::launchAtLogin, wanted);
+    LaunchAtLogin(services.loginItem, services.core.preferences).wishChanged(wanted);
 }
 
 void GeneralPage::confirmClear() {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "services/CoreServices.h"
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -9,20 +11,15 @@ namespace stowpocket {
 
 class EventMonitors;
 class LoginItem;
-class NotificationCenter;
-class PreferenceStore;
 class ShelfViewModel;
 class UpdaterController;
 enum class HotkeySource;
-struct MainBundle;
 
 /// What the settings change and show beside the shelf; all of it outlives their window.
 struct SettingsServices {
-    PreferenceStore& preferences;
+    CoreServices core;
     EventMonitors& eventMonitors;
-    NotificationCenter& notificationCenter;
     LoginItem& loginItem;
-    const MainBundle& mainBundle;
     /// Shows a web page in the user's browser.
     std::function<void(const std::string& url)> openURL;
     /// What makes the shortcuts work at this moment.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "main/linux/LinuxBackground.h"
+#include "main/linux/LinuxServices.h"
 #include "support/ComesTrue.h"
 #include "support/TemporaryFolder.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "fakes/FakeDispatch.h"
+#include "fakes/FakeCore.h"
 #include "fakes/FakeUpdates.h"
 #include "linux/updates/LocalServer.h"
 #include "platform/linux/updates/DownloadFile.h"
@@ -59,12 +59,12 @@ protected:
     }
     void start(const char* version) {
         updater.reset();
-        bundle.infoDictionary = PropertyValue::Dictionary{{"CFBundleName", "program"},
-                                                          {"CFBundleVersion", version},
-                                                          {"SUFeedURL", server.url("/feed")},
-                                                          {"SUPublicEDKey", base64(publicKey)}};
-        updater = std::make_unique<AppcastUpdater>(AppcastUpdaterServices{
-            preferences, dispatch, dispatch, bundle, worker, window, {"linux", "6.1", "x86_64"}, true, {}, [] {}});
+        fakes.bundle.infoDictionary = PropertyValue::Dictionary{{"CFBundleName", "program"},
+                                                                {"CFBundleVersion", version},
+                                                                {"SUFeedURL", server.url("/feed")},
+                                                                {"SUPublicEDKey", base64(publicKey)}};
+        updater = std::make_unique<AppcastUpdater>(
+            AppcastUpdaterServices{fakes.core, worker, window, {"linux", "6.1", "x86_64"}, true, {}, [] {}});
     }
     [[nodiscard]] bool reaches(UpdateState state) {
         return comesTrue([&] { return updater->status().state == state; });
@@ -110,11 +110,9 @@ protected:
     LocalServer server;
     /// The list of releases that is served, without the line that signs it.
     std::string feed;
-    LayeredPreferenceStore preferences;
-    FakeDispatch dispatch;
+    FakeCore fakes;
     FakeUpdateWindow window;
     UpdaterWorker worker{UPDATER, program};
-    MainBundle bundle{*FileURL::fromPath("/"), {}};
     std::unique_ptr<AppcastUpdater> updater;
 };
 
@@ -124,13 +122,13 @@ TEST_F(UpdateTest, theNewVersionRunsAndTheOldOneGoesOnlyThen) {
     EXPECT_EQ(files(), (std::vector<std::string>{"program", "program.old"}));
     EXPECT_EQ(folder.read("app/program.old"), executable + "=1");
     start("2");
-    dispatch.advance(1min);
+    fakes.dispatch.advance(1min);
     EXPECT_TRUE(comesTrue([this] { return files() == std::vector<std::string>{"program"}; }));
 }
 
 TEST_F(UpdateTest, whatWasFetchedUnaskedIsInstalledWithoutFetchingItAgain) {
     start("1");
-    dispatch.advance(1min);
+    fakes.dispatch.advance(1min);
     ASSERT_TRUE(reaches(UpdateState::ready));
     EXPECT_EQ(files(), (std::vector<std::string>{".program.download", "program"}));
     EXPECT_EQ(runningVersion(), "1");

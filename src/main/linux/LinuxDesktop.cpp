@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include "main/linux/LinuxDesktop.h"
+
+#include "platform/linux/files/BaseDirectories.h"
+#include "platform/linux/hotkeys/PortalHotkeyService.h"
+#include "platform/linux/hotkeys/X11HotkeyService.h"
+#include "platform/linux/session/OwnExecutable.h"
+#include "platform/linux/updates/InstalledFiles.h"
+#include "platform/linux/x11/WaylandSession.h"
+#include "platform/qt/QtDropData.h"
+#include "platform/qt/QtPopover.h"
+#include "presentation/ByteCount.h"
+#include "views/controls/Symbol.h"
+#include "views/controls/Theme.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+
+namespace stowpocket {
+namespace {
+
+/// The helper that decodes pictures, installed beside the program.
+constexpr auto decoderProgram = "libexec/stowpocket/stowpocket-decoder";
+
+/// The symbol drawn so that its square is as large as the place in the icon.
+QImage paintSymbol(const StatusItemImage& image, const QColor& color, int pixelSize) {
+    const double pointSize = image.pointSize * pixelSize / Symbol::side(image.pointSize);
+    return Symbol::image(image.symbolName, pointSize, image.weight, {color}, 1);
+}
+
+PortalHotkeyService::Name portalName(const HotkeyIdentifier& hotkey) {
+    if (hotkey == quickDropHotkey)
+        return {QStringLiteral("quick-drop"), QStringLiteral("Quick Drop")};
+    return {QStringLiteral("open-close-shelf"), QStringLiteral("Open/Close Shelf")};
+}
+
+void openInBrowser(const std::string& url) {
+    QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
+}
+
+}  // namespace
+
+LinuxDesktop::LinuxDesktop(std::unique_ptr<X11Connection> x11, const CoreServices& coreServices)
+    : connection(std::move(x11)),
+      core(coreServices),
+      thumbnails(core.dispatch, installedFile(decoderProgram)),
+      icons(screen),
+      directSaves(*connection, core.dispatch),
+      drops(*connection, core.dispatch, directSaves),
+      statusBar(*connection, paintSymbol, drops, [this] { iconStands.reach(); }),
+      fileDrag(*connection),
+      popoverHost(*connection, fileDrag),
+      eventMonitors(connection->raw(), [this](std::function<void()> work) { fileDrag.whenOver(std::move(work)); }),
+      fileManagerSelection(core.dispatch, *connection),
+      loginItem(configHome(), ownExecutable()),
+      colorScheme(QDBusConnection::sessionBus(), *connection,
+                  [](bool isDark) { Theme::setAppearance(isDark ? Appearance::dark : Appearance::light); }),
+      views(platformOfViews()) {}
+
+QtViewFactory::Platform LinuxDesktop::platformOfViews() {
+    return {
+        .makePopover = [this](MakeContent make) { return std::make_unique<QtPopover>(popoverHost, std::move(make)); },
+        .drops = {.offersItems = [this](const QMimeData& data) { return offersItems(data, drops); },
+                  .itemProviders = [this](const QMimeData& data) { return itemProvidersOf(data, drops); }},
+        .tiles = {.startFileDrag = [this](QWidget& source, const FileURL& file, const QPixmap& picture,
+                                          QPoint hotSpot) { fileDrag.start(source, file, picture, hotSpot); },
+                  .byteCountText = byteCountText},
+        .settings = {.core = core,
+                     .eventMonitors = eventMonitors,
+                     .loginItem = loginItem,
+                     .openURL = openInBrowser,
+                     .hotkeySource =
+                         [this] { return hotkeyService ? hotkeyService->source() : HotkeySource::windowSystem; }},
+        .blendsWindows = [this] { return popoverHost.blendsWindows(); },
+        .whenIconStands = [this](std::function<void()> work) { iconStands.whenReached(std::move(work)); },
+    };
+}
+
+/// Compositors know the windows of X11 programs by their own tokens too, in the place of the id.
+void LinuxDesktop::useTokens(const StartupTokens& tokens) {
+    popoverHost.startup().begin(tokens.startupID.empty() ? tokens.activationToken : tokens.startupID);
+}
+
+HotkeyManager& LinuxDesktop::sharedHotkeyManager() {
+    if (!hotkeyManager) {
+        hotkeyService = makeHotkeyService();
+        hotkeyManager.emplace(*hotkeyService, core.preferences, core.notifications);
+    }
+    return *hotkeyManager;
+}
+
+std::unique_ptr<HotkeyService> LinuxDesktop::makeHotkeyService() {
+    if (!isWaylandSession())
+        return makeKeyGrabs();
+    return std::make_unique<PortalHotkeyService>(
+        QDBusConnection::sessionBus(), core.preferences, portalName, [this] { return makeKeyGrabs(); },
+        [this](const std::string& token) { useTokens({.activationToken = token, .startupID = {}}); });
+}
+
+std::unique_ptr<HotkeyService> LinuxDesktop::makeKeyGrabs() {
+    auto grabs = std::make_unique<X11HotkeyService>(connection->raw(), core.dispatch);
+    // A shortcut that is in force can be recorded for the other purpose too.
+    grabs->setOwnWindows([this](const KeyEvent& event) { return eventMonitors.swallowsGrabbed(event); });
+    return grabs;
+}
+
+}  // namespace stowpocket

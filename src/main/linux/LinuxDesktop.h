@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "platform/linux/appearance/DesktopColorScheme.h"
+#include "platform/linux/drags/X11DirectSaves.h"
+#include "platform/linux/drags/X11FileDrag.h"
+#include "platform/linux/drags/X11IncomingDrops.h"
+#include "platform/linux/files/MountInfoVolumes.h"
+#include "platform/linux/input/X11EventMonitors.h"
+#include "platform/linux/pictures/LinuxThumbnails.h"
+#include "platform/linux/pictures/LinuxWorkspaceIcons.h"
+#include "platform/linux/quickdrop/X11FileManagerSelection.h"
+#include "platform/linux/session/XdgLoginItem.h"
+#include "platform/linux/tray/X11PopoverHost.h"
+#include "platform/linux/tray/X11StatusItem.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/qt/Milestone.h"
+#include "platform/qt/QtApplication.h"
+#include "platform/qt/QtMainScreen.h"
+#include "services/RunningShelf.h"
+#include "views/QtViewFactory.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace stowpocket {
+
+/// What the program shows on the desktop, and what it hears from it. The views go first, since they use all the rest.
+struct LinuxDesktop {
+    LinuxDesktop(std::unique_ptr<X11Connection> x11, const CoreServices& coreServices);
+
+    /// Hotkeys are grabbed from the X server, or given by the desktop's portal in a Wayland session. Nothing is asked
+    /// for before this is.
+    [[nodiscard]] HotkeyManager& sharedHotkeyManager();
+    void useTokens(const StartupTokens& tokens);
+
+    const std::unique_ptr<X11Connection> connection;
+    const CoreServices core;
+    QtMainScreen screen;
+    LinuxThumbnails thumbnails;
+    LinuxWorkspaceIcons icons;
+    QtApplication application;
+    X11DirectSaves directSaves;
+    X11IncomingDrops drops;
+    Milestone iconStands;
+    X11StatusBar statusBar;
+    X11FileDrag fileDrag;
+    X11PopoverHost popoverHost;
+    X11EventMonitors eventMonitors;
+    X11FileManagerSelection fileManagerSelection;
+    XdgLoginItem loginItem;
+    MountInfoVolumes volumes;
+    /// Made with the manager.
+    std::unique_ptr<HotkeyService> hotkeyService;
+    std::optional<HotkeyManager> hotkeyManager;
+    DesktopColorScheme colorScheme;
+    QtViewFactory views;
+
+private:
+    [[nodiscard]] std::unique_ptr<HotkeyService> makeHotkeyService();
+    [[nodiscard]] std::unique_ptr<HotkeyService> makeKeyGrabs();
+    [[nodiscard]] QtViewFactory::Platform platformOfViews();
+};
+
+}  // namespace stowpocket
