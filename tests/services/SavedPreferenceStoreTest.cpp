@@ -69,27 +69,22 @@ TEST_F(SavedPreferenceStoreTest, savesChangesOfOneMomentTogetherWithinATenthOfAS
 TEST_F(SavedPreferenceStoreTest, answersWhenTheChangesSoFarAreOnTheDisk) {
     askWhenSaved();
     EXPECT_EQ(answers.size(), 1u) << "there is nothing to save";
-    change(1);
-    askWhenSaved();
-    change(2);
-    askWhenSaved();
-    EXPECT_EQ(answers.size(), 1u);
+    for (const int value : {1, 2}) {
+        change(value);
+        askWhenSaved();
+    }
     dispatch.runBackground();
     dispatch.runMain();
     EXPECT_EQ(answers.size(), 2u) << "asked at once, and of the first change alone";
     dispatch.runAll();
     EXPECT_EQ(answers, (std::vector<std::string>(3, "saved")));
-    disk->problem = "full";
-    change(3);
-    askWhenSaved();
-    dispatch.runAll();
-    EXPECT_EQ(answers.back(), "full");
-    change(4);
-    askWhenSaved();
-    EXPECT_EQ(answers.size(), 4u) << "it may be saved now";
-    disk->problem.reset();
-    dispatch.runAll();
-    EXPECT_EQ(answers.back(), "saved");
+    for (const auto& [problem, answer] : {std::pair(Problem("full"), "full"), {std::nullopt, "saved"}}) {
+        disk->problem = problem;
+        change(answers.size() > 3 ? 4 : 3);
+        askWhenSaved();
+        dispatch.runAll();
+        EXPECT_EQ(answers.back(), answer);
+    }
 }
 
 TEST_F(SavedPreferenceStoreTest, callsADiskSilentAfterTwoSeconds) {

@@ -42,19 +42,6 @@ TEST(ThemeTest, everyTextCanBeReadOnLightAndDarkWindows) {
     }
 }
 
-TEST(ThemeTest, aChangedPaletteShowsAtOnce) {
-    ShelfViewFixture shelf;
-    shelf.open();
-    const QImage light = shelf.view->grab().toImage();
-    Theme::setAppearance(Appearance::dark);
-    QApplication::processEvents();
-    const QImage dark = shelf.view->grab().toImage();
-    Theme::setAppearance(Appearance::light);
-    QApplication::processEvents();
-    EXPECT_EQ(shelf.view->grab().toImage(), light);
-    EXPECT_LT(qGray(dark.pixel(2, 2)), 60);
-}
-
 /// How opaque the pixels are, together.
 int ink(const QImage& image) {
     int sum = 0;

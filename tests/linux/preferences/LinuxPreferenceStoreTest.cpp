@@ -76,18 +76,17 @@ TEST_F(LinuxPreferenceStoreTest, keepsWhatOtherProgramsWriteMeanwhile) {
     const auto store = open();
     folder.write(fileName, writePropertyList(dictionary({{"a", 2}, {"b", 2}, {"foreign", 3}})));
     store->setValue("b", 4);
-    dispatch.advance(100ms);
-    dispatch.runAll();
+    store->finish();
     EXPECT_EQ(onDisk(), dictionary({{"a", 2}, {"b", 4}, {"foreign", 3}}));
-    EXPECT_EQ(store->integer("a"), 2);
-    EXPECT_EQ(store->value("c"), std::nullopt);
-    folder.write(fileName, "rubbish");
-    store->setValue("b", 5);
-    store->finish();
-    EXPECT_EQ(onDisk(), dictionary({{"a", 2}, {"b", 5}, {"foreign", 3}}));
-    std::filesystem::remove(folder.path(fileName));
-    store->finish();
-    EXPECT_EQ(onDisk(), dictionary({{"a", 2}, {"b", 5}, {"foreign", 3}})) << "written again";
+    for (const bool isThere : {true, false}) {
+        if (isThere)
+            folder.write(fileName, "rubbish");
+        else
+            std::filesystem::remove(folder.path(fileName));
+        store->setValue("b", isThere ? 5 : 6);
+        store->finish();
+        EXPECT_EQ(onDisk(), dictionary({{"a", 2}, {"b", isThere ? 5 : 6}, {"foreign", 3}}));
+    }
 }
 
 TEST_F(LinuxPreferenceStoreTest, writesAgainWhatWasRemovedWhileItRuns) {
@@ -135,26 +134,22 @@ TEST_F(LinuxPreferenceStoreTest, goesOnWithTheVersionBeforeADamagedOne) {
 
 TEST_F(LinuxPreferenceStoreTest, setsDamagedFilesAside) {
     const std::string whole = writePropertyList(dictionary({{"a", 1}}));
-    const std::vector<std::string> damaged = {"", std::string("\0\xFF\x89rubbish", 10), whole.substr(0, 120),
-                                              writePropertyList(PropertyValue::Array{1}), "bplist00"};
+    const std::vector<std::string> damaged = {"",
+                                              std::string("\0\xFF\x89rubbish", 10),
+                                              whole.substr(0, 120),
+                                              writePropertyList(PropertyValue::Array{1}),
+                                              "bplist00",
+                                              std::string(50'000'000, '<')};
     for (const std::string& contents : damaged) {
-        warnings.clear();
-        const std::size_t before = setAside().size();
         folder.write(fileName, contents);
-        const auto store = open();
-        EXPECT_EQ(store->value("a"), std::nullopt);
-        EXPECT_EQ(setAside().size(), before + 1) << "an earlier one was covered";
-        EXPECT_EQ(warnings.size(), 1u);
+        EXPECT_EQ(open()->value("a"), std::nullopt);
         EXPECT_FALSE(std::filesystem::exists(folder.path(fileName)));
     }
+    EXPECT_EQ(warnings.size(), damaged.size());
     std::vector<std::string> kept;
     for (const std::string& name : setAside())
         kept.push_back(folder.read(name));
-    EXPECT_TRUE(std::ranges::is_permutation(kept, damaged));
-    folder.write(fileName, "<");
-    std::filesystem::resize_file(folder.path(fileName), 100'000'000);
-    static_cast<void>(open());
-    EXPECT_EQ(setAside().size(), damaged.size() + 1) << "a huge one, unread";
+    EXPECT_TRUE(std::ranges::is_permutation(kept, damaged)) << "an earlier one was covered";
 }
 
 TEST_F(LinuxPreferenceStoreTest, leavesWhatItCannotReadAloneUntilItIsGone) {

@@ -10,115 +10,102 @@ ClipboardItem item(const std::string& target, std::size_t size) {
     return {target, target, 8, std::vector<std::byte>(size)};
 }
 
+/// A desktop whose active window is `window`. It insists on the order in which the steps make sense.
 class ScriptedDesktop : public QuickDropDesktop {
 public:
-    std::uint32_t activeWindow() override { return ++looks > 1 && windowLater ? *windowLater : window; }
+    std::uint32_t activeWindow() override { return std::exchange(window, windowLater.value_or(window)); }
     std::string classOf(std::uint32_t) override { return windowClass; }
-    bool isOwn(std::uint32_t any) override { return any == own; }
+    bool isOwn(std::uint32_t any) override { return any == ownWindow; }
     std::uint32_t lastForeignWindow() override { return foreign; }
     bool activate(std::uint32_t wanted) override {
-        note(wanted == own ? "back" : "activate", true);
         if (isObeyed)
             window = wanted;
         return isObeyed;
     }
-    ClipboardSnapshot takeSnapshot() override { return note("snapshot", snapshot); }
-    bool copyOverBus(std::uint32_t) override { return note("bus", busWorks); }
+    ClipboardSnapshot takeSnapshot() override {
+        isSaved = true;
+        return {{item("UTF8_STRING", 3)}, true};
+    }
+    bool copyOverBus(std::uint32_t) override { return isCopied = busWorks; }
     bool prepareKeys(CopyKey key, std::uint32_t) override {
-        return note(key == CopyKey::controlC ? "find C" : "find Insert", true);
+        prepared = key;
+        return true;
     }
-    void pressKeys() override { note("press", true); }
-    bool awaitNewOwner() override { return note("wait", true); }
-    std::vector<FileURL> filesOnClipboard() override { return note("files", files); }
+    void pressKeys() override {
+        EXPECT_TRUE(isSaved && prepared && window == fileManager);
+        pressed = prepared;
+        isCopied = true;
+    }
+    bool awaitNewOwner() override { return isCopied; }
+    std::vector<FileURL> filesOnClipboard() override {
+        EXPECT_TRUE(isSaved && isCopied);
+        return {*FileURL::fromPath("/tmp/a")};
+    }
     void restore(ClipboardSnapshot taken) override {
-        EXPECT_EQ(taken.items, snapshot.items);
-        note("restore", true);
+        isRestored = taken.items == std::vector{item("UTF8_STRING", 3)};
     }
 
-    std::string windowClass = "Thunar";
-    std::uint32_t window = 7;
+    static constexpr std::uint32_t fileManager = 7;
+    static constexpr std::uint32_t ownWindow = 99;
+    std::string windowClass;
+    std::uint32_t window = fileManager;
+    std::uint32_t foreign = fileManager;
     std::optional<std::uint32_t> windowLater;
-    std::uint32_t own = 99;
-    std::uint32_t foreign = 7;
-    bool isObeyed = true;
-    ClipboardSnapshot snapshot{{item("UTF8_STRING", 3)}, true};
     bool busWorks = false;
-    std::vector<FileURL> files{*FileURL::fromPath("/tmp/a")};
-    std::string calls;
-    int looks = 0;
-
-private:
-    template <class Answer>
-    Answer note(const char* call, Answer answer) {
-        calls += calls.empty() ? call : std::string(", ") + call;
-        return answer;
-    }
+    bool isObeyed = true;
+    bool isSaved = false;
+    bool isCopied = false;
+    bool isRestored = false;
+    std::optional<CopyKey> prepared;
+    std::optional<CopyKey> pressed;
 };
 
-TEST(QuickDropRunTest, copiesReadsAndRestores) {
-    ScriptedDesktop thunar;
-    EXPECT_EQ(runQuickDrop(thunar), thunar.files);
-    EXPECT_EQ(thunar.calls, "snapshot, find C, press, wait, files, restore");
+/// How a quick drop in front of such a window ends: "C" and "Insert" are keys that were pressed.
+std::string outcomeOn(ScriptedDesktop& desktop) {
+    const bool brought = !runQuickDrop(desktop).empty();
+    EXPECT_EQ(brought, desktop.isRestored);
+    const std::string key = !desktop.pressed ? "" : desktop.pressed == CopyKey::controlC ? " by C" : " by Insert";
+    return (brought ? "files" : desktop.isSaved ? "nothing" : "untouched") + key;
+}
+
+TEST(QuickDropRunTest, copiesInTheFileManagerInFrontAsThatUnderstandsIt) {
+    for (const bool isOwnInFront : {false, true}) {
+        for (const auto& [windowClass, busWorks, outcome] : {std::tuple("Thunar", false, "files by C"),
+                                                             {"dolphin", true, "files"},
+                                                             {"dolphin", false, "files by Insert"}}) {
+            ScriptedDesktop desktop;
+            desktop.windowClass = windowClass;
+            desktop.busWorks = busWorks;
+            desktop.window = isOwnInFront ? desktop.ownWindow : desktop.fileManager;
+            const std::uint32_t inFront = desktop.window;
+            EXPECT_EQ(outcomeOn(desktop), outcome);
+            EXPECT_EQ(desktop.window, inFront) << "has the keyboard again";
+        }
+    }
 }
 
 TEST(QuickDropRunTest, sendsNothingToOtherPrograms) {
     for (const char* other : {"XTerm", "", "thunar.Thunar", "Nemo-desktop", "dolphin-emu"}) {
+        for (const std::uint32_t window : {ScriptedDesktop::fileManager, ScriptedDesktop::ownWindow}) {
+            ScriptedDesktop desktop;
+            desktop.windowClass = other;
+            desktop.window = window;
+            EXPECT_EQ(outcomeOn(desktop), "untouched") << other;
+        }
+    }
+    for (const auto& [window, foreign, later, isObeyed, outcome] :
+         {std::tuple(0u, 7u, 0u, true, "untouched"),  // no window is active
+          {99u, 0u, 99u, true, "untouched"},          // none was before
+          {7u, 7u, 8u, true, "nothing"},              // the user went on to another
+          {99u, 7u, 99u, false, "nothing"}}) {        // the window manager refuses
         ScriptedDesktop desktop;
-        desktop.windowClass = other;
-        EXPECT_TRUE(runQuickDrop(desktop).empty());
-        EXPECT_EQ(desktop.calls, "") << other;
+        desktop.windowClass = "Thunar";
+        desktop.window = window;
+        desktop.foreign = foreign;
+        desktop.windowLater = later;
+        desktop.isObeyed = isObeyed;
+        EXPECT_EQ(outcomeOn(desktop), outcome) << window;
     }
-    ScriptedDesktop none;
-    none.window = 0;
-    EXPECT_TRUE(runQuickDrop(none).empty());
-    EXPECT_EQ(none.calls, "");
-
-    ScriptedDesktop switched;
-    switched.windowLater = 8;
-    EXPECT_TRUE(runQuickDrop(switched).empty());
-    EXPECT_EQ(switched.calls, "snapshot, find C");
-}
-
-TEST(QuickDropRunTest, asksTheFileManagerThatWasActiveBeforeOurOwnWindow) {
-    ScriptedDesktop thunar;
-    thunar.window = thunar.own;
-    EXPECT_EQ(runQuickDrop(thunar), thunar.files);
-    EXPECT_EQ(thunar.calls, "snapshot, find C, activate, press, wait, files, restore, back");
-
-    ScriptedDesktop stubborn;
-    stubborn.window = stubborn.own;
-    stubborn.isObeyed = false;
-    EXPECT_TRUE(runQuickDrop(stubborn).empty());
-    EXPECT_EQ(stubborn.calls, "snapshot, find C, activate");
-
-    ScriptedDesktop dolphin;
-    dolphin.window = dolphin.own;
-    dolphin.windowClass = "dolphin";
-    dolphin.busWorks = true;
-    EXPECT_EQ(runQuickDrop(dolphin), dolphin.files);
-    EXPECT_EQ(dolphin.calls, "snapshot, bus, wait, files, restore");
-
-    for (const std::uint32_t before : {0U, 7U}) {
-        ScriptedDesktop terminal;
-        terminal.window = terminal.own;
-        terminal.foreign = before;
-        terminal.windowClass = before == 0 ? "Thunar" : "XTerm";
-        EXPECT_TRUE(runQuickDrop(terminal).empty());
-        EXPECT_EQ(terminal.calls, "");
-    }
-}
-
-TEST(QuickDropRunTest, neverPressesControlCInDolphin) {
-    ScriptedDesktop dolphin;
-    dolphin.windowClass = "dolphin";
-    EXPECT_EQ(runQuickDrop(dolphin), dolphin.files);
-    EXPECT_EQ(dolphin.calls, "snapshot, bus, find Insert, press, wait, files, restore");
-
-    ScriptedDesktop answering;
-    answering.windowClass = "dolphin";
-    answering.busWorks = true;
-    EXPECT_EQ(runQuickDrop(answering), answering.files);
-    EXPECT_EQ(answering.calls, "snapshot, bus, wait, files, restore");
 }
 
 TEST(ClipboardSnapshotTest, keepsDataInItsBestForms) {
