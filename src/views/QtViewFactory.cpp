@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/QtViewFactory.h"
 
-#include "platform/qt/LateWindow.h"
+#include "platform/qt/QtWindow.h"
 #include "views/controls/Motion.h"
 #include "views/controls/ProgramIcon.h"
 #include "views/controls/QtFrameClock.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "OnboardingFixture.h"
-#include "platform/qt/FramelessWindow.h"
+#include "platform/qt/QtWindow.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 
 #include "fakes/FakeItemProvider.h"
 #include "fakes/ShelfFixture.h"
-#include "platform/qt/QtImageContent.h"
+#include "platform/qt/QtImages.h"
 #include "presentation/ByteCount.h"
 #include "views/shelf/ShelfView.h"
 

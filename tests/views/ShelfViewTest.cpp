@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/PopoverWindow.h"
+#include "platform/qt/QtPopover.h"
 #include "ShelfViewFixture.h"
 #include "views/controls/Spinner.h"
 

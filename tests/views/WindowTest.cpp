@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/Milestone.h"
+#include "platform/qt/QtDispatch.h"
 #include "SettingsViewFixture.h"
 #include "views/onboarding/OnboardingView.h"
 #include "views/QtViewFactory.h"

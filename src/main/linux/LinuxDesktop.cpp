@@ -7,7 +7,7 @@
 #include "platform/linux/session/OwnExecutable.h"
 #include "platform/linux/updates/InstalledFiles.h"
 #include "platform/linux/x11/WaylandSession.h"
-#include "platform/qt/QtDropData.h"
+#include "platform/qt/QtDrops.h"
 #include "platform/qt/QtPopover.h"
 #include "presentation/ByteCount.h"
 #include "views/controls/Symbol.h"

@@ -15,9 +15,8 @@
 #include "platform/linux/tray/X11PopoverHost.h"
 #include "platform/linux/tray/X11StatusItem.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "platform/qt/Milestone.h"
 #include "platform/qt/QtApplication.h"
-#include "platform/qt/QtMainScreen.h"
+#include "platform/qt/QtDispatch.h"
 #include "services/RunningShelf.h"
 #include "views/QtViewFactory.h"
 

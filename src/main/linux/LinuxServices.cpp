@@ -4,7 +4,7 @@
 #include "app/HandOver.h"
 #include "platform/linux/appearance/XSettings.h"
 #include "platform/linux/updates/InstalledFiles.h"
-#include "platform/qt/StillStyle.h"
+#include "platform/qt/QtApplication.h"
 #include "updates/AppcastUpdater.h"
 
 #include <QApplication>

@@ -11,7 +11,6 @@
 #include "platform/linux/updates/UpdaterWorker.h"
 #include "platform/posix/FileProbe.h"
 #include "platform/qt/QtDispatch.h"
-#include "platform/qt/SystemClock.h"
 #include "services/MainBundle.h"
 #include "views/QtAlerts.h"
 #include "views/updates/QtUpdateWindow.h"

@@ -10,7 +10,6 @@
 #include "platform/macos/MacWindows.h"
 #include "platform/posix/FileProbe.h"
 #include "platform/qt/QtDispatch.h"
-#include "platform/qt/SystemClock.h"
 #include "views/QtViewFactory.h"
 
 #include <memory>

@@ -2,6 +2,7 @@
 #include "platform/qt/QtApplication.h"
 
 #include <QApplication>
+#include <QScreen>
 #include <QWidget>
 
 namespace stowpocket {
@@ -21,6 +22,18 @@ void QtApplication::activate() {
 
 void QtApplication::terminate() {
     QCoreApplication::exit();
+}
+
+std::optional<double> QtMainScreen::backingScaleFactor() const {
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    return screen == nullptr ? std::nullopt : std::optional(screen->devicePixelRatio());
+}
+
+int StillStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                          QStyleHintReturn* returnData) const {
+    if (hint == SH_Widget_Animate || hint == SH_Widget_Animation_Duration)
+        return 0;
+    return QProxyStyle::styleHint(hint, option, widget, returnData);
 }
 
 }  // namespace stowpocket

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "services/Pictures.h"
 #include "services/Windows.h"
+
+#include <QProxyStyle>
 
 namespace stowpocket {
 
@@ -10,6 +13,19 @@ class QtApplication : public Application {
 public:
     void activate() override;
     void terminate() override;
+};
+
+/// The primary screen of the Qt application.
+class QtMainScreen : public MainScreen {
+public:
+    [[nodiscard]] std::optional<double> backingScaleFactor() const override;
+};
+
+/// The desktop's style for those who have asked it not to move anything.
+class StillStyle : public QProxyStyle {
+public:
+    [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                                QStyleHintReturn* returnData) const override;
 };
 
 }  // namespace stowpocket

@@ -6,9 +6,19 @@
 #include <QObject>
 #include <QThreadPool>
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 namespace stowpocket {
+
+/// The machine's own clock.
+class SystemClock : public Clock {
+public:
+    [[nodiscard]] Date now() const override {
+        return std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now());
+    }
+};
 
 /// Dispatch on the Qt event loop, a bounded pool of threads and a thread for each queue that has work. Made on the
 /// main thread, after the application.
@@ -38,6 +48,22 @@ private:
     /// Has no thread before its first work.
     std::unique_ptr<QThreadPool> idlePool_;
     std::unique_ptr<QThreadPool> queueThreads_;
+};
+
+/// Something that happens once while the program runs, and what waits for it. That runs in a turn of the event loop
+/// of its own, after the work of whoever tells that it happened. Main thread.
+class Milestone {
+public:
+    void reach();
+    /// `work` is forgotten when the milestone goes first.
+    void whenReached(std::function<void()> work);
+
+private:
+    void runSoon(std::function<void()> work);
+
+    bool isReached_ = false;
+    std::vector<std::function<void()>> waiting_;
+    QObject context_;
 };
 
 /// Deletes services once the background work of their member `dispatch` is over, and leaves them to work that hangs.

@@ -1,14 +1,40 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtWindow.h"
 
-#include "platform/qt/FramelessWindow.h"
-
 #include <QGuiApplication>
+#include <QMouseEvent>
 #include <QPainterPath>
 #include <QScreen>
+#include <QStyleHints>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace stowpocket {
+
+void FramelessWindow::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        grab_ = event->position().toPoint();
+}
+
+/// Not every window manager offers to move windows; without that the window follows the pointer itself.
+void FramelessWindow::mouseMoveEvent(QMouseEvent* event) {
+    if (!grab_ || !event->buttons().testFlag(Qt::LeftButton))
+        return;
+    const QPoint way = event->position().toPoint() - *grab_;
+    if (way.manhattanLength() < QGuiApplication::styleHints()->startDragDistance())
+        return;
+    if (windowHandle()->startSystemMove())
+        grab_.reset();
+    else
+        move(pos() + way);
+}
+
+void FramelessWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else
+        QWidget::keyPressEvent(event);
+}
 
 QtWindow::QtWindow(const QString& title, const QSize& contentSize, Level level, std::unique_ptr<QWidget> content,
                    Frame frame)
@@ -59,6 +85,41 @@ void QtWindow::orderFrontRegardless() {
 void QtWindow::close() {
     if (window_)
         window_->close();
+}
+
+void LateWindow::center() {
+    isCentered_ = true;
+    if (window_)
+        window_->center();
+}
+
+void LateWindow::makeKeyAndOrderFront() {
+    if (window_)
+        return window_->makeKeyAndOrderFront();
+    wish_ = std::make_shared<Wish>();
+    later_([this, wish = std::weak_ptr(wish_)] {
+        if (!wish.expired())
+            appear();
+    });
+}
+
+void LateWindow::orderFrontRegardless() {
+    if (window_)
+        window_->orderFrontRegardless();
+}
+
+void LateWindow::close() {
+    wish_.reset();
+    if (window_)
+        window_->close();
+}
+
+void LateWindow::appear() {
+    wish_.reset();
+    window_ = make_();
+    if (isCentered_)
+        window_->center();
+    window_->makeKeyAndOrderFront();
 }
 
 }  // namespace stowpocket

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/controls/ProgramIcon.h"
 
-#include "platform/qt/SvgImage.h"
+#include "platform/qt/QtImages.h"
 
 #include <QFile>
 #include <QPixmap>

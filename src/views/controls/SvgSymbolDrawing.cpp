@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The program's own drawings, for desktops that have no such symbols themselves.
-#include "platform/qt/SvgImage.h"
+#include "platform/qt/QtImages.h"
 #include "views/controls/SymbolDrawing.h"
 #include "views/controls/TraySymbol.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/shelf/ShelfGridView.h"
 
-#include "platform/qt/QtImageContent.h"
+#include "platform/qt/QtImages.h"
 #include "presentation/AdaptiveGrid.h"
 #include "views/shelf/ShelfAccessibility.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/QtDropData.h"
+#include "platform/qt/QtDrops.h"
 
 #include "linux/drags/FakeDrops.h"
 #include "platform/linux/drags/DropReading.h"

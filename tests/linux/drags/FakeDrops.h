@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/qt/IncomingDrops.h"
+#include "platform/qt/QtDrops.h"
 
 namespace stowpocket {
 

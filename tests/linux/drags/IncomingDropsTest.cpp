@@ -2,7 +2,7 @@
 #include "linux/drags/FakeDragSource.h"
 #include "platform/linux/drags/X11IncomingDrops.h"
 #include "platform/qt/QtDispatch.h"
-#include "platform/qt/QtDropData.h"
+#include "platform/qt/QtDrops.h"
 #include "support/ComesTrue.h"
 
 #include <QDropEvent>

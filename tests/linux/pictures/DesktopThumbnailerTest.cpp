@@ -4,7 +4,7 @@
 #include "linux/pictures/PictureFiles.h"
 #include "platform/linux/pictures/LinuxThumbnails.h"
 #include "platform/qt/QtDispatch.h"
-#include "platform/qt/QtImageContent.h"
+#include "platform/qt/QtImages.h"
 #include "support/PrivateBus.h"
 
 namespace stowpocket {

@@ -2,7 +2,7 @@
 #include "platform/linux/pictures/LinuxThumbnails.h"
 #include "linux/pictures/PictureFiles.h"
 #include "platform/qt/QtDispatch.h"
-#include "platform/qt/QtImageContent.h"
+#include "platform/qt/QtImages.h"
 
 #include <QBuffer>
 #include <QDBusConnection>

@@ -3,8 +3,8 @@
 #include "fakes/FakePictures.h"
 #include "linux/pictures/PictureFiles.h"
 #include "platform/linux/pictures/BundledIcons.h"
-#include "platform/qt/QtImageContent.h"
-#include "platform/qt/QtMainScreen.h"
+#include "platform/qt/QtApplication.h"
+#include "platform/qt/QtImages.h"
 
 #include <QIcon>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/QtImageContent.h"
+#include "platform/qt/QtImages.h"
 
 #include <gtest/gtest.h>
 

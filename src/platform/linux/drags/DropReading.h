@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/x11/SelectionReader.h"
-#include "platform/qt/DroppedContents.h"
+#include "platform/qt/QtDrops.h"
 
 #include <chrono>
 #include <optional>

@@ -3,7 +3,7 @@
 
 #include "platform/linux/drags/DropReading.h"
 #include "platform/linux/drags/X11DirectSaves.h"
-#include "platform/qt/IncomingDrops.h"
+#include "platform/qt/QtDrops.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QObject>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/pictures/IconTheme.h"
 
-#include "platform/qt/SvgImage.h"
+#include "platform/qt/QtImages.h"
 
 #include <QFile>
 #include <QFileInfo>

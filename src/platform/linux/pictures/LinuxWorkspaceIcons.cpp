@@ -3,7 +3,7 @@
 
 #include "platform/linux/pictures/BundledIcons.h"
 #include "platform/linux/pictures/CachedFileMode.h"
-#include "platform/qt/QtImageContent.h"
+#include "platform/qt/QtImages.h"
 
 #include <QMimeDatabase>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/pictures/LocalThumbnailer.h"
 
-#include "platform/qt/QtImageContent.h"
+#include "platform/qt/QtImages.h"
 
 #include <QMimeDatabase>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/tray/X11FaceWindow.h"
 
-#include "platform/qt/QtDropData.h"
+#include "platform/qt/QtDrops.h"
 
 #include <QDragEnterEvent>
 

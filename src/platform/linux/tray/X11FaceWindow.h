@@ -3,7 +3,7 @@
 
 #include "foundation/Signal.h"
 #include "platform/linux/tray/StatusItemPainter.h"
-#include "platform/qt/IncomingDrops.h"
+#include "platform/qt/QtDrops.h"
 
 #include <QAbstractButton>
 

@@ -3,7 +3,7 @@
 
 #include "platform/linux/drags/X11FileDrag.h"
 #include "platform/linux/session/X11Startup.h"
-#include "platform/qt/PopoverHost.h"
+#include "platform/qt/QtPopover.h"
 
 namespace stowpocket {
 

@@ -6,6 +6,8 @@
 #include <QByteArray>
 #include <QImage>
 
+class QIODevice;
+
 namespace stowpocket {
 
 /// Pixels as Qt holds them. Made on any thread; every image of this program on a Qt desktop carries one, or its
@@ -33,5 +35,10 @@ private:
 
 /// The pixels of `image`, unpacked if need be; null where it has none.
 [[nodiscard]] QImage qtImage(const Image& image);
+
+/// An SVG drawing as large as its shape allows in a room of so many pixels; null where it cannot be read. The
+/// toolkit's image plugin draws it, so that the library of SVG is loaded with the first drawing and not with the
+/// program. Any thread.
+[[nodiscard]] QImage svgImage(QIODevice& drawing, const QSize& room);
 
 }  // namespace stowpocket

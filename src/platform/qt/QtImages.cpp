@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/QtImageContent.h"
+#include "platform/qt/QtImages.h"
 
 #include <QBuffer>
+#include <QImageReader>
 #include <QImageWriter>
 
 namespace stowpocket {
@@ -40,6 +41,12 @@ QImage qtImage(const Image& image) {
         return content->image();
     const auto* const packed = dynamic_cast<const PackedImageContent*>(image.content.get());
     return packed == nullptr ? QImage() : QImage::fromData(packed->file());
+}
+
+QImage svgImage(QIODevice& drawing, const QSize& room) {
+    QImageReader reader(&drawing, "svg");
+    reader.setScaledSize(reader.size().scaled(room, Qt::KeepAspectRatio));
+    return reader.read();
 }
 
 }  // namespace stowpocket
