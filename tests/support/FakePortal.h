@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/hotkeys/PortalNames.h"
-#include "platform/linux/hotkeys/PortalShortcut.h"
+#include "platform/linux/hotkeys/PortalRequest.h"
+#include "platform/linux/hotkeys/PortalShortcuts.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

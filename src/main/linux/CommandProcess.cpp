@@ -4,7 +4,7 @@
 #include "cli/CommandText.h"
 #include "platform/linux/preferences/LinuxPreferenceStore.h"
 #include "platform/linux/session/BusRunningShelf.h"
-#include "platform/linux/session/OwnExecutable.h"
+#include "platform/linux/session/OwnProcess.h"
 #include "platform/linux/session/ProgramLock.h"
 #include "services/MainBundle.h"
 

@@ -4,7 +4,7 @@
 #include "platform/linux/files/BaseDirectories.h"
 #include "platform/linux/hotkeys/PortalHotkeyService.h"
 #include "platform/linux/hotkeys/X11HotkeyService.h"
-#include "platform/linux/session/OwnExecutable.h"
+#include "platform/linux/session/OwnProcess.h"
 #include "platform/linux/updates/InstalledFiles.h"
 #include "platform/linux/x11/WaylandSession.h"
 #include "platform/qt/QtDrops.h"

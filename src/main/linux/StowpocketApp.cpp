@@ -5,10 +5,8 @@
 #include "main/linux/LinuxServices.h"
 #include "platform/linux/session/AccessibilityBus.h"
 #include "platform/linux/session/BusInstance.h"
-#include "platform/linux/session/ExitHandler.h"
-#include "platform/linux/session/OwnExecutable.h"
+#include "platform/linux/session/OwnProcess.h"
 #include "platform/linux/session/ProgramLock.h"
-#include "platform/linux/session/TerminationSignals.h"
 #include "platform/linux/updates/ReplacedProgram.h"
 
 #include <QApplication>

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/hotkeys/HeldHotkey.h"
-#include "platform/linux/input/KeyCodes.h"
-#include "platform/linux/input/KeyModifiers.h"
+#include "platform/linux/hotkeys/X11KeyGrabs.h"
+#include "platform/linux/input/KeyTables.h"
 #include "services/Input.h"
 
 #include <gtest/gtest.h>

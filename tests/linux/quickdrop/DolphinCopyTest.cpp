@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/quickdrop/DolphinCopy.h"
+#include "platform/linux/quickdrop/CopyCommands.h"
 #include "support/ComesTrue.h"
 
 #include <QDBusConnection>

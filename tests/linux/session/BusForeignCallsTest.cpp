@@ -3,7 +3,6 @@
 #include "cli/ShelfCommands.h"
 #include "fakes/AppFixture.h"
 #include "platform/linux/session/BusInstance.h"
-#include "platform/linux/session/ShelfBus.h"
 #include "support/PrivateBus.h"
 
 #include <QDBusConnectionInterface>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/PortalHotkeyService.h"
 
-#include "platform/linux/hotkeys/PortalNames.h"
-#include "platform/linux/hotkeys/ShortcutTrigger.h"
+#include "platform/linux/hotkeys/PortalRequest.h"
+#include "platform/linux/hotkeys/PortalShortcuts.h"
 #include "services/MainBundle.h"
 #include "services/Preferences.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/hotkeys/PortalShortcutSession.h"
+#include "platform/linux/hotkeys/PortalShortcuts.h"
 #include "services/Input.h"
 
 #include <QDBusServiceWatcher>

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/PortalRequest.h"
 
-#include "platform/linux/hotkeys/PortalNames.h"
-
 #include <QDBusArgument>
 #include <QDBusError>
 #include <QDBusPendingCallWatcher>

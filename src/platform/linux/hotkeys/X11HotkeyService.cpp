@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/X11HotkeyService.h"
 
-#include "platform/linux/input/KeyCodes.h"
+#include "platform/linux/input/KeyTables.h"
 #include "platform/linux/x11/XcbAnswer.h"
 #include "services/Dispatch.h"
 

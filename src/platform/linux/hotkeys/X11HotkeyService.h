@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/hotkeys/HeldHotkey.h"
 #include "platform/linux/hotkeys/X11KeyGrabs.h"
-#include "platform/linux/input/X11KeyCharacters.h"
+#include "platform/linux/input/KeyCharacters.h"
 #include "services/Input.h"
 
 #include <QAbstractNativeEventFilter>

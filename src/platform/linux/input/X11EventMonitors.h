@@ -1,13 +1,87 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/input/KeyDownMonitors.h"
-#include "platform/linux/input/X11ClickWatch.h"
-#include "platform/linux/input/X11KeyCharacters.h"
+#include "platform/linux/input/KeyCharacters.h"
+#include "services/MonitorList.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
+#include <QMetaObject>
+#include <QObject>
+
+#include <cstdint>
+#include <optional>
+#include <utility>
+#include <xcb/xcb.h>
+
+class QKeyEvent;
 
 namespace stowpocket {
+
+/// The key-downs of this application's windows, seen before Qt's own shortcuts. Modifier keys are none by themselves.
+class KeyDownMonitors : public QObject {
+public:
+    using Handler = std::function<bool(const KeyEvent&)>;
+    /// What a key types, by the numbers that the desktop gives to it and to the state of the modifiers.
+    using Character = std::function<std::string(std::uint8_t key, std::uint32_t state)>;
+
+    explicit KeyDownMonitors(Character character);
+    [[nodiscard]] std::unique_ptr<EventMonitorToken> add(Handler handler) {
+        return monitors_.add(std::move(handler));
+    }
+
+    /// For a press that does not come to a window although one of them has the keyboard: whether a monitor swallows
+    /// it.
+    [[nodiscard]] bool swallows(const KeyEvent& event) const;
+
+private:
+    bool eventFilter(QObject* receiver, QEvent* event) override;
+    [[nodiscard]] bool swallows(const QKeyEvent& event);
+
+    const Character character_;
+    MonitorList<Handler> monitors_;
+    /// The key-down whose fate was decided last, and that fate: Qt brings each of them twice.
+    std::optional<std::pair<std::uint64_t, std::uint32_t>> decided_;
+    bool swallowed_ = false;
+};
+
+/// Sees the left and right mouse buttons go down outside this program's windows, whoever holds the pointer. Without
+/// monitors the server sends nothing. On Qt's connection, which has agreed on the version of the input extension;
+/// where the extension is missing there are no clicks. Of a click on a Wayland window the server learns nothing but
+/// that the keyboard goes elsewhere, so in a Wayland session that counts as one: at the end of the drag where
+/// one out of this program did it.
+class X11ClickWatch : private QAbstractNativeEventFilter {
+public:
+    using Handler = std::function<void()>;
+    using AfterDrag = std::function<void(std::function<void()> work)>;
+
+    X11ClickWatch(xcb_connection_t* connection, AfterDrag afterDrag);
+    ~X11ClickWatch() override;
+    X11ClickWatch(const X11ClickWatch&) = delete;
+    X11ClickWatch& operator=(const X11ClickWatch&) = delete;
+
+    [[nodiscard]] std::unique_ptr<EventMonitorToken> add(Handler handler) {
+        return monitors_.add(std::move(handler));
+    }
+    /// Bit 0 left, bit 1 right, bit 2 middle.
+    [[nodiscard]] std::uint32_t pressedButtons() const;
+
+private:
+    bool nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) override;
+    [[nodiscard]] bool isOutsideClick(const xcb_generic_event_t& event) const;
+    [[nodiscard]] bool pointerIsOverOwnWindow() const;
+    void follow();
+    void followServer();
+    void clicked() const;
+    void keyboardWent();
+
+    xcb_connection_t* const connection_;
+    const AfterDrag afterDrag_;
+    const xcb_window_t root_;
+    std::uint8_t inputExtension_ = 0;
+    QMetaObject::Connection deactivation_;
+    MonitorList<Handler> monitors_{[this] { follow(); }};
+};
 
 /// Event monitors of the X11 desktop: Qt's events for this program's keys, the server's for clicks elsewhere.
 class X11EventMonitors : public EventMonitors {

@@ -2,13 +2,32 @@
 #pragma once
 
 #include "foundation/FileURL.h"
-#include "platform/linux/quickdrop/ClipboardSnapshot.h"
-#include "platform/linux/quickdrop/FileManagers.h"
+#include "platform/linux/quickdrop/Clipboard.h"
 
 #include <cstdint>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 namespace stowpocket {
+
+/// How a file manager is made to copy its selection.
+enum class CopyKey {
+    controlC,
+    /// For a program that may show a terminal, where Ctrl+C would end what runs in it.
+    controlInsert,
+};
+
+struct KnownFileManager {
+    std::string_view windowClass;
+    CopyKey copyKey;
+    /// Its Copy action can be run over the session bus, without any key.
+    bool copiesOverBus;
+};
+
+/// The file manager whose windows have this class (the second part of WM_CLASS; users set the first part freely, for
+/// terminals too). None for all other programs: no key is ever sent to those.
+[[nodiscard]] std::optional<KnownFileManager> fileManagerOf(std::string_view windowClass);
 
 /// What a quick drop asks of the desktop. Each call ends within its own time limit; an empty answer is a failure.
 class QuickDropDesktop {

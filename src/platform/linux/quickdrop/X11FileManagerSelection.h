@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/quickdrop/X11ActiveWindow.h"
+#include "platform/linux/quickdrop/X11QuickDropDesktop.h"
 #include "services/FileManagerSelection.h"
 
 #include <atomic>

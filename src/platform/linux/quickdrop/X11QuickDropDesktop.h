@@ -1,14 +1,60 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/quickdrop/ClipboardOwner.h"
-#include "platform/linux/quickdrop/ClipboardReader.h"
+#include "platform/linux/quickdrop/Clipboard.h"
+#include "platform/linux/quickdrop/CopyCommands.h"
 #include "platform/linux/quickdrop/QuickDropRun.h"
-#include "platform/linux/quickdrop/X11ActiveWindow.h"
-#include "platform/linux/quickdrop/X11CopyKeys.h"
-#include "platform/linux/quickdrop/X11WindowPing.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/XcbSession.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QObject>
+
+#include <atomic>
 
 namespace stowpocket {
+
+/// Remembers which window of another program was active last. The server tells Qt of each change anyway.
+class X11ActiveWindow : private QAbstractNativeEventFilter {
+public:
+    /// `connection` outlives it. Made after the application, on the main thread.
+    explicit X11ActiveWindow(const X11Connection& connection);
+
+    /// Any thread. 0 when there was none; the window may be gone since.
+    [[nodiscard]] xcb_window_t lastForeign() const { return lastForeign_; }
+    /// Any thread.
+    [[nodiscard]] bool isOwn(xcb_window_t window) const { return connection_.isOwn(window); }
+
+private:
+    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    void look();
+
+    const X11Connection& connection_;
+    std::atomic<xcb_window_t> lastForeign_ = x11None;
+    /// What is posted for later is dropped with it.
+    QObject context_;
+};
+
+/// Asks the program of a window for a sign of life (_NET_WM_PING), which it gives when it gets round to the events
+/// that it was sent before. The answer goes to the root window, which is watched from the preparation until the end.
+class X11WindowPing {
+public:
+    explicit X11WindowPing(XcbSession& session) : session_(session) {}
+
+    /// Finds out whether the program has promised to answer, so that sending takes no time.
+    void prepare(xcb_window_t window);
+    [[nodiscard]] bool isPossible() const { return window_ != XCB_WINDOW_NONE; }
+    void send() const;
+    [[nodiscard]] bool isAnswer(const xcb_generic_event_t& event);
+    void end();
+
+private:
+    void watchRoot(std::uint32_t events) const;
+
+    XcbSession& session_;
+    xcb_window_t window_ = XCB_WINDOW_NONE;
+    xcb_timestamp_t time_ = XCB_CURRENT_TIME;
+};
 
 /// The desktop of one X server, on a connection of its own. One thread at a time.
 class X11QuickDropDesktop : public QuickDropDesktop {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/session/BusInstance.h"
 
-#include "platform/linux/session/ShelfBus.h"
-
 #include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusPendingCallWatcher>
@@ -14,7 +12,6 @@
 
 #include <algorithm>
 #include <functional>
-
 #include <malloc.h>
 #include <unistd.h>
 

@@ -2,7 +2,7 @@
 #include "platform/linux/updates/InstalledFiles.h"
 
 #include "platform/linux/preferences/PropertyList.h"
-#include "platform/linux/session/OwnExecutable.h"
+#include "platform/linux/session/OwnProcess.h"
 
 #include <cstdlib>
 #include <filesystem>

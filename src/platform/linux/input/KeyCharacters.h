@@ -10,6 +10,13 @@ struct xkb_context;
 
 namespace stowpocket {
 
+/// The visible character that a key symbol, as X11 numbers them, stands for; empty where it is none. A dead key
+/// stands for its accent.
+[[nodiscard]] std::string characterOf(std::uint32_t symbol);
+
+/// What is written on a key that types nothing visible, by its virtual key code; empty where that is unknown.
+[[nodiscard]] std::string nameOfKey(std::uint16_t virtualKey);
+
 /// What the keys of the X11 keyboard type. Asks the server each time, which takes a quarter of a millisecond, so that
 /// no change of the keyboard map is missed. The connection is one that uses the XKEYBOARD extension.
 class X11KeyCharacters {

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/session/OwnExecutable.h"
+#include "platform/linux/session/OwnProcess.h"
 
 #include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
 
 namespace stowpocket {
 namespace {
@@ -15,6 +18,17 @@ TEST(OwnExecutableTest, isTheAppImageOnlyForCodeInsideIt) {
             << "inherited from whoever started it: " << folder;
     EXPECT_EQ(executableToStart("/usr/bin/stowpocket (deleted)", "", ""), "/usr/bin/stowpocket");
     EXPECT_TRUE(ownExecutable().ends_with("/linux_tests")) << ownExecutable();
+}
+
+TEST(ExitHandlerDeathTest, runsOnlyWhenTheProcessEndsBeforeIt) {
+    const auto say = [](const char* text) { return [text] { std::fputs(text, stderr); }; };
+    EXPECT_EXIT(
+        {
+            { const ExitHandler ended(say("over ")); }
+            const ExitHandler handler(say("saved"));
+            std::exit(3);
+        },
+        testing::ExitedWithCode(3), "^saved$");
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/quickdrop/FileManagers.h"
+#include "platform/linux/quickdrop/QuickDropRun.h"
 #include "platform/linux/x11/XcbSession.h"
 
 #include <cstdint>
@@ -32,5 +32,9 @@ private:
     std::uint8_t copyKey_ = 0;
     bool canPress_ = false;
 };
+
+/// Runs the Copy action of the Dolphin window `window` of the process `process` over the session bus. Any thread,
+/// which waits a fraction of a second at most. False when that window could not be found or did not answer.
+[[nodiscard]] bool copyInDolphin(std::uint32_t process, std::uint32_t window);
 
 }  // namespace stowpocket
