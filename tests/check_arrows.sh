@@ -47,6 +47,7 @@ main/macos: app intake services foundation views platform/macos platform/posix p
 core=' foundation services shelf intake updates presentation app cli '
 
 check() {
+    # shellcheck disable=SC2046  # no name of ours has a space
     awk -v rooms="$rooms" -v core="$core" '
         BEGIN {
             count = split(rooms, lines, "\n")

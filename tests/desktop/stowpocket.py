@@ -80,10 +80,15 @@ class Stowpocket:
     def open_settings(self):
         self.open_popover()
         self.press("Settings")
-        window = wait_for(lambda: self.x.find("stowpocket Settings"), "the settings window")
+        window = self.placed("stowpocket Settings")
         wait_for(lambda: self.x.active_window() == window, "the settings to have the keyboard")
-        frame = self.wait_for_shown("stowpocket Settings")
-        wait_for(lambda: frame.rect()[:2] == self.x.rect(window)[:2], "the settings to know their place")
+
+    def placed(self, title):
+        """The program's window with this title, once the program too knows where it is, and so all that is in it."""
+        window = wait_for(lambda: self.x.find(title), title)
+        frame = self.wait_for_shown(title)
+        wait_for(lambda: frame.rect() == self.x.rect(window), f"{title} to know its place")
+        return window
 
     def shown(self, start):
         """What the program shows whose name begins so, or nothing."""
@@ -110,4 +115,6 @@ class Stowpocket:
         drag.release()
 
     def drag_tile(self, filename):
-        return Drag(self.x, self.tile(filename).centre())
+        tile = self.tile(filename)
+        self.placed("stowpocket shelf")
+        return Drag(self.x, tile.centre())
