@@ -58,6 +58,8 @@ TEST_F(XdgLoginItemTest, seesWhatTheDesktopAndTheUserDid) {
         {"Exec=/usr/bin/stowpocket\nHidden=true\n", Status::requiresApproval},
         {"Hidden=True\nExec=/usr/bin/stowpocket\n", Status::requiresApproval},
         {"Exec=/usr/bin/stowpocket\nX-GNOME-Autostart-enabled=false\n", Status::requiresApproval},
+        {"Exec=/usr/bin/stowpocket\nTryExec=/usr/bin/stowpocket\n", Status::enabled},
+        {"Exec=/usr/bin/stowpocket\nTryExec=/opt/gone\n", Status::notRegistered},
         {"Exec=/opt/stowpocket\n", Status::notRegistered},
         {"Exec=/opt/stowpocket\nHidden=true\n", Status::notRegistered},
         {"Exec=\"/usr/bin/stowpocket\n", Status::notRegistered},
@@ -68,6 +70,7 @@ TEST_F(XdgLoginItemTest, seesWhatTheDesktopAndTheUserDid) {
         EXPECT_EQ(item.status(), status) << lines;
         EXPECT_TRUE(item.registerItem());
         EXPECT_EQ(item.status(), Status::enabled) << lines;
+        EXPECT_NE(folder.read(entryName).find("\nTryExec=/usr/bin/stowpocket\n"), std::string::npos);
     }
     folder.write(entryName, std::string(1000, '\0'));
     EXPECT_EQ(item.status(), Status::notRegistered);

@@ -46,6 +46,10 @@ std::string entryStarting(const std::string& executable) {
            "Exec=" +
            escapedValue(execValue(executable)) +
            "\n"
+           // Without the program, say after its package was removed, the session passes the entry over.
+           "TryExec=" +
+           escapedValue(executable) +
+           "\n"
            "Terminal=false\n"
            "StartupNotify=false\n"
            "X-GNOME-Autostart-enabled=true\n";
@@ -66,7 +70,9 @@ LoginItem::Status XdgLoginItem::status() const {
         return Status::notRegistered;
     const auto exec = entry->find("Exec");
     const auto command = exec == entry->end() ? std::nullopt : commandOfExec(exec->second);
-    if (!command || command->front() != executable_)
+    const auto tried = entry->find("TryExec");
+    const bool isPassedOver = tried != entry->end() && tried->second != executable_;
+    if (!command || command->front() != executable_ || isPassedOver)
         return Status::notRegistered;
     const bool isOff = hasValue(*entry, "Hidden", "true") || hasValue(*entry, "X-GNOME-Autostart-enabled", "false");
     return isOff ? Status::requiresApproval : Status::enabled;
