@@ -2,6 +2,7 @@
 #include "views/settings/AboutPage.h"
 
 #include "presentation/SettingsPresentation.h"
+#include "services/MainBundle.h"
 #include "updates/UpdaterController.h"
 #include "views/controls/Button.h"
 #include "views/controls/LinkButton.h"
@@ -53,7 +54,7 @@ AboutPage::AboutPage(const SettingsDependencies& dependencies)
                line(QStringLiteral("stowpocket"), {.pointSize = 20, .weight = FontWeight::bold}),
                line(QString::fromStdString(versionText(services.core.bundle)), plain),
                line(QStringLiteral("A temporary drag-and-drop staging area for files in your menu bar."), plain),
-               shortDivider(), updateControls(), shortDivider(),
+               shortDivider(), updateControls(services.core.bundle),
                hstack(columnSpacing, Spacer{}, link("Website", productPage, services.openURL),
                       link("More from Larkfield", makerPage, services.openURL), Spacer{}),
                line(QStringLiteral("Questions? support@larkfield.example"), plain),
@@ -65,14 +66,19 @@ AboutPage::AboutPage(const SettingsDependencies& dependencies)
     evaluate();
 }
 
-QLayout* AboutPage::updateControls() {
+/// Nothing of them is seen where whoever built the program said that it has no newer versions to look for.
+QWidget* AboutPage::updateControls(const MainBundle& bundle) {
     Button* const check = Button::bordered(QStringLiteral("Check for Updates\u2026"), {.pointSize = 13},
                                            [this] { updaterController_->checkForUpdates(); });
     check->setFixedWidth(updateButtonWidth);
     automaticDownloads_ =
         new Toggle(Toggle::Style::checkbox, QStringLiteral("Automatically download updates"),
                    [this](bool isOn) { updaterController_->setAutomaticallyDownloadsUpdates(isOn); });
-    return vstack(updateSpacing, centred(check), centred(automaticDownloads_));
+    QWidget* const controls = group(
+        vstack(columnSpacing, vstack(updateSpacing, centred(check), centred(automaticDownloads_)), shortDivider()));
+    const std::string* const feed = bundle.infoString(infoKey::feedURL);
+    controls->setHidden(feed != nullptr && feed->empty());
+    return controls;
 }
 
 void AboutPage::evaluate() {

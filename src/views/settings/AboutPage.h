@@ -16,7 +16,7 @@ public:
     explicit AboutPage(const SettingsDependencies& dependencies);
 
 private:
-    [[nodiscard]] QLayout* updateControls();
+    [[nodiscard]] QWidget* updateControls(const MainBundle& bundle);
     void evaluate();
 
     const std::shared_ptr<UpdaterController> updaterController_;

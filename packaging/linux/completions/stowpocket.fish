@@ -1,0 +1,15 @@
+# SPDX-License-Identifier: MIT
+set -l verbs add list remove clear show toggle quick-drop
+set -l first "not __fish_seen_subcommand_from $verbs"
+complete -c stowpocket -n $first -a add -d 'Put files on the shelf'
+complete -c stowpocket -n $first -a list -d 'Print the files on the shelf'
+complete -c stowpocket -n $first -a remove -d 'Take files off the shelf'
+complete -c stowpocket -n $first -a clear -d 'Take all files off the shelf'
+complete -c stowpocket -n $first -a show -d 'Open the shelf'
+complete -c stowpocket -n $first -a toggle -d 'Open or close the shelf'
+complete -c stowpocket -n $first -a quick-drop -d 'Add what is selected in the file manager'
+complete -c stowpocket -n $first -s h -l help -d 'Print help and end'
+complete -c stowpocket -n $first -l version -d 'Print the version and end'
+complete -c stowpocket -n '__fish_seen_subcommand_from list' -f -l json -d 'All that is known of each file'
+complete -c stowpocket -n '__fish_seen_subcommand_from remove' -f -a '(stowpocket list 2>/dev/null)'
+complete -c stowpocket -n '__fish_seen_subcommand_from clear show toggle quick-drop' -f
