@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "foundation/Invariant.h"
-#include "platform/linux/files/BookmarkLocator.h"
 #include "platform/linux/files/BookmarkRecord.h"
+#include "platform/linux/files/LinuxBookmarks.h"
 
 /// A record that can be read is written the same again, and the search for its file comes to an end.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What an icon theme tells of itself.
 #include "foundation/Invariant.h"
-#include "platform/linux/pictures/IconThemeIndex.h"
+#include "platform/linux/pictures/IconTheme.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A mount table with any names in it: mount points may be called anything.
 #include "foundation/Invariant.h"
-#include "platform/linux/files/MountChanges.h"
+#include "platform/linux/files/Mounts.h"
 
 #include <algorithm>
 

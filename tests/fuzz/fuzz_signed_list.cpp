@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A list of releases whose last line says that the makers signed it. The seeds are signed with the key below.
 #include "foundation/Invariant.h"
-#include "platform/linux/updates/Signature.h"
+#include "platform/linux/updates/DownloadFile.h"
 
 #include <sodium.h>
 

@@ -2,7 +2,7 @@
 // What a decoder that a hostile picture has taken over may answer, and what may lie in the thumbnail cache.
 #include "foundation/Invariant.h"
 #include "platform/linux/pictures/DecoderReply.h"
-#include "platform/linux/pictures/ThumbnailFile.h"
+#include "platform/linux/pictures/ThumbnailCache.h"
 
 #include <algorithm>
 

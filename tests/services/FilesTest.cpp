@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "fakes/FakeFiles.h"
 #include "platform/linux/files/LinuxBookmarks.h"
-#include "platform/linux/files/MountTable.h"
+#include "platform/linux/files/Mounts.h"
 #include "platform/linux/files/PosixFileManager.h"
 #include "platform/posix/FileProbe.h"
 #include "support/TemporaryFolder.h"

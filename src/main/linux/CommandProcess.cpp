@@ -22,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::optional<std::string> linkTarget(const std::string& path) {
+std::optional<std::string> targetOfLink(const std::string& path) {
     std::error_code error;
     if (!fs::is_symlink(fs::symlink_status(path, error)))
         return std::nullopt;
@@ -52,7 +52,7 @@ CommandSurroundings commandSurroundings(std::string version) {
     return {.workingDirectory = error ? std::string() : workingDirectory.native(),
             .localHost = QSysInfo::machineHostName().toStdString(),
             .version = std::move(version),
-            .linkTarget = linkTarget,
+            .linkTarget = targetOfLink,
             .fileExists = fileExists};
 }
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "main/linux/LinuxDesktop.h"
 
-#include "platform/linux/files/BaseDirectories.h"
+#include "platform/linux/files/Folders.h"
 #include "platform/linux/hotkeys/PortalHotkeyService.h"
 #include "platform/linux/hotkeys/X11HotkeyService.h"
 #include "platform/linux/session/OwnProcess.h"
-#include "platform/linux/updates/InstalledFiles.h"
+#include "platform/linux/updates/InstalledProgram.h"
 #include "platform/linux/x11/WaylandSession.h"
 #include "platform/qt/QtDrops.h"
 #include "platform/qt/QtPopover.h"

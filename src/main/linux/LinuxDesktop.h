@@ -6,7 +6,7 @@
 #include "platform/linux/drags/X11DirectSaves.h"
 #include "platform/linux/drags/X11FileDrag.h"
 #include "platform/linux/drags/X11IncomingDrops.h"
-#include "platform/linux/files/MountInfoVolumes.h"
+#include "platform/linux/files/Mounts.h"
 #include "platform/linux/input/X11EventMonitors.h"
 #include "platform/linux/pictures/LinuxThumbnails.h"
 #include "platform/linux/pictures/LinuxWorkspaceIcons.h"

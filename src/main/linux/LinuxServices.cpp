@@ -3,7 +3,7 @@
 
 #include "app/HandOver.h"
 #include "platform/linux/appearance/XSettings.h"
-#include "platform/linux/updates/InstalledFiles.h"
+#include "platform/linux/updates/InstalledProgram.h"
 #include "platform/qt/QtApplication.h"
 #include "updates/AppcastUpdater.h"
 

@@ -4,11 +4,10 @@
 #include "foundation/NotificationCenter.h"
 #include "main/linux/LinuxDesktop.h"
 #include "platform/linux/files/LinuxBookmarks.h"
-#include "platform/linux/files/MountTable.h"
+#include "platform/linux/files/Mounts.h"
 #include "platform/linux/files/PosixFileManager.h"
 #include "platform/linux/preferences/LinuxPreferenceStore.h"
-#include "platform/linux/updates/UpdaterFeedSession.h"
-#include "platform/linux/updates/UpdaterWorker.h"
+#include "platform/linux/updates/UpdateHelper.h"
 #include "platform/posix/FileProbe.h"
 #include "platform/qt/QtDispatch.h"
 #include "services/MainBundle.h"
@@ -58,8 +57,8 @@ struct LinuxUpdates {
 
     const CoreServices core;
     Application& application;
-    UpdaterFeedSession feedSession;
-    UpdaterWorker transport;
+    HelperFeedSession feedSession;
+    HelperUpdateTransport transport;
     QtUpdateWindow window;
     QtAlerts alerts;
     /// Whether the program was ended so that its newer version can start.

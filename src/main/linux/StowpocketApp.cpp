@@ -7,7 +7,7 @@
 #include "platform/linux/session/BusInstance.h"
 #include "platform/linux/session/OwnProcess.h"
 #include "platform/linux/session/ProgramLock.h"
-#include "platform/linux/updates/ReplacedProgram.h"
+#include "platform/linux/updates/InstalledProgram.h"
 
 #include <QApplication>
 

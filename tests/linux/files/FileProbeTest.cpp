@@ -2,7 +2,7 @@
 #include "platform/posix/FileProbe.h"
 
 #include "platform/linux/files/LinuxBookmarks.h"
-#include "platform/linux/files/MountTable.h"
+#include "platform/linux/files/Mounts.h"
 #include "platform/linux/files/PosixFileManager.h"
 #include "support/TemporaryFolder.h"
 

@@ -2,7 +2,7 @@
 #include "platform/linux/files/LinuxBookmarks.h"
 
 #include "platform/linux/files/BookmarkRecord.h"
-#include "platform/linux/files/MountTable.h"
+#include "platform/linux/files/Mounts.h"
 #include "platform/posix/FileProbe.h"
 #include "support/TemporaryFolder.h"
 

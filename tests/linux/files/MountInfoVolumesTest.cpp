@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/files/MountInfoVolumes.h"
+#include "platform/linux/files/Mounts.h"
 
-#include "platform/linux/files/MountChanges.h"
-#include "platform/linux/files/MountTable.h"
 #include "support/ComesTrue.h"
 #include "support/TemporaryFolder.h"
 

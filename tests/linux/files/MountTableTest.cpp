@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/files/MountTable.h"
+#include "platform/linux/files/Mounts.h"
 
 #include "support/TemporaryFolder.h"
 

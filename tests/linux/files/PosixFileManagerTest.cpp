@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/files/PosixFileManager.h"
 
-#include "platform/linux/files/FileTree.h"
 #include "platform/linux/preferences/LinuxPreferenceStore.h"
 #include "platform/posix/FileProbe.h"
 #include "support/TemporaryFolder.h"

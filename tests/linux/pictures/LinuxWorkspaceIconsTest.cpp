@@ -2,7 +2,6 @@
 #include "platform/linux/pictures/LinuxWorkspaceIcons.h"
 #include "fakes/FakePictures.h"
 #include "linux/pictures/PictureFiles.h"
-#include "platform/linux/pictures/BundledIcons.h"
 #include "platform/qt/QtApplication.h"
 #include "platform/qt/QtImages.h"
 

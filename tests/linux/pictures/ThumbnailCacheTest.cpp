@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/pictures/ThumbnailCache.h"
 #include "linux/pictures/PictureFiles.h"
-#include "platform/linux/pictures/ThumbnailFile.h"
 
 #include <QBuffer>
 

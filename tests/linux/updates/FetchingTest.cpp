@@ -2,8 +2,8 @@
 #include "linux/updates/LocalServer.h"
 #include "platform/linux/updates/AppcastReader.h"
 #include "platform/linux/updates/HttpGet.h"
-#include "platform/linux/updates/UpdaterFeedSession.h"
-#include "platform/linux/updates/WebAddress.h"
+#include "platform/linux/updates/UpdateHelperProtocol.h"
+#include "platform/linux/updates/UpdateHelper.h"
 #include "support/ComesTrue.h"
 
 #include <QUrl>
@@ -94,7 +94,7 @@ TEST(WebAddress, nothingLeavesThisMachineInClearAndNobodySendsIntoIt) {
         EXPECT_EQ(mayRedirect(QUrl(QString::fromUtf8(from)), QUrl(QString::fromUtf8(to))), may) << from << to;
 }
 
-TEST(UpdaterFeedSession, answersOnceWhateverComes) {
+TEST(HelperFeedSession, answersOnceWhateverComes) {
     LocalServer server;
     server.serveBody("/long", std::string(std::size_t{3} << 20u, 'x'));
     server.serveBody("/feed", std::string("<item \xff\0", 8));
@@ -105,8 +105,8 @@ TEST(UpdaterFeedSession, answersOnceWhateverComes) {
                                     : std::to_string(*response->statusCode) + " " +
                                           std::string(response->body.begin(), response->body.end()));
     };
-    UpdaterFeedSession session(UPDATER);
-    UpdaterFeedSession missing("/nowhere/updater");
+    HelperFeedSession session(UPDATER);
+    HelperFeedSession missing("/nowhere/updater");
     for (const auto& [path, expected] :
          std::vector<std::pair<const char*, std::string>>{{"/feed", std::string("200 <item \xff\0", 12)},
                                                           {"/missing", "404 "},

@@ -3,7 +3,7 @@
 #include "fakes/FakeUpdates.h"
 #include "linux/updates/LocalServer.h"
 #include "platform/linux/updates/DownloadFile.h"
-#include "platform/linux/updates/UpdaterWorker.h"
+#include "platform/linux/updates/UpdateHelper.h"
 #include "services/Preferences.h"
 #include "support/ComesTrue.h"
 #include "support/FullDisk.h"
@@ -112,7 +112,7 @@ protected:
     std::string feed;
     FakeCore fakes;
     FakeUpdateWindow window;
-    UpdaterWorker worker{UPDATER, program};
+    HelperUpdateTransport worker{UPDATER, program};
     std::unique_ptr<AppcastUpdater> updater;
 };
 
@@ -223,7 +223,7 @@ TEST_F(UpdateTest, aFullDiskOrAFolderThatIsNotOursChangesNothing) {
         EXPECT_EQ(update(), UpdateFailure::diskFull);
     }
     expectUntouched();
-    worker = UpdaterWorker(UPDATER, "/dev/pts/program");  // where nobody, root neither, makes files
+    worker = HelperUpdateTransport(UPDATER, "/dev/pts/program");  // where nobody, root neither, makes files
     EXPECT_EQ(update(), UpdateFailure::notWritable);
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/FileURL.h"
-#include "platform/linux/files/FileDescriptor.h"
+#include "platform/linux/files/DurableFile.h"
 
 #include <QSocketNotifier>
 

@@ -2,7 +2,6 @@
 #include "platform/linux/drags/X11IncomingDrops.h"
 
 #include "platform/linux/files/DurableFile.h"
-#include "platform/linux/files/FileDescriptor.h"
 #include "services/MainBundle.h"
 
 #include <QCoreApplication>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/files/BookmarkSearch.h"
 
-#include "platform/linux/files/DirectoryStream.h"
 #include "platform/linux/files/Folders.h"
+#include "platform/linux/files/PosixFileManager.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/files/BookmarkRecord.h"
-#include "platform/linux/files/MountTable.h"
+#include "platform/linux/files/Mounts.h"
 
 #include <chrono>
 #include <cstddef>

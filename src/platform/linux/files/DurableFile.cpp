@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/files/DurableFile.h"
 
-#include "platform/linux/files/FileDescriptor.h"
 #include "platform/linux/files/Folders.h"
 
 #include <fcntl.h>

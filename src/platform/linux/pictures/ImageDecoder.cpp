@@ -1,14 +1,146 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/pictures/ImageDecoder.h"
 
-#include "platform/linux/pictures/OneShotChild.h"
+#include "platform/linux/files/DurableFile.h"
 
 #include <QDebug>
 
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+
 #include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
 #include <mutex>
 
 namespace stowpocket {
+namespace {
+
+using SteadyClock = std::chrono::steady_clock;
+constexpr std::size_t chunkSize = 65536;
+
+struct Pipe {
+    FileDescriptor readEnd;
+    FileDescriptor writeEnd;
+};
+
+std::optional<Pipe> openPipe() {
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0)
+        return std::nullopt;
+    return Pipe{FileDescriptor(ends[0]), FileDescriptor(ends[1])};
+}
+
+/// All of the environment that a child gets: where libraries and plugins lie. No display, no bus, no secrets.
+std::vector<char*> keptEnvironment() {
+    constexpr std::array<std::string_view, 2> keptVariables{"LD_LIBRARY_PATH=", "QT_PLUGIN_PATH="};
+    std::vector<char*> kept;
+    for (char** variable = environ; *variable != nullptr; ++variable) {
+        if (std::ranges::any_of(keptVariables,
+                                [&](auto name) { return std::string_view(*variable).starts_with(name); }))
+            kept.push_back(*variable);
+    }
+    kept.push_back(nullptr);
+    return kept;
+}
+
+/// How a child starts: its three standard files and nothing else open, all signals at their defaults.
+class SpawnSettings {
+public:
+    SpawnSettings(int input, int output) {
+        posix_spawn_file_actions_init(&files_);
+        posix_spawn_file_actions_adddup2(&files_, input, STDIN_FILENO);
+        posix_spawn_file_actions_adddup2(&files_, output, STDOUT_FILENO);
+        posix_spawn_file_actions_addopen(&files_, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+        posix_spawn_file_actions_addclosefrom_np(&files_, STDERR_FILENO + 1);
+
+        sigset_t signals;
+        posix_spawnattr_init(&attributes_);
+        sigfillset(&signals);
+        posix_spawnattr_setsigdefault(&attributes_, &signals);
+        sigemptyset(&signals);
+        posix_spawnattr_setsigmask(&attributes_, &signals);
+        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+    }
+    SpawnSettings(const SpawnSettings&) = delete;
+    SpawnSettings& operator=(const SpawnSettings&) = delete;
+    ~SpawnSettings() {
+        posix_spawn_file_actions_destroy(&files_);
+        posix_spawnattr_destroy(&attributes_);
+    }
+
+    [[nodiscard]] std::optional<pid_t> spawn(const std::vector<std::string>& command) const {
+        std::vector<char*> arguments;
+        arguments.reserve(command.size() + 1);
+        for (const std::string& argument : command)
+            arguments.push_back(const_cast<char*>(argument.c_str()));  // posix_spawn changes none of them
+        arguments.push_back(nullptr);
+        pid_t child = 0;
+        if (::posix_spawn(&child, arguments.front(), &files_, &attributes_, arguments.data(),
+                          keptEnvironment().data()) != 0)
+            return std::nullopt;
+        return child;
+    }
+
+private:
+    posix_spawn_file_actions_t files_{};
+    posix_spawnattr_t attributes_{};
+};
+
+bool isReadableBefore(SteadyClock::time_point deadline, int descriptor) {
+    for (;;) {
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - SteadyClock::now());
+        if (left.count() <= 0)
+            return false;
+        pollfd watched{descriptor, POLLIN, 0};
+        const int ready = ::poll(&watched, 1, static_cast<int>(left.count()));
+        if (ready > 0)
+            return true;
+        if (ready < 0 && errno != EINTR)
+            return false;
+    }
+}
+
+/// Reads to the end; none when there is more than `limit` or the end does not come in time.
+std::optional<Bytes> readAll(int descriptor, std::size_t limit, SteadyClock::time_point deadline) {
+    Bytes bytes;
+    while (bytes.size() <= limit && isReadableBefore(deadline, descriptor)) {
+        const std::size_t filled = bytes.size();
+        bytes.resize(filled + std::min(chunkSize, limit + 1 - filled));
+        const ssize_t count = ::read(descriptor, bytes.data() + filled, bytes.size() - filled);
+        bytes.resize(filled + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+        if (count == 0)
+            return bytes;
+        if (count < 0 && errno != EINTR)
+            break;
+    }
+    return std::nullopt;
+}
+
+void end(pid_t child) {
+    ::kill(child, SIGKILL);  // a child that has ended already waits for waitpid and does not notice
+    while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+    }
+}
+
+}  // namespace
+
+std::optional<Bytes> outputOf(const OneShotChild& child, int input) {
+    const auto deadline = SteadyClock::now() + child.timeLimit;
+    std::optional<Pipe> output = openPipe();
+    if (!output)
+        return std::nullopt;
+    const std::optional<pid_t> process = SpawnSettings(input, output->writeEnd.get()).spawn(child.command);
+    if (!process)
+        return std::nullopt;
+    output->writeEnd = FileDescriptor();
+    std::optional<Bytes> bytes = readAll(output->readEnd.get(), child.outputLimit, deadline);
+    end(*process);
+    return bytes;
+}
 
 namespace {
 

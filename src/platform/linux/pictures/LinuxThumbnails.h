@@ -3,17 +3,41 @@
 
 #include "platform/linux/pictures/DesktopThumbnailer.h"
 #include "platform/linux/pictures/LocalThumbnailer.h"
-#include "platform/linux/pictures/ThumbnailWorkers.h"
 #include "services/Dispatch.h"
 #include "services/Pictures.h"
 
+#include <QThreadPool>
+
 #include <chrono>
+#include <functional>
 #include <map>
+#include <memory>
 #include <tuple>
 #include <unordered_map>
 #include <vector>
 
 namespace stowpocket {
+
+/// Two threads of the thumbnails' own, so that files on a dead mount hold up nothing else of the program. They end
+/// soon after the last job.
+class ThumbnailWorkers {
+public:
+    /// What a job hands back, to be run on the main thread.
+    using Answer = std::function<void()>;
+
+    explicit ThumbnailWorkers(Dispatch& dispatch);
+    /// No answer runs from here on. A thread that does not end soon is left behind.
+    ~ThumbnailWorkers();
+
+    /// Runs `job` on one of the threads, and what it answers on the main thread. Main thread.
+    void run(std::function<Answer()> job);
+
+private:
+    class MainThread;
+
+    std::shared_ptr<MainThread> mainThread_;
+    std::unique_ptr<QThreadPool> pool_;
+};
 
 /// Thumbnails from the cache that the desktop shares, from picture files decoded in a process of their own, or from
 /// the desktop's thumbnailer, in this order. A file that gave none is not tried again before it changes.

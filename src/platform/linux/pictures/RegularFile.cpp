@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/pictures/RegularFile.h"
 
+#include "platform/linux/files/DurableFile.h"
+
 #include <fcntl.h>
 #include <linux/magic.h>
+#include <linux/openat2.h>
 #include <sys/stat.h>
 #include <sys/statfs.h>
+#include <sys/syscall.h>
 #include <sys/sysmacros.h>
 
 #include <algorithm>
@@ -66,6 +70,19 @@ bool RegularFile::isOnNetwork() const {
     if (magic == fuseMagic)
         return ::major(status.st_dev) == 0;
     return std::ranges::find(networkMagics, magic) != networkMagics.end();
+}
+
+std::optional<mode_t> cachedFileMode(const std::string& path) {
+    open_how how{};
+    how.flags = O_PATH | O_CLOEXEC;
+    how.resolve = RESOLVE_CACHED;
+    // The C library has no function for this call yet.
+    const FileDescriptor file(static_cast<int>(::syscall(SYS_openat2, AT_FDCWD, path.c_str(), &how, sizeof how)));
+    struct statx status {};
+    if (!file.isOpen() ||
+        ::statx(file.get(), "", AT_EMPTY_PATH | AT_STATX_DONT_SYNC, STATX_TYPE | STATX_MODE, &status) != 0)
+        return std::nullopt;
+    return status.stx_mode;
 }
 
 }  // namespace stowpocket

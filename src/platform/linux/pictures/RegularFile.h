@@ -2,7 +2,9 @@
 #pragma once
 
 #include "foundation/Values.h"
-#include "platform/linux/files/FileDescriptor.h"
+#include "platform/linux/files/DurableFile.h"
+
+#include <sys/types.h>
 
 #include <compare>
 #include <cstdint>
@@ -42,5 +44,9 @@ private:
     FileDescriptor descriptor_;
     std::int64_t size_;
 };
+
+/// Type and rights of the file at `path`, links followed, if the kernel has them in memory: a disk or a server is
+/// never waited for. None for what was not asked for lately, and on kernels before 5.12. On any thread.
+[[nodiscard]] std::optional<mode_t> cachedFileMode(const std::string& path);
 
 }  // namespace stowpocket

@@ -2,14 +2,99 @@
 #include "platform/linux/pictures/ThumbnailCache.h"
 
 #include "platform/linux/pictures/RegularFile.h"
-#include "platform/linux/pictures/ThumbnailFile.h"
 
+#include <QBuffer>
 #include <QCryptographicHash>
+#include <QImageReader>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 
 namespace stowpocket {
+namespace {
+
+/// The largest size that the cache knows ("xx-large").
+constexpr std::uint32_t maxSide = 1024;
+/// Texts are stored compressed: without a limit a small file could ask for gigabytes.
+constexpr std::uint32_t maxTextLength = 8192;
+constexpr int maxTextCount = 32;
+
+constexpr std::array<std::uint8_t, 8> pngSignature{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+constexpr std::size_t chunkOverhead = 12;  // length, type and check sum
+
+std::uint32_t bigEndian(std::span<const std::uint8_t> bytes) {
+    return std::uint32_t{bytes[0]} << 24u | std::uint32_t{bytes[1]} << 16u | std::uint32_t{bytes[2]} << 8u | bytes[3];
+}
+
+struct Chunk {
+    std::string_view type;
+    std::span<const std::uint8_t> data;
+};
+
+/// Takes the first chunk off `png`; none when it is cut short.
+std::optional<Chunk> takeChunk(std::span<const std::uint8_t>& png) {
+    if (png.size() < chunkOverhead)
+        return std::nullopt;
+    const std::size_t length = bigEndian(png);
+    if (png.size() - chunkOverhead < length)
+        return std::nullopt;
+    const std::string_view type(reinterpret_cast<const char*>(png.data() + 4), 4);
+    const Chunk chunk{type, png.subspan(8, length)};
+    png = png.subspan(chunkOverhead + length);
+    return chunk;
+}
+
+bool isModestSide(std::uint32_t side) {
+    return side >= 1 && side <= maxSide;
+}
+
+bool isModestHeader(const Chunk& chunk) {
+    return chunk.type == "IHDR" && chunk.data.size() == 13 && isModestSide(bigEndian(chunk.data)) &&
+           isModestSide(bigEndian(chunk.data.subspan(4)));
+}
+
+/// Whether the image library can be let loose on `png`: what it says of itself bounds the memory that it can take.
+bool isModestPng(std::span<const std::uint8_t> png) {
+    if (png.size() > maxThumbnailFileSize || png.size() < pngSignature.size() ||
+        !std::ranges::equal(png.first(pngSignature.size()), pngSignature))
+        return false;
+    png = png.subspan(pngSignature.size());
+    std::optional<Chunk> chunk = takeChunk(png);
+    if (!chunk || !isModestHeader(*chunk))
+        return false;
+    int textCount = 0;
+    while (chunk && chunk->type != "IEND") {
+        const bool isText = chunk->type == "tEXt" || chunk->type == "zTXt" || chunk->type == "iTXt";
+        if (isText && (++textCount > maxTextCount || chunk->data.size() > maxTextLength))
+            return false;
+        chunk = takeChunk(png);
+    }
+    return chunk.has_value();
+}
+
+}  // namespace
+
+std::optional<QImage> acceptedThumbnail(std::span<const std::uint8_t> file, std::string_view uri,
+                                        std::int64_t modifiedSeconds) {
+    if (!isModestPng(file))
+        return std::nullopt;
+    QByteArray bytes =
+        QByteArray::fromRawData(reinterpret_cast<const char*>(file.data()), static_cast<qsizetype>(file.size()));
+    QBuffer buffer(&bytes);
+    QImageReader reader(&buffer, "png");
+    reader.setAutoDetectImageFormat(false);
+    // The texts are asked of the image: the reader cuts their names at the first colon.
+    QImage image = reader.read();
+    if (image.isNull() || image.text(QStringLiteral("Thumb::URI")).toStdString() != uri)
+        return std::nullopt;
+    // Some programs write fractions of a second here.
+    const QString modified = image.text(QStringLiteral("Thumb::MTime")).section(QLatin1Char('.'), 0, 0);
+    if (modified != QString::number(modifiedSeconds))
+        return std::nullopt;
+    return image;
+}
+
 namespace {
 
 struct CachedSize {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/files/FileDescriptor.h"
+#include "platform/linux/files/DurableFile.h"
 
 #include <chrono>
 #include <optional>

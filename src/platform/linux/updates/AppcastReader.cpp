@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/updates/AppcastReader.h"
 
-#include "platform/linux/updates/WebAddress.h"
+#include "platform/linux/updates/UpdateHelperProtocol.h"
 #include "updates/NotesText.h"
 
 #include <QUrl>

@@ -1,15 +1,26 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/files/FileDescriptor.h"
+#include "platform/linux/files/DurableFile.h"
 #include "updates/UpdateTransport.h"
 
+#include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
 
 namespace stowpocket {
+
+/// Whether `signature` is the Ed25519 signature over `bytes` by the owner of `publicKey`; both are in Base64. False
+/// also when one of them is none.
+[[nodiscard]] bool isSigned(std::span<const std::uint8_t> bytes, std::string_view signature,
+                            std::string_view publicKey);
+
+/// What comes before the last line of `list`, when that line is `<!-- edSignature: SIGNATURE -->` and signs all of
+/// it; none otherwise. What was not signed is never looked at.
+[[nodiscard]] std::optional<std::string_view> signedPart(std::string_view list, std::string_view publicKey);
 
 /// What is known of a file before it is fetched.
 struct SignedFile {

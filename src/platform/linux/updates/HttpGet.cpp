@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/updates/HttpGet.h"
 
-#include "platform/linux/updates/WebAddress.h"
+#include "platform/linux/updates/UpdateHelperProtocol.h"
 
 #include <QEventLoop>
 #include <QNetworkAccessManager>

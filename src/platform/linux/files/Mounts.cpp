@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/files/MountTable.h"
+#include "platform/linux/files/Mounts.h"
+
+#include <QDebug>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -7,9 +9,72 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <climits>
+#include <optional>
 
 namespace stowpocket {
+namespace {
+
+std::string_view takeUntil(std::string_view& text, char separator) {
+    const std::size_t end = text.find(separator);
+    const std::string_view taken = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    return taken;
+}
+
+/// The kernel writes space, tab, newline and backslash as three octal digits.
+std::string unescaped(std::string_view field) {
+    std::string text;
+    for (std::size_t at = 0; at < field.size(); ++at) {
+        const std::string_view digits = field.substr(at + 1, 3);
+        unsigned int byte = 0;
+        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), byte, 8);
+        if (field[at] == '\\' && error == std::errc() && end == digits.data() + 3 && byte < 256) {
+            text += static_cast<char>(byte);
+            at += 3;
+        } else {
+            text += field[at];
+        }
+    }
+    return text;
+}
+
+/// "36 35 98:0 /root /mount/point options [tags...] - type source options"
+std::optional<Mount> parseMount(std::string_view line) {
+    Mount mount;
+    const std::string_view id = takeUntil(line, ' ');
+    const auto [end, error] = std::from_chars(id.data(), id.data() + id.size(), mount.id);
+    if (error != std::errc() || end != id.data() + id.size())
+        return std::nullopt;
+    for (int skipped = 0; skipped < 3; ++skipped)
+        takeUntil(line, ' ');
+    mount.point = unescaped(takeUntil(line, ' '));
+    const std::size_t separator = line.find(" - ");
+    if (!mount.point.starts_with('/') || separator == std::string_view::npos)
+        return std::nullopt;
+    line.remove_prefix(separator + 3);
+    mount.type = takeUntil(line, ' ');
+    return mount;
+}
+
+}  // namespace
+
+Mounts parseMounts(std::string_view text) {
+    Mounts mounts;
+    while (!text.empty()) {
+        if (std::optional<Mount> mount = parseMount(takeUntil(text, '\n')))
+            mounts.push_back(std::move(*mount));
+    }
+    return mounts;
+}
+
+MountChanges changesBetween(Mounts before, Mounts after) {
+    std::ranges::sort(before);
+    std::ranges::sort(after);
+    return {.mounted = !std::ranges::includes(before, after), .unmounted = !std::ranges::includes(after, before)};
+}
+
 namespace {
 
 std::string readFromStart(int file) {
@@ -97,6 +162,33 @@ std::optional<std::string> hangingMountOn(const Mounts& mounts, const std::strin
         rest.insert(0, *link + '/');
     }
     return std::nullopt;
+}
+
+MountInfoVolumes::MountInfoVolumes() : file_(QStringLiteral("/proc/self/mountinfo")) {
+    if (!file_.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        qWarning() << "stowpocket: cannot watch volumes:" << file_.fileName() << file_.errorString();
+        return;
+    }
+    mounts_ = read();
+    // The kernel reports a changed table as an exceptional condition (proc(5)).
+    notifier_ = std::make_unique<QSocketNotifier>(file_.handle(), QSocketNotifier::Exception);
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { readAgain(); });
+}
+
+Mounts MountInfoVolumes::read() {
+    if (!file_.seek(0))
+        return mounts_;
+    const QByteArray text = file_.readAll();
+    return text.isEmpty() ? mounts_ : parseMounts({text.constData(), static_cast<std::size_t>(text.size())});
+}
+
+void MountInfoVolumes::readAgain() {
+    const Mounts before = std::exchange(mounts_, read());
+    const MountChanges changes = changesBetween(before, mounts_);
+    if (changes.unmounted)
+        didUnmount_.emit();
+    if (changes.mounted)
+        didMount_.emit();
 }
 
 }  // namespace stowpocket

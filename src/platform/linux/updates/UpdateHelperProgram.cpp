@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/updates/UpdaterProgram.h"
-
+// stowpocket-updater: what an update has to do with the network and with the bytes that come from there.
 #include "platform/linux/files/DurableFile.h"
 #include "platform/linux/updates/AppcastReader.h"
 #include "platform/linux/updates/DownloadFile.h"
 #include "platform/linux/updates/HttpGet.h"
-#include "platform/linux/updates/ReplacedProgram.h"
-#include "platform/linux/updates/Signature.h"
-#include "platform/linux/updates/UpdaterProtocol.h"
+#include "platform/linux/updates/InstalledProgram.h"
+#include "platform/linux/updates/UpdateHelperProtocol.h"
 #include "updates/AppcastRecords.h"
 #include "updates/NotesText.h"
 
@@ -191,8 +189,8 @@ constexpr std::array jobs{
         [](const Arguments& arguments) { return removeReplaced(arguments[0].toStdString()); }, giveUpNothing},
 };
 
-}  // namespace
-
+/// Carries out the one job that the arguments name and returns the exit code. It may do little more than that: what
+/// comes from the network is read here, far from the shelf.
 int runUpdater(int argc, char** argv) {
     const QByteArray name(argc > 1 ? argv[1] : "");
     const auto* const job = std::ranges::find_if(jobs, [&](const Job& known) { return name == known.name; });
@@ -209,4 +207,9 @@ int runUpdater(int argc, char** argv) {
     return updaterExitCode(job->run(arguments));
 }
 
+}  // namespace
 }  // namespace stowpocket
+
+int main(int argc, char** argv) {
+    return stowpocket::runUpdater(argc, argv);
+}

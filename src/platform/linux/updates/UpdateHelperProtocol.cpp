@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/updates/WebAddress.h"
+#include "platform/linux/updates/UpdateHelperProtocol.h"
 
 #include <QUrl>
 

@@ -7,6 +7,8 @@
 #include <array>
 #include <optional>
 
+class QUrl;
+
 namespace stowpocket {
 
 /// How the program talks to `stowpocket-updater`, which is started anew for each of these jobs, with the arguments
@@ -43,5 +45,11 @@ constexpr int firstFailureCode = 10;
     return index >= 0 && index <= static_cast<int>(UpdateFailure::other) ? static_cast<UpdateFailure>(index)
                                                                          : UpdateFailure::other;
 }
+
+/// Whether `url` may be asked: over HTTPS, or over HTTP on this very machine.
+[[nodiscard]] bool mayBeAsked(const QUrl& url);
+
+/// Whether an answer may send on from one address to the other. Nobody on the way sends to a program of this machine.
+[[nodiscard]] bool mayRedirect(const QUrl& from, const QUrl& to);
 
 }  // namespace stowpocket
