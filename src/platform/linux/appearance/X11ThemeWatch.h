@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Events.h"
 
-#include <QAbstractNativeEventFilter>
 #include <QTimer>
 
 #include <functional>
@@ -12,20 +12,20 @@ namespace stowpocket {
 
 /// Knows whether the desktop's theme is a dark one, by the settings that it shares with X11 programs. Sleeps until
 /// the server tells that they have changed.
-class X11ThemeWatch : private QAbstractNativeEventFilter {
+class X11ThemeWatch : private X11EventFilter {
 public:
     /// `onAnswer` runs never during this call, whenever the answer may have changed. A desktop that shares nothing is
     /// not dark. `connection` outlives this.
     X11ThemeWatch(const X11Connection& connection, std::function<void(bool isDark)> onAnswer);
 
 private:
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    bool handleEvent(const xcb_generic_event_t& event) override;
     void look();
 
     const X11Connection& connection_;
     const std::function<void(bool)> onAnswer_;
     xcb_window_t owner_ = x11None;
-    /// Fires at once when it is started: the server may not be asked anything while an event is being looked at.
+    /// Fires at once when it is started.
     QTimer looking_;
 };
 

@@ -3,15 +3,11 @@
 
 #include "platform/linux/drags/PromisedFileProvider.h"
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <ranges>
 
 namespace stowpocket {
 namespace {
-
-constexpr std::uint8_t sentEventBit = 0x80;
 
 /// The files of a promise, which stay in a folder of their own inside the one that they are wanted in: the source was
 /// told that place and may be the last to let go of it.
@@ -36,9 +32,7 @@ private:
 
 X11DirectSaves::X11DirectSaves(const X11Connection& connection, Dispatch& dispatch,
                                std::chrono::milliseconds timeLimit)
-    : connection_(connection), dispatch_(dispatch), timeLimit_(timeLimit) {
-    QCoreApplication::instance()->installNativeEventFilter(this);
-}
+    : connection_(connection), dispatch_(dispatch), timeLimit_(timeLimit) {}
 
 X11DirectSaves::~X11DirectSaves() {
     while (!saves_.empty()) {
@@ -67,25 +61,15 @@ void X11DirectSaves::save(const FileURL& destination,
     save->begin(destination, dropTime_);
 }
 
-/// Only notes what happened: the server may not be asked anything while an event is being looked at.
-bool X11DirectSaves::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
-    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
-    switch (event.response_type & ~sentEventBit) {
-    case XCB_CLIENT_MESSAGE: {
-        constexpr std::size_t timeOfDrop = 2;
-        const auto& said = *static_cast<const xcb_client_message_event_t*>(message);
-        if (said.type == connection_.atom(X11Atom::dragDrop))
-            dropTime_ = said.data.data32[timeOfDrop];
-        break;
-    }
-    case XCB_SELECTION_NOTIFY:
-        handleReply(*static_cast<const xcb_selection_notify_event_t*>(message));
-        break;
-    case XCB_DESTROY_NOTIFY:
-        handleGone(*static_cast<const xcb_destroy_notify_event_t*>(message), event.full_sequence);
-        break;
-    default:
-        break;
+bool X11DirectSaves::handleEvent(const xcb_generic_event_t& event) {
+    constexpr std::size_t timeOfDrop = 2;
+    if (const auto* const said = eventAs<xcb_client_message_event_t>(event)) {
+        if (said->type == connection_.atom(X11Atom::dragDrop))
+            dropTime_ = said->data.data32[timeOfDrop];
+    } else if (const auto* const reply = eventAs<xcb_selection_notify_event_t>(event)) {
+        handleReply(*reply);
+    } else if (const auto* const gone = eventAs<xcb_destroy_notify_event_t>(event)) {
+        handleGone(*gone, event.full_sequence);
     }
     return false;
 }
@@ -93,15 +77,13 @@ bool X11DirectSaves::nativeEventFilter(const QByteArray&, void* message, qintptr
 void X11DirectSaves::handleReply(const xcb_selection_notify_event_t& reply) {
     const auto save = std::ranges::find(saves_, reply.requestor, [](const auto& each) { return each->requestor(); });
     if (save != saves_.end())
-        QMetaObject::invokeMethod(
-            &context_, [save = *save, reply] { save->replied(reply); }, Qt::QueuedConnection);
+        later([save = *save, reply] { save->replied(reply); });
 }
 
 void X11DirectSaves::handleGone(const xcb_destroy_notify_event_t& event, std::uint32_t sequence) {
     for (const auto& save : saves_) {
         if (save->isAboutSource(event, sequence))
-            QMetaObject::invokeMethod(
-                &context_, [save] { save->sourceGone(); }, Qt::QueuedConnection);
+            later([save] { save->sourceGone(); });
     }
 }
 

@@ -2,10 +2,8 @@
 #pragma once
 
 #include "platform/linux/drags/X11DirectSave.h"
+#include "platform/linux/x11/X11Events.h"
 #include "services/Dragging.h"
-
-#include <QAbstractNativeEventFilter>
-#include <QObject>
 
 #include <memory>
 #include <vector>
@@ -14,7 +12,7 @@ namespace stowpocket {
 
 /// Files promised by the direct-save protocol (XDS), as archive managers and mail programs drag them. Nothing waits:
 /// a source that unpacks for minutes delivers minutes after the drop.
-class X11DirectSaves : private QAbstractNativeEventFilter {
+class X11DirectSaves : private X11EventFilter {
 public:
     static constexpr std::chrono::milliseconds usualTimeLimit = std::chrono::seconds(60);
 
@@ -38,7 +36,7 @@ public:
     [[nodiscard]] Dispatch& dispatch() const { return dispatch_; }
 
 private:
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    bool handleEvent(const xcb_generic_event_t& event) override;
     void handleReply(const xcb_selection_notify_event_t& reply);
     void handleGone(const xcb_destroy_notify_event_t& event, std::uint32_t sequence);
 
@@ -49,8 +47,6 @@ private:
     xcb_timestamp_t dropTime_ = XCB_CURRENT_TIME;
     /// Each is out of the list before its completion is passed on.
     std::vector<std::shared_ptr<X11DirectSave>> saves_;
-    /// What is posted for later is dropped with it.
-    QObject context_;
 };
 
 }  // namespace stowpocket

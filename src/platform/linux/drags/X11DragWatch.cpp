@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/drags/X11DragWatch.h"
 
-#include <QCoreApplication>
-
 #include <chrono>
 #include <xcb/xfixes.h>
 
@@ -17,7 +15,6 @@ constexpr auto buttonInterval = 100ms;
 constexpr auto settlingTime = 300ms;
 /// Not every compositor tells the end of a drag, so after this long it is taken to be over.
 constexpr auto longestWaylandDrag = 20s;
-constexpr std::uint8_t sentEventBit = 0x80;
 
 }  // namespace
 
@@ -40,27 +37,17 @@ X11DragWatch::X11DragWatch(const X11Connection& connection) : connection_(connec
     waylandDrag_.setSingleShot(true);
     QObject::connect(&buttons_, &QTimer::timeout, [this] { take(watching_.buttonsSeen(isButtonHeld())); });
     QObject::connect(&settling_, &QTimer::timeout, [this] { take(watching_.settled()); });
-    QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
-/// Only notes what happened: the server may not be asked anything while an event is being looked at.
-bool X11DragWatch::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
-    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
-    const auto type = static_cast<std::uint8_t>(event.response_type & ~sentEventBit);
-    if (type == ownerEvent_) {
-        const auto& change = *static_cast<const xcb_xfixes_selection_notify_event_t*>(message);
-        if (change.window == requestor_.window())
-            later([this, owner = change.owner, time = change.selection_timestamp] { ownerChanged(owner, time); });
-    } else if (type == XCB_SELECTION_NOTIFY) {
-        const auto& answer = *static_cast<const xcb_selection_notify_event_t*>(message);
-        if (answer.requestor == requestor_.window())
-            later([this, answer] { answered(answer); });
+bool X11DragWatch::handleEvent(const xcb_generic_event_t& event) {
+    if (const auto* const change = eventAs<xcb_xfixes_selection_notify_event_t>(event, ownerEvent_)) {
+        if (change->window == requestor_.window())
+            later([this, owner = change->owner, time = change->selection_timestamp] { ownerChanged(owner, time); });
+    } else if (const auto* const answer = eventAs<xcb_selection_notify_event_t>(event)) {
+        if (answer->requestor == requestor_.window())
+            later([this, answer = *answer] { answered(answer); });
     }
     return false;
-}
-
-void X11DragWatch::later(std::function<void()> work) {
-    QMetaObject::invokeMethod(&context_, std::move(work), Qt::QueuedConnection);
 }
 
 void X11DragWatch::ownerChanged(xcb_window_t owner, xcb_timestamp_t time) {

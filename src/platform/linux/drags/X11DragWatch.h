@@ -3,17 +3,16 @@
 
 #include "foundation/Signal.h"
 #include "platform/linux/drags/DragWatching.h"
+#include "platform/linux/x11/X11Events.h"
 #include "platform/linux/x11/X11Requestor.h"
 
-#include <QAbstractNativeEventFilter>
-#include <QObject>
 #include <QTimer>
 
 namespace stowpocket {
 
 /// Tells of drags of other programs, anywhere on the desktop, that carry files or promise them. Between drags it
 /// sleeps: the server tells when one begins.
-class X11DragWatch : private QAbstractNativeEventFilter {
+class X11DragWatch : private X11EventFilter {
 public:
     /// `connection` outlives it.
     explicit X11DragWatch(const X11Connection& connection);
@@ -23,9 +22,8 @@ public:
     Signal<DragEnd> ended;
 
 private:
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    bool handleEvent(const xcb_generic_event_t& event) override;
     [[nodiscard]] bool isButtonHeld() const;
-    void later(std::function<void()> work);
     void ownerChanged(xcb_window_t owner, xcb_timestamp_t time);
     void answered(const xcb_selection_notify_event_t& answer);
     /// `time` is that of what happened, where the server told one.
@@ -39,8 +37,6 @@ private:
     std::uint8_t ownerEvent_ = 0;
     QTimer buttons_;
     QTimer settling_;
-    /// What is posted for later is dropped with it.
-    QObject context_;
 };
 
 }  // namespace stowpocket

@@ -4,7 +4,6 @@
 #include "intake/UriList.h"
 #include "platform/linux/x11/WaylandSession.h"
 
-#include <QCoreApplication>
 #include <QDrag>
 #include <QMimeData>
 
@@ -23,7 +22,6 @@ constexpr auto lookInterval = 200ms;
 constexpr int looksUntilLost = 3;
 /// Changes of focus that a drag brings may come after its end.
 constexpr auto settlingTime = 200ms;
-constexpr std::uint8_t sentEventBit = 0x80;
 
 }  // namespace
 
@@ -35,7 +33,6 @@ X11FileDrag::X11FileDrag(const X11Connection& connection) : connection_(connecti
         for (const auto& work : std::exchange(afterwards_, {}))
             work();
     });
-    QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
 void X11FileDrag::start(QWidget& source, const FileURL& file, const QPixmap& picture, const QPoint& hotSpot) {
@@ -79,11 +76,9 @@ void X11FileDrag::endIfLost(xcb_window_t source) {
 }
 
 /// GTK 4 asks with time 0, which Qt takes for a stale request and refuses, so requests are answered here first.
-bool X11FileDrag::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
-    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
-    if ((event.response_type & ~sentEventBit) != XCB_SELECTION_REQUEST || uriList_.isEmpty())
-        return false;
-    return answer(*static_cast<const xcb_selection_request_event_t*>(message));
+bool X11FileDrag::handleEvent(const xcb_generic_event_t& event) {
+    const auto* const request = eventAs<xcb_selection_request_event_t>(event);
+    return request != nullptr && !uriList_.isEmpty() && answer(*request);
 }
 
 bool X11FileDrag::answer(const xcb_selection_request_event_t& request) {
@@ -107,9 +102,7 @@ bool X11FileDrag::answer(const xcb_selection_request_event_t& request) {
     notify.selection = request.selection;
     notify.target = request.target;
     notify.property = property;
-    xcb_send_event(connection_.raw(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT,
-                   reinterpret_cast<const char*>(&notify));
-    xcb_flush(connection_.raw());
+    sendEvent(connection_.raw(), request.requestor, XCB_EVENT_MASK_NO_EVENT, notify);
     if (request.target == uriList)
         dropDelay_.asked();
     return true;

@@ -4,8 +4,8 @@
 #include "foundation/FileURL.h"
 #include "platform/linux/drags/DropDelay.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Events.h"
 
-#include <QAbstractNativeEventFilter>
 #include <QPixmap>
 #include <QTimer>
 #include <QWidget>
@@ -17,7 +17,7 @@ namespace stowpocket {
 
 /// Drags one file out to other programs, which may only copy it. Nothing that they answer is taken as proof that they
 /// did: what is dragged stays where it is. A drag that the server no longer knows of is given up.
-class X11FileDrag : private QAbstractNativeEventFilter {
+class X11FileDrag : private X11EventFilter {
 public:
     /// `connection` outlives it. Made after the application.
     explicit X11FileDrag(const X11Connection& connection);
@@ -29,7 +29,7 @@ public:
     void whenOver(std::function<void()> work);
 
 private:
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    bool handleEvent(const xcb_generic_event_t& event) override;
     void endIfLost(xcb_window_t source);
     [[nodiscard]] bool answer(const xcb_selection_request_event_t& request);
 

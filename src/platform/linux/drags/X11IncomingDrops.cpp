@@ -4,7 +4,6 @@
 #include "platform/linux/files/DurableFile.h"
 #include "services/MainBundle.h"
 
-#include <QCoreApplication>
 #include <QFile>
 
 #include <fcntl.h>
@@ -12,7 +11,6 @@
 namespace stowpocket {
 namespace {
 
-constexpr std::uint8_t sentEventBit = 0x80;
 /// Where the fields of the messages are (XDND 5).
 constexpr std::size_t sourceField = 0;
 constexpr std::size_t flagsField = 1;
@@ -88,24 +86,19 @@ DropReading readingOf(const xcb_client_message_event_t& drop, const xcb_client_m
 
 X11IncomingDrops::X11IncomingDrops(const X11Connection& connection, Dispatch& dispatch, X11DirectSaves& saves,
                                    const DropPatience& patience)
-    : connection_(connection), dispatch_(dispatch), saves_(saves), patience_(patience) {
-    QCoreApplication::instance()->installNativeEventFilter(this);
-}
+    : connection_(connection), dispatch_(dispatch), saves_(saves), patience_(patience) {}
 
 bool X11IncomingDrops::promisesFiles(const QMimeData& data) const {
     return data.hasFormat(QLatin1String(X11DirectSaves::format.data(), X11DirectSaves::format.size()));
 }
 
-bool X11IncomingDrops::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
-    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
-    if ((event.response_type & ~sentEventBit) != XCB_CLIENT_MESSAGE)
+bool X11IncomingDrops::handleEvent(const xcb_generic_event_t& event) {
+    const auto* const said = eventAs<xcb_client_message_event_t>(event);
+    if (said == nullptr || said->format != 32)
         return false;
-    const auto& said = *static_cast<const xcb_client_message_event_t*>(message);
-    if (said.format != 32)
-        return false;
-    if (said.type == connection_.atom(X11Atom::dragEnter))
-        entered(said);
-    return said.type == connection_.atom(X11Atom::dragDrop) && dropped(said);
+    if (said->type == connection_.atom(X11Atom::dragEnter))
+        entered(*said);
+    return said->type == connection_.atom(X11Atom::dragDrop) && dropped(*said);
 }
 
 void X11IncomingDrops::entered(const xcb_client_message_event_t& message) {
@@ -124,8 +117,7 @@ bool X11IncomingDrops::dropped(const xcb_client_message_event_t& message) {
         return true;
     if (state_ == State::handedOn) {
         // Qt handles it right after this.
-        QMetaObject::invokeMethod(
-            &context_, [this, number = number_] { number == number_ ? forget() : void(); }, Qt::QueuedConnection);
+        later([this, number = number_] { number == number_ ? forget() : void(); });
         return false;
     }
     if (message.data.data32[sourceField] != entered_.data.data32[sourceField] || readings_ == mostReadings)
@@ -156,8 +148,7 @@ void X11IncomingDrops::finished(const xcb_client_message_event_t& drop, int numb
     if (reading.contents)
         received_.contents = providerOf(*reading.contents, dispatch_);
     state_ = State::handedOn;
-    xcb_send_event(connection_.raw(), 0, drop.window, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&drop));
-    xcb_flush(connection_.raw());
+    sendEvent(connection_.raw(), drop.window, XCB_EVENT_MASK_NO_EVENT, drop);
 }
 
 }  // namespace stowpocket

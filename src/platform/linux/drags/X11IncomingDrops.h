@@ -3,17 +3,15 @@
 
 #include "platform/linux/drags/DropReading.h"
 #include "platform/linux/drags/X11DirectSaves.h"
+#include "platform/linux/x11/X11Events.h"
 #include "platform/qt/QtDrops.h"
-
-#include <QAbstractNativeEventFilter>
-#include <QObject>
 
 namespace stowpocket {
 
 /// Reads what is dropped before Qt hears of the drop, on another thread and with limits of time and size, so that no
 /// source can keep the program waiting. Qt then gets the same message once more; when it has handled that, it tells
 /// the source that the drop is over.
-class X11IncomingDrops : public IncomingDrops, private QAbstractNativeEventFilter {
+class X11IncomingDrops : public IncomingDrops, private X11EventFilter {
 public:
     /// All outlive it.
     X11IncomingDrops(const X11Connection& connection, Dispatch& dispatch, X11DirectSaves& saves,
@@ -31,7 +29,7 @@ private:
         handedOn,  ///< the message is on its way back to us
     };
 
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    bool handleEvent(const xcb_generic_event_t& event) override;
     void entered(const xcb_client_message_event_t& message);
     /// Whether Qt shall not have it now.
     [[nodiscard]] bool dropped(const xcb_client_message_event_t& message);
@@ -50,8 +48,6 @@ private:
     /// Sources that hang keep a thread each, for a while.
     int readings_ = 0;
     ReceivedDrop received_;
-    /// What is posted for later is dropped with it.
-    QObject context_;
     const std::shared_ptr<X11IncomingDrops*> self_ = std::make_shared<X11IncomingDrops*>(this);
 };
 

@@ -2,7 +2,7 @@
 #include "platform/linux/hotkeys/X11HotkeyService.h"
 
 #include "platform/linux/input/KeyTables.h"
-#include "platform/linux/x11/XcbAnswer.h"
+#include "platform/linux/x11/X11Events.h"
 #include "services/Dispatch.h"
 
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/X11KeyGrabs.h"
 
-#include "platform/linux/x11/XcbAnswer.h"
+#include "platform/linux/x11/X11Events.h"
 
 #include <algorithm>
 #include <utility>

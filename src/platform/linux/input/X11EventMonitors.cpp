@@ -3,7 +3,7 @@
 
 #include "platform/linux/input/KeyTables.h"
 #include "platform/linux/x11/WaylandSession.h"
-#include "platform/linux/x11/XcbAnswer.h"
+#include "platform/linux/x11/X11Events.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/tray/X11StatusItem.h"
 
-#include <QCoreApplication>
-#include <QTimer>
-
 #include <algorithm>
 #include <chrono>
 #include <optional>
@@ -20,7 +17,6 @@ constexpr auto placingTime = 300ms;
 /// keep the icon from being seen.
 constexpr auto answeringTime = 1s;
 constexpr std::uint32_t xembedEmbeddedNotify = 0;
-constexpr std::uint8_t sentEventBit = 0x80;
 
 }  // namespace
 
@@ -38,55 +34,24 @@ X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter pain
       })),
       dragBegan_(dragWatch_.began.connect([this] { button_->dragBegan(); })),
       dragEnded_(dragWatch_.ended.connect([this](DragEnd end) { button_->dragEnded(end); })) {
-    QCoreApplication::instance()->installNativeEventFilter(this);
     connection_.hearAlso(connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-    QTimer::singleShot(answeringTime, &context_, [this] {
+    later(answeringTime, [this] {
         if (docking_.state() == TrayDocking::State::waiting)
             qInfo("stowpocket: no tray to dock in; the icon is shown elsewhere until one comes");
     });
 }
 
-/// Only notes what happened: the server may not be asked anything while an event is being looked at.
-bool X11StatusItem::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
-    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
-    switch (event.response_type & ~sentEventBit) {
-    case XCB_CLIENT_MESSAGE:
-        handleMessage(*static_cast<const xcb_client_message_event_t*>(message));
-        break;
-    case XCB_DESTROY_NOTIFY: {
-        const xcb_window_t gone = static_cast<const xcb_destroy_notify_event_t*>(message)->window;
-        later([this, gone] {
-            take(docking_.windowDestroyed(gone), x11None);
-            if (gone == button_->window())
-                take(docking_.lostWindow(), x11None);
-        });
-        break;
-    }
-    case XCB_REPARENT_NOTIFY: {
-        const auto& moved = *static_cast<const xcb_reparent_notify_event_t*>(message);
-        if (moved.parent == connection_.root() && moved.window == button_->window())
-            later([this] { take(docking_.lostWindow(), x11None); });
-        else if (std::ranges::find(around_, moved.window) != around_.end())
-            later([this] { hearOfBar(); });
-        break;
-    }
-    case XCB_CONFIGURE_NOTIFY: {
-        const xcb_window_t changed = static_cast<const xcb_configure_notify_event_t*>(message)->window;
-        if (std::ranges::find(around_, changed) != around_.end())
-            changedSoon(Change::ofBar);
-        else if (changed == button_->window())
-            changedSoon(Change::ofIcon);
-        break;
-    }
-    case XCB_PROPERTY_NOTIFY: {
-        const xcb_atom_t changed = static_cast<const xcb_property_notify_event_t*>(message)->atom;
-        if (changed == connection_.atom(X11Atom::trayOrientation) || changed == connection_.atom(X11Atom::trayColors))
-            changedSoon(Change::ofBar);
-        break;
-    }
-    default:
-        break;
-    }
+bool X11StatusItem::handleEvent(const xcb_generic_event_t& event) {
+    if (const auto* const message = eventAs<xcb_client_message_event_t>(event))
+        handleMessage(*message);
+    else if (const auto* const gone = eventAs<xcb_destroy_notify_event_t>(event))
+        later([this, window = gone->window] { windowGone(window); });
+    else if (const auto* const moved = eventAs<xcb_reparent_notify_event_t>(event))
+        handleParent(*moved);
+    else if (const auto* const changed = eventAs<xcb_configure_notify_event_t>(event))
+        handlePlace(changed->window);
+    else if (const auto* const property = eventAs<xcb_property_notify_event_t>(event))
+        handleProperty(property->atom);
     return false;
 }
 
@@ -98,8 +63,33 @@ void X11StatusItem::handleMessage(const xcb_client_message_event_t& message) {
         later([this, window = message.window] { embedded(window); });
 }
 
-void X11StatusItem::later(std::function<void()> work) {
-    QMetaObject::invokeMethod(&context_, std::move(work), Qt::QueuedConnection);
+void X11StatusItem::handleParent(const xcb_reparent_notify_event_t& moved) {
+    if (moved.parent == connection_.root() && moved.window == button_->window())
+        later([this] { take(docking_.lostWindow(), x11None); });
+    else if (standsIn(moved.window))
+        later([this] { hearOfBar(); });
+}
+
+void X11StatusItem::handlePlace(xcb_window_t window) {
+    if (standsIn(window))
+        changedSoon(Change::ofBar);
+    else if (window == button_->window())
+        changedSoon(Change::ofIcon);
+}
+
+void X11StatusItem::handleProperty(xcb_atom_t name) {
+    if (name == connection_.atom(X11Atom::trayOrientation) || name == connection_.atom(X11Atom::trayColors))
+        changedSoon(Change::ofBar);
+}
+
+bool X11StatusItem::standsIn(xcb_window_t window) const {
+    return std::ranges::find(around_, window) != around_.end();
+}
+
+void X11StatusItem::windowGone(xcb_window_t window) {
+    take(docking_.windowDestroyed(window), x11None);
+    if (window == button_->window())
+        take(docking_.lostWindow(), x11None);
 }
 
 void X11StatusItem::managerAppeared(xcb_window_t manager) {
@@ -114,11 +104,11 @@ void X11StatusItem::embedded(xcb_window_t window) {
     docking_.embedded();
     button_->showDocked();
     place();
-    QTimer::singleShot(placingTime, &context_, [this, window] {
+    later(placingTime, [this, window] {
         if (window == button_->window())
             checkForProxy();
     });
-    QTimer::singleShot(answeringTime, &context_, [this, window, manager = docking_.manager()] {
+    later(answeringTime, [this, window, manager = docking_.manager()] {
         if (window == button_->window() && !connection_.isViewable(window))
             take(docking_.isUnseen(), manager);
     });
@@ -178,7 +168,7 @@ void X11StatusItem::take(TrayDocking::Step step, xcb_window_t manager) {
 }
 
 void X11StatusItem::requested(xcb_window_t window) {
-    QTimer::singleShot(answeringTime, &context_, [this, window] {
+    later(answeringTime, [this, window] {
         if (window != button_->window())
             return;
         placing_.trayIsSlow();
@@ -196,7 +186,7 @@ void X11StatusItem::place() {
     const bool wasItem = std::exchange(isItem_, placing_.place() == IconPlacing::Place::notifier);
     button_->setPlace(placing_);
     if (isItem_ && !wasItem)
-        QTimer::singleShot(answeringTime, &context_, [this] {
+        later(answeringTime, [this] {
             placing_.itemIsOffered();
             place();
         });

@@ -6,9 +6,7 @@
 #include "platform/linux/tray/NotifierHost.h"
 #include "platform/linux/tray/TrayDocking.h"
 #include "platform/linux/tray/X11StatusItemButton.h"
-
-#include <QAbstractNativeEventFilter>
-#include <QObject>
+#include "platform/linux/x11/X11Events.h"
 
 #include <vector>
 
@@ -17,7 +15,7 @@ namespace stowpocket {
 /// The place of the icon on the desktop: listens to the server for trays that come and go and for drags, to the
 /// session bus for hosts of items where no tray is of use, and has the icon follow. The icon is offered to the tray
 /// as soon as its button is complete: the event loop begins with other work, which would delay it.
-class X11StatusItem : public StatusItem, private QAbstractNativeEventFilter {
+class X11StatusItem : public StatusItem, private X11EventFilter {
 public:
     /// `onPlaced` runs whenever the icon has found a place.
     X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops,
@@ -26,9 +24,13 @@ public:
     [[nodiscard]] std::shared_ptr<StatusItemButton> button() override { return button_; }
 
 private:
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    bool handleEvent(const xcb_generic_event_t& event) override;
     void handleMessage(const xcb_client_message_event_t& message);
-    void later(std::function<void()> work);
+    void handleParent(const xcb_reparent_notify_event_t& moved);
+    void handlePlace(xcb_window_t window);
+    void handleProperty(xcb_atom_t name);
+    [[nodiscard]] bool standsIn(xcb_window_t window) const;
+    void windowGone(xcb_window_t window);
     void managerAppeared(xcb_window_t manager);
     void embedded(xcb_window_t window);
     void checkForProxy();
@@ -57,8 +59,6 @@ private:
     Subscription itemSeen_;
     Subscription dragBegan_;
     Subscription dragEnded_;
-    /// Everything posted for later is dropped with it.
-    QObject context_;
 };
 
 /// The tray of an X11 desktop.

@@ -38,21 +38,21 @@ public:
     ~X11Exchange() override { xcb_destroy_window(session_.raw(), requestor_); }
 
     [[nodiscard]] Sign awaitAnswer() override {
-        const XcbSession::Event event = await([this](const xcb_generic_event_t& candidate) {
-            const auto& notify = reinterpret_cast<const xcb_selection_notify_event_t&>(candidate);
-            return typeOf(candidate) == XCB_SELECTION_NOTIFY && notify.requestor == requestor_ &&
-                   notify.target == question_.target;
-        });
-        const Sign sign = signOf(event);
-        const bool isEmpty = sign == Sign::come &&
-                             reinterpret_cast<const xcb_selection_notify_event_t&>(*event).property == XCB_ATOM_NONE;
+        bool isEmpty = false;
+        const Sign sign = signOf(await([&](const xcb_generic_event_t& candidate) {
+            const auto* const notify = eventAs<xcb_selection_notify_event_t>(candidate);
+            if (notify == nullptr || notify->requestor != requestor_ || notify->target != question_.target)
+                return false;
+            isEmpty = notify->property == XCB_ATOM_NONE;
+            return true;
+        }));
         return isEmpty ? Sign::refused : sign;
     }
     [[nodiscard]] Sign awaitPiece() override {
         return signOf(await([this](const xcb_generic_event_t& candidate) {
-            const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(candidate);
-            return typeOf(candidate) == XCB_PROPERTY_NOTIFY && notify.window == requestor_ &&
-                   notify.atom == question_.property && notify.state == XCB_PROPERTY_NEW_VALUE;
+            const auto* const notify = eventAs<xcb_property_notify_event_t>(candidate);
+            return notify != nullptr && notify->window == requestor_ && notify->atom == question_.property &&
+                   notify->state == XCB_PROPERTY_NEW_VALUE;
         }));
     }
     [[nodiscard]] Part take(std::size_t offset) override {
@@ -67,8 +67,8 @@ public:
 
 private:
     [[nodiscard]] bool isOwnerGone(const xcb_generic_event_t& event) const {
-        return typeOf(event) == XCB_DESTROY_NOTIFY && question_.owner != XCB_WINDOW_NONE &&
-               reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == question_.owner;
+        const auto* const gone = eventAs<xcb_destroy_notify_event_t>(event);
+        return gone != nullptr && question_.owner != XCB_WINDOW_NONE && gone->window == question_.owner;
     }
     [[nodiscard]] Sign signOf(const XcbSession::Event& event) const {
         if (!event)

@@ -204,8 +204,7 @@ void X11Connection::sendMessage(xcb_window_t destination, std::uint32_t mask, xc
     event.window = window;
     event.type = atom(type);
     std::copy(data.begin(), data.end(), std::begin(event.data.data32));
-    xcb_send_event(connection_, 0, destination, mask, reinterpret_cast<const char*>(&event));
-    xcb_flush(connection_);
+    sendEvent(connection_, destination, mask, event);
 }
 
 }  // namespace stowpocket

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/x11/XcbAnswer.h"
+#include "platform/linux/x11/X11Events.h"
 
 #include <QRect>
 

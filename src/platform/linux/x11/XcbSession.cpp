@@ -87,13 +87,16 @@ X11Property XcbSession::property(xcb_window_t window, xcb_atom_t name, std::size
 xcb_timestamp_t XcbSession::serverTime() {
     const xcb_atom_t property = atom("_STOWPOCKET_TIME");
     xcb_change_property(connection_, XCB_PROP_MODE_APPEND, window_, property, XCB_ATOM_INTEGER, 32, 0, nullptr);
-    const Event event =
-        await(std::chrono::steady_clock::now() + serverTimeLimit, [property](const xcb_generic_event_t& candidate) {
-            return typeOf(candidate) == XCB_PROPERTY_NOTIFY &&
-                   reinterpret_cast<const xcb_property_notify_event_t&>(candidate).atom == property;
-        });
-    return event ? reinterpret_cast<const xcb_property_notify_event_t&>(*event).time
-                 : static_cast<xcb_timestamp_t>(XCB_CURRENT_TIME);
+    xcb_timestamp_t time = XCB_CURRENT_TIME;
+    static_cast<void>(
+        await(std::chrono::steady_clock::now() + serverTimeLimit, [&](const xcb_generic_event_t& candidate) {
+            const auto* const change = eventAs<xcb_property_notify_event_t>(candidate);
+            if (change == nullptr || change->atom != property)
+                return false;
+            time = change->time;
+            return true;
+        }));
+    return time;
 }
 
 void XcbSession::handleEvents() {

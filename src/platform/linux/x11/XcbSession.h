@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/x11/XcbAnswer.h"
+#include "platform/linux/x11/X11Events.h"
 
 #include <chrono>
 #include <functional>
@@ -69,10 +69,5 @@ private:
     std::map<std::string, xcb_atom_t, std::less<>> atoms_;
     std::function<void(const xcb_generic_event_t&)> handler_ = [](const xcb_generic_event_t&) {};
 };
-
-/// The kind of an event, whoever sent it.
-[[nodiscard]] inline std::uint8_t typeOf(const xcb_generic_event_t& event) {
-    return static_cast<std::uint8_t>(event.response_type & 0x7F);
-}
 
 }  // namespace stowpocket
