@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/x11/SelectionTransfer.h"
+#include "platform/linux/x11/SelectionReader.h"
 
 #include <algorithm>
 #include <cstdlib>

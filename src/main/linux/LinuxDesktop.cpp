@@ -6,7 +6,7 @@
 #include "platform/linux/hotkeys/X11HotkeyService.h"
 #include "platform/linux/session/OwnProcess.h"
 #include "platform/linux/updates/InstalledProgram.h"
-#include "platform/linux/x11/WaylandSession.h"
+#include "platform/linux/x11/X11Connection.h"
 #include "platform/qt/QtDrops.h"
 #include "platform/qt/QtPopover.h"
 #include "presentation/ByteCount.h"

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "platform/linux/appearance/DesktopColorScheme.h"
-#include "platform/linux/drags/X11DirectSaves.h"
+#include "platform/linux/appearance/ColorScheme.h"
+#include "platform/linux/drags/DirectSaves.h"
 #include "platform/linux/drags/X11FileDrag.h"
 #include "platform/linux/drags/X11IncomingDrops.h"
 #include "platform/linux/files/Mounts.h"

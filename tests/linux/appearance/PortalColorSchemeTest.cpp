@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/appearance/PortalColorScheme.h"
+#include "platform/linux/appearance/ColorScheme.h"
 #include "support/FakePortal.h"
 #include "support/PrivateBus.h"
 

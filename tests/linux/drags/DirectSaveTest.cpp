@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/drags/DirectSave.h"
+#include "platform/linux/drags/DirectSaves.h"
 
-#include "platform/linux/drags/ArrivalFolder.h"
+#include "platform/linux/drags/PromisedFiles.h"
 
 #include <QTemporaryDir>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "platform/linux/drags/DirectSaves.h"
 #include "linux/drags/FakeDragSource.h"
-#include "platform/linux/drags/X11DirectSaves.h"
 #include "platform/qt/QtDispatch.h"
 #include "support/ComesTrue.h"
 

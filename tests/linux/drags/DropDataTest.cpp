@@ -2,7 +2,7 @@
 #include "platform/qt/QtDrops.h"
 
 #include "linux/drags/FakeDrops.h"
-#include "platform/linux/drags/DropReading.h"
+#include "platform/linux/drags/X11IncomingDrops.h"
 #include "platform/qt/QtDispatch.h"
 
 #include <QMimeData>

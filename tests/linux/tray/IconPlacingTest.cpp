@@ -6,8 +6,52 @@
 namespace stowpocket {
 namespace {
 
-using Place = IconPlacing::Place;
+using Step = TrayDocking::Step;
 using State = TrayDocking::State;
+using Place = IconPlacing::Place;
+
+constexpr TrayDocking::Manager first = 0x100;
+constexpr TrayDocking::Manager second = 0x200;
+
+TrayDocking docked() {
+    TrayDocking docking;
+    docking.embedded();
+    EXPECT_EQ(docking.state(), State::waiting);
+    EXPECT_EQ(docking.managerAppeared(first), Step::dock);
+    EXPECT_EQ(docking.managerAppeared(first), Step::none);
+    docking.embedded();
+    return docking;
+}
+
+TEST(TrayDocking, docksInTheTrayThatFollows) {
+    TrayDocking docking = docked();
+    EXPECT_EQ(docking.windowDestroyed(second), Step::none);
+    EXPECT_EQ(docking.windowDestroyed(first), Step::undock);
+    EXPECT_EQ(docking.lostWindow(), Step::none);
+    EXPECT_EQ(docking.managerAppeared(second), Step::dock);
+
+    TrayDocking replaced = docked();
+    EXPECT_EQ(replaced.managerAppeared(second), Step::dock);
+    EXPECT_EQ(replaced.windowDestroyed(first), Step::none);
+}
+
+TEST(TrayDocking, doesNotForceItselfOnATrayThatThrewItOut) {
+    TrayDocking docking = docked();
+    EXPECT_EQ(docking.lostWindow(), Step::undock);
+    EXPECT_EQ(docking.state(), State::waiting);
+    EXPECT_EQ(docking.managerAppeared(first), Step::dock);
+}
+
+TEST(TrayDocking, asksOnceMoreWhatShowsNothing) {
+    TrayDocking docking = docked();
+    EXPECT_EQ(docking.isUnseen(), Step::dock);
+    EXPECT_EQ(docking.isUnseen(), Step::none) << "it has not answered yet";
+    docking.embedded();
+    EXPECT_EQ(docking.isUnseen(), Step::none) << "it hides on purpose";
+    EXPECT_EQ(docking.managerAppeared(second), Step::dock);
+    docking.embedded();
+    EXPECT_EQ(docking.isUnseen(), Step::dock);
+}
 
 TEST(IconPlacing, followsTraysAndHostsThatComeAndGo) {
     IconPlacing placing;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/tray/X11TrayWindow.h"
+#include "platform/linux/tray/StatusItemWindow.h"
 #include "platform/linux/x11/XcbSession.h"
 #include "support/ComesTrue.h"
 

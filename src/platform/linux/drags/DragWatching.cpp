@@ -1,9 +1,36 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/drags/DragWatching.h"
 
+#include <xcb/xfixes.h>
+
+#include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace stowpocket {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Nobody announces the end of a drag: Qt sources keep the selection, so the buttons are looked at.
+constexpr auto buttonInterval = 100ms;
+/// Drops arrive a few milliseconds after the button is up.
+constexpr auto settlingTime = 300ms;
+/// Not every compositor tells the end of a drag, so after this long it is taken to be over.
+constexpr auto longestWaylandDrag = 20s;
+
+}  // namespace
+
+DragOffer judgeDrag(std::optional<std::span<const std::uint32_t>> targets, std::span<const std::uint32_t> typeList,
+                    std::uint32_t uriList, std::uint32_t directSave) {
+    if (!targets && typeList.empty())
+        return DragOffer::unknown;
+    const std::span<const std::uint32_t> types = targets.value_or(typeList);
+    const auto has = [&](std::uint32_t type) { return std::ranges::find(types, type) != types.end(); };
+    if (has(uriList))
+        return DragOffer::files;
+    return has(directSave) ? DragOffer::promise : DragOffer::nothing;
+}
 
 DragWatching::Step DragWatching::ownerChanged(Owner owner, bool isButtonHeld) {
     if (owner == Owner::another && isButtonHeld) {
@@ -50,6 +77,84 @@ DragWatching::Step DragWatching::finish() {
     if (isAnnounced_)
         mayStillDrop_ = ending_ == DragEnd::released;
     return std::exchange(isAnnounced_, false) ? Step::end : Step::rest;
+}
+
+X11DragWatch::X11DragWatch(const X11Connection& connection) : connection_(connection), requestor_(connection) {
+    xcb_connection_t* const server = connection_.raw();
+    const xcb_query_extension_reply_t* const extension = xcb_get_extension_data(server, &xcb_xfixes_id);
+    if (extension == nullptr || extension->present == 0) {
+        qWarning("stowpocket: the X server does not tell of drags; drop files onto the icon or the shelf itself");
+        return;
+    }
+    ownerEvent_ = static_cast<std::uint8_t>(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
+    constexpr std::uint32_t version = 4;
+    xcb_discard_reply(server, xcb_xfixes_query_version(server, version, 0).sequence);
+    xcb_xfixes_select_selection_input(server, requestor_.window(), connection_.atom(X11Atom::dragSelection),
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    xcb_flush(server);
+    settling_.setSingleShot(true);
+    waylandDrag_.setSingleShot(true);
+    QObject::connect(&buttons_, &QTimer::timeout, [this] { take(watching_.buttonsSeen(isButtonHeld())); });
+    QObject::connect(&settling_, &QTimer::timeout, [this] { take(watching_.settled()); });
+}
+
+bool X11DragWatch::handleEvent(const xcb_generic_event_t& event) {
+    if (const auto* const change = eventAs<xcb_xfixes_selection_notify_event_t>(event, ownerEvent_)) {
+        if (change->window == requestor_.window())
+            later([this, owner = change->owner, time = change->selection_timestamp] { ownerChanged(owner, time); });
+    } else if (const auto* const answer = eventAs<xcb_selection_notify_event_t>(event)) {
+        if (answer->requestor == requestor_.window())
+            later([this, answer = *answer] { answered(answer); });
+    }
+    return false;
+}
+
+void X11DragWatch::ownerChanged(xcb_window_t owner, xcb_timestamp_t time) {
+    using Owner = DragWatching::Owner;
+    Owner who = Owner::another;
+    if (owner == x11None)
+        who = Owner::nobody;
+    else if (connection_.isOwn(owner))
+        who = Owner::ourselves;
+    waylandDrag_.stop();
+    if (who == Owner::another && connection_.isWindowManagers(owner))
+        waylandDrag_.start(longestWaylandDrag);
+    take(watching_.ownerChanged(who, isButtonHeld()), time);
+}
+
+/// Buttons that went down over a Wayland window are not known to the server.
+bool X11DragWatch::isButtonHeld() const {
+    return waylandDrag_.isActive() || connection_.isButtonHeld();
+}
+
+void X11DragWatch::answered(const xcb_selection_notify_event_t& answer) {
+    const auto targets = requestor_.takeValues(answer);
+    std::vector<std::uint32_t> typeList;
+    if (!targets)
+        typeList = connection_.property(connection_.selectionOwner(X11Atom::dragSelection), X11Atom::dragTypeList);
+    take(watching_.answered(
+        judgeDrag(targets, typeList, connection_.atom(X11Atom::uriList), connection_.atom(X11Atom::directSave))));
+}
+
+void X11DragWatch::take(DragWatching::Step step, xcb_timestamp_t time) {
+    using Step = DragWatching::Step;
+    if (step == Step::none)
+        return;
+    if (step == Step::ask) {
+        static_cast<void>(requestor_.ask(X11Atom::dragSelection, X11Atom::targets, time));
+        settling_.stop();
+        buttons_.start(buttonInterval);
+        return;
+    }
+    if (step == Step::announce)
+        return began.emit();
+    buttons_.stop();
+    if (step == Step::settle)
+        settling_.start(settlingTime);
+    else if (step == Step::end)
+        ended.emit(watching_.ending());
 }
 
 }  // namespace stowpocket

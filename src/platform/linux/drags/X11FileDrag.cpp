@@ -2,8 +2,9 @@
 #include "platform/linux/drags/X11FileDrag.h"
 
 #include "intake/UriList.h"
-#include "platform/linux/x11/WaylandSession.h"
+#include "platform/linux/x11/X11Connection.h"
 
+#include <QCoreApplication>
 #include <QDrag>
 #include <QMimeData>
 
@@ -15,6 +16,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
+/// Targets ask within some 20 ms. Those that know the data already do not ask again, and wait for nothing either.
+constexpr auto longestDelay = 200ms;
+
 /// GTK 3 and Qt targets fetch the data only after the drop has ended, some of them after asking the user.
 constexpr auto keepingTime = 15s;
 /// A drag whose end was missed is noticed this soon: the release of the button comes within milliseconds.
@@ -24,6 +28,51 @@ constexpr int looksUntilLost = 3;
 constexpr auto settlingTime = 200ms;
 
 }  // namespace
+
+DropDelay::DropDelay() {
+    limit_.setSingleShot(true);
+    connect(&limit_, &QTimer::timeout, this, &DropDelay::drop);
+}
+
+void DropDelay::begin() {
+    // Of several filters the last one installed sees an event first, and Qt installs its own when the drag starts.
+    isOn_ = true;
+    QTimer::singleShot(0, this, [this] {
+        if (isOn_)
+            QCoreApplication::instance()->installEventFilter(this);
+    });
+}
+
+void DropDelay::asked() {
+    if (release_)
+        limit_.start(0ms);
+}
+
+void DropDelay::end() {
+    isOn_ = false;
+    QCoreApplication::instance()->removeEventFilter(this);
+    limit_.stop();
+    release_.reset();
+}
+
+/// What the hand does after the release must not move the drop either.
+bool DropDelay::eventFilter(QObject* receiver, QEvent* event) {
+    if (release_)
+        return event->type() == QEvent::MouseMove;
+    if (event->type() != QEvent::MouseButtonRelease)
+        return false;
+    receiver_ = receiver;
+    release_.reset(event->clone());
+    limit_.start(longestDelay);
+    return true;
+}
+
+void DropDelay::drop() {
+    QCoreApplication::instance()->removeEventFilter(this);
+    const std::unique_ptr<QEvent> release = std::move(release_);
+    if (release && receiver_)
+        QCoreApplication::sendEvent(receiver_, release.get());
+}
 
 X11FileDrag::X11FileDrag(const X11Connection& connection) : connection_(connection) {
     forgetting_.setSingleShot(true);

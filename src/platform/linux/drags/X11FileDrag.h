@@ -2,18 +2,47 @@
 #pragma once
 
 #include "foundation/FileURL.h"
-#include "platform/linux/drags/DropDelay.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Events.h"
 
+#include <QEvent>
+#include <QObject>
 #include <QPixmap>
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace stowpocket {
+
+/// Holds back the end of a drag until the target has asked for what is dragged, or for a moment.
+///
+/// KWin tells a Wayland target and this program of the release at the same time. When this program says that it has
+/// dropped, and all that was asked for on the way has been delivered, KWin gives the drag up. A target that asks only
+/// then, after the desktop below was dragged over and asked, receives nothing.
+class DropDelay : public QObject {
+public:
+    DropDelay();
+
+    /// Called before Qt runs the drag.
+    void begin();
+    /// The dragged data was asked for.
+    void asked();
+    /// Called when the drag is over.
+    void end();
+
+private:
+    bool eventFilter(QObject* receiver, QEvent* event) override;
+    void drop();
+
+    bool isOn_ = false;
+    QTimer limit_;
+    QPointer<QObject> receiver_;
+    std::unique_ptr<QEvent> release_;
+};
 
 /// Drags one file out to other programs, which may only copy it. Nothing that they answer is taken as proof that they
 /// did: what is dragged stays where it is. A drag that the server no longer knows of is given up.

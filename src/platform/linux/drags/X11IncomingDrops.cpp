@@ -1,15 +1,53 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/drags/X11IncomingDrops.h"
 
+#include "intake/UriList.h"
+#include "platform/linux/drags/DirectSaves.h"
 #include "platform/linux/files/DurableFile.h"
 #include "services/MainBundle.h"
 
 #include <QFile>
+#include <QSysInfo>
 
 #include <fcntl.h>
 
+#include <algorithm>
+
 namespace stowpocket {
 namespace {
+
+constexpr std::string_view uriListFormat = "text/uri-list";
+
+bool offers(const std::vector<std::string>& formats, std::string_view format) {
+    return std::ranges::find(formats, format) != formats.end();
+}
+
+bool namesFiles(const std::string& list) {
+    return !filesOfUriList(list, QSysInfo::machineHostName().toStdString()).empty();
+}
+
+std::vector<std::span<const ContentsKind>> wantedKinds(const std::vector<std::string>& formats) {
+    if (offers(formats, X11DirectSaves::format))
+        return {pictureKinds()};
+    return {pictureKinds(), textKinds()};
+}
+
+std::optional<DroppedContents> contentsOf(DragData& data, const std::vector<std::string>& formats) {
+    for (const std::span<const ContentsKind> kinds : wantedKinds(formats)) {
+        for (const ContentsKind& kind : kinds) {
+            const std::string_view format(kind.format.data(), static_cast<std::size_t>(kind.format.size()));
+            if (!offers(formats, format))
+                continue;
+            DroppedContents contents(kind);
+            const std::optional<SelectionFailure> failure = data.write(format, contents.path());
+            if (!failure)
+                return contents;
+            if (failure == SelectionFailure::late)
+                return std::nullopt;
+        }
+    }
+    return std::nullopt;
+}
 
 /// Where the fields of the messages are (XDND 5).
 constexpr std::size_t sourceField = 0;
@@ -83,6 +121,22 @@ DropReading readingOf(const xcb_client_message_event_t& drop, const xcb_client_m
 }
 
 }  // namespace
+
+DropReading readDrop(DragData& data, const std::vector<std::string>& formats) {
+    DropReading reading;
+    if (offers(formats, uriListFormat)) {
+        DragData::List list = data.list(uriListFormat);
+        // Who is silent now would be so again, and a list that is too long is no slip.
+        if (list.failure == SelectionFailure::late || list.failure == SelectionFailure::tooBig)
+            return reading;
+        if (!list.failure && namesFiles(list.text)) {
+            reading.uriList = std::move(list.text);
+            return reading;
+        }
+    }
+    reading.contents = contentsOf(data, formats);
+    return reading;
+}
 
 X11IncomingDrops::X11IncomingDrops(const X11Connection& connection, Dispatch& dispatch, X11DirectSaves& saves,
                                    const DropPatience& patience)

@@ -2,7 +2,7 @@
 #include "platform/linux/input/X11EventMonitors.h"
 
 #include "platform/linux/input/KeyTables.h"
-#include "platform/linux/x11/WaylandSession.h"
+#include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Events.h"
 
 #include <QCoreApplication>

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/linux/x11/SelectionReader.h"
-#include "platform/linux/x11/SelectionTransfer.h"
 #include "platform/linux/x11/XcbSession.h"
 
 #include <cstddef>

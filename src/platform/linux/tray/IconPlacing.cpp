@@ -3,6 +3,53 @@
 
 namespace stowpocket {
 
+TrayDocking::Step TrayDocking::managerAppeared(Manager manager) {
+    const bool isAtIt = state_ == State::requested || state_ == State::docked;
+    if (isAtIt && manager == manager_)
+        return Step::none;
+    manager_ = manager;
+    isAskedAgain_ = false;
+    const bool isThere = manager != 0;
+    state_ = isThere ? State::requested : State::waiting;
+    return isThere ? Step::dock : Step::none;
+}
+
+TrayDocking::Step TrayDocking::windowDestroyed(Manager window) {
+    if (window != manager_ || manager_ == 0)
+        return Step::none;
+    manager_ = 0;
+    state_ = State::waiting;
+    return Step::undock;
+}
+
+void TrayDocking::embedded() {
+    if (state_ == State::requested)
+        state_ = State::docked;
+}
+
+TrayDocking::Step TrayDocking::isUnseen() {
+    if (state_ != State::docked || isAskedAgain_)
+        return Step::none;
+    isAskedAgain_ = true;
+    state_ = State::requested;
+    return Step::dock;
+}
+
+TrayDocking::Step TrayDocking::foundProxy() {
+    if (state_ != State::docked)
+        return Step::none;
+    state_ = State::proxied;
+    return Step::undock;
+}
+
+TrayDocking::Step TrayDocking::lostWindow() {
+    if (state_ != State::docked && state_ != State::requested)
+        return Step::none;
+    // Not offered to the same manager at once: one that throws its icons out would get them back forever.
+    state_ = State::waiting;
+    return Step::undock;
+}
+
 using State = TrayDocking::State;
 
 void IconPlacing::trayIs(State state) {

@@ -1,21 +1,94 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/tray/NotifierItem.h"
 
-#include "platform/linux/tray/NotifierNames.h"
-#include "platform/linux/tray/NotifierPixmap.h"
-
 #include <QCoreApplication>
+#include <QDBusArgument>
 #include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusMetaType>
 #include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
 #include <QDBusVariant>
+#include <QtEndian>
 
 namespace stowpocket {
 namespace {
 
+// As panels and programs use them; the freedesktop names are used by none.
+const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
+const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
+const QString itemPath = QStringLiteral("/StatusNotifierItem");
+const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+
+/// A picture as StatusNotifierItems send it, (iiay): pixels of 32 bits, alpha first, not multiplied with it.
+struct NotifierPixmap {
+    int width = 0;
+    int height = 0;
+    QByteArray pixels;
+};
+using NotifierPixmaps = QList<NotifierPixmap>;
+
+/// (sa(iiay)ss): no picture of its own and no text below the title.
+struct NotifierToolTip {
+    QString iconName;
+    NotifierPixmaps pixmaps;
+    QString title;
+    QString text;
+};
+
+QDBusArgument& operator<<(QDBusArgument& argument, const NotifierPixmap& pixmap) {
+    argument.beginStructure();
+    argument << pixmap.width << pixmap.height << pixmap.pixels;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument& operator>>(const QDBusArgument& argument, NotifierPixmap& pixmap) {
+    argument.beginStructure();
+    argument >> pixmap.width >> pixmap.height >> pixmap.pixels;
+    argument.endStructure();
+    return argument;
+}
+
+QDBusArgument& operator<<(QDBusArgument& argument, const NotifierToolTip& toolTip) {
+    argument.beginStructure();
+    argument << toolTip.iconName << toolTip.pixmaps << toolTip.title << toolTip.text;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument& operator>>(const QDBusArgument& argument, NotifierToolTip& toolTip) {
+    argument.beginStructure();
+    argument >> toolTip.iconName >> toolTip.pixmaps >> toolTip.title >> toolTip.text;
+    argument.endStructure();
+    return argument;
+}
+
+NotifierPixmaps notifierPixmaps(const QList<QImage>& pictures) {
+    NotifierPixmaps pixmaps;
+    for (const QImage& picture : pictures) {
+        const QImage image = picture.convertToFormat(QImage::Format_ARGB32);
+        NotifierPixmap pixmap{image.width(), image.height(), QByteArray(image.sizeInBytes(), Qt::Uninitialized)};
+        qToBigEndian<quint32>(image.constBits(), image.sizeInBytes() / qsizetype{sizeof(quint32)},
+                              pixmap.pixels.data());
+        pixmaps.push_back(std::move(pixmap));
+    }
+    return pixmaps;
+}
+
+/// Makes these types known to D-Bus; called before the first is sent.
+void registerNotifierPixmaps() {
+    qDBusRegisterMetaType<NotifierPixmap>();
+    qDBusRegisterMetaType<NotifierPixmaps>();
+    qDBusRegisterMetaType<NotifierToolTip>();
+}
+
 /// Every item of a process has a name of its own, which the watcher follows to see it go.
 QString nextServiceName() {
     static int count = 0;
-    return QStringLiteral("%1-%2-%3").arg(notifierNames::item).arg(QCoreApplication::applicationPid()).arg(++count);
+    return QStringLiteral("%1-%2-%3").arg(itemInterface).arg(QCoreApplication::applicationPid()).arg(++count);
 }
 
 QDBusMessage busCall(const QString& method, const QString& name) {
@@ -27,6 +100,36 @@ QDBusMessage busCall(const QString& method, const QString& name) {
 }
 
 }  // namespace
+
+NotifierHost::NotifierHost(const QDBusConnection& bus, std::function<void(bool)> onAnswer)
+    : bus_(bus),
+      onAnswer_(std::move(onAnswer)),
+      watcherService_(watcherName, bus, QDBusServiceWatcher::WatchForOwnerChange) {
+    asking_.setSingleShot(true);
+    asking_.setInterval(0);
+    QObject::connect(&asking_, &QTimer::timeout, [this] { ask(); });
+    QObject::connect(&watcherService_, &QDBusServiceWatcher::serviceOwnerChanged, &asking_,
+                     qOverload<>(&QTimer::start));
+    for (const char* const signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
+        bus_.connect(watcherName, watcherPath, watcherName, QString::fromLatin1(signal), &asking_, SLOT(start()));
+    asking_.start();
+}
+
+void NotifierHost::ask() {
+    if (!bus_.isConnected())
+        return onAnswer_(false);
+    QDBusMessage question =
+        QDBusMessage::createMethodCall(watcherName, watcherPath, propertiesInterface, QStringLiteral("Get"));
+    question << watcherName << QStringLiteral("IsStatusNotifierHostRegistered");
+    // A watcher that is not running is not started for this.
+    question.setAutoStartService(false);
+    auto* const answer = new QDBusPendingCallWatcher(bus_.asyncCall(question), &asking_);
+    QObject::connect(answer, &QDBusPendingCallWatcher::finished, &asking_, [this, answer] {
+        answer->deleteLater();
+        const QDBusPendingReply<QDBusVariant> reply = *answer;
+        onAnswer_(reply.isValid() && reply.value().variant().toBool());
+    });
+}
 
 NotifierItem::NotifierItem(const QDBusConnection& bus, NotifierFace face,
                            std::function<void(const QPoint&)> onActivate, std::function<void(bool)> onSeen)
@@ -43,17 +146,16 @@ NotifierItem::NotifierItem(const QDBusConnection& bus, NotifierFace face,
             onSeen_(false);
     });
     registerNotifierPixmaps();
-    bus_.registerVirtualObject(notifierNames::itemPath, this);
+    bus_.registerVirtualObject(itemPath, this);
     requestName();
-    QDBusMessage registration =
-        QDBusMessage::createMethodCall(notifierNames::watcher, notifierNames::watcherPath, notifierNames::watcher,
-                                       QStringLiteral("RegisterStatusNotifierItem"));
+    QDBusMessage registration = QDBusMessage::createMethodCall(watcherName, watcherPath, watcherName,
+                                                               QStringLiteral("RegisterStatusNotifierItem"));
     registration << service_;
     bus_.call(registration, QDBus::NoBlock);
 }
 
 NotifierItem::~NotifierItem() {
-    bus_.unregisterObject(notifierNames::itemPath);
+    bus_.unregisterObject(itemPath);
     bus_.call(busCall(QStringLiteral("ReleaseName"), service_), QDBus::NoBlock);
 }
 
@@ -72,7 +174,7 @@ void NotifierItem::setFace(NotifierFace face) {
 }
 
 void NotifierItem::announce(const char* signal) const {
-    bus_.send(QDBusMessage::createSignal(notifierNames::itemPath, notifierNames::item, QString::fromLatin1(signal)));
+    bus_.send(QDBusMessage::createSignal(itemPath, itemInterface, QString::fromLatin1(signal)));
 }
 
 QVariantMap NotifierItem::properties() const {
@@ -93,25 +195,25 @@ QVariantMap NotifierItem::properties() const {
 }
 
 QString NotifierItem::introspect(const QString& path) const {
-    if (path != notifierNames::itemPath)
+    if (path != itemPath)
         return {};
     QString xml = QStringLiteral("<interface name=\"%1\">"
                                  "<method name=\"Activate\"><arg type=\"i\" direction=\"in\"/>"
                                  "<arg type=\"i\" direction=\"in\"/></method>"
                                  "<signal name=\"NewIcon\"/><signal name=\"NewTitle\"/><signal name=\"NewToolTip\"/>")
-                      .arg(notifierNames::item);
+                      .arg(itemInterface);
     const QVariantMap values = properties();
     for (auto value = values.begin(); value != values.end(); ++value)
         xml += QStringLiteral("<property name=\"%1\" type=\"%2\" access=\"read\"/>")
-                   .arg(value.key(), notifierSignature(value->metaType()));
+                   .arg(value.key(), QString::fromLatin1(QDBusMetaType::typeToSignature(value->metaType())));
     return xml + QStringLiteral("</interface>");
 }
 
 bool NotifierItem::handleMessage(const QDBusMessage& message, const QDBusConnection&) {
-    if (message.interface() == notifierNames::properties) {
+    if (message.interface() == propertiesInterface) {
         bus_.send(answerAboutProperties(message));
         askedBy(message.service());
-    } else if (message.interface() == notifierNames::item || message.interface().isEmpty()) {
+    } else if (message.interface() == itemInterface || message.interface().isEmpty()) {
         bus_.send(answer(message));
     } else {
         return false;

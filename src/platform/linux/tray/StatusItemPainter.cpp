@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/tray/StatusItemPainter.h"
 
-#include "platform/linux/tray/TrayColors.h"
-
 #include <QFontMetricsF>
 #include <QPainterPath>
+#include <QThread>
 
 #include <cmath>
+#include <utility>
 
 namespace stowpocket {
 namespace {
@@ -56,6 +56,13 @@ void paintCount(QPainter& painter, const StatusItemLayout& layout, const StatusI
 
 }  // namespace
 
+std::optional<QColor> announcedForeground(std::span<const std::uint32_t> property) {
+    if (property.size() < 3)
+        return std::nullopt;
+    const auto highByte = [](std::uint32_t component) { return static_cast<int>(component >> 8u & 0xFF); };
+    return QColor(highByte(property[0]), highByte(property[1]), highByte(property[2]));
+}
+
 StatusItemMeasure measureFace(const StatusItemFace& face) {
     const QFontMetricsF metrics(titleFont(face.title, face.title.fontSize));
     return {face.image.pointSize, face.title.fontSize,
@@ -84,10 +91,30 @@ void paintFace(QPainter& painter, const StatusItemFace& face, const SymbolPainte
 }
 
 QColor readableOn(const QColor& background) {
-    const RgbColor color = readableOn(RgbColor{static_cast<std::uint8_t>(background.red()),
-                                               static_cast<std::uint8_t>(background.green()),
-                                               static_cast<std::uint8_t>(background.blue())});
-    return {color.red, color.green, color.blue};
+    // Perceived brightness by the weights of ITU-R BT.601, in thousandths.
+    const int brightness = 299 * background.red() + 587 * background.green() + 114 * background.blue();
+    return brightness < 128 * 1000 ? QColor(Qt::white) : QColor(38, 38, 38);
+}
+
+CountFont::CountFont() = default;
+
+CountFont::~CountFont() {
+    if (loading_)
+        loading_->wait();
+}
+
+void CountFont::whenLoaded(std::function<void()> then) {
+    if (isLoaded_)
+        return then();
+    then_ = std::move(then);
+    if (loading_)
+        return;
+    loading_.reset(QThread::create(loadCountFont));
+    QObject::connect(loading_.get(), &QThread::finished, loading_.get(), [this] {
+        isLoaded_ = true;
+        std::exchange(then_, {})();
+    });
+    loading_->start();
 }
 
 }  // namespace stowpocket

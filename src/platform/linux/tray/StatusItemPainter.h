@@ -1,14 +1,29 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/tray/SymbolPainter.h"
 #include "presentation/StatusItemLayout.h"
+#include "services/StatusItem.h"
 
+#include <QColor>
+#include <QImage>
 #include <QPainter>
 
+#include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
+#include <span>
+
+class QThread;
 
 namespace stowpocket {
+
+/// Draws a symbol in one colour into a transparent square of that many pixels a side.
+using SymbolPainter = std::function<QImage(const StatusItemImage& symbol, const QColor& color, int pixelSize)>;
+
+/// What the bar says symbols should be drawn in: the first colour of _NET_SYSTEM_TRAY_COLORS, whose components have
+/// 16 bits. None when the property is absent or cut short.
+[[nodiscard]] std::optional<QColor> announcedForeground(std::span<const std::uint32_t> property);
 
 /// What the icon shows and who takes drops on it, wherever it is.
 struct StatusItemFace {
@@ -29,5 +44,22 @@ void paintFace(QPainter& painter, const StatusItemFace& face, const SymbolPainte
 
 /// White or nearly black, whichever stands out from `background`.
 [[nodiscard]] QColor readableOn(const QColor& background);
+
+/// Lets the first count wait until its font is loaded, on a thread of its own: on the main thread that would be felt,
+/// and at the start of the program it would cost memory that a program at rest does not need. Main thread.
+class CountFont {
+public:
+    CountFont();
+    ~CountFont();
+
+    /// Runs `then` once counts can be drawn without delay, perhaps before this returns; not after this is destroyed.
+    /// Another `then` meanwhile takes its place.
+    void whenLoaded(std::function<void()> then);
+
+private:
+    std::function<void()> then_;
+    std::unique_ptr<QThread> loading_;
+    bool isLoaded_ = false;
+};
 
 }  // namespace stowpocket

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/drags/X11DragWatch.h"
+#include "platform/linux/drags/DragWatching.h"
 #include "platform/linux/tray/IconPlacing.h"
-#include "platform/linux/tray/NotifierHost.h"
-#include "platform/linux/tray/TrayDocking.h"
+#include "platform/linux/tray/NotifierItem.h"
 #include "platform/linux/tray/X11StatusItemButton.h"
 #include "platform/linux/x11/X11Events.h"
 

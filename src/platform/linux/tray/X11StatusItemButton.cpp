@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/tray/X11StatusItemButton.h"
 
-#include "platform/linux/tray/TrayColors.h"
-#include "platform/linux/x11/WaylandSession.h"
+#include "platform/linux/tray/StatusItemPainter.h"
+#include "platform/linux/x11/X11Connection.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -169,7 +169,7 @@ void X11StatusItemButton::dragBegan() {
 NotifierFace X11StatusItemButton::notifierFace() const {
     const xcb_window_t manager = connection_.selectionOwner(X11Atom::trayOwner);
     const auto announced = announcedForeground(connection_.property(manager, X11Atom::trayColors));
-    const QColor color = announced ? QColor(announced->red, announced->green, announced->blue) : QColor(neutralColor);
+    const QColor color = announced.value_or(QColor(neutralColor));
     NotifierFace shown{QString::fromStdString(face_.image.accessibilityDescription), {}};
     for (const int size : notifierSizes) {
         QImage picture(size, size, QImage::Format_ARGB32_Premultiplied);

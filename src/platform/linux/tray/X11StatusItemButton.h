@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/tray/CountFont.h"
 #include "platform/linux/tray/IconPlacing.h"
 #include "platform/linux/tray/NotifierItem.h"
-#include "platform/linux/tray/X11Pocket.h"
-#include "platform/linux/tray/X11TrayWindow.h"
+#include "platform/linux/tray/Pocket.h"
+#include "platform/linux/tray/StatusItemPainter.h"
+#include "platform/linux/tray/StatusItemWindow.h"
 #include "platform/qt/QtStatusItemButton.h"
 
 namespace stowpocket {

@@ -3,7 +3,10 @@
 
 #include "platform/linux/x11/X11Events.h"
 
+#include <QImage>
 #include <QRect>
+
+#include <xcb/xcb.h>
 
 #include <array>
 #include <cstdint>
@@ -12,7 +15,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
-#include <xcb/xcb.h>
+
+class QScreen;
 
 namespace stowpocket {
 
@@ -112,5 +116,20 @@ private:
     const xcb_screen_t* const screen_;
     std::array<xcb_atom_t, static_cast<std::size_t>(X11Atom::count)> atoms_{};
 };
+
+/// Whether the X server, if there is one, only stands in for a Wayland compositor. Such a server learns of keys,
+/// buttons and the pointer only while they concern X11 windows.
+[[nodiscard]] bool isWaylandSession();
+
+/// The part of a screen that no panel covers, as far as can be known, in points.
+[[nodiscard]] QRect usableArea(const QScreen& screen);
+
+/// What the server shows in a part of a window, in pixels. Null when it does not say, as for parts off the screen.
+[[nodiscard]] QImage x11Pixels(const X11Connection& connection, xcb_window_t window, const QRect& part);
+
+/// What lies behind a window that has no transparency: has the server paint the parent's background into it and
+/// reads that back. The window is left so. `size` is how large it is believed to be; where that is more than it is,
+/// the server is asked a second time.
+[[nodiscard]] QImage x11ParentBackground(const X11Connection& connection, xcb_window_t window, const QSize& size);
 
 }  // namespace stowpocket

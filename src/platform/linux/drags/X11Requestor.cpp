@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/x11/X11Requestor.h"
+#include "platform/linux/drags/X11Requestor.h"
 
 namespace stowpocket {
 

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/tray/X11TrayWindow.h"
+#include "platform/linux/tray/StatusItemWindow.h"
 
-#include "platform/linux/tray/TrayColors.h"
-#include "platform/linux/x11/X11Pixels.h"
+#include "platform/linux/tray/StatusItemPainter.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/qt/QtDrops.h"
 
+#include <QDragEnterEvent>
 #include <QPainter>
 #include <QWindow>
 
@@ -11,6 +13,13 @@
 
 namespace stowpocket {
 namespace {
+
+void answer(QDropEvent& event, DragOperation operation) {
+    if (operation == DragOperation::none || !event.possibleActions().testFlag(Qt::CopyAction))
+        return event.ignore();
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+}
 
 constexpr std::uint8_t blendingDepth = 32;
 constexpr std::uint32_t requestDockOpcode = 0;
@@ -24,6 +33,59 @@ bool wantsBlending(const X11Connection& connection, xcb_window_t manager) {
 }
 
 }  // namespace
+
+X11FaceWindow::X11FaceWindow(const StatusItemFace& face, IncomingDrops& drops) : face_(face), drops_(drops) {
+    setWindowFlags(Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_AlwaysShowToolTips);
+    setFocusPolicy(Qt::NoFocus);
+}
+
+void X11FaceWindow::showFace() {
+    if (isVisible())
+        describe();
+    update();
+}
+
+void X11FaceWindow::showEvent(QShowEvent*) {
+    describe();
+}
+
+/// The first description of a program waits for the accessibility bus, which is not to delay the icon.
+void X11FaceWindow::describe() {
+    const QString description = QString::fromStdString(face_.image.accessibilityDescription);
+    setAccessibleName(description);
+    setToolTip(description);
+}
+
+void X11FaceWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (!face_.dropView || !offersAnyOf(*event->mimeData(), face_.dropView->registeredDraggedTypes(), drops_))
+        return event->ignore();
+    QtDraggingPasteboard pasteboard(*event->mimeData(), drops_);
+    answer(*event, face_.dropView->draggingEntered(pasteboard));
+    // A drag that was turned away is not heard of again.
+    hovered.emit(event->isAccepted());
+}
+
+void X11FaceWindow::dragMoveEvent(QDragMoveEvent* event) {
+    if (!face_.dropView)
+        return event->ignore();
+    QtDraggingPasteboard pasteboard(*event->mimeData(), drops_);
+    answer(*event, face_.dropView->draggingUpdated(pasteboard));
+}
+
+void X11FaceWindow::dragLeaveEvent(QDragLeaveEvent*) {
+    hovered.emit(false);
+}
+
+void X11FaceWindow::dropEvent(QDropEvent* event) {
+    if (!face_.dropView)
+        return event->ignore();
+    QtDraggingPasteboard pasteboard(*event->mimeData(), drops_);
+    answer(*event, face_.dropView->performDragOperation(pasteboard) ? DragOperation::copy : DragOperation::none);
+    dropped.emit();
+}
 
 X11TrayWindow::X11TrayWindow(const X11Connection& connection, xcb_window_t manager, const StatusItemFace& face,
                              const SymbolPainter& paintSymbol, IncomingDrops& drops)
@@ -105,7 +167,7 @@ QColor X11TrayWindow::foregroundOn(const QImage& background) const {
     if (!background.isNull())
         return readableOn(background.pixelColor(0, 0));
     if (const auto announced = announcedForeground(connection_.property(manager_, X11Atom::trayColors)))
-        return {announced->red, announced->green, announced->blue};
+        return *announced;
     const std::optional<QRect> place = connection_.geometryOnRoot(id());
     const QPoint beside = place ? QPoint(place->left() - 1, place->center().y()) : QPoint();
     const QImage pixel = x11Pixels(connection_, connection_.root(), QRect(beside, QSize(1, 1)));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/tray/X11Pocket.h"
+#include "platform/linux/tray/Pocket.h"
 
 #include "linux/drags/FakeDrops.h"
 
