@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <ranges>
 
 namespace stowpocket {
 namespace {
@@ -104,8 +103,8 @@ void ShelfManager::applySearch(const std::vector<SearchAnswer>& answers) {
     requestThumbnails();
     if (removed.indexes.empty())
         return;
-    for (const std::size_t index : removed.indexes | std::views::reverse)
-        items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index));
+    std::for_each(removed.indexes.rbegin(), removed.indexes.rend(),
+                  [this](std::size_t index) { items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index)); });
     itemsChanged.emit(removed);
     services_.core.notifications.post(itemsChangedNotification);
 }
