@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "fakes/FakeDispatch.h"
+#include "platform/linux/preferences/LinuxPreferenceStore.h"
+#include "services/PreferencesContract.h"
+#include "support/TemporaryFolder.h"
+
+namespace stowpocket {
+namespace {
+
+/// Everything that other tests keep settings in.
+class InMemory {
+public:
+    [[nodiscard]] PreferenceStore& store() { return store_; }
+    void restart() {}
+
+private:
+    LayeredPreferenceStore store_;
+};
+
+class LinuxPreferences {
+public:
+    [[nodiscard]] PreferenceStore& store() { return *store_; }
+    void restart() {
+        store_->finish();
+        store_.emplace(dispatch_, folder_.path("preferences.plist"));
+    }
+
+private:
+    TemporaryFolder folder_;
+    FakeDispatch dispatch_;
+    std::optional<LinuxPreferenceStore> store_{std::in_place, dispatch_, folder_.path("preferences.plist")};
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(PreferencesInMemory, PreferencesContract, InMemory);
+INSTANTIATE_TYPED_TEST_SUITE_P(PreferencesOnLinux, PreferencesContract, LinuxPreferences);
+
+}  // namespace stowpocket
