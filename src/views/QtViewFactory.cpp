@@ -1,19 +1,31 @@
 // SPDX-License-Identifier: MIT
 #include "views/QtViewFactory.h"
 
+#include "platform/qt/QtImages.h"
 #include "platform/qt/QtWindow.h"
 #include "views/controls/Motion.h"
-#include "views/controls/ProgramIcon.h"
-#include "views/controls/QtFrameClock.h"
-#include "views/onboarding/OnboardingMetrics.h"
+#include "views/onboarding/OnboardingScreens.h"
 #include "views/onboarding/OnboardingView.h"
 #include "views/settings/SettingsView.h"
 #include "views/shelf/ShelfView.h"
+
+#include <QFile>
+#include <QPixmap>
 
 namespace stowpocket {
 namespace {
 
 constexpr QSize settingsSize{450, 520};
+
+/// For lists of windows. Drawn at every call: few windows have one.
+QIcon programIcon() {
+    QIcon icon;
+    for (const int side : {16, 32, 48, 64}) {
+        QFile drawing(QStringLiteral(":/program.svg"));
+        icon.addPixmap(QPixmap::fromImage(svgImage(drawing, QSize(side, side))));
+    }
+    return icon;
+}
 
 }  // namespace
 

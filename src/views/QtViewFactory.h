@@ -3,7 +3,7 @@
 
 #include "platform/qt/QtWindow.h"
 #include "services/Views.h"
-#include "views/settings/SettingsServices.h"
+#include "views/settings/SettingsView.h"
 #include "views/shelf/ShelfContentView.h"
 
 namespace stowpocket {

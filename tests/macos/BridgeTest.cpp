@@ -4,7 +4,7 @@
 #include "platform/macos/MacPictures.h"
 #include "platform/macos/QtBridge.h"
 #include "views/controls/Theme.h"
-#include "views/onboarding/OnboardingBadge.h"
+#include "views/onboarding/OnboardingParts.h"
 
 #include <QApplication>
 #include <QFileOpenEvent>
@@ -29,6 +29,9 @@ std::optional<Rgba> rgbaOf(MacColor color, bool isDark) {
         return accentOfUser;
     if (color == MacColor::secondaryLabel)
         return isDark ? Rgba{1, 1, 1, 0.5} : Rgba{0, 0, 0, 0.5};
+    return std::nullopt;
+}
+std::optional<Pixels> systemSymbolPixels(const SymbolPicture&, int) {
     return std::nullopt;
 }
 

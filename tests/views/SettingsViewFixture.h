@@ -7,12 +7,10 @@
 #include "fakes/FakeUpdates.h"
 #include "ShelfViewFixture.h"
 #include "updates/UpdaterController.h"
-#include "views/controls/LinkButton.h"
-#include "views/controls/PaintedButton.h"
+#include "views/controls/Button.h"
+#include "views/controls/Choices.h"
 #include "views/controls/ScrollView.h"
-#include "views/controls/SegmentedPicker.h"
-#include "views/controls/ShortcutButton.h"
-#include "views/controls/Toggle.h"
+#include "views/settings/HotkeyRecorderView.h"
 #include "views/settings/SettingsView.h"
 
 namespace stowpocket {

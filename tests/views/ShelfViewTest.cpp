@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtPopover.h"
 #include "ShelfViewFixture.h"
-#include "views/controls/Spinner.h"
+#include "views/controls/Motion.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "views/QtAlerts.h"
 #include "views/updates/QtUpdateWindow.h"
 
 #include <QApplication>

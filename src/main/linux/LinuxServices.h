@@ -11,7 +11,6 @@
 #include "platform/posix/FileProbe.h"
 #include "platform/qt/QtDispatch.h"
 #include "services/MainBundle.h"
-#include "views/QtAlerts.h"
 #include "views/updates/QtUpdateWindow.h"
 
 #include <memory>

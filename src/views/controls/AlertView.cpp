@@ -3,7 +3,7 @@
 
 #include "presentation/PopoverPlacement.h"
 #include "views/controls/Button.h"
-#include "views/controls/Shapes.h"
+#include "views/controls/Drawing.h"
 
 #include <QAccessible>
 #include <QKeyEvent>

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "views/controls/Button.h"
 
-#include "views/controls/Layer.h"
+#include "views/controls/AccessibleRole.h"
+#include "views/controls/Drawing.h"
 #include "views/controls/Symbol.h"
+#include "views/controls/Theme.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -22,7 +24,46 @@ constexpr double borderedFillPressed = 0.18;
 constexpr double focusRingWidth = 2;
 constexpr double focusRingRadius = 4;
 
+constexpr int linkPointSize = 13;
+constexpr int linkSymbolPointSize = 12;
+constexpr int linkSymbolSpacing = 4;
+/// Room for the focus ring.
+constexpr Padding linkPadding{.horizontal = 4, .top = 2};
+constexpr double linkRadius = 5;
+constexpr double linkPressedFill = 0.08;
+
+QLayout* linkLabel(const QString& words, std::string_view symbolName) {
+    Text* const link = text(words, {.pointSize = linkPointSize, .role = ColorRole::orange});
+    if (symbolName.empty())
+        return padded(hstack(0, link), linkPadding);
+    return padded(hstack(linkSymbolSpacing, link,
+                         symbol(symbolName, {.pointSize = linkSymbolPointSize, .role = ColorRole::orange})),
+                  linkPadding);
+}
+
 }  // namespace
+
+PaintedButton::PaintedButton(std::function<void()> action) {
+    setFocusPolicy(Qt::TabFocus);
+    connect(this, &QPushButton::clicked, [action = std::move(action)] { action(); });
+}
+
+void PaintedButton::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        click();
+    else
+        QPushButton::keyPressEvent(event);
+}
+
+void paintFocusRing(QPainter& painter, const QWidget& view, const QRectF& rect, double radius) {
+    constexpr double width = 2;
+    if (!view.hasFocus())
+        return;
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Theme::color(ColorRole::focus, view.palette()), width));
+    constexpr double inset = width / 2;
+    painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
+}
 
 Button::Button(std::function<void()> action) {
     setFocusPolicy(Qt::TabFocus);
@@ -103,6 +144,39 @@ void Button::keyPressEvent(QKeyEvent* event) {
         click();
     else
         QPushButton::keyPressEvent(event);
+}
+
+LinkButton::LinkButton(const QString& accessibleName, std::function<void()> action)
+    : PaintedButton(std::move(action)) {
+    setAccessibleRole(*this, QAccessible::Link);
+    setAccessibleName(accessibleName);
+    setCursor(Qt::PointingHandCursor);
+}
+
+LinkButton::LinkButton(const QString& text, std::string_view symbolName, std::function<void()> action)
+    : LinkButton(text, linkLabel(text, symbolName), std::move(action)) {
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+LinkButton::LinkButton(const QString& accessibleName, QLayout* stack, std::function<void()> action)
+    : LinkButton(accessibleName, std::move(action)) {
+    compose(*this, stack);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+QSize LinkButton::sizeHint() const {
+    return layout()->totalSizeHint();
+}
+
+void LinkButton::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (isDown()) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Theme::color(ColorRole::primary, palette(), linkPressedFill));
+        painter.drawRoundedRect(rect(), linkRadius, linkRadius);
+    }
+    paintFocusRing(painter, *this, rect(), linkRadius);
 }
 
 }  // namespace stowpocket

@@ -4,7 +4,10 @@
 #include "views/controls/Theme.h"
 
 #include <QBoxLayout>
+#include <QFont>
 #include <QLabel>
+#include <QString>
+#include <QStringList>
 
 #include <initializer_list>
 #include <string_view>
@@ -95,5 +98,12 @@ inline constexpr double capsule = 1000;
 
 /// A stack on a background.
 [[nodiscard]] QWidget* panel(QLayout* stack, Background background);
+
+/// `text` broken into at most two lines of that width, between words where they fit and within one where it does
+/// not. What is too long loses the middle of its second line, so that the end of a file name stays.
+[[nodiscard]] QStringList brokenIntoTwoLines(const QString& text, const QFont& font, int width);
+
+/// `text` broken into as many lines of that width as it takes.
+[[nodiscard]] QStringList brokenIntoLines(const QString& text, const QFont& font, int width);
 
 }  // namespace stowpocket

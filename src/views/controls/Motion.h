@@ -1,13 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "presentation/Movement.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
 #include <QVariantAnimation>
+#include <QWidget>
 
 #include <chrono>
+#include <functional>
 
-class QWidget;
+namespace stowpocket {
 
-namespace stowpocket::Motion {
+namespace Motion {
 
 /// Whether the desktop lets `view` move; where it asks for reduced motion, changes are shown at once.
 [[nodiscard]] bool isWanted(const QWidget& view);
@@ -18,4 +24,48 @@ void prepare(QVariantAnimation& animation, std::chrono::milliseconds duration);
 /// Puts the animation, running or not, to the end of its direction.
 void finish(QVariantAnimation& animation);
 
-}  // namespace stowpocket::Motion
+}  // namespace Motion
+
+/// Times the pictures of something that moves. Main thread.
+class FrameClock {
+public:
+    virtual ~FrameClock() = default;
+    /// Since some moment in the past; never runs backward.
+    [[nodiscard]] virtual Seconds now() const = 0;
+    /// Calls `frame` once after that time, instead of what it was to call before. Never before this call returns.
+    virtual void callAfter(Seconds delay, std::function<void()> frame) = 0;
+    virtual void stop() = 0;
+};
+
+/// The machine's monotonic clock.
+class QtFrameClock : public FrameClock {
+public:
+    QtFrameClock();
+    [[nodiscard]] Seconds now() const override;
+    void callAfter(Seconds delay, std::function<void()> frame) override;
+    void stop() override { timer_.stop(); }
+
+private:
+    QElapsedTimer elapsed_;
+    QTimer timer_;
+    std::function<void()> frame_;
+};
+
+/// A wheel that turns while something of unknown length goes on. It rests while nobody can see it, and stands still
+/// where the desktop asks for reduced motion.
+class Spinner : public QWidget {
+public:
+    Spinner();
+    [[nodiscard]] bool isTurning() const { return timer_.isActive(); }
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QTimer timer_;
+    int step_ = 0;
+};
+
+}  // namespace stowpocket

@@ -2,12 +2,71 @@
 #include "views/controls/ScrollView.h"
 
 #include "views/controls/Compose.h"
-#include "views/controls/ScrollIndicator.h"
+#include "views/controls/Theme.h"
 
 #include <QEvent>
+#include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 
+#include <algorithm>
+#include <cmath>
+
 namespace stowpocket {
+namespace {
+
+constexpr int knobWidth = 5;
+constexpr double minimumKnobLength = 24;
+constexpr double endMargin = 2;
+constexpr double knobOpacity = 0.3;
+constexpr double grabbedKnobOpacity = 0.5;
+
+}  // namespace
+
+ScrollIndicator::ScrollIndicator(QScrollBar& scrollBar, QWidget* parent) : QWidget(parent), scrollBar_(scrollBar) {
+    hide();
+    connect(&scrollBar, &QScrollBar::valueChanged, this, [this] { update(); });
+    connect(&scrollBar, &QScrollBar::rangeChanged, this, [this](int minimum, int maximum) {
+        setVisible(minimum < maximum);
+        update();
+    });
+}
+
+QRectF ScrollIndicator::knob() const {
+    const double track = height() - 2 * endMargin;
+    const int range = std::max(1, scrollBar_.maximum() - scrollBar_.minimum());
+    const double share = double(scrollBar_.pageStep()) / (range + scrollBar_.pageStep());
+    const double length = std::clamp(track * share, std::min(minimumKnobLength, track), track);
+    const double top = endMargin + (track - length) * (scrollBar_.value() - scrollBar_.minimum()) / range;
+    return {(width - knobWidth) / 2.0, top, knobWidth, length};
+}
+
+void ScrollIndicator::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Theme::color(ColorRole::primary, palette(), grab_ ? grabbedKnobOpacity : knobOpacity));
+    painter.drawRoundedRect(knob(), knobWidth / 2.0, knobWidth / 2.0);
+}
+
+void ScrollIndicator::mousePressEvent(QMouseEvent* event) {
+    grab_ = Grab{event->position().y(), scrollBar_.value()};
+    update();
+}
+
+void ScrollIndicator::mouseMoveEvent(QMouseEvent* event) {
+    const double room = height() - 2 * endMargin - knob().height();
+    if (!grab_ || room <= 0)
+        return;
+    const double share = (event->position().y() - grab_->y) / room;
+    scrollBar_.setValue(grab_->value +
+                        static_cast<int>(std::lround(share * (scrollBar_.maximum() - scrollBar_.minimum()))));
+}
+
+void ScrollIndicator::mouseReleaseEvent(QMouseEvent*) {
+    grab_.reset();
+    update();
+}
 
 ScrollView::ScrollView(QLayout* stack) : indicator_(new ScrollIndicator(*verticalScrollBar(), this)) {
     setFrameShape(QFrame::NoFrame);

@@ -2,10 +2,39 @@
 #pragma once
 
 #include <QScrollArea>
+#include <QWidget>
+
+#include <optional>
+
+class QScrollBar;
 
 namespace stowpocket {
 
-class ScrollIndicator;
+/// A thin rounded knob without a track that mirrors a scroll bar, can be dragged, and is there only while there is
+/// something to scroll.
+class ScrollIndicator : public QWidget {
+public:
+    static constexpr int width = 9;
+
+    ScrollIndicator(QScrollBar& scrollBar, QWidget* parent);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    struct Grab {
+        double y;
+        int value;
+    };
+
+    [[nodiscard]] QRectF knob() const;
+
+    QScrollBar& scrollBar_;
+    std::optional<Grab> grab_;
+};
 
 /// Shows its content at full width and, when it is given less height than the content has, scrolls. The indicator
 /// lies over the content, so it takes no room from it.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/controls/Symbol.h"
 
-#include "views/controls/SymbolDrawing.h"
+#include "views/controls/DesktopLook.h"
 
 #include <QCache>
 

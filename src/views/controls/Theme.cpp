@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/controls/Theme.h"
 
-#include "views/controls/SystemColors.h"
+#include "views/controls/DesktopLook.h"
 
 #include <QApplication>
 #include <QPalette>

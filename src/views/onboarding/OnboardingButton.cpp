@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/onboarding/OnboardingButton.h"
 
-#include "views/controls/Layer.h"
-#include "views/controls/Shapes.h"
+#include "views/controls/Drawing.h"
 #include "views/controls/Symbol.h"
 
 #include <QKeyEvent>

@@ -3,7 +3,7 @@
 
 #include "presentation/OnboardingPresentation.h"
 #include "views/controls/Compose.h"
-#include "views/controls/Picture.h"
+#include "views/controls/Drawing.h"
 
 #include <QAbstractButton>
 #include <QPainterPath>

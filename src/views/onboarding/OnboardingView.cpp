@@ -4,9 +4,7 @@
 #include "app/Preferences.h"
 #include "services/Preferences.h"
 #include "views/controls/Button.h"
-#include "views/onboarding/OnboardingClosingScreen.h"
-#include "views/onboarding/OnboardingMetrics.h"
-#include "views/onboarding/OnboardingWelcomeScreen.h"
+#include "views/onboarding/OnboardingScreens.h"
 
 #include <QPainter>
 #include <QPaintEvent>

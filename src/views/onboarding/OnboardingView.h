@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "views/controls/FrameClock.h"
-#include "views/controls/Layer.h"
-#include "views/controls/Picture.h"
+#include "views/controls/Drawing.h"
+#include "views/controls/Motion.h"
 
 #include <functional>
 #include <memory>

@@ -2,14 +2,28 @@
 #pragma once
 
 #include "presentation/HotkeyRecorder.h"
+#include "views/controls/Button.h"
 
 #include <QWidget>
 
 namespace stowpocket {
 
-class Button;
-class ShortcutButton;
-class Text;
+/// Shows a shortcut, or that one is being recorded, on a rounded shape as wide as the text.
+class ShortcutButton : public PaintedButton {
+public:
+    explicit ShortcutButton(std::function<void()> action);
+
+    void showShortcut(const HotkeyRecorderPresentation& shown);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    HotkeyRecorderPresentation::State state_ = HotkeyRecorderPresentation::State::none;
+};
 
 /// The control for one shortcut: its caption, a button that shows the shortcut and records another one, a button that
 /// clears it, and a warning while it conflicts with the other shortcut.

@@ -1,15 +1,42 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "views/settings/SettingsServices.h"
+#include "services/CoreServices.h"
 
 #include <QWidget>
 
 #include <array>
+#include <functional>
+#include <memory>
+#include <string>
 
 class QStackedWidget;
 
 namespace stowpocket {
+
+class EventMonitors;
+class LoginItem;
+class ShelfViewModel;
+class UpdaterController;
+enum class HotkeySource;
+
+/// What the settings change and show beside the shelf; all of it outlives their window.
+struct SettingsServices {
+    CoreServices core;
+    EventMonitors& eventMonitors;
+    LoginItem& loginItem;
+    /// Shows a web page in the user's browser.
+    std::function<void(const std::string& url)> openURL;
+    /// What makes the shortcuts work at this moment.
+    std::function<HotkeySource()> hotkeySource;
+};
+
+struct SettingsDependencies {
+    SettingsServices services;
+    /// Null for settings without a shelf.
+    std::shared_ptr<ShelfViewModel> viewModel;
+    std::shared_ptr<UpdaterController> updaterController;
+};
 
 /// What the settings window shows: a row of tabs above the page of the one that is selected. A page is built when it
 /// is first selected. Whatever is set there is in force at once.

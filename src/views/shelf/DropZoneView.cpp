@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "views/shelf/DropZoneView.h"
 
+#include "views/controls/AccessibleRole.h"
+#include "views/controls/Drawing.h"
 #include "views/controls/Motion.h"
-#include "views/controls/Shapes.h"
 #include "views/controls/Symbol.h"
 #include "views/controls/Theme.h"
 
@@ -56,6 +57,7 @@ int contentHeight(DropZoneView::Form form) {
 }  // namespace
 
 DropZoneView::DropZoneView(Form form) : form_(form) {
+    setAccessibleRole(*this, QAccessible::Grouping);
     setAccessibleName(QStringLiteral("Drop zone for files"));
     setSizePolicy(QSizePolicy::Expanding, form == Form::full ? QSizePolicy::MinimumExpanding : QSizePolicy::Fixed);
     Motion::prepare(animation_, highlightDuration);

@@ -3,8 +3,9 @@
 
 #include "platform/qt/QtImages.h"
 #include "presentation/AdaptiveGrid.h"
-#include "views/shelf/ShelfAccessibility.h"
+#include "views/controls/AccessibleRole.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QKeyEvent>
 
@@ -27,11 +28,48 @@ QImage pictureOf(ShelfManager& shelf, const UUID& id) {
     return item == shelf.items().end() ? QImage() : qtImage(shelf.icon(*item));
 }
 
+QString removeAction() {
+    return QStringLiteral("remove");
+}
+
+/// An item of the list, with an action that removes it. Any tile can be given the keyboard, though Tab stops at one
+/// of them only.
+class AccessibleTile : public QAccessibleWidget {
+public:
+    explicit AccessibleTile(ShelfItemView& tile) : QAccessibleWidget(&tile, QAccessible::ListItem), tile_(tile) {}
+
+    [[nodiscard]] QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.focusable = true;
+        return state;
+    }
+    [[nodiscard]] QStringList actionNames() const override { return {removeAction(), setFocusAction()}; }
+    [[nodiscard]] QString localizedActionName(const QString& name) const override {
+        return name == removeAction() ? QStringLiteral("Remove from shelf")
+                                      : QAccessibleWidget::localizedActionName(name);
+    }
+    void doAction(const QString& name) override {
+        if (name == removeAction())
+            tile_.remove();
+        else if (name == setFocusAction())
+            tile_.takeFocus();
+    }
+
+private:
+    ShelfItemView& tile_;
+};
+
+QAccessibleInterface* accessibleTile(const QString& /*className*/, QObject* object) {
+    auto* const tile = dynamic_cast<ShelfItemView*>(object);
+    return tile == nullptr ? nullptr : new AccessibleTile(*tile);
+}
+
 }  // namespace
 
 ShelfGridView::ShelfGridView(std::shared_ptr<ShelfViewModel> viewModel, TileServices tileServices, int width)
     : viewModel_(std::move(viewModel)), tileServices_(std::move(tileServices)), width_(width) {
-    installShelfAccessibility();
+    QAccessible::installFactory(accessibleTile);
+    setAccessibleRole(*this, QAccessible::List);
     setAccessibleName(QStringLiteral("Files on the shelf"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     making_.setSingleShot(true);

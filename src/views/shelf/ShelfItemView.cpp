@@ -3,8 +3,8 @@
 
 #include "shelf/ShelfItem.h"
 #include "views/controls/Button.h"
-#include "views/controls/Shapes.h"
-#include "views/controls/TextLines.h"
+#include "views/controls/Compose.h"
+#include "views/controls/Drawing.h"
 
 #include <QApplication>
 #include <QCache>

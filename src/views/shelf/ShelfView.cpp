@@ -2,7 +2,7 @@
 #include "views/shelf/ShelfView.h"
 
 #include "services/Preferences.h"
-#include "views/controls/Spinner.h"
+#include "views/controls/Motion.h"
 
 namespace stowpocket {
 namespace {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "services/Windows.h"
 #include "updates/UpdateWindow.h"
 #include "views/updates/UpdateView.h"
 
@@ -23,6 +24,15 @@ public:
 
 private:
     Signal<UpdateChoice> chosen_;
+    std::unique_ptr<UpdateView, DeleteViewLater> view_;
+};
+
+/// Alerts in windows like that of updates. They do not block: `runModal` returns before the answer.
+class QtAlerts : public Alerts {
+public:
+    void runModal(const InformationalAlert& alert) override;
+
+private:
     std::unique_ptr<UpdateView, DeleteViewLater> view_;
 };
 

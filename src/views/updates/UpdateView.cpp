@@ -2,8 +2,8 @@
 #include "views/updates/UpdateView.h"
 
 #include "views/controls/Button.h"
-#include "views/controls/ScrollIndicator.h"
-#include "views/controls/Spinner.h"
+#include "views/controls/Motion.h"
+#include "views/controls/ScrollView.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>

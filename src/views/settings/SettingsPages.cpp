@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "views/settings/GeneralPage.h"
+#include "views/settings/SettingsPages.h"
 
 #include "app/AppDelegate.h"
 #include "app/LaunchAtLogin.h"
 #include "app/Preferences.h"
 #include "presentation/SettingsPresentation.h"
+#include "services/MainBundle.h"
+#include "updates/UpdaterController.h"
 #include "views/controls/Button.h"
+#include "views/controls/Choices.h"
 #include "views/controls/Form.h"
-#include "views/controls/SegmentedPicker.h"
-#include "views/controls/Toggle.h"
+#include "views/controls/ScrollView.h"
 #include "views/settings/HotkeyRecorderView.h"
 
 #include <algorithm>
@@ -36,6 +38,60 @@ Text* caption(const QString& words) {
 
 QWidget* recorderRow(HotkeyRecorderView* recorder, const QString& purpose) {
     return formRow(vstack(captionSpacing, recorder, caption(purpose)));
+}
+
+constexpr int columnWidth = 340;
+constexpr int columnPadding = 32;
+constexpr int columnSpacing = 16;
+constexpr int dividerWidth = 200;
+constexpr int updateSpacing = 8;
+constexpr int updateButtonWidth = 170;
+
+template <class View>
+QLayout* centred(View* view) {
+    return hstack(0, Spacer{}, view, Spacer{});
+}
+
+Text* line(const QString& words, TextStyle style) {
+    Text* const line = text(words, style);
+    line->setWordWrap(true);
+    line->setAlignment(Qt::AlignHCenter);
+    return line;
+}
+
+QLayout* shortDivider() {
+    QWidget* const line = divider();
+    line->setFixedWidth(dividerWidth);
+    return centred(line);
+}
+
+QWidget* link(const char* words, std::string_view url, const std::function<void(const std::string&)>& openURL) {
+    return new LinkButton(QString::fromUtf8(words), std::string_view(),
+                          [url = std::string(url), openURL] { openURL(url); });
+}
+
+constexpr int iconPointSize = 18;
+constexpr int iconSpacing = 12;
+constexpr int lineSpacing = 2;
+constexpr int footerSpacing = 6;
+/// Room for the focus ring around the row's content.
+constexpr Padding linkPadding{.horizontal = 4, .top = 4};
+
+using OpenURL = std::function<void(const std::string& url)>;
+
+QString displayText(std::string_view text) {
+    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
+
+QWidget* row(const Utility& utility, const OpenURL& openURL) {
+    const QString name = displayText(utility.name);
+    const QString description = displayText(utility.description);
+    QLayout* const lines = vstack(lineSpacing, text(name, {.pointSize = 13, .weight = FontWeight::medium}),
+                                  text(description, {.pointSize = 11, .role = ColorRole::secondary}));
+    QLayout* const content = hstack(
+        iconSpacing, symbol(utility.icon, {.pointSize = iconPointSize, .role = ColorRole::orange}), lines, Spacer{});
+    return formRow(vstack(0, new LinkButton(name + QStringLiteral(". ") + description, padded(content, linkPadding),
+                                            [url = std::string(utility.url), openURL] { openURL(url); })));
 }
 
 }  // namespace
@@ -152,6 +208,63 @@ void GeneralPage::confirmClear() {
 void GeneralPage::clearShelf() {
     dependencies_.viewModel->shelfManager().clear();
     dependencies_.viewModel->setCapacityMessage(std::nullopt);
+}
+
+AboutPage::AboutPage(const SettingsDependencies& dependencies)
+    : updaterController_(dependencies.updaterController),
+      observation_(updaterController_->changed().connect([this] { evaluate(); })) {
+    constexpr TextStyle plain{.pointSize = 13, .role = ColorRole::secondary};
+    const SettingsServices& services = dependencies.services;
+    QWidget* const column = group(padded(
+        vstack(columnSpacing, centred(symbol("tray.and.arrow.down", {.pointSize = 48, .role = ColorRole::orange})),
+               line(QStringLiteral("stowpocket"), {.pointSize = 20, .weight = FontWeight::bold}),
+               line(QString::fromStdString(versionText(services.core.bundle)), plain),
+               line(QStringLiteral("A temporary drag-and-drop staging area for files in your menu bar."), plain),
+               shortDivider(), updateControls(services.core.bundle),
+               hstack(columnSpacing, Spacer{}, link("Website", productPage, services.openURL),
+                      link("More from Larkfield", makerPage, services.openURL), Spacer{}),
+               line(QStringLiteral("Questions? support@larkfield.example"), plain),
+               line(QStringLiteral("\u00a9 2026 Larkfield. Released under the MIT licence."),
+                    {.pointSize = 10, .role = ColorRole::tertiary})),
+        {.horizontal = columnPadding, .top = columnPadding}));
+    column->setFixedWidth(columnWidth);
+    compose(*this, vstack(0, new ScrollView(vstack(0, centred(column), Spacer{}))));
+    evaluate();
+}
+
+/// Nothing of them is seen where whoever built the program said that it has no newer versions to look for.
+QWidget* AboutPage::updateControls(const MainBundle& bundle) {
+    Button* const check = Button::bordered(QStringLiteral("Check for Updates\u2026"), {.pointSize = 13},
+                                           [this] { updaterController_->checkForUpdates(); });
+    check->setFixedWidth(updateButtonWidth);
+    automaticDownloads_ =
+        new Toggle(Toggle::Style::checkbox, QStringLiteral("Automatically download updates"),
+                   [this](bool isOn) { updaterController_->setAutomaticallyDownloadsUpdates(isOn); });
+    QWidget* const controls = group(
+        vstack(columnSpacing, vstack(updateSpacing, centred(check), centred(automaticDownloads_)), shortDivider()));
+    const std::string* const feed = bundle.infoString(infoKey::feedURL);
+    controls->setHidden(feed != nullptr && feed->empty());
+    return controls;
+}
+
+void AboutPage::evaluate() {
+    automaticDownloads_->setChecked(updaterController_->automaticallyDownloadsUpdates());
+}
+
+QWidget* utilitiesPage(const OpenURL& openURL) {
+    auto* const list =
+        formSection({}, {row(utilities[0], openURL), row(utilities[1], openURL), row(utilities[2], openURL),
+                         row(utilities[3], openURL), row(utilities[4], openURL)});
+    auto* const all = new LinkButton(QStringLiteral("View All Larkfield"), "arrow.up.right.square",
+                                     [openURL] { openURL(std::string(makerPage)); });
+    QWidget* const footer =
+        group(vstack(footerSpacing,
+                     hstack(0, Spacer{},
+                            text(QStringLiteral("Explore the full family of Mac menu bar utilities."),
+                                 {.pointSize = 11, .role = ColorRole::secondary}),
+                            Spacer{}),
+                     hstack(0, Spacer{}, all, Spacer{})));
+    return form({list, divider(), footer});
 }
 
 }  // namespace stowpocket

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "views/controls/Shapes.h"
+#include "views/controls/Drawing.h"
 
+#include "views/controls/Compose.h"
+
+#include <QPainter>
 #include <QTransform>
 
 #include <algorithm>
@@ -46,6 +49,43 @@ QColor mixedColor(const QColor& from, const QColor& to, double share) {
     };
     return QColor::fromRgbF(mixed(from.redF(), to.redF()), mixed(from.greenF(), to.greenF()),
                             mixed(from.blueF(), to.blueF()), mixed(from.alphaF(), to.alphaF()));
+}
+
+const QImage& Picture::image(double devicePixelRatio, const QColor& color) {
+    if (!image_.isNull() && image_.devicePixelRatio() == devicePixelRatio && color_ == color)
+        return image_;
+    color_ = color;
+    image_ = QImage((QSizeF(size_) * devicePixelRatio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image_.setDevicePixelRatio(devicePixelRatio);
+    image_.fill(Qt::transparent);
+    QPainter painter(&image_);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paint_(painter);
+    return image_;
+}
+
+Layer::Layer(QLayout* stack) {
+    compose(*this, stack);
+}
+
+void Layer::setOpacity(double opacity) {
+    if (opacity_ == opacity)
+        return;
+    opacity_ = opacity;
+    update();
+}
+
+void Layer::applyOpacity(QPainter& painter, const QWidget& view) {
+    double product = 1;
+    for (const QWidget* around = &view; around != nullptr && !around->isWindow(); around = around->parentWidget()) {
+        if (const auto* const layer = dynamic_cast<const Layer*>(around))
+            product *= layer->opacity_;
+    }
+    painter.setOpacity(product);
+}
+
+Layer* layer(QWidget* view) {
+    return new Layer(vstack(0, view));
 }
 
 }  // namespace stowpocket

@@ -3,7 +3,12 @@
 
 #include "foundation/Signal.h"
 #include "views/controls/AlertView.h"
-#include "views/settings/SettingsServices.h"
+#include "views/settings/SettingsView.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <string>
 
 namespace stowpocket {
 
@@ -44,5 +49,22 @@ private:
     QPointer<AlertView> clearConfirmation_;
     std::vector<Subscription> observations_;
 };
+
+/// The page about the program, with what concerns its updates.
+class AboutPage : public QWidget {
+public:
+    explicit AboutPage(const SettingsDependencies& dependencies);
+
+private:
+    [[nodiscard]] QWidget* updateControls(const MainBundle& bundle);
+    void evaluate();
+
+    const std::shared_ptr<UpdaterController> updaterController_;
+    Toggle* automaticDownloads_ = nullptr;
+    const Subscription observation_;
+};
+
+/// The page about the maker's other programs.
+[[nodiscard]] QWidget* utilitiesPage(const std::function<void(const std::string& url)>& openURL);
 
 }  // namespace stowpocket

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "presentation/OnboardingPresentation.h"
+#include "views/controls/Drawing.h"
+
+#include <QLabel>
+#include <QPainterPath>
+#include <QRectF>
+#include <QStringList>
+#include <QWidget>
+
+#include <string>
+
+class QPainter;
+
+namespace stowpocket {
+
+/// The stroke of the closing screen's checkmark. Only the size of the rectangle counts: the shape is drawn from the
+/// origin, so whoever paints it moves the painter there.
+struct OnboardingCheckmarkShape {
+    [[nodiscard]] static QPainterPath path(const QRectF& rect);
+    /// The first part of the stroke, `fraction` of its length.
+    [[nodiscard]] static QPainterPath trimmedPath(const QRectF& rect, double fraction);
+};
+
+/// The closing screen's check badge: a glowing ring and, drawn inside it as if by hand, a circle and a checkmark.
+class OnboardingBadge : public QWidget {
+public:
+    OnboardingBadge();
+    void evaluate(const OnboardingPresentation& shown);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void paintRing(QPainter& painter) const;
+    void paintMark(QPainter& painter) const;
+
+    Picture ring_;
+    /// The circle and the checkmark once they are complete.
+    Picture mark_;
+    double ringOpacity_ = 0;
+    double circleTrim_ = 0;
+    double checkmarkTrim_ = 0;
+};
+
+/// The program's symbol on a rounded square, in front of a glow. The glow reaches beyond the emblem's place, below
+/// what stands around it, so the screen paints it before its own views.
+class OnboardingEmblem {
+public:
+    static constexpr int side = 120;
+
+    /// It is painted in the colours and at the density of `view`, which outlives it.
+    explicit OnboardingEmblem(const QWidget& view);
+    void paint(QPainter& painter, const QPointF& topLeft, const OnboardingPresentation& shown);
+    /// What is touched by painting it there at any moment.
+    [[nodiscard]] static QRect reach(const QPoint& topLeft);
+
+private:
+    const QWidget& view_;
+    Picture glow_;
+    Picture square_;
+};
+
+/// One of the points on the welcome screen: a symbol and a text that rise into their place. Below its text it is
+/// higher by the way that they rise, `travel`. Assistive technology reads the text.
+class OnboardingPointView : public QLabel {
+public:
+    static constexpr int travel = 8;
+
+    OnboardingPointView(std::string_view symbolName, const QString& text, int width);
+    void evaluate(const OnboardingPresentation::Point& shown);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    const std::string symbolName_;
+    const QStringList lines_;
+    OnboardingPresentation::Point shown_;
+};
+
+}  // namespace stowpocket

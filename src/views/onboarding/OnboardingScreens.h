@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "views/controls/Compose.h"
+#include "views/controls/Drawing.h"
+#include "views/onboarding/OnboardingButton.h"
+#include "views/onboarding/OnboardingParts.h"
+
+#include <array>
+#include <functional>
+
+namespace stowpocket {
+
+/// The size of the first-run window's content.
+inline constexpr int onboardingWidth = 520;
+inline constexpr int onboardingHeight = 420;
+
+/// A view as wide as it wishes to be, in the middle of its row.
+[[nodiscard]] inline QLayout* centred(QWidget* view) {
+    return hstack(0, Spacer{}, view, Spacer{});
+}
+inline constexpr double onboardingCornerRadius = 20;
+
+/// What the program is for, in three points.
+class OnboardingWelcomeScreen : public Layer {
+public:
+    explicit OnboardingWelcomeScreen(std::function<void()> onGetStarted);
+    void evaluate(const OnboardingPresentation& shown);
+    [[nodiscard]] QWidget& button() { return *getStarted_; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    OnboardingEmblem emblem_;
+    OnboardingPresentation shown_;
+    Layer* title_;
+    std::array<OnboardingPointView*, 3> points_;
+    OnboardingButton* getStarted_;
+};
+
+/// Where the icon is from now on, and what it looks like.
+class OnboardingClosingScreen : public Layer {
+public:
+    explicit OnboardingClosingScreen(std::function<void()> onComplete);
+    void evaluate(const OnboardingPresentation& shown);
+    [[nodiscard]] QWidget& button() { return *startUsing_; }
+
+private:
+    OnboardingBadge* badge_;
+    Layer* headline_;
+    Layer* subtext_;
+    Layer* preview_;
+    OnboardingButton* startUsing_;
+};
+
+}  // namespace stowpocket
