@@ -19,6 +19,7 @@ function(gnustep_command output source)
 endfunction()
 
 function(gnustep_objects variable)
+    set(objects "")
     set(header ${CMAKE_CURRENT_BINARY_DIR}/Later.pch)
     gnustep_command(${header} ${GNUSTEP_TOOLS}/Later.h -x objective-c++-header)
     foreach(source ${ARGN})
