@@ -10,10 +10,10 @@ namespace {
 
 constexpr std::size_t bytesPerPixel = 4;
 constexpr std::size_t bitsPerComponent = 8;
-/// Far beyond any picture of a tile; keeps the sizes below within their types.
+/// Far larger than any picture of a tile. The limit keeps the sizes below within their types.
 constexpr std::size_t largestSide = 4096;
 
-/// Owns what the system's drawing library calls made, by its own release function.
+/// Owns an object of the system's drawing library and releases it with the library's own function.
 template <class Ref, void (*release)(Ref)>
 class Owned {
 public:
@@ -30,7 +30,7 @@ using ColorSpace = Owned<CGColorSpaceRef, CGColorSpaceRelease>;
 using Context = Owned<CGContextRef, CGContextRelease>;
 using OwnedImage = Owned<CGImageRef, CGImageRelease>;
 
-/// Draws into, or reads from, the bytes of `pixels`, which must stay. Null inside on failure.
+/// Returns a context that draws into the bytes of `pixels`, which must stay, or null on failure.
 CGContextRef makeContext(Pixels& pixels) {
     const ColorSpace space(CGColorSpaceCreateWithName(kCGColorSpaceSRGB));
     const auto width = static_cast<std::size_t>(pixels.width);

@@ -14,25 +14,25 @@
 
 namespace stowpocket {
 
-/// Text that is not UTF-8 becomes text that is: nothing is lost but the broken bytes.
+/// Repairs text that is not valid UTF-8: only the broken bytes are lost.
 [[nodiscard]] NSString* _Nonnull nsString(std::string_view text);
-/// None for null, and for text that cannot be written as UTF-8.
+/// Returns nothing for null and for text that cannot be written as UTF-8.
 [[nodiscard]] std::optional<std::string> utf8(NSString* _Nullable text);
 
 [[nodiscard]] NSData* _Nonnull nsData(const Bytes& bytes);
 [[nodiscard]] Bytes bytesOf(NSData* _Nonnull data);
 
 [[nodiscard]] NSURL* _Nonnull nsURL(const FileURL& url);
-/// The path in the form that the file manager and the workspace take; empty where it cannot be one.
+/// Returns the path as the file manager and the workspace take it. It is empty when the name is not valid UTF-8.
 [[nodiscard]] NSString* _Nonnull nsPath(const FileURL& url);
-/// None for what is no file. A reference by file number, as the Finder drags them, becomes the file's path.
+/// Returns nothing for a URL that is not a file. A reference by file number, which the Finder drags, becomes a path.
 [[nodiscard]] std::optional<FileURL> fileURLOf(NSURL* _Nullable url);
 
 [[nodiscard]] id _Nonnull propertyListOf(const PropertyValue& value);
 [[nodiscard]] NSDictionary<NSString*, id>* _Nonnull propertyListOf(const PropertyValue::Dictionary& values);
 
-/// None for what no property list holds. Inside arrays and dictionaries such a thing is left out, and so is what lies
-/// too deep to be anybody's honest list.
+/// Returns nothing for an object that no property list can hold. Such objects are left out of arrays and
+/// dictionaries, and so are those nested deeper than any honest list.
 [[nodiscard]] std::optional<PropertyValue> propertyValueOf(id _Nullable object);
 
 }  // namespace stowpocket

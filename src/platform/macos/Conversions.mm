@@ -11,7 +11,7 @@ namespace stowpocket {
 namespace {
 
 constexpr int deepestNesting = 64;
-/// Three thousand years around 1970, which a date of the core can hold.
+/// Three thousand years before and after 1970, which a date of the core can hold.
 constexpr double latestSecond = 1e11;
 
 std::optional<PropertyValue> valueOf(id object, int depth);
@@ -77,7 +77,7 @@ std::optional<PropertyValue> valueOf(id object, int depth) {
 
 NSString* nsString(std::string_view text) {
     if (text.empty())
-        return @"";  // its bytes may be nowhere
+        return @"";  // an empty view may have no bytes
     NSString* const string = [[NSString alloc] initWithBytes:text.data()
                                                       length:text.size()
                                                     encoding:NSUTF8StringEncoding];
@@ -114,7 +114,7 @@ NSURL* nsURL(const FileURL& url) {
 
 NSString* nsPath(const FileURL& url) {
     const std::string path = url.path();
-    // Names that are no UTF-8 come from elsewhere only: no file system of this system has them.
+    // A name that is not UTF-8 comes from another system: the file systems of macOS have none.
     NSString* const found = [NSFileManager.defaultManager stringWithFileSystemRepresentation:path.data()
                                                                                       length:path.size()];
     return found == nil ? @"" : found;

@@ -7,7 +7,7 @@
 #import <Foundation/Foundation.h>
 #import <ServiceManagement/ServiceManagement.h>
 
-/// Takes the event in the place of the application's delegate, which is the toolkit's own.
+/// Handles the event instead of the application's delegate, which belongs to the toolkit.
 @interface StowpocketReopenTarget : NSObject
 - (instancetype)initWithReopened:(std::function<void()>)reopened;
 - (void)handleReopen:(NSAppleEventDescriptor*)event withReplyEvent:(NSAppleEventDescriptor*)reply;
@@ -76,7 +76,7 @@ public:
     ReopenObservation& operator=(const ReopenObservation&) = delete;
 
 private:
-    /// The manager does not keep it.
+    /// The manager does not retain it.
     StowpocketReopenTarget* const target_;
 };
 

@@ -18,8 +18,8 @@ std::optional<Bytes> bookmarkOf(const FileURL& url) {
     }
 }
 
-/// The right to a file hangs on the very object that resolving its bookmark gave, so these are kept by their address
-/// from then on until access has ended.
+/// The right to use a file belongs to the very object that resolving its bookmark returned. These objects are kept,
+/// by address, until access has ended.
 class MacBookmarks : public Bookmarks {
 public:
     explicit MacBookmarks(FileProbe& probe) : probe_(probe) {}
@@ -41,7 +41,7 @@ public:
         return resolved;
     }
 
-    /// The system looks for files by itself when it resolves a bookmark.
+    /// Finds nothing: the system itself searches when it resolves a bookmark.
     [[nodiscard]] std::vector<std::optional<ResolvedBookmark>> search(std::span<const Bytes> bookmarks) override {
         return std::vector<std::optional<ResolvedBookmark>>(bookmarks.size());
     }

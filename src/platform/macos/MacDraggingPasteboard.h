@@ -8,7 +8,7 @@
 
 namespace stowpocket {
 
-/// A drag's pasteboard. Of its texts only the file URLs are read: a source makes the others when they are asked for.
+/// The pasteboard of a drag. It reads only the file URLs: a source produces other data on request.
 class MacDraggingPasteboard : public DraggingPasteboard {
 public:
     explicit MacDraggingPasteboard(NSPasteboard* _Nonnull pasteboard) : pasteboard_(pasteboard) {}

@@ -12,7 +12,7 @@ namespace {
 
 using Completion = std::function<void(std::optional<FileURL>)>;
 
-/// The file URL that a thing on a pasteboard has, as text, by path; none where it is no file.
+/// Returns the file URL of an item, as text and by path, or nothing when the item is not a file.
 std::optional<std::string> fileURLTextOf(NSPasteboardItem* item) {
     NSString* const text = [item stringForType:NSPasteboardTypeFileURL];
     if (text == nil)
@@ -84,7 +84,7 @@ private:
     NSItemProvider* const provider_;
 };
 
-/// Holds its data from the start: the source of a drag may be gone once the drop is over.
+/// The provider holds its data from the start: the source of a drag may be gone once the drop is over.
 std::shared_ptr<ItemProvider> providerOf(NSData* data, NSString* type) {
     NSItemProvider* const provider = [[NSItemProvider alloc] init];
     [provider registerDataRepresentationForTypeIdentifier:type
@@ -96,7 +96,7 @@ std::shared_ptr<ItemProvider> providerOf(NSData* data, NSString* type) {
     return std::make_shared<MacItemProvider>(provider);
 }
 
-/// A folder that lasts as long as the files in it are wanted.
+/// A folder that is removed once nobody needs the files in it.
 class TemporaryFolder {
 public:
     TemporaryFolder()
@@ -118,8 +118,8 @@ private:
     NSURL* const url_;
 };
 
-/// The reader runs once per file, a provider answers once: the first file that arrives is the answer, and the folder
-/// goes after it.
+/// A promise may deliver several files, but a provider answers once: the first file to arrive is the answer. The
+/// folder is removed after the last file.
 class PromisedFileProvider : public ItemProvider {
 public:
     explicit PromisedFileProvider(NSFilePromiseReceiver* receiver) : receiver_(receiver) {}
@@ -142,7 +142,7 @@ public:
             options:@{}
             operationQueue:[[NSOperationQueue alloc] init]
             reader:^(NSURL* url, NSError* error) {
-              static_cast<void>(receiver);  // both until the last file is there
+              static_cast<void>(receiver);  // the block retains both until the last file has arrived
               static_cast<void>(folder);
               if (!answered->exchange(true))
                   completion(error == nil ? fileURLOf(url) : std::nullopt);
@@ -162,7 +162,7 @@ std::vector<std::shared_ptr<ItemProvider>> filesOn(NSPasteboard* pasteboard) {
     return providers;
 }
 
-/// One per promise. They are written while they are being asked for, so that must be while the drop is handled.
+/// Returns one provider per promise. The source writes the files on request, so ask while the drop is handled.
 std::vector<std::shared_ptr<ItemProvider>> promisesOn(NSPasteboard* pasteboard) {
     std::vector<std::shared_ptr<ItemProvider>> providers;
     for (NSFilePromiseReceiver* receiver in promiseReceiversOn(pasteboard))
@@ -170,7 +170,7 @@ std::vector<std::shared_ptr<ItemProvider>> promisesOn(NSPasteboard* pasteboard) 
     return providers;
 }
 
-/// Each thing in the form that its source likes best.
+/// Returns each item in the form that its source prefers.
 std::vector<std::shared_ptr<ItemProvider>> contentsOn(NSPasteboard* pasteboard) {
     std::vector<std::shared_ptr<ItemProvider>> providers;
     for (NSPasteboardItem* item in pasteboard.pasteboardItems) {

@@ -12,14 +12,14 @@
 // Drags into and out of views that the toolkit draws.
 namespace stowpocket {
 
-/// Whether the drag that is over one of our views now carries anything at all. Main thread.
+/// Returns whether the drag now over one of our views carries anything at all. Main thread.
 [[nodiscard]] bool dragCarriesItems();
 
-/// What the drag that is being dropped on one of our views carries: one provider per file; when there are none, one
-/// per promise; when there are none either, one per thing. Main thread, while the drop is handled.
+/// Returns what is being dropped on one of our views: one provider per file. A drop without files gives one provider
+/// per promise, a drop without promises one per item. Main thread, while the drop is handled.
 [[nodiscard]] std::vector<std::shared_ptr<ItemProvider>> droppedItemProviders();
 
-/// A picture below the pointer, and the point of it that the pointer holds, from its top left corner, in points.
+/// A picture under the pointer, and the place where the pointer holds it: from its top left corner, in points.
 struct DragPicture {
     Pixels pixels;
     Size size;
@@ -31,8 +31,8 @@ struct DragPicture {
 class FileDragSource {
 public:
     virtual ~FileDragSource() = default;
-    /// Called while a press or a move of the mouse in `nativeView` is handled; returns at once. `ended` runs on the
-    /// main thread once the file has been let go, wherever that is.
+    /// Called while a press or a move of the mouse in `nativeView` is handled. Returns at once. `ended` runs on the
+    /// main thread once the user has released the file, wherever that is.
     virtual void start(void* nativeView, const FileURL& file, const DragPicture& picture,
                        std::function<void()> ended) = 0;
 };

@@ -3,8 +3,8 @@
 #import "platform/macos/Conversions.h"
 #include "platform/macos/MacDrags.h"
 
-/// The file itself, and besides that its contents under the types that they have. The contents are read only when
-/// somebody asks for them.
+/// Offers the file itself and its contents under their own types. The contents are read only when a receiver asks for
+/// them.
 @interface StowpocketFileWriter : NSObject <NSPasteboardWriting>
 - (instancetype)initWithFile:(NSURL*)file;
 @end
@@ -48,7 +48,7 @@
 
 @end
 
-/// Stays until the drag has ended.
+/// Runs a function when the drag has ended.
 @interface StowpocketDragSource : NSObject <NSDraggingSource>
 - (instancetype)initWithEnd:(std::function<void()>)ended;
 @end
@@ -64,7 +64,7 @@
     return self;
 }
 
-/// Offering to move would let others take the user's file away.
+/// Never offers to move, which would let other programs take the user's file away.
 - (NSDragOperation)draggingSession:(NSDraggingSession*)session
     sourceOperationMaskForDraggingContext:(NSDraggingContext)context {
     return NSDragOperationCopy;
@@ -81,8 +81,8 @@
 namespace stowpocket {
 namespace {
 
-/// The press or move of the mouse that is being handled. The toolkit may hand it on when the system is at another
-/// event already, with which no drag can begin: then one is made that says the same.
+/// Returns the press or move of the mouse that is being handled. The toolkit may deliver it late, when the system is
+/// already at another event, with which no drag can begin. In that case an equal event is made.
 NSEvent* mouseEventIn(NSWindow* window) {
     NSEvent* const current = NSApplication.sharedApplication.currentEvent;
     if (current.type == NSEventTypeLeftMouseDown || current.type == NSEventTypeLeftMouseDragged)
@@ -98,7 +98,7 @@ NSEvent* mouseEventIn(NSWindow* window) {
                               pressure:1];
 }
 
-/// In the view's own coordinates, which may count from the top or from the bottom.
+/// Returns the frame in the view's own coordinates, which run from the top or from the bottom.
 NSRect frameBelowPointer(NSView* view, NSEvent* event, const DragPicture& picture) {
     const NSPoint pointer = [view convertPoint:event.locationInWindow fromView:nil];
     const double above = view.flipped ? picture.hotSpotY : picture.size.height - picture.hotSpotY;
@@ -123,7 +123,7 @@ public:
     }
 
 private:
-    /// The session does not promise to keep it.
+    /// The documentation does not promise that the session retains it.
     StowpocketDragSource* source_ = nil;
 };
 

@@ -6,10 +6,10 @@
 namespace stowpocket {
 namespace {
 
-/// Of folders that nobody else is to look into.
+/// The mode of folders that only the user may open.
 constexpr int privateFolderMode = 0700;
 
-/// The default manager may be asked on any thread.
+/// The default manager may be used on any thread.
 NSFileManager* manager() {
     return NSFileManager.defaultManager;
 }
@@ -41,7 +41,7 @@ bool makeFolderAt(const FileURL& url) {
     }
 }
 
-/// Also asked on threads that have no pool of their own.
+/// Some callers run on threads that have no autorelease pool.
 class MacFileManager : public FileManager {
 public:
     explicit MacFileManager(FileProbe& probe) : probe_(probe) {}
@@ -61,7 +61,7 @@ public:
 
     [[nodiscard]] bool copyItem(const FileURL& from, const FileURL& to) override {
         @autoreleasepool {
-            // Asked without following a link at the place, which then keeps what it has.
+            // This does not follow a link at the destination, so the link and its target stay untouched.
             if ([manager() attributesOfItemAtPath:nsPath(to) error:nil] != nil)
                 return false;
             if ([manager() copyItemAtURL:nsURL(from) toURL:nsURL(to) error:nil])

@@ -12,10 +12,10 @@
 namespace stowpocket {
 namespace {
 
-/// One monitor at the system, from its making to its end.
+/// Removes a monitor of the system when it goes.
 class SystemMonitor {
 public:
-    /// The system may refuse a monitor, which then never tells anything.
+    /// `monitor` is null when the system has refused it.
     explicit SystemMonitor(id monitor) : monitor_(monitor) {}
     ~SystemMonitor() {
         if (monitor_ != nil)
@@ -34,7 +34,7 @@ KeyEvent keyEventOf(NSEvent* event) {
             .charactersIgnoringModifiers = utf8(event.charactersIgnoringModifiers).value_or(std::string())};
 }
 
-/// One monitor of each kind at the system, which does not say in which order it asks several.
+/// Keeps one monitor of each kind, because the system does not define in which order it calls several.
 class MacEventMonitors : public EventMonitors {
 public:
     [[nodiscard]] std::unique_ptr<EventMonitorToken>
@@ -100,8 +100,8 @@ private:
     const EventHotKeyRef hotKey_;
 };
 
-/// The event manager calls a plain function, without user data: the handler stands here, since it stays until the
-/// process ends.
+/// The event manager calls a plain function without user data. The handler is global because it stays installed until
+/// the process ends.
 HotkeyService::Handler& installedHandler() {
     static HotkeyService::Handler handler;
     return handler;

@@ -14,22 +14,22 @@
 // Pictures and colours of the system.
 namespace stowpocket {
 
-/// A picture as plain memory: rows from the top without gaps, four bytes a pixel in the order blue, green, red,
-/// alpha, the colours multiplied by alpha, in sRGB.
+/// A picture in plain memory, in sRGB. Rows run from the top without gaps. A pixel has four bytes: blue, green, red
+/// and alpha. The colours are multiplied by alpha.
 struct Pixels {
     int width = 0;
     int height = 0;
     Bytes bytes;
 };
 
-/// Makes the toolkit's picture of pixels. Called on any thread.
+/// Turns pixels into a picture of the toolkit. Called on any thread.
 using MakeImageContent = std::function<std::shared_ptr<const ImageContent>(const Pixels&)>;
 
 /// Colours of the system's palette.
 enum class MacColor { secondaryLabel, tertiaryLabel, controlBackground, orange, red, controlAccent };
 
-/// Red, green, blue and alpha, each from 0 to 1, as the system and its user have them at this moment for light or
-/// dark windows. None for a colour that has no such components. Main thread.
+/// Returns red, green, blue and alpha, each from 0 to 1, as they are now in light or dark windows. Returns nothing
+/// for a colour that has no such components. Main thread.
 [[nodiscard]] std::optional<std::array<double, 4>> rgbaOf(MacColor color, bool isDark);
 
 [[nodiscard]] std::unique_ptr<Thumbnails> makeQuickLookThumbnails(MakeImageContent makeContent);
@@ -45,8 +45,8 @@ struct SymbolPicture {
     std::array<double, 4> secondary{};
 };
 
-/// The system's symbol, in the middle of a square of that many pixels; none where it has none of that name. Main
-/// thread.
+/// Returns the system's symbol in the middle of a square whose side is `side` pixels, or nothing when the system has
+/// no symbol of that name. Main thread.
 [[nodiscard]] std::optional<Pixels> systemSymbolPixels(const SymbolPicture& symbol, int side);
 
 }  // namespace stowpocket

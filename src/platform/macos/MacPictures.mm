@@ -30,7 +30,7 @@ public:
             generateBestRepresentationForRequest:asked
                                completionHandler:^(QLThumbnailRepresentation* thumbnail, NSError*) {
                                  const std::optional<Image> image = imageOf(thumbnail, size, makeContent);
-                                 // Only the main thread can tell whether anybody still waits.
+                                 // Only the main thread knows whether the caller still waits.
                                  dispatch_async(dispatch_get_main_queue(), ^{
                                    if (!alive.expired())
                                        completion(image);
@@ -62,7 +62,7 @@ public:
     [[nodiscard]] Image icon(const FileURL& url) override {
         NSImage* const image = [NSWorkspace.sharedWorkspace iconForFile:nsPath(url)];
         image.size = NSMakeSize(iconSide, iconSide);
-        // Icons are kept for good, so they are made for the sharpest screen that may be connected.
+        // Icons are cached forever, so they are made for the sharpest screen that may be connected.
         constexpr double sharpest = 2;
         const std::optional<Pixels> pixels = pixelsOf(image, sharpest, static_cast<int>(iconSide * sharpest));
         return {pixels ? makeContent_(*pixels) : nullptr, {iconSide, iconSide}};
@@ -90,7 +90,7 @@ NSColor* nsColor(MacColor color) {
     return NSColor.controlTextColor;
 }
 
-/// The system's own, which may be one of higher contrast, unless a window is dark in a light system or the reverse.
+/// Returns the system's own appearance, which may have more contrast, unless the window is of the opposite kind.
 NSAppearance* appearanceFor(bool isDark) {
     NSAppearanceName const wanted = isDark ? NSAppearanceNameDarkAqua : NSAppearanceNameAqua;
     NSAppearance* const own = NSApplication.sharedApplication.effectiveAppearance;
@@ -122,7 +122,7 @@ std::optional<Pixels> systemSymbolPixels(const SymbolPicture& symbol, int side) 
 
 std::optional<std::array<double, 4>> rgbaOf(MacColor color, bool isDark) {
     __block std::optional<std::array<double, 4>> rgba;
-    // A colour of the palette has its components only in an appearance.
+    // A colour of the palette has components only within an appearance.
     [appearanceFor(isDark) performAsCurrentDrawingAppearance:^{
       NSColor* const resolved = [nsColor(color) colorUsingColorSpace:NSColorSpace.sRGBColorSpace];
       if (resolved == nil)
@@ -136,7 +136,7 @@ std::optional<std::array<double, 4>> rgbaOf(MacColor color, bool isDark) {
     }];
     if (rgba) {
         for (double& component : *rgba)
-            component = std::clamp(component, 0.0, 1.0);  // beyond are colours that only some screens show
+            component = std::clamp(component, 0.0, 1.0);  // some screens show colours beyond this range
     }
     return rgba;
 }

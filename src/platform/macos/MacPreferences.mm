@@ -5,7 +5,7 @@
 namespace stowpocket {
 namespace {
 
-/// A change is with the system's own service when the call returns, which keeps it whatever becomes of this process.
+/// When a call returns, the system's own service has the change and keeps it even if this process crashes.
 class UserDefaultsStore : public PreferenceStore {
 public:
     void registerDefaults(PropertyValue::Dictionary defaults) override {

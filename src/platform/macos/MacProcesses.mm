@@ -52,7 +52,7 @@ public:
 
 using Clock = std::chrono::steady_clock;
 
-/// Detaching a disk image that is in use may take a minute; a list of images takes some kilobytes.
+/// Detaching a disk image that is in use may take a minute. A list of images has a few kilobytes.
 constexpr std::chrono::minutes longestRun{2};
 constexpr std::size_t largestOutput = std::size_t{4} * 1024 * 1024;
 
@@ -63,7 +63,7 @@ NSArray<NSString*>* argumentsOf(const std::vector<std::string>& arguments) {
     return list;
 }
 
-/// A pipe whose other end may write without anybody caring. Unread, a full one would stop the program.
+/// Returns a pipe that discards what is written to it. Without a reader a full pipe would block the child.
 NSPipe* drainingPipe() {
     NSPipe* const pipe = [NSPipe pipe];
     pipe.fileHandleForReading.readabilityHandler = ^(NSFileHandle* handle) {
@@ -73,8 +73,8 @@ NSPipe* drainingPipe() {
     return pipe;
 }
 
-/// Reads until nobody has the other end any more; false when that is not so in time, or when there was more than
-/// anybody honest writes.
+/// Reads until the other end is closed. Returns false when that takes too long, or when there is more output than an
+/// honest child writes.
 bool readAll(int file, Clock::time_point deadline, Bytes& output) {
     std::array<std::uint8_t, 65536> part{};
     for (;;) {
@@ -118,7 +118,7 @@ public:
             Bytes bytes;
             if (readAll(output.fileHandleForReading.fileDescriptor, deadline, bytes) && endsBefore(deadline, ended))
                 return bytes;
-            // It may not care for a request to end. One of its own children may have the pipe, and is left alone.
+            // The child may ignore SIGTERM. A child of its own that still has the pipe is left alone.
             if (task.running)
                 ::kill(task.processIdentifier, SIGKILL);
             return std::nullopt;

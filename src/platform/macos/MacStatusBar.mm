@@ -11,8 +11,8 @@
 
 #include <memory>
 
-/// A transparent view that forwards drags to a destination of the core, which it keeps. Clicks pass on to what lies
-/// beneath it.
+/// A transparent view that owns a destination of the core and forwards drags to it. Clicks pass through to the button
+/// beneath.
 @interface StatusItemDropNSView : NSView
 /// Called once.
 - (void)takeDropsFor:(std::shared_ptr<stowpocket::DraggingDestination>)destination;
@@ -68,7 +68,7 @@ static NSDragOperation systemOperation(stowpocket::DragOperation operation) {
 }
 
 - (void)clicked:(id)sender {
-    const std::function<void()> action = _action;  // a copy: a click may set another action
+    const std::function<void()> action = _action;  // a copy, because a click may set another action
     if (action)
         action();
 }

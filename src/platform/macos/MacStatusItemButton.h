@@ -10,7 +10,7 @@
 
 namespace stowpocket {
 
-/// The button of a status item. It belongs to the item and is gone with it.
+/// The button of a status item. The item owns the system's button, which is gone with it.
 class MacStatusItemButton : public StatusItemButton {
 public:
     explicit MacStatusItemButton(NSStatusBarButton* _Nonnull button);
@@ -23,12 +23,12 @@ public:
     void setAction(std::function<void()> action) override;
     void addDropView(std::shared_ptr<DraggingDestination> dropView) override;
 
-    /// What a popover hangs on.
+    /// The view that a popover is attached to.
     [[nodiscard]] NSView* _Nonnull view() const { return button_; }
 
 private:
     NSStatusBarButton* const _Nonnull button_;
-    /// The button does not keep the target of its action.
+    /// The button does not retain the target of its action.
     StowpocketClickTarget* const _Nonnull target_;
 };
 

@@ -12,26 +12,26 @@
 #include <optional>
 #include <string>
 
-// What the program keeps and finds on the disk, through the system's own services.
+// Files and preferences, through the system's own services.
 namespace stowpocket {
 
 class FileProbe;
 
-/// The mount on the way to `path` that is not on this machine's own disks: a network volume, or a folder that is
-/// mounted on first touch. Links are not followed: a path that leads there by one is not seen. Any thread.
+/// Returns the mount on the way to `path` that is not on a disk of this machine: a network volume, or a folder that
+/// is mounted on first use. Links are not followed, so a mount behind a link is not found. Any thread.
 [[nodiscard]] std::optional<std::string> remoteMountOn(const std::string& path);
 
 /// The user's standard defaults.
 [[nodiscard]] std::unique_ptr<PreferenceStore> makeUserDefaultsStore();
-/// Bookmarks of the system, with security scope, so that a sandboxed copy reaches its files again after a restart.
-/// `probe` outlives them, as it does the file manager.
+/// The system's bookmarks with security scope, which let a sandboxed copy reach its files again after a restart.
+/// `probe` must outlive the bookmarks and the file manager.
 [[nodiscard]] std::unique_ptr<Bookmarks> makeMacBookmarks(FileProbe& probe);
 [[nodiscard]] std::unique_ptr<FileManager> makeMacFileManager(FileProbe& probe);
-/// A file's size as the system writes it beside files, in the user's language. Main thread.
+/// Returns a file's size as the system shows it, in the user's language. Main thread.
 [[nodiscard]] std::string macByteCountText(std::int64_t bytes);
 [[nodiscard]] std::unique_ptr<Trash> makeMacTrash();
 [[nodiscard]] std::unique_ptr<PropertyListParser> makeMacPropertyListParser();
-/// What the program's own bundle says of itself.
+/// Returns the address and the information list of the program's own bundle.
 [[nodiscard]] MainBundle macMainBundle();
 
 }  // namespace stowpocket

@@ -13,27 +13,27 @@
 #include <functional>
 #include <memory>
 
-// The running program and what it asks of the system around it.
+// The running program and the services that it uses.
 namespace stowpocket {
 
 [[nodiscard]] std::unique_ptr<Application> makeMacApplication();
 [[nodiscard]] std::unique_ptr<MainScreen> makeMacMainScreen();
-/// Whether the user wants nothing to move on the screen.
+/// Returns whether the user has asked for reduced motion.
 [[nodiscard]] bool isMotionReduced();
 [[nodiscard]] std::unique_ptr<Alerts> makeMacAlerts();
 
-/// Something that is heard of until this is destroyed.
+/// A subscription that ends when this object is destroyed.
 class Observation {
 public:
     virtual ~Observation() = default;
 };
-/// `reopened` runs on the main thread whenever the user opens the program while it runs. Made after the launch.
+/// `reopened` runs on the main thread whenever the user opens the running program again. Called after the launch.
 [[nodiscard]] std::unique_ptr<Observation> observeReopening(std::function<void()> reopened);
 
 /// The main application's registration as a login item.
 [[nodiscard]] std::unique_ptr<LoginItem> makeMacLoginItem();
 
-/// Scripts in AppleScript.
+/// Runs scripts in AppleScript.
 [[nodiscard]] std::unique_ptr<ScriptService> makeAppleScriptService();
 [[nodiscard]] std::unique_ptr<Volumes> makeMacVolumes();
 [[nodiscard]] std::unique_ptr<ChildProcess> makeMacChildProcess();

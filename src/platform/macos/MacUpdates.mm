@@ -8,14 +8,14 @@
 #include <functional>
 
 NS_ASSUME_NONNULL_BEGIN
-/// Tells of a property's new value whenever it changes, on whatever thread changes it, for as long as this lives and
-/// has not been ended. Keeps the object that it observes.
+/// Calls a function with a property's new value whenever it changes, on the thread that changes it. Retains the
+/// observed object until the observation ends or is destroyed.
 @interface StowpocketKeyPathObservation : NSObject
 - (instancetype)initWithObject:(NSObject*)object
                        keyPath:(NSString*)keyPath
                        options:(NSKeyValueObservingOptions)options
                        changed:(std::function<void(id _Nullable)>)changed;
-/// Nothing is told any more, and the object is let go.
+/// Stops the calls and releases the observed object.
 - (void)end;
 @end
 NS_ASSUME_NONNULL_END
@@ -66,7 +66,7 @@ namespace stowpocket {
 namespace {
 
 std::optional<FeedResponse> feedResponseOf(NSData* data, NSURLResponse* response) {
-    // What arrived may have been compressed.
+    // A compressed body may be larger than the number of bytes received.
     if (static_cast<std::int64_t>(data.length) > maxAnswerSize)
         return std::nullopt;
     FeedResponse answer;
@@ -95,13 +95,13 @@ public:
               [limit end];
               limit = nil;
               const auto answer = error == nil ? feedResponseOf(data, response) : std::nullopt;
-              // Only the main thread can tell whether anybody still waits.
+              // Only the main thread knows whether the caller still waits.
               dispatch_async(dispatch_get_main_queue(), ^{
                 if (!alive.expired())
                     completion(answer);
               });
             }];
-        // A task with a completion handler tells no delegate what arrives, but its properties can be observed.
+        // A task with a completion handler reports no progress to a delegate, but its properties can be observed.
         limit = [[StowpocketKeyPathObservation alloc] initWithObject:task
                                                              keyPath:@"countOfBytesReceived"
                                                              options:NSKeyValueObservingOptionNew
@@ -141,7 +141,7 @@ public:
 private:
     Signal<bool> changed_;
     SPUStandardUpdaterController* const controller_;
-    /// Nothing else keeps it, so it ends with this object.
+    /// Nothing else retains it, so it ends with this object.
     StowpocketKeyPathObservation* const observation_;
 };
 

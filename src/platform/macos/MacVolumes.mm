@@ -27,10 +27,10 @@ public:
     [[nodiscard]] Signal<>& didUnmount() override { return *didUnmount_; }
 
 private:
-    /// Such notifications come from the workspace's own centre only.
+    /// Only the workspace's own notification centre posts these notifications.
     static NSNotificationCenter* center() { return NSWorkspace.sharedWorkspace.notificationCenter; }
 
-    /// A notification may wait in the main queue while this object goes, so the block must not count on it.
+    /// A notification may wait in the main queue while this object is destroyed, so the block must not use it.
     static id<NSObject> observe(NSNotificationName name, std::weak_ptr<Signal<>> signal) {
         return [center() addObserverForName:name
                                      object:nil
@@ -49,9 +49,9 @@ private:
 
 using Mount = struct statfs;
 
-/// What the kernel has in mind, so that no file system is asked.
+/// Returns what the kernel remembers, without asking any file system.
 std::vector<Mount> mounts() {
-    constexpr int spare = 8;  // may come in between
+    constexpr int spare = 8;  // for mounts added between the two calls
     const int expected = getfsstat(nullptr, 0, MNT_NOWAIT);
     std::vector<Mount> mounts(static_cast<std::size_t>(std::max(expected, 0) + spare));
     const int found = getfsstat(mounts.data(), static_cast<int>(mounts.size() * sizeof(Mount)), MNT_NOWAIT);

@@ -5,7 +5,7 @@
 #import "platform/macos/Conversions.h"
 #import "platform/macos/MacStatusItemButton.h"
 
-/// Tells when a popover is off the screen, after its movement, and when a window is about to close.
+/// Runs a function when a popover has left the screen, after its animation, or when a window is about to close.
 @interface StowpocketCloseDelegate : NSObject <NSPopoverDelegate, NSWindowDelegate>
 - (instancetype)initWithClosed:(std::function<void()>)closed;
 @end
@@ -34,7 +34,7 @@
 namespace stowpocket {
 namespace {
 
-/// A controller whose view holds the toolkit's and is as large. It must not outlive `content`.
+/// Returns a controller whose view contains the toolkit's view and is as large. It must not outlive `content`.
 NSViewController* hostingController(HostedView& content) {
     const Size size = content.size();
     const NSRect frame = NSMakeRect(0, 0, size.width, size.height);
@@ -71,7 +71,7 @@ public:
         invariant(button != nullptr, "a popover hangs on an icon of its own desktop");
         NSView* const view = button->view();
         if (view.window == nil)
-            return;  // on a view that is in no window the system would raise an exception
+            return;  // the system raises an exception for a view that is in no window
         makeContent();
         followSize();
         [popover_ showRelativeToRect:view.bounds ofView:view preferredEdge:NSRectEdgeMinY];
@@ -103,7 +103,7 @@ private:
         popover_.contentSize = NSMakeSize(size.width, size.height);
     }
 
-    /// One that closes in a movement may have been shown again before it was over.
+    /// A popover may have been shown again while it closed with an animation.
     void closed() {
         if (content_ && !popover_.shown)
             content_->setShown(false);
@@ -113,11 +113,11 @@ private:
     std::unique_ptr<HostedView> content_;
     Subscription sizeChanged_;
     NSPopover* const popover_ = [[NSPopover alloc] init];
-    /// The popover does not keep it.
+    /// The popover does not retain it.
     StowpocketCloseDelegate* const delegate_;
 };
 
-/// Behind the first run's view.
+/// The colour behind the view of the first run.
 NSColor* bareBackground() {
     constexpr double largest = 255;
     return [NSColor colorWithSRGBRed:13 / largest green:17 / largest blue:23 / largest alpha:1];
@@ -139,7 +139,7 @@ public:
           window_([NSWindow windowWithContentViewController:hostingController(*content_)]),
           delegate_(
               [[StowpocketCloseDelegate alloc] initWithClosed:[view = content_.get()] { view->setShown(false); }]) {
-        window_.releasedWhenClosed = NO;  // this object keeps it
+        window_.releasedWhenClosed = NO;  // this object owns it
         window_.title = nsString(title);
         window_.styleMask = NSWindowStyleMaskTitled | NSWindowStyleMaskClosable;
         window_.delegate = delegate_;
@@ -168,7 +168,7 @@ public:
 private:
     const std::unique_ptr<HostedView> content_;
     NSWindow* const window_;
-    /// The window does not keep it.
+    /// The window does not retain it.
     StowpocketCloseDelegate* const delegate_;
 };
 

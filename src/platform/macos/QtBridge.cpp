@@ -8,10 +8,10 @@
 namespace stowpocket {
 namespace {
 
-/// What a popover itself takes around its content: the arrow, and some air at the edge of the screen.
+/// What a popover needs around its content: the arrow, and a margin at the edge of the screen.
 constexpr QSize aroundContent{24, 48};
 
-/// Qt keeps a pixel as one number, whose bytes lie in that order on the processors that macOS runs on.
+/// Qt stores a pixel as one number. On the processors of a Mac its bytes are in the order of Pixels.
 constexpr QImage::Format format = QImage::Format_ARGB32_Premultiplied;
 static_assert(QSysInfo::ByteOrder == QSysInfo::LittleEndian);
 

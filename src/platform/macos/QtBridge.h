@@ -14,11 +14,11 @@
 
 namespace stowpocket {
 
-/// A widget inside a window or popover of the system. The widget is a window to Qt, whose native view goes into the
-/// system's.
+/// A widget inside a window or popover of the system. To Qt the widget is a window. Its native view becomes a subview
+/// of the system's window.
 class QtHostedView : public HostedView {
 public:
-    /// As large as its content wishes, but never larger than the screen, or of a fixed size.
+    /// Without a fixed size the view is as large as its content asks, but never larger than the screen.
     explicit QtHostedView(std::unique_ptr<QWidget> content, std::optional<QSize> fixedSize = std::nullopt);
 
     [[nodiscard]] void* nativeView() override;
@@ -28,7 +28,7 @@ public:
     void setShown(bool isShown) override { content_->setVisible(isShown); }
 
 private:
-    /// Watches for the content's wishes, and for keys that have come up to it unused.
+    /// Watches for layout requests of the content and for keys that the content has not used.
     class ContentWatch : public QObject {
     public:
         explicit ContentWatch(QtHostedView& view) : view_(view) {}
@@ -39,7 +39,7 @@ private:
     };
 
     void layoutRequested();
-    /// Whether the key has had its effect.
+    /// Returns whether the key was used.
     [[nodiscard]] bool keyPressed(int key);
 
     const std::unique_ptr<QWidget> content_;
@@ -50,7 +50,7 @@ private:
     Size announced_;
 };
 
-/// Null for pixels that are not there.
+/// Returns a null image when bytes are missing.
 [[nodiscard]] QImage qImageOf(const Pixels& pixels);
 [[nodiscard]] Pixels pixelsOfImage(const QImage& image);
 
