@@ -92,8 +92,8 @@ void X11ThemeWatch::look() {
     if (owner_ == x11None)
         return onAnswer_(false);
     connection_.hearAlso(owner_, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-    const std::string settings = connection_.text(owner_, X11Atom::settings).value_or("");
-    onAnswer_(isDarkThemeName(textXSetting(settings, "Net/ThemeName").value_or("")));
+    const std::string bytes = connection_.text(owner_, X11Atom::settings).value_or("");
+    onAnswer_(isDarkThemeName(textXSetting(bytes, "Net/ThemeName").value_or("")));
 }
 
 DesktopColorScheme::DesktopColorScheme(const QDBusConnection& bus, const X11Connection& connection,
