@@ -87,21 +87,25 @@ class PrivateDesktop:
         wait_for(lambda: self.x.property(self.x.root, "_NET_SUPPORTING_WM_CHECK"), "the window manager")
 
     def start_x_server(self):
-        reading, writing = os.pipe()
-        self.server = self.start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{self.size}x24",
-                                 "-nolisten", "tcp", "-noreset", pass_fds=[writing])
-        os.close(writing)
-        with os.fdopen(reading) as answer:
-            self.environment["DISPLAY"] = ":" + answer.readline().strip()
+        self.server, number = self.start_telling("Xvfb", "-displayfd", "{}", "-screen", "0", f"{self.size}x24",
+                                                 "-nolisten", "tcp", "-noreset")
+        self.environment["DISPLAY"] = ":" + number
 
     def start_bus(self):
         for service in SERVICES:
             shutil.copy(f"/usr/share/dbus-1/services/{service}", self.home / "services")
         (self.home / "bus.conf").write_text(BUS_CONFIG.format(home=self.home))
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = f"unix:path={self.home}/bus"
-        self.start("dbus-daemon", f"--config-file={self.home}/bus.conf", "--nofork")
-        wait_for((self.home / "bus").exists, "the session bus")
+        self.start_telling("dbus-daemon", f"--config-file={self.home}/bus.conf", "--nofork", "--print-address={}")
         self.bus = Bus(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+
+    def start_telling(self, *command):
+        """Starts a server that writes a line to the descriptor in the place of {} once it listens; gives that too."""
+        reading, writing = os.pipe()
+        process = self.start(*(word.replace("{}", str(writing)) for word in command), pass_fds=[writing])
+        os.close(writing)
+        with os.fdopen(reading) as answer:
+            return process, answer.readline().strip()
 
     def start(self, *command, pass_fds=()):
         """Starts a program on this desktop; its output goes to a log named after it."""
