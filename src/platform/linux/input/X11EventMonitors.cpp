@@ -108,7 +108,13 @@ X11ClickWatch::~X11ClickWatch() {
     QObject::disconnect(deactivation_);
 }
 
-std::uint32_t X11ClickWatch::pressedButtons() const {
+std::uint32_t X11ClickWatch::pressedButtons() {
+    const std::uint32_t held = heldButtons();
+    staleButtons_ &= held;
+    return held & ~staleButtons_;
+}
+
+std::uint32_t X11ClickWatch::heldButtons() const {
     const auto pointer = pointerIn(connection_, root_);
     const auto bit = [&pointer](xcb_button_mask_t button, std::uint32_t value) {
         return pointer && (pointer->mask & button) != 0 ? value : 0;
@@ -130,10 +136,14 @@ void X11ClickWatch::follow() {
 
 /// KWin activates what a drag rests on, and says no more when that is clicked afterwards.
 void X11ClickWatch::keyboardWent() {
-    afterDrag_([this] {
+    const auto wasDragging = std::make_shared<bool>(false);
+    afterDrag_([this, wasDragging] {
+        if (*wasDragging)
+            staleButtons_ = heldButtons();
         if (QGuiApplication::applicationState() == Qt::ApplicationInactive)
             clicked();
     });
+    *wasDragging = true;
 }
 
 void X11ClickWatch::followServer() {

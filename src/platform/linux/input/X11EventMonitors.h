@@ -64,9 +64,10 @@ public:
         return monitors_.add(std::move(handler));
     }
     /// Bit 0 left, bit 1 right, bit 2 middle.
-    [[nodiscard]] std::uint32_t pressedButtons() const;
+    [[nodiscard]] std::uint32_t pressedButtons();
 
 private:
+    [[nodiscard]] std::uint32_t heldButtons() const;
     bool nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) override;
     [[nodiscard]] bool isOutsideClick(const xcb_generic_event_t& event) const;
     [[nodiscard]] bool pointerIsOverOwnWindow() const;
@@ -79,6 +80,8 @@ private:
     const AfterDrag afterDrag_;
     const xcb_window_t root_;
     std::uint8_t inputExtension_ = 0;
+    /// What the server still takes for held after a drag that ended over a Wayland window: it missed the release.
+    std::uint32_t staleButtons_ = 0;
     QMetaObject::Connection deactivation_;
     MonitorList<Handler> monitors_{[this] { follow(); }};
 };
@@ -108,7 +111,8 @@ public:
 
 private:
     KeyDownMonitors keyDowns_;
-    X11ClickWatch clicks_;
+    /// Forgets, when asked, what is no longer so.
+    mutable X11ClickWatch clicks_;
 };
 
 }  // namespace stowpocket
