@@ -8,6 +8,7 @@
 #include <QProcess>
 
 #include <array>
+#include <chrono>
 #include <xcb/xtest.h>
 
 namespace stowpocket {
@@ -37,6 +38,12 @@ public:
             down(key);
         for (auto key = keys.rbegin(); key != keys.rend(); ++key)
             up(*key);
+    }
+    /// A release and a press within one millisecond of the server look like the repeat of a key that is held.
+    void passMoment() {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(2);
+        while (std::chrono::steady_clock::now() < end)
+            sync();
     }
     void moveTo(int x, int y) { fake(XCB_MOTION_NOTIFY, 0, x, y); }
     void buttonDown(std::uint8_t button) { fake(XCB_BUTTON_PRESS, button); }

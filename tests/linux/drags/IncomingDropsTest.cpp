@@ -47,13 +47,10 @@ protected:
         EXPECT_TRUE(comesTrue([this] { return connection->geometryOnRoot(window()).has_value(); }));
     }
     [[nodiscard]] xcb_window_t window() const { return static_cast<xcb_window_t>(place.winId()); }
-    /// Whether the drop was taken. The program is never kept waiting meanwhile.
+    /// Whether the drop was taken. The source lives in this program: one that is waited for would never answer.
     bool drop(FakeDragSource& source) {
-        int turns = 0;
         source.drop(window());
-        const bool isOver = comesTrue([&] { source.work(); }, [&] { return ++turns, source.wasTaken().has_value(); });
-        EXPECT_TRUE(isOver);
-        EXPECT_GT(turns, 3);
+        EXPECT_TRUE(comesTrue([&] { source.work(); }, [&] { return source.wasTaken().has_value(); }));
         return source.wasTaken().value_or(false);
     }
 

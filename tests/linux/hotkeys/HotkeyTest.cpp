@@ -34,10 +34,14 @@ protected:
         EXPECT_TRUE(run("setxkbmap us"));
     }
 
-    void pressS() { hand.press({key::alt, key::shift, key::s}); }
+    void pressS() {
+        hand.passMoment();
+        hand.press({key::alt, key::shift, key::s});
+    }
     /// Presses a hotkey that is surely registered: all earlier presses have been delivered when it is.
     [[nodiscard]] bool pressDAndWait() {
         const int before = presses[2];
+        hand.passMoment();
         hand.press({key::alt, key::shift, key::d});
         return comesTrue([&] { return presses[2] == before + 1; });
     }
