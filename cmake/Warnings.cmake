@@ -1,9 +1,11 @@
 # SPDX-License-Identifier: MIT
-# Every target of the project is held to the same warnings, and a warning ends the build.
+# Every target of the project is held to the same warnings, and a warning ends the build. A package, which is built by
+# compilers yet to come, says OFF.
+option(STOWPOCKET_WERROR "End the build at a warning" ON)
 add_library(stowpocket_options INTERFACE)
 target_compile_options(stowpocket_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Woverloaded-virtual
-    -Wnon-virtual-dtor -Wcast-align -Wdouble-promotion -Wformat=2 -Wimplicit-fallthrough -Wnull-dereference -Werror)
+    -Wnon-virtual-dtor -Wcast-align -Wdouble-promotion -Wformat=2 -Wimplicit-fallthrough -Wnull-dereference $<$<BOOL:${STOWPOCKET_WERROR}>:-Werror>)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(stowpocket_options INTERFACE -Wduplicated-cond -Wlogical-op -Wuseless-cast)
     # g++ 12 sees null pointers, uninitialised members and overlapping copies in std::variant, std::optional and
