@@ -53,15 +53,17 @@ TEST_F(XdgLoginItemTest, startsAnExecutableOfAnyName) {
 
 TEST_F(XdgLoginItemTest, seesWhatTheDesktopAndTheUserDid) {
     const std::pair<std::string, Status> table[] = {
-        {"Exec=/usr/bin/stowpocket\n", Status::enabled},
-        {"Exec=/usr/bin/stowpocket --anything %F\nX-GNOME-Autostart-enabled=true\nHidden=false\n", Status::enabled},
-        {"Exec=/usr/bin/stowpocket\nHidden=true\n", Status::requiresApproval},
-        {"Hidden=True\nExec=/usr/bin/stowpocket\n", Status::requiresApproval},
-        {"Exec=/usr/bin/stowpocket\nX-GNOME-Autostart-enabled=false\n", Status::requiresApproval},
-        {"Exec=/usr/bin/stowpocket\nTryExec=/usr/bin/stowpocket\n", Status::enabled},
-        {"Exec=/usr/bin/stowpocket\nTryExec=/opt/gone\n", Status::notRegistered},
-        {"Exec=/opt/stowpocket\n", Status::notRegistered},
-        {"Exec=/opt/stowpocket\nHidden=true\n", Status::notRegistered},
+        {"Exec=\"/usr/bin/stowpocket\"\n", Status::enabled},
+        {"Exec=\"/usr/bin/stowpocket\" --anything %F\nX-GNOME-Autostart-enabled=true\nHidden=false\n",
+         Status::enabled},
+        {"Exec=\"/usr/bin/stowpocket\"\n[Desktop Action x]\nHidden=true\n", Status::enabled},
+        {"Exec=\"/usr/bin/stowpocket\"\nHidden=true\n", Status::requiresApproval},
+        {"Hidden=True\nExec=\"/usr/bin/stowpocket\"\n", Status::requiresApproval},
+        {"Exec=\"/usr/bin/stowpocket\"\nX-GNOME-Autostart-enabled=false\n", Status::requiresApproval},
+        {"Exec=\"/usr/bin/stowpocket\"\nTryExec=/usr/bin/stowpocket\n", Status::enabled},
+        {"Exec=\"/usr/bin/stowpocket\"\nTryExec=/opt/gone\n", Status::notRegistered},
+        {"Exec=\"/opt/stowpocket\"\n", Status::notRegistered},
+        {"Exec=\"/opt/stowpocket\"\nHidden=true\n", Status::notRegistered},
         {"Exec=\"/usr/bin/stowpocket\n", Status::notRegistered},
         {"Hidden=true\n", Status::notRegistered},
     };

@@ -4,11 +4,11 @@
 #include "foundation/Utf8.h"
 #include "platform/linux/files/DurableFile.h"
 #include "platform/linux/files/Folders.h"
-#include "platform/linux/session/DesktopEntry.h"
 #include "services/MainBundle.h"
 
 #include <QDebug>
 #include <QFile>
+#include <QHash>
 
 #include <filesystem>
 
@@ -17,22 +17,55 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Longer files are none that a desktop wrote.
+constexpr qint64 longestEntry = qint64{64} * 1024;
+
+using Values = QHash<QByteArray, QByteArray>;
+
 QString fileName(const std::string& path) {
     return QFile::decodeName(QByteArray::fromStdString(path));
 }
 
-std::optional<DesktopEntry> readEntry(const std::string& path) {
+/// What the group [Desktop Entry] holds, as it is written there.
+Values readEntry(const std::string& path) {
     // Not a pipe, whose reading might never end.
     std::error_code error;
     QFile file(fileName(path));
     if (!fs::is_regular_file(path, error) || !file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    return parsedDesktopEntry(file.read(qint64{maxDesktopEntrySize} + 1).toStdString());
+        return {};
+    Values values;
+    bool isInGroup = false;
+    for (const QByteArray& line : file.read(longestEntry).split('\n')) {
+        const qsizetype equals = line.indexOf('=');
+        if (line.startsWith('['))
+            isInGroup = line.trimmed() == "[Desktop Entry]";
+        else if (isInGroup && equals > 0)
+            values.insert(line.left(equals).trimmed(), line.mid(equals + 1).trimmed());
+    }
+    return values;
 }
 
-bool hasValue(const DesktopEntry& entry, std::string_view key, std::string_view value) {
-    const auto found = entry.find(key);
-    return found != entry.end() && asciiLowercased(found->second) == value;
+/// `text` as it is written behind a key.
+std::string escaped(std::string_view text) {
+    constexpr std::string_view characters = "\\\n\t\r";
+    constexpr std::string_view letters = "\\ntr";
+    std::string written;
+    for (const char character : text) {
+        const std::size_t escape = characters.find(character);
+        written += escape == std::string_view::npos ? std::string(1, character) : std::string{'\\', letters[escape]};
+    }
+    return written;
+}
+
+/// The command that runs `program`, whatever characters are in its name.
+std::string commandOf(std::string_view program) {
+    std::string quoted = "\"";
+    for (const char character : program) {
+        if (std::string_view("\"`$\\").find(character) != std::string_view::npos)
+            quoted += '\\';
+        quoted.append(character == '%' ? 2 : 1, character);
+    }
+    return escaped(quoted + '"');
 }
 
 std::string entryStarting(const std::string& executable) {
@@ -44,11 +77,11 @@ std::string entryStarting(const std::string& executable) {
            std::string(bundleIdentifier) +
            "\n"
            "Exec=" +
-           escapedValue(execValue(executable)) +
+           commandOf(executable) +
            "\n"
            // Without the program, say after its package was removed, the session passes the entry over.
            "TryExec=" +
-           escapedValue(executable) +
+           escaped(executable) +
            "\n"
            "Terminal=false\n"
            "StartupNotify=false\n"
@@ -65,16 +98,15 @@ XdgLoginItem::XdgLoginItem(const std::optional<std::string>& configHome, std::st
 LoginItem::Status XdgLoginItem::status() const {
     if (folder_.empty())
         return Status::notFound;
-    const std::optional<DesktopEntry> entry = readEntry(path_);
-    if (!entry)
+    const Values entry = readEntry(path_);
+    const QByteArray own = QByteArray::fromStdString(commandOf(executable_));
+    const QByteArray program = QByteArray::fromStdString(escaped(executable_));
+    const QByteArray command = entry.value("Exec");
+    const bool startsThis = command == own || command.startsWith(own + ' ');
+    if (!startsThis || entry.value("TryExec", program) != program)
         return Status::notRegistered;
-    const auto exec = entry->find("Exec");
-    const auto command = exec == entry->end() ? std::nullopt : commandOfExec(exec->second);
-    const auto tried = entry->find("TryExec");
-    const bool isPassedOver = tried != entry->end() && tried->second != executable_;
-    if (!command || command->front() != executable_ || isPassedOver)
-        return Status::notRegistered;
-    const bool isOff = hasValue(*entry, "Hidden", "true") || hasValue(*entry, "X-GNOME-Autostart-enabled", "false");
+    const bool isOff =
+        entry.value("Hidden").toLower() == "true" || entry.value("X-GNOME-Autostart-enabled").toLower() == "false";
     return isOff ? Status::requiresApproval : Status::enabled;
 }
 

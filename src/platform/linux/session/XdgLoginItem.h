@@ -8,8 +8,8 @@
 
 namespace stowpocket {
 
-/// The login item as freedesktop autostart has it: a desktop entry in the user's autostart folder.
-/// Counts as enabled only while that entry starts this very executable.
+/// The login item as freedesktop autostart has it: a desktop entry in the user's autostart folder. It counts as
+/// enabled only while the entry has the command that this class writes for this very executable.
 class XdgLoginItem : public LoginItem {
 public:
     /// `configHome` is the user's folder for configuration, none without a home folder; `executable` the absolute
