@@ -24,7 +24,8 @@ for side in 16 22 24 32 48 64 128 256; do
     [ "$(od -An -tu4 --endian=big -j16 -N8 "$icon" | tr -s ' ')" = " $side $side" ] || fail "$icon has another size"
 done
 for file in icons/hicolor/scalable/apps/com.example.stowpocket.svg \
-    icons/hicolor/symbolic/apps/com.example.stowpocket-symbolic.svg stowpocket/Info.plist doc/stowpocket/LICENSE; do
+    icons/hicolor/symbolic/apps/com.example.stowpocket-symbolic.svg stowpocket/Info.plist doc/stowpocket/LICENSE \
+    dbus-1/interfaces/com.example.stowpocket.Shelf1.xml; do
     [ -s "$share/$file" ] || fail "$file is missing"
 done
 warnings=$(MANROFFSEQ='' MANWIDTH=80 LC_ALL=C.UTF-8 man --warnings -E UTF-8 -l -Tutf8 -Z "$share/man/man1/stowpocket.1" 2>&1 >/dev/null)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "fakes/FakeInput.h"
+#include "platform/linux/dbus/BusCalls.h"
 #include "platform/linux/hotkeys/PortalHotkeyService.h"
 #include "platform/linux/hotkeys/PortalRequest.h"
 #include "platform/linux/hotkeys/PortalShortcuts.h"
@@ -73,9 +74,8 @@ protected:
     /// Until the portal has handled all that the service sends, and the service all of the answers: a session takes
     /// two questions, and the answer to the second may end it.
     void comeToRest() {
-        QDBusMessage question = QDBusMessage::createMethodCall(portalNames::service, portalNames::path,
-                                                               portalNames::properties, QStringLiteral("Get"));
-        question << portalNames::shortcuts << QStringLiteral("version");
+        const QDBusMessage question =
+            propertyCall(portalNames::service, portalNames::path, portalNames::shortcuts, QStringLiteral("version"));
         for (int round = 0; round < 6; ++round) {
             QCoreApplication::processEvents();
             static_cast<void>(bus.call(QDBusConnection(QStringLiteral("client")), question));

@@ -2,9 +2,9 @@
 #include "platform/linux/appearance/ColorScheme.h"
 
 #include "platform/linux/appearance/XSettings.h"
+#include "platform/linux/dbus/BusCalls.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 
 #include <utility>
@@ -56,11 +56,7 @@ PortalColorScheme::PortalColorScheme(const QDBusConnection& bus, std::function<v
 void PortalColorScheme::ask() {
     QDBusMessage question = QDBusMessage::createMethodCall(portal, portalPath, settings, QStringLiteral("Read"));
     question << appearance << colorScheme;
-    auto* const answer = new QDBusPendingCallWatcher(bus_.asyncCall(question), &asking_);
-    QObject::connect(answer, &QDBusPendingCallWatcher::finished, &asking_, [this, answer] {
-        answer->deleteLater();
-        onAnswer_(schemeOf(answer->reply()));
-    });
+    callOnBus(bus_, question, asking_, [this](const QDBusMessage& answer) { onAnswer_(schemeOf(answer)); });
 }
 
 X11ThemeWatch::X11ThemeWatch(const X11Connection& connection, std::function<void(bool)> onAnswer)

@@ -1,28 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/PortalHotkeyService.h"
 
+#include "platform/linux/dbus/BusCalls.h"
 #include "platform/linux/hotkeys/PortalRequest.h"
 #include "platform/linux/hotkeys/PortalShortcuts.h"
 #include "services/MainBundle.h"
 #include "services/Preferences.h"
 
-#include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 
 #include <algorithm>
 
 namespace stowpocket {
 namespace {
-
-/// Runs `then` with the answer, or the error, unless `context` is gone by then.
-void call(QDBusConnection& bus, const QDBusMessage& message, QObject& context,
-          std::function<void(const QDBusMessage&)> then) {
-    auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), &context);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &context, [watcher, then = std::move(then)] {
-        watcher->deleteLater();
-        then(watcher->reply());
-    });
-}
 
 /// 0 where there is no such interface.
 uint versionIn(const QDBusMessage& answer) {
@@ -84,14 +74,13 @@ void PortalHotkeyService::findPortal() {
     QDBusMessage introduction = QDBusMessage::createMethodCall(portalNames::service, portalNames::path,
                                                                portalNames::registry, QStringLiteral("Register"));
     introduction << QString::fromLatin1(bundleIdentifier.data(), qsizetype(bundleIdentifier.size())) << QVariantMap();
-    call(bus_, introduction, settling_, [this](const QDBusMessage&) { askVersion(); });
+    callOnBus(bus_, introduction, settling_, [this](const QDBusMessage&) { askVersion(); });
 }
 
 void PortalHotkeyService::askVersion() {
-    QDBusMessage question = QDBusMessage::createMethodCall(portalNames::service, portalNames::path,
-                                                           portalNames::properties, QStringLiteral("Get"));
-    question << portalNames::shortcuts << QStringLiteral("version");
-    call(bus_, question, settling_, [this](const QDBusMessage& answer) { found(answer); });
+    const QDBusMessage question =
+        propertyCall(portalNames::service, portalNames::path, portalNames::shortcuts, QStringLiteral("version"));
+    callOnBus(bus_, question, settling_, [this](const QDBusMessage& answer) { found(answer); });
 }
 
 void PortalHotkeyService::found(const QDBusMessage& answer) {

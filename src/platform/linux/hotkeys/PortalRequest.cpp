@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/PortalRequest.h"
 
+#include "platform/linux/dbus/BusCalls.h"
+
 #include <QDBusArgument>
 #include <QDBusError>
-#include <QDBusPendingCallWatcher>
 
 #include <utility>
 
@@ -46,11 +47,9 @@ PortalRequest::PortalRequest(const Portal& portal, QDBusMessage call, QVariantMa
                         QStringLiteral("Response"), this, SLOT(responded(QDBusMessage)));
     options.insert(QStringLiteral("handle_token"), token_);
     call << options;
-    auto* const watcher = new QDBusPendingCallWatcher(portal_.bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        if (watcher->isError())
-            finish(PortalAnswer::failure(watcher->error().message()));
+    callOnBus(portal_.bus, call, *this, [this](const QDBusMessage& answer) {
+        if (answer.type() == QDBusMessage::ErrorMessage)
+            finish(PortalAnswer::failure(answer.errorMessage()));
     });
 }
 

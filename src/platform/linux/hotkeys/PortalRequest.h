@@ -18,7 +18,6 @@ inline const QString request = QStringLiteral("org.freedesktop.portal.Request");
 inline const QString session = QStringLiteral("org.freedesktop.portal.Session");
 /// Where programs outside of a sandbox say who they are.
 inline const QString registry = QStringLiteral("org.freedesktop.host.portal.Registry");
-inline const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
 
 }  // namespace stowpocket::portalNames
 

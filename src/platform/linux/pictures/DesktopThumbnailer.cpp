@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/pictures/DesktopThumbnailer.h"
 
+#include "platform/linux/dbus/BusCalls.h"
+
 #include <QDBusConnection>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusReply>
 #include <QFile>
 #include <QStringList>
 
@@ -81,12 +82,10 @@ void DesktopThumbnailer::Session::queue(const DesktopThumbnailRequest& request,
     const uint handleToReplace = 0;
     call << QStringList{pending->uri} << QStringList{QString::fromStdString(request.mimeType)}
          << QString::fromStdString(request.sizeName) << QStringLiteral("foreground") << handleToReplace;
-    auto* const watcher = new QDBusPendingCallWatcher(bus_.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, weak = std::weak_ptr(pending)] {
-        const QDBusPendingReply<uint> reply = *watcher;
-        watcher->deleteLater();
+    callOnBus(bus_, call, *this, [this, weak = std::weak_ptr(pending)](const QDBusMessage& answer) {
+        const QDBusReply<uint> reply = answer;
         const auto asked = weak.lock();
-        if (asked && reply.isError())
+        if (asked && !reply.isValid())
             finish(asked, false);
         else if (asked)
             asked->handle = reply.value();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/session/AccessibilityBus.h"
 
+#include "platform/linux/dbus/BusCalls.h"
+
 #include <QDBusError>
 #include <QDBusMessage>
 
@@ -12,10 +14,8 @@ constexpr int patienceMs = 300;
 constexpr auto alwaysOn = "QT_LINUX_ACCESSIBILITY_ALWAYS_ON";
 
 QDBusMessage question() {
-    QDBusMessage question =
-        QDBusMessage::createMethodCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
-                                       QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-    question << QStringLiteral("org.a11y.Status") << QStringLiteral("IsEnabled");
+    QDBusMessage question = propertyCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
+                                         QStringLiteral("org.a11y.Status"), QStringLiteral("IsEnabled"));
     // One that is not running is not started for this, and Qt does not ask it then.
     question.setAutoStartService(false);
     return question;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/session/BusInstance.h"
 
+#include "platform/linux/dbus/BusCalls.h"
+
 #include <QDBusArgument>
 #include <QDBusMetaType>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QDBusReply>
 #include <QDebug>
 #include <QFile>
@@ -28,16 +28,9 @@ constexpr auto quietTime = 2s;
 /// Nobody sends so many requests while a program starts.
 constexpr std::size_t maxWaitingRequests = 256;
 
-/// Flags and answers of RequestName, as the D-Bus message bus numbers them.
-constexpr uint doNotQueue = 4;
+/// Answers of RequestName, as the message bus numbers them.
 constexpr uint primaryOwner = 1;
 constexpr uint alreadyOwner = 4;
-
-QDBusMessage busCall(const QString& method) {
-    return QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
-                                          QStringLiteral("/org/freedesktop/DBus"),
-                                          QStringLiteral("org.freedesktop.DBus"), method);
-}
 
 QString text(std::string_view word) {
     return QString::fromUtf8(word.data(), static_cast<qsizetype>(word.size()));
@@ -71,7 +64,6 @@ StartupTokens tokensOf(const QDBusMessage& request) {
 struct BusInstance::Method {
     QString name;
     QString signature;
-    QStringList answerSignatures;
     std::function<void(BusInstance&, const QDBusMessage&)> run;
 };
 
@@ -80,19 +72,17 @@ const std::vector<BusInstance::Method>& BusInstance::methods() {
         return [which](BusInstance& self, const QDBusMessage& request) { self.perform(which, request); };
     };
     static const QString names = QStringLiteral("as");
-    static const QString problem = QStringLiteral("s");
     static const QString tokens = QStringLiteral("a{sv}");
     static const std::vector<Method> all{
-        {QStringLiteral("Add"), names, {names, problem}, &BusInstance::add},
-        {QStringLiteral("List"), {}, {QStringLiteral("aa{sv}")}, &BusInstance::list},
-        {QStringLiteral("Remove"), names, {names, problem}, &BusInstance::remove},
-        {QStringLiteral("Clear"), {}, {problem}, action(ShelfAction::clear)},
-        {QStringLiteral("Show"), tokens, {}, action(ShelfAction::show)},
-        {QStringLiteral("Toggle"), tokens, {}, action(ShelfAction::toggle)},
-        {QStringLiteral("QuickDrop"), tokens, {}, action(ShelfAction::quickDrop)},
+        {QStringLiteral("Add"), names, &BusInstance::add},
+        {QStringLiteral("List"), {}, &BusInstance::list},
+        {QStringLiteral("Remove"), names, &BusInstance::remove},
+        {QStringLiteral("Clear"), {}, action(ShelfAction::clear)},
+        {QStringLiteral("Show"), tokens, action(ShelfAction::show)},
+        {QStringLiteral("Toggle"), tokens, action(ShelfAction::toggle)},
+        {QStringLiteral("QuickDrop"), tokens, action(ShelfAction::quickDrop)},
         {QStringLiteral("Version"),
          {},
-         {QStringLiteral("s")},
          [](BusInstance& self, const QDBusMessage& request) { self.answer(request, {text(self.version_)}); }},
     };
     return all;
@@ -145,9 +135,7 @@ BusInstance::Claim BusInstance::claim() {
     }
     bus_.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"), QStringLiteral("org.freedesktop.DBus.Local"),
                  QStringLiteral("Disconnected"), &joining_, SLOT(start()));
-    QDBusMessage request = busCall(QStringLiteral("RequestName"));
-    request << shelfBus::service << doNotQueue;
-    const QDBusReply<uint> reply = bus_.call(request, QDBus::Block, claimTimeoutMs);
+    const QDBusReply<uint> reply = bus_.call(nameRequest(shelfBus::service), QDBus::Block, claimTimeoutMs);
     if (!reply.isValid()) {
         qWarning() << "stowpocket: no name on the session bus, this program cannot be reached:"
                    << reply.error().message();
@@ -161,22 +149,15 @@ void BusInstance::serve(ShelfRequests& commands) {
     takeTurns();
 }
 
+/// From the file that is installed as well. The library writes the document around the interface.
 QString BusInstance::introspect(const QString& path) const {
-    if (path != shelfBus::path)
+    QFile file(QStringLiteral(":/%1.xml").arg(shelfBus::interface));
+    if (path != shelfBus::path || !file.open(QIODevice::ReadOnly))
         return {};
-    const auto argument = [](const QString& type, const char* direction) {
-        return type.isEmpty()
-                   ? QString()
-                   : QStringLiteral("<arg type=\"%1\" direction=\"%2\"/>").arg(type, QString::fromLatin1(direction));
-    };
-    QString xml = QStringLiteral("<interface name=\"%1\">").arg(shelfBus::interface);
-    for (const Method& method : methods()) {
-        xml += QStringLiteral("<method name=\"%1\">").arg(method.name) + argument(method.signature, "in");
-        for (const QString& type : method.answerSignatures)
-            xml += argument(type, "out");
-        xml += QStringLiteral("</method>");
-    }
-    return xml + QStringLiteral("</interface>");
+    const QString description = QString::fromUtf8(file.readAll());
+    const QString end = QStringLiteral("</interface>");
+    const qsizetype begin = description.indexOf(QStringLiteral("<interface"));
+    return description.mid(begin, description.indexOf(end) + end.size() - begin);
 }
 
 bool BusInstance::handleMessage(const QDBusMessage& message, const QDBusConnection&) {
@@ -205,16 +186,13 @@ void BusInstance::enqueue(const QDBusMessage& request) {
 
 /// A bus may let other users in; this shelf is its owner's.
 void BusInstance::askForUser(const QString& sender) {
-    QDBusMessage question = busCall(QStringLiteral("GetConnectionUnixUser"));
-    question << sender;
-    auto* const watcher = new QDBusPendingCallWatcher(bus_.asyncCall(question), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, sender] {
-        watcher->deleteLater();
-        const QDBusPendingReply<uint> user = *watcher;
+    const QDBusMessage question = busCall(QStringLiteral("GetConnectionUnixUser"), {sender});
+    callOnBus(bus_, question, *this, [this, sender](const QDBusMessage& answer) {
+        const QDBusReply<uint> user = answer;
         const auto asked = senders_.find(sender);
         if (asked == senders_.end())
             return;
-        if (!user.isError() && user.value() == ::geteuid()) {
+        if (user.isValid() && user.value() == ::geteuid()) {
             asked->second.isOwner = true;
             return takeTurns();
         }

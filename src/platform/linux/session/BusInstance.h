@@ -67,6 +67,7 @@ private:
     static QDBusConnection connectToSessionBus(const QString& name);
     void joinAgain();
 
+    /// As the description of the interface has it.
     struct Method;
     static const std::vector<Method>& methods();
 

@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/tray/NotifierItem.h"
 
+#include "platform/linux/dbus/BusCalls.h"
+
 #include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusReply>
 #include <QDBusVariant>
 #include <QtEndian>
 
@@ -91,14 +92,6 @@ QString nextServiceName() {
     return QStringLiteral("%1-%2-%3").arg(itemInterface).arg(QCoreApplication::applicationPid()).arg(++count);
 }
 
-QDBusMessage busCall(const QString& method, const QString& name) {
-    QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
-                                                       QStringLiteral("/org/freedesktop/DBus"),
-                                                       QStringLiteral("org.freedesktop.DBus"), method);
-    call << name;
-    return call;
-}
-
 }  // namespace
 
 NotifierHost::NotifierHost(const QDBusConnection& bus, std::function<void(bool)> onAnswer)
@@ -119,14 +112,11 @@ void NotifierHost::ask() {
     if (!bus_.isConnected())
         return onAnswer_(false);
     QDBusMessage question =
-        QDBusMessage::createMethodCall(watcherName, watcherPath, propertiesInterface, QStringLiteral("Get"));
-    question << watcherName << QStringLiteral("IsStatusNotifierHostRegistered");
+        propertyCall(watcherName, watcherPath, watcherName, QStringLiteral("IsStatusNotifierHostRegistered"));
     // A watcher that is not running is not started for this.
     question.setAutoStartService(false);
-    auto* const answer = new QDBusPendingCallWatcher(bus_.asyncCall(question), &asking_);
-    QObject::connect(answer, &QDBusPendingCallWatcher::finished, &asking_, [this, answer] {
-        answer->deleteLater();
-        const QDBusPendingReply<QDBusVariant> reply = *answer;
+    callOnBus(bus_, question, asking_, [this](const QDBusMessage& answer) {
+        const QDBusReply<QDBusVariant> reply = answer;
         onAnswer_(reply.isValid() && reply.value().variant().toBool());
     });
 }
@@ -156,15 +146,12 @@ NotifierItem::NotifierItem(const QDBusConnection& bus, NotifierFace face,
 
 NotifierItem::~NotifierItem() {
     bus_.unregisterObject(itemPath);
-    bus_.call(busCall(QStringLiteral("ReleaseName"), service_), QDBus::NoBlock);
+    bus_.call(busCall(QStringLiteral("ReleaseName"), {service_}), QDBus::NoBlock);
 }
 
 void NotifierItem::requestName() {
-    constexpr uint doNotQueue = 4;
-    QDBusMessage request = busCall(QStringLiteral("RequestName"), service_);
-    request << doNotQueue;
     // Not waited for: the bus keeps the order, so the name stands before the watcher hears of it.
-    bus_.call(request, QDBus::NoBlock);
+    bus_.call(nameRequest(service_), QDBus::NoBlock);
 }
 
 void NotifierItem::setFace(NotifierFace face) {

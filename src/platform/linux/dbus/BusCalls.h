@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+
+#include <functional>
+
+class QObject;
+
+namespace stowpocket {
+
+/// Sends `call` without waiting. Runs `then` once with the answer, or with the error that came instead, unless
+/// `context` is gone by then.
+void callOnBus(const QDBusConnection& bus, const QDBusMessage& call, QObject& context,
+               std::function<void(const QDBusMessage& answer)> then);
+
+/// A call of the message bus itself.
+[[nodiscard]] QDBusMessage busCall(const QString& method, const QVariantList& arguments);
+
+/// Asks the message bus for a name, without waiting in line for it.
+[[nodiscard]] QDBusMessage nameRequest(const QString& name);
+
+/// The question for a property of another program's object. Its answer holds a QDBusVariant.
+[[nodiscard]] QDBusMessage propertyCall(const QString& service, const QString& path, const QString& interface,
+                                        const QString& property);
+
+}  // namespace stowpocket
