@@ -104,7 +104,7 @@ std::vector<std::string> formatsOf(XcbSession& session, const xcb_client_message
     const auto& fields = entered.data.data32;
     std::vector<xcb_atom_t> types(std::begin(fields) + firstTypeField, std::end(fields));
     if ((fields[flagsField] & hasTypeListFlag) != 0)
-        types = session.property(fields[sourceField], session.atom("XdndTypeList"), longestTypeList).words();
+        types = session.property(fields[sourceField], session.atom(X11Atom::dragTypeList), longestTypeList).words();
     std::erase(types, xcb_atom_t{XCB_ATOM_NONE});
     return session.namesOf(types);
 }

@@ -80,7 +80,7 @@ public:
         : session_(session),
           question_(question),
           patience_(patience),
-          inPieces_(session.atom("INCR")),
+          inPieces_(session.atom(X11Atom::inPieces)),
           requestor_(session.newWindow()) {
         const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
         if (question_.owner != session_.window())
@@ -147,12 +147,10 @@ private:
 }  // namespace
 
 SelectionReader::SelectionReader(XcbSession& session, const std::string& selection)
-    : session_(session), selection_(session.atom(selection)), property_(session.atom("_STOWPOCKET_SELECTION")) {}
+    : session_(session), selection_(session.atom(selection)), property_(session.atom(X11Atom::selectionData)) {}
 
 xcb_window_t SelectionReader::owner() const {
-    const XcbAnswer<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(session_.raw(), xcb_get_selection_owner(session_.raw(), selection_), nullptr));
-    return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+    return session_.selectionOwner(selection_);
 }
 
 SelectionReader::Answer SelectionReader::read(const std::string& target, xcb_timestamp_t time,

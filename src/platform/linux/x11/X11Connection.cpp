@@ -2,6 +2,7 @@
 #include "platform/linux/x11/X11Connection.h"
 
 #include <QGuiApplication>
+#include <QImage>
 #include <QScreen>
 
 namespace stowpocket {
@@ -36,6 +37,9 @@ constexpr std::array<std::string_view, atomCount> x11AtomNames{
     "XdndTypeList",
     "XdndDirectSave0",
     "_STOWPOCKET_TRANSFER",
+    "_STOWPOCKET_SELECTION",
+    "INCR",
+    "_STOWPOCKET_TIME",
     "TARGETS",
     "text/uri-list",
     "text/plain",
@@ -47,8 +51,7 @@ constexpr std::array<std::string_view, atomCount> x11AtomNames{
     "_NET_WM_USER_TIME_WINDOW",
 };
 
-/// In words of four bytes: more than any property read here holds. The longest are a desktop's shared settings.
-constexpr std::uint32_t longestProperty = 16384;
+constexpr std::size_t wordSize = sizeof(std::uint32_t);
 
 }  // namespace
 
@@ -87,19 +90,28 @@ X11Connection::X11Connection(xcb_connection_t* connection)
 }
 
 xcb_window_t X11Connection::selectionOwner(X11Atom selection) const {
+    return selectionOwner(atom(selection));
+}
+
+xcb_window_t X11Connection::selectionOwner(xcb_atom_t selection) const {
     const XcbAnswer<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(connection_, xcb_get_selection_owner(connection_, atom(selection)), nullptr));
+        xcb_get_selection_owner_reply(connection_, xcb_get_selection_owner(connection_, selection), nullptr));
     return reply ? reply->owner : x11None;
 }
 
-std::vector<std::uint32_t> X11Connection::property(xcb_window_t window, X11Atom name) const {
-    const auto cookie =
-        xcb_get_property(connection_, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, longestProperty);
+X11Property X11Connection::property(xcb_window_t window, xcb_atom_t name, std::size_t mostBytes, bool thenDelete,
+                                    std::size_t offset) const {
+    const auto cookie = xcb_get_property(connection_, thenDelete ? 1 : 0, window, name, XCB_GET_PROPERTY_TYPE_ANY,
+                                         static_cast<std::uint32_t>(offset / wordSize),
+                                         static_cast<std::uint32_t>((mostBytes + wordSize - 1) / wordSize));
     const XcbAnswer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
-    if (!reply || reply->format != 32)
+    if (!reply)
         return {};
-    const auto* const values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-    return {values, values + reply->value_len};
+    const auto* const value = static_cast<const std::byte*>(xcb_get_property_value(reply.get()));
+    return {reply->type,
+            reply->format,
+            {value, value + xcb_get_property_value_length(reply.get())},
+            reply->bytes_after > 0};
 }
 
 void X11Connection::setProperty(xcb_window_t window, xcb_atom_t name, xcb_atom_t type,
@@ -109,13 +121,11 @@ void X11Connection::setProperty(xcb_window_t window, xcb_atom_t name, xcb_atom_t
 }
 
 std::optional<std::string> X11Connection::text(xcb_window_t window, X11Atom name) const {
-    const auto cookie =
-        xcb_get_property(connection_, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, longestProperty);
-    const XcbAnswer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
-    if (!reply || reply->format != 8)
+    const X11Property read = property(window, atom(name));
+    if (read.type == XCB_ATOM_NONE || read.format != 8)
         return std::nullopt;
-    const auto* const bytes = static_cast<const char*>(xcb_get_property_value(reply.get()));
-    return std::string(bytes, reply->value_len);
+    const std::vector<char> letters = read.as<char>();
+    return std::string(letters.begin(), letters.end());
 }
 
 void X11Connection::setText(xcb_window_t window, X11Atom name, X11Atom type, std::string_view text) const {

@@ -3,19 +3,20 @@
 
 #include "platform/linux/x11/X11Events.h"
 
-#include <QImage>
 #include <QRect>
 
 #include <xcb/xcb.h>
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+class QImage;
 class QScreen;
 
 namespace stowpocket {
@@ -51,6 +52,9 @@ enum class X11Atom : std::size_t {
     dragTypeList,
     directSave,
     transfer,
+    selectionData,
+    inPieces,
+    serverTime,
     targets,
     uriList,
     plainText,
@@ -63,13 +67,34 @@ enum class X11Atom : std::size_t {
     count
 };
 
-/// The X server as this program talks to it beside Qt, on Qt's own connection. Questions wait for the server's answer
-/// and answer nothing when the window asked about is gone. Main thread; outlives all that use it.
+/// A property of a window as the server keeps it.
+struct X11Property {
+    xcb_atom_t type = XCB_ATOM_NONE;
+    std::uint8_t format = 8;
+    std::vector<std::byte> bytes;
+    bool isCut = false;  ///< there is more than was asked for
+
+    /// Empty when the units have another size.
+    template <class Unit>
+    [[nodiscard]] std::vector<Unit> as() const {
+        std::vector<Unit> units(format == 8 * sizeof(Unit) ? bytes.size() / sizeof(Unit) : 0);
+        if (!units.empty())
+            std::memcpy(units.data(), bytes.data(), units.size() * sizeof(Unit));
+        return units;
+    }
+    [[nodiscard]] std::vector<std::uint32_t> words() const { return as<std::uint32_t>(); }
+};
+
+/// The X server as this program talks to it beside Qt. Questions wait for the server's answer, and return nothing
+/// when the window asked about is gone. Used by one thread at a time.
 class X11Connection {
 public:
+    X11Connection(const X11Connection&) = delete;
+    X11Connection& operator=(const X11Connection&) = delete;
+
     /// Why this program cannot reach the display that its environment names; Qt would end the process over it.
     [[nodiscard]] static std::optional<std::string> displayProblem();
-    /// None when the desktop is not reached through X11.
+    /// Qt's own connection, for the main thread. None when the desktop is not reached through X11.
     [[nodiscard]] static std::unique_ptr<X11Connection> ofApplication();
 
     [[nodiscard]] xcb_connection_t* raw() const { return connection_; }
@@ -78,8 +103,17 @@ public:
 
     /// 0 when nobody owns it.
     [[nodiscard]] xcb_window_t selectionOwner(X11Atom selection) const;
-    /// The values of a property of 32-bit items; empty when there is none.
-    [[nodiscard]] std::vector<std::uint32_t> property(xcb_window_t window, X11Atom name) const;
+    [[nodiscard]] xcb_window_t selectionOwner(xcb_atom_t selection) const;
+    /// The units of a property; empty when there is none.
+    template <class Unit = std::uint32_t>
+    [[nodiscard]] std::vector<Unit> property(xcb_window_t window, X11Atom name) const {
+        return property(window, atom(name)).as<Unit>();
+    }
+    /// More than any property holds that this program reads whole. The longest are a desktop's shared settings.
+    static constexpr std::size_t longestProperty = 64u << 10;
+    /// From the byte `offset` on, a multiple of four. It is deleted only when nothing is left after this.
+    [[nodiscard]] X11Property property(xcb_window_t window, xcb_atom_t name, std::size_t mostBytes = longestProperty,
+                                       bool thenDelete = false, std::size_t offset = 0) const;
     void setProperty(xcb_window_t window, xcb_atom_t name, xcb_atom_t type,
                      const std::vector<std::uint32_t>& values) const;
     /// The bytes of a property of 8-bit items; none when there is none.
@@ -109,9 +143,10 @@ public:
     void sendMessage(xcb_window_t destination, std::uint32_t mask, xcb_window_t window, X11Atom type,
                      const std::array<std::uint32_t, 5>& data) const;
 
-private:
+protected:
     explicit X11Connection(xcb_connection_t* connection);
 
+private:
     xcb_connection_t* const connection_;
     const xcb_screen_t* const screen_;
     std::array<xcb_atom_t, static_cast<std::size_t>(X11Atom::count)> atoms_{};

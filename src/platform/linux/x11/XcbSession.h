@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/x11/X11Events.h"
+#include "platform/linux/x11/X11Connection.h"
 
 #include <chrono>
 #include <functional>
@@ -14,20 +14,9 @@
 
 namespace stowpocket {
 
-/// A property of a window as the server keeps it.
-struct X11Property {
-    xcb_atom_t type = XCB_ATOM_NONE;
-    std::uint8_t format = 8;
-    std::vector<std::byte> bytes;
-    bool isCut = false;  ///< there is more than was asked for
-
-    /// The units of a property of format 32; none of any other.
-    [[nodiscard]] std::vector<std::uint32_t> words() const;
-};
-
 /// A connection to the X server of this object's own, with an unseen window. Used by one thread at a time; questions
 /// wait for the server.
-class XcbSession {
+class XcbSession : public X11Connection {
 public:
     using Deadline = std::chrono::steady_clock::time_point;
     using Event = XcbAnswer<xcb_generic_event_t>;
@@ -38,17 +27,13 @@ public:
     XcbSession(const XcbSession&) = delete;
     XcbSession& operator=(const XcbSession&) = delete;
 
-    [[nodiscard]] xcb_connection_t* raw() const { return connection_; }
-    [[nodiscard]] xcb_window_t root() const { return root_; }
     [[nodiscard]] xcb_window_t window() const { return window_; }
     /// Another unseen window, which hears of its properties.
     [[nodiscard]] xcb_window_t newWindow() const;
 
+    using X11Connection::atom;
     [[nodiscard]] xcb_atom_t atom(const std::string& name);
     [[nodiscard]] std::vector<std::string> namesOf(const std::vector<xcb_atom_t>& atoms) const;
-    /// From the byte `offset` on, a multiple of four. It is deleted only when nothing is left after this.
-    [[nodiscard]] X11Property property(xcb_window_t window, xcb_atom_t name, std::size_t mostBytes,
-                                       bool thenDelete = false, std::size_t offset = 0) const;
     /// The server's clock, which selections are taken by.
     [[nodiscard]] xcb_timestamp_t serverTime();
 
@@ -63,8 +48,6 @@ private:
     explicit XcbSession(xcb_connection_t* connection);
     [[nodiscard]] Event next(Deadline deadline) const;
 
-    xcb_connection_t* const connection_;
-    const xcb_window_t root_;
     const xcb_window_t window_;
     std::map<std::string, xcb_atom_t, std::less<>> atoms_;
     std::function<void(const xcb_generic_event_t&)> handler_ = [](const xcb_generic_event_t&) {};
