@@ -41,7 +41,7 @@ struct LinuxDesktop {
     LinuxThumbnails thumbnails;
     LinuxWorkspaceIcons icons;
     QtApplication application;
-    X11DirectSaves directSaves;
+    DirectSaves directSaves;
     X11IncomingDrops drops;
     Milestone iconStands;
     X11StatusBar statusBar;

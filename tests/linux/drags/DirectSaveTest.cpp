@@ -14,10 +14,10 @@ namespace stowpocket {
 namespace {
 
 namespace fs = std::filesystem;
-using Step = DirectSave::Step;
-using Arrival = DirectSave::Arrival;
+using Step = DirectSaveProgress::Step;
+using Arrival = DirectSaveProgress::Arrival;
 
-TEST(DirectSave, takesOnlyThePlainNameOfWhatIsProposed) {
+TEST(DirectSaveProgressTest, takesOnlyThePlainNameOfWhatIsProposed) {
     using namespace std::string_view_literals;
     const std::string longest(255, 'x');
     const std::vector<std::pair<std::string_view, std::optional<std::string>>> cases{
@@ -31,17 +31,17 @@ TEST(DirectSave, takesOnlyThePlainNameOfWhatIsProposed) {
     EXPECT_EQ(directSaveName(std::string(300, 'x')), std::nullopt);
 }
 
-TEST(DirectSave, succeedsOnlyOnTheLetterForSuccess) {
+TEST(DirectSaveProgressTest, succeedsOnlyOnTheLetterForSuccess) {
     const std::vector<std::pair<std::optional<std::string_view>, Step>> cases{
         {"S", Step::collect}, {"F", Step::fail},  {"E", Step::fail},
         {"", Step::fail},     {"SS", Step::fail}, {std::nullopt, Step::fail}};
     for (const auto& [reply, step] : cases)
-        EXPECT_EQ(DirectSave().replied(reply, Arrival::content), step) << reply.value_or("none");
-    EXPECT_EQ(DirectSave().replied("S", Arrival::nothing), Step::fail);
+        EXPECT_EQ(DirectSaveProgress().replied(reply, Arrival::content), step) << reply.value_or("none");
+    EXPECT_EQ(DirectSaveProgress().replied("S", Arrival::nothing), Step::fail);
 }
 
-TEST(DirectSave, waitsForASourceThatWritesAndEndsOnce) {
-    DirectSave save;
+TEST(DirectSaveProgressTest, waitsForASourceThatWritesAndEndsOnce) {
+    DirectSaveProgress save;
     EXPECT_EQ(save.written(Arrival::content), Step::none) << "another file may follow";
     EXPECT_EQ(save.timeLimitReached(10, Arrival::content), Step::wait);
     EXPECT_EQ(save.timeLimitReached(20, Arrival::content), Step::wait);
@@ -51,15 +51,15 @@ TEST(DirectSave, waitsForASourceThatWritesAndEndsOnce) {
         EXPECT_EQ(save.replied("S", arrival), Step::none);
     EXPECT_EQ(save.sourceGone(), Step::none);
 
-    DirectSave abandoned;
+    DirectSaveProgress abandoned;
     EXPECT_EQ(abandoned.sourceGone(), Step::fail);
     EXPECT_EQ(abandoned.replied("S", Arrival::content), Step::none);
-    EXPECT_EQ(DirectSave().timeLimitReached(0, Arrival::nothing), Step::fail);
+    EXPECT_EQ(DirectSaveProgress().timeLimitReached(0, Arrival::nothing), Step::fail);
 }
 
-TEST(DirectSave, waitsForContentThatComesAfterTheSuccess) {
+TEST(DirectSaveProgressTest, waitsForContentThatComesAfterTheSuccess) {
     const auto succeeded = [] {
-        DirectSave save;
+        DirectSaveProgress save;
         EXPECT_EQ(save.replied("S", Arrival::emptyFiles), Step::wait);
         EXPECT_EQ(save.sourceGone(), Step::none);
         EXPECT_EQ(save.written(Arrival::emptyFiles), Step::none);
@@ -67,16 +67,16 @@ TEST(DirectSave, waitsForContentThatComesAfterTheSuccess) {
     };
     EXPECT_EQ(succeeded().written(Arrival::content), Step::collect);
     EXPECT_EQ(succeeded().timeLimitReached(0, Arrival::emptyFiles), Step::fail) << "it stays empty";
-    DirectSave unwatched = succeeded();
+    DirectSaveProgress unwatched = succeeded();
     EXPECT_EQ(unwatched.timeLimitReached(5, Arrival::content), Step::wait) << "it is being written";
     EXPECT_EQ(unwatched.timeLimitReached(5, Arrival::content), Step::collect);
 }
 
-TEST(ArrivalFolder, isFreshPrivateAndListsWhatArrivedWithoutLinks) {
+TEST(DropFolder, isFreshPrivateAndListsWhatArrivedWithoutLinks) {
     const QTemporaryDir spool;
     const FileURL parent = *FileURL::fromPath(spool.path().toStdString());
-    const auto folder = ArrivalFolder::make(parent);
-    const auto other = ArrivalFolder::make(parent);
+    const auto folder = DropFolder::make(parent);
+    const auto other = DropFolder::make(parent);
     ASSERT_TRUE(folder && other);
     EXPECT_NE(folder->url(), other->url());
     EXPECT_EQ(folder->url().parent(), parent);
@@ -98,7 +98,7 @@ TEST(ArrivalFolder, isFreshPrivateAndListsWhatArrivedWithoutLinks) {
     other->discardIfEmpty();
     EXPECT_TRUE(fs::exists(place / "b"));
     EXPECT_FALSE(fs::exists(other->url().path()));
-    EXPECT_FALSE(ArrivalFolder::make(parent.appending("none")));
+    EXPECT_FALSE(DropFolder::make(parent.appending("none")));
 }
 
 }  // namespace

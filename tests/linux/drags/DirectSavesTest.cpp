@@ -18,15 +18,15 @@ namespace {
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 
-class DirectSaves : public testing::Test {
+class DirectSavesTest : public testing::Test {
 protected:
-    DirectSaves() { source.propose("../../a\xFF\n"); }
+    DirectSavesTest() { source.propose("../../a\xFF\n"); }
 
     template <class Condition>
     bool waitFor(Condition condition) {
         return comesTrue([this] { source.work(); }, condition);
     }
-    void receive(X11DirectSaves& from) {
+    void receive(DirectSaves& from) {
         from.receiver()->receivePromisedFiles(
             spool, [this](const std::optional<FileURL>& file) { answers.push_back(file); });
     }
@@ -44,10 +44,10 @@ protected:
     QTemporaryDir folder;
     FileURL spool = *FileURL::fromPath(folder.path().toStdString());
     std::vector<std::optional<FileURL>> answers;
-    X11DirectSaves saves{*connection, dispatch};
+    DirectSaves saves{*connection, dispatch};
 };
 
-TEST_F(DirectSaves, deliversEveryFileThatArrivedBelowTheSpoolFolder) {
+TEST_F(DirectSavesTest, deliversEveryFileThatArrivedBelowTheSpoolFolder) {
     source.replyWith("S", [](const std::string& url) {
         write(url);
         write(url.substr(0, url.rfind('/')) + "/second");
@@ -61,7 +61,7 @@ TEST_F(DirectSaves, deliversEveryFileThatArrivedBelowTheSpoolFolder) {
     EXPECT_TRUE(fs::exists(answers[0]->path()));
 }
 
-TEST_F(DirectSaves, failsOnceWhenTheSourceSaysSoOrWritesNothing) {
+TEST_F(DirectSavesTest, failsOnceWhenTheSourceSaysSoOrWritesNothing) {
     for (const std::string reply : {"F", "E", "S"}) {
         answers.clear();
         source.replyWith(reply);
@@ -72,7 +72,7 @@ TEST_F(DirectSaves, failsOnceWhenTheSourceSaysSoOrWritesNothing) {
     }
 }
 
-TEST_F(DirectSaves, waitsForTheContentOfAFileThatIsEmptyAtFirst) {
+TEST_F(DirectSavesTest, waitsForTheContentOfAFileThatIsEmptyAtFirst) {
     std::ofstream file;
     source.replyWith("S", [&](const std::string& url) {
         file.open(FileURL::parse(url, QSysInfo::machineHostName().toStdString())->path());
@@ -93,7 +93,7 @@ TEST_F(DirectSaves, waitsForTheContentOfAFileThatIsEmptyAtFirst) {
     EXPECT_EQ(fs::file_size(answers.back()->path()), 13U);
 }
 
-TEST_F(DirectSaves, givesUpASourceThatVanishesAndAnswersWhatIsOnItsWayWhenItEnds) {
+TEST_F(DirectSavesTest, givesUpASourceThatVanishesAndAnswersWhatIsOnItsWayWhenItEnds) {
     receive(saves);
     receive(saves);
     ASSERT_TRUE(waitFor([this] { return source.wasSaveWanted(); }));
@@ -105,14 +105,14 @@ TEST_F(DirectSaves, givesUpASourceThatVanishesAndAnswersWhatIsOnItsWayWhenItEnds
     {
         FakeDragSource silent;
         silent.propose("a");
-        X11DirectSaves ending(*connection, dispatch);
+        DirectSaves ending(*connection, dispatch);
         receive(ending);
         EXPECT_EQ(answers.size(), 3U);
     }
     EXPECT_EQ(answers, std::vector<std::optional<FileURL>>(4));
 }
 
-TEST_F(DirectSaves, areOneFileOrOneFolderOfADrop) {
+TEST_F(DirectSavesTest, areOneFileOrOneFolderOfADrop) {
     for (const bool isAlone : {true, false}) {
         source.replyWith("S", [isAlone](const std::string& url) {
             write(url);

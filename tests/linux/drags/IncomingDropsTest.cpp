@@ -56,7 +56,7 @@ protected:
 
     std::unique_ptr<X11Connection> connection = X11Connection::ofApplication();
     QtDispatch dispatch;
-    X11DirectSaves saves{*connection, dispatch};
+    DirectSaves saves{*connection, dispatch};
     X11IncomingDrops drops;
     Place place{drops};
 };

@@ -44,69 +44,69 @@ TEST(TrayDocking, doesNotForceItselfOnATrayThatThrewItOut) {
 
 TEST(TrayDocking, asksOnceMoreWhatShowsNothing) {
     TrayDocking docking = docked();
-    EXPECT_EQ(docking.isUnseen(), Step::dock);
-    EXPECT_EQ(docking.isUnseen(), Step::none) << "it has not answered yet";
+    EXPECT_EQ(docking.foundUnseen(), Step::dock);
+    EXPECT_EQ(docking.foundUnseen(), Step::none) << "it has not answered yet";
     docking.embedded();
-    EXPECT_EQ(docking.isUnseen(), Step::none) << "it hides on purpose";
+    EXPECT_EQ(docking.foundUnseen(), Step::none) << "it hides on purpose";
     EXPECT_EQ(docking.managerAppeared(second), Step::dock);
     docking.embedded();
-    EXPECT_EQ(docking.isUnseen(), Step::dock);
+    EXPECT_EQ(docking.foundUnseen(), Step::dock);
 }
 
 TEST(IconPlacing, followsTraysAndHostsThatComeAndGo) {
     IconPlacing placing;
     EXPECT_FALSE(placing.wantsHost());
-    placing.trayIs(State::waiting);
+    placing.setTray(State::waiting);
     EXPECT_TRUE(placing.wantsHost());
     EXPECT_EQ(placing.place(), Place::undecided);
-    placing.hostIs(false);
+    placing.setHost(false);
     EXPECT_EQ(placing.place(), Place::pocket);
-    placing.hostIs(true);
+    placing.setHost(true);
     EXPECT_FALSE(placing.wantsHost());
     EXPECT_EQ(placing.place(), Place::notifier);
-    placing.trayIs(State::requested);
+    placing.setTray(State::requested);
     EXPECT_EQ(placing.place(), Place::notifier) << "seen until the tray has answered";
-    placing.trayIs(State::docked);
+    placing.setTray(State::docked);
     EXPECT_EQ(placing.place(), Place::tray);
-    placing.hostIs(false);
+    placing.setHost(false);
     EXPECT_EQ(placing.place(), Place::tray);
-    placing.trayIs(State::waiting);
+    placing.setTray(State::waiting);
     EXPECT_EQ(placing.place(), Place::pocket);
 }
 
 TEST(IconPlacing, keepsThePocketWhereAHostShowsNothing) {
     IconPlacing placing;
-    placing.trayIs(State::waiting);
-    placing.hostIs(true);
+    placing.setTray(State::waiting);
+    placing.setHost(true);
     EXPECT_FALSE(placing.wantsPocket());
     placing.itemIsOffered();
     EXPECT_TRUE(placing.wantsPocket());
     EXPECT_EQ(placing.place(), Place::notifier) << "it may come to show it";
-    placing.itemIsSeen(true);
+    placing.setItemSeen(true);
     EXPECT_FALSE(placing.wantsPocket());
     placing.itemIsOffered();
     EXPECT_FALSE(placing.wantsPocket());
-    placing.itemIsSeen(false);
+    placing.setItemSeen(false);
     EXPECT_TRUE(placing.wantsPocket()) << "the panel has ended, and the watcher tells of a host all the same";
-    placing.itemIsSeen(true);
-    placing.hostIs(false);
+    placing.setItemSeen(true);
+    placing.setHost(false);
     EXPECT_TRUE(placing.wantsPocket());
-    placing.hostIs(true);
+    placing.setHost(true);
     EXPECT_FALSE(placing.wantsPocket()) << "another host is given its time";
 }
 
 TEST(IconPlacing, doesNotHideBehindATrayThatHangs) {
     IconPlacing placing;
-    placing.trayIs(State::requested);
+    placing.setTray(State::requested);
     placing.trayIsSlow();
     EXPECT_TRUE(placing.wantsHost());
-    placing.hostIs(false);
+    placing.setHost(false);
     EXPECT_EQ(placing.place(), Place::pocket);
-    placing.trayIs(State::docked);
+    placing.setTray(State::docked);
     EXPECT_EQ(placing.place(), Place::tray);
     placing.trayIsSlow();
     EXPECT_EQ(placing.place(), Place::tray);
-    placing.trayIs(State::requested);
+    placing.setTray(State::requested);
     EXPECT_EQ(placing.place(), Place::undecided) << "another tray is given its time";
 }
 

@@ -27,10 +27,10 @@ private:
 
 TEST(PocketTest, standsInTheCornerOnceTheIconIsNowhereElse) {
     const auto connection = X11Connection::ofApplication();
-    const StatusItemFace face;
+    const StatusItemContent content;
     FakeDrops drops;
     const SymbolPainter paintSymbol = [](const StatusItemImage&, const QColor&, int) { return QImage(); };
-    X11Pocket pocket(*connection, face, paintSymbol, drops, [] {});
+    Pocket pocket(*connection, content, paintSymbol, drops, [] {});
     pocket.setResident(true);
     const std::optional<QRect> corner = pocket.rectOnScreen();
     const QRect icon(400, 300, 31, 22);
@@ -47,10 +47,10 @@ TEST(PocketTest, standsInTheCornerOnceTheIconIsNowhereElse) {
 
 TEST(PocketTest, waitsForADropThatIsLateUnlessItsSourceHasGone) {
     const auto connection = X11Connection::ofApplication();
-    const StatusItemFace face{{}, {}, std::make_shared<FakeDropView>()};
+    const StatusItemContent content{{}, {}, std::make_shared<FakeDropView>()};
     FakeDrops drops;
     const SymbolPainter paintSymbol = [](const StatusItemImage&, const QColor&, int) { return QImage(); };
-    X11Pocket pocket(*connection, face, paintSymbol, drops, [] {});
+    Pocket pocket(*connection, content, paintSymbol, drops, [] {});
     pocket.dragBegan(QRect(400, 300, 31, 22));
     QMimeData files;
     files.setUrls({QUrl(QStringLiteral("file:///late.txt"))});

@@ -39,12 +39,12 @@ public:
 TEST(TrayWindowTest, isAsLargeAsTheTrayMakesItWhateverItWishes) {
     const auto connection = X11Connection::ofApplication();
     FixedTray tray;
-    StatusItemFace face;
-    face.image.pointSize = 16;
-    face.title.fontSize = 9;
+    StatusItemContent content;
+    content.image.pointSize = 16;
+    content.title.fontSize = 9;
     FakeDrops drops;
     const SymbolPainter paintSymbol = [](const StatusItemImage&, const QColor&, int) { return QImage(); };
-    X11TrayWindow icon(*connection, tray.window, face, paintSymbol, drops);
+    TrayWindow icon(*connection, tray.window, content, paintSymbol, drops);
     const auto wishedWidth = [&] {
         const XcbAnswer<xcb_get_property_reply_t> hints(xcb_get_property_reply(
             connection->raw(),
@@ -60,8 +60,8 @@ TEST(TrayWindowTest, isAsLargeAsTheTrayMakesItWhateverItWishes) {
     const QSize granted(24, 24);
     ASSERT_TRUE(comesTrue([&] { return icon.size() == granted; }));
 
-    face.title.text = " 100";
-    icon.showFace();
+    content.title.text = " 100";
+    icon.showContent();
     EXPECT_GT(wishedWidth(), granted.width()) << "trays that can give more are still told";
     EXPECT_EQ(icon.size(), granted);
     EXPECT_EQ(connection->geometryOnRoot(icon.id())->size(), granted);

@@ -46,14 +46,14 @@ PortalColorScheme::PortalColorScheme(const QDBusConnection& bus, std::function<v
     : bus_(bus), onAnswer_(std::move(onAnswer)) {
     asking_.setSingleShot(true);
     asking_.setInterval(0);
-    QObject::connect(&asking_, &QTimer::timeout, [this] { ask(); });
+    QObject::connect(&asking_, &QTimer::timeout, [this] { askForScheme(); });
     // From whomever: naming the sender would make Qt wait for the bus to tell who that is.
     bus_.connect({}, portalPath, settings, QStringLiteral("SettingChanged"), {appearance, colorScheme}, {}, &asking_,
                  SLOT(start()));
     asking_.start();
 }
 
-void PortalColorScheme::ask() {
+void PortalColorScheme::askForScheme() {
     QDBusMessage question = QDBusMessage::createMethodCall(portal, portalPath, settings, QStringLiteral("Read"));
     question << appearance << colorScheme;
     callOnBus(bus_, question, asking_, [this](const QDBusMessage& answer) { onAnswer_(schemeOf(answer)); });
@@ -61,10 +61,10 @@ void PortalColorScheme::ask() {
 
 X11ThemeWatch::X11ThemeWatch(const X11Connection& connection, std::function<void(bool)> onAnswer)
     : connection_(connection), onAnswer_(std::move(onAnswer)) {
-    looking_.setSingleShot(true);
-    looking_.setInterval(0);
-    QObject::connect(&looking_, &QTimer::timeout, [this] { look(); });
-    looking_.start();
+    reading_.setSingleShot(true);
+    reading_.setInterval(0);
+    QObject::connect(&reading_, &QTimer::timeout, [this] { readTheme(); });
+    reading_.start();
 }
 
 bool X11ThemeWatch::handleEvent(const xcb_generic_event_t& event) {
@@ -77,11 +77,11 @@ bool X11ThemeWatch::handleEvent(const xcb_generic_event_t& event) {
         isOurs = announced->type == connection_.atom(X11Atom::manager) &&
                  announced->data.data32[1] == connection_.atom(X11Atom::settingsOwner);
     if (isOurs)
-        looking_.start();
+        reading_.start();
     return false;
 }
 
-void X11ThemeWatch::look() {
+void X11ThemeWatch::readTheme() {
     // Where a new manager announces itself.
     connection_.hearAlso(connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     owner_ = connection_.selectionOwner(X11Atom::settingsOwner);

@@ -22,7 +22,7 @@ public:
     PortalColorScheme(const QDBusConnection& bus, std::function<void(ColorScheme)> onAnswer);
 
 private:
-    void ask();
+    void askForScheme();
 
     QDBusConnection bus_;
     const std::function<void(ColorScheme)> onAnswer_;
@@ -40,13 +40,13 @@ public:
 
 private:
     bool handleEvent(const xcb_generic_event_t& event) override;
-    void look();
+    void readTheme();
 
     const X11Connection& connection_;
     const std::function<void(bool)> onAnswer_;
     xcb_window_t owner_ = x11None;
     /// Fires at once when it is started.
-    QTimer looking_;
+    QTimer reading_;
 };
 
 /// Whether the desktop is dark: by the wish that its portal tells, and where that tells none by the name of its

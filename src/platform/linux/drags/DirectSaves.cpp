@@ -37,7 +37,7 @@ std::optional<std::string> directSaveName(std::string_view proposed) {
     return std::string(name);
 }
 
-DirectSave::Step DirectSave::replied(std::optional<std::string_view> reply, Arrival arrival) {
+DirectSaveProgress::Step DirectSaveProgress::replied(std::optional<std::string_view> reply, Arrival arrival) {
     if (reply != success || arrival == Arrival::nothing)
         return end(Step::fail);
     if (arrival == Arrival::content)
@@ -46,22 +46,22 @@ DirectSave::Step DirectSave::replied(std::optional<std::string_view> reply, Arri
     return isOver_ ? Step::none : Step::wait;
 }
 
-DirectSave::Step DirectSave::written(Arrival arrival) {
+DirectSaveProgress::Step DirectSaveProgress::written(Arrival arrival) {
     return hasSucceeded_ && arrival == Arrival::content ? end(Step::collect) : Step::none;
 }
 
-DirectSave::Step DirectSave::sourceGone() {
+DirectSaveProgress::Step DirectSaveProgress::sourceGone() {
     return hasSucceeded_ ? Step::none : end(Step::fail);
 }
 
-DirectSave::Step DirectSave::timeLimitReached(std::uint64_t size, Arrival arrival) {
+DirectSaveProgress::Step DirectSaveProgress::timeLimitReached(std::uint64_t size, Arrival arrival) {
     if (isOver_ || size == size_)
         return end(hasSucceeded_ && arrival == Arrival::content ? Step::collect : Step::fail);
     size_ = size;
     return Step::wait;
 }
 
-DirectSave::Step DirectSave::end(Step step) {
+DirectSaveProgress::Step DirectSaveProgress::end(Step step) {
     if (isOver_)
         return Step::none;
     isOver_ = true;
@@ -70,10 +70,10 @@ DirectSave::Step DirectSave::end(Step step) {
 
 /// One promise on its way: the source of the drag has been told a place in a fresh folder, and its reply and the
 /// files are awaited.
-class X11DirectSaves::Save : public std::enable_shared_from_this<Save> {
+class DirectSaves::Save : public std::enable_shared_from_this<Save> {
 public:
     /// Runs once; none when nothing arrived.
-    using Completion = std::function<void(const Save&, const std::optional<ArrivalFolder>&)>;
+    using Completion = std::function<void(const Save&, const std::optional<DropFolder>&)>;
 
     Save(const X11Connection& connection, Dispatch& dispatch, std::chrono::milliseconds timeLimit,
          Completion completion);
@@ -86,46 +86,46 @@ public:
     /// an event from before the question was about another.
     [[nodiscard]] bool isAboutSource(const xcb_destroy_notify_event_t& event, std::uint32_t sequence) const;
     void replied(const xcb_selection_notify_event_t& event);
-    void sourceGone() { take(save_.sourceGone()); }
+    void sourceGone() { takeStep(save_.sourceGone()); }
 
 private:
     void handleWritten();
     void waitOn();
-    [[nodiscard]] DirectSave::Arrival arrival() const;
-    void take(DirectSave::Step step);
+    [[nodiscard]] DirectSaveProgress::Arrival arrival() const;
+    void takeStep(DirectSaveProgress::Step step);
 
     const X11Connection& connection_;
     Dispatch& dispatch_;
     const std::chrono::milliseconds timeLimit_;
     const Completion completion_;
     const X11Requestor requestor_;
-    DirectSave save_;
+    DirectSaveProgress save_;
     xcb_window_t source_ = x11None;
     unsigned asked_ = 0;
-    std::optional<ArrivalFolder> folder_;
-    std::unique_ptr<ArrivalWatch> watch_;
+    std::optional<DropFolder> folder_;
+    std::unique_ptr<FolderWatch> watch_;
     std::unique_ptr<ScheduledWork> patience_;
 };
 
-X11DirectSaves::Save::Save(const X11Connection& connection, Dispatch& dispatch, std::chrono::milliseconds timeLimit,
-                           Completion completion)
+DirectSaves::Save::Save(const X11Connection& connection, Dispatch& dispatch, std::chrono::milliseconds timeLimit,
+                        Completion completion)
     : connection_(connection),
       dispatch_(dispatch),
       timeLimit_(timeLimit),
       completion_(std::move(completion)),
       requestor_(connection) {}
 
-void X11DirectSaves::Save::begin(const FileURL& destination, xcb_timestamp_t dropTime) {
+void DirectSaves::Save::begin(const FileURL& destination, xcb_timestamp_t dropTime) {
     source_ = connection_.selectionOwner(X11Atom::dragSelection);
     const std::optional<std::string> proposed = connection_.text(source_, X11Atom::directSave);
     const std::optional<std::string> name = proposed ? directSaveName(*proposed) : std::nullopt;
     if (name)
-        folder_ = ArrivalFolder::make(destination);
+        folder_ = DropFolder::make(destination);
     if (!folder_) {
         qWarning("stowpocket: a promised file was refused: %s", name ? "no folder to put it in" : "bad name");
-        return take(save_.replied(std::nullopt, DirectSave::Arrival::nothing));
+        return takeStep(save_.replied(std::nullopt, DirectSaveProgress::Arrival::nothing));
     }
-    watch_ = std::make_unique<ArrivalWatch>(folder_->url(), [this] { handleWritten(); });
+    watch_ = std::make_unique<FolderWatch>(folder_->url(), [this] { handleWritten(); });
     connection_.hearAlso(source_, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     connection_.setText(source_, X11Atom::directSave, X11Atom::plainText,
                         urlForSource(folder_->url().appending(*name)));
@@ -133,78 +133,76 @@ void X11DirectSaves::Save::begin(const FileURL& destination, xcb_timestamp_t dro
     waitOn();
 }
 
-void X11DirectSaves::Save::replied(const xcb_selection_notify_event_t& event) {
+void DirectSaves::Save::replied(const xcb_selection_notify_event_t& event) {
     const std::optional<std::string> reply = requestor_.takeText(event);
-    take(save_.replied(reply ? std::optional<std::string_view>(*reply) : std::nullopt, arrival()));
+    takeStep(save_.replied(reply ? std::optional<std::string_view>(*reply) : std::nullopt, arrival()));
 }
 
-bool X11DirectSaves::Save::isAboutSource(const xcb_destroy_notify_event_t& event, std::uint32_t sequence) const {
+bool DirectSaves::Save::isAboutSource(const xcb_destroy_notify_event_t& event, std::uint32_t sequence) const {
     return event.window == source_ && static_cast<std::int32_t>(sequence - asked_) >= 0;
 }
 
 /// Later, because the save may end with this, and the watch with it.
-void X11DirectSaves::Save::handleWritten() {
+void DirectSaves::Save::handleWritten() {
     dispatch_.async([weak = weak_from_this()] {
         if (const auto self = weak.lock())
-            self->take(self->save_.written(self->arrival()));
+            self->takeStep(self->save_.written(self->arrival()));
     });
 }
 
-void X11DirectSaves::Save::waitOn() {
+void DirectSaves::Save::waitOn() {
     patience_ = dispatch_.after(timeLimit_, [weak = weak_from_this()] {
         if (const auto self = weak.lock())
-            self->take(self->save_.timeLimitReached(self->folder_->size(), self->arrival()));
+            self->takeStep(self->save_.timeLimitReached(self->folder_->size(), self->arrival()));
     });
 }
 
-DirectSave::Arrival X11DirectSaves::Save::arrival() const {
-    using Arrival = DirectSave::Arrival;
+DirectSaveProgress::Arrival DirectSaves::Save::arrival() const {
+    using Arrival = DirectSaveProgress::Arrival;
     if (folder_->files().empty())
         return Arrival::nothing;
     return folder_->hasContent() ? Arrival::content : Arrival::emptyFiles;
 }
 
-void X11DirectSaves::Save::take(DirectSave::Step step) {
-    if (step == DirectSave::Step::wait)
+void DirectSaves::Save::takeStep(DirectSaveProgress::Step step) {
+    if (step == DirectSaveProgress::Step::wait)
         return waitOn();
-    if (step == DirectSave::Step::none)
+    if (step == DirectSaveProgress::Step::none)
         return;
-    if (step == DirectSave::Step::collect)
+    if (step == DirectSaveProgress::Step::collect)
         return completion_(*this, folder_);
     if (folder_)
         folder_->discardIfEmpty();
     completion_(*this, std::nullopt);
 }
 
-X11DirectSaves::X11DirectSaves(const X11Connection& connection, Dispatch& dispatch,
-                               std::chrono::milliseconds timeLimit)
+DirectSaves::DirectSaves(const X11Connection& connection, Dispatch& dispatch, std::chrono::milliseconds timeLimit)
     : connection_(connection), dispatch_(dispatch), timeLimit_(timeLimit) {}
 
-X11DirectSaves::~X11DirectSaves() {
+DirectSaves::~DirectSaves() {
     while (!saves_.empty()) {
         const auto save = saves_.back();
         save->sourceGone();
     }
 }
 
-std::shared_ptr<FilePromiseReceiver> X11DirectSaves::receiver() {
+std::shared_ptr<FilePromiseReceiver> DirectSaves::receiver() {
     return promiseReceiver(saving());
 }
 
-std::shared_ptr<ItemProvider> X11DirectSaves::itemProvider() {
+std::shared_ptr<ItemProvider> DirectSaves::itemProvider() {
     return promiseProvider(saving(), dispatch_);
 }
 
-PromiseSaving X11DirectSaves::saving() {
-    return [this](const FileURL& destination, std::function<void(const std::optional<ArrivalFolder>&)> completion) {
+PromiseSaving DirectSaves::saving() {
+    return [this](const FileURL& destination, std::function<void(const std::optional<DropFolder>&)> completion) {
         save(destination, std::move(completion));
     };
 }
 
-void X11DirectSaves::save(const FileURL& destination,
-                          std::function<void(const std::optional<ArrivalFolder>&)> completion) {
+void DirectSaves::save(const FileURL& destination, std::function<void(const std::optional<DropFolder>&)> completion) {
     auto complete = [this, completion = std::move(completion)](const Save& ended,
-                                                               const std::optional<ArrivalFolder>& arrived) {
+                                                               const std::optional<DropFolder>& arrived) {
         std::erase_if(saves_, [&ended](const auto& save) { return save.get() == &ended; });
         completion(arrived);
     };
@@ -213,7 +211,7 @@ void X11DirectSaves::save(const FileURL& destination,
     save->begin(destination, dropTime_);
 }
 
-bool X11DirectSaves::handleEvent(const xcb_generic_event_t& event) {
+bool DirectSaves::handleEvent(const xcb_generic_event_t& event) {
     constexpr std::size_t timeOfDrop = 2;
     if (const auto* const said = eventAs<xcb_client_message_event_t>(event)) {
         if (said->type == connection_.atom(X11Atom::dragDrop))
@@ -226,13 +224,13 @@ bool X11DirectSaves::handleEvent(const xcb_generic_event_t& event) {
     return false;
 }
 
-void X11DirectSaves::handleReply(const xcb_selection_notify_event_t& reply) {
+void DirectSaves::handleReply(const xcb_selection_notify_event_t& reply) {
     const auto save = std::ranges::find(saves_, reply.requestor, [](const auto& each) { return each->requestor(); });
     if (save != saves_.end())
         later([save = *save, reply] { save->replied(reply); });
 }
 
-void X11DirectSaves::handleGone(const xcb_destroy_notify_event_t& event, std::uint32_t sequence) {
+void DirectSaves::handleGone(const xcb_destroy_notify_event_t& event, std::uint32_t sequence) {
     for (const auto& save : saves_) {
         if (save->isAboutSource(event, sequence))
             later([save] { save->sourceGone(); });

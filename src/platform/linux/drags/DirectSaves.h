@@ -24,7 +24,7 @@ namespace stowpocket {
 
 /// One save by the direct-save protocol (XDS), from the moment that the source was told where to write. It ends once,
 /// whatever comes afterwards: each call tells what happened and answers what to do about it.
-class DirectSave {
+class DirectSaveProgress {
 public:
     enum class Step {
         none,
@@ -57,16 +57,16 @@ private:
 
 /// Files promised by the direct-save protocol (XDS), as archive managers and mail programs drag them. Nothing waits:
 /// a source that unpacks for minutes delivers minutes after the drop.
-class X11DirectSaves : private X11EventFilter {
+class DirectSaves : private X11EventFilter {
 public:
     static constexpr std::chrono::milliseconds usualTimeLimit = std::chrono::seconds(60);
 
     /// `connection` and `dispatch` outlive it, and it outlives every receiver and provider. A source that has neither
     /// replied nor written anything for `timeLimit` is given up.
-    X11DirectSaves(const X11Connection& connection, Dispatch& dispatch,
-                   std::chrono::milliseconds timeLimit = usualTimeLimit);
+    DirectSaves(const X11Connection& connection, Dispatch& dispatch,
+                std::chrono::milliseconds timeLimit = usualTimeLimit);
     /// What is still on its way counts as failed.
-    ~X11DirectSaves() override;
+    ~DirectSaves() override;
 
     /// The type that stands for a promise among those that a drag offers.
     static constexpr std::string_view format = "XdndDirectSave0";
@@ -81,7 +81,7 @@ private:
     bool handleEvent(const xcb_generic_event_t& event) override;
     [[nodiscard]] PromiseSaving saving();
     /// Has the source of the drag that is being dropped write its files.
-    void save(const FileURL& destination, std::function<void(const std::optional<ArrivalFolder>&)> completion);
+    void save(const FileURL& destination, std::function<void(const std::optional<DropFolder>&)> completion);
     void handleReply(const xcb_selection_notify_event_t& reply);
     void handleGone(const xcb_destroy_notify_event_t& event, std::uint32_t sequence);
 

@@ -54,7 +54,7 @@ DragWatching::Step DragWatching::answered(DragOffer offer) {
     if (state_ != State::asking)
         return Step::none;
     if (offer == DragOffer::nothing)
-        return finish();
+        return finishDrag();
     state_ = State::dragging;
     // Whoever was told of a drag before may have seen its drop, and this may be another one.
     isAnnounced_ = true;
@@ -69,10 +69,10 @@ DragWatching::Step DragWatching::buttonsSeen(bool isButtonHeld) {
 }
 
 DragWatching::Step DragWatching::settled() {
-    return state_ == State::settling ? finish() : Step::none;
+    return state_ == State::settling ? finishDrag() : Step::none;
 }
 
-DragWatching::Step DragWatching::finish() {
+DragWatching::Step DragWatching::finishDrag() {
     state_ = State::resting;
     if (isAnnounced_)
         mayStillDrop_ = ending_ == DragEnd::released;
@@ -96,8 +96,8 @@ X11DragWatch::X11DragWatch(const X11Connection& connection) : connection_(connec
     xcb_flush(server);
     settling_.setSingleShot(true);
     waylandDrag_.setSingleShot(true);
-    QObject::connect(&buttons_, &QTimer::timeout, [this] { take(watching_.buttonsSeen(isButtonHeld())); });
-    QObject::connect(&settling_, &QTimer::timeout, [this] { take(watching_.settled()); });
+    QObject::connect(&buttons_, &QTimer::timeout, [this] { takeStep(watching_.buttonsSeen(isButtonHeld())); });
+    QObject::connect(&settling_, &QTimer::timeout, [this] { takeStep(watching_.settled()); });
 }
 
 bool X11DragWatch::handleEvent(const xcb_generic_event_t& event) {
@@ -121,7 +121,7 @@ void X11DragWatch::ownerChanged(xcb_window_t owner, xcb_timestamp_t time) {
     waylandDrag_.stop();
     if (who == Owner::another && connection_.isWindowManagers(owner))
         waylandDrag_.start(longestWaylandDrag);
-    take(watching_.ownerChanged(who, isButtonHeld()), time);
+    takeStep(watching_.ownerChanged(who, isButtonHeld()), time);
 }
 
 /// Buttons that went down over a Wayland window are not known to the server.
@@ -134,11 +134,11 @@ void X11DragWatch::answered(const xcb_selection_notify_event_t& answer) {
     std::vector<std::uint32_t> typeList;
     if (!targets)
         typeList = connection_.property(connection_.selectionOwner(X11Atom::dragSelection), X11Atom::dragTypeList);
-    take(watching_.answered(
+    takeStep(watching_.answered(
         judgeDrag(targets, typeList, connection_.atom(X11Atom::uriList), connection_.atom(X11Atom::directSave))));
 }
 
-void X11DragWatch::take(DragWatching::Step step, xcb_timestamp_t time) {
+void X11DragWatch::takeStep(DragWatching::Step step, xcb_timestamp_t time) {
     using Step = DragWatching::Step;
     if (step == Step::none)
         return;

@@ -56,7 +56,7 @@ public:
 private:
     enum class State { resting, asking, dragging, settling };
 
-    [[nodiscard]] Step finish();
+    [[nodiscard]] Step finishDrag();
 
     State state_ = State::resting;
     bool isAnnounced_ = false;
@@ -81,7 +81,7 @@ private:
     void ownerChanged(xcb_window_t owner, xcb_timestamp_t time);
     void answered(const xcb_selection_notify_event_t& answer);
     /// `time` is that of what happened, where the server told one.
-    void take(DragWatching::Step step, xcb_timestamp_t time = XCB_CURRENT_TIME);
+    void takeStep(DragWatching::Step step, xcb_timestamp_t time = XCB_CURRENT_TIME);
 
     const X11Connection& connection_;
     const X11Requestor requestor_;

@@ -30,7 +30,7 @@ public:
     TemporaryFolder() {
         const std::optional<FileURL> temporaries = FileURL::fromPath(fs::temp_directory_path(failure_).native());
         if (temporaries)
-            folder_ = ArrivalFolder::make(*temporaries);
+            folder_ = DropFolder::make(*temporaries);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -45,11 +45,11 @@ public:
 
 private:
     std::error_code failure_;
-    std::optional<ArrivalFolder> folder_;
+    std::optional<DropFolder> folder_;
 };
 
 /// The one thing that arrived, or the folder of all that did, under a name that tells something.
-std::optional<FileURL> thingOf(const ArrivalFolder& arrived) {
+std::optional<FileURL> thingOf(const DropFolder& arrived) {
     const std::vector<FileURL> files = arrived.files();
     if (files.size() == 1)
         return files.front();
@@ -65,7 +65,7 @@ public:
     explicit SavedPromiseReceiver(PromiseSaving save) : save_(std::move(save)) {}
 
     void receivePromisedFiles(const FileURL& destination, Reader reader) override {
-        save_(destination, [reader = std::move(reader)](const std::optional<ArrivalFolder>& arrived) {
+        save_(destination, [reader = std::move(reader)](const std::optional<DropFolder>& arrived) {
             if (!arrived)
                 return reader(std::nullopt);
             for (const FileURL& file : arrived->files())
@@ -97,7 +97,7 @@ public:
         if (!hasItemConformingTo(type) || !temporary->url())
             return completion(std::nullopt);
         save_(*temporary->url(), [&dispatch = dispatch_, completion = std::move(completion),
-                                  temporary](const std::optional<ArrivalFolder>& arrived) {
+                                  temporary](const std::optional<DropFolder>& arrived) {
             dispatch.background(
                 [completion, temporary, arrived] { completion(arrived ? thingOf(*arrived) : std::nullopt); });
         });
@@ -110,15 +110,15 @@ private:
 
 }  // namespace
 
-std::optional<ArrivalFolder> ArrivalFolder::make(const FileURL& parent) {
+std::optional<DropFolder> DropFolder::make(const FileURL& parent) {
     std::string path = parent.path() + "/drop-XXXXXX";
     if (::mkdtemp(path.data()) == nullptr)
         return std::nullopt;
     std::optional<FileURL> url = FileURL::fromPath(path);
-    return url ? std::optional(ArrivalFolder(std::move(*url))) : std::nullopt;
+    return url ? std::optional(DropFolder(std::move(*url))) : std::nullopt;
 }
 
-std::vector<FileURL> ArrivalFolder::files() const {
+std::vector<FileURL> DropFolder::files() const {
     std::vector<FileURL> files;
     std::error_code failure;
     for (fs::directory_iterator entry(url_.path(), failure), end; !failure && entry != end;
@@ -132,11 +132,11 @@ std::vector<FileURL> ArrivalFolder::files() const {
     return files;
 }
 
-bool ArrivalFolder::hasContent() const {
+bool DropFolder::hasContent() const {
     return std::ranges::any_of(files(), [](const FileURL& file) { return !isEmptyFile(file.path()); });
 }
 
-std::uint64_t ArrivalFolder::size() const {
+std::uint64_t DropFolder::size() const {
     std::uint64_t size = 0;
     std::error_code failure;
     for (fs::recursive_directory_iterator entry(url_.path(), failure), end; !failure && entry != end;
@@ -150,7 +150,7 @@ std::uint64_t ArrivalFolder::size() const {
     return size;
 }
 
-void ArrivalFolder::discardIfEmpty() const {
+void DropFolder::discardIfEmpty() const {
     for (const FileURL& file : files()) {
         if (isEmptyFile(file.path()))
             ::unlink(file.path().c_str());
@@ -158,7 +158,7 @@ void ArrivalFolder::discardIfEmpty() const {
     ::rmdir(url_.path().c_str());
 }
 
-ArrivalWatch::ArrivalWatch(const FileURL& folder, std::function<void()> written)
+FolderWatch::FolderWatch(const FileURL& folder, std::function<void()> written)
     : events_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)), written_(std::move(written)) {
     if (!events_.isOpen() ||
         ::inotify_add_watch(events_.get(), folder.path().c_str(), IN_CLOSE_WRITE | IN_MOVED_TO) < 0)
@@ -167,7 +167,7 @@ ArrivalWatch::ArrivalWatch(const FileURL& folder, std::function<void()> written)
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, [this] { takeEvents(); });
 }
 
-void ArrivalWatch::takeEvents() {
+void FolderWatch::takeEvents() {
     alignas(inotify_event) std::array<char, 4096> ignored{};
     while (::read(events_.get(), ignored.data(), ignored.size()) > 0) {
     }

@@ -19,10 +19,10 @@ namespace stowpocket {
 /// A fresh folder for the files of one drop, open to the user alone. Each drop has its own, so that the source need
 /// not be trusted with names: files of the same name never meet, and all that lies in it came with this drop. The
 /// folder stays; the files in it are on the shelf.
-class ArrivalFolder {
+class DropFolder {
 public:
     /// None when `parent` is no folder that can be written to.
-    [[nodiscard]] static std::optional<ArrivalFolder> make(const FileURL& parent);
+    [[nodiscard]] static std::optional<DropFolder> make(const FileURL& parent);
 
     [[nodiscard]] const FileURL& url() const { return url_; }
     /// The files and folders directly inside, by name. Symbolic links are left out: they would put a file of
@@ -36,15 +36,15 @@ public:
     void discardIfEmpty() const;
 
 private:
-    explicit ArrivalFolder(FileURL url) : url_(std::move(url)) {}
+    explicit DropFolder(FileURL url) : url_(std::move(url)) {}
 
     FileURL url_;
 };
 
 /// Tells when a file directly inside a folder has been closed after writing, or has got its name. Main thread.
-class ArrivalWatch {
+class FolderWatch {
 public:
-    ArrivalWatch(const FileURL& folder, std::function<void()> written);
+    FolderWatch(const FileURL& folder, std::function<void()> written);
 
 private:
     void takeEvents();
@@ -56,8 +56,8 @@ private:
 
 /// Has the source of a drop write its files into a fresh folder in `destination`. `completion` runs once, on the main
 /// thread, during the call or after it; with none when nothing arrived.
-using PromiseSaving = std::function<void(const FileURL& destination,
-                                         std::function<void(const std::optional<ArrivalFolder>&)> completion)>;
+using PromiseSaving =
+    std::function<void(const FileURL& destination, std::function<void(const std::optional<DropFolder>&)> completion)>;
 
 /// The files of a promise, which stay in a folder of their own inside the one that they are wanted in: the source was
 /// told that place and may be the last to let go of it.

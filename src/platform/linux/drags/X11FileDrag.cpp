@@ -31,7 +31,7 @@ constexpr auto settlingTime = 200ms;
 
 DropDelay::DropDelay() {
     limit_.setSingleShot(true);
-    connect(&limit_, &QTimer::timeout, this, &DropDelay::drop);
+    connect(&limit_, &QTimer::timeout, this, &DropDelay::releaseNow);
 }
 
 void DropDelay::begin() {
@@ -67,7 +67,7 @@ bool DropDelay::eventFilter(QObject* receiver, QEvent* event) {
     return true;
 }
 
-void DropDelay::drop() {
+void DropDelay::releaseNow() {
     QCoreApplication::instance()->removeEventFilter(this);
     const std::unique_ptr<QEvent> release = std::move(release_);
     if (release && receiver_)

@@ -36,7 +36,7 @@ public:
 
 private:
     bool eventFilter(QObject* receiver, QEvent* event) override;
-    void drop();
+    void releaseNow();
 
     bool isOn_ = false;
     QTimer limit_;

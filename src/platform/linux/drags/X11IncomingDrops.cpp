@@ -27,7 +27,7 @@ bool namesFiles(const std::string& list) {
 }
 
 std::vector<std::span<const ContentsKind>> wantedKinds(const std::vector<std::string>& formats) {
-    if (offers(formats, X11DirectSaves::format))
+    if (offers(formats, DirectSaves::format))
         return {pictureKinds()};
     return {pictureKinds(), textKinds()};
 }
@@ -138,12 +138,12 @@ DropReading readDrop(DragData& data, const std::vector<std::string>& formats) {
     return reading;
 }
 
-X11IncomingDrops::X11IncomingDrops(const X11Connection& connection, Dispatch& dispatch, X11DirectSaves& saves,
+X11IncomingDrops::X11IncomingDrops(const X11Connection& connection, Dispatch& dispatch, DirectSaves& saves,
                                    const DropPatience& patience)
     : connection_(connection), dispatch_(dispatch), saves_(saves), patience_(patience) {}
 
 bool X11IncomingDrops::promisesFiles(const QMimeData& data) const {
-    return data.hasFormat(QLatin1String(X11DirectSaves::format.data(), X11DirectSaves::format.size()));
+    return data.hasFormat(QLatin1String(DirectSaves::format.data(), DirectSaves::format.size()));
 }
 
 bool X11IncomingDrops::handleEvent(const xcb_generic_event_t& event) {
@@ -151,27 +151,27 @@ bool X11IncomingDrops::handleEvent(const xcb_generic_event_t& event) {
     if (said == nullptr || said->format != 32)
         return false;
     if (said->type == connection_.atom(X11Atom::dragEnter))
-        entered(*said);
-    return said->type == connection_.atom(X11Atom::dragDrop) && dropped(*said);
+        handleEnter(*said);
+    return said->type == connection_.atom(X11Atom::dragDrop) && handleDrop(*said);
 }
 
-void X11IncomingDrops::entered(const xcb_client_message_event_t& message) {
+void X11IncomingDrops::handleEnter(const xcb_client_message_event_t& message) {
     entered_ = message;
-    forget();
+    forgetDrag();
 }
 
-void X11IncomingDrops::forget() {
+void X11IncomingDrops::forgetDrag() {
     ++number_;
     state_ = State::idle;
     received_ = {};
 }
 
-bool X11IncomingDrops::dropped(const xcb_client_message_event_t& message) {
+bool X11IncomingDrops::handleDrop(const xcb_client_message_event_t& message) {
     if (state_ == State::reading)
         return true;
     if (state_ == State::handedOn) {
         // Qt handles it right after this.
-        later([this, number = number_] { number == number_ ? forget() : void(); });
+        later([this, number = number_] { number == number_ ? forgetDrag() : void(); });
         return false;
     }
     if (message.data.data32[sourceField] != entered_.data.data32[sourceField] || readings_ == mostReadings)
@@ -188,13 +188,13 @@ void X11IncomingDrops::read(const xcb_client_message_event_t& drop) {
         auto reading = std::make_shared<const DropReading>(readingOf(drop, entered, patience));
         dispatch.async([self, drop, number, reading = std::move(reading)] {
             if (const auto drops = self.lock())
-                (*drops)->finished(drop, number, *reading);
+                (*drops)->finishReading(drop, number, *reading);
         });
     };
     dispatch_.serialQueue(std::string(bundleIdentifier) + ".dragged")->async(std::move(work));
 }
 
-void X11IncomingDrops::finished(const xcb_client_message_event_t& drop, int number, const DropReading& reading) {
+void X11IncomingDrops::finishReading(const xcb_client_message_event_t& drop, int number, const DropReading& reading) {
     --readings_;
     if (number != number_)
         return;

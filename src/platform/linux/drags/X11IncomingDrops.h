@@ -55,7 +55,7 @@ struct DropReading {
 class X11IncomingDrops : public IncomingDrops, private X11EventFilter {
 public:
     /// All outlive it.
-    X11IncomingDrops(const X11Connection& connection, Dispatch& dispatch, X11DirectSaves& saves,
+    X11IncomingDrops(const X11Connection& connection, Dispatch& dispatch, DirectSaves& saves,
                      const DropPatience& patience = {});
 
     [[nodiscard]] const ReceivedDrop& received() const override { return received_; }
@@ -71,16 +71,16 @@ private:
     };
 
     bool handleEvent(const xcb_generic_event_t& event) override;
-    void entered(const xcb_client_message_event_t& message);
+    void handleEnter(const xcb_client_message_event_t& message);
     /// Whether Qt shall not have it now.
-    [[nodiscard]] bool dropped(const xcb_client_message_event_t& message);
+    [[nodiscard]] bool handleDrop(const xcb_client_message_event_t& message);
     void read(const xcb_client_message_event_t& drop);
-    void finished(const xcb_client_message_event_t& drop, int number, const DropReading& reading);
-    void forget();
+    void finishReading(const xcb_client_message_event_t& drop, int number, const DropReading& reading);
+    void forgetDrag();
 
     const X11Connection& connection_;
     Dispatch& dispatch_;
-    X11DirectSaves& saves_;
+    DirectSaves& saves_;
     const DropPatience patience_;
     xcb_client_message_event_t entered_{};
     State state_ = State::idle;

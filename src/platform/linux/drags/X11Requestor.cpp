@@ -26,7 +26,7 @@ std::optional<std::vector<std::uint32_t>> X11Requestor::takeValues(const xcb_sel
     if (event.property == x11None)
         return std::nullopt;
     std::vector<std::uint32_t> values = connection_.property(window_, X11Atom::transfer);
-    forget();
+    deleteData();
     return values;
 }
 
@@ -34,11 +34,11 @@ std::optional<std::string> X11Requestor::takeText(const xcb_selection_notify_eve
     if (event.property == x11None)
         return std::nullopt;
     std::optional<std::string> text = connection_.text(window_, X11Atom::transfer);
-    forget();
+    deleteData();
     return text;
 }
 
-void X11Requestor::forget() const {
+void X11Requestor::deleteData() const {
     xcb_delete_property(connection_.raw(), window_, connection_.atom(X11Atom::transfer));
 }
 

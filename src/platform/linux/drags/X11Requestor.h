@@ -24,7 +24,7 @@ public:
     [[nodiscard]] std::optional<std::string> takeText(const xcb_selection_notify_event_t& event) const;
 
 private:
-    void forget() const;
+    void deleteData() const;
 
     const X11Connection& connection_;
     const xcb_window_t window_;

@@ -27,7 +27,7 @@ void TrayDocking::embedded() {
         state_ = State::docked;
 }
 
-TrayDocking::Step TrayDocking::isUnseen() {
+TrayDocking::Step TrayDocking::foundUnseen() {
     if (state_ != State::docked || isAskedAgain_)
         return Step::none;
     isAskedAgain_ = true;
@@ -52,7 +52,7 @@ TrayDocking::Step TrayDocking::lostWindow() {
 
 using State = TrayDocking::State;
 
-void IconPlacing::trayIs(State state) {
+void IconPlacing::setTray(State state) {
     if (state != tray_)
         isTraySlow_ = false;
     tray_ = state;
@@ -64,7 +64,7 @@ void IconPlacing::trayIsSlow() {
     decide();
 }
 
-void IconPlacing::hostIs(bool isThere) {
+void IconPlacing::setHost(bool isThere) {
     isHostThere_ = isThere;
     decide();
 }
@@ -74,7 +74,7 @@ void IconPlacing::itemIsOffered() {
         item_ = Item::unseen;
 }
 
-void IconPlacing::itemIsSeen(bool isSeen) {
+void IconPlacing::setItemSeen(bool isSeen) {
     item_ = isSeen ? Item::seen : Item::unseen;
 }
 

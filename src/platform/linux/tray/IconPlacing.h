@@ -33,7 +33,7 @@ public:
     void embedded();
     /// The tray took our window in a while ago, and no bar shows it. One that was still starting itself may have
     /// forgotten to show its bar; it does so for the next window.
-    [[nodiscard]] Step isUnseen();
+    [[nodiscard]] Step foundUnseen();
     /// Our window stands in a container whose parent is the root, as in trays that proxy and in no real panel.
     [[nodiscard]] Step foundProxy();
     /// Our window was destroyed or put out onto the root.
@@ -56,14 +56,14 @@ public:
     /// Whether it matters if there is a notifier host.
     [[nodiscard]] bool wantsHost() const { return !isHostKnown() && !isTrayPromising(); }
 
-    void trayIs(TrayDocking::State state);
+    void setTray(TrayDocking::State state);
     /// The tray was offered a window and has not taken it in for long.
     void trayIsSlow();
-    void hostIs(bool isThere);
+    void setHost(bool isThere);
     /// The icon was offered as an item for long; where nobody has asked for its picture by then, it is not seen.
     void itemIsOffered();
     /// A host has asked for the item's picture, or the last one that did has gone.
-    void itemIsSeen(bool isSeen);
+    void setItemSeen(bool isSeen);
     /// Whether the pocket stands all the time. Some watchers tell of hosts that show nothing.
     [[nodiscard]] bool wantsPocket() const {
         return place_ == Place::pocket || (place_ == Place::notifier && item_ == Item::unseen);

@@ -100,7 +100,7 @@ NotifierHost::NotifierHost(const QDBusConnection& bus, std::function<void(bool)>
       watcherService_(watcherName, bus, QDBusServiceWatcher::WatchForOwnerChange) {
     asking_.setSingleShot(true);
     asking_.setInterval(0);
-    QObject::connect(&asking_, &QTimer::timeout, [this] { ask(); });
+    QObject::connect(&asking_, &QTimer::timeout, [this] { askForHost(); });
     QObject::connect(&watcherService_, &QDBusServiceWatcher::serviceOwnerChanged, &asking_,
                      qOverload<>(&QTimer::start));
     for (const char* const signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
@@ -108,7 +108,7 @@ NotifierHost::NotifierHost(const QDBusConnection& bus, std::function<void(bool)>
     asking_.start();
 }
 
-void NotifierHost::ask() {
+void NotifierHost::askForHost() {
     if (!bus_.isConnected())
         return onAnswer_(false);
     QDBusMessage question =
@@ -121,11 +121,11 @@ void NotifierHost::ask() {
     });
 }
 
-NotifierItem::NotifierItem(const QDBusConnection& bus, NotifierFace face,
+NotifierItem::NotifierItem(const QDBusConnection& bus, NotifierContent content,
                            std::function<void(const QPoint&)> onActivate, std::function<void(bool)> onSeen)
     : bus_(bus),
       service_(nextServiceName()),
-      face_(std::move(face)),
+      content_(std::move(content)),
       onActivate_(std::move(onActivate)),
       onSeen_(std::move(onSeen)) {
     hosts_.setConnection(bus_);
@@ -154,8 +154,8 @@ void NotifierItem::requestName() {
     bus_.call(nameRequest(service_), QDBus::NoBlock);
 }
 
-void NotifierItem::setFace(NotifierFace face) {
-    face_ = std::move(face);
+void NotifierItem::setContent(NotifierContent content) {
+    content_ = std::move(content);
     for (const char* const signal : {"NewIcon", "NewTitle", "NewToolTip"})
         announce(signal);
 }
@@ -165,12 +165,12 @@ void NotifierItem::announce(const char* signal) const {
 }
 
 QVariantMap NotifierItem::properties() const {
-    const NotifierPixmaps pixmaps = notifierPixmaps(face_.pictures);
-    const NotifierToolTip toolTip{{}, {}, face_.title, {}};
+    const NotifierPixmaps pixmaps = notifierPixmaps(content_.pictures);
+    const NotifierToolTip toolTip{{}, {}, content_.title, {}};
     return {
         {QStringLiteral("Category"), QStringLiteral("ApplicationStatus")},
         {QStringLiteral("Id"), QStringLiteral("stowpocket")},
-        {QStringLiteral("Title"), face_.title},
+        {QStringLiteral("Title"), content_.title},
         {QStringLiteral("Status"), QStringLiteral("Active")},
         {QStringLiteral("WindowId"), 0},
         {QStringLiteral("IconName"), QString()},

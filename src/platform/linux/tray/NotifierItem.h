@@ -21,7 +21,7 @@ public:
     NotifierHost(const QDBusConnection& bus, std::function<void(bool isThere)> onAnswer);
 
 private:
-    void ask();
+    void askForHost();
 
     QDBusConnection bus_;
     const std::function<void(bool)> onAnswer_;
@@ -31,7 +31,7 @@ private:
 };
 
 /// What an item shows: the same picture in several sizes, and what it is called.
-struct NotifierFace {
+struct NotifierContent {
     QString title;
     QList<QImage> pictures;
 };
@@ -43,11 +43,11 @@ public:
     /// `onActivate` gets the place of the click in pixels, as the panel tells it; (0, 0) when it does not. `onSeen`
     /// tells whether anybody is there who has asked for the face, as only those do who show it; it must not destroy
     /// this.
-    NotifierItem(const QDBusConnection& bus, NotifierFace face, std::function<void(const QPoint&)> onActivate,
+    NotifierItem(const QDBusConnection& bus, NotifierContent content, std::function<void(const QPoint&)> onActivate,
                  std::function<void(bool isSeen)> onSeen);
     ~NotifierItem() override;
 
-    void setFace(NotifierFace face);
+    void setContent(NotifierContent content);
 
     [[nodiscard]] QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
@@ -62,7 +62,7 @@ private:
 
     QDBusConnection bus_;
     const QString service_;
-    NotifierFace face_;
+    NotifierContent content_;
     const std::function<void(const QPoint&)> onActivate_;
     const std::function<void(bool)> onSeen_;
     /// Watches those who have asked for the face.

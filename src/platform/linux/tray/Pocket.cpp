@@ -11,7 +11,7 @@ namespace stowpocket {
 namespace {
 
 /// Alone on the screen the icon may be larger than in a bar, and is easier to hit.
-constexpr double faceScale = 1.4;
+constexpr double contentScale = 1.4;
 constexpr double padding = 7;
 constexpr double cornerRadius = 10;
 constexpr float borderOpacity = 0.22F;
@@ -51,9 +51,9 @@ void PocketPresence::dragEnded(DragEnd end) {
         isHovered_ = false;
 }
 
-X11PocketWindow::X11PocketWindow(const X11Connection& connection, const StatusItemFace& face,
-                                 const SymbolPainter& paintSymbol, IncomingDrops& drops)
-    : X11FaceWindow(face, drops), paintSymbol_(paintSymbol) {
+PocketWindow::PocketWindow(const X11Connection& connection, const StatusItemContent& content,
+                           const SymbolPainter& paintSymbol, IncomingDrops& drops)
+    : StatusItemWindow(content, drops), paintSymbol_(paintSymbol) {
     setWindowFlag(Qt::WindowStaysOnTopHint);
     setAttribute(Qt::WA_TranslucentBackground, connection.selectionOwner(X11Atom::compositorOwner) != x11None);
     setAcceptDrops(true);
@@ -62,29 +62,29 @@ X11PocketWindow::X11PocketWindow(const X11Connection& connection, const StatusIt
         connection.keepAboveUnlisted(static_cast<xcb_window_t>(winId()));
     }
     setWindowTitle(QStringLiteral("stowpocket pocket"));
-    X11PocketWindow::showFace();
+    PocketWindow::showContent();
 }
 
-void X11PocketWindow::cover(const QRect& place) {
+void PocketWindow::cover(const QRect& place) {
     covered_ = picture(place);
     setFixedSize(place.size());
     move(place.topLeft());
 }
 
-void X11PocketWindow::showFace() {
-    X11FaceWindow::showFace();
+void PocketWindow::showContent() {
+    StatusItemWindow::showContent();
     if (!covered_.isNull())
         return;
-    const Size wish = statusItemWish(measureFace(face()));
-    setFixedSize(QSizeF(wish.width * faceScale + 2 * padding, wish.height * faceScale + 2 * padding).toSize());
+    const Size wish = statusItemWish(measureContent(content()));
+    setFixedSize(QSizeF(wish.width * contentScale + 2 * padding, wish.height * contentScale + 2 * padding).toSize());
 }
 
-void X11PocketWindow::resizeEvent(QResizeEvent*) {
+void PocketWindow::resizeEvent(QResizeEvent*) {
     if (!testAttribute(Qt::WA_TranslucentBackground) && covered_.isNull())
         setMask(QRegion(panelOutline(rect()).toFillPolygon().toPolygon()));
 }
 
-void X11PocketWindow::paintEvent(QPaintEvent*) {
+void PocketWindow::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (!covered_.isNull())
         return painter.drawPixmap(rect(), covered_);
@@ -99,85 +99,89 @@ void X11PocketWindow::paintEvent(QPaintEvent*) {
     painter.drawPath(outline);
     painter.translate(padding, padding);
     const StatusItemLayout layout =
-        layOutStatusItem(measureFace(face()), {width() - 2.0 * padding, height() - 2.0 * padding});
-    paintFace(painter, face(), paintSymbol_, layout, palette().color(QPalette::WindowText));
+        layOutStatusItem(measureContent(content()), {width() - 2.0 * padding, height() - 2.0 * padding});
+    paintContent(painter, content(), paintSymbol_, layout, palette().color(QPalette::WindowText));
 }
 
-X11Pocket::X11Pocket(const X11Connection& connection, const StatusItemFace& face, const SymbolPainter& paintSymbol,
-                     IncomingDrops& drops, std::function<void()> onClick)
-    : connection_(connection), face_(face), paintSymbol_(paintSymbol), drops_(drops), onClick_(std::move(onClick)) {}
+Pocket::Pocket(const X11Connection& connection, const StatusItemContent& content, const SymbolPainter& paintSymbol,
+               IncomingDrops& drops, std::function<void()> onClick)
+    : connection_(connection),
+      content_(content),
+      paintSymbol_(paintSymbol),
+      drops_(drops),
+      onClick_(std::move(onClick)) {}
 
-X11Pocket::~X11Pocket() = default;
+Pocket::~Pocket() = default;
 
-void X11Pocket::setResident(bool isResident) {
+void Pocket::setResident(bool isResident) {
     presence_.setResident(isResident);
     // As the icon itself it stands in the corner: where the icon was there is nothing left to lie over.
     if (isResident && icon_) {
         icon_.reset();
-        close();
+        closeWindow();
     }
-    follow();
+    showOrHide();
 }
 
-void X11Pocket::dragBegan(const std::optional<QRect>& icon) {
+void Pocket::dragBegan(const std::optional<QRect>& icon) {
     presence_.dragBegan();
     if (icon != icon_)
-        close();
+        closeWindow();
     icon_ = icon;
-    follow();
+    showOrHide();
     // Windows that were opened since may stand over it.
     window_->raise();
 }
 
-void X11Pocket::dragEnded(DragEnd end) {
+void Pocket::dragEnded(DragEnd end) {
     presence_.dragEnded(end);
-    follow();
+    showOrHide();
 }
 
-void X11Pocket::showFace() {
+void Pocket::showContent() {
     if (!window_)
         return;
-    window_->showFace();
-    standInCorner();
+    window_->showContent();
+    moveToCorner();
 }
 
-std::optional<QRect> X11Pocket::rectOnScreen() const {
+std::optional<QRect> Pocket::rectOnScreen() const {
     return window_ ? std::optional(window_->geometry()) : std::nullopt;
 }
 
-void X11Pocket::follow() {
+void Pocket::showOrHide() {
     if (presence_.isShown() == (window_ != nullptr))
         return;
     if (presence_.isShown())
         makeWindow();
     else
-        close();
+        closeWindow();
     changed.emit();
 }
 
-void X11Pocket::makeWindow() {
-    window_ = std::make_unique<X11PocketWindow>(connection_, face_, paintSymbol_, drops_);
+void Pocket::makeWindow() {
+    window_ = std::make_unique<PocketWindow>(connection_, content_, paintSymbol_, drops_);
     QObject::connect(window_.get(), &QAbstractButton::clicked, onClick_);
     hovered_ = window_->hovered.connect([this](bool isHovered) {
         presence_.setHovered(isHovered);
-        follow();
+        showOrHide();
     });
     dropped_ = window_->dropped.connect([this] {
         presence_.dropped();
-        follow();
+        showOrHide();
     });
     const QScreen* const screen = QGuiApplication::primaryScreen();
     if (screen != nullptr)
-        QObject::connect(screen, &QScreen::availableGeometryChanged, window_.get(), [this] { standInCorner(); });
-    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, window_.get(), [this] { standInCorner(); });
+        QObject::connect(screen, &QScreen::availableGeometryChanged, window_.get(), [this] { moveToCorner(); });
+    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, window_.get(), [this] { moveToCorner(); });
     if (icon_)
         window_->cover(*icon_);
     else
-        standInCorner();
+        moveToCorner();
     window_->show();
 }
 
-void X11Pocket::standInCorner() {
+void Pocket::moveToCorner() {
     const QScreen* const screen = QGuiApplication::primaryScreen();
     if (icon_ || screen == nullptr)
         return;
@@ -186,7 +190,7 @@ void X11Pocket::standInCorner() {
     changed.emit();
 }
 
-void X11Pocket::close() {
+void Pocket::closeWindow() {
     hovered_.reset();
     dropped_.reset();
     presence_.setHovered(false);

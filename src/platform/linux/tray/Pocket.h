@@ -35,15 +35,15 @@ private:
 
 /// One showing of the pocket: above all windows, known to no window manager and no panel, so that drags reach it
 /// whatever the desktop does.
-class X11PocketWindow : public X11FaceWindow {
+class PocketWindow : public StatusItemWindow {
 public:
     /// The icon on a small panel of its own. All of it outlives the window.
-    X11PocketWindow(const X11Connection& connection, const StatusItemFace& face, const SymbolPainter& paintSymbol,
-                    IncomingDrops& drops);
+    PocketWindow(const X11Connection& connection, const StatusItemContent& content, const SymbolPainter& paintSymbol,
+                 IncomingDrops& drops);
     /// Looks as what it covers did.
     void cover(const QRect& place);
 
-    void showFace() override;
+    void showContent() override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -57,18 +57,18 @@ private:
 /// A place to drop files that depends on no panel. During a drag it lies exactly over the icon, for panels that keep
 /// drops to themselves, or in the corner of the screen when the icon's place is unknown or its picture cannot be had;
 /// where there is no tray at all it stays there as the icon.
-class X11Pocket {
+class Pocket {
 public:
     /// All references outlive it.
-    X11Pocket(const X11Connection& connection, const StatusItemFace& face, const SymbolPainter& paintSymbol,
-              IncomingDrops& drops, std::function<void()> onClick);
-    ~X11Pocket();
+    Pocket(const X11Connection& connection, const StatusItemContent& content, const SymbolPainter& paintSymbol,
+           IncomingDrops& drops, std::function<void()> onClick);
+    ~Pocket();
 
     void setResident(bool isResident);
     /// `icon` is the place of the icon on the screen, where that is known.
     void dragBegan(const std::optional<QRect>& icon);
     void dragEnded(DragEnd end);
-    void showFace();
+    void showContent();
 
     /// None while it is not on the screen.
     [[nodiscard]] std::optional<QRect> rectOnScreen() const;
@@ -76,19 +76,19 @@ public:
     Signal<> changed;
 
 private:
-    void follow();
+    void showOrHide();
     void makeWindow();
-    void standInCorner();
-    void close();
+    void moveToCorner();
+    void closeWindow();
 
     const X11Connection& connection_;
-    const StatusItemFace& face_;
+    const StatusItemContent& content_;
     const SymbolPainter& paintSymbol_;
     IncomingDrops& drops_;
     const std::function<void()> onClick_;
     PocketPresence presence_;
     std::optional<QRect> icon_;
-    std::unique_ptr<X11PocketWindow> window_;
+    std::unique_ptr<PocketWindow> window_;
     Subscription hovered_;
     Subscription dropped_;
 };

@@ -63,11 +63,11 @@ std::optional<QColor> announcedForeground(std::span<const std::uint32_t> propert
     return QColor(highByte(property[0]), highByte(property[1]), highByte(property[2]));
 }
 
-StatusItemMeasure measureFace(const StatusItemFace& face) {
-    const QFontMetricsF metrics(titleFont(face.title, face.title.fontSize));
-    return {face.image.pointSize, face.title.fontSize,
-            metrics.horizontalAdvance(QString::fromStdString(face.title.text)),
-            metrics.horizontalAdvance(countText(face.title))};
+StatusItemMeasure measureContent(const StatusItemContent& content) {
+    const QFontMetricsF metrics(titleFont(content.title, content.title.fontSize));
+    return {content.image.pointSize, content.title.fontSize,
+            metrics.horizontalAdvance(QString::fromStdString(content.title.text)),
+            metrics.horizontalAdvance(countText(content.title))};
 }
 
 /// The list of fonts is one for the whole program; the size does not matter for it.
@@ -76,17 +76,17 @@ void loadCountFont() {
     static_cast<void>(QFontMetricsF(titleFont(title, title.fontSize)).height());
 }
 
-void paintFace(QPainter& painter, const StatusItemFace& face, const SymbolPainter& paintSymbol,
-               const StatusItemLayout& layout, const QColor& color) {
+void paintContent(QPainter& painter, const StatusItemContent& content, const SymbolPainter& paintSymbol,
+                  const StatusItemLayout& layout, const QColor& color) {
     const double pixels = layout.symbol.width * painter.device()->devicePixelRatioF();
-    const QImage symbol = paintSymbol(face.image, color, static_cast<int>(std::lround(pixels)));
+    const QImage symbol = paintSymbol(content.image, color, static_cast<int>(std::lround(pixels)));
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     if (layout.countPlace == CountPlace::badge)
         painter.setClipPath(around(qRect(layout.count), qRect(layout.symbol)));
     painter.drawImage(qRect(layout.symbol).toAlignedRect(), symbol);
     painter.setClipping(false);
-    paintCount(painter, layout, face.title, color);
+    paintCount(painter, layout, content.title, color);
     painter.restore();
 }
 

@@ -26,21 +26,21 @@ using SymbolPainter = std::function<QImage(const StatusItemImage& symbol, const 
 [[nodiscard]] std::optional<QColor> announcedForeground(std::span<const std::uint32_t> property);
 
 /// What the icon shows and who takes drops on it, wherever it is.
-struct StatusItemFace {
+struct StatusItemContent {
     StatusItemImage image;
     StatusItemTitle title;
     std::shared_ptr<DraggingDestination> dropView;
 };
 
-[[nodiscard]] StatusItemMeasure measureFace(const StatusItemFace& face);
+[[nodiscard]] StatusItemMeasure measureContent(const StatusItemContent& content);
 
 /// Loads what drawing a count takes. That is slow the first time, but may be done on any thread.
 void loadCountFont();
 
 /// Draws symbol and count in one colour as they were laid out in a room whose upper left corner is the painter's
 /// origin.
-void paintFace(QPainter& painter, const StatusItemFace& face, const SymbolPainter& paintSymbol,
-               const StatusItemLayout& layout, const QColor& color);
+void paintContent(QPainter& painter, const StatusItemContent& content, const SymbolPainter& paintSymbol,
+                  const StatusItemLayout& layout, const QColor& color);
 
 /// White or nearly black, whichever stands out from `background`.
 [[nodiscard]] QColor readableOn(const QColor& background);

@@ -34,7 +34,8 @@ bool wantsBlending(const X11Connection& connection, xcb_window_t manager) {
 
 }  // namespace
 
-X11FaceWindow::X11FaceWindow(const StatusItemFace& face, IncomingDrops& drops) : face_(face), drops_(drops) {
+StatusItemWindow::StatusItemWindow(const StatusItemContent& content, IncomingDrops& drops)
+    : content_(content), drops_(drops) {
     setWindowFlags(Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
     setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_ShowWithoutActivating);
@@ -42,64 +43,64 @@ X11FaceWindow::X11FaceWindow(const StatusItemFace& face, IncomingDrops& drops) :
     setFocusPolicy(Qt::NoFocus);
 }
 
-void X11FaceWindow::showFace() {
+void StatusItemWindow::showContent() {
     if (isVisible())
         describe();
     update();
 }
 
-void X11FaceWindow::showEvent(QShowEvent*) {
+void StatusItemWindow::showEvent(QShowEvent*) {
     describe();
 }
 
 /// The first description of a program waits for the accessibility bus, which is not to delay the icon.
-void X11FaceWindow::describe() {
-    const QString description = QString::fromStdString(face_.image.accessibilityDescription);
+void StatusItemWindow::describe() {
+    const QString description = QString::fromStdString(content_.image.accessibilityDescription);
     setAccessibleName(description);
     setToolTip(description);
 }
 
-void X11FaceWindow::dragEnterEvent(QDragEnterEvent* event) {
-    if (!face_.dropView || !offersAnyOf(*event->mimeData(), face_.dropView->registeredDraggedTypes(), drops_))
+void StatusItemWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (!content_.dropView || !offersAnyOf(*event->mimeData(), content_.dropView->registeredDraggedTypes(), drops_))
         return event->ignore();
     QtDraggingPasteboard pasteboard(*event->mimeData(), drops_);
-    answer(*event, face_.dropView->draggingEntered(pasteboard));
+    answer(*event, content_.dropView->draggingEntered(pasteboard));
     // A drag that was turned away is not heard of again.
     hovered.emit(event->isAccepted());
 }
 
-void X11FaceWindow::dragMoveEvent(QDragMoveEvent* event) {
-    if (!face_.dropView)
+void StatusItemWindow::dragMoveEvent(QDragMoveEvent* event) {
+    if (!content_.dropView)
         return event->ignore();
     QtDraggingPasteboard pasteboard(*event->mimeData(), drops_);
-    answer(*event, face_.dropView->draggingUpdated(pasteboard));
+    answer(*event, content_.dropView->draggingUpdated(pasteboard));
 }
 
-void X11FaceWindow::dragLeaveEvent(QDragLeaveEvent*) {
+void StatusItemWindow::dragLeaveEvent(QDragLeaveEvent*) {
     hovered.emit(false);
 }
 
-void X11FaceWindow::dropEvent(QDropEvent* event) {
-    if (!face_.dropView)
+void StatusItemWindow::dropEvent(QDropEvent* event) {
+    if (!content_.dropView)
         return event->ignore();
     QtDraggingPasteboard pasteboard(*event->mimeData(), drops_);
-    answer(*event, face_.dropView->performDragOperation(pasteboard) ? DragOperation::copy : DragOperation::none);
+    answer(*event, content_.dropView->performDragOperation(pasteboard) ? DragOperation::copy : DragOperation::none);
     dropped.emit();
 }
 
-X11TrayWindow::X11TrayWindow(const X11Connection& connection, xcb_window_t manager, const StatusItemFace& face,
-                             const SymbolPainter& paintSymbol, IncomingDrops& drops)
-    : X11FaceWindow(face, drops),
+TrayWindow::TrayWindow(const X11Connection& connection, xcb_window_t manager, const StatusItemContent& content,
+                       const SymbolPainter& paintSymbol, IncomingDrops& drops)
+    : StatusItemWindow(content, drops),
       connection_(connection),
       manager_(manager),
       paintSymbol_(paintSymbol),
       direction_(barDirection()) {
     setAttribute(Qt::WA_TranslucentBackground, wantsBlending(connection, manager));
     setWindowTitle(QStringLiteral("stowpocket status item"));
-    X11TrayWindow::showFace();
+    TrayWindow::showContent();
 }
 
-void X11TrayWindow::requestDock() {
+void TrayWindow::requestDock() {
     // Panels pass drags on to windows that took drops before they were docked.
     setAcceptDrops(true);
     const QSize room = wish();
@@ -116,29 +117,29 @@ void X11TrayWindow::requestDock() {
 
 /// The tray alone sets the size. Qt is not asked for one: it would take that for granted, and where the tray sets its
 /// own again, Qt does not notice.
-void X11TrayWindow::showFace() {
-    X11FaceWindow::showFace();
+void TrayWindow::showContent() {
+    StatusItemWindow::showContent();
     if (windowHandle() != nullptr)
         windowHandle()->setMinimumSize(wish());
 }
 
-void X11TrayWindow::followBar() {
+void TrayWindow::followBar() {
     direction_ = barDirection();
-    showFace();
+    showContent();
 }
 
-BarDirection X11TrayWindow::barDirection() const {
+BarDirection TrayWindow::barDirection() const {
     const std::vector<std::uint32_t> orientation = connection_.property(manager_, X11Atom::trayOrientation);
     const bool isVertical = !orientation.empty() && orientation.front() == verticalTray;
     return isVertical ? BarDirection::vertical : BarDirection::horizontal;
 }
 
-QSize X11TrayWindow::wish() const {
-    const Size wish = statusItemWish(measureFace(face()), direction_);
+QSize TrayWindow::wish() const {
+    const Size wish = statusItemWish(measureContent(content()), direction_);
     return {static_cast<int>(std::ceil(wish.width)), static_cast<int>(std::ceil(wish.height))};
 }
 
-void X11TrayWindow::paintEvent(QPaintEvent*) {
+void TrayWindow::paintEvent(QPaintEvent*) {
     const QImage background = testAttribute(Qt::WA_TranslucentBackground) ? QImage() : paintedBackground();
     const QColor color = foregroundOn(background);
     QPainter painter(this);
@@ -149,11 +150,11 @@ void X11TrayWindow::paintEvent(QPaintEvent*) {
         painter.drawImage(rect(), background);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     const StatusItemLayout layout =
-        layOutStatusItem(measureFace(face()), {static_cast<double>(width()), static_cast<double>(height())});
-    paintFace(painter, face(), paintSymbol_, layout, color);
+        layOutStatusItem(measureContent(content()), {static_cast<double>(width()), static_cast<double>(height())});
+    paintContent(painter, content(), paintSymbol_, layout, color);
 }
 
-QImage X11TrayWindow::paintedBackground() const {
+QImage TrayWindow::paintedBackground() const {
     QImage background = x11ParentBackground(connection_, id(), size() * devicePixelRatio());
     if (!background.isNull())
         return background;
@@ -163,7 +164,7 @@ QImage X11TrayWindow::paintedBackground() const {
 }
 
 /// By the pixels behind the icon, else by what the bar announces, else by the pixel beside it.
-QColor X11TrayWindow::foregroundOn(const QImage& background) const {
+QColor TrayWindow::foregroundOn(const QImage& background) const {
     if (!background.isNull())
         return readableOn(background.pixelColor(0, 0));
     if (const auto announced = announcedForeground(connection_.property(manager_, X11Atom::trayColors)))

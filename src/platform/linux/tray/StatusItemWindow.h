@@ -12,19 +12,19 @@ namespace stowpocket {
 
 /// What every window of the icon shares: it takes clicks and drops, tells assistive technology what it is, and never
 /// takes the keyboard. Window managers leave it alone.
-class X11FaceWindow : public QAbstractButton {
+class StatusItemWindow : public QAbstractButton {
 public:
     /// All of it outlives the window.
-    X11FaceWindow(const StatusItemFace& face, IncomingDrops& drops);
+    StatusItemWindow(const StatusItemContent& content, IncomingDrops& drops);
 
     /// Shows a changed face, wishing for more or less room.
-    virtual void showFace();
+    virtual void showContent();
     /// A drag came over the window, or has left it.
     Signal<bool> hovered;
     Signal<> dropped;
 
 protected:
-    [[nodiscard]] const StatusItemFace& face() const { return face_; }
+    [[nodiscard]] const StatusItemContent& content() const { return content_; }
     void showEvent(QShowEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
@@ -34,21 +34,21 @@ protected:
 private:
     void describe();
 
-    const StatusItemFace& face_;
+    const StatusItemContent& content_;
     IncomingDrops& drops_;
 };
 
 /// The window of one docking into one tray manager. A tray takes its windows with it when it goes, and the next may
 /// want another visual, so none is used twice.
-class X11TrayWindow : public X11FaceWindow {
+class TrayWindow : public StatusItemWindow {
 public:
     /// `connection` and `face` outlive the window. Made for `manager`, whose visual it takes.
-    X11TrayWindow(const X11Connection& connection, xcb_window_t manager, const StatusItemFace& face,
-                  const SymbolPainter& paintSymbol, IncomingDrops& drops);
+    TrayWindow(const X11Connection& connection, xcb_window_t manager, const StatusItemContent& content,
+               const SymbolPainter& paintSymbol, IncomingDrops& drops);
 
     /// Asks the manager to take the window in; it answers with an XEMBED message, perhaps never.
     void requestDock();
-    void showFace() override;
+    void showContent() override;
     /// The same, for a bar that may have another direction now.
     void followBar();
     [[nodiscard]] xcb_window_t id() const { return static_cast<xcb_window_t>(internalWinId()); }

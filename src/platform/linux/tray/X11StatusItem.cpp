@@ -29,8 +29,8 @@ X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter pain
       completed_(
           button_->completed.connect([this] { managerAppeared(connection_.selectionOwner(X11Atom::trayOwner)); })),
       itemSeen_(button_->itemSeen.connect([this](bool isSeen) {
-          placing_.itemIsSeen(isSeen);
-          place();
+          placing_.setItemSeen(isSeen);
+          placeIcon();
       })),
       dragBegan_(dragWatch_.began.connect([this] { button_->dragBegan(); })),
       dragEnded_(dragWatch_.ended.connect([this](DragEnd end) { button_->dragEnded(end); })) {
@@ -65,21 +65,21 @@ void X11StatusItem::handleMessage(const xcb_client_message_event_t& message) {
 
 void X11StatusItem::handleParent(const xcb_reparent_notify_event_t& moved) {
     if (moved.parent == connection_.root() && moved.window == button_->window())
-        later([this] { take(docking_.lostWindow(), x11None); });
+        later([this] { takeStep(docking_.lostWindow(), x11None); });
     else if (standsIn(moved.window))
-        later([this] { hearOfBar(); });
+        later([this] { watchBar(); });
 }
 
 void X11StatusItem::handlePlace(xcb_window_t window) {
     if (standsIn(window))
-        changedSoon(Change::ofBar);
+        scheduleChange(Change::ofBar);
     else if (window == button_->window())
-        changedSoon(Change::ofIcon);
+        scheduleChange(Change::ofIcon);
 }
 
 void X11StatusItem::handleProperty(xcb_atom_t name) {
     if (name == connection_.atom(X11Atom::trayOrientation) || name == connection_.atom(X11Atom::trayColors))
-        changedSoon(Change::ofBar);
+        scheduleChange(Change::ofBar);
 }
 
 bool X11StatusItem::standsIn(xcb_window_t window) const {
@@ -87,15 +87,15 @@ bool X11StatusItem::standsIn(xcb_window_t window) const {
 }
 
 void X11StatusItem::windowGone(xcb_window_t window) {
-    take(docking_.windowDestroyed(window), x11None);
+    takeStep(docking_.windowDestroyed(window), x11None);
     if (window == button_->window())
-        take(docking_.lostWindow(), x11None);
+        takeStep(docking_.lostWindow(), x11None);
 }
 
 void X11StatusItem::managerAppeared(xcb_window_t manager) {
     if (manager != x11None)
         connection_.hearAlso(manager, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
-    take(docking_.managerAppeared(manager), manager);
+    takeStep(docking_.managerAppeared(manager), manager);
 }
 
 void X11StatusItem::embedded(xcb_window_t window) {
@@ -103,27 +103,27 @@ void X11StatusItem::embedded(xcb_window_t window) {
         return;
     docking_.embedded();
     button_->showDocked();
-    place();
+    placeIcon();
     later(placingTime, [this, window] {
         if (window == button_->window())
             checkForProxy();
     });
     later(answeringTime, [this, window, manager = docking_.manager()] {
         if (window == button_->window() && !connection_.isViewable(window))
-            take(docking_.isUnseen(), manager);
+            takeStep(docking_.foundUnseen(), manager);
     });
 }
 
 void X11StatusItem::checkForProxy() {
     const xcb_window_t container = connection_.parentOf(button_->window());
     if (container == x11None || connection_.parentOf(container) != connection_.root())
-        return hearOfBar();
+        return watchBar();
     qInfo("stowpocket: the tray only copies the icon, which would then take no drops; it is shown elsewhere");
-    take(docking_.foundProxy(), x11None);
+    takeStep(docking_.foundProxy(), x11None);
 }
 
 /// A window is not told when what it stands in moves or grows, which changes its place and what is seen of it.
-void X11StatusItem::hearOfBar() {
+void X11StatusItem::watchBar() {
     around_.clear();
     xcb_window_t around = button_->window();
     while ((around = connection_.parentOf(around)) != x11None && around != connection_.root()) {
@@ -134,7 +134,7 @@ void X11StatusItem::hearOfBar() {
 }
 
 /// One change comes as several events, for the icon and for each window that it stands in.
-void X11StatusItem::changedSoon(Change change) {
+void X11StatusItem::scheduleChange(Change change) {
     const bool isComing = change_.has_value();
     if (!isComing || change == Change::ofBar)
         change_ = change;
@@ -155,40 +155,40 @@ void X11StatusItem::barChanged() {
         button_->barChanged(around_.back());
 }
 
-void X11StatusItem::take(TrayDocking::Step step, xcb_window_t manager) {
+void X11StatusItem::takeStep(TrayDocking::Step step, xcb_window_t manager) {
     if (step == TrayDocking::Step::dock) {
         around_.clear();
         button_->dock(manager);
-        requested(button_->window());
+        limitWaiting(button_->window());
     } else if (step == TrayDocking::Step::undock) {
         around_.clear();
         button_->undock();
     }
-    place();
+    placeIcon();
 }
 
-void X11StatusItem::requested(xcb_window_t window) {
+void X11StatusItem::limitWaiting(xcb_window_t window) {
     later(answeringTime, [this, window] {
         if (window != button_->window())
             return;
         placing_.trayIsSlow();
-        place();
+        placeIcon();
     });
 }
 
-void X11StatusItem::place() {
-    placing_.trayIs(docking_.state());
+void X11StatusItem::placeIcon() {
+    placing_.setTray(docking_.state());
     if (placing_.wantsHost() && !host_)
         host_ = std::make_unique<NotifierHost>(QDBusConnection::sessionBus(), [this](bool isThere) {
-            placing_.hostIs(isThere);
-            place();
+            placing_.setHost(isThere);
+            placeIcon();
         });
     const bool wasItem = std::exchange(isItem_, placing_.place() == IconPlacing::Place::notifier);
     button_->setPlace(placing_);
     if (isItem_ && !wasItem)
         later(answeringTime, [this] {
             placing_.itemIsOffered();
-            place();
+            placeIcon();
         });
     if (placing_.place() != IconPlacing::Place::undecided)
         onPlaced_();

@@ -33,13 +33,13 @@ private:
     void managerAppeared(xcb_window_t manager);
     void embedded(xcb_window_t window);
     void checkForProxy();
-    void hearOfBar();
+    void watchBar();
     enum class Change { ofIcon, ofBar };
-    void changedSoon(Change change);
+    void scheduleChange(Change change);
     void barChanged();
-    void take(TrayDocking::Step step, xcb_window_t manager);
-    void requested(xcb_window_t window);
-    void place();
+    void takeStep(TrayDocking::Step step, xcb_window_t manager);
+    void limitWaiting(xcb_window_t window);
+    void placeIcon();
 
     const X11Connection& connection_;
     const std::function<void()> onPlaced_;

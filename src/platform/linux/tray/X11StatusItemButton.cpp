@@ -51,12 +51,12 @@ X11StatusItemButton::X11StatusItemButton(const X11Connection& connection, Symbol
     : connection_(connection),
       paintSymbol_(std::move(paintSymbol)),
       drops_(drops),
-      pocket_(connection_, face_, paintSymbol_, drops_, [this] { click(); }),
+      pocket_(connection_, content_, paintSymbol_, drops_, [this] { click(); }),
       pocketChanged_(pocket_.changed.connect([this] { pocketChanged(); })) {}
 
 void X11StatusItemButton::setImage(const StatusItemImage& image) {
-    face_.image = image;
-    showFace();
+    content_.image = image;
+    showContent();
 }
 
 void X11StatusItemButton::setTitle(const StatusItemTitle& title) {
@@ -68,27 +68,27 @@ void X11StatusItemButton::setTitle(const StatusItemTitle& title) {
 }
 
 void X11StatusItemButton::addDropView(std::shared_ptr<DraggingDestination> dropView) {
-    face_.dropView = std::move(dropView);
+    content_.dropView = std::move(dropView);
     completed.emit();
 }
 
 void X11StatusItemButton::showTitle() {
-    face_.title = title_;
-    showFace();
+    content_.title = title_;
+    showContent();
 }
 
-void X11StatusItemButton::showFace() {
+void X11StatusItemButton::showContent() {
     if (window_)
-        window_->showFace();
-    pocket_.showFace();
+        window_->showContent();
+    pocket_.showContent();
     if (notifier_)
-        notifier_->setFace(notifierFace());
+        notifier_->setContent(notifierContent());
 }
 
 QRect X11StatusItemButton::rectOnScreen() const {
     if (const std::optional<QRect> docked = dockedRect())
         return *docked;
-    return lastMet_.value_or(usualCorner());
+    return lastPlace_.value_or(usualCorner());
 }
 
 QRect X11StatusItemButton::barOnScreen() const {
@@ -120,7 +120,7 @@ void X11StatusItemButton::forgetPlaces() {
 
 void X11StatusItemButton::dock(xcb_window_t manager) {
     undock();
-    window_ = std::make_unique<X11TrayWindow>(connection_, manager, face_, paintSymbol_, drops_);
+    window_ = std::make_unique<TrayWindow>(connection_, manager, content_, paintSymbol_, drops_);
     QObject::connect(window_.get(), &QAbstractButton::clicked, &context_, [this] { click(); });
     window_->requestDock();
 }
@@ -156,7 +156,7 @@ void X11StatusItemButton::setPlace(const IconPlacing& placing) {
         notifier_.reset();
     else if (!notifier_)
         notifier_ = std::make_unique<NotifierItem>(
-            QDBusConnection::sessionBus(), notifierFace(), [this](const QPoint& pixels) { activated(pixels); },
+            QDBusConnection::sessionBus(), notifierContent(), [this](const QPoint& pixels) { activated(pixels); },
             [this](bool isSeen) { itemSeen.emit(isSeen); });
 }
 
@@ -166,17 +166,17 @@ void X11StatusItemButton::dragBegan() {
     pocket_.dragBegan(isSeen ? dockedRect() : std::nullopt);
 }
 
-NotifierFace X11StatusItemButton::notifierFace() const {
+NotifierContent X11StatusItemButton::notifierContent() const {
     const xcb_window_t manager = connection_.selectionOwner(X11Atom::trayOwner);
     const auto announced = announcedForeground(connection_.property(manager, X11Atom::trayColors));
     const QColor color = announced.value_or(QColor(neutralColor));
-    NotifierFace shown{QString::fromStdString(face_.image.accessibilityDescription), {}};
+    NotifierContent shown{QString::fromStdString(content_.image.accessibilityDescription), {}};
     for (const int size : notifierSizes) {
         QImage picture(size, size, QImage::Format_ARGB32_Premultiplied);
         picture.fill(Qt::transparent);
         QPainter painter(&picture);
         const auto side = static_cast<double>(size);
-        paintFace(painter, face_, paintSymbol_, layOutBadge(measureFace(face_), {side, side}), color);
+        paintContent(painter, content_, paintSymbol_, layOutBadge(measureContent(content_), {side, side}), color);
         painter.end();
         shown.pictures.push_back(std::move(picture));
     }
@@ -189,15 +189,15 @@ void X11StatusItemButton::click() {
 }
 
 void X11StatusItemButton::activated(const QPoint& pixels) {
-    lastMet_ = isPlaceOnScreen(pixels) ? pointsOf(QRect(pixels, QSize(1, 1))) : std::nullopt;
-    if (!lastMet_ && !isWaylandSession())
-        lastMet_ = QRect(QCursor::pos(), QSize(1, 1));
+    lastPlace_ = isPlaceOnScreen(pixels) ? pointsOf(QRect(pixels, QSize(1, 1))) : std::nullopt;
+    if (!lastPlace_ && !isWaylandSession())
+        lastPlace_ = QRect(QCursor::pos(), QSize(1, 1));
     click();
 }
 
 void X11StatusItemButton::pocketChanged() {
     if (const std::optional<QRect> place = pocket_.rectOnScreen()) {
-        lastMet_ = place;
+        lastPlace_ = place;
         moved.emit();
     } else if (window_) {
         // What was painted under the pocket may have read the pocket for the bar behind it.

@@ -61,8 +61,8 @@ private:
 
     [[nodiscard]] std::optional<QRect> dockedRect() const;
     void forgetPlaces();
-    [[nodiscard]] NotifierFace notifierFace() const;
-    void showFace();
+    [[nodiscard]] NotifierContent notifierContent() const;
+    void showContent();
     void showTitle();
     void click();
     void activated(const QPoint& pixels);
@@ -71,20 +71,20 @@ private:
     const X11Connection& connection_;
     const SymbolPainter paintSymbol_;
     IncomingDrops& drops_;
-    StatusItemFace face_;
+    StatusItemContent content_;
     StatusItemTitle title_;
     CountFont countFont_;
     std::function<void()> action_;
-    std::unique_ptr<X11TrayWindow> window_;
+    std::unique_ptr<TrayWindow> window_;
     xcb_window_t bar_ = x11None;
     /// The server is not asked again and again for what a popover needs at each step of its growth.
     mutable KnownPlace iconPlace_;
     mutable KnownPlace barPlace_;
-    X11Pocket pocket_;
+    Pocket pocket_;
     Subscription pocketChanged_;
     std::unique_ptr<NotifierItem> notifier_;
     /// Where the user met the icon last while it was in no tray, so that the popover stays there.
-    std::optional<QRect> lastMet_;
+    std::optional<QRect> lastPlace_;
     /// Ends the connections of windows that are still to be deleted.
     QObject context_;
 };
