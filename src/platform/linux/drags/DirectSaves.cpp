@@ -4,7 +4,6 @@
 #include "foundation/FileURL.h"
 #include "platform/linux/drags/X11Requestor.h"
 
-#include <QDebug>
 #include <QSysInfo>
 
 #include <algorithm>
@@ -122,7 +121,7 @@ void DirectSaves::Save::begin(const FileURL& destination, xcb_timestamp_t dropTi
     if (name)
         folder_ = DropFolder::make(destination);
     if (!folder_) {
-        qWarning("stowpocket: a promised file was refused: %s", name ? "no folder to put it in" : "bad name");
+        qCWarning(dragsLog, "a promised file was refused: %s", name ? "no folder to put it in" : "bad name");
         return takeStep(save_.replied(std::nullopt, DirectSaveProgress::Arrival::nothing));
     }
     watch_ = std::make_unique<FolderWatch>(folder_->url(), [this] { handleWritten(); });

@@ -83,7 +83,7 @@ X11DragWatch::X11DragWatch(const X11Connection& connection) : connection_(connec
     xcb_connection_t* const server = connection_.raw();
     const xcb_query_extension_reply_t* const extension = xcb_get_extension_data(server, &xcb_xfixes_id);
     if (extension == nullptr || extension->present == 0) {
-        qWarning("stowpocket: the X server does not tell of drags; drop files onto the icon or the shelf itself");
+        qCWarning(dragsLog, "the X server does not tell of drags; drop files onto the icon or the shelf itself");
         return;
     }
     ownerEvent_ = static_cast<std::uint8_t>(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);

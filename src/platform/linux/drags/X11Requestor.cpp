@@ -3,6 +3,8 @@
 
 namespace stowpocket {
 
+Q_LOGGING_CATEGORY(dragsLog, "stowpocket.drags")
+
 X11Requestor::X11Requestor(const X11Connection& connection)
     : connection_(connection), window_(xcb_generate_id(connection.raw())) {
     xcb_create_window(connection_.raw(), 0, window_, connection_.root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,

@@ -3,7 +3,11 @@
 
 #include "platform/linux/x11/X11Connection.h"
 
+#include <QLoggingCategory>
+
 namespace stowpocket {
+
+Q_DECLARE_LOGGING_CATEGORY(dragsLog)
 
 /// Asks owners of selections for data, one question at a time, without waiting: the answer comes as an event. A
 /// window of its own, never seen, takes the data.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/tray/X11StatusItem.h"
 
+#include <QLoggingCategory>
+
 #include <algorithm>
 #include <chrono>
 #include <optional>
@@ -8,6 +10,8 @@
 
 namespace stowpocket {
 namespace {
+
+Q_LOGGING_CATEGORY(trayLog, "stowpocket.tray")
 
 using namespace std::chrono_literals;
 
@@ -37,7 +41,7 @@ X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter pain
     connection_.hearAlso(connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     later(answeringTime, [this] {
         if (docking_.state() == TrayDocking::State::waiting)
-            qInfo("stowpocket: no tray to dock in; the icon is shown elsewhere until one comes");
+            qCInfo(trayLog, "no tray to dock in; the icon is shown elsewhere until one comes");
     });
 }
 
@@ -118,7 +122,7 @@ void X11StatusItem::checkForProxy() {
     const xcb_window_t container = connection_.parentOf(button_->window());
     if (container == x11None || connection_.parentOf(container) != connection_.root())
         return watchBar();
-    qInfo("stowpocket: the tray only copies the icon, which would then take no drops; it is shown elsewhere");
+    qCInfo(trayLog, "the tray only copies the icon, which would then take no drops; it is shown elsewhere");
     takeStep(docking_.foundProxy(), x11None);
 }
 
