@@ -47,7 +47,7 @@ PortalColorScheme::PortalColorScheme(const QDBusConnection& bus, std::function<v
     asking_.setSingleShot(true);
     asking_.setInterval(0);
     QObject::connect(&asking_, &QTimer::timeout, [this] { askForScheme(); });
-    // From whomever: naming the sender would make Qt wait for the bus to tell who that is.
+    // From any sender: if it were named, Qt would wait for the bus to say who that is.
     bus_.connect({}, portalPath, settings, QStringLiteral("SettingChanged"), {appearance, colorScheme}, {}, &asking_,
                  SLOT(start()));
     asking_.start();
@@ -82,7 +82,7 @@ bool X11ThemeWatch::handleEvent(const xcb_generic_event_t& event) {
 }
 
 void X11ThemeWatch::readTheme() {
-    // Where a new manager announces itself.
+    // A new manager of the settings announces itself there.
     connection_.hearAlso(connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     owner_ = connection_.selectionOwner(X11Atom::settingsOwner);
     if (owner_ == x11None)

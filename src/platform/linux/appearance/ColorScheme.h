@@ -11,14 +11,14 @@
 
 namespace stowpocket {
 
-/// What the user wants the colours of all programs to be.
+/// The user's preference for the colours of all programs.
 enum class ColorScheme { noPreference, dark, light };
 
-/// Knows the user's colour scheme as the desktop portal tells it. Asks without waiting.
+/// Knows the user's colour scheme from the desktop portal. Asks without waiting.
 class PortalColorScheme {
 public:
-    /// `onAnswer` runs on the main thread, never during this call, whenever the answer may have changed. Without a
-    /// portal, and when it answers with anything else, there is no preference.
+    /// `onAnswer` runs on the main thread, never during this call, whenever the answer may have changed. There is no
+    /// preference without a portal, or when the portal returns anything else.
     PortalColorScheme(const QDBusConnection& bus, std::function<void(ColorScheme)> onAnswer);
 
 private:
@@ -26,16 +26,16 @@ private:
 
     QDBusConnection bus_;
     const std::function<void(ColorScheme)> onAnswer_;
-    /// Fires at once when it is started, as the portal's signal does.
+    /// Fires as soon as it is started, which the signal of the portal does too.
     QTimer asking_;
 };
 
-/// Knows whether the desktop's theme is a dark one, by the settings that it shares with X11 programs. Sleeps until
-/// the server tells that they have changed.
+/// Knows whether the theme of the desktop is dark, from the settings that it shares with X11 programs. Sleeps until
+/// the server reports a change of them.
 class X11ThemeWatch : private X11EventFilter {
 public:
-    /// `onAnswer` runs never during this call, whenever the answer may have changed. A desktop that shares nothing is
-    /// not dark. `connection` outlives this.
+    /// `onAnswer` never runs during this call, and runs whenever the answer may have changed. A desktop that shares
+    /// no settings is not dark. `connection` outlives this.
     X11ThemeWatch(const X11Connection& connection, std::function<void(bool isDark)> onAnswer);
 
 private:
@@ -45,15 +45,16 @@ private:
     const X11Connection& connection_;
     const std::function<void(bool)> onAnswer_;
     xcb_window_t owner_ = x11None;
-    /// Fires at once when it is started.
+    /// Fires as soon as it is started.
     QTimer reading_;
 };
 
-/// Whether the desktop is dark: by the wish that its portal tells, and where that tells none by the name of its
-/// theme.
+/// Whether the desktop is dark, by the preference that its portal returns. If there is none, the name of its theme
+/// decides.
 class DesktopColorScheme {
 public:
-    /// `onChange` runs never during this call, and at first only if the desktop is dark. `connection` outlives this.
+    /// `onChange` never runs during this call. Its first call means that the desktop is dark. `connection` outlives
+    /// this.
     DesktopColorScheme(const QDBusConnection& bus, const X11Connection& connection,
                        std::function<void(bool isDark)> onChange);
 

@@ -11,10 +11,10 @@ namespace {
 
 enum class SettingType : std::uint32_t { integer = 0, string = 1, color = 2 };
 
-/// Walks over the bytes in the writer's byte order. Beyond the end everything is zero, and the walk has failed.
+/// Reads the bytes in the byte order of the writer. After the end every value is zero, and the reading has failed.
 class Reader {
 public:
-    /// The first byte tells the byte order and stands in a word of its own.
+    /// The first byte is the byte order, padded to four bytes.
     explicit Reader(std::string_view bytes) : left_(bytes), isBigEndian_(!bytes.empty() && bytes.front() != 0) {
         skip(4);
     }
@@ -36,7 +36,7 @@ public:
         left_.remove_prefix(size);
         return taken;
     }
-    /// A text is filled up to whole words of four bytes.
+    /// A text is padded to a multiple of four bytes.
     std::string_view text(std::size_t size) {
         const std::string_view taken = bytes(size);
         skip((4 - size % 4) % 4);
@@ -52,7 +52,7 @@ private:
 
 using Value = std::variant<std::int32_t, std::string>;
 
-/// None for a colour.
+/// Nothing for a colour.
 std::optional<Value> valueOf(std::string_view property, std::string_view name) {
     Reader reader(property);
     reader.skip(4);  // the serial number

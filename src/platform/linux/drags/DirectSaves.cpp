@@ -14,12 +14,12 @@ namespace {
 /// In bytes, on every common file system.
 constexpr std::size_t longestName = 255;
 
-/// The protocol's letters are "S" for success, "F" for a place that the source cannot reach and "E" for any other
+/// The protocol has the letters "S" for success, "F" for a place that the source cannot reach and "E" for any other
 /// error.
 constexpr std::string_view success = "S";
 
-/// With this machine's name, as the protocol wants it: sources elsewhere on the network then know that they cannot
-/// write there.
+/// Contains the name of this machine, as the protocol demands. Sources elsewhere on the network then know that they
+/// cannot write there.
 std::string urlForSource(const FileURL& file) {
     constexpr std::string_view scheme = "file://";
     return std::string(scheme) + QSysInfo::machineHostName().toStdString() + file.string().substr(scheme.size());
@@ -67,11 +67,11 @@ DirectSaveProgress::Step DirectSaveProgress::end(Step step) {
     return step;
 }
 
-/// One promise on its way: the source of the drag has been told a place in a fresh folder, and its reply and the
-/// files are awaited.
+/// One promise under way: the source of the drag knows a path in a new folder, and this waits for its reply and the
+/// files.
 class DirectSaves::Save : public std::enable_shared_from_this<Save> {
 public:
-    /// Runs once; none when nothing arrived.
+    /// Runs once; with nothing when no file arrived.
     using Completion = std::function<void(const Save&, const std::optional<DropFolder>&)>;
 
     Save(const X11Connection& connection, Dispatch& dispatch, std::chrono::milliseconds timeLimit,
@@ -81,8 +81,8 @@ public:
     void begin(const FileURL& destination, xcb_timestamp_t dropTime);
 
     [[nodiscard]] xcb_window_t requestor() const { return requestor_.window(); }
-    /// Whether the event, which tells that a window is gone, is about the source. Numbers of windows are used again:
-    /// an event from before the question was about another.
+    /// Whether the event says that the window of the source is gone. Numbers of windows are used again, so an event
+    /// from before the question is about another window.
     [[nodiscard]] bool isAboutSource(const xcb_destroy_notify_event_t& event, std::uint32_t sequence) const;
     void replied(const xcb_selection_notify_event_t& event);
     void sourceGone() { takeStep(save_.sourceGone()); }
@@ -141,7 +141,7 @@ bool DirectSaves::Save::isAboutSource(const xcb_destroy_notify_event_t& event, s
     return event.window == source_ && static_cast<std::int32_t>(sequence - asked_) >= 0;
 }
 
-/// Later, because the save may end with this, and the watch with it.
+/// Runs later, because the save and this watch with it may end.
 void DirectSaves::Save::handleWritten() {
     dispatch_.async([weak = weak_from_this()] {
         if (const auto self = weak.lock())

@@ -18,33 +18,33 @@
 
 namespace stowpocket {
 
-/// The file name that a source of the direct-save protocol proposes, without the folders that it may put before it;
-/// none when that is no name for a file in a folder of ours.
+/// The file name that a source of the direct-save protocol proposes, without any folders before it. Nothing when it
+/// is no valid name for a file.
 [[nodiscard]] std::optional<std::string> directSaveName(std::string_view proposed);
 
-/// One save by the direct-save protocol (XDS), from the moment that the source was told where to write. It ends once,
-/// whatever comes afterwards: each call tells what happened and answers what to do about it.
+/// The progress of one save by the direct-save protocol (XDS), which begins when the source was told where to write.
+/// It ends exactly once. Each call reports an event and returns what to do about it.
 class DirectSaveProgress {
 public:
     enum class Step {
         none,
-        wait,     ///< as long again
-        collect,  ///< the files stand
+        wait,     ///< for the same time again
+        collect,  ///< the files are complete
         fail,
     };
 
-    /// What has arrived until now.
+    /// What has arrived so far.
     enum class Arrival { nothing, emptyFiles, content };
 
-    /// The source's reply; none when it refused to convert. Web browsers make an empty file, tell of success at once
-    /// and fetch the content afterwards, so such a file is waited for.
+    /// The source has replied; with nothing when it refused to convert. Web browsers make an empty file, report
+    /// success at once and fetch the content afterwards, so an empty file is waited for.
     [[nodiscard]] Step replied(std::optional<std::string_view> reply, Arrival arrival);
     /// A file has been closed after writing.
     [[nodiscard]] Step written(Arrival arrival);
-    /// The window of the drag is gone. A source that has told of success needs it no more.
+    /// The window of the drag is gone. A source that has reported success no longer needs it.
     [[nodiscard]] Step sourceGone();
-    /// Nothing was heard for a whole time limit. `size` bytes have arrived since the beginning: a source that still
-    /// writes is waited for, since an archive may take its time.
+    /// Nothing was heard for a whole time limit, and `size` bytes have arrived since the beginning. A source that
+    /// still writes gets more time, because an archive may be slow.
     [[nodiscard]] Step timeLimitReached(std::uint64_t size, Arrival arrival);
 
 private:
@@ -55,23 +55,23 @@ private:
     std::uint64_t size_ = 0;
 };
 
-/// Files promised by the direct-save protocol (XDS), as archive managers and mail programs drag them. Nothing waits:
-/// a source that unpacks for minutes delivers minutes after the drop.
+/// Files promised by the direct-save protocol (XDS), as archive managers and mail programs drag them. Nothing waits
+/// for them: a source that unpacks for minutes delivers minutes after the drop.
 class DirectSaves : private X11EventFilter {
 public:
     static constexpr std::chrono::milliseconds usualTimeLimit = std::chrono::seconds(60);
 
-    /// `connection` and `dispatch` outlive it, and it outlives every receiver and provider. A source that has neither
-    /// replied nor written anything for `timeLimit` is given up.
+    /// `connection` and `dispatch` outlive it, and it outlives every receiver and provider. It gives up a source that
+    /// has neither replied nor written anything for `timeLimit`.
     DirectSaves(const X11Connection& connection, Dispatch& dispatch,
                 std::chrono::milliseconds timeLimit = usualTimeLimit);
-    /// What is still on its way counts as failed.
+    /// Saves that are still under way fail.
     ~DirectSaves() override;
 
-    /// The type that stands for a promise among those that a drag offers.
+    /// The type by which a drag offers a promise.
     static constexpr std::string_view format = "XdndDirectSave0";
 
-    /// The promise of the drag that is being dropped, as its files and as one thing.
+    /// The promise of the drag that is being dropped, as its files or as one item.
     [[nodiscard]] std::shared_ptr<FilePromiseReceiver> receiver();
     [[nodiscard]] std::shared_ptr<ItemProvider> itemProvider();
 
@@ -80,7 +80,7 @@ private:
 
     bool handleEvent(const xcb_generic_event_t& event) override;
     [[nodiscard]] PromiseSaving saving();
-    /// Has the source of the drag that is being dropped write its files.
+    /// Asks the source of the drag that is being dropped to write its files.
     void save(const FileURL& destination, std::function<void(const std::optional<DropFolder>&)> completion);
     void handleReply(const xcb_selection_notify_event_t& reply);
     void handleGone(const xcb_destroy_notify_event_t& event, std::uint32_t sequence);
@@ -88,9 +88,9 @@ private:
     const X11Connection& connection_;
     Dispatch& dispatch_;
     const std::chrono::milliseconds timeLimit_;
-    /// Of the drop that is handled now or was handled last.
+    /// The time of the latest drop.
     xcb_timestamp_t dropTime_ = XCB_CURRENT_TIME;
-    /// Each is out of the list before its completion is passed on.
+    /// A save leaves the list before its completion runs.
     std::vector<std::shared_ptr<Save>> saves_;
 };
 

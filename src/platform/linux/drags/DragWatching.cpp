@@ -12,11 +12,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Nobody announces the end of a drag: Qt sources keep the selection, so the buttons are looked at.
+/// Nobody announces the end of a drag, and Qt sources keep the selection, so the buttons are watched.
 constexpr auto buttonInterval = 100ms;
-/// Drops arrive a few milliseconds after the button is up.
+/// Drops arrive a few milliseconds after the release of the button.
 constexpr auto settlingTime = 300ms;
-/// Not every compositor tells the end of a drag, so after this long it is taken to be over.
+/// Some compositors do not report the end of a drag, so after this time it counts as over.
 constexpr auto longestWaylandDrag = 20s;
 
 }  // namespace
@@ -56,7 +56,7 @@ DragWatching::Step DragWatching::answered(DragOffer offer) {
     if (offer == DragOffer::nothing)
         return finishDrag();
     state_ = State::dragging;
-    // Whoever was told of a drag before may have seen its drop, and this may be another one.
+    // Receivers may have seen the drop of an earlier drag, and this may be another one.
     isAnnounced_ = true;
     return Step::announce;
 }
@@ -124,7 +124,7 @@ void X11DragWatch::ownerChanged(xcb_window_t owner, xcb_timestamp_t time) {
     takeStep(watching_.ownerChanged(who, isButtonHeld()), time);
 }
 
-/// Buttons that went down over a Wayland window are not known to the server.
+/// The server does not know of buttons that were pressed over a Wayland window.
 bool X11DragWatch::isButtonHeld() const {
     return waylandDrag_.isActive() || connection_.isButtonHeld();
 }

@@ -13,42 +13,42 @@
 
 namespace stowpocket {
 
-/// What a drag somewhere on the desktop carries for the shelf, as far as its source tells.
+/// What a drag carries for the shelf, as far as its source says.
 enum class DragOffer { nothing, files, promise, unknown };
 
-/// Judges by types, each a number that the window system gave its name. `targets` is the answer to the plain question
-/// which types there are, none when the source refused it; `typeList` is what such a source may have noted on its
-/// window, empty when it has not. Qt sources refuse, and note the types only when there are more than three.
+/// Judges a drag by its types, each an atom. `targets` is the answer to the plain question for the types; nothing
+/// when the source refused it. `typeList` is the list on the window of the source; empty when there is none. Qt
+/// sources refuse the question, and make the list only for more than three types.
 [[nodiscard]] DragOffer judgeDrag(std::optional<std::span<const std::uint32_t>> targets,
                                   std::span<const std::uint32_t> typeList, std::uint32_t uriList,
                                   std::uint32_t directSave);
 
-/// How a drag ended, as seen from outside.
+/// How a drag ended, as seen by other programs.
 enum class DragEnd {
-    released,    ///< the buttons are up; a drop on one of our windows may still be on its way
-    sourceGone,  ///< the source has taken its offer back: nothing more will come
+    released,    ///< the buttons are up, but a drop on one of our windows may still arrive
+    sourceGone,  ///< the source has withdrawn its offer, so nothing more will arrive
 };
 
-/// Follows the drags of other programs from the first sign to the end. Each call tells what happened and answers what
-/// to do about it; at rest nothing is to be done at all.
+/// Follows the drags of other programs from the first sign to the end. Each call reports an event and returns what to
+/// do about it. Between drags there is nothing to do.
 class DragWatching {
 public:
     enum class Owner { nobody, ourselves, another };
     enum class Step {
         none,
-        ask,       ///< what it carries, and look at the buttons from now on
+        ask,       ///< for the types, and watch the buttons from now on
         announce,  ///< a drag that carries something for the shelf
-        settle,    ///< look at the buttons no more; a drop gets a moment to arrive
-        rest,      ///< look at the buttons no more
-        end,       ///< of what was announced; `ending` tells how, and once more when the source has gone since
+        settle,    ///< stop watching the buttons, and give a drop time to arrive
+        rest,      ///< stop watching the buttons
+        end,       ///< of an announced drag, as `ending` says; again if its source goes away later
     };
 
-    /// The selection that stands for a drag has another owner, or the same one once more.
+    /// The selection that stands for a drag has a new owner, or the same one again.
     [[nodiscard]] Step ownerChanged(Owner owner, bool isButtonHeld);
     [[nodiscard]] Step answered(DragOffer offer);
-    /// What the look at the buttons found.
+    /// Reports whether a button is still held.
     [[nodiscard]] Step buttonsSeen(bool isButtonHeld);
-    /// The moment is over.
+    /// The time for a late drop is over.
     [[nodiscard]] Step settled();
 
     [[nodiscard]] DragEnd ending() const { return ending_; }
@@ -64,15 +64,15 @@ private:
     DragEnd ending_ = DragEnd::released;
 };
 
-/// Tells of drags of other programs, anywhere on the desktop, that carry files or promise them. Between drags it
-/// sleeps: the server tells when one begins.
+/// Announces drags of other programs, anywhere on the desktop, that carry files or promise them. Between drags it
+/// sleeps until the server reports the next one.
 class X11DragWatch : private X11EventFilter {
 public:
     /// `connection` outlives it.
     explicit X11DragWatch(const X11Connection& connection);
 
     Signal<> began;
-    /// Emitted when no drag is on any more after `began`, and once more when the source goes after the buttons did.
+    /// Emitted when an announced drag is over, and again if its source goes away later.
     Signal<DragEnd> ended;
 
 private:
@@ -80,13 +80,14 @@ private:
     [[nodiscard]] bool isButtonHeld() const;
     void ownerChanged(xcb_window_t owner, xcb_timestamp_t time);
     void answered(const xcb_selection_notify_event_t& answer);
-    /// `time` is that of what happened, where the server told one.
+    /// `time` is the time of the event, if the server gave one.
     void takeStep(DragWatching::Step step, xcb_timestamp_t time = XCB_CURRENT_TIME);
 
     const X11Connection& connection_;
     const X11Requestor requestor_;
     DragWatching watching_;
-    /// Runs while a Wayland program drags, for which its compositor, the window manager here, stands in.
+    /// Runs during the drag of a Wayland program. The owner of its selection is the compositor, which is the window
+    /// manager here.
     QTimer waylandDrag_;
     std::uint8_t ownerEvent_ = 0;
     QTimer buttons_;

@@ -23,8 +23,8 @@ bool isEmptyFile(const fs::path& path) {
 
 constexpr std::string_view promisedType = "public.data";
 
-/// Taken away, with all that is inside, when the last who needs it lets go. Names that are not UTF-8 are beyond what
-/// QTemporaryDir can remove.
+/// Removed with everything inside when the last user lets go of it. QTemporaryDir cannot remove names that are not
+/// UTF-8.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
@@ -38,7 +38,7 @@ public:
         if (folder_)
             fs::remove_all(folder_->url().path(), failure_);
     }
-    /// None when it could not be made.
+    /// Returns nothing when the folder could not be made.
     [[nodiscard]] std::optional<FileURL> url() const {
         return folder_ ? std::optional(folder_->url()) : std::nullopt;
     }
@@ -48,7 +48,7 @@ private:
     std::optional<DropFolder> folder_;
 };
 
-/// The one thing that arrived, or the folder of all that did, under a name that tells something.
+/// The single file or folder that arrived, or else the folder of everything, renamed to something meaningful.
 std::optional<FileURL> thingOf(const DropFolder& arrived) {
     const std::vector<FileURL> files = arrived.files();
     if (files.size() == 1)
@@ -87,7 +87,7 @@ public:
     [[nodiscard]] std::vector<std::string> registeredTypeIdentifiers() const override {
         return {std::string(promisedType)};
     }
-    /// Nothing: a promise has no bytes before it is a file.
+    /// Completes with nothing, because a promise has no bytes before it is a file.
     void loadItem(std::string_view, std::function<void(std::optional<Bytes>)> completion) override {
         completion(std::nullopt);
     }

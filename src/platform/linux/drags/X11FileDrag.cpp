@@ -21,10 +21,10 @@ constexpr auto longestDelay = 200ms;
 
 /// GTK 3 and Qt targets fetch the data only after the drop has ended, some of them after asking the user.
 constexpr auto keepingTime = 15s;
-/// A drag whose end was missed is noticed this soon: the release of the button comes within milliseconds.
+/// How soon a drag with a missed end is noticed. The release of the button normally arrives within milliseconds.
 constexpr auto lookInterval = 200ms;
 constexpr int looksUntilLost = 3;
-/// Changes of focus that a drag brings may come after its end.
+/// Changes of the focus may follow the end of a drag.
 constexpr auto settlingTime = 200ms;
 
 }  // namespace
@@ -35,7 +35,7 @@ DropDelay::DropDelay() {
 }
 
 void DropDelay::begin() {
-    // Of several filters the last one installed sees an event first, and Qt installs its own when the drag starts.
+    // The filter that was installed last sees an event first, and Qt installs its own when the drag starts.
     isOn_ = true;
     QTimer::singleShot(0, this, [this] {
         if (isOn_)
@@ -55,7 +55,7 @@ void DropDelay::end() {
     release_.reset();
 }
 
-/// What the hand does after the release must not move the drop either.
+/// Movements after the release must not move the drop either.
 bool DropDelay::eventFilter(QObject* receiver, QEvent* event) {
     if (release_)
         return event->type() == QEvent::MouseMove;
@@ -116,15 +116,15 @@ void X11FileDrag::whenOver(std::function<void()> work) {
         work();
 }
 
-/// The server holds the pointer for the window that the drag began in. When that goes from the screen, whoever took
-/// it away, the release of the button is told to somebody else and Qt would wait for it forever.
+/// The server grabs the pointer for the window that the drag began in. If that window leaves the screen for any
+/// reason, the release of the button goes to another program, and Qt would wait for it forever.
 void X11FileDrag::endIfLost(xcb_window_t source) {
     looksWithoutButton_ = connection_.isButtonHeld() ? 0 : looksWithoutButton_ + 1;
     if (!connection_.isViewable(source) || looksWithoutButton_ == looksUntilLost)
         QDrag::cancel();
 }
 
-/// GTK 4 asks with time 0, which Qt takes for a stale request and refuses, so requests are answered here first.
+/// GTK 4 asks with time 0. Qt takes that for a stale request and refuses it, so requests are answered here first.
 bool X11FileDrag::handleEvent(const xcb_generic_event_t& event) {
     const auto* const request = eventAs<xcb_selection_request_event_t>(event);
     return request != nullptr && !uriList_.isEmpty() && answer(*request);
@@ -133,7 +133,7 @@ bool X11FileDrag::handleEvent(const xcb_generic_event_t& event) {
 bool X11FileDrag::answer(const xcb_selection_request_event_t& request) {
     if (request.selection != connection_.atom(X11Atom::dragSelection))
         return false;
-    // Requestors of the oldest kind leave the property to the owner.
+    // The oldest requestors leave the choice of the property to the owner.
     const xcb_atom_t property = request.property == x11None ? request.target : request.property;
     const xcb_atom_t uriList = connection_.atom(X11Atom::uriList);
     const xcb_atom_t targets = connection_.atom(X11Atom::targets);

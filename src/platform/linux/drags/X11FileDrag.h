@@ -18,18 +18,17 @@
 
 namespace stowpocket {
 
-/// Holds back the end of a drag until the target has asked for what is dragged, or for a moment.
-///
-/// KWin tells a Wayland target and this program of the release at the same time. When this program says that it has
-/// dropped, and all that was asked for on the way has been delivered, KWin gives the drag up. A target that asks only
-/// then, after the desktop below was dragged over and asked, receives nothing.
+/// Delays the end of a drag until the target has asked for the data, or for a moment.
+/// KWin tells a Wayland target and this program of the release at the same time. If this program then reports the
+/// drop, and has delivered everything that was asked for so far, KWin ends the drag. A target that asks only then
+/// receives nothing, which happens if the desktop below was dragged over and asked before.
 class DropDelay : public QObject {
 public:
     DropDelay();
 
     /// Called before Qt runs the drag.
     void begin();
-    /// The dragged data was asked for.
+    /// The target has asked for the data.
     void asked();
     /// Called when the drag is over.
     void end();
@@ -44,17 +43,17 @@ private:
     std::unique_ptr<QEvent> release_;
 };
 
-/// Drags one file out to other programs, which may only copy it. Nothing that they answer is taken as proof that they
-/// did: what is dragged stays where it is. A drag that the server no longer knows of is given up.
+/// Drags one file out to other programs, which may only copy it. No answer of theirs counts as proof that they did,
+/// so the file stays where it is. A drag that the server no longer knows is cancelled.
 class X11FileDrag : private X11EventFilter {
 public:
     /// `connection` outlives it. Made after the application.
     explicit X11FileDrag(const X11Connection& connection);
 
-    /// Called while the main button is held over `source`; returns when it is released. `hotSpot` is the place of the
-    /// pointer in `picture`.
+    /// Called while the main button is held over `source`; returns when the button is released. `hotSpot` is the
+    /// position of the pointer in `picture`.
     void start(QWidget& source, const FileURL& file, const QPixmap& picture, const QPoint& hotSpot);
-    /// Runs `work` when no drag is on any more and the desktop has come to rest; at once where none is.
+    /// Runs `work` when no drag is under way and its effects on the desktop are over, which may be at once.
     void whenOver(std::function<void()> work);
 
 private:
@@ -63,13 +62,13 @@ private:
     [[nodiscard]] bool answer(const xcb_selection_request_event_t& request);
 
     const X11Connection& connection_;
-    /// What is dragged, or was until a moment ago.
+    /// The data of the drag, and of the last one for some time.
     QByteArray uriList_;
     QTimer forgetting_;
     QTimer settling_;
     DropDelay dropDelay_;
     bool isDragging_ = false;
-    /// Looks in a row that found no button held.
+    /// How often in a row no button was found held.
     int looksWithoutButton_ = 0;
     std::vector<std::function<void()>> afterwards_;
 };

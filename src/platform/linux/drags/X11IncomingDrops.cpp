@@ -49,7 +49,7 @@ std::optional<DroppedContents> contentsOf(DragData& data, const std::vector<std:
     return std::nullopt;
 }
 
-/// Where the fields of the messages are (XDND 5).
+/// The places of the fields in the messages (XDND 5).
 constexpr std::size_t sourceField = 0;
 constexpr std::size_t flagsField = 1;
 constexpr std::size_t firstTypeField = 2;
@@ -99,7 +99,7 @@ private:
     const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
-/// Three types stand in the message itself; where there are more, all are on the source's window.
+/// The message contains three types. If there are more, the window of the source has the full list.
 std::vector<std::string> formatsOf(XcbSession& session, const xcb_client_message_event_t& entered) {
     const auto& fields = entered.data.data32;
     std::vector<xcb_atom_t> types(std::begin(fields) + firstTypeField, std::end(fields));
@@ -109,7 +109,7 @@ std::vector<std::string> formatsOf(XcbSession& session, const xcb_client_message
     return session.namesOf(types);
 }
 
-/// Any thread, which waits for the source.
+/// Any thread. Waits for the source.
 DropReading readingOf(const xcb_client_message_event_t& drop, const xcb_client_message_event_t& entered,
                       const DropPatience& patience) {
     DropReading reading;
@@ -126,7 +126,7 @@ DropReading readDrop(DragData& data, const std::vector<std::string>& formats) {
     DropReading reading;
     if (offers(formats, uriListFormat)) {
         DragData::List list = data.list(uriListFormat);
-        // Who is silent now would be so again, and a list that is too long is no slip.
+        // A silent source would be silent again, and too long a list is no accident.
         if (list.failure == SelectionFailure::late || list.failure == SelectionFailure::tooBig)
             return reading;
         if (!list.failure && namesFiles(list.text)) {
@@ -170,7 +170,7 @@ bool X11IncomingDrops::handleDrop(const xcb_client_message_event_t& message) {
     if (state_ == State::reading)
         return true;
     if (state_ == State::handedOn) {
-        // Qt handles it right after this.
+        // Qt handles the message right after this.
         later([this, number = number_] { number == number_ ? forgetDrag() : void(); });
         return false;
     }

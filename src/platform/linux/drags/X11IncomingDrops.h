@@ -13,9 +13,9 @@
 
 namespace stowpocket {
 
-/// How long the source of a drop is waited for. Each limit in all counts from the drop on.
+/// How long to wait for the source of a drop. Each total limit counts from the drop.
 struct DropPatience {
-    /// Without any sign of the source.
+    /// The longest time without any sign of the source.
     std::chrono::milliseconds silence{2000};
     /// For the list of files, which is short.
     std::chrono::milliseconds list{2000};
@@ -23,7 +23,7 @@ struct DropPatience {
     std::chrono::milliseconds contents{30'000};
 };
 
-/// The data of one drag, as its source hands it over. Each call ends within a time limit.
+/// The data of one drag, as its source delivers it. Each call ends within a time limit.
 class DragData {
 public:
     virtual ~DragData() = default;
@@ -33,28 +33,28 @@ public:
         std::string text;
     };
     [[nodiscard]] virtual List list(std::string_view format) = 0;
-    /// None when all of it is in the file now.
+    /// Returns nothing when all of the data is in the file.
     [[nodiscard]] virtual std::optional<SelectionFailure> write(std::string_view format, const QString& path) = 0;
 };
 
-/// What was read of a drop, on whatever thread.
+/// What was read of a drop. Made on any thread.
 struct DropReading {
     std::string uriList;
     std::optional<DroppedContents> contents;
 };
 
-/// Reads what a drop of these formats brings to the shelf: the list of files, and where that names none on this
-/// machine a picture, or text when no file is promised either. A picture goes before a promise because web browsers
-/// offer both, and keep the promise by fetching the picture once more, which may bring an error page. A source that
-/// was too late once is asked for nothing more.
+/// Reads what a drop of these formats brings to the shelf. That is the list of files. If the list names no file on
+/// this machine, it is a picture, or text if no file is promised either. A picture goes before a promise: web
+/// browsers offer both, and keep the promise by fetching the picture again, which may bring an error page. A source
+/// that was late once is not asked again.
 [[nodiscard]] DropReading readDrop(DragData& data, const std::vector<std::string>& formats);
 
-/// Reads what is dropped before Qt hears of the drop, on another thread and with limits of time and size, so that no
-/// source can keep the program waiting. Qt then gets the same message once more; when it has handled that, it tells
-/// the source that the drop is over.
+/// Reads what is dropped before Qt learns of the drop, on another thread and within limits of time and size, so that
+/// no source can block the program. Then Qt gets the same message again. When Qt has handled it, it tells the source
+/// that the drop is over.
 class X11IncomingDrops : public IncomingDrops, private X11EventFilter {
 public:
-    /// All outlive it.
+    /// All references outlive it.
     X11IncomingDrops(const X11Connection& connection, Dispatch& dispatch, DirectSaves& saves,
                      const DropPatience& patience = {});
 
@@ -67,12 +67,12 @@ private:
     enum class State {
         idle,
         reading,
-        handedOn,  ///< the message is on its way back to us
+        handedOn,  ///< Qt will get the message again
     };
 
     bool handleEvent(const xcb_generic_event_t& event) override;
     void handleEnter(const xcb_client_message_event_t& message);
-    /// Whether Qt shall not have it now.
+    /// Returns true to keep the message from Qt for now.
     [[nodiscard]] bool handleDrop(const xcb_client_message_event_t& message);
     void read(const xcb_client_message_event_t& drop);
     void finishReading(const xcb_client_message_event_t& drop, int number, const DropReading& reading);
@@ -84,9 +84,9 @@ private:
     const DropPatience patience_;
     xcb_client_message_event_t entered_{};
     State state_ = State::idle;
-    /// Of the drag; what was read for another comes too late.
+    /// Counts the drags. What was read for an earlier one is too late.
     int number_ = 0;
-    /// Sources that hang keep a thread each, for a while.
+    /// How many readings run. A source that hangs keeps a thread for a while.
     int readings_ = 0;
     ReceivedDrop received_;
     const std::shared_ptr<X11IncomingDrops*> self_ = std::make_shared<X11IncomingDrops*>(this);

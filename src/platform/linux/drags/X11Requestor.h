@@ -9,8 +9,8 @@ namespace stowpocket {
 
 Q_DECLARE_LOGGING_CATEGORY(dragsLog)
 
-/// Asks owners of selections for data, one question at a time, without waiting: the answer comes as an event. A
-/// window of its own, never seen, takes the data.
+/// Asks owners of selections for data, one question at a time, without waiting: the answer arrives as an event. An
+/// unseen window of its own receives the data.
 class X11Requestor {
 public:
     /// `connection` outlives it.
@@ -20,9 +20,9 @@ public:
     ~X11Requestor();
 
     [[nodiscard]] xcb_window_t window() const { return window_; }
-    /// Answers the number of the request, which all events that follow from it carry or exceed.
+    /// Returns the number of the request. All events that follow from it have this number or a higher one.
     [[nodiscard]] unsigned ask(X11Atom selection, X11Atom target, xcb_timestamp_t time) const;
-    /// The data of an answer that came for `window()`; none when the owner refused. Taken once.
+    /// The data of an answer for `window()`, which is deleted. Nothing when the owner refused.
     [[nodiscard]] std::optional<std::vector<std::uint32_t>>
     takeValues(const xcb_selection_notify_event_t& event) const;
     [[nodiscard]] std::optional<std::string> takeText(const xcb_selection_notify_event_t& event) const;

@@ -45,7 +45,7 @@ TrayDocking::Step TrayDocking::foundProxy() {
 TrayDocking::Step TrayDocking::lostWindow() {
     if (state_ != State::docked && state_ != State::requested)
         return Step::none;
-    // Not offered to the same manager at once: one that throws its icons out would get them back forever.
+    // The same manager gets no new offer at once: a manager that throws its icons out would get them back forever.
     state_ = State::waiting;
     return Step::undock;
 }
@@ -86,7 +86,7 @@ void IconPlacing::decide() {
     if (tray_ == State::docked)
         place_ = Place::tray;
     else if (isTrayPromising())
-        // Until the tray has answered the icon stays where it is seen.
+        // The icon stays where it is visible until the tray has answered.
         place_ = place_ == Place::tray ? Place::undecided : place_;
     else if (isHostThere_)
         place_ = *isHostThere_ ? Place::notifier : Place::pocket;

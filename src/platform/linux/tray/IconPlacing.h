@@ -6,65 +6,66 @@
 
 namespace stowpocket {
 
-/// Follows the icon through trays that come late, leave, crash and start again. Each call tells what happened and
-/// answers what to do about it; `undock` always leaves no window behind and `dock` asks with a fresh one.
+/// Follows the icon through trays that start late, leave, crash and start again. Each call reports an event and
+/// returns what to do about it. `undock` leaves no window behind, and `dock` offers a new one.
 class TrayDocking {
 public:
     enum class State {
-        waiting,    ///< for a tray to appear
+        waiting,    ///< for a tray
         requested,  ///< a window was offered to the tray
         docked,     ///< the tray shows it
-        proxied,    ///< the tray only copies its picture to somewhere else: clicks and drops would miss it
+        proxied,    ///< the tray only shows a copy of its picture elsewhere, which takes no clicks or drops
     };
     enum class Step { none, dock, undock };
-    /// A tray manager's window; 0 for none.
+    /// The window of a tray manager; 0 for none.
     using Manager = std::uint32_t;
 
     [[nodiscard]] State state() const { return state_; }
     /// The tray that our window was last offered to; 0 when it is gone.
     [[nodiscard]] Manager manager() const { return manager_; }
 
-    /// The program begins, or a manager announced itself; a tray that starts together with the program is met both
-    /// ways.
+    /// The program begins, or a manager announced itself. Both may happen for one tray that starts together with the
+    /// program.
     [[nodiscard]] Step managerAppeared(Manager manager);
-    /// Some window was destroyed.
+    /// A window was destroyed, perhaps the manager.
     [[nodiscard]] Step windowDestroyed(Manager window);
-    /// The tray took our window in.
+    /// The tray has embedded our window.
     void embedded();
-    /// The tray took our window in a while ago, and no bar shows it. One that was still starting itself may have
-    /// forgotten to show its bar; it does so for the next window.
+    /// The tray embedded our window a while ago, but no bar shows it. A tray that was still starting may have
+    /// forgotten to show its bar, and does so for the next window.
     [[nodiscard]] Step foundUnseen();
-    /// Our window stands in a container whose parent is the root, as in trays that proxy and in no real panel.
+    /// Our window is in a container whose parent is the root window, as in trays that proxy and in no real panel.
     [[nodiscard]] Step foundProxy();
-    /// Our window was destroyed or put out onto the root.
+    /// Our window was destroyed or moved out onto the root window.
     [[nodiscard]] Step lostWindow();
 
 private:
     State state_ = State::waiting;
     Manager manager_ = 0;
-    /// Whether the manager has been asked a second time. One that hides its bar on purpose is left alone then.
+    /// Whether the manager was asked a second time. A manager that hides its bar on purpose is then left alone.
     bool isAskedAgain_ = false;
 };
 
 /// Decides where the icon is shown, by what the desktop offers now: in the tray, else as an item of a notifier host,
-/// else in the pocket. The host is not asked about before the tray is known to be of no use.
+/// else in the pocket. The host is not asked for until the tray is known to be useless.
 class IconPlacing {
 public:
     enum class Place { undecided, tray, notifier, pocket };
 
     [[nodiscard]] Place place() const { return place_; }
-    /// Whether it matters if there is a notifier host.
+    /// Whether the decision needs to know if there is a notifier host.
     [[nodiscard]] bool wantsHost() const { return !isHostKnown() && !isTrayPromising(); }
 
     void setTray(TrayDocking::State state);
-    /// The tray was offered a window and has not taken it in for long.
+    /// The tray was offered a window and has not embedded it in time.
     void trayIsSlow();
     void setHost(bool isThere);
-    /// The icon was offered as an item for long; where nobody has asked for its picture by then, it is not seen.
+    /// The icon has been offered as an item for some time. If no host has asked for its picture by now, it is not
+    /// visible.
     void itemIsOffered();
-    /// A host has asked for the item's picture, or the last one that did has gone.
+    /// A host has asked for the picture of the item, or the last such host has gone.
     void setItemSeen(bool isSeen);
-    /// Whether the pocket stands all the time. Some watchers tell of hosts that show nothing.
+    /// Whether the pocket is always shown. Some watchers announce hosts that show nothing.
     [[nodiscard]] bool wantsPocket() const {
         return place_ == Place::pocket || (place_ == Place::notifier && item_ == Item::unseen);
     }

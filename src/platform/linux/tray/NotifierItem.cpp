@@ -16,14 +16,14 @@
 namespace stowpocket {
 namespace {
 
-// As panels and programs use them; the freedesktop names are used by none.
+// The names that panels and programs use. None of them uses the freedesktop names.
 const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
 const QString itemPath = QStringLiteral("/StatusNotifierItem");
 const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 
-/// A picture as StatusNotifierItems send it, (iiay): pixels of 32 bits, alpha first, not multiplied with it.
+/// A picture as StatusNotifierItems send it, (iiay): pixels of 32 bits, alpha first, not premultiplied.
 struct NotifierPixmap {
     int width = 0;
     int height = 0;
@@ -31,7 +31,7 @@ struct NotifierPixmap {
 };
 using NotifierPixmaps = QList<NotifierPixmap>;
 
-/// (sa(iiay)ss): no picture of its own and no text below the title.
+/// (sa(iiay)ss), without a picture of its own or text below the title.
 struct NotifierToolTip {
     QString iconName;
     NotifierPixmaps pixmaps;
@@ -79,14 +79,14 @@ NotifierPixmaps notifierPixmaps(const QList<QImage>& pictures) {
     return pixmaps;
 }
 
-/// Makes these types known to D-Bus; called before the first is sent.
+/// Registers these types with D-Bus. Called before the first one is sent.
 void registerNotifierPixmaps() {
     qDBusRegisterMetaType<NotifierPixmap>();
     qDBusRegisterMetaType<NotifierPixmaps>();
     qDBusRegisterMetaType<NotifierToolTip>();
 }
 
-/// Every item of a process has a name of its own, which the watcher follows to see it go.
+/// Every item of a process has a name of its own. The watcher follows it to notice when the item goes.
 QString nextServiceName() {
     static int count = 0;
     return QStringLiteral("%1-%2-%3").arg(itemInterface).arg(QCoreApplication::applicationPid()).arg(++count);
@@ -113,7 +113,7 @@ void NotifierHost::askForHost() {
         return onAnswer_(false);
     QDBusMessage question =
         propertyCall(watcherName, watcherPath, watcherName, QStringLiteral("IsStatusNotifierHostRegistered"));
-    // A watcher that is not running is not started for this.
+    // The question must not start a watcher that is not running.
     question.setAutoStartService(false);
     callOnBus(bus_, question, asking_, [this](const QDBusMessage& answer) {
         const QDBusReply<QDBusVariant> reply = answer;
@@ -150,7 +150,7 @@ NotifierItem::~NotifierItem() {
 }
 
 void NotifierItem::requestName() {
-    // Not waited for: the bus keeps the order, so the name stands before the watcher hears of it.
+    // No need to wait: the bus keeps the order, so it knows the name before the watcher learns of it.
     bus_.call(nameRequest(service_), QDBus::NoBlock);
 }
 
@@ -225,7 +225,7 @@ QDBusMessage NotifierItem::answerAboutProperties(const QDBusMessage& question) c
     return question.createReply(QVariant::fromValue(QDBusVariant(*value)));
 }
 
-/// Other clicks than the plain one have no meaning here, as on the docked icon.
+/// Only the plain click has a meaning here, as on the docked icon.
 QDBusMessage NotifierItem::answer(const QDBusMessage& call) const {
     if (call.member() == QStringLiteral("Activate") && call.signature() == QStringLiteral("ii"))
         onActivate_({call.arguments().at(0).toInt(), call.arguments().at(1).toInt()});

@@ -13,7 +13,7 @@
 
 namespace stowpocket {
 
-/// Knows whether the desktop shows StatusNotifierItems: some panel must have announced itself to the watcher of the
+/// Knows whether the desktop shows StatusNotifierItems: some panel must have registered with the watcher of the
 /// session. Asks without waiting.
 class NotifierHost {
 public:
@@ -26,23 +26,23 @@ private:
     QDBusConnection bus_;
     const std::function<void(bool)> onAnswer_;
     QDBusServiceWatcher watcherService_;
-    /// Fires at once when it is started, as the signals of the watcher do.
+    /// Fires as soon as it is started, which the signals of the watcher do too.
     QTimer asking_;
 };
 
-/// What an item shows: the same picture in several sizes, and what it is called.
+/// What an item shows: one picture in several sizes, and a title.
 struct NotifierContent {
     QString title;
     QList<QImage> pictures;
 };
 
-/// The icon as a StatusNotifierItem: the panel fetches its picture over D-Bus and tells of clicks, nothing more; it
-/// passes no drops on. Registered with the session's watcher from construction to destruction.
+/// The icon as a StatusNotifierItem. The panel fetches its picture over D-Bus and reports clicks, but passes on no
+/// drops. Registered with the watcher of the session from construction to destruction.
 class NotifierItem : public QDBusVirtualObject {
 public:
-    /// `onActivate` gets the place of the click in pixels, as the panel tells it; (0, 0) when it does not. `onSeen`
-    /// tells whether anybody is there who has asked for the face, as only those do who show it; it must not destroy
-    /// this.
+    /// `onActivate` gets the position of the click in pixels, or (0, 0) when the panel does not report it. `onSeen`
+    /// gets whether any host is there that has asked for the content, as only hosts that show the item do. It must
+    /// not destroy this.
     NotifierItem(const QDBusConnection& bus, NotifierContent content, std::function<void(const QPoint&)> onActivate,
                  std::function<void(bool isSeen)> onSeen);
     ~NotifierItem() override;
@@ -65,7 +65,7 @@ private:
     NotifierContent content_;
     const std::function<void(const QPoint&)> onActivate_;
     const std::function<void(bool)> onSeen_;
-    /// Watches those who have asked for the face.
+    /// Watches the hosts that have asked for the content.
     QDBusServiceWatcher hosts_;
 };
 

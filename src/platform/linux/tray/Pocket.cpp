@@ -10,13 +10,13 @@
 namespace stowpocket {
 namespace {
 
-/// Alone on the screen the icon may be larger than in a bar, and is easier to hit.
+/// Alone on the screen the icon may be larger than in a bar, which makes it easier to hit.
 constexpr double contentScale = 1.4;
 constexpr double padding = 7;
 constexpr double cornerRadius = 10;
 constexpr float borderOpacity = 0.22F;
 
-/// KWin lets Wayland programs drop into no X11 window that it does not manage.
+/// KWin lets Wayland programs drop only into X11 windows that it manages.
 bool needsManager(const X11Connection& connection) {
     return isWaylandSession() && connection.windowManagerName() == "KWin";
 }
@@ -41,7 +41,7 @@ constexpr int distanceFromEdge = 8;
 
 void PocketPresence::dragBegan() {
     isDragOn_ = true;
-    // A source that died over the pocket never told that it left.
+    // A source that died over the pocket never said that it left.
     isHovered_ = false;
 }
 
@@ -92,7 +92,7 @@ void PocketWindow::paintEvent(QPaintEvent*) {
     QColor border = palette().color(QPalette::WindowText);
     border.setAlphaF(borderOpacity);
     painter.setRenderHint(QPainter::Antialiasing, isBlended);
-    // Half of the line falls outside; where the window ends there, it is drawn twice as wide.
+    // Half of the line is outside the outline. Where the window ends at the outline, the line is drawn twice as wide.
     const QPainterPath outline = panelOutline(isBlended ? QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5) : rect());
     painter.fillPath(outline, palette().window());
     painter.setPen(QPen(border, isBlended ? 1 : 2));
@@ -115,7 +115,7 @@ Pocket::~Pocket() = default;
 
 void Pocket::setResident(bool isResident) {
     presence_.setResident(isResident);
-    // As the icon itself it stands in the corner: where the icon was there is nothing left to lie over.
+    // As the icon itself it is in the corner: there is nothing left to cover where the icon was.
     if (isResident && icon_) {
         icon_.reset();
         closeWindow();
@@ -129,7 +129,7 @@ void Pocket::dragBegan(const std::optional<QRect>& icon) {
         closeWindow();
     icon_ = icon;
     showOrHide();
-    // Windows that were opened since may stand over it.
+    // Windows that were opened since may be above it.
     window_->raise();
 }
 
@@ -197,7 +197,7 @@ void Pocket::closeWindow() {
     if (!window_)
         return;
     window_->hide();
-    window_.release()->deleteLater();  // not at once: it may be handling a click or a drop
+    window_.release()->deleteLater();  // later, since it may be handling a click or a drop
 }
 
 }  // namespace stowpocket

@@ -13,16 +13,15 @@
 
 namespace stowpocket {
 
-/// When the pocket stands on the screen: always where there is no tray, else during drags and until the drop has
-/// arrived.
+/// When the pocket is on the screen: always where there is no tray, else during drags and until the drop has arrived.
 class PocketPresence {
 public:
     void setResident(bool isResident) { isResident_ = isResident; }
     void dragBegan();
     void dragEnded(DragEnd end);
-    /// A drag is over the pocket, or has left it.
+    /// A drag has entered the pocket or left it.
     void setHovered(bool isHovered) { isHovered_ = isHovered; }
-    /// On the pocket, so that the drag is over whatever else is known of it.
+    /// The drop was on the pocket, so the drag is certainly over.
     void dropped() { isDragOn_ = isHovered_ = false; }
 
     [[nodiscard]] bool isShown() const { return isResident_ || isDragOn_ || isHovered_; }
@@ -33,14 +32,14 @@ private:
     bool isHovered_ = false;
 };
 
-/// One showing of the pocket: above all windows, known to no window manager and no panel, so that drags reach it
-/// whatever the desktop does.
+/// The window of the pocket, made each time that it appears. It is above all other windows, and no window manager or
+/// panel knows of it, so drags reach it on every desktop.
 class PocketWindow : public StatusItemWindow {
 public:
-    /// The icon on a small panel of its own. All of it outlives the window.
+    /// Shows the icon on a small panel of its own. All references outlive the window.
     PocketWindow(const X11Connection& connection, const StatusItemContent& content, const SymbolPainter& paintSymbol,
                  IncomingDrops& drops);
-    /// Looks as what it covers did.
+    /// Looks like what it covers.
     void cover(const QRect& place);
 
     void showContent() override;
@@ -54,9 +53,9 @@ private:
     QPixmap covered_;
 };
 
-/// A place to drop files that depends on no panel. During a drag it lies exactly over the icon, for panels that keep
-/// drops to themselves, or in the corner of the screen when the icon's place is unknown or its picture cannot be had;
-/// where there is no tray at all it stays there as the icon.
+/// A place for drops that depends on no panel. During a drag it lies exactly over the icon, for panels that keep
+/// drops to themselves. If the position of the icon is unknown, or its picture cannot be read, it is in the corner of
+/// the screen. Where there is no tray at all, it stays there as the icon.
 class Pocket {
 public:
     /// All references outlive it.
@@ -65,14 +64,14 @@ public:
     ~Pocket();
 
     void setResident(bool isResident);
-    /// `icon` is the place of the icon on the screen, where that is known.
+    /// `icon` is the position of the icon on the screen, if that is known.
     void dragBegan(const std::optional<QRect>& icon);
     void dragEnded(DragEnd end);
     void showContent();
 
-    /// None while it is not on the screen.
+    /// Returns nothing while it is not on the screen.
     [[nodiscard]] std::optional<QRect> rectOnScreen() const;
-    /// Emitted when it appears, goes or moves.
+    /// Emitted when it appears, disappears or moves.
     Signal<> changed;
 
 private:

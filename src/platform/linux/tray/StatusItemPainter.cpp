@@ -15,7 +15,7 @@ QRectF qRect(const Rect& rect) {
     return {rect.x, rect.y, rect.width, rect.height};
 }
 
-/// Everything in `whole` but the badge and a gap around it, so that a filled symbol does not run into the badge.
+/// Everything in `whole` except the badge and a gap around it, so that a filled symbol does not touch the badge.
 QPainterPath around(const QRectF& badge, const QRectF& whole) {
     constexpr double gap = 1;
     const QRectF hole = badge.adjusted(-gap, -gap, gap, gap);
@@ -70,7 +70,7 @@ StatusItemMeasure measureContent(const StatusItemContent& content) {
             metrics.horizontalAdvance(countText(content.title))};
 }
 
-/// The list of fonts is one for the whole program; the size does not matter for it.
+/// The whole program shares one list of fonts, so the size does not matter here.
 void loadCountFont() {
     const StatusItemTitle title{.text = "0", .fontSize = 9, .weight = FontWeight::bold, .baselineOffset = 0};
     static_cast<void>(QFontMetricsF(titleFont(title, title.fontSize)).height());

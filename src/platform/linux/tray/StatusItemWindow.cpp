@@ -53,7 +53,7 @@ void StatusItemWindow::showEvent(QShowEvent*) {
     describe();
 }
 
-/// The first description of a program waits for the accessibility bus, which is not to delay the icon.
+/// The first description in a program waits for the accessibility bus, which must not delay the icon.
 void StatusItemWindow::describe() {
     const QString description = QString::fromStdString(content_.image.accessibilityDescription);
     setAccessibleName(description);
@@ -65,7 +65,7 @@ void StatusItemWindow::dragEnterEvent(QDragEnterEvent* event) {
         return event->ignore();
     QtDraggingPasteboard pasteboard(*event->mimeData(), drops_);
     answer(*event, content_.dropView->draggingEntered(pasteboard));
-    // A drag that was turned away is not heard of again.
+    // A rejected drag is not heard of again.
     hovered.emit(event->isAccepted());
 }
 
@@ -101,7 +101,7 @@ TrayWindow::TrayWindow(const X11Connection& connection, xcb_window_t manager, co
 }
 
 void TrayWindow::requestDock() {
-    // Panels pass drags on to windows that took drops before they were docked.
+    // Panels pass drags on only to windows that took drops before they were docked.
     setAcceptDrops(true);
     const QSize room = wish();
     resize(room);
@@ -109,14 +109,15 @@ void TrayWindow::requestDock() {
     windowHandle()->setMinimumSize(room);
     const xcb_atom_t info = connection_.atom(X11Atom::xembedInfo);
     connection_.setProperty(window, info, info, {xembedVersion, xembedMapped});
-    // No window manager says so, and Qt would look for a frame in every window around it at each change of its size.
+    // No window manager sets this. Without it Qt would look for a frame in every surrounding window at each change of
+    // the size.
     connection_.setProperty(window, connection_.atom(X11Atom::frameExtents), XCB_ATOM_CARDINAL, {0, 0, 0, 0});
     connection_.sendMessage(manager_, XCB_EVENT_MASK_NO_EVENT, manager_, X11Atom::trayOpcode,
                             {XCB_CURRENT_TIME, requestDockOpcode, window, 0, 0});
 }
 
-/// The tray alone sets the size. Qt is not asked for one: it would take that for granted, and where the tray sets its
-/// own again, Qt does not notice.
+/// The tray alone sets the size. A size set through Qt would count as granted, and Qt does not notice when the tray
+/// sets its own again.
 void TrayWindow::showContent() {
     StatusItemWindow::showContent();
     if (windowHandle() != nullptr)
@@ -163,7 +164,8 @@ QImage TrayWindow::paintedBackground() const {
     return plain;
 }
 
-/// By the pixels behind the icon, else by what the bar announces, else by the pixel beside it.
+/// Chosen by the pixels behind the icon, else by the colour that the bar announces, else by the pixel beside the
+/// icon.
 QColor TrayWindow::foregroundOn(const QImage& background) const {
     if (!background.isNull())
         return readableOn(background.pixelColor(0, 0));

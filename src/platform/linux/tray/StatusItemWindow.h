@@ -10,16 +10,16 @@
 
 namespace stowpocket {
 
-/// What every window of the icon shares: it takes clicks and drops, tells assistive technology what it is, and never
-/// takes the keyboard. Window managers leave it alone.
+/// The base of all windows of the icon. It takes clicks and drops, describes itself to assistive technology and never
+/// takes the keyboard. Window managers ignore it.
 class StatusItemWindow : public QAbstractButton {
 public:
-    /// All of it outlives the window.
+    /// All references outlive the window.
     StatusItemWindow(const StatusItemContent& content, IncomingDrops& drops);
 
-    /// Shows a changed face, wishing for more or less room.
+    /// Shows changed content, which may need another size.
     virtual void showContent();
-    /// A drag came over the window, or has left it.
+    /// Emitted when a drag has entered the window or left it.
     Signal<bool> hovered;
     Signal<> dropped;
 
@@ -38,18 +38,18 @@ private:
     IncomingDrops& drops_;
 };
 
-/// The window of one docking into one tray manager. A tray takes its windows with it when it goes, and the next may
-/// want another visual, so none is used twice.
+/// The window for one docking into one tray. A tray destroys its windows when it goes, and the next tray may want
+/// another visual, so no window is used twice.
 class TrayWindow : public StatusItemWindow {
 public:
-    /// `connection` and `face` outlive the window. Made for `manager`, whose visual it takes.
+    /// All references outlive the window. It is made for `manager` and takes its visual.
     TrayWindow(const X11Connection& connection, xcb_window_t manager, const StatusItemContent& content,
                const SymbolPainter& paintSymbol, IncomingDrops& drops);
 
-    /// Asks the manager to take the window in; it answers with an XEMBED message, perhaps never.
+    /// Asks the manager to embed the window. The answer is an XEMBED message, which may never arrive.
     void requestDock();
     void showContent() override;
-    /// The same, for a bar that may have another direction now.
+    /// Follows a bar that may have another direction now.
     void followBar();
     [[nodiscard]] xcb_window_t id() const { return static_cast<xcb_window_t>(internalWinId()); }
 
@@ -65,7 +65,7 @@ private:
     const X11Connection& connection_;
     const xcb_window_t manager_;
     const SymbolPainter& paintSymbol_;
-    /// Told by `followBar()`, as the server is not to be asked at each change of the face.
+    /// Updated by `followBar()`, so that no change of the content asks the server.
     BarDirection direction_;
 };
 

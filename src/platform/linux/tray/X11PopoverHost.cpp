@@ -7,15 +7,15 @@ bool X11PopoverHost::blendsWindows() const {
     return connection_.selectionOwner(X11Atom::compositorOwner) != x11None;
 }
 
-/// Window managers take these wishes from a window when it is hidden.
+/// Window managers drop these requests of a window when it is hidden.
 void X11PopoverHost::willShow(QWidget& window) {
     const auto shown = static_cast<xcb_window_t>(window.winId());
     connection_.keepAboveUnlisted(shown);
     startup_.mark(shown);
 }
 
-/// As a pager would: a window manager may refuse a program's own wish when the user has typed elsewhere since, and
-/// here the user has just clicked the icon, dragged onto it or pressed the shortcut.
+/// Asks as a pager would. A window manager may refuse the request of a program when the user has typed elsewhere
+/// since, but here the user has just clicked the icon, dragged onto it or pressed the shortcut.
 void X11PopoverHost::focus(QWidget& window) {
     constexpr std::uint32_t fromPager = 2;
     constexpr std::uint32_t managers = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;

@@ -14,7 +14,7 @@ public:
     X11PopoverHost(const X11Connection& connection, X11FileDrag& fileDrag)
         : connection_(connection), fileDrag_(fileDrag), startup_(connection) {}
 
-    /// Where requests of other processes to show a popover leave what their launchers gave them.
+    /// Requests of other processes to show a popover put what their launchers gave them here.
     [[nodiscard]] X11Startup& startup() { return startup_; }
 
     [[nodiscard]] bool blendsWindows() const override;

@@ -17,8 +17,8 @@ using namespace std::chrono_literals;
 
 /// Trays that proxy move the window into place only after they have announced that it is embedded.
 constexpr auto placingTime = 300ms;
-/// Trays answer within milliseconds, and those that start with the session are soon there. One that hangs must not
-/// keep the icon from being seen.
+/// Trays answer within milliseconds, and those that start with the session are soon there. A tray that hangs must not
+/// hide the icon.
 constexpr auto answeringTime = 1s;
 constexpr std::uint32_t xembedEmbeddedNotify = 0;
 
@@ -126,7 +126,8 @@ void X11StatusItem::checkForProxy() {
     takeStep(docking_.foundProxy(), x11None);
 }
 
-/// A window is not told when what it stands in moves or grows, which changes its place and what is seen of it.
+/// A window gets no event when a window around it moves or grows, which changes its position and what is visible of
+/// it.
 void X11StatusItem::watchBar() {
     around_.clear();
     xcb_window_t around = button_->window();
@@ -137,7 +138,7 @@ void X11StatusItem::watchBar() {
     barChanged();
 }
 
-/// One change comes as several events, for the icon and for each window that it stands in.
+/// One change arrives as several events, for the icon and for each window around it.
 void X11StatusItem::scheduleChange(Change change) {
     const bool isComing = change_.has_value();
     if (!isComing || change == Change::ofBar)

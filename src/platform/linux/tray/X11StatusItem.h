@@ -11,9 +11,9 @@
 
 namespace stowpocket {
 
-/// The place of the icon on the desktop: listens to the server for trays that come and go and for drags, to the
-/// session bus for hosts of items where no tray is of use, and has the icon follow. The icon is offered to the tray
-/// as soon as its button is complete: the event loop begins with other work, which would delay it.
+/// Moves the icon to the right place on the desktop. It listens to the server for trays and drags, and to the session
+/// bus for hosts of items where no tray is usable. The icon is offered to the tray as soon as its button is complete,
+/// because the event loop begins with other work.
 class X11StatusItem : public StatusItem, private X11EventFilter {
 public:
     /// `onPlaced` runs whenever the icon has found a place.
@@ -47,11 +47,11 @@ private:
     TrayDocking docking_;
     IconPlacing placing_;
     bool isItem_ = false;
-    /// What the docked icon stands in, from its container to the window of the bar.
+    /// The windows around the docked icon, from its container to the window of the bar.
     std::vector<xcb_window_t> around_;
-    /// What has changed and is not told yet.
+    /// A change that is not announced yet.
     std::optional<Change> change_;
-    /// Null until no tray is of use.
+    /// Null until no tray is usable.
     std::unique_ptr<NotifierHost> host_;
     X11DragWatch dragWatch_;
     Subscription completed_;
@@ -63,8 +63,7 @@ private:
 /// The tray of an X11 desktop.
 class X11StatusBar : public StatusBar {
 public:
-    /// `connection` and `drops` outlive every item.
-    /// `onPlaced` runs whenever an item has found a place on the screen.
+    /// `connection` and `drops` outlive every item. `onPlaced` runs whenever an item has found a place on the screen.
     X11StatusBar(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops,
                  std::function<void()> onPlaced)
         : connection_(connection),

@@ -11,7 +11,7 @@
 namespace stowpocket {
 namespace {
 
-/// Qt keeps each screen's corner in pixels and scales distances from there.
+/// Qt keeps the corner of each screen in pixels and scales distances from there.
 std::optional<QRect> pointsOf(const QRect& pixels) {
     for (const QScreen* const screen : QGuiApplication::screens()) {
         const QPoint corner = screen->geometry().topLeft();
@@ -24,12 +24,12 @@ std::optional<QRect> pointsOf(const QRect& pixels) {
     return std::nullopt;
 }
 
-/// In pixels; panels take the nearest and scale it.
+/// In pixels. Panels take the nearest size and scale it.
 constexpr std::array<int, 4> notifierSizes{16, 22, 32, 48};
-/// Stands out from light and dark bars alike, for hosts that do not tell which they are.
+/// Readable on light and dark bars, for hosts that do not announce their colour.
 constexpr QRgb neutralColor = 0xFF8C8C8C;
 
-/// Some hosts tell nothing, and some the place within the icon instead of that on the screen.
+/// Some hosts report no position, and some report it within the icon instead of on the screen.
 bool isPlaceOnScreen(const QPoint& pixels) {
     constexpr int largestIcon = 64;
     return pixels.x() > largestIcon || pixels.y() > largestIcon;
@@ -134,7 +134,7 @@ void X11StatusItemButton::undock() {
     bar_ = x11None;
     forgetPlaces();
     if (window_)
-        window_.release()->deleteLater();  // not at once: it may be handling a click or a drag
+        window_.release()->deleteLater();  // later, since it may be handling a click or a drag
 }
 
 void X11StatusItemButton::barChanged(xcb_window_t bar) {
@@ -161,7 +161,7 @@ void X11StatusItemButton::setPlace(const IconPlacing& placing) {
 }
 
 void X11StatusItemButton::dragBegan() {
-    // In a Wayland session the server knows no picture of the screen to lay over the icon.
+    // In a Wayland session the server has no picture of the screen to lay over the icon.
     const bool isSeen = window_ && window_->isVisible() && !isWaylandSession();
     pocket_.dragBegan(isSeen ? dockedRect() : std::nullopt);
 }
@@ -200,7 +200,7 @@ void X11StatusItemButton::pocketChanged() {
         lastPlace_ = place;
         moved.emit();
     } else if (window_) {
-        // What was painted under the pocket may have read the pocket for the bar behind it.
+        // What was painted under the pocket may have taken the pocket for the background.
         window_->update();
     }
 }

@@ -10,11 +10,11 @@
 
 namespace stowpocket {
 
-/// The icon wherever it is shown: keeps what it was given and shows it in a window of its own for each docking, as an
-/// item of a notifier host, or in the pocket.
+/// The icon wherever it is shown. It keeps its content and shows it in a new window for each docking, as an item of a
+/// notifier host, or in the pocket.
 class X11StatusItemButton : public QtStatusItemButton {
 public:
-    /// All outlive it.
+    /// All references outlive it.
     X11StatusItemButton(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops);
 
     void setImage(const StatusItemImage& image) override;
@@ -24,32 +24,32 @@ public:
     [[nodiscard]] QRect rectOnScreen() const override;
     [[nodiscard]] QRect barOnScreen() const override;
 
-    /// Emitted when it has got its drop view, the last that it is given before it is shown.
+    /// Emitted when it has its drop view, which is the last thing that it gets before it is shown.
     Signal<> completed;
 
-    /// Offers a fresh window to `manager`.
+    /// Offers a new window to `manager`.
     void dock(xcb_window_t manager);
-    /// The tray took the window in; until then Qt would not paint into it.
+    /// The tray has embedded the window. Before that Qt would not paint into it.
     void showDocked();
     void undock();
-    /// 0 while not docked.
+    /// Returns 0 while it is not docked.
     [[nodiscard]] xcb_window_t window() const { return window_ == nullptr ? x11None : window_->id(); }
 
-    /// The docked icon stands in that window of a bar, which has another place, size, direction or colour now. From
-    /// here on every such change is told, and every one of the icon's own place.
+    /// The docked icon is in `bar`, which has another position, size, direction or colour now. After this call every
+    /// such change is reported, and every change of the position of the icon.
     void barChanged(xcb_window_t bar);
     void iconMoved();
 
-    /// Emitted when a host has asked for what the item shows, and with false when no such host is left.
+    /// Emitted with true when a host has asked for the content of the item, and with false when no such host is left.
     Signal<bool> itemSeen;
 
-    /// Where else than in the tray, or nowhere else.
+    /// Shows or hides the icon in other places than the tray.
     void setPlace(const IconPlacing& placing);
     void dragBegan();
     void dragEnded(DragEnd end) { pocket_.dragEnded(end); }
 
 private:
-    /// Where a window is on the screen, which is known while all its changes are told.
+    /// The position of a window on the screen, which stays known because all its changes are reported.
     class KnownPlace {
     public:
         void forget() { pixels_.reset(); }
@@ -77,15 +77,15 @@ private:
     std::function<void()> action_;
     std::unique_ptr<TrayWindow> window_;
     xcb_window_t bar_ = x11None;
-    /// The server is not asked again and again for what a popover needs at each step of its growth.
+    /// Remembered, because a popover needs them at each step of its growth.
     mutable KnownPlace iconPlace_;
     mutable KnownPlace barPlace_;
     Pocket pocket_;
     Subscription pocketChanged_;
     std::unique_ptr<NotifierItem> notifier_;
-    /// Where the user met the icon last while it was in no tray, so that the popover stays there.
+    /// Where the user met the icon last while it was in no tray. The popover stays there.
     std::optional<QRect> lastPlace_;
-    /// Ends the connections of windows that are still to be deleted.
+    /// Ends the connections of windows that are not deleted yet.
     QObject context_;
 };
 

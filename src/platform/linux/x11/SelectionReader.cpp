@@ -61,11 +61,12 @@ SelectionAnswer transferSelection(SelectionExchange& exchange, const SelectionSi
 
 namespace {
 
-/// Of a property, in bytes and a multiple of four. Owners may make theirs as long as they like.
+/// How much of a property is read at once, in bytes and a multiple of four. Owners may make a property as long as
+/// they like.
 constexpr std::size_t partSize = 64u << 10;
 
-/// One question, asked on a window of its own: an answer that comes too late finds it gone, and cannot be taken for
-/// the answer to the next.
+/// One question, asked for a window of its own. A late answer finds that window gone, so it cannot be taken for the
+/// answer to the next question.
 class X11Exchange : public SelectionExchange {
 public:
     struct Question {

@@ -12,19 +12,19 @@
 
 namespace stowpocket {
 
-/// Why one form of a selection could not be had.
+/// Why one form of a selection could not be read.
 enum class SelectionFailure {
-    refused,  ///< the owner has no such thing, whatever it says, or is gone
+    refused,  ///< the owner has no such form, even if it says so, or is gone
     late,
     tooBig,
 };
 
-/// What the owner of a selection does after it was asked for one form of it. It is another program, which may do
+/// What the owner of a selection does after a request for one form of it. The owner is another program, which may do
 /// anything.
 class SelectionExchange {
 public:
     enum class Sign { come, refused, timeUp };
-    /// Of the property that its data come in.
+    /// The property that the data arrive in.
     struct Part {
         bool isThere = false;
         bool announcesPieces = false;
@@ -37,11 +37,11 @@ public:
     virtual ~SelectionExchange() = default;
     [[nodiscard]] virtual Sign awaitAnswer() = 0;
     [[nodiscard]] virtual Sign awaitPiece() = 0;
-    /// From the byte `offset` on. The owner learns from the last part that the property was taken.
+    /// Reads from the byte `offset` on. Reading the last part tells the owner that the property was taken.
     [[nodiscard]] virtual Part take(std::size_t offset) = 0;
 };
 
-/// Takes the next bytes; false when it takes no more.
+/// Takes the next bytes. Returns false when it takes no more.
 using SelectionSink = std::function<bool(std::span<const std::byte>)>;
 
 struct SelectionAnswer {
@@ -50,14 +50,14 @@ struct SelectionAnswer {
     std::uint8_t format = 8;
 };
 
-/// Takes what the owner hands over, at once or in pieces (ICCCM 2.7.2, where an empty piece is the end). What was
-/// handed on before a failure is worth nothing.
+/// Reads what the owner hands over, at once or in pieces (ICCCM 2.7.2, where an empty piece is the end). After a
+/// failure, discard what was handed on before.
 [[nodiscard]] SelectionAnswer transferSelection(SelectionExchange& exchange, const SelectionSink& sink);
 
-/// How long an owner is waited for. It may be another program that hangs.
+/// How long to wait for an owner, which may be a program that hangs.
 struct SelectionPatience {
     XcbSession::Deadline deadline;
-    /// Without any sign of it.
+    /// The longest time without any sign of it.
     std::chrono::milliseconds silence = std::chrono::hours(1);
 };
 
@@ -73,10 +73,10 @@ public:
     [[nodiscard]] xcb_atom_t selection() const { return selection_; }
     /// 0 when nobody owns it.
     [[nodiscard]] xcb_window_t owner() const;
-    /// Hands the bytes on as they come; those that were handed on before a failure are worth nothing.
+    /// Hands the bytes on as they arrive. After a failure, discard those that were handed on before.
     [[nodiscard]] Answer read(const std::string& target, xcb_timestamp_t time, const SelectionPatience& patience,
                               const Sink& sink);
-    /// The same, all at once and not longer than `mostBytes`.
+    /// The same, all at once and at most `mostBytes`.
     [[nodiscard]] Answer read(const std::string& target, xcb_timestamp_t time, const SelectionPatience& patience,
                               std::size_t mostBytes, std::vector<std::byte>& bytes);
 

@@ -140,7 +140,7 @@ bool X11Connection::isOwn(xcb_window_t window) const {
 
 bool X11Connection::isWindowManagers(xcb_window_t window) const {
     const std::vector<std::uint32_t> manager = property(root(), X11Atom::windowManager);
-    // All programs get ranges of numbers of the same size.
+    // All programs get ranges of the same size for the numbers of their windows.
     const std::uint32_t ranges = ~xcb_get_setup(connection_)->resource_id_mask;
     return !manager.empty() && (manager.front() & ranges) == (window & ranges);
 }
@@ -225,7 +225,8 @@ QRect usableArea(const QScreen& screen) {
     const QRect available = screen.availableGeometry();
     if (!isWaylandSession() || available != screen.geometry())
         return available;
-    // Not every compositor tells the X server of its panels; most of those have one at the top, rarely a higher one.
+    // Some compositors do not tell the X server of their panels. Most of these have one at the top, which is rarely
+    // higher than this.
     constexpr int panelHeight = 48;
     return available.adjusted(0, panelHeight, 0, 0);
 }

@@ -18,7 +18,7 @@ namespace stowpocket {
 struct FreeXcbAnswer {
     void operator()(void* answer) const { std::free(answer); }
 };
-/// An answer, an error or an event of the X server, freed as xcb wants it.
+/// An answer, an error or an event of the X server, which xcb wants freed this way.
 template <class Answer>
 using XcbAnswer = std::unique_ptr<Answer, FreeXcbAnswer>;
 
@@ -53,17 +53,18 @@ inline constexpr std::uint8_t x11EventType<xcb_ge_generic_event_t> = XCB_GE_GENE
     return static_cast<std::uint8_t>(event.response_type & 0x7F);
 }
 
-/// Null when the event is of another type. Where two types share a structure, as press and release of a key, and for
-/// extensions, `type` tells which one is meant; 0 is none.
+/// Returns null when the event has another type. `type` is needed where two types share a structure, as press and
+/// release of a key, and for extensions. The type 0 matches nothing.
 template <class Event>
 [[nodiscard]] const Event* eventAs(const xcb_generic_event_t& event, std::uint8_t type = x11EventType<Event>) {
     return type != 0 && typeOf(event) == type ? reinterpret_cast<const Event*>(&event) : nullptr;
 }
 
-/// Sends an event to whoever selected `mask` on `destination`; with an empty mask, to the program of that window.
+/// Sends an event to whoever selected `mask` on `destination`. With an empty mask it goes to the program of that
+/// window.
 template <class Event>
 void sendEvent(xcb_connection_t* connection, xcb_window_t destination, std::uint32_t mask, const Event& event) {
-    // Every event has 32 bytes for the server, though not all structures do.
+    // The server reads 32 bytes of every event, though some structures are shorter.
     std::array<char, 32> bytes{};
     static_assert(sizeof event <= bytes.size());
     std::memcpy(bytes.data(), &event, sizeof event);
@@ -71,7 +72,7 @@ void sendEvent(xcb_connection_t* connection, xcb_window_t destination, std::uint
     xcb_flush(connection);
 }
 
-/// Sees the events that come on Qt's connection to the X server before Qt does, from construction to destruction.
+/// Sees each event on Qt's connection to the X server before Qt does. Installed from construction to destruction.
 /// Main thread.
 class X11EventFilter : private QAbstractNativeEventFilter {
 public:
@@ -82,10 +83,10 @@ protected:
     X11EventFilter();
     ~X11EventFilter() override = default;
 
-    /// Returns whether Qt is kept from the event. The server may not be asked anything meanwhile: Qt could handle the
-    /// next event inside.
+    /// Returns true to keep the event from Qt. Must not ask the server anything, because Qt could handle the next
+    /// event meanwhile.
     virtual bool handleEvent(const xcb_generic_event_t& event) = 0;
-    /// Runs `work` once Qt is through with the event, or so much later; never after this is destroyed.
+    /// Runs `work` when Qt has handled the event, or after `delay`. Never runs it after this is destroyed.
     void later(std::function<void()> work) { later(std::chrono::milliseconds::zero(), std::move(work)); }
     void later(std::chrono::milliseconds delay, std::function<void()> work);
 

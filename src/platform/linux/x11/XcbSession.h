@@ -14,8 +14,8 @@
 
 namespace stowpocket {
 
-/// A connection to the X server of this object's own, with an unseen window. Used by one thread at a time; questions
-/// wait for the server.
+/// A connection of its own to the X server, with an unseen window. Used by one thread at a time. Questions wait for
+/// the server.
 class XcbSession : public X11Connection {
 public:
     using Deadline = std::chrono::steady_clock::time_point;
@@ -28,20 +28,20 @@ public:
     XcbSession& operator=(const XcbSession&) = delete;
 
     [[nodiscard]] xcb_window_t window() const { return window_; }
-    /// Another unseen window, which hears of its properties.
+    /// Makes another unseen window, which gets the events of its properties.
     [[nodiscard]] xcb_window_t newWindow() const;
 
     using X11Connection::atom;
     [[nodiscard]] xcb_atom_t atom(const std::string& name);
     [[nodiscard]] std::vector<std::string> namesOf(const std::vector<xcb_atom_t>& atoms) const;
-    /// The server's clock, which selections are taken by.
+    /// The time of the server, which owners of selections are told.
     [[nodiscard]] xcb_timestamp_t serverTime();
 
-    /// Gets the events that nobody waits for.
+    /// The handler gets the events that nobody waits for.
     void setEventHandler(std::function<void(const xcb_generic_event_t&)> handler) { handler_ = std::move(handler); }
-    /// Hands on the events that have come, without waiting.
+    /// Hands on the events that have arrived, without waiting.
     void handleEvents();
-    /// Waits for an event that satisfies `isWanted`, handing on the others; null after the deadline.
+    /// Waits for an event that satisfies `isWanted` and hands on the others. Returns null after the deadline.
     [[nodiscard]] Event await(Deadline deadline, const std::function<bool(const xcb_generic_event_t&)>& isWanted);
 
 private:
