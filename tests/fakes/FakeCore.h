@@ -16,7 +16,10 @@ namespace stowpocket {
 class CountingPreferences : public LayeredPreferenceStore {
 public:
     void setValue(std::string_view key, PropertyValue value) override {
-        saves += key == shelfBookmarksKey ? 1 : 0;
+        if (key == shelfBookmarksKey) {
+            ++saves;
+            onSave();
+        }
         LayeredPreferenceStore::setValue(key, std::move(value));
     }
     void whenSaved(SaveCompletion completion) override {
@@ -31,6 +34,7 @@ public:
             completion(problem);
     }
     int saves = 0;
+    std::function<void()> onSave = [] {};
     bool isSlow = false;
     std::vector<SaveCompletion> waiting;
 };

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <gtest/gtest.h>
-
+// Nothing is to be warned of, and nothing of the user's to be found: off the screen, without a bus, in a home of its
+// own.
 #include <QApplication>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -16,8 +19,12 @@ void failOnMessage(QtMsgType type, const QMessageLogContext&, const QString& mes
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
+    const QTemporaryDir home;
+    for (const char* const folder : {"HOME", "XDG_RUNTIME_DIR", "XDG_CACHE_HOME"})
+        qputenv(folder, home.path().toUtf8());
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication app(argc, argv);
+    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+    const QApplication application(argc, argv);
     qInstallMessageHandler(failOnMessage);
     return RUN_ALL_TESTS();
 }
