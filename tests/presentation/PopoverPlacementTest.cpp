@@ -12,29 +12,21 @@ constexpr double height = 200 + popoverArrowHeight;
 constexpr Rect belowBar{0, 28, 1280, 772};
 constexpr Rect aboveBar{0, 0, 1280, 772};
 
-TEST(PopoverPlacement, hangsCentredBelowTheIcon) {
-    const PopoverPlacement placement = placePopover({600, 3, 20, 22}, content, belowBar, 0);
-    EXPECT_EQ(placement.frame, (Rect{450, 28, 320, height}));
-    EXPECT_EQ(placement.arrowSide, ArrowSide::top);
-    EXPECT_EQ(placement.arrowTip, 160);
-}
-
-TEST(PopoverPlacement, staysOnTheScreenWithTheArrowAtTheIcon) {
-    const PopoverPlacement right = placePopover({1230, 3, 20, 22}, content, belowBar, 0);
-    EXPECT_EQ(right.frame.right(), 1280 - popoverMargin);
-    EXPECT_EQ(right.frame.x + right.arrowTip, 1240);
-
-    const PopoverPlacement corner = placePopover({1256, 3, 24, 22}, content, belowBar, 0);
-    EXPECT_EQ(corner.frame.right(), 1280 - popoverMargin);
-    EXPECT_EQ(corner.arrowTip, 320 - popoverCornerRadius - popoverArrowWidth / 2) << "beside the rounded corner";
-    EXPECT_GE(corner.frame.x + corner.arrowTip, 1256) << "under the icon in the corner";
+TEST(PopoverPlacement, hangsCentredFromTheBarButStaysOnTheScreenWithTheArrowAtTheIcon) {
+    constexpr double farRight = 1280 - popoverMargin - 320;
+    constexpr double besideTheCorner = 320 - popoverCornerRadius - popoverArrowWidth / 2;
+    for (const auto& [icon, screen, left, arrowTip] : {std::tuple(Rect{600, 3, 20, 22}, belowBar, 450.0, 160.0),
+                                                       {{600, 775, 20, 22}, aboveBar, 450.0, 160.0},
+                                                       {{1230, 3, 20, 22}, belowBar, farRight, 1240 - farRight},
+                                                       {{1256, 3, 24, 22}, belowBar, farRight, besideTheCorner}}) {
+        const PopoverPlacement placement = placePopover(icon, content, screen, 0);
+        const bool isBelow = screen == belowBar;
+        EXPECT_EQ(placement.frame, (Rect{left, isBelow ? 28 : 772 - height, 320, height}));
+        EXPECT_EQ(placement.arrowSide, isBelow ? ArrowSide::top : ArrowSide::bottom);
+        EXPECT_EQ(placement.arrowTip, arrowTip);
+    }
+    EXPECT_GE(farRight + besideTheCorner, 1256) << "under the icon in the corner";
     EXPECT_EQ(placePopover({-30, 3, 20, 22}, content, belowBar, 0).frame.x, popoverMargin);
-}
-
-TEST(PopoverPlacement, opensUpwardFromABarAtTheBottom) {
-    const PopoverPlacement placement = placePopover({600, 775, 20, 22}, content, aboveBar, 0);
-    EXPECT_EQ(placement.arrowSide, ArrowSide::bottom);
-    EXPECT_EQ(placement.frame.bottom(), 772);
 }
 
 TEST(PopoverPlacement, takesTheRoomierSideAndIsCutWhenNeitherIsEnough) {

@@ -3,6 +3,7 @@
 
 #include "foundation/FileURL.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -43,11 +44,12 @@ public:
         std::filesystem::create_directories(std::filesystem::path(path(to)).parent_path());
         std::filesystem::rename(path(from), path(to));
     }
-    /// The names in the folder, hidden ones too.
-    [[nodiscard]] std::vector<std::string> names() const {
+    /// The names in the folder, or in one inside it, hidden ones too, in their order.
+    [[nodiscard]] std::vector<std::string> names(const std::string& inside = {}) const {
         std::vector<std::string> found;
-        for (const auto& entry : std::filesystem::directory_iterator(path_))
+        for (const auto& entry : std::filesystem::directory_iterator(path(inside)))
             found.push_back(entry.path().filename());
+        std::ranges::sort(found);
         return found;
     }
 

@@ -87,13 +87,7 @@ protected:
         process.waitForFinished();
         return process.readAll().toStdString();
     }
-    [[nodiscard]] std::vector<std::string> files() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder.path("app")))
-            names.push_back(entry.path().filename());
-        std::ranges::sort(names);
-        return names;
-    }
+    [[nodiscard]] std::vector<std::string> files() const { return folder.names("app"); }
     void expectUntouched() {
         EXPECT_EQ(runningVersion(), "1");
         EXPECT_EQ(files(), std::vector<std::string>{"program"});
