@@ -3,6 +3,8 @@
 #import "platform/macos/Conversions.h"
 #include "platform/macos/MacDrags.h"
 
+#include <utility>
+
 /// Offers the file itself and its contents under their own types. The contents are read only when a receiver asks for
 /// them.
 @interface StowpocketFileWriter : NSObject <NSPasteboardWriting>
