@@ -3,7 +3,7 @@
 
 #include "app/Preferences.h"
 #include "foundation/Invariant.h"
-#include "foundation/NotificationCenter.h"
+#include "foundation/Signal.h"
 #include "services/Input.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/CommandPath.h"
 
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 
 namespace stowpocket {
 namespace {

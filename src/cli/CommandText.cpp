@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/CommandText.h"
 
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 
 #include <cstdint>
 
@@ -9,11 +9,6 @@ namespace stowpocket {
 namespace {
 
 constexpr std::string_view hexDigits = "0123456789abcdef";
-
-bool isControl(char character) {
-    const auto byte = static_cast<std::uint8_t>(character);
-    return byte < 0x20 || byte == 0x7F;
-}
 
 /// The length of the character at the beginning of `text` if it is one beyond ASCII that terminals obey or that makes
 /// a line look other than it is: U+0080 to U+009F, marks of the direction, separators of lines. Else 0.

@@ -2,33 +2,27 @@
 #include "foundation/FileURL.h"
 
 #include "foundation/Invariant.h"
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 
+#include <charconv>
 #include <cstdint>
 
 namespace stowpocket {
 namespace {
 
-int hexValue(char digit) {
-    if (digit >= '0' && digit <= '9')
-        return digit - '0';
-    if (digit >= 'a' && digit <= 'f')
-        return digit - 'a' + 10;
-    if (digit >= 'A' && digit <= 'F')
-        return digit - 'A' + 10;
-    return -1;
-}
-
-bool isControl(char character) {
-    const auto byte = static_cast<std::uint8_t>(character);
-    return byte < 0x20 || byte == 0x7F;
+/// The byte that two hexadecimal digits say; none when they are not that.
+std::optional<char> byteOfHex(std::string_view digits) {
+    std::uint8_t byte = 0;
+    const char* const all = digits.data() + digits.size();
+    const auto [end, error] = std::from_chars(digits.data(), all, byte, 16);
+    return digits.size() == 2 && error == std::errc() && end == all ? std::optional(static_cast<char>(byte))
+                                                                    : std::nullopt;
 }
 
 /// GLib leaves these unescaped in a file URI; thumbnail caches are keyed by exactly that form.
 bool staysUnescaped(char character) {
     constexpr std::string_view marks = "!$&'()*+,-./:=@_~";
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
-           (character >= '0' && character <= '9') || marks.find(character) != std::string_view::npos;
+    return isAsciiLetter(character) || isAsciiDigit(character) || marks.find(character) != std::string_view::npos;
 }
 
 std::optional<std::string> percentDecoded(std::string_view text) {
@@ -41,16 +35,10 @@ std::optional<std::string> percentDecoded(std::string_view text) {
             decoded += text[at];
             continue;
         }
-        if (at + 2 >= text.size())
+        const std::optional<char> byte = byteOfHex(text.substr(at + 1, 2));
+        if (!byte || byte == '\0' || byte == '/')
             return std::nullopt;
-        const int high = hexValue(text[at + 1]);
-        const int low = hexValue(text[at + 2]);
-        if (high < 0 || low < 0)
-            return std::nullopt;
-        const char byte = static_cast<char>(high * 16 + low);
-        if (byte == '\0' || byte == '/')
-            return std::nullopt;
-        decoded += byte;
+        decoded += *byte;
         at += 2;
     }
     return decoded;
@@ -117,7 +105,6 @@ FileURL FileURL::appending(std::string_view name) const {
 }
 
 std::string FileURL::string() const {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string text = "file://";
     text.reserve(text.size() + path_.size());
     for (const char character : path_) {
@@ -125,10 +112,8 @@ std::string FileURL::string() const {
             text += character;
             continue;
         }
-        const auto byte = static_cast<std::uint8_t>(character);
         text += '%';
-        text += digits[byte >> 4u];
-        text += digits[byte & 0x0Fu];
+        appendHex(text, static_cast<std::uint8_t>(character));
     }
     return text;
 }

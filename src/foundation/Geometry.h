@@ -11,6 +11,13 @@ struct Size {
 };
 
 /// In points, with y growing downward.
+struct Point {
+    double x = 0;
+    double y = 0;
+    friend bool operator==(const Point&, const Point&) = default;
+};
+
+/// In points, with y growing downward.
 struct Rect {
     double x = 0;
     double y = 0;

@@ -3,7 +3,10 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -117,6 +120,24 @@ private:
     };
 
     std::shared_ptr<State> state_ = std::make_shared<State>();
+};
+
+/// Carries named announcements upward, from parts that do not know who listens. Main thread only; observers run at
+/// once, in the order in which they were added. The names stand as constants beside whoever posts them.
+class NotificationCenter {
+public:
+    void post(std::string_view name) {
+        const auto signal = signals_.find(name);
+        if (signal != signals_.end())
+            signal->second.emit();
+    }
+    /// `observer` runs at every post of `name` for as long as the subscription lives.
+    Subscription observe(std::string_view name, std::function<void()> observer) {
+        return signals_[std::string(name)].connect(std::move(observer));
+    }
+
+private:
+    std::map<std::string, Signal<>, std::less<>> signals_;
 };
 
 }  // namespace stowpocket

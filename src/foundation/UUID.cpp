@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "foundation/UUID.h"
 
+#include "foundation/Text.h"
+
 #include <charconv>
 #include <random>
 
@@ -48,14 +50,12 @@ std::optional<UUID> UUID::parse(std::string_view text) {
 }
 
 std::string UUID::text() const {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string text;
     text.reserve(textLength);
     for (const std::uint8_t octet : octets_) {
         if (isHyphenPosition(text.size()))
             text += '-';
-        text += digits[octet >> 4u];
-        text += digits[octet & 0x0Fu];
+        appendHex(text, octet);
     }
     return text;
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/HotkeyRecorder.h"
 
-#include "foundation/NotificationCenter.h"
-#include "foundation/Utf8.h"
+#include "foundation/Signal.h"
+#include "foundation/Text.h"
 #include "presentation/ShortcutText.h"
 #include "presentation/TilePresentation.h"
 #include "services/Preferences.h"

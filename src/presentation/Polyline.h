@@ -1,16 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/Geometry.h"
+
 #include <vector>
 
 namespace stowpocket {
-
-/// In points, with y growing downward.
-struct Point {
-    double x = 0;
-    double y = 0;
-    friend bool operator==(const Point&, const Point&) = default;
-};
 
 /// A line through points, straight between them.
 using Polyline = std::vector<Point>;

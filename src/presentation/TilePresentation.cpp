@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/TilePresentation.h"
 
+#include "foundation/Text.h"
 #include "shelf/ShelfItem.h"
 
 namespace stowpocket {
@@ -13,8 +14,7 @@ bool isBetween(std::string_view character, std::string_view first, std::string_v
 }
 
 Shown shownAs(std::string_view character) {
-    const auto byte = static_cast<unsigned char>(character.front());
-    if (byte < 0x20 || byte == 0x7f)
+    if (isControl(character.front()))
         return Shown::asBlank;
     if (isBetween(character, "\u0080", "\u009f") || isBetween(character, "\u2028", "\u2029"))
         return Shown::asBlank;
@@ -24,13 +24,9 @@ Shown shownAs(std::string_view character) {
     return Shown::asIs;
 }
 
-bool isContinuationByte(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xc0U) == 0x80U;
-}
-
 std::size_t characterLength(std::string_view text) {
     std::size_t length = 1;
-    while (length < text.size() && isContinuationByte(text[length]))
+    while (length < text.size() && isUtf8Continuation(text[length]))
         ++length;
     return length;
 }

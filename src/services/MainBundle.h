@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/FileURL.h"
-#include "foundation/PropertyValue.h"
+#include "foundation/Values.h"
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "foundation/PropertyValue.h"
 #include "foundation/Signal.h"
+#include "foundation/Values.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "foundation/PropertyValue.h"
 #include "foundation/Values.h"
 
 #include <optional>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shelf/PersistedShelf.h"
 
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 #include "services/Bookmarks.h"
 #include "services/Files.h"
 

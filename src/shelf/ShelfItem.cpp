@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shelf/ShelfItem.h"
 
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 #include "services/Files.h"
 
 namespace stowpocket {

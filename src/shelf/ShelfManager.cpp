@@ -2,7 +2,7 @@
 #include "shelf/ShelfManager.h"
 
 #include "foundation/Invariant.h"
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 #include "services/Bookmarks.h"
 #include "services/Dispatch.h"
 #include "services/Files.h"

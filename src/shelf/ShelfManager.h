@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "foundation/NotificationCenter.h"
 #include "foundation/Signal.h"
 #include "services/CoreServices.h"
 #include "services/Pictures.h"

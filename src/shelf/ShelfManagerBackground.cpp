@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The parts of the shelf manager that wait for files: the search for moved ones, availability, thumbnails and icons.
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 #include "services/Bookmarks.h"
 #include "services/Dispatch.h"
 #include "services/Files.h"

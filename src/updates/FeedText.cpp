@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "updates/FeedText.h"
 
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "updates/NotesText.h"
 
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -74,7 +74,7 @@ std::string shortened(std::string text) {
     if (text.size() <= maxNotesSize)
         return text;
     std::size_t end = maxNotesSize;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0u) == 0x80u)
+    while (end > 0 && isUtf8Continuation(text[end]))
         --end;
     text.resize(end);
     return text;

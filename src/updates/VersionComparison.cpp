@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "updates/VersionComparison.h"
 
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 
 #include <algorithm>
 #include <string>
@@ -10,14 +10,9 @@
 namespace stowpocket {
 namespace {
 
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
 /// Everything that is neither a digit nor one of these parts what stands around it.
 bool isWordCharacter(char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
-           static_cast<unsigned char>(character) >= 0x80;
+    return isAsciiLetter(character) || static_cast<unsigned char>(character) >= 0x80;
 }
 
 /// A number without leading zeros, of any length, or a word in small letters.
@@ -41,7 +36,7 @@ std::string_view takeWhile(std::string_view& text, Predicate predicate) {
 }
 
 Part takeNumber(std::string_view& text) {
-    std::string_view digits = takeWhile(text, isDigit);
+    std::string_view digits = takeWhile(text, isAsciiDigit);
     digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
     return {true, std::string(digits)};
 }
@@ -49,14 +44,14 @@ Part takeNumber(std::string_view& text) {
 Version parsed(std::string_view text) {
     Version version;
     takeWhile(text, [](char character) { return character == ' '; });
-    while (!text.empty() && (isDigit(text.front()) || text.front() == '.')) {
+    while (!text.empty() && (isAsciiDigit(text.front()) || text.front() == '.')) {
         if (text.front() == '.')
             text.remove_prefix(1);
         else
             version.release.push_back(takeNumber(text));
     }
     while (!text.empty()) {
-        if (isDigit(text.front()))
+        if (isAsciiDigit(text.front()))
             version.rest.push_back(takeNumber(text));
         else if (isWordCharacter(text.front()))
             version.rest.push_back({false, asciiLowercased(takeWhile(text, isWordCharacter))});

@@ -3,7 +3,7 @@
 
 #include "app/Preferences.h"
 #include "fakes/FakeInput.h"
-#include "foundation/NotificationCenter.h"
+#include "foundation/Signal.h"
 #include "services/Preferences.h"
 
 #include <gtest/gtest.h>

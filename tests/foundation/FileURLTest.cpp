@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "foundation/FileURL.h"
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 #include "foundation/UUID.h"
 #include "intake/UriList.h"
 

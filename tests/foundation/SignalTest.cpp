@@ -2,7 +2,6 @@
 #include "foundation/Signal.h"
 
 #include "foundation/DispatchGroup.h"
-#include "foundation/NotificationCenter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Whatever a drag source writes into its list of URLs.
 #include "foundation/Invariant.h"
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 #include "intake/UriList.h"
 
 using namespace stowpocket;

@@ -5,7 +5,7 @@
 #include "app/Preferences.h"
 #include "fakes/FakeCore.h"
 #include "fakes/FakeInput.h"
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 #include "services/Preferences.h"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "foundation/FileURL.h"
-#include "foundation/PropertyValue.h"
 #include "foundation/Values.h"
 
 #import <Foundation/Foundation.h>

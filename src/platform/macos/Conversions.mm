@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #import "platform/macos/Conversions.h"
 
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 
 #import <CoreFoundation/CoreFoundation.h>
 

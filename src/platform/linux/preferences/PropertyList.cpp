@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/preferences/PropertyList.h"
 
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 #include "platform/linux/preferences/PropertyListScan.h"
 
 #include <plist/plist.h>

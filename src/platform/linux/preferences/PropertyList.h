@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "foundation/PropertyValue.h"
+#include "foundation/Values.h"
 
 #include <cstddef>
 #include <optional>

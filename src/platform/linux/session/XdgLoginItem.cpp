@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/session/XdgLoginItem.h"
 
-#include "foundation/Utf8.h"
+#include "foundation/Text.h"
 #include "platform/linux/files/DurableFile.h"
 #include "platform/linux/files/Folders.h"
 #include "services/MainBundle.h"
