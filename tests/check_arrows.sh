@@ -88,8 +88,8 @@ try() {
     sed -i 1d "$1"
 }
 check
-try shelf/ShelfItem.cpp '"platform/posix/FileProbe.h"'
-try shelf/ShelfItem.cpp '"intake/UriList.h"'
+try shelf/ShelfManager.cpp '"platform/posix/FileProbe.h"'
+try shelf/ShelfManager.cpp '"intake/FileLists.h"'
 try services/Preferences.cpp '"app/Preferences.h"'
 try foundation/UUID.cpp '<unistd.h>'
 try platform/qt/QtWindow.cpp '"platform/linux/files/DurableFile.h"'

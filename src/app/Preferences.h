@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "shelf/ShelfCapacity.h"
+#include "shelf/PersistedShelf.h"
 
 #include <string_view>
 

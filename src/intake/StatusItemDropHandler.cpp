@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "intake/StatusItemDropHandler.h"
 
-#include "foundation/DispatchGroup.h"
 #include "intake/StatusItemDropView.h"
-#include "services/Dispatch.h"
 #include "services/Files.h"
 #include "services/MainBundle.h"
+#include "shelf/ArrivingFiles.h"
 #include "shelf/ShelfManager.h"
 
 namespace stowpocket {
@@ -23,14 +22,6 @@ std::vector<FileURL> plainFileURLs(DraggingPasteboard& pasteboard) {
     }
     return urls;
 }
-
-/// The files of one drop that are still being written, on whatever threads their receivers use.
-struct ArrivingFiles {
-    std::unique_ptr<SerialQueue> queue;
-    DispatchGroup group;
-    /// In the order of arrival; touched only in blocks of `queue`.
-    std::vector<FileURL> urls;
-};
 
 }  // namespace
 
@@ -64,26 +55,17 @@ bool StatusItemDropHandler::performDrop(DraggingPasteboard& pasteboard) {
 void StatusItemDropHandler::receivePromises(const std::vector<std::shared_ptr<FilePromiseReceiver>>& receivers) {
     const FileURL directory = ShelfManager::filePromiseDirectory(fileManager_);
     static_cast<void>(fileManager_.createDirectory(directory));  // where it fails, receiving tells
-    const auto arriving = std::make_shared<ArrivingFiles>();
-    arriving->queue = dispatch_.serialQueue(std::string(bundleIdentifier) + ".promises");
+    const auto arriving = std::make_shared<ArrivingFiles>(dispatch_, std::string(bundleIdentifier) + ".promises");
     for (const auto& receiver : receivers) {
-        // Entered once per receiver and left once per file: a receiver that brings several leaves more often than it
-        // entered, which the group bears.
-        arriving->group.enter();
-        receiver->receivePromisedFiles(directory, [arriving](const std::optional<FileURL>& url) {
-            if (url)
-                arriving->queue->sync([&] { arriving->urls.push_back(*url); });
-            arriving->group.leave();
-        });
+        // One delivery per receiver is expected, though it delivers once per file.
+        arriving->expectDelivery();
+        receiver->receivePromisedFiles(directory,
+                                       [arriving](const std::optional<FileURL>& file) { arriving->deliver(file); });
     }
-    arriving->group.notify([weak = weak_from_this(), &dispatch = dispatch_, arriving, receivers] {
-        dispatch.async([weak, arriving, receivers] {
-            std::vector<FileURL> urls;
-            arriving->queue->sync([&] { urls = arriving->urls; });
-            const auto self = weak.lock();
-            if (self && !urls.empty())
-                self->onDrop_(urls);
-        });
+    arriving->whenComplete([weak = weak_from_this(), receivers](const std::vector<FileURL>& files) {
+        const auto self = weak.lock();
+        if (self && !files.empty())
+            self->onDrop_(files);
     });
 }
 

@@ -3,7 +3,7 @@
 
 #include "services/Input.h"
 #include "services/MainBundle.h"
-#include "shelf/ShelfCapacity.h"
+#include "shelf/PersistedShelf.h"
 
 #include <algorithm>
 

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "foundation/Values.h"
+#include "services/Preferences.h"
 #include "shelf/ShelfItem.h"
 
+#include <cstdint>
 #include <set>
 #include <string_view>
 #include <vector>
@@ -12,6 +14,16 @@ namespace stowpocket {
 
 class Bookmarks;
 class FileManager;
+
+/// Preference: the most items the shelf holds, an integer.
+inline constexpr std::string_view shelfCapacityKey = "shelfCapacity";
+inline constexpr std::int64_t defaultShelfCapacity = 20;
+
+/// The capacity in force: the stored one, or the default where none above 0 is stored.
+[[nodiscard]] inline std::int64_t shelfCapacity(const PreferenceStore& preferences) {
+    const std::int64_t stored = preferences.integer(shelfCapacityKey);
+    return stored < 1 ? defaultShelfCapacity : stored;
+}
 
 /// Preference: the shelf, an array of one dictionary per item in shelf order.
 inline constexpr std::string_view shelfBookmarksKey = "shelfBookmarks";

@@ -11,8 +11,6 @@
 
 namespace stowpocket {
 
-class FileManager;
-
 /// One file staged on the shelf, referred to where it lies: the shelf never copies, moves or owns it. An item is
 /// itself by its `id` alone; whether two items refer to the same file is a question of their URLs.
 struct ShelfItem {
@@ -30,15 +28,5 @@ struct ShelfItem {
 
     friend bool operator==(const ShelfItem& one, const ShelfItem& other) { return one.id == other.id; }
 };
-
-/// What the file system tells about a file that is to become an item.
-struct FileFacts {
-    std::string filename;
-    std::int64_t fileSize = 0;
-    bool exists = false;
-};
-
-/// May wait for the disk. Any thread.
-[[nodiscard]] FileFacts fileFacts(const FileURL& url, FileManager& fileManager);
 
 }  // namespace stowpocket

@@ -7,13 +7,12 @@
 #include "services/Dispatch.h"
 #include "services/Files.h"
 #include "services/MainBundle.h"
-#include "services/Pictures.h"
 #include "shelf/PersistedShelf.h"
-#include "shelf/ShelfCapacity.h"
-#include "shelf/ShelfItemBuilder.h"
 
 #include <algorithm>
+#include <atomic>
 #include <numeric>
+#include <ranges>
 #include <unordered_set>
 
 namespace stowpocket {
@@ -22,6 +21,37 @@ namespace {
 /// A batch of this many files is prepared in the background: each costs a few system calls.
 constexpr std::size_t backgroundBatchSize = 6;
 
+constexpr Size tilePictureSize{48, 48};
+/// Drawn for a screen of double density where there is no screen to ask.
+constexpr double defaultScale = 2.0;
+
+/// A new item for the file. Waits for the disk; may run on any thread.
+ShelfItem newItem(const FileURL& url, const ShelfServices& services) {
+    const bool exists = services.core.files.fileExists(url);
+    const std::optional<FileAttributes> attributes = exists ? services.core.files.attributes(url) : std::nullopt;
+    return {.id = UUID::random(),
+            .fileURL = url,
+            .bookmarkData = services.bookmarks.create(url),
+            .filename = validUtf8(url.lastPathComponent()),
+            .fileSize = attributes ? attributes->size.value_or(0) : 0,
+            .dateAdded = services.core.clock.now(),
+            .isAvailable = exists};
+}
+
+std::vector<ShelfItem> newItems(std::span<const FileURL> urls, const ShelfServices& services) {
+    std::vector<ShelfItem> items;
+    items.reserve(urls.size());
+    for (const FileURL& url : urls)
+        items.push_back(newItem(url, services));
+    return items;
+}
+
+/// Files without an extension, and applications, have icons of their own; all others share their type's.
+std::string iconKey(const FileURL& url) {
+    const std::string extension = uppercased(url.pathExtension());
+    return extension.empty() || extension == "APP" ? url.path() : extension;
+}
+
 std::vector<std::size_t> indexRange(std::size_t first, std::size_t end) {
     std::vector<std::size_t> indexes(end - first);
     std::iota(indexes.begin(), indexes.end(), first);
@@ -29,6 +59,35 @@ std::vector<std::size_t> indexRange(std::size_t first, std::size_t end) {
 }
 
 }  // namespace
+
+/// One look for all files. The thread that looks ends it by itself when it has found nothing new, so that a shelf at
+/// rest does not wake the main thread for answers that change nothing.
+class ShelfManager::Look {
+public:
+    /// False when it is over already.
+    bool askForAnother() {
+        State now = State::looking;
+        return state_.compare_exchange_strong(now, State::anotherAskedFor) || now == State::anotherAskedFor;
+    }
+    [[nodiscard]] bool isAnotherAskedFor() const { return state_ == State::anotherAskedFor; }
+    /// False when another was asked for meanwhile.
+    bool end() {
+        State now = State::looking;
+        return state_.compare_exchange_strong(now, State::over);
+    }
+
+private:
+    enum class State { looking, anotherAskedFor, over };
+    std::atomic<State> state_ = State::looking;
+};
+
+/// Where the file of one item is now, if anywhere.
+struct ShelfManager::SearchAnswer {
+    UUID id;
+    std::optional<FileURL> url;
+    std::optional<Bytes> freshBookmark;
+    bool isAvailable = false;
+};
 
 std::shared_ptr<ShelfManager> ShelfManager::make(const ShelfServices& services) {
     return std::shared_ptr<ShelfManager>(new ShelfManager(services));
@@ -69,7 +128,7 @@ int ShelfManager::addFiles(std::span<const FileURL> urls) {
     if (taken >= backgroundBatchSize)
         addInBackground(std::move(offered));
     else if (taken > 0)
-        announceAdded(append(builtItems(offered, services_)));
+        announceAdded(append(newItems(offered, services_)));
     return overflow;
 }
 
@@ -93,7 +152,7 @@ void ShelfManager::addInBackground(std::vector<FileURL> urls) {
     pendingBatches_.insert(batch);
     services_.core.dispatch.background(
         [weak = weak_from_this(), services = services_, batch, urls = std::move(urls)]() mutable {
-            std::vector<ShelfItem> built = builtItems(urls, services);
+            std::vector<ShelfItem> built = newItems(urls, services);
             services.core.dispatch.async([weak = std::move(weak), batch, built = std::move(built)]() mutable {
                 if (const auto self = weak.lock())
                     self->finishBatch(batch, std::move(built));
@@ -177,6 +236,166 @@ void ShelfManager::commit(const ShelfChange& change) {
 
 void ShelfManager::save() {
     services_.core.preferences.setValue(shelfBookmarksKey, encodedShelf(items_));
+}
+
+void ShelfManager::search(std::vector<UUID> ids) {
+    std::vector<Bytes> bookmarks;
+    for (const UUID& id : ids)
+        bookmarks.push_back(*std::ranges::find(items_, id, &ShelfItem::id)->bookmarkData);
+    services_.core.dispatch.background(
+        [weak = weak_from_this(), services = services_, ids = std::move(ids), bookmarks = std::move(bookmarks)] {
+            const std::vector<std::optional<ResolvedBookmark>> found = services.bookmarks.search(bookmarks);
+            std::vector<SearchAnswer> answers;
+            for (std::size_t index = 0; index < ids.size(); ++index) {
+                SearchAnswer& answer = answers.emplace_back(SearchAnswer{ids[index], {}, {}, false});
+                if (!found[index])
+                    continue;
+                answer.url = found[index]->url;
+                answer.isAvailable = services.core.files.fileExists(*answer.url);
+                if (found[index]->isStale)
+                    answer.freshBookmark = services.bookmarks.create(*answer.url);
+            }
+            services.core.dispatch.async([weak, answers = std::move(answers)] {
+                if (const auto self = weak.lock())
+                    self->applySearch(answers);
+            });
+        });
+}
+
+/// The entry of a file that is not found stays stored until the next change, like every one that loading leaves out.
+void ShelfManager::applySearch(const std::vector<SearchAnswer>& answers) {
+    ShelfChange updated{ShelfChange::Kind::updated, {}};
+    ShelfChange removed{ShelfChange::Kind::removed, {}};
+    for (const SearchAnswer& answer : answers) {
+        const auto item = std::ranges::find(items_, answer.id, &ShelfItem::id);
+        if (item == items_.end())
+            continue;
+        (answer.url ? updated : removed).indexes.push_back(static_cast<std::size_t>(item - items_.begin()));
+        if (answer.url) {
+            item->fileURL = *answer.url;
+            item->isAvailable = answer.isAvailable;
+            beginAccess(item->fileURL, services_.bookmarks, accessedResourceURLs_);
+        }
+        if (answer.freshBookmark)
+            item->bookmarkData = answer.freshBookmark;
+    }
+    if (std::ranges::any_of(answers, [](const SearchAnswer& answer) { return answer.freshBookmark.has_value(); }))
+        save();
+    if (!updated.indexes.empty())
+        itemsChanged.emit(updated);
+    requestThumbnails();
+    if (removed.indexes.empty())
+        return;
+    for (const std::size_t index : removed.indexes | std::views::reverse)
+        items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index));
+    itemsChanged.emit(removed);
+    services_.core.notifications.post(itemsChangedNotification);
+}
+
+void ShelfManager::refreshAvailability() {
+    if (items_.empty())
+        return;  // nothing to look for wakes nobody
+    if (look_ && look_->askForAnother())
+        return;
+    look_ = std::make_shared<Look>();
+    struct Question {
+        UUID id;
+        FileURL url;
+        bool isAvailable;
+    };
+    std::vector<Question> questions;
+    questions.reserve(items_.size());
+    for (const ShelfItem& item : items_)
+        questions.push_back({item.id, item.fileURL, item.isAvailable});
+
+    services_.core.dispatch.background(
+        [weak = weak_from_this(), services = services_, look = look_, questions = std::move(questions)] {
+            std::vector<std::pair<UUID, bool>> changed;
+            for (const Question& question : questions) {
+                if (services.core.files.fileExists(question.url) != question.isAvailable)
+                    changed.emplace_back(question.id, !question.isAvailable);
+            }
+            if (changed.empty() && look->end())
+                return;
+            services.core.dispatch.async([weak, changed = std::move(changed)] {
+                if (const auto self = weak.lock())
+                    self->applyAvailability(changed);
+            });
+        });
+}
+
+void ShelfManager::applyAvailability(const std::vector<std::pair<UUID, bool>>& changed) {
+    ShelfChange change{ShelfChange::Kind::updated, {}};
+    for (const auto& [id, isAvailable] : changed) {
+        const auto item = std::ranges::find(items_, id, &ShelfItem::id);
+        if (item == items_.end() || item->isAvailable == isAvailable)
+            continue;
+        item->isAvailable = isAvailable;
+        change.indexes.push_back(static_cast<std::size_t>(item - items_.begin()));
+    }
+    const bool isAnotherAskedFor = look_->isAnotherAskedFor();
+    look_.reset();
+    if (!change.indexes.empty()) {
+        save();
+        itemsChanged.emit(change);
+    }
+    if (isAnotherAskedFor)
+        refreshAvailability();
+}
+
+void ShelfManager::requestThumbnails() {
+    const double scale = services_.mainScreen.backingScaleFactor().value_or(defaultScale);
+    for (const ShelfItem& item : items_) {
+        if (item.isAvailable && !thumbnailCache_.contains(item.id) && !thumbnailsOnTheirWay_.contains(item.id))
+            requestThumbnail(item, scale);
+    }
+}
+
+void ShelfManager::requestThumbnail(const ShelfItem& item, double scale) {
+    thumbnailsOnTheirWay_.insert(item.id);
+    const auto deliver = [weak = weak_from_this(), &dispatch = services_.core.dispatch,
+                          id = item.id](std::optional<Image> image) {
+        dispatch.async([weak, id, image = std::move(image)] {
+            const auto self = weak.lock();
+            if (!self)
+                return;
+            self->thumbnailsOnTheirWay_.erase(id);
+            if (image)
+                self->storeThumbnail(id, *image);
+        });
+    };
+    services_.thumbnails.generate({item.fileURL, tilePictureSize, scale}, deliver);
+}
+
+void ShelfManager::storeThumbnail(const UUID& id, Image image) {
+    if (std::ranges::find(items_, id, &ShelfItem::id) == items_.end())
+        return;
+    image.size = tilePictureSize;
+    thumbnailCache_.insert_or_assign(id, std::move(image));
+    thumbnailChanged.emit(id);
+}
+
+void ShelfManager::packThumbnail(const UUID& id) {
+    const auto cached = thumbnailCache_.find(id);
+    if (cached == thumbnailCache_.end() || cached->second.content == nullptr)
+        return;
+    if (auto packed = cached->second.content->packed())
+        cached->second.content = std::move(packed);
+}
+
+const Image* ShelfManager::thumbnail(const UUID& id) const {
+    const auto cached = thumbnailCache_.find(id);
+    return cached == thumbnailCache_.end() ? nullptr : &cached->second;
+}
+
+Image ShelfManager::icon(const ShelfItem& item) {
+    std::string key = iconKey(item.fileURL);
+    const auto cached = iconCache_.find(key);
+    if (cached != iconCache_.end())
+        return cached->second;
+    Image image = services_.workspaceIcons.icon(item.fileURL);
+    image.size = tilePictureSize;
+    return iconCache_.emplace(std::move(key), std::move(image)).first->second;
 }
 
 }  // namespace stowpocket

@@ -4,9 +4,9 @@
 #include "foundation/Signal.h"
 #include "services/CoreServices.h"
 #include "services/Pictures.h"
-#include "shelf/ShelfChange.h"
 #include "shelf/ShelfItem.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -24,6 +24,20 @@ class FileManager;
 class MainScreen;
 class Thumbnails;
 class WorkspaceIcons;
+
+/// How the list of items has just changed, so that a view can follow without looking at every item again.
+struct ShelfChange {
+    enum class Kind {
+        inserted,  ///< the items at `indexes` are new
+        removed,   ///< the items that stood at `indexes` before are gone
+        updated,   ///< the items at `indexes` changed in themselves
+        reset,     ///< anything may have changed; `indexes` is empty
+    };
+
+    Kind kind = Kind::reset;
+    /// Ascending.
+    std::vector<std::size_t> indexes;
+};
 
 /// Posted after every change of which items are on the shelf; not for changes of an item and not for loading.
 inline constexpr std::string_view itemsChangedNotification = "StowpocketItemsChanged";

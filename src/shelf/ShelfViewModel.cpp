@@ -1,26 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "shelf/ShelfViewModel.h"
 
-#include "foundation/DispatchGroup.h"
-#include "foundation/Values.h"
-#include "services/Dispatch.h"
 #include "services/Files.h"
 #include "services/MainBundle.h"
+#include "shelf/ArrivingFiles.h"
 
 namespace stowpocket {
 namespace {
-
-/// The URLs of one drop while its parts are being loaded, on whatever threads their sources use.
-struct PendingDrop {
-    std::unique_ptr<SerialQueue> queue;
-    DispatchGroup group;
-    /// Touched only in blocks of `queue`.
-    std::vector<FileURL> urls;
-
-    void append(const FileURL& url) {
-        queue->sync([this, &url] { urls.push_back(url); });
-    }
-};
 
 /// Copies what a source wrote to a temporary place into the spool folder; the copy's URL when it stands there. The
 /// name comes from the source, so only a plain file name is taken.
@@ -34,25 +20,17 @@ std::optional<FileURL> spooledCopy(const FileURL& temporaryFile, FileManager& fi
     return fileManager.copyItem(temporaryFile, destination) ? std::optional(std::move(destination)) : std::nullopt;
 }
 
-void loadFileURL(ItemProvider& provider, const std::shared_ptr<PendingDrop>& drop) {
-    provider.loadItem(uniformType::fileURL, [drop](const std::optional<Bytes>& data) {
-        if (data) {
-            if (const std::optional<FileURL> url = FileURL::parse(std::string(data->begin(), data->end())))
-                drop->append(*url);
-        }
-        drop->group.leave();
+void loadFileURL(ItemProvider& provider, const std::shared_ptr<ArrivingFiles>& arriving) {
+    provider.loadItem(uniformType::fileURL, [arriving](const std::optional<Bytes>& data) {
+        arriving->deliver(data ? FileURL::parse(std::string(data->begin(), data->end())) : std::nullopt);
     });
 }
 
-void loadContents(ItemProvider& provider, const std::shared_ptr<PendingDrop>& drop, FileManager& fileManager) {
+void loadContents(ItemProvider& provider, const std::shared_ptr<ArrivingFiles>& arriving, FileManager& fileManager) {
     const std::vector<std::string> types = provider.registeredTypeIdentifiers();
     const std::string type = types.empty() ? std::string(uniformType::item) : types.front();
-    provider.loadFileRepresentation(type, [drop, &fileManager](const std::optional<FileURL>& temporaryFile) {
-        if (temporaryFile) {
-            if (const std::optional<FileURL> copy = spooledCopy(*temporaryFile, fileManager))
-                drop->append(*copy);
-        }
-        drop->group.leave();
+    provider.loadFileRepresentation(type, [arriving, &fileManager](const std::optional<FileURL>& temporaryFile) {
+        arriving->deliver(temporaryFile ? spooledCopy(*temporaryFile, fileManager) : std::nullopt);
     });
 }
 
@@ -85,21 +63,18 @@ void ShelfViewModel::removeItem(const UUID& id) {
 bool ShelfViewModel::handleDrop(const std::vector<std::shared_ptr<ItemProvider>>& providers) {
     if (isFull())
         return false;
-    const auto drop = std::make_shared<PendingDrop>();
-    drop->queue = dispatch_.serialQueue(std::string(bundleIdentifier) + ".drop");
+    const auto arriving = std::make_shared<ArrivingFiles>(dispatch_, std::string(bundleIdentifier) + ".drop");
     for (const auto& provider : providers) {
-        drop->group.enter();
+        arriving->expectDelivery();
         if (provider->hasItemConformingTo(uniformType::fileURL))
-            loadFileURL(*provider, drop);
+            loadFileURL(*provider, arriving);
         else
-            loadContents(*provider, drop, fileManager_);
+            loadContents(*provider, arriving, fileManager_);
     }
     // The providers stay alive until the last of them has delivered.
-    drop->group.notify([weak = weak_from_this(), &dispatch = dispatch_, drop, providers] {
-        dispatch.async([weak, drop, providers] {
-            if (const auto self = weak.lock())
-                self->addFileURLs(drop->urls);
-        });
+    arriving->whenComplete([weak = weak_from_this(), providers](const std::vector<FileURL>& files) {
+        if (const auto self = weak.lock())
+            self->addFileURLs(files);
     });
     return true;
 }

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "foundation/Signal.h"
 
-#include "foundation/DispatchGroup.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
-#include <thread>
 
 namespace stowpocket {
 namespace {
@@ -69,38 +66,6 @@ TEST(NotificationCenterTest, reachesTheObserversOfThatNameOnly) {
     center.post("Other");
     EXPECT_EQ(one, 1);
     EXPECT_EQ(other, 0);
-}
-
-TEST(DispatchGroupTest, runsItsWorkOnceWhenAllHaveLeft) {
-    DispatchGroup group;
-    int runs = 0;
-    group.leave();
-    group.enter();
-    group.enter();
-    group.leave();
-    group.notify([&] { ++runs; });
-    EXPECT_EQ(runs, 0) << "a leave too many did not count";
-    group.leave();
-    group.leave();
-    EXPECT_EQ(runs, 1);
-    DispatchGroup empty;
-    empty.notify([&] { ++runs; });
-    EXPECT_EQ(runs, 2) << "at once";
-}
-
-TEST(DispatchGroupTest, isLeftFromManyThreads) {
-    for (int round = 0; round < 200; ++round) {
-        DispatchGroup group;
-        std::atomic<int> runs = 0;
-        std::vector<std::jthread> threads;
-        for (int count = 0; count < 4; ++count) {
-            group.enter();
-            threads.emplace_back([&group] { group.leave(); });
-        }
-        group.notify([&runs] { ++runs; });
-        threads.clear();
-        EXPECT_EQ(runs, 1);
-    }
 }
 
 }  // namespace

@@ -64,6 +64,18 @@ TEST_F(StatusItemDropTest, promisedFilesAreDeliveredTogetherInTheOrderOfTheirArr
     EXPECT_EQ(drops.size(), 1u);
 }
 
+TEST_F(StatusItemDropTest, eachReceiverIsWaitedForOnceHoweverManyFilesItBrings) {
+    const auto generous = std::make_shared<FakePromiseReceiver>();
+    const auto slow = std::make_shared<FakePromiseReceiver>();
+    pasteboard.receivers = {generous, slow};
+    EXPECT_TRUE(view().performDragOperation(pasteboard));
+    generous->arrive("one");
+    generous->arrive("two");
+    dispatch.runAll();
+    ASSERT_EQ(drops.size(), 1u);
+    EXPECT_EQ(drops[0].size(), 2u);
+}
+
 TEST_F(StatusItemDropTest, promisesGiveWayToPlainFilesAndMayComeToNothing) {
     const auto receiver = std::make_shared<FakePromiseReceiver>();
     pasteboard.receivers = {receiver};

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "shelf/ShelfChange.h"
+#include "shelf/ShelfManager.h"
 #include "shelf/ShelfViewModel.h"
 #include "views/shelf/ShelfItemView.h"
 
