@@ -3,7 +3,7 @@
 
 #include "app/HotkeyManager.h"
 #include "app/LaunchAtLogin.h"
-#include "intake/StatusItemDropHandler.h"
+#include "intake/StatusItemDrop.h"
 #include "services/Dispatch.h"
 #include "services/FileManagerSelection.h"
 #include "services/Files.h"

@@ -4,7 +4,7 @@
 #include "app/Preferences.h"
 #include "fakes/FakeDispatch.h"
 #include "fakes/FakeFiles.h"
-#include "foundation/NotificationCenter.h"
+#include "foundation/Signal.h"
 #include "services/CoreServices.h"
 #include "services/MainBundle.h"
 #include "services/Preferences.h"

@@ -2,7 +2,7 @@
 #include "foundation/FileURL.h"
 #include "foundation/Text.h"
 #include "foundation/UUID.h"
-#include "intake/UriList.h"
+#include "intake/FileLists.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "intake/FinderSelection.h"
+#include "intake/FileLists.h"
 
 #include "services/FileManagerSelection.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "intake/StatusItemDrop.h"
 #include "fakes/FakeDesktop.h"
 #include "fakes/FakeDispatch.h"
 #include "fakes/FakeFiles.h"
-#include "intake/StatusItemDropHandler.h"
 #include "services/MainBundle.h"
 #include "shelf/ShelfManager.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "foundation/NotificationCenter.h"
+#include "foundation/Signal.h"
 #include "main/linux/LinuxDesktop.h"
 #include "platform/linux/files/LinuxBookmarks.h"
 #include "platform/linux/files/Mounts.h"

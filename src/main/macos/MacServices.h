@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "intake/FinderSelection.h"
+#include "intake/FileLists.h"
 #include "platform/macos/MacDrags.h"
 #include "platform/macos/MacPictures.h"
 #include "platform/macos/MacStorage.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtDrops.h"
 
-#include "intake/UriList.h"
+#include "intake/FileLists.h"
 
 #include <QDateTime>
 #include <QFile>

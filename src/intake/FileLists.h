@@ -1,11 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/FileURL.h"
 #include "services/FileManagerSelection.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace stowpocket {
 
-class ScriptService;
+/// The local files of a list in the format text/uri-list (RFC 2483), in its order. Comments, other kinds of URL and
+/// everything malformed are left out. `localHost` is this machine's name, which some programs put into file URLs.
+[[nodiscard]] std::vector<FileURL> filesOfUriList(std::string_view text, std::string_view localHost);
+
+/// The same format, written: one URL a line.
+[[nodiscard]] std::string uriListOf(const std::vector<FileURL>& files);
 
 /// The Finder's selection, asked for by a script. Every failure is an empty selection. Main thread, which waits for
 /// the script.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "foundation/FileURL.h"
+#include "services/Dragging.h"
 #include "services/StatusItem.h"
 
 #include <functional>
@@ -39,6 +40,20 @@ private:
     Dispatch& dispatch_;
     const DropCallback onDrop_;
     const std::function<void()> onDragEntered_;
+};
+
+/// The transparent view over the menu-bar icon: forwards drags to its handler for as long as that lives.
+class StatusItemDropView : public DraggingDestination {
+public:
+    explicit StatusItemDropView(std::weak_ptr<StatusItemDropHandler> handler) : handler_(std::move(handler)) {}
+
+    [[nodiscard]] const std::vector<std::string>& registeredDraggedTypes() const override;
+    [[nodiscard]] DragOperation draggingEntered(DraggingPasteboard& pasteboard) override;
+    [[nodiscard]] DragOperation draggingUpdated(DraggingPasteboard& pasteboard) override;
+    [[nodiscard]] bool performDragOperation(DraggingPasteboard& pasteboard) override;
+
+private:
+    const std::weak_ptr<StatusItemDropHandler> handler_;
 };
 
 }  // namespace stowpocket

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "intake/StatusItemDropHandler.h"
+#include "intake/StatusItemDrop.h"
 
-#include "intake/StatusItemDropView.h"
 #include "services/Files.h"
 #include "services/MainBundle.h"
 #include "shelf/ArrivingFiles.h"
@@ -67,6 +66,29 @@ void StatusItemDropHandler::receivePromises(const std::vector<std::shared_ptr<Fi
         if (self && !files.empty())
             self->onDrop_(files);
     });
+}
+
+const std::vector<std::string>& StatusItemDropView::registeredDraggedTypes() const {
+    static const std::vector<std::string> types{std::string(pasteboardType::fileURL),
+                                                std::string(pasteboardType::promisedFileURL)};
+    return types;
+}
+
+DragOperation StatusItemDropView::draggingEntered(DraggingPasteboard&) {
+    const auto handler = handler_.lock();
+    if (!handler)
+        return DragOperation::none;
+    handler->dragEntered();
+    return DragOperation::copy;
+}
+
+DragOperation StatusItemDropView::draggingUpdated(DraggingPasteboard&) {
+    return DragOperation::copy;
+}
+
+bool StatusItemDropView::performDragOperation(DraggingPasteboard& pasteboard) {
+    const auto handler = handler_.lock();
+    return handler && handler->performDrop(pasteboard);
 }
 
 }  // namespace stowpocket
