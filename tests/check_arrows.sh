@@ -90,7 +90,7 @@ try() {
 check
 try shelf/ShelfManager.cpp '"platform/posix/FileProbe.h"'
 try shelf/ShelfManager.cpp '"intake/FileLists.h"'
-try services/Preferences.cpp '"app/Preferences.h"'
+try services/Preferences.cpp '"app/Settings.h"'
 try foundation/UUID.cpp '<unistd.h>'
 try platform/qt/QtWindow.cpp '"platform/linux/files/DurableFile.h"'
 try platform/linux/session/BusInstance.cpp '"cli/ShelfCommands.h"'

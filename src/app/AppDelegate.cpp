@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
-// The launch sequence, and what the controller owns from then on.
 #include "app/AppDelegate.h"
 
-#include "app/Preferences.h"
+#include "app/Settings.h"
+#include "foundation/Invariant.h"
 #include "services/Files.h"
 #include "services/MainBundle.h"
+
+#include <limits>
+
+// The launch sequence, and what the controller owns from then on.
 
 namespace stowpocket {
 namespace {
@@ -12,6 +16,10 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto missingItemsInterval = 5s;
+/// Long enough for a click elsewhere to turn out to be the start of a drag.
+constexpr auto closeDelay = 300ms;
+
+constexpr std::uint32_t leftButton = 1;
 
 constexpr double iconPointSize = 16;
 constexpr double countFontSize = 9;
@@ -156,6 +164,157 @@ void AppDelegate::cleanUpInstallerImage() {
 
 void AppDelegate::quit() {
     services_.application.terminate();
+}
+
+// Opening and closing the shelf.
+
+void AppDelegate::statusItemClicked() {
+    togglePopover();
+}
+
+void AppDelegate::togglePopover() {
+    if (popover_->isShown())
+        closePopover();
+    else
+        showPopover(Animation::animated);
+}
+
+void AppDelegate::showPopover(Animation animation) {
+    const std::shared_ptr<StatusItemButton> button = statusItem_->button();
+    if (!button || popover_->isShown())
+        return;
+    if (animation == Animation::none)
+        popover_->setAnimates(false);
+    popover_->show(*button);
+    if (popover_->isShown()) {
+        popover_->makeKey();
+        services_.application.activate();
+    }
+    if (animation == Animation::none)
+        popover_->setAnimates(true);
+    globalClickMonitor_.reset();
+    if (!popover_->isShown())
+        return;
+    globalClickMonitor_ = services_.eventMonitors.addGlobalMouseDownMonitor(weakly(&AppDelegate::clickedElsewhere));
+}
+
+void AppDelegate::bringUpPopover() {
+    if (!popover_->isShown())
+        return showPopover(Animation::animated);
+    popover_->makeKey();
+    services_.application.activate();
+}
+
+void AppDelegate::closePopover() {
+    pendingCloseWork_.reset();
+    popover_->performClose();
+    globalClickMonitor_.reset();
+}
+
+void AppDelegate::clickedElsewhere() {
+    if (!popover_->isShown())
+        return;
+    pendingCloseWork_.reset();
+    pendingCloseWork_ = services_.core.dispatch.after(closeDelay, weakly(&AppDelegate::closeUnlessDragging));
+}
+
+void AppDelegate::closeUnlessDragging() {
+    const bool isDragging = (services_.eventMonitors.pressedMouseButtons() & leftButton) != 0;
+    if (popover_->isShown() && !isDragging)
+        closePopover();
+}
+
+void AppDelegate::filesDropped(const std::vector<FileURL>& urls) {
+    shelfViewModel_->addFileURLs(urls);
+    showPopover(Animation::none);
+}
+
+void AppDelegate::dragEntered() {
+    showPopover(Animation::none);
+}
+
+void AppDelegate::quickDrop() {
+    services_.fileManagerSelection.read([weak = weak_from_this()](const std::vector<FileURL>& urls) {
+        const auto self = weak.lock();
+        if (!self || urls.empty())
+            return;
+        self->shelfViewModel_->addFileURLs(urls);
+        self->showPopover(Animation::animated);
+    });
+}
+
+void AppDelegate::installLocalKeyMonitors() {
+    shelfLocalMonitor_.reset();
+    quickDropLocalMonitor_.reset();
+    shelfLocalMonitor_ = localKeyMonitor(preferenceKey::shelfHotkeyKeyCode, preferenceKey::shelfHotkeyModifiers,
+                                         &AppDelegate::togglePopover);
+    quickDropLocalMonitor_ =
+        localKeyMonitor(preferenceKey::quickDropKeyCode, preferenceKey::quickDropModifiers, &AppDelegate::quickDrop);
+}
+
+/// Flags are compared exactly: with Caps Lock on, or a key of the numeric pad, the event is another one.
+std::unique_ptr<EventMonitorToken> AppDelegate::localKeyMonitor(std::string_view keyCodeKey,
+                                                                std::string_view modifiersKey, Action action) {
+    const PreferenceStore& preferences = services_.core.preferences;
+    const std::int64_t keyCode = preferences.integer(keyCodeKey);
+    if (keyCode < 0)
+        return nullptr;
+    const std::int64_t modifiers = preferences.integer(modifiersKey);
+    invariant(modifiers >= 0, "modifier flags of a shortcut are not negative");
+    return services_.eventMonitors.addLocalKeyDownMonitor(
+        [keyCode, modifiers, run = weakly(action)](const KeyEvent& event) {
+            invariant(keyCode <= std::numeric_limits<std::uint16_t>::max(), "a key event's code fits in 16 bits");
+            const bool matches =
+                event.keyCode == keyCode && (event.modifierFlags & modifierFlag::deviceIndependent) == modifiers;
+            if (matches)
+                run();
+            return matches;
+        });
+}
+
+void AppDelegate::registerHotkeys() const {
+    HotkeyManager& hotkeys = services_.sharedHotkeyManager();
+    hotkeys.registerShelfHotkey();
+    hotkeys.registerQuickDropHotkey();
+}
+
+void AppDelegate::shortcutChanged() {
+    installLocalKeyMonitors();
+    registerHotkeys();
+}
+
+// The settings and the first-run window.
+
+/// A settings window that was closed is never used again: the next request builds a fresh one.
+void AppDelegate::openSettings() {
+    closePopover();
+    if (settingsWindow_ && settingsWindow_->isVisible()) {
+        settingsWindow_->makeKeyAndOrderFront();
+        settingsWindow_->orderFrontRegardless();
+        services_.application.activate();
+        return;
+    }
+    settingsWindow_ = services_.views.makeSettingsWindow(shelfViewModel_, updaterController_);
+    settingsWindow_->center();
+    settingsWindow_->makeKeyAndOrderFront();
+    services_.application.activate();
+}
+
+void AppDelegate::openOnboarding() {
+    onboardingWindow_ =
+        services_.views.makeOnboardingWindow(services_.core.preferences, weakly(&AppDelegate::completeOnboarding));
+    onboardingWindow_->center();
+    onboardingWindow_->makeKeyAndOrderFront();
+    services_.application.activate();
+}
+
+void AppDelegate::completeOnboarding() {
+    services_.core.preferences.setValue(preferenceKey::onboardingShown, true);
+    if (onboardingWindow_)
+        onboardingWindow_->close();
+    // The view that calls this is inside the window, so the window goes once the call is over.
+    const std::shared_ptr<Window> window = std::move(onboardingWindow_);
+    services_.core.dispatch.async([window] {});
 }
 
 }  // namespace stowpocket

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/HotkeyManager.h"
-#include "app/LaunchAtLogin.h"
+#include "app/Settings.h"
 #include "intake/StatusItemDrop.h"
 #include "services/Dispatch.h"
 #include "services/FileManagerSelection.h"

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "cli/Command.h"
-#include "cli/CommandPath.h"
+#include "cli/CommandLine.h"
 
 #include <functional>
 #include <string>

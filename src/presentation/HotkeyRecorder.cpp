@@ -16,8 +16,6 @@ namespace {
 constexpr std::uint16_t escapeKey = 53;
 /// Shift alone makes no shortcut: it would take a capital letter away from every program.
 constexpr std::int64_t qualifyingModifiers = modifierFlag::control | modifierFlag::option | modifierFlag::command;
-/// The low 16 bits of modifier flags tell left from right keys and the like.
-constexpr std::int64_t deviceIndependentFlags = ~std::int64_t{0xFFFF};
 constexpr std::int64_t noKeyCode = -1;
 
 }  // namespace
@@ -65,7 +63,8 @@ void HotkeyRecorder::keyDown(const KeyEvent& event) {
     }
     if ((event.modifierFlags & qualifyingModifiers) == 0)
         return;
-    store(event.keyCode, event.modifierFlags & deviceIndependentFlags, uppercased(event.charactersIgnoringModifiers));
+    store(event.keyCode, event.modifierFlags & modifierFlag::deviceIndependent,
+          uppercased(event.charactersIgnoringModifiers));
     stopRecording();
     services_.core.notifications.post(notification_);
 }

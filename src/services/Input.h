@@ -14,6 +14,8 @@ inline constexpr std::int64_t shift = 0x20000;
 inline constexpr std::int64_t control = 0x40000;
 inline constexpr std::int64_t option = 0x80000;
 inline constexpr std::int64_t command = 0x100000;
+/// All but the low 16 bits, which tell left from right keys and the like.
+inline constexpr std::int64_t deviceIndependent = ~std::int64_t{0xFFFF};
 }  // namespace modifierFlag
 
 /// A key going down. Key codes are the virtual key codes of the reference keyboard on every platform.

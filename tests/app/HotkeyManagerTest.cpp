@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/HotkeyManager.h"
 
-#include "app/Preferences.h"
+#include "app/Settings.h"
 #include "fakes/FakeInput.h"
 #include "foundation/Signal.h"
 #include "services/Preferences.h"

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "app/LaunchAtLogin.h"
+#include "app/Settings.h"
 
-#include "app/Preferences.h"
 #include "fakes/FakeInput.h"
 #include "services/Preferences.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/Preferences.h"
+#include "app/Settings.h"
 #include "fakes/FakeDispatch.h"
 #include "fakes/FakeFiles.h"
 #include "foundation/Signal.h"

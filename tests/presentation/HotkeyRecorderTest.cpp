@@ -2,7 +2,7 @@
 #include "presentation/HotkeyRecorder.h"
 
 #include "app/AppDelegate.h"
-#include "app/Preferences.h"
+#include "app/Settings.h"
 #include "fakes/FakeCore.h"
 #include "fakes/FakeInput.h"
 #include "foundation/Text.h"

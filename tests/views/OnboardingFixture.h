@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/Preferences.h"
+#include "app/Settings.h"
 #include "services/Preferences.h"
 #include "views/onboarding/OnboardingView.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "app/Preferences.h"
+#include "app/Settings.h"
 #include "fakes/FakeInput.h"
 #include "fakes/FakeUpdates.h"
 #include "ShelfViewFixture.h"

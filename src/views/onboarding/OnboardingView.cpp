@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/onboarding/OnboardingView.h"
 
-#include "app/Preferences.h"
+#include "app/Settings.h"
 #include "services/Preferences.h"
 #include "views/controls/Button.h"
 #include "views/onboarding/OnboardingScreens.h"

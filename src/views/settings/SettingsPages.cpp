@@ -2,8 +2,7 @@
 #include "views/settings/SettingsPages.h"
 
 #include "app/AppDelegate.h"
-#include "app/LaunchAtLogin.h"
-#include "app/Preferences.h"
+#include "app/Settings.h"
 #include "presentation/SettingsPresentation.h"
 #include "services/MainBundle.h"
 #include "updates/UpdaterController.h"
