@@ -8,8 +8,6 @@
 
 #include <limits>
 
-// The launch sequence, and what the controller owns from then on.
-
 namespace stowpocket {
 namespace {
 

@@ -8,7 +8,6 @@
 #include "services/FileManagerSelection.h"
 #include "services/Files.h"
 #include "services/Input.h"
-#include "services/Views.h"
 #include "services/Windows.h"
 #include "shelf/ShelfViewModel.h"
 #include "updates/InstallerImageCleanup.h"

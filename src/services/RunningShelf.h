@@ -3,6 +3,8 @@
 
 #include "foundation/FileURL.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -35,11 +37,33 @@ inline constexpr std::size_t maxFilesPerRequest = 16'384;
 /// Longer names are malformed: four times what a path can be, each byte of it escaped.
 inline constexpr std::size_t maxNameLength = std::size_t{4} * 3 * 4096;
 
+namespace detail {
+
+/// In the order of the enumerations.
+inline constexpr std::array<std::string_view, 4> addWords{"added", "already-on-shelf", "shelf-full", "malformed"};
+inline constexpr std::array<std::string_view, 3> removeWords{"removed", "not-on-shelf", "malformed"};
+
+template <class Outcome>
+std::optional<Outcome> outcomeFor(std::span<const std::string_view> words, std::string_view word) {
+    const auto found = std::ranges::find(words, word);
+    return found == words.end() ? std::nullopt : std::optional(static_cast<Outcome>(found - words.begin()));
+}
+
+}  // namespace detail
+
 /// The outcomes as words between processes; empty for a word that is none.
-[[nodiscard]] std::string_view word(AddOutcome outcome);
-[[nodiscard]] std::string_view word(RemoveOutcome outcome);
-[[nodiscard]] std::optional<AddOutcome> addOutcome(std::string_view word);
-[[nodiscard]] std::optional<RemoveOutcome> removeOutcome(std::string_view word);
+[[nodiscard]] inline std::string_view word(AddOutcome outcome) {
+    return detail::addWords.at(static_cast<std::size_t>(outcome));
+}
+[[nodiscard]] inline std::string_view word(RemoveOutcome outcome) {
+    return detail::removeWords.at(static_cast<std::size_t>(outcome));
+}
+[[nodiscard]] inline std::optional<AddOutcome> addOutcome(std::string_view word) {
+    return detail::outcomeFor<AddOutcome>(detail::addWords, word);
+}
+[[nodiscard]] inline std::optional<RemoveOutcome> removeOutcome(std::string_view word) {
+    return detail::outcomeFor<RemoveOutcome>(detail::removeWords, word);
+}
 
 /// What the desktop gave the process that asks, so that a window opened for it may take the focus. Either may be
 /// empty.

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "services/StatusItem.h"
-#include "services/Views.h"
 #include "services/Windows.h"
 
 #include <string>

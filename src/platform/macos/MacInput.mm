@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #import "platform/macos/Conversions.h"
 #include "platform/macos/MacSystem.h"
-#include "services/MonitorList.h"
+#include "services/Input.h"
 
 #import <AppKit/AppKit.h>
 #import <Carbon/Carbon.h>
