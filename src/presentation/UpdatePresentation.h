@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "updates/UpdateWindow.h"
+#include "updates/UpdateStatus.h"
 
 #include <optional>
 #include <string>

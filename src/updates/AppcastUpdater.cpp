@@ -39,7 +39,7 @@ AppcastUpdater::AppcastUpdater(AppcastUpdaterServices services) : services_(std:
 }
 
 AppcastUpdater::~AppcastUpdater() {
-    services_.worker.cancel();
+    services_.transport.cancel();
     services_.window.close();
 }
 
@@ -93,7 +93,7 @@ void AppcastUpdater::forgetReplacedVersion() {
     if (installed.empty())
         return;
     if (installed == status_.runningVersion)
-        services_.worker.removeReplaced();
+        services_.transport.removeReplaced();
     services_.core.preferences.removeValue(installedVersionKey);
 }
 
@@ -129,13 +129,13 @@ void AppcastUpdater::check() {
     status_.received = 0;
     setState(UpdateState::checking);
     const MainBundle& bundle = services_.core.bundle;
-    services_.worker.readList(infoOf(bundle, infoKey::feedURL), infoOf(bundle, infoKey::publicEDKey),
-                              [this](auto answer) {
-                                  if (const UpdateFailure* const failure = std::get_if<UpdateFailure>(&answer))
-                                      fail(*failure);
-                                  else
-                                      listArrived(std::get<0>(answer));
-                              });
+    services_.transport.readList(infoOf(bundle, infoKey::feedURL), infoOf(bundle, infoKey::publicEDKey),
+                                 [this](auto answer) {
+                                     if (const UpdateFailure* const failure = std::get_if<UpdateFailure>(&answer))
+                                         fail(*failure);
+                                     else
+                                         listArrived(std::get<0>(answer));
+                                 });
 }
 
 void AppcastUpdater::listArrived(const std::vector<AppcastItem>& items) {
@@ -157,7 +157,7 @@ void AppcastUpdater::offer() {
     setState(UpdateState::offered);
     if (!status_.item.notes.empty() || status_.item.notesURL.empty())
         return;
-    services_.worker.readNotes(status_.item.notesURL, [this](const std::string& text) {
+    services_.transport.readNotes(status_.item.notesURL, [this](const std::string& text) {
         status_.item.notes = text;
         setState(status_.state);
     });
@@ -165,7 +165,7 @@ void AppcastUpdater::offer() {
 
 void AppcastUpdater::download() {
     setState(UpdateState::downloading);
-    services_.worker.download(
+    services_.transport.download(
         status_.item, infoOf(services_.core.bundle, infoKey::publicEDKey),
         [this](std::int64_t received) {
             status_.received = received;
@@ -183,14 +183,14 @@ void AppcastUpdater::downloaded() {
 
 void AppcastUpdater::install() {
     setState(UpdateState::installing);
-    services_.worker.install(status_.item, infoOf(services_.core.bundle, infoKey::publicEDKey),
-                             [this](std::optional<UpdateFailure> failure) {
-                                 if (failure)
-                                     return fail(*failure);
-                                 services_.core.preferences.setValue(installedVersionKey, status_.item.version);
-                                 setState(UpdateState::installed);
-                                 services_.restart();
-                             });
+    services_.transport.install(status_.item, infoOf(services_.core.bundle, infoKey::publicEDKey),
+                                [this](std::optional<UpdateFailure> failure) {
+                                    if (failure)
+                                        return fail(*failure);
+                                    services_.core.preferences.setValue(installedVersionKey, status_.item.version);
+                                    setState(UpdateState::installed);
+                                    services_.restart();
+                                });
 }
 
 void AppcastUpdater::choose(UpdateChoice choice) {
@@ -199,7 +199,7 @@ void AppcastUpdater::choose(UpdateChoice choice) {
     case UpdateChoice::install:
         if (!isWaiting || !status_.canInstall)
             return;
-        services_.worker.cancel();  // notes that are still on their way
+        services_.transport.cancel();  // notes that are still on their way
         isInstallAsked_ = true;
         return status_.state == UpdateState::ready ? install() : download();
     case UpdateChoice::openPage:
@@ -214,9 +214,9 @@ void AppcastUpdater::choose(UpdateChoice choice) {
     }
     if (status_.state == UpdateState::installing || status_.state == UpdateState::installed)
         return;  // too late to turn back, and soon over
-    services_.worker.cancel();
+    services_.transport.cancel();
     if (choice == UpdateChoice::skip || choice == UpdateChoice::cancel)
-        services_.worker.discardDownload();
+        services_.transport.discardDownload();
     finish();
 }
 

@@ -3,9 +3,9 @@
 
 #include "services/CoreServices.h"
 #include "services/UpdateFramework.h"
-#include "updates/UpdateSelection.h"
+#include "updates/Appcast.h"
+#include "updates/UpdateStatus.h"
 #include "updates/UpdateTransport.h"
-#include "updates/UpdateWindow.h"
 
 #include <functional>
 #include <memory>
@@ -25,7 +25,7 @@ inline constexpr std::string_view enableAutomaticChecksKey = "SUEnableAutomaticC
 /// What the updater is built on; all of it outlives it.
 struct AppcastUpdaterServices {
     CoreServices core;
-    UpdateWorker& worker;
+    UpdateTransport& transport;
     UpdateWindow& window;
     UpdateSystem system;
     /// Whether the program's file is its own to replace, and not a package manager's.

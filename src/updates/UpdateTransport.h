@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "updates/Appcast.h"
+
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -9,31 +11,6 @@
 #include <vector>
 
 namespace stowpocket {
-
-/// What a list of releases says about one version. Empty where it says nothing.
-struct AppcastItem {
-    std::string version;
-    /// The version as users read it.
-    std::string displayVersion;
-    std::string minimumSystemVersion;
-    std::string operatingSystem;
-    /// Processors that it needs, separated by commas.
-    std::string hardware;
-    /// A version in a channel is for those who asked for that channel.
-    std::string channel;
-    /// A page about the version, for people.
-    std::string pageURL;
-    /// Plain text about the version, and where there is more.
-    std::string notes;
-    std::string notesURL;
-    std::string downloadURL;
-    /// Ed25519 over the file, in Base64.
-    std::string signature;
-    /// The size of the file in bytes.
-    std::int64_t length = 0;
-
-    friend bool operator==(const AppcastItem&, const AppcastItem&) = default;
-};
 
 /// Why a step of an update came to nothing. Whatever it is, the program is as it was before.
 enum class UpdateFailure {
@@ -51,14 +28,14 @@ enum class UpdateFailure {
 
 /// Does the work of an update: what touches the network, and bytes that others wrote. One job at a time; each call
 /// returns at once and its completion runs later, once, unless the job is cancelled before. Main thread.
-class UpdateWorker {
+class UpdateTransport {
 public:
     using ListDone = std::function<void(std::variant<std::vector<AppcastItem>, UpdateFailure>)>;
     using TextDone = std::function<void(const std::string& text)>;
     using Done = std::function<void(std::optional<UpdateFailure>)>;
     using Progress = std::function<void(std::int64_t received)>;
 
-    virtual ~UpdateWorker() = default;
+    virtual ~UpdateTransport() = default;
     /// Reads the list of releases at `url`, which counts only when it is signed with `publicKey`. Without a key any
     /// list does, for a program that only tells of new versions.
     virtual void readList(const std::string& url, const std::string& publicKey, ListDone done) = 0;

@@ -1,17 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include "updates/UpdaterController.h"
 
+#include "foundation/Text.h"
 #include "services/Dispatch.h"
 #include "services/MainBundle.h"
 #include "services/Preferences.h"
 #include "services/UpdateFramework.h"
 #include "services/Windows.h"
-#include "updates/FeedText.h"
 
 namespace stowpocket {
 namespace {
 
 constexpr int httpOk = 200;
+
+/// Whether the text of a feed opens an RSS item, with attributes or without. A body that is not UTF-8 has none.
+bool hasFeedItem(const Bytes& body) {
+    const std::string text(body.begin(), body.end());
+    return validUtf8(text) == text &&
+           (text.find("<item>") != std::string::npos || text.find("<item ") != std::string::npos);
+}
 
 bool listsAVersion(const std::optional<FeedResponse>& response) {
     return response && response->statusCode == httpOk && hasFeedItem(response->body);

@@ -6,8 +6,8 @@
 #include "services/Processes.h"
 #include "services/UpdateFramework.h"
 #include "services/Windows.h"
+#include "updates/UpdateStatus.h"
 #include "updates/UpdateTransport.h"
-#include "updates/UpdateWindow.h"
 
 namespace stowpocket {
 
@@ -70,9 +70,9 @@ public:
 };
 
 /// Notes what it is to do and keeps the completion until the test answers.
-class FakeUpdateWorker : public UpdateWorker {
+class FakeUpdateTransport : public UpdateTransport {
 public:
-    explicit FakeUpdateWorker(std::vector<std::string>& log) : log_(log) {}
+    explicit FakeUpdateTransport(std::vector<std::string>& log) : log_(log) {}
     void readList(const std::string& url, const std::string& key, ListDone newDone) override {
         log_.push_back("list " + url + " " + key);
         listDone = std::move(newDone);

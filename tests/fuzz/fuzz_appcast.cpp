@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "foundation/Invariant.h"
 #include "platform/linux/updates/AppcastReader.h"
-#include "updates/AppcastRecords.h"
-#include "updates/UpdateSelection.h"
+#include "updates/Appcast.h"
 
 #include <cstddef>
 #include <cstdint>

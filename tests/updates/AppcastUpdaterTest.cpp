@@ -50,7 +50,7 @@ protected:
     }
 
     CallLog log;
-    FakeUpdateWorker worker{log};
+    FakeUpdateTransport worker{log};
     FakeUpdateWindow window;
     std::unique_ptr<AppcastUpdater> updater;
 };

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "updates/AppcastRecords.h"
+#include "updates/Appcast.h"
 #include "updates/NotesText.h"
-#include "updates/UpdateSelection.h"
-#include "updates/VersionComparison.h"
 
 #include <gtest/gtest.h>
 

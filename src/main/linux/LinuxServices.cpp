@@ -41,7 +41,7 @@ LinuxUpdates::LinuxUpdates(const CoreServices& coreServices, Application& progra
 std::unique_ptr<UpdateFramework> LinuxUpdates::startFramework() {
     return std::make_unique<AppcastUpdater>(AppcastUpdaterServices{
         .core = core,
-        .worker = transport,
+        .transport = transport,
         .window = window,
         .system = thisSystem(),
         .ownsItsFile = runningAppImage().has_value(),
