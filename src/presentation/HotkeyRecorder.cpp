@@ -3,8 +3,7 @@
 
 #include "foundation/Signal.h"
 #include "foundation/Text.h"
-#include "presentation/ShortcutText.h"
-#include "presentation/TilePresentation.h"
+#include "presentation/Texts.h"
 #include "services/Preferences.h"
 
 #include <algorithm>

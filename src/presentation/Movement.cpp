@@ -1,11 +1,71 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/Movement.h"
 
-#include "presentation/AnimationCurve.h"
-
 #include <cmath>
+#include <numbers>
 
 namespace stowpocket {
+namespace {
+
+constexpr double settled = 0.001;
+
+/// A cubic Bézier curve from (0, 0) to (1, 1), told by the times of its two control points; the first of them has the
+/// value 0 and the second the value 1.
+struct Easing {
+    double firstControlTime;
+    double secondControlTime;
+};
+
+double timeAt(const Easing& easing, double parameter) {
+    const double rest = 1 - parameter;
+    return 3 * rest * rest * parameter * easing.firstControlTime +
+           3 * rest * parameter * parameter * easing.secondControlTime + parameter * parameter * parameter;
+}
+
+double valueAt(double parameter) {
+    return parameter * parameter * (3 - 2 * parameter);
+}
+
+double eased(const Easing& easing, double progress) {
+    if (progress <= 0)
+        return 0;
+    if (progress >= 1)
+        return 1;
+    double low = 0;
+    double high = 1;
+    constexpr int halvings = 20;  // a millionth of the way
+    for (int halving = 0; halving < halvings; ++halving) {
+        const double middle = (low + high) / 2;
+        (timeAt(easing, middle) < progress ? low : high) = middle;
+    }
+    return valueAt((low + high) / 2);
+}
+
+}  // namespace
+
+double easeInOut(double progress) {
+    return eased({.firstControlTime = 0.42, .secondControlTime = 0.58}, progress);
+}
+
+double easeOut(double progress) {
+    return eased({.firstControlTime = 0, .secondControlTime = 0.58}, progress);
+}
+
+/// The damped harmonic oscillator: x'' = omega^2 (1 - x) - 2 dampingFraction omega x'.
+double Spring::position(double seconds) const {
+    if (seconds <= 0)
+        return 0;
+    const double omega = 2 * std::numbers::pi / response;
+    const double decay = dampingFraction * omega;
+    const double swing = omega * std::sqrt(1 - dampingFraction * dampingFraction);
+    return 1 - std::exp(-decay * seconds) * (std::cos(swing * seconds) + decay / swing * std::sin(swing * seconds));
+}
+
+/// The swings lie between two exponential curves, which meet the limit here.
+double Spring::settlingTime() const {
+    const double amplitude = 1 / std::sqrt(1 - dampingFraction * dampingFraction);
+    return std::log(amplitude / settled) * response / (2 * std::numbers::pi * dampingFraction);
+}
 
 Seconds Movement::duration() const {
     return curve_ == Curve::spring ? Seconds(Spring{time_.count(), dampingFraction_}.settlingTime()) : time_;

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/ShelfPresentation.h"
 
+#include "presentation/Texts.h"
 #include "services/Preferences.h"
+#include "shelf/ShelfItem.h"
 #include "shelf/ShelfViewModel.h"
 
 namespace stowpocket {
@@ -26,6 +28,14 @@ ShelfPresentation shelfPresentation(const ShelfViewModel& viewModel) {
     shown.showsProgress = shelf.isLoading();
     shown.showsClearButton = count > 0;
     return shown;
+}
+
+std::string TilePresentation::accessibleName() const {
+    return name + ", " + size + (isMissing ? ", Missing" : "");
+}
+
+TilePresentation tilePresentation(const ShelfItem& item, const ByteCountText& byteCountText) {
+    return {displayName(item.filename), byteCountText(item.fileSize), !item.isAvailable, item.isAvailable};
 }
 
 }  // namespace stowpocket

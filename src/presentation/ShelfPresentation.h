@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace stowpocket {
 
 class ShelfViewModel;
+struct ShelfItem;
 
 /// What the shelf popover shows at one moment.
 struct ShelfPresentation {
@@ -34,5 +38,22 @@ struct ShelfPresentation {
 
 /// Looks at the shelf, and at the capacity in force, anew.
 [[nodiscard]] ShelfPresentation shelfPresentation(const ShelfViewModel& viewModel);
+
+/// Writes a file's size, in bytes, as the desktop does.
+using ByteCountText = std::function<std::string(std::int64_t bytes)>;
+
+/// What the tile of one item shows.
+struct TilePresentation {
+    /// The file name on one line.
+    std::string name;
+    std::string size;
+    bool isMissing = false;
+    bool isDraggable = true;
+
+    /// All of it in words, for assistive technology.
+    [[nodiscard]] std::string accessibleName() const;
+};
+
+[[nodiscard]] TilePresentation tilePresentation(const ShelfItem& item, const ByteCountText& byteCountText);
 
 }  // namespace stowpocket

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/UpdatePresentation.h"
 
-#include "presentation/ByteCount.h"
+#include "presentation/Texts.h"
 
 #include <algorithm>
 

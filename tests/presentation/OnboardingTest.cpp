@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "presentation/AnimationCurve.h"
-#include "presentation/OnboardingPresentation.h"
-#include "presentation/Polyline.h"
+#include "presentation/Onboarding.h"
+#include "presentation/Movement.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "presentation/PopoverPlacement.h"
+#include "presentation/Layout.h"
 
 #include <gtest/gtest.h>
 

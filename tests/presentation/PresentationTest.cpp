@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "presentation/AdaptiveGrid.h"
-#include "presentation/ByteCount.h"
-#include "presentation/TilePresentation.h"
+#include "presentation/Layout.h"
+#include "presentation/ShelfPresentation.h"
+#include "presentation/Texts.h"
 #include "shelf/ShelfItem.h"
 
 #include <gtest/gtest.h>

@@ -4,7 +4,7 @@
 #include "fakes/FakeItemProvider.h"
 #include "fakes/ShelfFixture.h"
 #include "platform/qt/QtImages.h"
-#include "presentation/ByteCount.h"
+#include "presentation/Texts.h"
 #include "views/shelf/ShelfView.h"
 
 #include <QApplication>

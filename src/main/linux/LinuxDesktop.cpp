@@ -9,7 +9,7 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/qt/QtDrops.h"
 #include "platform/qt/QtPopover.h"
-#include "presentation/ByteCount.h"
+#include "presentation/Texts.h"
 #include "views/controls/Symbol.h"
 #include "views/controls/Theme.h"
 

@@ -3,7 +3,7 @@
 
 #include "foundation/Signal.h"
 #include "platform/qt/QtStatusItemButton.h"
-#include "presentation/PopoverPlacement.h"
+#include "presentation/Layout.h"
 #include "services/Windows.h"
 
 #include <QPainterPath>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/controls/AlertView.h"
 
-#include "presentation/PopoverPlacement.h"
+#include "presentation/Layout.h"
 #include "views/controls/Button.h"
 #include "views/controls/Drawing.h"
 

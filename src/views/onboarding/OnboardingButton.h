@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "presentation/OnboardingPresentation.h"
+#include "presentation/Onboarding.h"
 #include "views/controls/Compose.h"
 #include "views/controls/Drawing.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/FileURL.h"
-#include "presentation/TilePresentation.h"
+#include "presentation/ShelfPresentation.h"
 
 #include <QImage>
 #include <QPixmap>

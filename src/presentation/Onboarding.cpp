@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "presentation/OnboardingTimeline.h"
+#include "presentation/Onboarding.h"
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace stowpocket {
 namespace {
@@ -70,6 +71,32 @@ std::optional<Seconds> timeToNextFrame(std::span<const OnboardingStep> timeline,
     return soonest;
 }
 
+constexpr double emblemStartOffset = -30;
+constexpr double glowFaintest = 0.08;
+constexpr double glowStrongest = 0.25;
+constexpr double hiddenPointOffset = 8;
+constexpr double getStartedHiddenScale = 0.9;
+constexpr double getStartedGlowingScale = 1.02;
+constexpr double startUsingHiddenScale = 0.88;
+constexpr double ringStrokeOpacity = 0.3;
+constexpr double shimmerWidth = 0.4;   // of the button's
+constexpr double shimmerBefore = 0.2;  // of the button's width, before its leading edge, where the band sets out
+
+OnboardingPresentation::Bullet bullet(double visible) {
+    return {.opacity = visible, .offset = std::lerp(hiddenPointOffset, 0.0, visible)};
+}
+
+double distance(const Point& from, const Point& to) {
+    return std::hypot(to.x - from.x, to.y - from.y);
+}
+
+double length(const Polyline& line) {
+    double sum = 0;
+    for (std::size_t index = 1; index < line.size(); ++index)
+        sum += distance(line[index - 1], line[index]);
+    return sum;
+}
+
 }  // namespace
 
 std::span<const OnboardingStep> welcomeTimeline() {
@@ -101,6 +128,58 @@ std::optional<Seconds> timeToNextFrame(const OnboardingMoment& moment) {
     if (!moment.sinceGetStarted)
         return timeToNextFrame(welcomeSteps, moment.sinceShown);
     return timeToNextFrame(closingSteps, *moment.sinceGetStarted);
+}
+
+OnboardingPresentation onboardingPresentation(const OnboardingState& state) {
+    const double left = state.currentScreen;
+    const double getStartedShownScale = std::lerp(1.0, getStartedGlowingScale, state.glowPulse);
+    return {
+        .opacity = state.appeared,
+        .welcome = {.opacity = 1 - left, .shift = -left},
+        .closing = {.opacity = left, .shift = 1 - left},
+        .emblemOffset = std::lerp(emblemStartOffset, 0.0, state.iconLanded),
+        .emblemGlow = std::lerp(glowFaintest, glowStrongest, state.glowPulse),
+        .titleOpacity = state.titleVisible,
+        .points = {bullet(state.bullet1Visible), bullet(state.bullet2Visible), bullet(state.bullet3Visible)},
+        .getStarted = {.opacity = state.buttonVisible,
+                       .scale = std::lerp(getStartedHiddenScale, getStartedShownScale, state.buttonVisible)},
+        .ringOpacity = ringStrokeOpacity * state.glowOpacity,
+        .circleTrim = state.circleTrim,
+        .checkmarkTrim = state.checkmarkTrim,
+        .headlineOpacity = state.headlineVisible,
+        .subtextOpacity = state.subtextVisible,
+        .previewOpacity = state.previewVisible,
+        .startUsing = {.opacity = state.button2Visible,
+                       .scale = std::lerp(startUsingHiddenScale, 1.0, state.button2Visible)},
+        .shimmerPhase = state.shimmerPhase,
+    };
+}
+
+Shimmer shimmer(double width, double phase) {
+    const double band = shimmerWidth * width;
+    return {.leadingEdge = (width + band) * phase - shimmerBefore * width, .width = band};
+}
+
+Polyline trimmed(const Polyline& line, double fraction) {
+    if (line.empty() || fraction <= 0)
+        return {};
+    if (fraction >= 1)
+        return line;
+    double left = length(line) * fraction;
+    Polyline part{line.front()};
+    for (std::size_t index = 1; index < line.size() && left > 0; ++index) {
+        const Point& from = line[index - 1];
+        const Point& to = line[index];
+        const double piece = distance(from, to);
+        const double share = left < piece ? left / piece : 1;
+        part.push_back({std::lerp(from.x, to.x, share), std::lerp(from.y, to.y, share)});
+        left -= piece;
+    }
+    return part;
+}
+
+Polyline onboardingCheckmark(double width, double height) {
+    return {{0.22 * width, 0.5 * height}, {0.42 * width, 0.65 * height}, {0.75 * width, 0.3 * height}};
 }
 
 }  // namespace stowpocket
