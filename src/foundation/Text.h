@@ -36,7 +36,4 @@ namespace stowpocket {
 /// Appends `byte` as two hexadecimal digits, in capitals.
 void appendHex(std::string& text, std::uint8_t byte);
 
-/// `text` in capitals, as far as its letters have one of a single character.
-[[nodiscard]] std::string uppercased(std::string_view text);
-
 }  // namespace stowpocket

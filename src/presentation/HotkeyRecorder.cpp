@@ -62,8 +62,7 @@ void HotkeyRecorder::keyDown(const KeyEvent& event) {
     }
     if ((event.modifierFlags & qualifyingModifiers) == 0)
         return;
-    store(event.keyCode, event.modifierFlags & modifierFlag::deviceIndependent,
-          uppercased(event.charactersIgnoringModifiers));
+    store(event.keyCode, event.modifierFlags & modifierFlag::deviceIndependent, event.capitals);
     stopRecording();
     services_.core.notifications.post(notification_);
 }

@@ -26,9 +26,9 @@ struct KeyEvent {
     std::uint16_t keyCode = 0;
     /// Device-independent flags in the high bits, device-dependent ones in the low 16.
     std::int64_t modifierFlags = 0;
-    /// What the key types without modifiers in the keyboard layout in force, in UTF-8. A key that types nothing that
-    /// can be seen has what is written on it; empty where that is nothing either.
-    std::string charactersIgnoringModifiers = {};
+    /// What the key types without modifiers in the keyboard layout in force, in capitals and in UTF-8. A key that
+    /// types nothing visible has what is written on it; empty where that is nothing either.
+    std::string capitals = {};
 };
 
 /// Keeps a monitor installed until destroyed, which its own handler may do.

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace stowpocket {
 
@@ -51,6 +52,8 @@ public:
     /// Always answers, with a plain page for what nobody knows. Main thread, while a tile is drawn: it must be quick
     /// and must not wait for the file.
     [[nodiscard]] virtual Image icon(const FileURL& url) = 0;
+    /// `extension` in small letters of any script: names whose extensions differ only in case are of one type.
+    [[nodiscard]] virtual std::string lowercased(const std::string& extension) const = 0;
 };
 
 /// The screen that holds the menu bar. Main thread.

@@ -47,9 +47,9 @@ std::vector<ShelfItem> newItems(std::span<const FileURL> urls, const ShelfServic
 }
 
 /// Files without an extension, and applications, have icons of their own; all others share their type's.
-std::string iconKey(const FileURL& url) {
-    const std::string extension = uppercased(url.pathExtension());
-    return extension.empty() || extension == "APP" ? url.path() : extension;
+std::string iconKey(const FileURL& url, const WorkspaceIcons& icons) {
+    std::string extension = icons.lowercased(url.pathExtension());
+    return extension.empty() || extension == "app" ? url.path() : extension;
 }
 
 std::vector<std::size_t> indexRange(std::size_t first, std::size_t end) {
@@ -389,7 +389,7 @@ const Image* ShelfManager::thumbnail(const UUID& id) const {
 }
 
 Image ShelfManager::icon(const ShelfItem& item) {
-    std::string key = iconKey(item.fileURL);
+    std::string key = iconKey(item.fileURL, services_.workspaceIcons);
     const auto cached = iconCache_.find(key);
     if (cached != iconCache_.end())
         return cached->second;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/Text.h"
 #include "services/Pictures.h"
 
 #include <string>
@@ -39,6 +40,9 @@ public:
     [[nodiscard]] Image icon(const FileURL& url) override {
         askedPaths.push_back(url.path());
         return fakeImage();
+    }
+    [[nodiscard]] std::string lowercased(const std::string& extension) const override {
+        return asciiLowercased(extension);
     }
     std::vector<std::string> askedPaths;
 };

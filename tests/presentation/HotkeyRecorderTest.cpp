@@ -5,7 +5,6 @@
 #include "app/Settings.h"
 #include "fakes/FakeCore.h"
 #include "fakes/FakeInput.h"
-#include "foundation/Text.h"
 #include "services/Preferences.h"
 
 #include <gtest/gtest.h>
@@ -71,13 +70,13 @@ TEST_F(HotkeyRecorderTest, recordsTheFirstPressWithAModifierThatIsNotShiftAlone)
         posts = 0;
         recorder->toggleRecording();
         EXPECT_EQ(recorder->shown().text, "Press shortcut…");
-        EXPECT_TRUE(monitors.press(1, flags | 0x120, "s")) << "swallowed in any case";
+        EXPECT_TRUE(monitors.press(1, flags | 0x120, "S")) << "swallowed in any case";
         EXPECT_EQ(state(), qualifies ? State::set : State::recording);
         EXPECT_EQ(posts, qualifies ? 1 : 0);
         EXPECT_EQ(shownAtPost == recorder->shown(), qualifies) << "posted when stored and no longer recording";
         expectStored(qualifies ? 1 : -1, qualifies ? flags : 0, qualifies ? "S" : "");
         monitors.press(escape, 0);
-        EXPECT_FALSE(monitors.press(1, flags, "s")) << "the monitor is gone";
+        EXPECT_FALSE(monitors.press(1, flags, "S")) << "the monitor is gone";
     }
 }
 
@@ -102,7 +101,7 @@ TEST_F(HotkeyRecorderTest, neverShowsAShortcutThatIsHalfStored) {
     recorder->toggleRecording();
     const Subscription changes =
         recorder->changed.connect([this] { EXPECT_FALSE(recorder->shown().conflicts) << recorder->shown().text; });
-    monitors.press(2, modifierFlag::command, "d");
+    monitors.press(2, modifierFlag::command, "D");
     EXPECT_EQ(recorder->shown().text, "⌘D");
     recorder->clear();
     store(2, optionShift | 0x10000, "D");
@@ -136,13 +135,6 @@ TEST_F(HotkeyRecorderTest, showsWhatIsStored) {
     EXPECT_FALSE(recorder->shown().conflicts) << "two that are none";
     store(1, -1, "S");
     EXPECT_DEATH(static_cast<void>(recorder->shown()), "modifier flags");
-}
-
-TEST(UppercasedTest, knowsTheScriptsOfKeyboards) {
-    EXPECT_EQ(uppercased("az AZ 09 äÿßøčžı"), "AZ AZ 09 ÄŸßØČŽI");
-    EXPECT_EQ(uppercased("άως ящѓ ữ եր שﻉ中👜"), "ΆΩΣ ЯЩЃ Ữ ԵՐ שﻉ中👜");
-    EXPECT_EQ(uppercased("\xC3"), "\xC3") << "cut off";
-    EXPECT_EQ(uppercased("\xE9z\xFF"), "\xE9z\xFF") << "no text";
 }
 
 }  // namespace

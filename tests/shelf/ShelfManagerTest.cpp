@@ -233,8 +233,8 @@ TEST_F(ShelfManagerTest, packsTheThumbnailsOfItemsThatHaveLeft) {
 }
 
 TEST_F(ShelfManagerTest, sharesIconsByTypeAndGivesApplicationsTheirOwn) {
-    for (const char* const path : {"/f/a.TXT", "/f/b.txt", "/f/One.app", "/f/Two.APP", "/f/Three.APP", "/f/Makefile",
-                                   "/f/c.\xC3\x84", "/f/d.\xC3\xA4"}) {
+    for (const char* const path :
+         {"/f/a.TXT", "/f/b.txt", "/f/One.app", "/f/Two.APP", "/f/Three.APP", "/f/Makefile"}) {
         files.add(path);
         manager->addFiles(std::vector<FileURL>{*FileURL::fromPath(path)});
     }
@@ -242,8 +242,8 @@ TEST_F(ShelfManagerTest, sharesIconsByTypeAndGivesApplicationsTheirOwn) {
         for (const ShelfItem& item : manager->items())
             EXPECT_EQ(manager->icon(item).size, (Size{48, 48}));
     }
-    EXPECT_EQ(icons.askedPaths, (std::vector<std::string>{"/f/a.TXT", "/f/One.app", "/f/Two.APP", "/f/Three.APP",
-                                                          "/f/Makefile", "/f/c.\xC3\x84"}));
+    EXPECT_EQ(icons.askedPaths,
+              (std::vector<std::string>{"/f/a.TXT", "/f/One.app", "/f/Two.APP", "/f/Three.APP", "/f/Makefile"}));
 }
 
 TEST_F(ShelfManagerTest, spoolsIntoAFolderOfItsOwn) {

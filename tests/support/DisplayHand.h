@@ -16,7 +16,7 @@ namespace stowpocket {
 /// Kernel key codes plus 8, of the keys that the tests press.
 namespace key {
 inline constexpr std::uint8_t a = 38, s = 39, d = 40, up = 111, f5 = 71, pad5 = 84, escape = 9, enter = 36, one = 10,
-                              grave = 49, shift = 50, control = 37, alt = 64, capsLock = 66, numLock = 77,
+                              grave = 49, minus = 20, shift = 50, control = 37, alt = 64, capsLock = 66, numLock = 77,
                               super = 133;
 }
 

@@ -31,7 +31,7 @@ private:
 KeyEvent keyEventOf(NSEvent* event) {
     return {.keyCode = event.keyCode,
             .modifierFlags = static_cast<std::int64_t>(event.modifierFlags),
-            .charactersIgnoringModifiers = utf8(event.charactersIgnoringModifiers).value_or(std::string())};
+            .capitals = utf8(event.charactersIgnoringModifiers.uppercaseString).value_or(std::string())};
 }
 
 /// Keeps one monitor of each kind, because the system does not define in which order it calls several.

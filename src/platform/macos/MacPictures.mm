@@ -68,6 +68,10 @@ public:
         return {pixels ? makeContent_(*pixels) : nullptr, {iconSide, iconSide}};
     }
 
+    [[nodiscard]] std::string lowercased(const std::string& extension) const override {
+        return utf8(nsString(extension).lowercaseString).value_or(extension);
+    }
+
 private:
     const MakeImageContent makeContent_;
 };

@@ -48,6 +48,7 @@ TEST_F(LinuxWorkspaceIconsTest, takesTheFirstThemeThatHasIconsForFiles) {
     EXPECT_EQ(color("Makefile"), QColor(Qt::white));
     ASSERT_TRUE(QDir().mkpath(QString::fromStdString(files_.path("album.png"))));
     EXPECT_EQ(color("album.png"), QColor(Qt::yellow)) << "a folder, whatever its name";
+    EXPECT_EQ(icons_.lowercased("JPG\u00C4"), "jpg\u00E4") << "capitals of any script";
     EXPECT_EQ(icon("a.pdf"), bundledIcon(QStringLiteral("pdf"), 48)) << "what the theme has not";
 }
 

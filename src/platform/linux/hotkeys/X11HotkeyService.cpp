@@ -134,7 +134,7 @@ void X11HotkeyService::keyPressed(const xcb_key_press_event_t& event) {
     if (pressed == hotkeys_.end() || !held_.press(event.detail, event.time))
         return;
     KeyEvent keyEvent = keyEventOf(pressed->combination, (event.state & x11Modifier::lock) != 0);
-    keyEvent.charactersIgnoringModifiers = characters_(event.detail, event.state);
+    keyEvent.capitals = characters_(event.detail, event.state);
     dispatch_.async([self = std::weak_ptr(self_), keyEvent = std::move(keyEvent), identifier = pressed->identifier] {
         if (const auto service = self.lock())
             (*service)->fire(keyEvent, identifier);

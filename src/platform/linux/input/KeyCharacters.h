@@ -23,7 +23,8 @@ class X11KeyCharacters {
 public:
     explicit X11KeyCharacters(xcb_connection_t* connection);
 
-    /// Without modifiers, in the layout that is in force in this state of the modifiers; else what is written on it.
+    /// Without modifiers, in capitals, in the layout that is in force in this state of the modifiers; else what is
+    /// written on it.
     [[nodiscard]] std::string operator()(std::uint8_t key, std::uint32_t state) const;
 
 private:

@@ -119,4 +119,8 @@ Image LinuxWorkspaceIcons::icon(const FileURL& url) {
     return {std::make_shared<QtImageContent>(std::move(image)), iconSize};
 }
 
+std::string LinuxWorkspaceIcons::lowercased(const std::string& extension) const {
+    return QString::fromStdString(extension).toLower().toStdString();
+}
+
 }  // namespace stowpocket

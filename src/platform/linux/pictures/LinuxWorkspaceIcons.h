@@ -22,6 +22,7 @@ class LinuxWorkspaceIcons : public WorkspaceIcons {
 public:
     explicit LinuxWorkspaceIcons(const MainScreen& screen);
     [[nodiscard]] Image icon(const FileURL& url) override;
+    [[nodiscard]] std::string lowercased(const std::string& extension) const override;
 
 private:
     const MainScreen& screen_;

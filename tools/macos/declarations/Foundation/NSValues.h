@@ -23,6 +23,8 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 - (nullable instancetype)initWithBytes:(const void*)bytes
                                 length:(NSUInteger)length
                               encoding:(NSStringEncoding)encoding;
+@property(readonly, copy) NSString* lowercaseString;
+@property(readonly, copy) NSString* uppercaseString;
 - (BOOL)isEqualToString:(NSString*)string;
 - (NSString*)stringByAppendingPathComponent:(NSString*)component;
 - (nullable NSData*)dataUsingEncoding:(NSStringEncoding)encoding;
