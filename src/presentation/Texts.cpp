@@ -3,11 +3,8 @@
 
 #include "foundation/Invariant.h"
 #include "foundation/Text.h"
-#include "services/Input.h"
 
 #include <array>
-#include <string_view>
-#include <utility>
 
 namespace stowpocket {
 namespace {
@@ -93,20 +90,14 @@ std::string byteCountText(std::int64_t bytes) {
     return sign + decimalText(stepsOf(magnitude, unit), unit.fractions) + ' ' + std::string(unit.name);
 }
 
-std::string shortcutDisplayText(std::int64_t modifiers, std::string_view keyCharacter) {
-    constexpr std::array<std::pair<std::int64_t, std::string_view>, 4> glyphs{{
-        {modifierFlag::control, "\u2303"},
-        {modifierFlag::option, "\u2325"},
-        {modifierFlag::shift, "\u21E7"},
-        {modifierFlag::command, "\u2318"},
-    }};
+std::string shortcutDisplayText(std::int64_t modifiers, std::string_view keyCharacter, const PlatformTexts& texts) {
     invariant(modifiers >= 0, "modifier flags of a shortcut are not negative");
     std::string text;
     if (keyCharacter.empty())
         return text;
-    for (const auto& [flag, glyph] : glyphs) {
-        if ((modifiers & flag) != 0)
-            text += glyph;
+    for (const PlatformTexts::Modifier& modifier : texts.modifiers) {
+        if ((modifiers & modifier.flag) != 0)
+            text += modifier.text;
     }
     return text.append(keyCharacter);
 }

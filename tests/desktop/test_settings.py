@@ -15,13 +15,13 @@ class Settings(DesktopTest):
     def test_recorded_shortcut_takes_over_and_a_cleared_one_is_dead(self):
         stowpocket, keys = self.start("trayer"), self.desktop.x.keys
         stowpocket.open_settings()
-        self.record("Open/Close Shelf, ⌥⇧S", "Alt_L", "Shift_L", "s")  # is grabbed, and yet recorded
-        stowpocket.wait_for_shown("Open/Close Shelf, ⌥⇧S")
+        self.record("Open/Close Shelf, Alt+Shift+S", "Alt_L", "Shift_L", "s")  # is grabbed, and yet recorded
+        stowpocket.wait_for_shown("Open/Close Shelf, Alt+Shift+S")
         self.assertIsNone(stowpocket.popover())
 
-        self.record("Open/Close Shelf, ⌥⇧S", "k")
+        self.record("Open/Close Shelf, Alt+Shift+S", "k")
         keys("Control_L", "Shift_L", "k")
-        stowpocket.wait_for_shown("Open/Close Shelf, ⌃⇧K")
+        stowpocket.wait_for_shown("Open/Close Shelf, Ctrl+Shift+K")
         wait_for(lambda: stowpocket.preferences().get("shelfHotkeyKeyCode") == 40, "the shortcut on the disk")
         stored = stowpocket.preferences()
         self.assertEqual((stored.get("shelfHotkeyModifiers"), stored.get("shelfHotkeyKeyChar")), (0x60000, "K"))
@@ -35,7 +35,7 @@ class Settings(DesktopTest):
         wait_for(stowpocket.popover, "the popover by the shortcut that was stored")
 
         stowpocket.open_settings()
-        self.record("Quick Drop, ⌥⇧D", "Control_L", "Shift_L", "k")
+        self.record("Quick Drop, Alt+Shift+D", "Control_L", "Shift_L", "k")
         stowpocket.wait_for_shown("Conflicts with the other shortcut")
         stowpocket.press("Clear Open/Close Shelf shortcut")
         stowpocket.wait_for_shown("Open/Close Shelf, None - click to set")
@@ -43,7 +43,7 @@ class Settings(DesktopTest):
         stowpocket.wait_for_shown("Quick Drop, None - click to set")
         keys("Control_L", "Shift_L", "k")
         self.record("Quick Drop, None", "Control_L", "Shift_L", "j")
-        stowpocket.wait_for_shown("Quick Drop, ⌃⇧J")
+        stowpocket.wait_for_shown("Quick Drop, Ctrl+Shift+J")
         self.assertIsNone(stowpocket.popover())
 
     def test_choices_act_at_once(self):

@@ -5,6 +5,7 @@
 #include "app/Settings.h"
 #include "fakes/FakeCore.h"
 #include "fakes/FakeInput.h"
+#include "presentation/Texts.h"
 #include "services/Preferences.h"
 
 #include <gtest/gtest.h>
@@ -102,7 +103,7 @@ TEST_F(HotkeyRecorderTest, neverShowsAShortcutThatIsHalfStored) {
     const Subscription changes =
         recorder->changed.connect([this] { EXPECT_FALSE(recorder->shown().conflicts) << recorder->shown().text; });
     monitors.press(2, modifierFlag::command, "D");
-    EXPECT_EQ(recorder->shown().text, "⌘D");
+    EXPECT_EQ(recorder->shown().text, shortcutDisplayText(modifierFlag::command, "D"));
     recorder->clear();
     store(2, optionShift | 0x10000, "D");
 }
@@ -116,16 +117,17 @@ TEST_F(HotkeyRecorderTest, showsWhatIsStored) {
     };
     const std::string none = "None - click to set";
     const std::string farTooLong(300, 'x');
-    for (const Case& each : {Case{-1, 0, "", none, State::none, false},
-                             {-7, optionShift, "D", none, State::none, false},
-                             {1, optionShift, "S", "⌥⇧S", State::set, false},
-                             {1, 0x1F0000, "S", "⌃⌥⇧⌘S", State::set, false},
-                             {2, optionShift, "S", "⌥⇧S", State::set, true},
-                             {2, optionShift | 0x10000, "D", "⌥⇧D", State::set, false},
-                             {96, modifierFlag::control, "", none, State::set, false},
-                             {1, 0, "\n\u202E" + farTooLong, " " + farTooLong, State::set, false},
-                             {1, 0, "ש\xFF", "ש\uFFFD", State::set, false},
-                             {std::int64_t{1} << 40, 0, "S", "S", State::set, false}}) {
+    for (const Case& each :
+         {Case{-1, 0, "", none, State::none, false},
+          {-7, optionShift, "D", none, State::none, false},
+          {1, optionShift, "S", shortcutDisplayText(optionShift, "S"), State::set, false},
+          {1, 0x1F0000, "S", shortcutDisplayText(0x1E0000, "S"), State::set, false},
+          {2, optionShift, "S", shortcutDisplayText(optionShift, "S"), State::set, true},
+          {2, optionShift | 0x10000, "D", shortcutDisplayText(optionShift, "D"), State::set, false},
+          {96, modifierFlag::control, "", none, State::set, false},
+          {1, 0, "\n\u202E" + farTooLong, " " + farTooLong, State::set, false},
+          {1, 0, "ש\xFF", "ש\uFFFD", State::set, false},
+          {std::int64_t{1} << 40, 0, "S", "S", State::set, false}}) {
         store(each.keyCode, each.modifiers, each.keyChar);
         const HotkeyRecorderPresentation expected{each.state, each.text, each.keyCode >= 0, each.conflicts};
         EXPECT_EQ(recorder->shown(), expected) << each.keyCode << " " << recorder->shown().text;
@@ -135,6 +137,12 @@ TEST_F(HotkeyRecorderTest, showsWhatIsStored) {
     EXPECT_FALSE(recorder->shown().conflicts) << "two that are none";
     store(1, -1, "S");
     EXPECT_DEATH(static_cast<void>(recorder->shown()), "modifier flags");
+}
+
+TEST(ShortcutTextTest, namesTheModifiersAsThePlatformDoes) {
+    EXPECT_EQ(shortcutDisplayText(0x1F0000, "K", macTexts), "⌃⌥⇧⌘K");
+    EXPECT_EQ(shortcutDisplayText(0x1F0000, "K", linuxTexts), "Super+Ctrl+Alt+Shift+K");
+    EXPECT_EQ(shortcutDisplayText(0x1E0000, "", macTexts), "");
 }
 
 }  // namespace
