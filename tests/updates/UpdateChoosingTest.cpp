@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "updates/Appcast.h"
-#include "updates/NotesText.h"
 
 #include <gtest/gtest.h>
 
@@ -66,20 +65,6 @@ TEST(AppcastRecords, comeBackAsTheyWereAndRefuseRubbish) {
     EXPECT_FALSE(decodedItems(bytes + "x"));
     items[0].notes = std::string("nul\0nul", 7);
     EXPECT_EQ(decodedItems(encodedItems(items))->at(0).notes, "nulnul");
-}
-
-TEST(NotesText, keepsTheWordsOfHtmlAndNothingElse) {
-    using Case = std::pair<const char*, const char*>;
-    for (const auto& [html, text] :
-         {Case{"Faster.\nSmaller.\n\n\n\nBetter & < more", "Faster.\nSmaller.\n\nBetter & < more"},
-          {"<h2>New</h2>\n <ul>\n<li>One  &amp; <b>two</b>,<li>three</ul>", "New\n\n\u2022 One & two,\n\u2022 three"},
-          {"<p>a<br/>b</p><p>c</p>", "a\nb\n\nc"},
-          {"a<script>alert('</p>')</SCRIPT>b<style>x{}</style>c<!-- <p> -->d<img src=http://e/>", "abcd"},
-          {"<i>&#8217;&#x1F600;&nbsp;&#0;&bogus;&lt;b&gt;</i>", "\u2019\U0001F600 &#0;&bogus;<b>"},
-          {"<script>never ends", ""},
-          {"<unclosed", ""}})
-        EXPECT_EQ(plainNotes(html), text);
-    EXPECT_EQ(plainNotes(std::string(19'999, 'a') + "\u00e9\u00e9").size(), 19'999u) << "cut between characters";
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 
 #include "platform/linux/input/KeyTables.h"
 
+#include <QString>
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -75,7 +77,8 @@ std::string X11KeyCharacters::operator()(std::uint8_t key, std::uint32_t state) 
         if (keymap)
             character = characterIn(keymap.get(), key, state >> layoutShift & layoutMask);
     }
-    return character.empty() ? nameOfKey(virtualKeyOf(key)) : character;
+    return character.empty() ? nameOfKey(virtualKeyOf(key))
+                             : QString::fromStdString(character).toUpper().toStdString();
 }
 
 }  // namespace stowpocket

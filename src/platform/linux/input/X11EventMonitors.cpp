@@ -75,7 +75,7 @@ bool KeyDownMonitors::swallows(const QKeyEvent& event) {
     decided_ = identity;
     const auto key = static_cast<std::uint8_t>(event.nativeScanCode() & 0xFF);
     KeyEvent keyEvent = keyEventOf(event, key);
-    keyEvent.charactersIgnoringModifiers = character_(key, event.nativeModifiers());
+    keyEvent.capitals = character_(key, event.nativeModifiers());
     swallowed_ = swallows(keyEvent);
     return swallowed_;
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/input/KeyCharacters.h"
-#include "services/MonitorList.h"
+#include "services/Input.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QGuiApplication>

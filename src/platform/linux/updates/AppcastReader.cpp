@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/updates/AppcastReader.h"
 
+#include "platform/linux/updates/NotesText.h"
 #include "platform/linux/updates/UpdateHelperProtocol.h"
-#include "updates/NotesText.h"
 
 #include <QUrl>
 #include <QXmlStreamReader>

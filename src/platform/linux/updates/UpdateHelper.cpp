@@ -2,7 +2,7 @@
 #include "platform/linux/updates/UpdateHelper.h"
 
 #include "platform/linux/updates/UpdateHelperProtocol.h"
-#include "updates/AppcastRecords.h"
+#include "updates/Appcast.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -118,7 +118,7 @@ QString text(const std::string& utf8) {
 /// The numbers that a download prints, a line each, in pieces of any size.
 class ProgressLines {
 public:
-    explicit ProgressLines(UpdateWorker::Progress progress) : progress_(std::move(progress)) {}
+    explicit ProgressLines(UpdateTransport::Progress progress) : progress_(std::move(progress)) {}
     void operator()(const QByteArray& piece) {
         unfinished_ += piece;
         const qsizetype end = unfinished_.lastIndexOf('\n');
@@ -130,7 +130,7 @@ public:
     }
 
 private:
-    UpdateWorker::Progress progress_;
+    UpdateTransport::Progress progress_;
     QByteArray unfinished_;
 };
 

@@ -59,7 +59,7 @@ private:
 };
 
 /// The work of updates done by `stowpocket-updater`, a process a job.
-class HelperUpdateTransport : public UpdateWorker {
+class HelperUpdateTransport : public UpdateTransport {
 public:
     /// `replaceable` is the file that new versions take the place of; empty where there is none.
     HelperUpdateTransport(std::string program, const std::string& replaceable);

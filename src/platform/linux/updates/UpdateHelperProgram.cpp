@@ -5,9 +5,9 @@
 #include "platform/linux/updates/DownloadFile.h"
 #include "platform/linux/updates/HttpGet.h"
 #include "platform/linux/updates/InstalledProgram.h"
+#include "platform/linux/updates/NotesText.h"
 #include "platform/linux/updates/UpdateHelperProtocol.h"
-#include "updates/AppcastRecords.h"
-#include "updates/NotesText.h"
+#include "updates/Appcast.h"
 
 #include <QCoreApplication>
 #include <QFile>

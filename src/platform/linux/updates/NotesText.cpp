@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "updates/NotesText.h"
+#include "platform/linux/updates/NotesText.h"
 
 #include "foundation/Text.h"
 
