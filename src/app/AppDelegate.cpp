@@ -123,7 +123,7 @@ void AppDelegate::shelfChanged() {
     pauseTimerOfEmptyShelf();
 }
 
-/// Nothing is missing from an empty shelf: a program that rests there wakes up for nothing.
+/// No item of an empty shelf can be missing, so the timer would only cause wake-ups.
 void AppDelegate::pauseTimerOfEmptyShelf() {
     if (!missingItemsTimer_)
         return;
@@ -133,7 +133,7 @@ void AppDelegate::pauseTimerOfEmptyShelf() {
         missingItemsTimer_->resume();
 }
 
-/// Items that this look finds missing are shown as such until the next one removes them.
+/// Items found missing by this check are shown as missing until the next check removes them.
 void AppDelegate::checkForMissingItems() {
     refreshAvailability();
     shelfViewModel_->shelfManager().removeMissingItems();
@@ -250,7 +250,7 @@ void AppDelegate::installLocalKeyMonitors() {
         localKeyMonitor(preferenceKey::quickDropKeyCode, preferenceKey::quickDropModifiers, &AppDelegate::quickDrop);
 }
 
-/// Flags are compared exactly: with Caps Lock on, or a key of the numeric pad, the event is another one.
+/// Flags are compared exactly: with Caps Lock, or for a key of the numeric pad, an event does not match.
 std::unique_ptr<EventMonitorToken> AppDelegate::localKeyMonitor(std::string_view keyCodeKey,
                                                                 std::string_view modifiersKey, Action action) {
     const PreferenceStore& preferences = services_.core.preferences;
@@ -283,7 +283,7 @@ void AppDelegate::shortcutChanged() {
 
 // The settings and the first-run window.
 
-/// A settings window that was closed is never used again: the next request builds a fresh one.
+/// A closed settings window is not reused: the next request creates a new one.
 void AppDelegate::openSettings() {
     closePopover();
     if (settingsWindow_ && settingsWindow_->isVisible()) {
@@ -310,7 +310,7 @@ void AppDelegate::completeOnboarding() {
     services_.core.preferences.setValue(preferenceKey::onboardingShown, true);
     if (onboardingWindow_)
         onboardingWindow_->close();
-    // The view that calls this is inside the window, so the window goes once the call is over.
+    // The view that calls this is inside the window, so the window is destroyed after the call.
     const std::shared_ptr<Window> window = std::move(onboardingWindow_);
     services_.core.dispatch.async([window] {});
 }

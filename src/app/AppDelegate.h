@@ -38,16 +38,16 @@ struct AppServices {
     /// The one hotkey manager of the process, made when first asked for.
     std::function<HotkeyManager&()> sharedHotkeyManager;
     UpdaterServices updates;
-    /// None where no program is installed from a disk image.
+    /// None on systems that do not install programs from disk images.
     std::optional<InstallerImageServices> installerImage;
 };
 
-/// Whether a popover appears in a movement or at once.
+/// Whether the popover opens with an animation.
 enum class Animation { animated, none };
 
-/// The application controller: owns everything that lives as long as the program and wires it together. Every
-/// closure that it hands out does nothing once it is gone. While the popover is shown exactly one monitor of clicks
-/// elsewhere exists, and at most one delayed close waits. Main thread only.
+/// The application controller: owns and connects everything that lives as long as the program. Its closures do
+/// nothing after it is destroyed. While the popover is shown there is exactly one monitor of clicks elsewhere and at
+/// most one pending delayed close. Main thread only.
 class AppDelegate : public std::enable_shared_from_this<AppDelegate> {
 public:
     [[nodiscard]] static std::shared_ptr<AppDelegate> make(const AppServices& services);
@@ -56,15 +56,15 @@ public:
     void applicationWillTerminate();
 
     void statusItemClicked();
-    /// Opens the shelf, as on every request that comes from outside.
+    /// Opens the shelf, unless it is open.
     void showPopover(Animation animation);
-    /// Opens the shelf; one that is open already gets the keyboard.
+    /// Opens the shelf, or gives the open shelf the keyboard focus.
     void bringUpPopover();
     void closePopover();
     void togglePopover();
     /// Adds what is selected in the file manager and then opens the shelf.
     void quickDrop();
-    /// The intake of every drop.
+    /// Where all drops arrive.
     [[nodiscard]] ShelfViewModel& shelfViewModel() const { return *shelfViewModel_; }
 
 private:

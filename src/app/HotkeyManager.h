@@ -20,14 +20,13 @@ inline constexpr std::string_view quickDropNotification = "StowpocketQuickDrop";
 inline constexpr HotkeyIdentifier shelfHotkey{0x53504B31, 1};      // "SPK1"
 inline constexpr HotkeyIdentifier quickDropHotkey{0x53504B32, 2};  // "SPK2"
 
-/// The two system-wide hotkeys: each press becomes a notification. At most one registration per hotkey exists, for
-/// the shortcut that is stored when it is made. Lives until the process ends; main thread only.
+/// The two system-wide hotkeys, each of which posts a notification. A hotkey has at most one registration, for the
+/// shortcut that was stored when it was registered. Lives until the process ends. Main thread only.
 class HotkeyManager {
 public:
     HotkeyManager(HotkeyService& service, PreferenceStore& preferences, NotificationCenter& notificationCenter);
 
-    /// Each drops the old registration and makes a new one from the preferences. A cleared shortcut stays
-    /// unregistered, and so does one that the system refuses.
+    /// Each replaces the registration with one for the stored shortcut. A cleared shortcut is not registered.
     void registerShelfHotkey();
     void registerQuickDropHotkey();
 
@@ -43,7 +42,7 @@ private:
     std::unique_ptr<HotkeyRegistration> quickDropHotKeyRef_;
 };
 
-/// Stored modifier flags as the hotkey service takes them; flags that it does not know are dropped.
+/// Converts stored modifier flags for the hotkey service; flags that it does not know are dropped.
 [[nodiscard]] std::uint32_t carbonModifiers(std::int64_t modifierFlags);
 
 }  // namespace stowpocket

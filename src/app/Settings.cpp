@@ -39,7 +39,7 @@ void LaunchAtLogin::adoptActualState() {
     preferences_.setValue(preferenceKey::launchAtLogin, isRegistered());
 }
 
-/// A login item that waits for the user's approval does not start anything yet.
+/// A login item that awaits the user's approval does not start anything yet.
 bool LaunchAtLogin::isRegistered() const {
     return loginItem_.status() == LoginItem::Status::enabled;
 }

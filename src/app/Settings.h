@@ -10,7 +10,7 @@ namespace stowpocket {
 class LoginItem;
 class PreferenceStore;
 
-/// The keys of the user's settings. `shelfCapacityKey` stands with the shelf, which is the one to obey it.
+/// The keys of the user's settings. `shelfCapacityKey` is in the shelf's headers.
 namespace preferenceKey {
 /// Boolean: the application should start with the session.
 inline constexpr std::string_view launchAtLogin = "launchAtLogin";
@@ -20,28 +20,28 @@ inline constexpr std::string_view quickDropKeyCode = "quickDropKeyCode";
 /// Integers, never negative: their `ModifierFlags`.
 inline constexpr std::string_view shelfHotkeyModifiers = "shelfHotkeyModifiers";
 inline constexpr std::string_view quickDropModifiers = "quickDropModifiers";
-/// Strings: their keys' characters as shown to the user.
+/// Strings: the characters of their keys, as shown to the user.
 inline constexpr std::string_view shelfHotkeyKeyChar = "shelfHotkeyKeyChar";
 inline constexpr std::string_view quickDropKeyChar = "quickDropKeyChar";
 /// Boolean: the first-run window has been completed.
 inline constexpr std::string_view onboardingShown = "onboardingShown";
 }  // namespace preferenceKey
 
-/// Registers the answers for everything that the user has not set. The first thing done at launch.
+/// Registers the default values of all settings. The first step of the launch.
 void registerPreferenceDefaults(PreferenceStore& preferences);
 
-/// Keeps the login item and the user's wish for it in line. The wish is changed only where it cannot be granted, so
-/// that the setting never claims what is not so. Main thread; failures are silent.
+/// Keeps the login item in line with the user's setting. If the login item cannot be changed, the setting is
+/// reverted, so that it never shows a wrong state. Failures are silent. Main thread.
 class LaunchAtLogin {
 public:
     LaunchAtLogin(LoginItem& loginItem, PreferenceStore& preferences)
         : loginItem_(loginItem), preferences_(preferences) {}
 
-    /// Brings the login item in line with the stored wish; at launch.
+    /// Applies the stored setting; called at launch.
     void sync();
-    /// Follows the user's new wish, already stored; takes it back where it cannot be granted.
+    /// Applies the setting after the user has changed it, and reverts it if that fails.
     void wishChanged(bool wanted);
-    /// Overwrites the stored wish with what is so.
+    /// Sets the setting to the actual state.
     void adoptActualState();
 
 private:

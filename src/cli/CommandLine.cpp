@@ -34,7 +34,7 @@ const VerbRule& ruleFor(std::string_view word) {
     return rule == verbRules.end() ? openRule : *rule;
 }
 
-/// How many letters have to be changed, put in or left out to make one word the other.
+/// The number of letters to replace, insert or delete to turn one word into the other.
 std::size_t distance(std::string_view one, std::string_view other) {
     std::vector<std::size_t> row(other.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});
@@ -49,7 +49,7 @@ std::size_t distance(std::string_view one, std::string_view other) {
     return row.back();
 }
 
-/// The beginning of a verb is nearest to it.
+/// The beginning of a verb has distance 0.
 std::string_view nearestVerb(std::string_view word) {
     const auto far = [word](const VerbRule& rule) {
         return rule.word.starts_with(word) ? 0 : distance(word, rule.word);
@@ -57,7 +57,7 @@ std::string_view nearestVerb(std::string_view word) {
     return std::ranges::min_element(verbRules, {}, far)->word;
 }
 
-/// What could have been meant as a verb: paths and URLs cannot.
+/// Whether the argument may be a mistyped verb, and not a path or URL.
 bool isWord(std::string_view argument) {
     return !argument.empty() && !argument.starts_with('-') && argument.find_first_of("/:") == std::string_view::npos;
 }
@@ -66,7 +66,7 @@ std::string named(const VerbRule& rule) {
     return rule.verb == Verb::open ? std::string() : std::string(rule.word) + ": ";
 }
 
-/// True when `option` was understood.
+/// True if the option is known.
 bool applyOption(std::string_view option, Command& command) {
     if (option == "--help" || option == "-h")
         command.verb = Verb::help;
@@ -79,7 +79,7 @@ bool applyOption(std::string_view option, Command& command) {
     return true;
 }
 
-/// Goes from the folder `path` (without its trailing slash, so "" is the root) to its parent.
+/// Replaces the folder `path` (without a trailing slash, so that "" is the root) with its parent.
 void goUp(std::string& path, const LinkTarget& linkTarget) {
     if (path.empty())
         return;

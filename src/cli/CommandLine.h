@@ -13,12 +13,12 @@
 
 namespace stowpocket {
 
-/// What the program was started for. `open` has no word of its own: it is a start without a verb.
+/// What the program was started for. `open` is a start without a verb.
 enum class Verb { open, add, list, remove, clear, show, toggle, quickDrop, help, version };
 
 struct Command {
     Verb verb = Verb::open;
-    /// `list` only: answer for programs instead of people.
+    /// For `list`: output for programs instead of people.
     bool asJSON = false;
     /// Files, URLs of files or ids of items, as they were typed.
     std::vector<std::string> operands = {};
@@ -26,27 +26,26 @@ struct Command {
     friend bool operator==(const Command&, const Command&) = default;
 };
 
-/// What the process answers to whoever started it.
+/// The exit status of the process.
 enum class ExitCode { done = 0, partlyDone = 1, usageError = 2, unreachable = 3, notSaved = 4, runsElsewhere = 5 };
 
-/// Why the arguments make no command, for the user.
+/// Why the arguments are not a valid command, as text for the user.
 struct UsageError {
     std::string message;
 };
 
-/// Reads the arguments that follow the program's name. A first argument that is a verb is one; "./add" is a file. A
-/// first word that is no verb has to be a file for which `isThere` is true. After "--" everything is a file.
+/// Parses the arguments after the program's name. The first argument may be a verb; "./add" is a file. A first word
+/// that is not a verb has to be a file for which `isThere` returns true. After "--" every argument is a file.
 [[nodiscard]] std::variant<Command, UsageError>
 parsedCommandLine(std::span<const std::string> arguments,
                   const std::function<bool(const std::string& argument)>& isThere);
 
-/// What the file system knows and a name does not. Answers the path without any link when `path` is a symbolic link
-/// that leads somewhere, else nothing.
+/// Resolves a symbolic link: returns the path without any links if `path` is a link to an existing file, else none.
 using LinkTarget = std::function<std::optional<std::string>(const std::string& path)>;
 
-/// The absolute path that `path` names for somebody standing in the absolute `workingDirectory`, without ".", ".."
-/// and doubled or trailing slashes. Links stay as they are written, but for one before "..", where the kernel too
-/// goes to its target first. Empty when the path is empty or there is no working directory to begin at.
+/// Makes `path` absolute, relative to the absolute `workingDirectory`, without ".", ".." and doubled or trailing
+/// slashes. Symbolic links are kept, except before "..", where the kernel too follows the link first. None if the
+/// path is empty, or is relative and there is no working directory.
 [[nodiscard]] std::optional<std::string> absolutePath(std::string_view path, std::string_view workingDirectory,
                                                       const LinkTarget& linkTarget);
 

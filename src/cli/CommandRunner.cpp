@@ -52,8 +52,8 @@ void noteSaving(CommandResult& result, const RunningShelf& shelf) {
     result.err += "stowpocket: not saved yet: " + printable(shelf.saveProblem()) + '\n';
 }
 
-/// Calls `request` with parts of `all` that fit into one request, and reports what became of each element of
-/// `named`, which are the same in the user's words. False when one part had no answer.
+/// Calls `request` with parts of `all` that fit into one request, and reports the outcome for each element of
+/// `named`, which are the same names as the user wrote them. False if a part had no response.
 template <class Element, class Named, class Request>
 bool requestInParts(std::span<const Element> all, std::span<const Named> named, CommandResult& result,
                     const RunningShelf& shelf, const Request& request) {

@@ -11,7 +11,7 @@ namespace stowpocket {
 
 class RunningShelf;
 
-/// Where a command was given: what its arguments mean depends on it.
+/// Where a command was entered, which its arguments may refer to.
 struct CommandSurroundings {
     /// Absolute; empty when the folder is gone.
     std::string workingDirectory;
@@ -19,7 +19,7 @@ struct CommandSurroundings {
     std::string localHost;
     std::string version;
     LinkTarget linkTarget;
-    /// Whether the file is there to be added.
+    /// Whether the file exists.
     std::function<bool(const FileURL&)> fileExists;
 };
 
@@ -30,15 +30,14 @@ struct CommandResult {
     std::string err = {};
 };
 
-/// Carries out one command from beginning to end. Touches no file but to see that those to be added are there.
+/// Runs one command. Accesses files only to check that those to be added exist.
 [[nodiscard]] CommandResult runCommand(const Command& command, const CommandSurroundings& surroundings,
                                        RunningShelf& shelf);
 
-/// The answer to arguments that make no command.
+/// The result for invalid arguments.
 [[nodiscard]] CommandResult usageErrorResult(const std::string& message);
 
-/// What the operands of `open` and `add` name, of the files that are there; a line in `result` for each of the
-/// others.
+/// The existing files that the operands of `open` and `add` name. Each other operand adds a line to `result`.
 [[nodiscard]] std::vector<FileURL> filesToAdd(const Command& command, const CommandSurroundings& surroundings,
                                               CommandResult& result);
 

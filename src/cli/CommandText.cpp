@@ -10,8 +10,8 @@ namespace {
 
 constexpr std::string_view hexDigits = "0123456789abcdef";
 
-/// The length of the character at the beginning of `text` if it is one beyond ASCII that terminals obey or that makes
-/// a line look other than it is: U+0080 to U+009F, marks of the direction, separators of lines. Else 0.
+/// The length of the first character of `text` if it is a non-ASCII character that controls terminals or disguises
+/// text: U+0080 to U+009F, direction marks, line separators. Else 0.
 std::size_t deceptiveLength(std::string_view text) {
     const auto byte = [text](std::size_t at) { return at < text.size() ? static_cast<std::uint8_t>(text[at]) : 0; };
     const auto isWithin = [](int value, int first, int last) { return value >= first && value <= last; };
@@ -35,7 +35,7 @@ std::string hex(char character) {
     return {hexDigits[byte >> 4u], hexDigits[byte & 0x0Fu]};
 }
 
-/// The character as JSON escapes it; of UTF-8 in two or three bytes.
+/// The JSON escape of a character of two or three bytes in UTF-8.
 std::string jsonEscape(std::string_view character) {
     std::uint32_t codePoint = static_cast<std::uint8_t>(character[0]) & (character.size() == 2 ? 0x1Fu : 0x0Fu);
     for (const char next : character.substr(1))
@@ -94,7 +94,7 @@ Exit codes: 0 all done; 1 some files were not taken or not found; 2 wrong usage;
 std::string printable(std::string_view text) {
     if (isPlain(text))
         return std::string(text);
-    // Bytes above 0x7F are escaped too, since what follows a broken sequence could be read as its end.
+    // Bytes above 0x7F are escaped too, since bytes after a broken sequence could be read as its end.
     std::string quoted = "$'";
     for (const char character : text) {
         if (character == '\n')

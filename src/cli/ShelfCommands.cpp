@@ -16,13 +16,12 @@ std::optional<FileURL> fileNamed(const std::string& url) {
     return url.size() > maxNameLength ? std::nullopt : FileURL::parse(url);
 }
 
-/// Items and those that are still to come: both take up room.
+/// Items on the shelf and items that are being prepared: both count towards the capacity.
 std::int64_t occupied(const ShelfManager& shelf) {
     return static_cast<std::int64_t>(shelf.items().size()) + shelf.pendingAddCount();
 }
 
-/// What becomes of each URL when a shelf that held `items` takes `taken` files: from the front, what it does not
-/// have.
+/// The outcome for each URL when a shelf with `items` accepts the first `taken` files that it does not have.
 std::vector<AddOutcome> outcomesOf(std::span<const std::optional<FileURL>> files, const std::vector<ShelfItem>& items,
                                    std::int64_t taken) {
     std::unordered_map<FileURL, AddOutcome> known;
@@ -43,7 +42,7 @@ std::vector<AddOutcome> outcomesOf(std::span<const std::optional<FileURL>> files
     return outcomes;
 }
 
-/// Finds items by either of their names, each once.
+/// Finds items by id or URL, each item once.
 class ItemFinder {
 public:
     explicit ItemFinder(const std::vector<ShelfItem>& items) {

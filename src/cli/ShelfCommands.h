@@ -14,8 +14,8 @@ namespace stowpocket {
 class AppDelegate;
 class ShelfManager;
 
-/// What requests of other processes do in the running program. Names come from outside: one that is malformed is
-/// answered, never trusted. Made after the launch; main thread only.
+/// Carries out requests of other processes in the running program. Names are untrusted; malformed ones get an outcome
+/// of their own. Created after the launch. Main thread only.
 class ShelfCommands : public ShelfRequests {
 public:
     using UseTokens = std::function<void(const StartupTokens&)>;
@@ -23,7 +23,7 @@ public:
     /// `app` outlives this. `useTokens` runs before a window is shown for a request that came with tokens.
     ShelfCommands(AppDelegate& app, UseTokens useTokens);
 
-    /// Opens the shelf when some did not fit, so that its message is seen.
+    /// Opens the shelf if some files did not fit, so that the user sees the message.
     void add(std::span<const std::string> urls, AddCompletion completion) override;
     [[nodiscard]] std::vector<StagedFile> list() const override;
     void remove(std::span<const std::string> names, const RemoveCompletion& completion) override;
@@ -38,13 +38,13 @@ private:
     [[nodiscard]] ShelfManager& shelf() const;
     void carryOut(ShelfAction action);
     void completeAdditions();
-    /// Completes once what has been done so far is saved, or cannot be.
+    /// Calls `completion` once all changes so far are saved, or cannot be saved.
     template <class Outcome>
     void completeWhenSaved(std::vector<Outcome> outcomes, Completion<Outcome> completion);
 
     AppDelegate& app_;
     const UseTokens useTokens_;
-    /// Additions that the shelf still prepares in the background, each with its own batch.
+    /// Additions that the shelf is still preparing in the background, with their batches.
     std::vector<Waiting> waiting_;
     Subscription itemsChanged_;
 };

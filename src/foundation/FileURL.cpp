@@ -10,7 +10,7 @@
 namespace stowpocket {
 namespace {
 
-/// The byte that two hexadecimal digits say; none when they are not that.
+/// The byte that two hexadecimal digits encode; none if `digits` is anything else.
 std::optional<char> byteOfHex(std::string_view digits) {
     std::uint8_t byte = 0;
     const char* const all = digits.data() + digits.size();

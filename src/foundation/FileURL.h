@@ -13,10 +13,11 @@ namespace stowpocket {
 /// any encoding survives. Two URLs are equal when their strings are: "/a/", "/a" and "/b/../a" all differ.
 class FileURL {
 public:
-    /// Reads a `file:` URL as other programs write it, percent-decoding the path. Empty when the text is no URL of a
-    /// local file: another scheme, a relative path, a host other than none, "localhost" or `localHost`, a broken
-    /// escape, a control character, or an escaped "/" or NUL, which no file name can contain. A query or fragment is
-    /// left out. Raw spaces and non-ASCII bytes are taken as they stand, since some programs do not escape them.
+    /// Parses a `file:` URL as other programs write it and percent-decodes the path. Returns none unless the text is
+    /// the URL of a local file. It is not if it has another scheme, a relative path, a host other than "localhost" or
+    /// `localHost`, a broken escape, a control character, or an escaped "/" or NUL, which no file name can contain. A
+    /// query or fragment is ignored. Raw spaces and non-ASCII bytes are accepted, since some programs do not escape
+    /// them.
     [[nodiscard]] static std::optional<FileURL> parse(std::string_view text, std::string_view localHost = {});
 
     /// The URL of an absolute path. Empty when the path is relative or contains NUL.

@@ -6,8 +6,8 @@
 
 namespace stowpocket {
 
-/// Ends the process, in every build, when a promise inside the program is broken: `what` goes to standard error
-/// first. For mistakes that no user input can cause; whatever comes from outside is answered with a value instead.
+/// Ends the process, in every build, when a promise inside the program is broken, after writing `what` to standard
+/// error. Only for mistakes that no input can cause: bad input is reported by a return value.
 inline void invariant(bool condition, const char* what) {
     if (condition) [[likely]]
         return;

@@ -96,7 +96,8 @@ private:
         void removeDisconnected() override {
             if (emitting > 0)
                 return;
-            // The closures go only after the list is whole again: one may own a subscription of this very signal.
+            // The closures are destroyed only once the list is consistent again: one may own a subscription to this
+            // very signal.
             const auto firstDead = std::stable_partition(
                 connections.begin(), connections.end(), [](const auto& connection) { return connection->connected; });
             const std::vector<std::shared_ptr<Connection>> dead(firstDead, connections.end());
@@ -122,8 +123,8 @@ private:
     std::shared_ptr<State> state_ = std::make_shared<State>();
 };
 
-/// Carries named announcements upward, from parts that do not know who listens. Main thread only; observers run at
-/// once, in the order in which they were added. The names stand as constants beside whoever posts them.
+/// Carries named announcements from parts that do not know who listens. Main thread only. Observers run at once, in
+/// the order in which they were added. Each name is a constant in the header of the class that posts it.
 class NotificationCenter {
 public:
     void post(std::string_view name) {

@@ -8,8 +8,8 @@ bool isContinuation(std::string_view bytes, std::size_t at) {
     return at < bytes.size() && isUtf8Continuation(bytes[at]);
 }
 
-/// The length of the valid sequence that begins at `at`, or 0. The narrowed ranges of the second byte exclude
-/// overlong forms, surrogates and what lies beyond U+10FFFF (Unicode 15, table 3-7).
+/// The length of the valid sequence that begins at `at`, or 0. The narrower ranges of the second byte exclude
+/// overlong forms, surrogates and code points above U+10FFFF (Unicode 15, table 3-7).
 std::size_t sequenceLength(std::string_view bytes, std::size_t at) {
     const auto lead = static_cast<std::uint8_t>(bytes[at]);
     if (lead < 0x80)

@@ -15,11 +15,11 @@ namespace stowpocket {
 /// Uninterpreted data: a bookmark, a dropped representation, the data value of a property list.
 using Bytes = std::vector<std::uint8_t>;
 
-/// A moment on the civil clock, to the microsecond: what a fractional number of seconds since 1970, stored as a
-/// double, can still tell apart for the next two centuries.
+/// A moment on the civil clock, to the microsecond. A double that holds seconds since 1970 keeps that precision for
+/// the next two centuries.
 using Date = std::chrono::sys_time<std::chrono::microseconds>;
 
-/// A property-list value: what preferences hold. Reading as a type that the value does not have answers "none".
+/// A property-list value, as preferences hold it. Reading it as a type that it does not have returns none.
 class PropertyValue {
 public:
     using Array = std::vector<PropertyValue>;

@@ -24,7 +24,7 @@ void appendFile(std::vector<FileURL>& files, const EventDescriptor& descriptor) 
 }  // namespace
 
 std::vector<FileURL> filesOfUriList(std::string_view text, std::string_view localHost) {
-    // GTK and Qt end some lists with NUL, and lines end in CR LF, in LF or not at all.
+    // GTK and Qt end some lists with NUL. Lines end in CR LF, in LF or not at all.
     constexpr std::string_view lineEnds("\r\n\0", 3);
     std::vector<FileURL> files;
     while (!text.empty()) {

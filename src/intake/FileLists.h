@@ -14,11 +14,11 @@ namespace stowpocket {
 /// everything malformed are left out. `localHost` is this machine's name, which some programs put into file URLs.
 [[nodiscard]] std::vector<FileURL> filesOfUriList(std::string_view text, std::string_view localHost);
 
-/// The same format, written: one URL a line.
+/// Writes the same format, one URL per line.
 [[nodiscard]] std::string uriListOf(const std::vector<FileURL>& files);
 
-/// The Finder's selection, asked for by a script. Every failure is an empty selection. Main thread, which waits for
-/// the script.
+/// The Finder's selection, read by a script. Any failure yields an empty selection. Main thread, which waits for the
+/// script.
 class FinderSelection : public FileManagerSelection {
 public:
     explicit FinderSelection(ScriptService& scripts) : scripts_(scripts) {}

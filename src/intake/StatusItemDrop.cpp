@@ -9,7 +9,7 @@
 namespace stowpocket {
 namespace {
 
-/// Texts that name no local file are passed over: the shelf could only show them as missing.
+/// Texts that are not URLs of local files are skipped: the shelf could only show them as missing.
 std::vector<FileURL> plainFileURLs(DraggingPasteboard& pasteboard) {
     std::vector<FileURL> urls;
     for (const PasteboardItem& item : pasteboard.items()) {

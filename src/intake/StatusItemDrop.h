@@ -14,8 +14,8 @@ namespace stowpocket {
 class Dispatch;
 class FileManager;
 
-/// What happens to files dragged onto the menu-bar icon. Owned by whoever supplies the callbacks; the drop view on
-/// the icon outlives it harmlessly. Main thread only.
+/// Handles files dragged onto the menu-bar icon. The owner also supplies the callbacks. The drop view on the icon may
+/// outlive the handler. Main thread only.
 class StatusItemDropHandler : public std::enable_shared_from_this<StatusItemDropHandler> {
 public:
     using DropCallback = std::function<void(const std::vector<FileURL>&)>;
@@ -23,13 +23,13 @@ public:
     StatusItemDropHandler(std::weak_ptr<StatusItemButton> button, FileManager& fileManager, Dispatch& dispatch,
                           DropCallback onDrop, std::function<void()> onDragEntered);
 
-    /// Makes the drop view, bound weakly to this handler, and lays it over the button.
+    /// Creates the drop view, which refers weakly to this handler, and puts it over the button.
     void install();
 
     void dragEntered() const { onDragEntered_(); }
-    /// Delivers the plain file URLs on the pasteboard at once, in its order. Where there are none, has the promised
-    /// files written into the spool folder and delivers them together when all have arrived. False when the
-    /// pasteboard holds neither.
+    /// Delivers the file URLs on the pasteboard at once, in their order. If there are none, has the promised files
+    /// written to the spool folder and delivers them together once all have arrived. Returns false if the pasteboard
+    /// has neither.
     [[nodiscard]] bool performDrop(DraggingPasteboard& pasteboard);
 
 private:

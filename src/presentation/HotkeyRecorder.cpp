@@ -13,7 +13,7 @@ namespace stowpocket {
 namespace {
 
 constexpr std::uint16_t escapeKey = 53;
-/// Shift alone makes no shortcut: it would take a capital letter away from every program.
+/// Shift alone is not enough: the shortcut would take a capital letter away from every program.
 constexpr std::int64_t qualifyingModifiers = modifierFlag::control | modifierFlag::option | modifierFlag::command;
 constexpr std::int64_t noKeyCode = -1;
 

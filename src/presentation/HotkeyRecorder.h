@@ -28,9 +28,9 @@ struct HotkeyRecorderPresentation {
     friend bool operator==(const HotkeyRecorderPresentation&, const HotkeyRecorderPresentation&) = default;
 };
 
-/// Records one of the shortcuts from the keys that the user presses, and clears it. While it records, every key-down
-/// in this program is its own; it stays alive until a shortcut or Escape ends the recording, even when the control
-/// that started it is gone. Whatever it changes is stored and announced at once. Main thread only.
+/// Records and clears one of the shortcuts. While it records, it takes every key press of this program, and it stays
+/// alive until a shortcut or Escape ends the recording, even if its control is destroyed. Changes are stored and
+/// announced at once. Main thread only.
 class HotkeyRecorder : public std::enable_shared_from_this<HotkeyRecorder> {
 public:
     /// All of it outlives the event monitors.
@@ -39,7 +39,7 @@ public:
         EventMonitors& eventMonitors;
     };
 
-    /// `notification` is posted after every change of `shortcut`; `other` is the one it may conflict with.
+    /// `notification` is posted after every change of `shortcut`; `other` is the shortcut that it may conflict with.
     [[nodiscard]] static std::shared_ptr<HotkeyRecorder> make(const Services& services, const ShortcutKeys& shortcut,
                                                               const ShortcutKeys& other,
                                                               std::string_view notification);
@@ -48,7 +48,7 @@ public:
     void clear();
 
     [[nodiscard]] HotkeyRecorderPresentation shown() const;
-    /// Emitted when `shown()` may have become another.
+    /// Emitted when `shown()` may have changed.
     Signal<> changed;
 
 private:
@@ -60,7 +60,7 @@ private:
     void stopRecording();
     void keyDown(const KeyEvent& event);
     void observe();
-    /// Shown as one change: between the values lie shortcuts that the user never chose.
+    /// Emits one change for all values: after some of them the shortcut would be one that the user never chose.
     void store(std::int64_t keyCode, std::int64_t modifiers, std::string keyChar);
     void preferenceChanged(std::string_view key);
     [[nodiscard]] bool conflicts() const;

@@ -7,7 +7,7 @@
 namespace stowpocket {
 namespace {
 
-/// The usual height of an icon's place in a bar; other heights scale everything.
+/// The usual height of an icon in a bar; other heights scale everything.
 constexpr double naturalHeight = 22;
 constexpr double sidePadding = 3;
 constexpr double smallestScale = 0.4;
@@ -24,7 +24,7 @@ double scaleFor(double height) {
     return std::clamp(height / naturalHeight, smallestScale, largestScale);
 }
 
-/// On whole points, so that its lines stay sharp.
+/// At whole points, so that lines stay sharp.
 Rect symbolAt(double x, double y, double side) {
     return {std::floor(x), std::floor(y), std::round(side), std::round(side)};
 }
@@ -40,7 +40,7 @@ void placeBeside(StatusItemLayout& layout, const StatusItemMeasure& measure, con
     }
 }
 
-/// Of the screen; whatever contains the icon and is thicker is no bar.
+/// As a share of the screen. A thicker window with the icon is not a bar.
 constexpr double thickestBar = 1.0 / 3;
 
 /// `std::clamp` for a range that may be empty, as on a screen narrower than the popover: the lower bound wins.
@@ -93,7 +93,7 @@ Size statusItemWish(const StatusItemMeasure& measure, BarDirection bar) {
 StatusItemLayout layOutStatusItem(const StatusItemMeasure& measure, const Size& granted) {
     const double byHeight = scaleFor(granted.height);
     const double byWidth = granted.width / statusItemWish(measure).width;
-    // Otherwise the symbol would have to shrink to make room beside it.
+    // A narrower item would have to shrink the symbol to make room beside it.
     const bool isWideEnough = byWidth >= std::min(byHeight, 1.0);
     if (!isWideEnough && measure.titleWidth > 0)
         return layOutBadge(measure, granted);
@@ -103,8 +103,8 @@ StatusItemLayout layOutStatusItem(const StatusItemMeasure& measure, const Size& 
     return layout;
 }
 
-/// In the lower right corner of a square in the middle, where it hides the least of the symbol; a wide count shrinks
-/// to fit.
+/// The badge is in the lower right corner of a centred square, where it hides the least of the symbol. A wide count
+/// shrinks to fit.
 StatusItemLayout layOutBadge(const StatusItemMeasure& measure, const Size& room) {
     StatusItemLayout layout;
     layout.scale = scaleFor(std::min(room.width, room.height));
@@ -128,7 +128,7 @@ StatusItemLayout layOutBadge(const StatusItemMeasure& measure, const Size& room)
 }
 
 Rect areaBesideBar(const Rect& available, const Rect& bar) {
-    // One with few icons is about a square along either kind of edge; below or above it there is room in any case.
+    // A bar with few icons is nearly a square along any edge; there is always room below or above it.
     const bool isAcross = bar.width * 2 >= bar.height;
     const double thickness = isAcross ? bar.height : bar.width;
     const double most = thickestBar * (isAcross ? available.height : available.width);

@@ -9,14 +9,14 @@
 
 namespace stowpocket {
 
-/// Where the tiles of a grid stand, from the grid's top left corner, and how high the grid is.
+/// The positions of the tiles in a grid, relative to its top left corner, and the height of the grid.
 struct GridLayout {
     std::vector<Point> positions;
     double height = 0;
 };
 
-/// A grid with as many columns as fit at their minimum width; they share the room up to their maximum width and
-/// stand in the middle of it. A row is as high as its highest tile.
+/// A centred grid with as many columns as fit at their minimum width. The columns share the available width, up to
+/// their maximum. A row is as high as its highest tile.
 struct AdaptiveGrid {
     double minimumColumnWidth = 0;
     double maximumColumnWidth = 0;
@@ -25,19 +25,18 @@ struct AdaptiveGrid {
 
     /// At least one.
     [[nodiscard]] std::size_t columnCount(double width) const;
-    /// Places tiles of the same width, each in the middle of its column and its row.
+    /// Lays out tiles of equal width, each centred in its column and row.
     [[nodiscard]] GridLayout layout(double width, double tileWidth, std::span<const double> tileHeights) const;
 };
 
-/// How the count is shown: not at all, beside the symbol, or as a badge on its corner where there is no room beside
-/// it.
+/// How the count is shown: not at all, beside the symbol, or as a badge on its corner if there is no room beside it.
 enum class CountPlace { none, beside, badge };
 
-/// What stands in the menu bar, measured at natural size.
+/// The contents of the icon, measured at natural size.
 struct StatusItemMeasure {
     double symbolSize = 0;
     double fontSize = 0;
-    /// Of the title with its leading space, and of the count alone; both 0 when there is no title.
+    /// The width of the title with its leading space, and of the count alone; both 0 if there is no title.
     double titleWidth = 0;
     double countWidth = 0;
 };
@@ -45,10 +44,10 @@ struct StatusItemMeasure {
 struct StatusItemLayout {
     Rect symbol;
     CountPlace countPlace = CountPlace::none;
-    /// Room of the count, in which it is centred on a badge and left-aligned beside the symbol.
+    /// The area of the count, which is centred on a badge and left-aligned beside the symbol.
     Rect count;
     double fontSize = 0;
-    /// How far natural sizes were stretched or shrunk.
+    /// The scale of natural sizes.
     double scale = 1;
 
     friend bool operator==(const StatusItemLayout&, const StatusItemLayout&) = default;
@@ -56,20 +55,21 @@ struct StatusItemLayout {
 
 enum class BarDirection { horizontal, vertical };
 
-/// How much room the item asks the bar for. Along a vertical bar that is a square: such bars shrink what is wider.
+/// The size that the item requests from the bar. In a vertical bar this is a square, since such bars shrink wider
+/// items.
 [[nodiscard]] Size statusItemWish(const StatusItemMeasure& measure, BarDirection bar = BarDirection::horizontal);
 
-/// What is drawn where in the room that the bar granted, which may be any.
+/// Lays out the icon in the size that the bar has granted, which may be any.
 [[nodiscard]] StatusItemLayout layOutStatusItem(const StatusItemMeasure& measure, const Size& granted);
 
-/// The same for a picture that others scale: the count, if there is one, is a badge at every size.
+/// The same for a picture that the bar scales itself: the count, if there is one, is always a badge.
 [[nodiscard]] StatusItemLayout layOutBadge(const StatusItemMeasure& measure, const Size& room);
 
 /// The shape of the popover: a rounded panel with an arrow on the side of its anchor.
 inline constexpr double popoverArrowHeight = 9;
 inline constexpr double popoverArrowWidth = 16;
 inline constexpr double popoverCornerRadius = 10;
-/// Left free between the panel and the edges of the screen.
+/// The distance between the panel and the edges of the screen.
 inline constexpr double popoverMargin = 4;
 
 enum class ArrowSide { top, bottom };
@@ -86,14 +86,14 @@ struct PopoverPlacement {
     friend bool operator==(const PopoverPlacement&, const PopoverPlacement&) = default;
 };
 
-/// What the bar that the icon stands in leaves of a screen: Qt does not know how much of each of several screens is
-/// taken by bars. All of the screen where `bar` is too thick for one, or empty.
+/// The part of a screen that the bar with the icon leaves free. Qt does not know what bars take of each of several
+/// screens. The whole screen if `bar` is empty or too thick to be a bar.
 [[nodiscard]] Rect areaBesideBar(const Rect& available, const Rect& bar);
 
-/// Where the popover stands: centred below `anchor`, or above it when only there is room (the bar is at the bottom),
-/// moved sideways and cut down in height so that all of it is in `available`, a little away from its edges. The arrow
-/// keeps pointing at the anchor as far as the rounded corners let it. The shadow is that wide where there is room for
-/// it and never leaves `available` either: window managers would push the whole window back.
+/// Places the popover centred below `anchor`, or above it if there is more room (the bar is at the bottom). It is
+/// moved sideways and reduced in height to be inside `available`, a little away from its edges. The arrow points at
+/// the anchor as far as the rounded corners allow. The shadow has the given width where there is room, and never
+/// leaves `available`: window managers would move the whole window.
 [[nodiscard]] PopoverPlacement placePopover(const Rect& anchor, const Size& content, const Rect& available,
                                             double shadow);
 

@@ -9,8 +9,8 @@ namespace {
 
 constexpr double settled = 0.001;
 
-/// A cubic Bézier curve from (0, 0) to (1, 1), told by the times of its two control points; the first of them has the
-/// value 0 and the second the value 1.
+/// A cubic Bézier curve from (0, 0) to (1, 1). The first control point has the value 0 and the second one the
+/// value 1.
 struct Easing {
     double firstControlTime;
     double secondControlTime;
@@ -61,7 +61,7 @@ double Spring::position(double seconds) const {
     return 1 - std::exp(-decay * seconds) * (std::cos(swing * seconds) + decay / swing * std::sin(swing * seconds));
 }
 
-/// The swings lie between two exponential curves, which meet the limit here.
+/// The swings are bounded by two exponential curves, which reach the limit at this time.
 double Spring::settlingTime() const {
     const double amplitude = 1 / std::sqrt(1 - dampingFraction * dampingFraction);
     return std::log(amplitude / settled) * response / (2 * std::numbers::pi * dampingFraction);

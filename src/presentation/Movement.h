@@ -5,26 +5,26 @@
 
 namespace stowpocket {
 
-/// The platform's curves: how far a movement has come when `progress`, from 0 to 1, of its time is over.
+/// The easing curves of macOS: the position of a movement when `progress`, from 0 to 1, of its time has passed.
 [[nodiscard]] double easeInOut(double progress);
 [[nodiscard]] double easeOut(double progress);
 
-/// A mass on a spring that starts at rest at 0 and comes to rest at 1, with overshoot: the damping fraction is more
-/// than 0, for swinging for ever, and less than 1, for not swinging at all. The response is the time, in seconds,
-/// that one swing would take without any damping.
+/// A mass on a spring that moves from rest at 0 to rest at 1, with overshoot. The damping fraction is between 0
+/// (swings for ever) and 1 (does not swing), exclusive. The response is the duration, in seconds, of one undamped
+/// swing.
 struct Spring {
     double response = 0;
     double dampingFraction = 0;
 
     [[nodiscard]] double position(double seconds) const;
-    /// From when on it stays closer to 1 than a thousandth.
+    /// The time after which the position stays within a thousandth of 1.
     [[nodiscard]] double settlingTime() const;
 };
 
 /// Time within a movement.
 using Seconds = std::chrono::duration<double>;
 
-/// How a property gets from its old value to its new one.
+/// How a property moves from its old value to its new one.
 class Movement {
 public:
     enum class Reversing { no, yes };
@@ -35,18 +35,18 @@ public:
     [[nodiscard]] static constexpr Movement spring(Seconds response, double dampingFraction) {
         return {Curve::spring, response, dampingFraction};
     }
-    /// The same again and again, each time from the old value or, reversing, back and forth.
+    /// The same movement repeated, each time from the old value or, reversing, back and forth.
     [[nodiscard]] constexpr Movement repeatedForever(Reversing reversing) const {
         Movement repeated = *this;
         repeated.repeats_ = reversing == Reversing::yes ? Repeats::backAndForth : Repeats::fromTheStart;
         return repeated;
     }
 
-    /// How far the value has come that long after the start: 0 is the old value, 1 the new one. A spring goes beyond.
+    /// The position after the given time: 0 is the old value, 1 the new one. A spring overshoots.
     [[nodiscard]] double progress(Seconds elapsed) const;
     [[nodiscard]] bool isRepeated() const { return repeats_ != Repeats::never; }
     [[nodiscard]] bool isReversing() const { return repeats_ == Repeats::backAndForth; }
-    /// Until nothing moves any more, or until the first repetition.
+    /// The time until the movement ends, or until the first repetition.
     [[nodiscard]] Seconds duration() const;
 
 private:

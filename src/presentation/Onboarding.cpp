@@ -14,7 +14,7 @@ using Reversing = Movement::Reversing;
 
 constexpr Seconds quickFrame{1.0 / 60};
 constexpr Seconds sweepFrame{1.0 / 30};
-/// What breathes changes by less than one level of brightness from one of these to the next.
+/// At 20 frames per second the glow changes by less than one brightness level per frame.
 constexpr Seconds breathFrame{1.0 / 20};
 
 constexpr std::array<OnboardingStep, 8> welcomeSteps{{
@@ -123,7 +123,7 @@ OnboardingState onboardingEndState(const OnboardingMoment& moment) {
     return state;
 }
 
-/// Once the welcome screen leaves, what still falls due on it is not waited for.
+/// Once the welcome screen leaves, its remaining steps need no frames of their own.
 std::optional<Seconds> timeToNextFrame(const OnboardingMoment& moment) {
     if (!moment.sinceGetStarted)
         return timeToNextFrame(welcomeSteps, moment.sinceShown);

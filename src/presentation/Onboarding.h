@@ -11,7 +11,7 @@
 
 namespace stowpocket {
 
-/// What moves in the first-run window. Two-way properties go from 0, false, to 1, true.
+/// The animated properties of the first-run window. Flags go from 0, false, to 1, true.
 struct OnboardingState {
     double currentScreen = 0;  ///< 0 is the welcome, 1 the closing screen
     double appeared = 0;
@@ -34,7 +34,7 @@ struct OnboardingState {
     friend bool operator==(const OnboardingState&, const OnboardingState&) = default;
 };
 
-/// That long after its timeline began, a property sets out for a new value.
+/// A property that moves to a new value, a delay after its timeline has begun.
 struct OnboardingStep {
     Seconds delay;
     double OnboardingState::*property;
@@ -44,28 +44,28 @@ struct OnboardingStep {
 
 /// Begins when the window is first shown.
 [[nodiscard]] std::span<const OnboardingStep> welcomeTimeline();
-/// Begins when "Get Started" is pressed, which may be before the end of the other one.
+/// Begins when "Get Started" is pressed, possibly before the other timeline has ended.
 [[nodiscard]] std::span<const OnboardingStep> closingTimeline();
 
-/// Where the two timelines stand.
+/// The times of the two timelines.
 struct OnboardingMoment {
     Seconds sinceShown{0};
     std::optional<Seconds> sinceGetStarted;
 };
 
 [[nodiscard]] OnboardingState onboardingState(const OnboardingMoment& moment);
-/// What `moment` comes to at last: every value that its timelines set, at once.
+/// The final state of the timelines of `moment`, without animation.
 [[nodiscard]] OnboardingState onboardingEndState(const OnboardingMoment& moment);
 
-/// How long the picture of `moment` may stay until the next one is due: shorter while something enters than while
-/// there are only slow repeated movements, whose steps would not be seen. None when nothing will move any more.
+/// The time until the frame after `moment`. It is longer while there are only slow repeated movements, whose steps
+/// are invisible. None if nothing will move any more.
 [[nodiscard]] std::optional<Seconds> timeToNextFrame(const OnboardingMoment& moment);
 
-/// How the parts of the first-run window are shown at one moment. Opacities are from 0 to 1, offsets in points.
+/// How the parts of the first-run window look at one moment. Opacities are from 0 to 1, offsets in points.
 struct OnboardingPresentation {
     struct Screen {
         double opacity = 0;
-        /// To the trailing side, in widths of the screen.
+        /// Towards the trailing side, in widths of the screen.
         double shift = 0;
     };
     struct Bullet {
@@ -101,21 +101,20 @@ struct OnboardingPresentation {
 
 [[nodiscard]] OnboardingPresentation onboardingPresentation(const OnboardingState& state);
 
-/// The band of light that sweeps over a button of `width`: from just before its leading edge to just behind its
-/// trailing edge.
+/// The band of light that moves across a button, from before its leading edge to behind its trailing edge.
 struct Shimmer {
     double leadingEdge = 0;
     double width = 0;
 };
 [[nodiscard]] Shimmer shimmer(double width, double phase);
 
-/// A line through points, straight between them.
+/// A line of straight segments between points.
 using Polyline = std::vector<Point>;
 
-/// The first part of the line, `fraction`, from 0 to 1, of its length. Empty when that is nothing.
+/// The first `fraction` of the line, from 0 to 1 of its length. Empty for 0.
 [[nodiscard]] Polyline trimmed(const Polyline& line, double fraction);
 
-/// The checkmark of the closing screen, drawn into a box of that size from its top left corner.
+/// The checkmark of the closing screen in a box of the given size, relative to its top left corner.
 [[nodiscard]] Polyline onboardingCheckmark(double width, double height);
 
 }  // namespace stowpocket

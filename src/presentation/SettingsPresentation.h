@@ -25,12 +25,12 @@ inline constexpr std::array<SettingsTab, 3> settingsTabs{{
 }};
 
 inline constexpr std::array<std::int64_t, 3> capacityChoices{20, 50, 100};
-/// Which of the choices is stored; none for any other value.
+/// The index of the stored choice; none for any other value.
 [[nodiscard]] std::optional<std::size_t> chosenCapacity(const PreferenceStore& preferences);
-/// How many items there are of how many that fit, under the capacity in force.
+/// The number of items and the current capacity.
 [[nodiscard]] std::string itemsOnShelfText(std::size_t count, const PreferenceStore& preferences);
 
-/// What the user has to know of shortcuts that come from there; empty where they simply work.
+/// What the user should know about shortcuts from this source; empty if they simply work.
 [[nodiscard]] std::string_view hotkeySourceText(HotkeySource source);
 
 [[nodiscard]] std::string versionText(const MainBundle& bundle);
@@ -54,7 +54,7 @@ inline constexpr std::array<Utility, 5> utilities{{
      "https://larkfield.example/brimgauge"},
 }};
 
-/// Where the links lead.
+/// The targets of links.
 inline constexpr std::string_view productPage = "https://stowpocket.example/";
 inline constexpr std::string_view makerPage = "https://larkfield.example/";
 

@@ -12,7 +12,7 @@ namespace stowpocket {
 class ShelfViewModel;
 struct ShelfItem;
 
-/// What the shelf popover shows at one moment.
+/// The contents of the shelf popover.
 struct ShelfPresentation {
     enum class Content {
         dropZone,  ///< nothing on the shelf: the large drop zone
@@ -20,29 +20,29 @@ struct ShelfPresentation {
     };
     enum class BelowGrid { compactDropZone, fullNotice, nothing };
 
-    /// How many items there are of how many that fit.
+    /// The number of items and the capacity.
     std::string badge;
-    /// The capacity message in its banner; absent, there is no banner.
+    /// The capacity message; none without a banner.
     std::optional<std::string> banner;
-    /// Below it, that the shelf is not saved at present, and why.
+    /// A second banner: the shelf cannot be saved at present, and why.
     std::optional<std::string> saveBanner;
     Content content = Content::dropZone;
     BelowGrid belowGrid = BelowGrid::compactDropZone;
     bool showsProgress = false;
     bool showsClearButton = false;
-    /// Whether one more item fits; while none does, drops are refused.
+    /// Whether another item fits; otherwise drops are refused.
     bool acceptsDrops = true;
 
     friend bool operator==(const ShelfPresentation&, const ShelfPresentation&) = default;
 };
 
-/// Looks at the shelf, and at the capacity in force, anew.
+/// From the current items and capacity.
 [[nodiscard]] ShelfPresentation shelfPresentation(const ShelfViewModel& viewModel);
 
-/// Writes a file's size, in bytes, as the desktop does.
+/// Formats a file size in bytes.
 using ByteCountText = std::function<std::string(std::int64_t bytes)>;
 
-/// What the tile of one item shows.
+/// The contents of the tile of one item.
 struct TilePresentation {
     /// The file name on one line.
     std::string name;
@@ -50,7 +50,7 @@ struct TilePresentation {
     bool isMissing = false;
     bool isDraggable = true;
 
-    /// All of it in words, for assistive technology.
+    /// All of it as text, for assistive technology.
     [[nodiscard]] std::string accessibleName() const;
 };
 

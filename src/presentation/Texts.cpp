@@ -12,7 +12,7 @@ namespace {
 struct Unit {
     std::string_view name;
     std::uint64_t bytes;
-    /// The smallest share of the unit that is shown, as its inverse: 10 for one decimal.
+    /// The shown steps per unit: 10 for one decimal.
     std::uint64_t fractions;
 };
 
@@ -25,13 +25,13 @@ constexpr std::array<Unit, 6> units{{
     {"EB", 1'000'000'000'000'000'000, 100},
 }};
 
-/// How many shown steps of `unit` the size comes to, rounded to the nearest, halves up.
+/// The size in shown steps of `unit`, rounded half up.
 std::uint64_t stepsOf(std::uint64_t bytes, const Unit& unit) {
     const std::uint64_t step = unit.bytes / unit.fractions;
     return bytes / step + (bytes % step >= (step + 1) / 2 ? 1 : 0);
 }
 
-/// The unit in which the size, rounded as it will be shown, stays below a thousand: 999,999 bytes are "1 MB".
+/// The unit in which the size, rounded as shown, is below a thousand: 999,999 bytes are "1 MB".
 const Unit& unitFor(std::uint64_t bytes) {
     const Unit* chosen = units.begin();
     while (chosen != units.end() - 1 && stepsOf(bytes, *chosen) >= 1000 * chosen->fractions)

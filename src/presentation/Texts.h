@@ -10,11 +10,11 @@
 
 namespace stowpocket {
 
-/// A file's size as the platform writes it beside files: decimal units, bytes and KB as whole numbers, MB with at
-/// most one decimal, larger units with at most two, no trailing zeros, and "Zero KB" for none.
+/// A file size as macOS writes it: decimal units, bytes and KB as whole numbers, MB with at most one decimal, larger
+/// units with at most two, no trailing zeros, and "Zero KB" for an empty file.
 [[nodiscard]] std::string byteCountText(std::int64_t bytes);
 
-/// Words that each platform has its own for.
+/// Texts that differ between platforms.
 struct PlatformTexts {
     struct Modifier {
         std::int64_t flag;
@@ -59,8 +59,8 @@ inline constexpr const PlatformTexts& platformTexts = linuxTexts;
 [[nodiscard]] std::string shortcutDisplayText(std::int64_t modifiers, std::string_view keyCharacter,
                                               const PlatformTexts& texts = platformTexts);
 
-/// A file name, well-formed UTF-8, as one line of text: blanks stand for control characters and line ends, and the
-/// invisible characters that would make "gpj.exe" read as "exe.jpg" are left out.
+/// A file name, in well-formed UTF-8, as one line of text. Control characters and line ends become blanks; invisible
+/// characters that would make "gpj.exe" read as "exe.jpg" are left out.
 [[nodiscard]] std::string displayName(std::string_view filename);
 
 }  // namespace stowpocket

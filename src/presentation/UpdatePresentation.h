@@ -15,18 +15,18 @@ struct UpdateButton {
     friend bool operator==(const UpdateButton&, const UpdateButton&) = default;
 };
 
-/// What the window of updates says at one moment.
+/// The contents of the window of updates.
 struct UpdatePresentation {
     std::string title;
     std::string message = {};
     std::string notes = {};
-    /// How much is done, from 0 to 1; none where nothing is being fetched.
+    /// The progress of the download, from 0 to 1; none if there is no download.
     std::optional<double> progress = {};
-    /// Whether something of unknown length goes on.
+    /// Whether work of unknown duration is in progress.
     bool isBusy = false;
     /// From left to right; the last one is what most people want.
     std::vector<UpdateButton> buttons = {};
-    /// What closing the window means; nothing while it cannot be closed.
+    /// The choice made by closing the window; none while it cannot be closed.
     std::optional<UpdateChoice> onClose = {};
 };
 

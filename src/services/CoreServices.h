@@ -10,8 +10,8 @@ class NotificationCenter;
 class PreferenceStore;
 struct MainBundle;
 
-/// What nearly every room is built on. All of it outlives the closures that the rooms hand out, those that run in the
-/// background included.
+/// The services that nearly every room needs. They outlive all closures that the rooms hand out, including those that
+/// run in the background.
 struct CoreServices {
     PreferenceStore& preferences;
     Dispatch& dispatch;

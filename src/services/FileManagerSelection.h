@@ -17,8 +17,9 @@ public:
     using Completion = std::function<void(const std::vector<FileURL>&)>;
 
     virtual ~FileManagerSelection() = default;
-    /// `completion` runs once on the main thread, during the call or after it, with the selected files in the
-    /// selection's order; with none when nothing is selected, no file manager is in front, or it does not answer.
+    /// Runs `completion` once, on the main thread, during the call or later, with the selected files in the order of
+    /// the selection. It gets no files if nothing is selected, no file manager is in front, or the file manager does
+    /// not respond.
     virtual void read(Completion completion) = 0;
 };
 

@@ -10,43 +10,43 @@
 namespace stowpocket {
 
 struct FileAttributes {
-    /// In bytes; none when the file system does not tell.
+    /// In bytes; none if the file system does not report it.
     std::optional<std::int64_t> size;
 };
 
-/// Files as the program sees them. May be called on any thread; every call may wait for a disk or a network, on the
-/// main thread only for a moment: there a file system that does not answer counts as holding the file, so that
-/// nothing leaves the shelf on a guess.
+/// The file system. May be called on any thread. Every call may block on a disk or a network, on the main thread only
+/// briefly: there a file system that does not respond in time counts as having the file, so that no item leaves the
+/// shelf on a guess.
 class FileManager {
 public:
     virtual ~FileManager() = default;
 
     /// Whether something is at `url`; a symbolic link counts when its target exists.
     [[nodiscard]] virtual bool fileExists(const FileURL& url) = 0;
-    /// Of a symbolic link itself. None when there is nothing at `url` or it may not be looked at.
+    /// The attributes of a symbolic link are its own. None if there is nothing at `url` or access is denied.
     [[nodiscard]] virtual std::optional<FileAttributes> attributes(const FileURL& url) = 0;
-    /// Makes the folder and those above it, readable by the user alone. True when it stands afterwards.
+    /// Creates the folder and its missing parents, accessible to the user only. True if it exists afterwards.
     [[nodiscard]] virtual bool createDirectory(const FileURL& url) = 0;
-    /// Copies a file or folder to a place where nothing is yet; a symbolic link there is never followed. True when
-    /// the whole copy stands; otherwise nothing of it is left.
+    /// Copies a file or folder to a path where nothing exists yet; a symbolic link at that path is never followed.
+    /// True if the copy is complete; otherwise no part of it remains.
     [[nodiscard]] virtual bool copyItem(const FileURL& from, const FileURL& to) = 0;
     /// Removes a file, a link or a whole folder. True when nothing is there afterwards.
     virtual bool removeItem(const FileURL& url) = 0;
-    /// The folder for the data that applications keep for the user; none when the user has no home folder.
+    /// The folder for application data; none if the user has no home folder.
     [[nodiscard]] virtual std::optional<FileURL> applicationSupportDirectory() = 0;
     /// None when the user has no home folder.
     [[nodiscard]] virtual std::optional<FileURL> homeDirectory() = 0;
 };
 
-/// The place from which the user can take deleted files back. Any thread but the main one: it may wait for a disk.
+/// The desktop's trash. Any thread but the main one: calls may block on a disk.
 class Trash {
 public:
     virtual ~Trash() = default;
-    /// True when the file lies in the Trash afterwards.
+    /// True if the file is in the trash afterwards.
     [[nodiscard]] virtual bool trashItem(const FileURL& url) = 0;
 };
 
-/// Tells when file systems come and go. Main thread.
+/// Reports mounted and unmounted file systems. Main thread.
 class Volumes {
 public:
     virtual ~Volumes() = default;

@@ -21,39 +21,39 @@ inline constexpr std::int64_t command = 0x100000;
 inline constexpr std::int64_t deviceIndependent = ~std::int64_t{0xFFFF};
 }  // namespace modifierFlag
 
-/// A key going down. Key codes are the virtual key codes of the reference keyboard on every platform.
+/// A key press. Key codes are the virtual key codes of macOS on every platform.
 struct KeyEvent {
     std::uint16_t keyCode = 0;
     /// Device-independent flags in the high bits, device-dependent ones in the low 16.
     std::int64_t modifierFlags = 0;
-    /// What the key types without modifiers in the keyboard layout in force, in capitals and in UTF-8. A key that
-    /// types nothing visible has what is written on it; empty where that is nothing either.
+    /// What the key types without modifiers in the current keyboard layout, in upper case and in UTF-8. For a key
+    /// that types nothing visible, the label of the key; empty if it has none.
     std::string capitals = {};
 };
 
-/// Keeps a monitor installed until destroyed, which its own handler may do.
+/// Keeps a monitor installed until destroyed. Its own handler may destroy it.
 class EventMonitorToken {
 public:
     virtual ~EventMonitorToken() = default;
 };
 
-/// Sees input events before, or beside, those who get them. Main thread only, handlers included.
+/// Observes input events of this application and of others. Main thread only, handlers included.
 class EventMonitors {
 public:
     virtual ~EventMonitors() = default;
 
-    /// `handler` sees the key-downs that this application gets, while it is active; true swallows the event. The
-    /// monitor added last sees them first.
+    /// `handler` gets the key presses of this application while it is active, and returns true to swallow one. The
+    /// monitor added last is called first.
     [[nodiscard]] virtual std::unique_ptr<EventMonitorToken>
     addLocalKeyDownMonitor(std::function<bool(const KeyEvent&)> handler) = 0;
-    /// `handler` runs when the left or right mouse button goes down in another application.
+    /// `handler` runs when the left or right mouse button is pressed in another application.
     [[nodiscard]] virtual std::unique_ptr<EventMonitorToken>
     addGlobalMouseDownMonitor(std::function<void()> handler) = 0;
-    /// The buttons held right now, anywhere: bit 0 left, bit 1 right, bit 2 middle.
+    /// The mouse buttons that are pressed now, in any application: bit 0 left, bit 1 right, bit 2 middle.
     [[nodiscard]] virtual std::uint32_t pressedMouseButtons() const = 0;
 };
 
-/// Names one hotkey to the system: four characters of the application's own, and a number.
+/// Identifies a hotkey to the system: four characters that the application has chosen, and a number.
 struct HotkeyIdentifier {
     std::uint32_t signature = 0;
     std::uint32_t id = 0;
@@ -74,32 +74,32 @@ inline constexpr std::uint32_t optionKey = 0x800;
 inline constexpr std::uint32_t controlKey = 0x1000;
 }  // namespace carbonModifier
 
-/// What makes hotkeys work on this desktop now.
+/// Where hotkeys come from on this desktop.
 enum class HotkeySource {
     windowSystem,  ///< keys are taken from the window system itself
     portal,        ///< the desktop gives them, and its settings say which keys they are
     none,  ///< nothing does; a command bound in the desktop's settings, `stowpocket toggle`, takes their place
 };
 
-/// System-wide hotkeys: they work whatever application is active. Main thread only.
+/// System-wide hotkeys, which work whatever application is active. Main thread only.
 class HotkeyService {
 public:
-    /// Gets the pressed hotkey, or null for an event that carries none; answers a status of the event manager.
+    /// Gets the pressed hotkey, or null for an event without one. Returns a status of the event manager.
     using Handler = std::function<std::int32_t(const HotkeyIdentifier*)>;
 
     virtual ~HotkeyService() = default;
     /// Called once; the handler stays until the process ends.
     virtual void installEventHandler(Handler handler) = 0;
-    /// `keyCode` is a virtual key code, `modifiers` are `carbonModifier` bits. Null when the system refuses, for
-    /// instance because another program holds the combination; an adapter says so in the log.
+    /// `keyCode` is a virtual key code, `modifiers` are `carbonModifier` bits. Returns null if the system refuses,
+    /// for example because another program has the combination; the adapter logs it.
     [[nodiscard]] virtual std::unique_ptr<HotkeyRegistration>
     registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers, HotkeyIdentifier identifier) = 0;
-    /// For the settings window, to tell the user. May change at any time: the user is asked, desktops restart.
+    /// For the settings window. May change at any time: the user is asked, desktops restart.
     [[nodiscard]] virtual HotkeySource source() const { return HotkeySource::windowSystem; }
 };
 
-/// The monitors of one kind. A handler may add and remove monitors, itself included, and own its token; tokens may
-/// outlive the list. `changed` runs after the first monitor came and after the last one went.
+/// The monitors of one kind. A handler may add and remove monitors, itself included, and may own its token. Tokens
+/// may outlive the list. `changed` runs after the first monitor is added and after the last one is removed.
 template <class Handler>
 class MonitorList {
 public:
@@ -108,7 +108,7 @@ public:
     MonitorList(const MonitorList&) = delete;
     MonitorList& operator=(const MonitorList&) = delete;
     ~MonitorList() {
-        // What a handler owns may include its own token: neither would ever go.
+        // A handler may own its own token, so that neither would ever be destroyed.
         const Monitors last = *monitors_;
         for (const std::shared_ptr<Monitor>& monitor : last)
             monitor->handler = nullptr;
@@ -123,8 +123,8 @@ public:
         return std::make_unique<Token>(*this, monitors_->back());
     }
 
-    /// Gives `call` one handler after the other, the last one added first, until it answers true; says whether it
-    /// did.
+    /// Calls `call` with one handler after the other, the last one added first, until it returns true. Returns
+    /// whether it did.
     template <class Call>
     [[nodiscard]] bool anyOf(Call call) const {
         const Monitors present(monitors_->rbegin(), monitors_->rend());

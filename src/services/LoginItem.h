@@ -3,7 +3,7 @@
 
 namespace stowpocket {
 
-/// The application's registration with the desktop to be started with the session. Main thread.
+/// The application's entry among the programs that start with the session. Main thread.
 class LoginItem {
 public:
     enum class Status { notRegistered = 0, enabled = 1, requiresApproval = 2, notFound = 3 };

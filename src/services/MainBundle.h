@@ -13,9 +13,9 @@ namespace stowpocket {
 /// Names the application to the system: its spool folder, its queues, its desktop entry, its name on the bus.
 inline constexpr std::string_view bundleIdentifier = "com.example.stowpocket";
 
-/// What the running program was installed as: where, and what its maker wrote into its information list.
+/// Where the running program is installed, and its information list.
 struct MainBundle {
-    /// The folder or file that is moved to install the program.
+    /// The folder or file that the user moves to install the program.
     FileURL bundleURL;
     /// None when it is absent or unreadable.
     std::optional<PropertyValue::Dictionary> infoDictionary;

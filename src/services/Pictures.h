@@ -15,8 +15,8 @@ namespace stowpocket {
 class ImageContent {
 public:
     virtual ~ImageContent() = default;
-    /// Nearly the same picture in little memory, for one that is kept but no longer shown; null where the toolkit has
-    /// no such form.
+    /// A similar picture that takes little memory, for pictures that are kept but no longer shown; null if the
+    /// toolkit has none.
     [[nodiscard]] virtual std::shared_ptr<const ImageContent> packed() const { return nullptr; }
 };
 
@@ -33,26 +33,27 @@ struct ThumbnailRequest {
     double scale = 1;
 };
 
-/// Makes small pictures of what files contain. Files come from anywhere: one that is broken, huge or hostile yields
-/// no picture and harms nobody.
+/// Makes small pictures of the contents of files. Files are untrusted: one that is broken, huge or hostile has no
+/// thumbnail and does no harm.
 class Thumbnails {
 public:
     using Completion = std::function<void(std::optional<Image>)>;
 
     virtual ~Thumbnails() = default;
-    /// Called on the main thread, which never waits. `completion` runs exactly once, on any thread; none when the
-    /// file has no thumbnail. Not called after this object is destroyed.
+    /// Called on the main thread; does not block. `completion` runs exactly once, on any thread, with none if the
+    /// file has no thumbnail. It is not called after this object is destroyed.
     virtual void generate(const ThumbnailRequest& request, Completion completion) = 0;
 };
 
-/// The desktop's icons for files by their type.
+/// The desktop's icons for types of files.
 class WorkspaceIcons {
 public:
     virtual ~WorkspaceIcons() = default;
-    /// Always answers, with a plain page for what nobody knows. Main thread, while a tile is drawn: it must be quick
-    /// and must not wait for the file.
+    /// Returns a plain page for an unknown type. Called on the main thread while a tile is drawn, so it must be fast
+    /// and must not access the file.
     [[nodiscard]] virtual Image icon(const FileURL& url) = 0;
-    /// `extension` in small letters of any script: names whose extensions differ only in case are of one type.
+    /// `extension` in lower case, for letters of any script: names whose extensions differ only in case have one
+    /// type.
     [[nodiscard]] virtual std::string lowercased(const std::string& extension) const = 0;
 };
 
@@ -60,7 +61,7 @@ public:
 class MainScreen {
 public:
     virtual ~MainScreen() = default;
-    /// Pixels per point; none while no screen is connected.
+    /// In pixels per point; none while no screen is connected.
     [[nodiscard]] virtual std::optional<double> backingScaleFactor() const = 0;
 };
 

@@ -23,7 +23,7 @@ bool isTrue(std::string_view text) {
     return text.find_first_of("YyTt123456789") == 0;
 }
 
-/// The number at the beginning of a text, brought into range; 0 without one.
+/// The number at the beginning of a string, clamped to the range; 0 if there is none.
 std::int64_t integerOf(std::string_view text) {
     text = withoutLeadingBlanks(text);
     if (text.starts_with("+") && !text.starts_with("+-"))

@@ -12,40 +12,40 @@
 
 namespace stowpocket {
 
-/// The user's settings under string keys, kept across restarts. Main thread only. Reads answer from memory at once
-/// and never fail; a write is on its way to the disk when the call returns, and comes to nothing only while
-/// `saveProblem` says why.
+/// The user's settings under string keys, kept across restarts. Main thread only. Reads come from memory and never
+/// fail. A change is saved in the background; while that fails, `saveProblem` returns the reason.
 class PreferenceStore {
 public:
-    /// Gets the reason why a change is not saved, for the user; none when it is.
+    /// Gets the reason why a change is not saved, as text for the user, or none if it is saved.
     using SaveCompletion = std::function<void(const std::optional<std::string>& problem)>;
 
     virtual ~PreferenceStore() = default;
 
-    /// Adds answers for keys that the user has not stored; never written. Called at launch, before they are read.
+    /// Adds default values for keys that are not stored. Defaults are never saved. Called at launch, before the first
+    /// read.
     virtual void registerDefaults(PropertyValue::Dictionary defaults) = 0;
-    /// The stored value, else the registered one; none when the key has neither.
+    /// The stored value, or else the default; none if the key has neither.
     [[nodiscard]] virtual std::optional<PropertyValue> value(std::string_view key) const = 0;
     virtual void setValue(std::string_view key, PropertyValue value) = 0;
-    /// Forgets the stored value, so that the registered one answers again.
+    /// Removes the stored value, so that the default applies again.
     virtual void removeValue(std::string_view key) = 0;
     /// Emitted after a stored value has changed, with its key.
     [[nodiscard]] virtual Signal<const std::string&>& changed() = 0;
 
-    /// Calls `completion` once whatever becomes of this process, every change so far is kept: at once when that is so
-    /// already, and after two seconds at the latest, with the reason when it is not so by then. Never called when
-    /// this is gone before.
+    /// Calls `completion` once every change so far is safely stored: at once if it is already, and after two seconds
+    /// at the latest, then with the reason why it is not. It is not called after this object is destroyed.
     virtual void whenSaved(SaveCompletion completion) = 0;
-    /// Why changes are not saved at present, for the user; none while they are.
+    /// Why changes cannot be saved at present, as text for the user; none if they can.
     [[nodiscard]] virtual std::optional<std::string> saveProblem() const = 0;
     /// Emitted after `saveProblem` has changed.
     [[nodiscard]] virtual Signal<>& saveProblemChanged() = 0;
 
-    /// `value` as the type asked for; false, 0 or an empty string when it has none. Booleans, numbers and texts count
-    /// for each other as in the user defaults of macOS, since scripts and users write them in any of these forms.
+    /// `value` in the requested type; false, 0 or an empty string if there is none. Booleans, numbers and strings are
+    /// converted into each other as in the user defaults of macOS, since scripts and users write them in any of these
+    /// types.
     [[nodiscard]] bool boolean(std::string_view key) const;
     [[nodiscard]] std::int64_t integer(std::string_view key) const;
-    /// Text only: nothing is converted.
+    /// Strings only: nothing is converted.
     [[nodiscard]] std::string string(std::string_view key) const;
 };
 
@@ -62,13 +62,13 @@ public:
     [[nodiscard]] Signal<>& saveProblemChanged() override { return saveProblemChanged_; }
 
 protected:
-    /// Called after `stored()` has changed and before anybody is told.
+    /// Called after `stored()` has changed and before `changed` is emitted.
     virtual void storedValuesChanged() {}
     [[nodiscard]] const PropertyValue::Dictionary& stored() const { return stored_; }
-    /// Takes over what was read from the disk; nobody is told.
+    /// Adopts the values read from the disk. Emits nothing.
     void adopt(PropertyValue::Dictionary stored) { stored_ = std::move(stored); }
-    /// Takes over what others changed between `before` and `after`, but for the keys that have changed here since
-    /// they were as in `before`.
+    /// Adopts what other programs changed between `before` and `after`, except for keys that have changed here since
+    /// `before`.
     void takeOver(const PropertyValue::Dictionary& before, const PropertyValue::Dictionary& after);
     void setSaveProblem(std::optional<std::string> problem);
 
@@ -80,8 +80,7 @@ private:
     Signal<> saveProblemChanged_;
 };
 
-/// What two writers who both began with `base` have made of it, key by key: where `ours` has changed it counts, else
-/// `theirs`.
+/// Merges, key by key, what two writers have made of `base`: `ours` where it differs from `base`, else `theirs`.
 [[nodiscard]] PropertyValue::Dictionary mergedValues(const PropertyValue::Dictionary& base,
                                                      const PropertyValue::Dictionary& ours,
                                                      const PropertyValue::Dictionary& theirs);

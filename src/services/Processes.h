@@ -13,8 +13,8 @@ namespace stowpocket {
 class ChildProcess {
 public:
     virtual ~ChildProcess() = default;
-    /// All that the program wrote to its standard output, whatever its exit status; its standard error is dropped.
-    /// None when it could not be started, or had to be ended because it wrote or ran without end.
+    /// Returns the standard output of the program, whatever its exit status; its standard error is discarded. None if
+    /// the program could not be started, or was ended because it ran too long or wrote too much.
     [[nodiscard]] virtual std::optional<Bytes> run(const std::string& executable,
                                                    const std::vector<std::string>& arguments) = 0;
 };

@@ -15,14 +15,14 @@
 
 namespace stowpocket {
 
-/// What became of one file that another process asked to add or to remove.
+/// The result for one file that another process asked to add or remove.
 enum class AddOutcome { added, alreadyOnShelf, shelfFull, malformed };
 enum class RemoveOutcome { removed, notOnShelf, malformed };
 
-/// The requests that carry nothing.
+/// Requests without arguments.
 enum class ShelfAction { clear, show, toggle, quickDrop };
 
-/// One item, as told to other processes.
+/// One item, as other processes see it.
 struct StagedFile {
     std::string id;
     FileURL fileURL;
@@ -32,9 +32,9 @@ struct StagedFile {
     friend bool operator==(const StagedFile&, const StagedFile&) = default;
 };
 
-/// More in one request are refused; a longer list is sent in parts.
+/// A request with more files is refused; longer lists are sent in parts.
 inline constexpr std::size_t maxFilesPerRequest = 16'384;
-/// Longer names are malformed: four times what a path can be, each byte of it escaped.
+/// Longer names are malformed. This is four times the longest path with every byte escaped.
 inline constexpr std::size_t maxNameLength = std::size_t{4} * 3 * 4096;
 
 namespace detail {
@@ -51,7 +51,7 @@ std::optional<Outcome> outcomeFor(std::span<const std::string_view> words, std::
 
 }  // namespace detail
 
-/// The outcomes as words between processes; empty for a word that is none.
+/// The outcomes as words in messages between processes; none for an unknown word.
 [[nodiscard]] inline std::string_view word(AddOutcome outcome) {
     return detail::addWords.at(static_cast<std::size_t>(outcome));
 }
@@ -65,7 +65,7 @@ std::optional<Outcome> outcomeFor(std::span<const std::string_view> words, std::
     return detail::outcomeFor<RemoveOutcome>(detail::removeWords, word);
 }
 
-/// What the desktop gave the process that asks, so that a window opened for it may take the focus. Either may be
+/// What the desktop gave the requesting process so that a window opened for it may take the focus. Either may be
 /// empty.
 struct StartupTokens {
     /// As in XDG_ACTIVATION_TOKEN.
@@ -79,32 +79,32 @@ struct StartupTokens {
 /// Whether a program that does not run yet is started for the request.
 enum class StartProgram { never, ifNeeded };
 
-/// The running program, as the command verbs of another process see it. Calls wait for the answer, within limits;
-/// one without an answer leaves its reason in `problem`.
+/// The running program, as the command verbs of another process see it. Calls block until the response arrives or a
+/// time limit is reached. After a call without response, `problem` returns the reason.
 class RunningShelf {
 public:
     virtual ~RunningShelf() = default;
-    /// True when the program runs and can be asked.
+    /// True if the program runs and accepts requests.
     [[nodiscard]] virtual bool reach(StartProgram start) = 0;
-    /// One outcome per file, in order, once the files stand on the shelf. At most `maxFilesPerRequest`.
+    /// Returns one outcome per file, in order, once the files are on the shelf. At most `maxFilesPerRequest` files.
     [[nodiscard]] virtual std::optional<std::vector<AddOutcome>> add(std::span<const FileURL> files) = 0;
     [[nodiscard]] virtual std::optional<std::vector<StagedFile>> list() = 0;
-    /// Names are ids of items or URLs of files. At most `maxFilesPerRequest`.
+    /// Names are ids of items or URLs of files, at most `maxFilesPerRequest`.
     [[nodiscard]] virtual std::optional<std::vector<RemoveOutcome>> remove(std::span<const std::string> names) = 0;
     [[nodiscard]] virtual bool perform(ShelfAction action) = 0;
-    /// Why the last call had no answer, for the user.
+    /// Why the last call had no response, as text for the user.
     [[nodiscard]] virtual std::string problem() const = 0;
-    /// True when that is because the program runs in another session.
+    /// True if the reason is that the program runs in another session.
     [[nodiscard]] virtual bool runsElsewhere() const = 0;
-    /// Why what the last call changed is not saved yet, for the user; empty when it is.
+    /// Why the changes of the last call are not saved yet, as text for the user; empty if they are.
     [[nodiscard]] virtual std::string saveProblem() const = 0;
 };
 
-/// What other processes may ask of the shelf, as the running program carries it out. Names come from outside and may
-/// be anything. Main thread.
+/// The requests of other processes, as the running program carries them out. Names come from outside and may be
+/// anything. Main thread.
 class ShelfRequests {
 public:
-    /// What became of each name, and why the change is not saved yet; no reason when it is.
+    /// Gets the result for each name, and the reason if the change is not saved yet.
     template <class Outcome>
     using Completion =
         std::function<void(const std::vector<Outcome>& outcomes, const std::optional<std::string>& problem)>;
@@ -113,8 +113,8 @@ public:
     using ActionCompletion = std::function<void(const std::optional<std::string>& problem)>;
 
     virtual ~ShelfRequests() = default;
-    /// Takes URLs of files in as a drop does. `completion` gets one outcome per URL once the files stand on the shelf
-    /// and are saved; never called when that is no more.
+    /// Adds files by URL as a drop does. `completion` gets one outcome per URL once the files are on the shelf and
+    /// saved. It is not called if the shelf is destroyed first.
     virtual void add(std::span<const std::string> urls, AddCompletion completion) = 0;
     [[nodiscard]] virtual std::vector<StagedFile> list() const = 0;
     /// Names are ids of items or URLs of files.

@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 /// Long enough for the changes of one user action.
 constexpr auto coalescingDelay = 10ms;
-/// A disk that has not answered by then is called silent.
+/// After this time a disk that has not responded is reported as silent.
 constexpr auto answerPatience = 2000ms;
 constexpr auto finishPatience = 5000ms;
 /// Between attempts that fail: doubled each time.

@@ -16,47 +16,47 @@ class Dispatch;
 class ScheduledWork;
 class SerialQueue;
 
-/// The file behind preferences. Read once, on the main thread; from then on one thread at a time asks it, and may be
-/// kept waiting.
+/// The file behind the preferences. Read once, on the main thread. Afterwards one thread at a time uses it, and may
+/// block.
 class PreferenceDisk {
 public:
     using Values = PropertyValue::Dictionary;
 
     struct Saved {
-        /// Why the values are not on the disk, for the user; none when they are.
+        /// Why the values are not on the disk, as text for the user; none if they are.
         std::optional<std::string> problem = {};
-        /// What the disk holds now: the values, with what other programs have changed there since `base`.
+        /// What the disk holds now: the values, merged with what other programs have changed since `base`.
         Values values = {};
     };
 
     virtual ~PreferenceDisk() = default;
-    /// Empty when there is nothing that could be read.
+    /// Empty if nothing could be read.
     [[nodiscard]] virtual Values read() = 0;
-    /// Ends when the values would outlive a power failure. `base` is what they have come from: values that `read` or
-    /// `save` answered.
+    /// Returns once the values would survive a power failure. `base` is what they are derived from: the result of an
+    /// earlier `read` or `save`.
     [[nodiscard]] virtual Saved save(const Values& base, const Values& values) = 0;
-    /// False when somebody has taken the file away.
+    /// False if another program has removed the file.
     [[nodiscard]] virtual bool isThere() = 0;
 };
 
-/// Preferences that are kept by this program itself. A change goes to the disk at once, together with those that come
-/// while another is on its way. What cannot be saved is tried again at every change and after pauses that grow.
+/// Preferences that this program stores itself. A change is written at once; changes made during a write follow
+/// together in the next one. A failed write is repeated at the next change and after growing pauses.
 class SavedPreferenceStore : public LayeredPreferenceStore {
 public:
-    /// Reads. `dispatch` outlives this.
+    /// Reads the stored values. `dispatch` outlives this.
     SavedPreferenceStore(Dispatch& dispatch, std::shared_ptr<PreferenceDisk> disk);
-    /// Finishes.
+    /// Calls `finish`.
     ~SavedPreferenceStore() override;
 
     void whenSaved(SaveCompletion completion) override;
 
-    /// For the end of the program, the one call that makes the main thread wait for the disk, and for five seconds at
-    /// most: saves what is not yet saved, and everything when somebody has taken the file away. Answers what kept it
-    /// from that.
+    /// Called when the program ends. Saves what is not yet saved, or everything if another program has removed the
+    /// file. This is the only call that blocks the main thread on the disk, for five seconds at most. Returns the
+    /// problem if it fails.
     std::optional<std::string> finish();
 
 protected:
-    /// As after a change; without values there is nothing to save.
+    /// Saves again as after a change. Without values there is nothing to save.
     void saveAgain();
     void storedValuesChanged() override;
 
@@ -78,17 +78,17 @@ private:
     std::unique_ptr<SerialQueue> queue_;
     /// The next attempt, unless one is under way.
     std::unique_ptr<ScheduledWork> scheduled_;
-    /// Runs while the disk has not answered.
+    /// Runs until the disk has responded.
     std::unique_ptr<ScheduledWork> silence_;
     bool isSaving_ = false;
-    /// What the disk held when it was last heard of.
+    /// What the disk held after the last successful read or save.
     std::shared_ptr<const PreferenceDisk::Values> base_;
     std::chrono::milliseconds pause_;
     std::uint64_t generation_ = 0;
     std::uint64_t savedGeneration_ = 0;
     std::uint64_t finishedGeneration_ = 0;
     std::list<Waiting> waiting_;
-    /// Answers from other threads that come after this is gone find it gone.
+    /// Lets results from other threads find out that this has been destroyed.
     const std::shared_ptr<bool> isAlive_ = std::make_shared<bool>(true);
 };
 

@@ -18,24 +18,24 @@ struct StatusItemImage {
     /// In points.
     double pointSize = 0;
     FontWeight weight = FontWeight::regular;
-    /// What assistive technology says instead of the picture.
+    /// What assistive technology reads instead of the picture.
     std::string accessibilityDescription;
     friend bool operator==(const StatusItemImage&, const StatusItemImage&) = default;
 };
 
-/// Text beside the symbol, in digits of equal width and the control text colour. An empty text takes no room.
+/// Text beside the symbol, with digits of equal width, in the colour of control text. Empty text takes no room.
 struct StatusItemTitle {
     std::string text;
     /// In points.
     double fontSize = 0;
     FontWeight weight = FontWeight::regular;
-    /// How far the text stands above its baseline, in points.
+    /// How far the text is raised above its baseline, in points.
     double baselineOffset = 0;
     friend bool operator==(const StatusItemTitle&, const StatusItemTitle&) = default;
 };
 
-/// The icon in the menu bar. Main thread. On desktops where the bar comes and goes, it keeps what it was given and
-/// shows it again in the next bar.
+/// The icon in the menu bar. Where the bar may disappear and return, the icon keeps its contents and shows them
+/// again. Main thread.
 class StatusItemButton {
 public:
     virtual ~StatusItemButton() = default;
@@ -43,7 +43,7 @@ public:
     virtual void setTitle(const StatusItemTitle& title) = 0;
     /// Runs on every click with the main button.
     virtual void setAction(std::function<void()> action) = 0;
-    /// Lays a transparent drop view over the whole icon; the button keeps it.
+    /// Puts a transparent drop view over the whole icon. The button owns it.
     virtual void addDropView(std::shared_ptr<DraggingDestination> dropView) = 0;
 };
 
@@ -51,7 +51,7 @@ public:
 class StatusItem {
 public:
     virtual ~StatusItem() = default;
-    /// Null when the bar gave no button.
+    /// Null if the bar has no button for it.
     [[nodiscard]] virtual std::shared_ptr<StatusItemButton> button() = 0;
 };
 

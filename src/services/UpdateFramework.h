@@ -11,27 +11,26 @@
 
 namespace stowpocket {
 
-/// Finds, offers and installs new versions in windows of its own. It is at work from the moment it is made. Main
-/// thread only.
+/// Finds, offers and installs new versions, with its own windows. It is active from construction on. Main thread
+/// only.
 class UpdateFramework {
 public:
     virtual ~UpdateFramework() = default;
-    /// False while a check is under way, or where nothing can be checked.
+    /// False during a check, and where no check is possible.
     [[nodiscard]] virtual bool canCheckForUpdates() const = 0;
-    /// Emitted with the new answer.
+    /// Emitted with the new value.
     [[nodiscard]] virtual Signal<bool>& canCheckForUpdatesChanged() = 0;
-    /// Whether a version found by a check of its own is fetched without asking; nothing is installed unasked.
+    /// Whether a version found by an automatic check is downloaded without asking. Nothing is installed unasked.
     virtual void setAutomaticallyDownloadsUpdates(bool automatically) = 0;
-    /// A check that the user asked for, with its windows. Does nothing while it cannot check.
+    /// A check requested by the user, with its windows. Does nothing while no check is possible.
     virtual void checkForUpdates() = 0;
 };
 
-/// Far more than a list of releases takes, in bytes: years of them with their notes. A longer answer counts as one
-/// without end.
+/// The largest response that is read, in bytes. Years of releases with their notes take far less.
 inline constexpr std::int64_t maxAnswerSize = std::int64_t{32} << 20u;
 
 struct FeedResponse {
-    /// The HTTP status; none for an answer that is not HTTP.
+    /// The HTTP status; none if the response is not HTTP.
     std::optional<int> statusCode;
     Bytes body;
 };
@@ -39,11 +38,11 @@ struct FeedResponse {
 /// Fetches documents from the network.
 class FeedSession {
 public:
-    /// None after an error: no connection, a broken or endless answer, an address that may not be asked.
+    /// Gets none after an error: no connection, a broken or oversized response, a forbidden address.
     using Completion = std::function<void(std::optional<FeedResponse>)>;
 
     virtual ~FeedSession() = default;
-    /// Whether an address can be asked at all.
+    /// Whether the address may be requested at all.
     [[nodiscard]] virtual bool isValid(const std::string& url) const = 0;
     /// Called on the main thread and returns at once. `completion` runs exactly once, later, on any thread. Not
     /// called after this object is destroyed.

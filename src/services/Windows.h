@@ -17,9 +17,9 @@ class UpdaterController;
 class Application {
 public:
     virtual ~Application() = default;
-    /// Makes this the program that the user works with, taking the keyboard from the one before.
+    /// Activates this application, which takes the keyboard focus from the previous one.
     virtual void activate() = 0;
-    /// Ends the main loop; the call returns and the program ends in its turn.
+    /// Ends the main loop. The call returns; the program ends afterwards.
     virtual void terminate() = 0;
 };
 
@@ -29,28 +29,28 @@ public:
     virtual ~Window() = default;
     [[nodiscard]] virtual bool isVisible() const = 0;
     virtual void center() = 0;
-    /// Shows it, in front of this application's windows, with the keyboard.
+    /// Shows it in front of this application's windows and gives it the keyboard focus.
     virtual void makeKeyAndOrderFront() = 0;
-    /// Puts it in front of every application's windows.
+    /// Raises it above the windows of all applications.
     virtual void orderFrontRegardless() = 0;
     virtual void close() = 0;
 };
 
-/// A small window that hangs below the menu-bar icon. It closes only when told to. Main thread.
+/// A small window below the menu-bar icon. It never closes by itself. Main thread.
 class Popover {
 public:
     virtual ~Popover() = default;
     [[nodiscard]] virtual bool isShown() const = 0;
     /// Whether the next show and close are animated; at first they are.
     virtual void setAnimates(bool animates) = 0;
-    /// Opens below `anchor`, kept on the screen, as large as its content; stays closed where the anchor has no place
-    /// on the screen.
+    /// Opens below `anchor`, within the screen and as large as its content. Stays closed if the anchor is not on a
+    /// screen.
     virtual void show(StatusItemButton& anchor) = 0;
-    /// Gives its window the keyboard.
+    /// Gives its window the keyboard focus.
     virtual void makeKey() = 0;
     virtual void performClose() = 0;
 
-    /// Runs when the user presses Escape in it and nothing inside has a use for that, or has the system close it.
+    /// Runs when the user presses Escape and no control inside handles it, or closes the popover through the system.
     std::function<void()> onCancel = [] {};
 };
 

@@ -13,8 +13,8 @@
 
 namespace stowpocket {
 
-/// The files of one drop while their sources deliver them, on any thread. They are handed on together, once as many
-/// deliveries have come as were expected; a delivery too many is harmless. Shared by the closures that deliver.
+/// Collects the files of one drop while their sources deliver them, on any thread. Passes them on together once the
+/// expected number of deliveries has arrived; surplus deliveries are harmless. Shared by the closures that deliver.
 class ArrivingFiles : public std::enable_shared_from_this<ArrivingFiles> {
 public:
     using Completion = std::function<void(const std::vector<FileURL>& files)>;
@@ -26,7 +26,7 @@ public:
     void expectDelivery() {
         queue_->sync([this] { ++expected_; });
     }
-    /// A delivery that failed brings no file.
+    /// A failed delivery has no file.
     void deliver(const std::optional<FileURL>& file) {
         queue_->sync([&] {
             if (file)
@@ -58,7 +58,7 @@ private:
 
     Dispatch& dispatch_;
     const std::unique_ptr<SerialQueue> queue_;
-    /// Touched only in blocks of `queue_`, and so is all that follows.
+    /// Accessed only in blocks of `queue_`, like all members below.
     int expected_ = 0;
     std::vector<FileURL> files_;
     Completion completion_;

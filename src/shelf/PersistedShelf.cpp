@@ -17,11 +17,11 @@ constexpr std::string_view fileSize = "fileSize";
 constexpr std::string_view dateAdded = "dateAdded";
 constexpr std::string_view bookmark = "bookmark";
 constexpr std::string_view fallbackPath = "fallbackPath";
-/// Data: the path's bytes, beside a "fallbackPath" that cannot say them.
+/// Data: the bytes of a path that is not valid UTF-8, beside "fallbackPath".
 constexpr std::string_view fallbackPathBytes = "fallbackPathBytes";
 }  // namespace key
 
-/// What every entry holds, whichever way it leads to its file.
+/// What every entry contains, with a bookmark or a path.
 struct EntryFacts {
     UUID id;
     std::string filename;
@@ -33,7 +33,7 @@ double secondsSince1970(Date date) {
     return std::chrono::duration<double>(date.time_since_epoch()).count();
 }
 
-/// A number that no date can hold is brought to the nearest that one can, so that the file itself is not lost.
+/// A number outside the range of dates is clamped, so that the file itself is not lost.
 Date dateFrom(double seconds) {
     constexpr double farthest = 8.0e12;  // seconds; a quarter of a million years, within 64-bit microseconds
     if (std::isnan(seconds))
@@ -73,7 +73,7 @@ std::optional<FileURL> fallbackOf(const PropertyValue::Dictionary& entry) {
         if (validUtf8(original) == exact)
             exact = original;
     }
-    // A relative path is one from the root, where desktops start programs.
+    // A relative path is relative to the root, where desktops start programs.
     return FileURL::fromPath(exact.starts_with('/') ? exact : '/' + exact);
 }
 
@@ -95,7 +95,7 @@ ShelfItem makeItem(EntryFacts facts, FileURL url, bool isAvailable) {
                      .isAvailable = isAvailable};
 }
 
-/// Decodes one entry at a time into the shelf that is being read back.
+/// Builds the decoded shelf, one entry at a time.
 class Decoder {
 public:
     Decoder(Bookmarks& bookmarks, FileManager& fileManager) : bookmarks_(bookmarks), fileManager_(fileManager) {}

@@ -22,7 +22,7 @@ namespace {
 constexpr std::size_t backgroundBatchSize = 6;
 
 constexpr Size tilePictureSize{48, 48};
-/// Drawn for a screen of double density where there is no screen to ask.
+/// The scale of pictures while no screen is connected.
 constexpr double defaultScale = 2.0;
 
 /// A new item for the file. Waits for the disk; may run on any thread.
@@ -46,7 +46,7 @@ std::vector<ShelfItem> newItems(std::span<const FileURL> urls, const ShelfServic
     return items;
 }
 
-/// Files without an extension, and applications, have icons of their own; all others share their type's.
+/// Applications and files without an extension have their own icons; all others share the icon of their type.
 std::string iconKey(const FileURL& url, const WorkspaceIcons& icons) {
     std::string extension = icons.lowercased(url.pathExtension());
     return extension.empty() || extension == "app" ? url.path() : extension;
@@ -60,17 +60,17 @@ std::vector<std::size_t> indexRange(std::size_t first, std::size_t end) {
 
 }  // namespace
 
-/// One look for all files. The thread that looks ends it by itself when it has found nothing new, so that a shelf at
-/// rest does not wake the main thread for answers that change nothing.
+/// One check of all files. The thread that checks ends it by itself if nothing has changed, so that an idle shelf
+/// does not wake the main thread.
 class ShelfManager::Look {
 public:
-    /// False when it is over already.
+    /// False if the check is over.
     bool askForAnother() {
         State now = State::looking;
         return state_.compare_exchange_strong(now, State::anotherAskedFor) || now == State::anotherAskedFor;
     }
     [[nodiscard]] bool isAnotherAskedFor() const { return state_ == State::anotherAskedFor; }
-    /// False when another was asked for meanwhile.
+    /// False if another check has been requested meanwhile.
     bool end() {
         State now = State::looking;
         return state_.compare_exchange_strong(now, State::over);
@@ -262,7 +262,8 @@ void ShelfManager::search(std::vector<UUID> ids) {
         });
 }
 
-/// The entry of a file that is not found stays stored until the next change, like every one that loading leaves out.
+/// The entry of a file that is not found remains stored until the next change, like every entry that loading leaves
+/// out.
 void ShelfManager::applySearch(const std::vector<SearchAnswer>& answers) {
     ShelfChange updated{ShelfChange::Kind::updated, {}};
     ShelfChange removed{ShelfChange::Kind::removed, {}};

@@ -25,7 +25,7 @@ class MainScreen;
 class Thumbnails;
 class WorkspaceIcons;
 
-/// How the list of items has just changed, so that a view can follow without looking at every item again.
+/// How the list of items has just changed, so that a view can update only what differs.
 struct ShelfChange {
     enum class Kind {
         inserted,  ///< the items at `indexes` are new
@@ -57,42 +57,42 @@ class ShelfManager : public std::enable_shared_from_this<ShelfManager> {
 public:
     [[nodiscard]] static std::shared_ptr<ShelfManager> make(const ShelfServices& services);
 
-    /// The folder for dropped contents that came without a file of their own. Ends the process when the user has no
-    /// folder for application data. Not made here.
+    /// The folder for dropped contents without a file of their own; not created here. Ends the process if the user
+    /// has no folder for application data.
     [[nodiscard]] static FileURL filePromiseDirectory(FileManager& fileManager);
 
-    /// Takes over the saved shelf; called once, at launch. Posts nothing; saves once if a bookmark was made anew.
-    /// Files that have to be sought are sought in the background; their items are missing until then, and those of
-    /// files that are not found leave the shelf.
+    /// Loads the saved shelf; called once, at launch. Posts nothing; saves once if a bookmark was renewed. Files that
+    /// have to be sought are sought in the background. Their items are missing until then, and leave the shelf if the
+    /// file is not found.
     void load();
-    /// Adds files at the end, as many as the capacity leaves room for, leaving out those already on the shelf. A
-    /// large batch is prepared in the background and arrives later. Answers how many did not fit.
+    /// Appends the files that are not yet on the shelf, as many as the capacity allows. A large batch is prepared in
+    /// the background and appears later. Returns how many did not fit.
     int addFiles(std::span<const FileURL> urls);
     void removeItem(const UUID& id);
     void clear();
-    /// Removes the items that the last refresh found missing.
+    /// Removes the items that the last check found missing.
     void removeMissingItems();
-    /// Looks, in the background, which files are still there and marks the items. One look at a time: asked again
-    /// meanwhile, it looks once more afterwards.
+    /// Checks in the background which files still exist, and marks the items. One check runs at a time; a request
+    /// during a check starts another one afterwards.
     void refreshAvailability();
-    /// Asks for a thumbnail of every available item that has none and for which none is on its way.
+    /// Requests a thumbnail for every available item that has none and no pending request.
     void requestThumbnails();
 
     [[nodiscard]] const std::vector<ShelfItem>& items() const { return items_; }
     /// True while a large batch is being prepared.
     [[nodiscard]] bool isLoading() const { return isLoading_; }
-    /// How many files of such batches are still to come; they take up room already.
+    /// The number of files in batches that are still being prepared. They count towards the capacity.
     [[nodiscard]] std::int64_t pendingAddCount() const { return pendingAddCount_; }
-    /// Such batches have numbers, from 1 on: that of the latest, and whether one is still to come.
+    /// Such batches are numbered from 1. The number of the latest batch, and whether a batch is still being prepared.
     [[nodiscard]] std::uint64_t latestBatch() const { return latestBatch_; }
     [[nodiscard]] bool isPending(std::uint64_t batch) const { return pendingBatches_.contains(batch); }
     [[nodiscard]] std::int64_t capacity() const;
     /// Where the shelf is kept.
     [[nodiscard]] PreferenceStore& preferences() const { return services_.core.preferences; }
 
-    /// Null until it has been made.
+    /// Null until the thumbnail has been made.
     [[nodiscard]] const Image* thumbnail(const UUID& id) const;
-    /// Looked up at the desktop once per file type, or per file where files of the type have icons of their own.
+    /// Requested from the desktop once per file type, or once per file for types whose files have their own icons.
     [[nodiscard]] Image icon(const ShelfItem& item);
 
     Signal<const ShelfChange&> itemsChanged;
@@ -108,7 +108,7 @@ private:
     [[nodiscard]] std::vector<FileURL> urlsNotOnShelf(std::span<const FileURL> urls) const;
     void addInBackground(std::vector<FileURL> urls);
     void finishBatch(std::uint64_t batch, std::vector<ShelfItem> built);
-    /// Answers the index of the first new item.
+    /// Returns the index of the first new item.
     std::size_t append(std::vector<ShelfItem> built);
     void announceAdded(std::size_t first);
     void setIsLoading(bool isLoading);
@@ -120,7 +120,7 @@ private:
     void storeThumbnail(const UUID& id, Image image);
     void packThumbnail(const UUID& id);
     void save();
-    /// Saves, tells the views and posts: the end of every change of membership.
+    /// Saves the shelf, then emits and posts the change. Ends every change of which items are on the shelf.
     void commit(const ShelfChange& change);
 
     ShelfServices services_;
@@ -129,14 +129,14 @@ private:
     std::int64_t pendingAddCount_ = 0;
     std::uint64_t latestBatch_ = 0;
     std::set<std::uint64_t> pendingBatches_;
-    /// Never evicted: ids are never used again, and an icon serves every file of its type. The thumbnails of items
+    /// Both caches are never emptied: ids are unique, and an icon serves all files of its type. Thumbnails of items
     /// that have left the shelf are packed.
     std::unordered_map<UUID, Image> thumbnailCache_;
     std::map<std::string, Image, std::less<>> iconCache_;
-    /// On each of these access was begun and will be ended once, when its item leaves the shelf.
+    /// Access to each of these has begun and ends once, when its item leaves the shelf.
     std::set<FileURL> accessedResourceURLs_;
     std::set<UUID> thumbnailsOnTheirWay_;
-    /// Null while nobody looks for the files.
+    /// Null while no check is running.
     std::shared_ptr<Look> look_;
 };
 

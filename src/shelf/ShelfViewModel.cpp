@@ -8,8 +8,8 @@
 namespace stowpocket {
 namespace {
 
-/// Copies what a source wrote to a temporary place into the spool folder; the copy's URL when it stands there. The
-/// name comes from the source, so only a plain file name is taken.
+/// Copies a temporary file into the spool folder and returns the copy's URL. The name comes from the source of the
+/// drop, so only a plain file name is accepted.
 std::optional<FileURL> spooledCopy(const FileURL& temporaryFile, FileManager& fileManager) {
     const std::string name = temporaryFile.lastPathComponent();
     const FileURL spoolDirectory = ShelfManager::filePromiseDirectory(fileManager);
@@ -71,7 +71,7 @@ bool ShelfViewModel::handleDrop(const std::vector<std::shared_ptr<ItemProvider>>
         else
             loadContents(*provider, arriving, fileManager_);
     }
-    // The providers stay alive until the last of them has delivered.
+    // The closure keeps the providers alive until the last one has delivered.
     arriving->whenComplete([weak = weak_from_this(), providers](const std::vector<FileURL>& files) {
         if (const auto self = weak.lock())
             self->addFileURLs(files);

@@ -12,19 +12,19 @@
 
 namespace stowpocket {
 
-/// What the views and every way of dropping files see of the shelf: turns what was dropped into file URLs, adds
-/// them, and keeps the one message about files that did not fit. Main thread only.
+/// The shelf as the views and all kinds of drops use it: turns dropped data into file URLs, adds them, and holds the
+/// message about files that did not fit. Main thread only.
 class ShelfViewModel : public std::enable_shared_from_this<ShelfViewModel> {
 public:
     /// `services` are those of the manager.
     [[nodiscard]] static std::shared_ptr<ShelfViewModel> make(std::shared_ptr<ShelfManager> shelfManager,
                                                               FileManager& fileManager, Dispatch& dispatch);
 
-    /// The intake of every drop: adds the files and, when some did not fit, says so.
+    /// Adds dropped files, and sets the message if some did not fit.
     void addFileURLs(std::span<const FileURL> urls);
     void removeItem(const UUID& id);
-    /// Adds whatever was dropped, once all of it has been loaded; contents that came without a file are written to
-    /// the spool folder first. False, and nothing happens, when the shelf is full already.
+    /// Adds what was dropped once all of it has been loaded. Contents without a file are written to the spool folder
+    /// first. Returns false and does nothing if the shelf is already full.
     [[nodiscard]] bool handleDrop(const std::vector<std::shared_ptr<ItemProvider>>& providers);
 
     [[nodiscard]] ShelfManager& shelfManager() const { return *shelfManager_; }

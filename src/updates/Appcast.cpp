@@ -49,19 +49,19 @@ std::optional<AppcastItem> takeItem(std::string_view& bytes) {
     return item;
 }
 
-/// Everything that is neither a digit nor one of these parts what stands around it.
+/// Any other character that is not a digit separates parts.
 bool isWordCharacter(char character) {
     return isAsciiLetter(character) || static_cast<unsigned char>(character) >= 0x80;
 }
 
-/// A number without leading zeros, of any length, or a word in small letters.
+/// A number of any length without leading zeros, or a word in lower case.
 struct Part {
     bool isNumber;
     std::string text;
 };
 
 struct Version {
-    /// The numbers between dots that it begins with, and all that follows.
+    /// The leading numbers, separated by dots, and everything after them.
     std::vector<Part> release;
     std::vector<Part> rest;
 };
@@ -108,7 +108,7 @@ std::weak_ordering compareParts(const Part& left, const Part& right) {
     return left.text <=> right.text;
 }
 
-/// `missing` stands where the shorter list has no part.
+/// `missing` replaces the parts that the shorter list does not have.
 std::weak_ordering compareLists(const std::vector<Part>& left, const std::vector<Part>& right, const Part& missing) {
     for (std::size_t at = 0; at < std::max(left.size(), right.size()); ++at) {
         const auto order =
@@ -119,7 +119,7 @@ std::weak_ordering compareLists(const std::vector<Part>& left, const std::vector
     return std::weak_ordering::equivalent;
 }
 
-/// The same processor has two names.
+/// The same processor architecture has two names.
 std::string_view commonName(std::string_view hardware) {
     return hardware == "aarch64" ? "arm64" : hardware;
 }
@@ -174,7 +174,7 @@ std::optional<std::vector<AppcastItem>> decodedItems(std::string_view bytes) {
 std::weak_ordering compareVersions(std::string_view left, std::string_view right) {
     const Version leftVersion = parsed(left);
     const Version rightVersion = parsed(right);
-    // No digits at all: above every word, and not above a zero.
+    // A number without digits: greater than every word, and not greater than zero.
     const Part nothing{true, {}};
     const auto release = compareLists(leftVersion.release, rightVersion.release, nothing);
     return release != std::weak_ordering::equivalent ? release

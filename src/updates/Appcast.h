@@ -10,16 +10,16 @@
 
 namespace stowpocket {
 
-/// What a list of releases says about one version. Empty where it says nothing.
+/// One version in a list of releases. Fields that the list does not have are empty.
 struct AppcastItem {
     std::string version;
     /// The version as users read it.
     std::string displayVersion;
     std::string minimumSystemVersion;
     std::string operatingSystem;
-    /// Processors that it needs, separated by commas.
+    /// The required processors, separated by commas.
     std::string hardware;
-    /// A version in a channel is for those who asked for that channel.
+    /// A version in a channel is only for users of that channel.
     std::string channel;
     /// A page about the version, for people.
     std::string pageURL;
@@ -35,11 +35,11 @@ struct AppcastItem {
     friend bool operator==(const AppcastItem&, const AppcastItem&) = default;
 };
 
-/// Items of a list of releases on their way from the process that reads the list: each field ended by NUL. NUL
-/// inside a field cannot come from such a list and is left out.
+/// Encodes items for the transfer from the process that reads the list, each field terminated by NUL. NUL inside a
+/// field is dropped; it cannot occur in such a list.
 [[nodiscard]] std::string encodedItems(const std::vector<AppcastItem>& items);
 
-/// None when `bytes` were not written by `encodedItems`.
+/// None if `bytes` were not written by `encodedItems`.
 [[nodiscard]] std::optional<std::vector<AppcastItem>> decodedItems(std::string_view bytes);
 
 /// Orders versions as their makers mean them: numbers by value, so 1.10 follows 1.9; missing parts are zero, so 1.0
@@ -56,8 +56,8 @@ struct UpdateSystem {
     std::string hardware;
 };
 
-/// The newest version of `items` that is for everybody, runs on this machine and is newer than `runningVersion`; null
-/// when there is none. A version that names no system is for another one than this. `skippedVersion` is passed over.
+/// The newest version among `items` that is in no channel, runs on this machine and is newer than `runningVersion`;
+/// null if there is none. A version without an operating system is not for this one. `skippedVersion` is ignored.
 [[nodiscard]] const AppcastItem* selectUpdate(const std::vector<AppcastItem>& items, const UpdateSystem& system,
                                               const std::string& runningVersion, const std::string& skippedVersion);
 

@@ -11,9 +11,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto timeBetweenChecks = 24h;
-/// How often is looked whether a check is due. A single timer of a day would stand still while the machine sleeps.
+/// How often to see whether a check is due. A single timer of a day would stop while the machine sleeps.
 constexpr auto timeBetweenLooks = 1h;
-/// After the start of the session there are better uses for the network, and a program that has run so long works.
+/// At the start of a session the network has better uses, and a program that has run this long works.
 constexpr auto timeToFirstLook = 1min;
 
 std::string infoOf(const MainBundle& bundle, std::string_view key) {
@@ -47,7 +47,7 @@ void AppcastUpdater::setState(UpdateState state) {
     status_.state = state;
     if (isShown_)
         services_.window.show(status_);
-    // A second wish to check would find nothing new to do; in every other state it brings up the window.
+    // A second request during a check has no effect; in every other state it brings up the window.
     const bool can = !infoOf(services_.core.bundle, infoKey::feedURL).empty() && !status_.runningVersion.empty() &&
                      !(isShown_ && state == UpdateState::checking);
     if (can != canCheck_) {
@@ -56,7 +56,7 @@ void AppcastUpdater::setState(UpdateState state) {
     }
 }
 
-/// Shows what has gone on unseen so far.
+/// Shows the progress that was hidden so far.
 void AppcastUpdater::present() {
     isShown_ = true;
     setState(status_.state);
@@ -87,7 +87,7 @@ void AppcastUpdater::scheduleChecks() {
     looks_ = services_.core.dispatch.every(timeBetweenLooks, [this] { lookByItself(); });
 }
 
-/// The file of the version before is kept until this one has run for a while: were it broken, it would be needed.
+/// The file of the previous version is kept until this one has run for a while, in case this one is broken.
 void AppcastUpdater::forgetReplacedVersion() {
     const std::string installed = services_.core.preferences.string(installedVersionKey);
     if (installed.empty())
@@ -109,7 +109,7 @@ bool AppcastUpdater::isCheckDue() const {
     const std::optional<PropertyValue> last = services_.core.preferences.value(lastCheckTimeKey);
     const std::optional<Date> time = last ? last->date() : std::nullopt;
     const Date now = services_.core.clock.now();
-    // A time to come was stored while the clock was wrong.
+    // A time in the future was stored while the clock was wrong.
     return !time || *time > now || now - *time >= timeBetweenChecks;
 }
 
@@ -140,7 +140,7 @@ void AppcastUpdater::check() {
 
 void AppcastUpdater::listArrived(const std::vector<AppcastItem>& items) {
     services_.core.preferences.setValue(lastCheckTimeKey, services_.core.clock.now());
-    // Who asks for updates changes their mind about the version they did not want.
+    // A user who checks for updates sees a skipped version again.
     const std::string skipped = isShown_ ? std::string() : services_.core.preferences.string(skippedVersionKey);
     const AppcastItem* const item = selectUpdate(items, services_.system, status_.runningVersion, skipped);
     if (item == nullptr)

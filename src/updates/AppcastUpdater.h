@@ -15,8 +15,8 @@ namespace stowpocket {
 
 class ScheduledWork;
 
-/// Preferences: when the list of releases was read last, the version that the user does not want, the version that
-/// was put in place of an older one whose file is still there, and whether the program may look by itself.
+/// Preferences: when the list of releases was last read, the version that the user has skipped, the installed version
+/// whose predecessor's file still exists, and whether the program checks by itself.
 inline constexpr std::string_view lastCheckTimeKey = "SULastCheckTime";
 inline constexpr std::string_view skippedVersionKey = "SUSkippedVersion";
 inline constexpr std::string_view installedVersionKey = "SUInstalledVersion";
@@ -28,16 +28,16 @@ struct AppcastUpdaterServices {
     UpdateTransport& transport;
     UpdateWindow& window;
     UpdateSystem system;
-    /// Whether the program's file is its own to replace, and not a package manager's.
+    /// Whether the program may replace its own file, which no package manager owns.
     bool ownsItsFile = false;
     std::function<void(const std::string& url)> openPage;
-    /// Ends the program and starts the one that was put in its place.
+    /// Ends the program and starts the one that has replaced it.
     std::function<void()> restart;
 };
 
-/// The update framework where the system has none: reads a list of releases, once a day or when the user asks,
-/// offers the newest one that suits, fetches it and has it installed. Nothing is installed before the user has said
-/// so, and what the user has not asked for fails in silence. Main thread only.
+/// The update framework for systems that have none. Reads a list of releases once a day and at the user's request,
+/// offers the newest suitable one, downloads and installs it. Nothing is installed without the user's consent, and
+/// failures of automatic checks are silent. Main thread only.
 class AppcastUpdater : public UpdateFramework {
 public:
     explicit AppcastUpdater(AppcastUpdaterServices services);
@@ -71,7 +71,7 @@ private:
 
     const AppcastUpdaterServices services_;
     bool isFetchedUnasked_ = true;
-    /// Whether the user sees what goes on.
+    /// Whether the window shows the progress.
     bool isShown_ = false;
     bool isInstallAsked_ = false;
     UpdateStatus status_;

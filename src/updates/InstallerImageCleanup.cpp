@@ -35,7 +35,7 @@ bool isInApplicationsFolder(const FileURL& bundle, const std::optional<FileURL>&
     return path.starts_with("/Applications") || (home && path.starts_with(home->appending("Applications").path()));
 }
 
-/// Where `image` is mounted with a file of that name in it; null when nowhere.
+/// The mount point of `image` that contains a file with that name; null if there is none.
 const std::string* mountPointWith(const std::string& bundleName, const PropertyValue& image, FileManager& files) {
     const PropertyValue::Array* const entities = arrayUnder(image, "system-entities");
     if (entities == nullptr)

@@ -25,12 +25,12 @@ struct InstallerImageServices {
     std::string imageTool = "/usr/bin/hdiutil";
 };
 
-/// Puts away the disk image that the program was installed from: a while after the start, unmounts the first mounted
-/// image that holds a copy of this bundle and moves it to the Trash. Only a copy that runs from an Applications
-/// folder does so. Silent, whatever fails. Main thread; the work is done in the background.
+/// Cleans up the disk image that the program was installed from: some time after the launch, unmounts the first
+/// mounted image that contains a copy of this bundle and moves it to the Trash. Only for a program that runs from an
+/// Applications folder. Failures are silent. Main thread; the work runs in the background.
 class InstallerImageCleanup {
 public:
-    /// `home` is the user's home folder, none where there is none.
+    /// `home` is the user's home folder, if there is one.
     InstallerImageCleanup(const InstallerImageServices& services, const FileURL& bundle,
                           const std::optional<FileURL>& home);
     ~InstallerImageCleanup();

@@ -23,10 +23,10 @@ enum class UpdateState {
     failed,
 };
 
-/// What the user answers in the window of updates.
+/// The user's choices in the window of updates.
 enum class UpdateChoice { install, openPage, skip, later, cancel };
 
-/// Where an update stands, for its window.
+/// The state of an update, as its window shows it.
 struct UpdateStatus {
     UpdateState state = UpdateState::idle;
     std::string programName = {};
@@ -34,7 +34,7 @@ struct UpdateStatus {
     AppcastItem item = {};
     std::int64_t received = 0;
     std::optional<UpdateFailure> failure = {};
-    /// Whether the program can put a new version in its own place.
+    /// Whether the program can replace itself with a new version.
     bool canInstall = false;
 };
 
@@ -42,13 +42,13 @@ struct UpdateStatus {
 class UpdateWindow {
 public:
     virtual ~UpdateWindow() = default;
-    /// Shows `status`. A window that was not there before leaves the keyboard to the one that has it: a key that was
-    /// meant for that one must not answer.
+    /// Shows `status`. A window that appears does not take the keyboard focus: a key press meant for another window
+    /// must not choose anything.
     virtual void show(const UpdateStatus& status) = 0;
-    /// Gives the window the keyboard, because the user asked for it.
+    /// Gives the window the keyboard focus, at the request of the user.
     virtual void bringToFront() = 0;
     virtual void close() = 0;
-    /// Emitted with the user's answer; closing the window is one too.
+    /// Emitted with the user's choice; closing the window is one too.
     [[nodiscard]] virtual Signal<UpdateChoice>& chosen() = 0;
 };
 

@@ -12,7 +12,7 @@
 
 namespace stowpocket {
 
-/// Why a step of an update came to nothing. Whatever it is, the program is as it was before.
+/// Why a step of an update failed. The program is unchanged in every case.
 enum class UpdateFailure {
     unreachable,        ///< no connection, or one that broke off
     unreadableList,     ///< the list of releases is none
@@ -26,8 +26,8 @@ enum class UpdateFailure {
     other,
 };
 
-/// Does the work of an update: what touches the network, and bytes that others wrote. One job at a time; each call
-/// returns at once and its completion runs later, once, unless the job is cancelled before. Main thread.
+/// Does the work of an update: network access and the handling of untrusted bytes. One job at a time. Each call
+/// returns at once, and its completion runs once, later, unless the job is cancelled first. Main thread.
 class UpdateTransport {
 public:
     using ListDone = std::function<void(std::variant<std::vector<AppcastItem>, UpdateFailure>)>;
@@ -36,20 +36,20 @@ public:
     using Progress = std::function<void(std::int64_t received)>;
 
     virtual ~UpdateTransport() = default;
-    /// Reads the list of releases at `url`, which counts only when it is signed with `publicKey`. Without a key any
-    /// list does, for a program that only tells of new versions.
+    /// Reads the list of releases at `url`, which has to be signed with `publicKey`. If the key is empty, an unsigned
+    /// list is accepted: such a program only announces new versions.
     virtual void readList(const std::string& url, const std::string& publicKey, ListDone done) = 0;
-    /// Reads a page as plain text; empty when there is none.
+    /// Reads a page as plain text; empty if there is none.
     virtual void readNotes(const std::string& url, TextDone done) = 0;
-    /// Fetches the file of `item` and keeps it when its length and signature are right. What was fetched before is
-    /// not fetched again.
+    /// Downloads the file of `item` and keeps it if its length and signature are right. A file that is already there
+    /// is not downloaded again.
     virtual void download(const AppcastItem& item, const std::string& publicKey, Progress progress, Done done) = 0;
-    /// Puts the fetched file in the place of this program, whose own file is kept until `removeReplaced`.
+    /// Replaces this program with the downloaded file. The old file is kept until `removeReplaced`.
     virtual void install(const AppcastItem& item, const std::string& publicKey, Done done) = 0;
-    /// Ends the job under way without its completion.
+    /// Ends the current job without calling its completion.
     virtual void cancel() = 0;
 
-    /// Forgets what was fetched, whole or in part.
+    /// Removes the downloaded file, complete or not.
     virtual void discardDownload() = 0;
     /// Removes the file of the version that was replaced.
     virtual void removeReplaced() = 0;

@@ -16,7 +16,7 @@ class FeedSession;
 class UpdateFramework;
 struct FeedResponse;
 
-/// Boolean preference: versions found by the program itself are fetched without asking.
+/// Boolean preference: versions found by automatic checks are downloaded without asking.
 inline constexpr std::string_view automaticallyUpdateKey = "SUAutomaticallyUpdate";
 
 /// What updates are built on; all of it outlives the process's main loop.
@@ -28,9 +28,9 @@ struct UpdaterServices {
     std::function<std::unique_ptr<UpdateFramework>()> startUpdateFramework;
 };
 
-/// Updates as the rest of the program sees them. A check that the user asks for looks at the feed first: only one
-/// that lists a version at all is handed to the update framework; every other end of it, errors included, says that
-/// the program is up to date. Main thread only.
+/// Updates as the rest of the program sees them. A check requested by the user reads the feed first. Only if it lists
+/// a version is the update framework started; in every other case, errors included, an alert says that the program is
+/// up to date. Main thread only.
 class UpdaterController : public std::enable_shared_from_this<UpdaterController> {
 public:
     [[nodiscard]] static std::shared_ptr<UpdaterController> make(const UpdaterServices& services);
@@ -39,12 +39,12 @@ public:
     /// Whether the update framework is ready for a check.
     [[nodiscard]] bool canCheckForUpdates() const { return canCheckForUpdates_; }
     [[nodiscard]] bool automaticallyDownloadsUpdates() const { return automaticallyDownloadsUpdates_; }
-    /// Every call tells the framework and stores the choice, also one that changes nothing.
+    /// Every call informs the framework and stores the choice, even if nothing changes.
     void setAutomaticallyDownloadsUpdates(bool automatically);
     /// Emitted when one of the two above has changed.
     [[nodiscard]] Signal<>& changed() { return changed_; }
 
-    /// The check that the user asks for.
+    /// A check requested by the user.
     void checkForUpdates();
 
 private:
