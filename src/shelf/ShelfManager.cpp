@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <atomic>
 #include <numeric>
-#include <ranges>
 #include <unordered_set>
 
 namespace stowpocket {
@@ -287,8 +286,8 @@ void ShelfManager::applySearch(const std::vector<SearchAnswer>& answers) {
     requestThumbnails();
     if (removed.indexes.empty())
         return;
-    for (const std::size_t index : removed.indexes | std::views::reverse)
-        items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index));
+    std::for_each(removed.indexes.rbegin(), removed.indexes.rend(),
+                  [this](std::size_t index) { items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index)); });
     itemsChanged.emit(removed);
     services_.core.notifications.post(itemsChangedNotification);
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/drags/X11IncomingDrops.h"
 
-#include "intake/UriList.h"
+#include "intake/FileLists.h"
 #include "platform/linux/drags/DirectSaves.h"
 #include "platform/linux/files/DurableFile.h"
 #include "services/MainBundle.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "presentation/StatusItemLayout.h"
+#include "presentation/Layout.h"
 #include "services/StatusItem.h"
 
 #include <QColor>
