@@ -30,7 +30,7 @@ void LaunchAtLogin::sync() {
         preferences_.setValue(preferenceKey::launchAtLogin, registered);
 }
 
-void LaunchAtLogin::wishChanged(bool wanted) {
+void LaunchAtLogin::settingChanged(bool wanted) {
     if (!apply(wanted))
         adoptActualState();
 }

@@ -40,7 +40,7 @@ public:
     /// Applies the stored setting; called at launch.
     void sync();
     /// Applies the setting after the user has changed it, and reverts it if that fails.
-    void wishChanged(bool wanted);
+    void settingChanged(bool wanted);
     /// Sets the setting to the actual state.
     void adoptActualState();
 

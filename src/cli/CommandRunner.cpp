@@ -71,9 +71,9 @@ bool requestInParts(std::span<const Element> all, std::span<const Named> named, 
     return true;
 }
 
-CommandResult runAdd(const Command& command, const CommandSurroundings& surroundings, RunningShelf& shelf) {
+CommandResult runAdd(const Command& command, const CommandEnvironment& environment, RunningShelf& shelf) {
     CommandResult result;
-    const std::vector<FileURL> files = filesToAdd(command, surroundings, result);
+    const std::vector<FileURL> files = filesToAdd(command, environment, result);
     if (files.empty() && command.verb == Verb::add)
         return result;
     if (!shelf.reach(StartProgram::ifNeeded))
@@ -85,7 +85,7 @@ CommandResult runAdd(const Command& command, const CommandSurroundings& surround
     return result;
 }
 
-CommandResult runRemove(const Command& command, const CommandSurroundings& surroundings, RunningShelf& shelf) {
+CommandResult runRemove(const Command& command, const CommandEnvironment& environment, RunningShelf& shelf) {
     CommandResult result;
     std::vector<std::string> names;
     std::vector<std::string> operands;
@@ -93,8 +93,8 @@ CommandResult runRemove(const Command& command, const CommandSurroundings& surro
         std::optional<std::string> name;
         if (UUID::parse(operand))
             name = operand;
-        else if (const auto file = fileOfArgument(operand, surroundings.workingDirectory, surroundings.localHost,
-                                                  surroundings.linkTarget))
+        else if (const auto file = fileOfArgument(operand, environment.workingDirectory, environment.localHost,
+                                                  environment.linkTarget))
             name = file->string();
         if (!name) {
             refuse(result, operand, "not a file of this machine");
@@ -131,15 +131,15 @@ CommandResult runAction(ShelfAction action, StartProgram start, RunningShelf& sh
 
 }  // namespace
 
-std::vector<FileURL> filesToAdd(const Command& command, const CommandSurroundings& surroundings,
+std::vector<FileURL> filesToAdd(const Command& command, const CommandEnvironment& environment,
                                 CommandResult& result) {
     std::vector<FileURL> files;
     for (const std::string& operand : command.operands) {
         std::optional<FileURL> file =
-            fileOfArgument(operand, surroundings.workingDirectory, surroundings.localHost, surroundings.linkTarget);
+            fileOfArgument(operand, environment.workingDirectory, environment.localHost, environment.linkTarget);
         if (!file)
             refuse(result, operand, "not a file of this machine");
-        else if (!surroundings.fileExists(*file))
+        else if (!environment.fileExists(*file))
             refuse(result, operand, "no such file, or it may not be looked at");
         else
             files.push_back(std::move(*file));
@@ -152,15 +152,15 @@ CommandResult usageErrorResult(const std::string& message) {
             .err = "stowpocket: " + message + "\nTry 'stowpocket --help' for more information.\n"};
 }
 
-CommandResult runCommand(const Command& command, const CommandSurroundings& surroundings, RunningShelf& shelf) {
+CommandResult runCommand(const Command& command, const CommandEnvironment& environment, RunningShelf& shelf) {
     switch (command.verb) {
     case Verb::open:
     case Verb::add:
-        return runAdd(command, surroundings, shelf);
+        return runAdd(command, environment, shelf);
     case Verb::list:
         return runList(command, shelf);
     case Verb::remove:
-        return runRemove(command, surroundings, shelf);
+        return runRemove(command, environment, shelf);
     case Verb::clear:
         return runAction(ShelfAction::clear, StartProgram::never, shelf);
     case Verb::show:
@@ -172,7 +172,7 @@ CommandResult runCommand(const Command& command, const CommandSurroundings& surr
     case Verb::help:
         return {.out = std::string(helpText())};
     case Verb::version:
-        return {.out = "stowpocket " + surroundings.version + '\n'};
+        return {.out = "stowpocket " + environment.version + '\n'};
     }
     return {};
 }

@@ -12,7 +12,7 @@ namespace stowpocket {
 class RunningShelf;
 
 /// Where a command was entered, which its arguments may refer to.
-struct CommandSurroundings {
+struct CommandEnvironment {
     /// Absolute; empty when the folder is gone.
     std::string workingDirectory;
     /// This machine's name.
@@ -31,14 +31,14 @@ struct CommandResult {
 };
 
 /// Runs one command. Accesses files only to check that those to be added exist.
-[[nodiscard]] CommandResult runCommand(const Command& command, const CommandSurroundings& surroundings,
+[[nodiscard]] CommandResult runCommand(const Command& command, const CommandEnvironment& environment,
                                        RunningShelf& shelf);
 
 /// The result for invalid arguments.
 [[nodiscard]] CommandResult usageErrorResult(const std::string& message);
 
 /// The existing files that the operands of `open` and `add` name. Each other operand adds a line to `result`.
-[[nodiscard]] std::vector<FileURL> filesToAdd(const Command& command, const CommandSurroundings& surroundings,
+[[nodiscard]] std::vector<FileURL> filesToAdd(const Command& command, const CommandEnvironment& environment,
                                               CommandResult& result);
 
 }  // namespace stowpocket

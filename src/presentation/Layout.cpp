@@ -85,14 +85,14 @@ GridLayout AdaptiveGrid::layout(double width, double tileWidth, std::span<const 
     return layout;
 }
 
-Size statusItemWish(const StatusItemMeasure& measure, BarDirection bar) {
+Size preferredStatusItemSize(const StatusItemMeasure& measure, BarDirection bar) {
     const double titleWidth = bar == BarDirection::vertical ? 0 : measure.titleWidth;
     return {measure.symbolSize + titleWidth + 2 * sidePadding, naturalHeight};
 }
 
 StatusItemLayout layOutStatusItem(const StatusItemMeasure& measure, const Size& granted) {
     const double byHeight = scaleFor(granted.height);
-    const double byWidth = granted.width / statusItemWish(measure).width;
+    const double byWidth = granted.width / preferredStatusItemSize(measure).width;
     // A narrower item would have to shrink the symbol to make room beside it.
     const bool isWideEnough = byWidth >= std::min(byHeight, 1.0);
     if (!isWideEnough && measure.titleWidth > 0)

@@ -57,7 +57,8 @@ enum class BarDirection { horizontal, vertical };
 
 /// The size that the item requests from the bar. In a vertical bar this is a square, since such bars shrink wider
 /// items.
-[[nodiscard]] Size statusItemWish(const StatusItemMeasure& measure, BarDirection bar = BarDirection::horizontal);
+[[nodiscard]] Size preferredStatusItemSize(const StatusItemMeasure& measure,
+                                           BarDirection bar = BarDirection::horizontal);
 
 /// Lays out the icon in the size that the bar has granted, which may be any.
 [[nodiscard]] StatusItemLayout layOutStatusItem(const StatusItemMeasure& measure, const Size& granted);

@@ -61,23 +61,23 @@ std::vector<std::size_t> indexRange(std::size_t first, std::size_t end) {
 
 /// One check of all files. The thread that checks ends it by itself if nothing has changed, so that an idle shelf
 /// does not wake the main thread.
-class ShelfManager::Look {
+class ShelfManager::AvailabilityCheck {
 public:
     /// False if the check is over.
-    bool askForAnother() {
-        State now = State::looking;
-        return state_.compare_exchange_strong(now, State::anotherAskedFor) || now == State::anotherAskedFor;
+    bool requestAnother() {
+        State now = State::checking;
+        return state_.compare_exchange_strong(now, State::anotherRequested) || now == State::anotherRequested;
     }
-    [[nodiscard]] bool isAnotherAskedFor() const { return state_ == State::anotherAskedFor; }
+    [[nodiscard]] bool isAnotherRequested() const { return state_ == State::anotherRequested; }
     /// False if another check has been requested meanwhile.
     bool end() {
-        State now = State::looking;
+        State now = State::checking;
         return state_.compare_exchange_strong(now, State::over);
     }
 
 private:
-    enum class State { looking, anotherAskedFor, over };
-    std::atomic<State> state_ = State::looking;
+    enum class State { checking, anotherRequested, over };
+    std::atomic<State> state_ = State::checking;
 };
 
 /// Where the file of one item is now, if anywhere.
@@ -295,9 +295,9 @@ void ShelfManager::applySearch(const std::vector<SearchAnswer>& answers) {
 void ShelfManager::refreshAvailability() {
     if (items_.empty())
         return;  // nothing to look for wakes nobody
-    if (look_ && look_->askForAnother())
+    if (availabilityCheck_ && availabilityCheck_->requestAnother())
         return;
-    look_ = std::make_shared<Look>();
+    availabilityCheck_ = std::make_shared<AvailabilityCheck>();
     struct Question {
         UUID id;
         FileURL url;
@@ -308,20 +308,20 @@ void ShelfManager::refreshAvailability() {
     for (const ShelfItem& item : items_)
         questions.push_back({item.id, item.fileURL, item.isAvailable});
 
-    services_.core.dispatch.background(
-        [weak = weak_from_this(), services = services_, look = look_, questions = std::move(questions)] {
-            std::vector<std::pair<UUID, bool>> changed;
-            for (const Question& question : questions) {
-                if (services.core.files.fileExists(question.url) != question.isAvailable)
-                    changed.emplace_back(question.id, !question.isAvailable);
-            }
-            if (changed.empty() && look->end())
-                return;
-            services.core.dispatch.async([weak, changed = std::move(changed)] {
-                if (const auto self = weak.lock())
-                    self->applyAvailability(changed);
-            });
+    services_.core.dispatch.background([weak = weak_from_this(), services = services_, check = availabilityCheck_,
+                                        questions = std::move(questions)] {
+        std::vector<std::pair<UUID, bool>> changed;
+        for (const Question& question : questions) {
+            if (services.core.files.fileExists(question.url) != question.isAvailable)
+                changed.emplace_back(question.id, !question.isAvailable);
+        }
+        if (changed.empty() && check->end())
+            return;
+        services.core.dispatch.async([weak, changed = std::move(changed)] {
+            if (const auto self = weak.lock())
+                self->applyAvailability(changed);
         });
+    });
 }
 
 void ShelfManager::applyAvailability(const std::vector<std::pair<UUID, bool>>& changed) {
@@ -333,13 +333,13 @@ void ShelfManager::applyAvailability(const std::vector<std::pair<UUID, bool>>& c
         item->isAvailable = isAvailable;
         change.indexes.push_back(static_cast<std::size_t>(item - items_.begin()));
     }
-    const bool isAnotherAskedFor = look_->isAnotherAskedFor();
-    look_.reset();
+    const bool isAnotherRequested = availabilityCheck_->isAnotherRequested();
+    availabilityCheck_.reset();
     if (!change.indexes.empty()) {
         save();
         itemsChanged.emit(change);
     }
-    if (isAnotherAskedFor)
+    if (isAnotherRequested)
         refreshAvailability();
 }
 

@@ -100,7 +100,7 @@ public:
     Signal<const UUID&> thumbnailChanged;
 
 private:
-    class Look;
+    class AvailabilityCheck;
     struct SearchAnswer;
 
     explicit ShelfManager(const ShelfServices& services) : services_(services) {}
@@ -137,7 +137,7 @@ private:
     std::set<FileURL> accessedResourceURLs_;
     std::set<UUID> thumbnailsOnTheirWay_;
     /// Null while no check is running.
-    std::shared_ptr<Look> look_;
+    std::shared_ptr<AvailabilityCheck> availabilityCheck_;
 };
 
 }  // namespace stowpocket

@@ -12,9 +12,9 @@ using namespace std::chrono_literals;
 
 constexpr auto timeBetweenChecks = 24h;
 /// How often to see whether a check is due. A single timer of a day would stop while the machine sleeps.
-constexpr auto timeBetweenLooks = 1h;
+constexpr auto timeBetweenDueChecks = 1h;
 /// At the start of a session the network has better uses, and a program that has run this long works.
-constexpr auto timeToFirstLook = 1min;
+constexpr auto timeToFirstCheck = 1min;
 
 std::string infoOf(const MainBundle& bundle, std::string_view key) {
     const std::string* const text = bundle.infoString(key);
@@ -57,7 +57,7 @@ void AppcastUpdater::setState(UpdateState state) {
 }
 
 /// Shows the progress that was hidden so far.
-void AppcastUpdater::present() {
+void AppcastUpdater::showProgress() {
     isShown_ = true;
     setState(status_.state);
     services_.window.bringToFront();
@@ -80,11 +80,11 @@ void AppcastUpdater::fail(UpdateFailure failure) {
 void AppcastUpdater::scheduleChecks() {
     if (!canCheck_)
         return;
-    firstLook_ = services_.core.dispatch.after(timeToFirstLook, [this] {
+    firstCheck_ = services_.core.dispatch.after(timeToFirstCheck, [this] {
         forgetReplacedVersion();
-        lookByItself();
+        checkIfDue();
     });
-    looks_ = services_.core.dispatch.every(timeBetweenLooks, [this] { lookByItself(); });
+    dueChecks_ = services_.core.dispatch.every(timeBetweenDueChecks, [this] { checkIfDue(); });
 }
 
 /// The file of the previous version is kept until this one has run for a while, in case this one is broken.
@@ -97,7 +97,7 @@ void AppcastUpdater::forgetReplacedVersion() {
     services_.core.preferences.removeValue(installedVersionKey);
 }
 
-void AppcastUpdater::lookByItself() {
+void AppcastUpdater::checkIfDue() {
     if (status_.state == UpdateState::idle && isCheckDue())
         check();
 }
@@ -117,7 +117,7 @@ void AppcastUpdater::checkForUpdates() {
     if (!canCheck_)
         return;
     if (status_.state != UpdateState::idle)
-        return present();
+        return showProgress();
     isShown_ = true;
     check();
     services_.window.bringToFront();
@@ -146,7 +146,7 @@ void AppcastUpdater::listArrived(const std::vector<AppcastItem>& items) {
     if (item == nullptr)
         return isShown_ ? setState(UpdateState::upToDate) : finish();
     status_.item = *item;
-    if (!isShown_ && isFetchedUnasked_ && status_.canInstall)
+    if (!isShown_ && downloadsAutomatically_ && status_.canInstall)
         download();
     else
         offer();

@@ -45,19 +45,19 @@ public:
 
     [[nodiscard]] bool canCheckForUpdates() const override { return canCheck_; }
     [[nodiscard]] Signal<bool>& canCheckForUpdatesChanged() override { return canCheckChanged_; }
-    void setAutomaticallyDownloadsUpdates(bool automatically) override { isFetchedUnasked_ = automatically; }
+    void setAutomaticallyDownloadsUpdates(bool automatically) override { downloadsAutomatically_ = automatically; }
     void checkForUpdates() override;
 
     [[nodiscard]] const UpdateStatus& status() const { return status_; }
 
 private:
     void setState(UpdateState state);
-    void present();
+    void showProgress();
     void finish();
     void fail(UpdateFailure failure);
 
     void scheduleChecks();
-    void lookByItself();
+    void checkIfDue();
     [[nodiscard]] bool isCheckDue() const;
     void forgetReplacedVersion();
 
@@ -70,7 +70,7 @@ private:
     void choose(UpdateChoice choice);
 
     const AppcastUpdaterServices services_;
-    bool isFetchedUnasked_ = true;
+    bool downloadsAutomatically_ = true;
     /// Whether the window shows the progress.
     bool isShown_ = false;
     bool isInstallAsked_ = false;
@@ -78,8 +78,8 @@ private:
     bool canCheck_ = false;
     Signal<bool> canCheckChanged_;
     Subscription choices_;
-    std::unique_ptr<ScheduledWork> firstLook_;
-    std::unique_ptr<ScheduledWork> looks_;
+    std::unique_ptr<ScheduledWork> firstCheck_;
+    std::unique_ptr<ScheduledWork> dueChecks_;
 };
 
 }  // namespace stowpocket

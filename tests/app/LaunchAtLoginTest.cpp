@@ -45,12 +45,12 @@ TEST_F(LaunchAtLoginTest, aWishThatCannotBeGrantedIsTakenBack) {
     launchAtLogin.sync();
     EXPECT_TRUE(wish()) << "it cannot be turned off";
     storeWish(false);
-    launchAtLogin.wishChanged(false);
+    launchAtLogin.settingChanged(false);
     EXPECT_TRUE(wish());
 
     loginItem.current = Status::requiresApproval;
     storeWish(true);
-    launchAtLogin.wishChanged(true);
+    launchAtLogin.settingChanged(true);
     EXPECT_FALSE(wish());
     loginItem.current = Status::enabled;
     launchAtLogin.adoptActualState();

@@ -77,11 +77,11 @@ struct FakeRunningShelf : RunningShelf {
 class CommandRunnerTest : public testing::Test {
 protected:
     CommandResult run(Verb verb, std::vector<std::string> operands = {}) {
-        return runCommand({verb, false, std::move(operands)}, surroundings, shelf);
+        return runCommand({verb, false, std::move(operands)}, environment, shelf);
     }
 
     FakeRunningShelf shelf;
-    CommandSurroundings surroundings{
+    CommandEnvironment environment{
         .workingDirectory = "/home/u",
         .localHost = "desk",
         .version = "1.2",

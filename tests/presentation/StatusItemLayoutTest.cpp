@@ -21,9 +21,9 @@ void expectInside(const Rect& rect, const Size& room) {
 }
 
 TEST(StatusItemLayout, asksForTheRoomThatItThenUses) {
-    EXPECT_EQ(statusItemWish(empty), (Size{22, 22}));
+    EXPECT_EQ(preferredStatusItemSize(empty), (Size{22, 22}));
     for (const StatusItemMeasure& measure : {empty, counted, hundreds}) {
-        const Size wish = statusItemWish(measure);
+        const Size wish = preferredStatusItemSize(measure);
         const StatusItemLayout layout = layOutStatusItem(measure, wish);
         EXPECT_EQ(layout.scale, 1);
         EXPECT_EQ(layout.countPlace, measure.titleWidth > 0 ? CountPlace::beside : CountPlace::none);

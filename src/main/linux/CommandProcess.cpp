@@ -46,7 +46,7 @@ std::vector<std::string> argumentsOf(int argc, char** argv) {
     return argc < 1 ? std::vector<std::string>() : std::vector<std::string>(argv + 1, argv + argc);
 }
 
-CommandSurroundings commandSurroundings(std::string version) {
+CommandEnvironment commandEnvironment(std::string version) {
     std::error_code error;
     const fs::path workingDirectory = fs::current_path(error);
     return {.workingDirectory = error ? std::string() : workingDirectory.native(),
@@ -57,7 +57,7 @@ CommandSurroundings commandSurroundings(std::string version) {
 }
 
 bool fileIsThere(const std::string& argument) {
-    const CommandSurroundings here = commandSurroundings({});
+    const CommandEnvironment here = commandEnvironment({});
     const std::optional<FileURL> file =
         fileOfArgument(argument, here.workingDirectory, here.localHost, here.linkTarget);
     return file && here.fileExists(*file);
@@ -77,7 +77,7 @@ int runCommandOnBus(const Command& command, const std::string& version, const St
     const std::optional<std::string> preferences = LinuxPreferenceStore::defaultPath();
     BusRunningShelf shelf(QDBusConnection::sessionBus(), ownExecutable(), tokens,
                           preferences ? ProgramLock::pathBeside(*preferences) : std::string());
-    return finish(runCommand(command, commandSurroundings(version), shelf));
+    return finish(runCommand(command, commandEnvironment(version), shelf));
 }
 
 int refuseSecondProgram(const std::string& holder) {
@@ -101,7 +101,7 @@ void openFilesAtStart(const Command& command, const std::string& version, ShelfC
         return;
     CommandResult result;
     std::vector<std::string> urls;
-    for (const FileURL& file : filesToAdd(command, commandSurroundings(version), result))
+    for (const FileURL& file : filesToAdd(command, commandEnvironment(version), result))
         urls.push_back(file.string());
     static_cast<void>(finish(result));
     commands.add(urls, [](const std::vector<AddOutcome>&, const std::optional<std::string>&) {});

@@ -13,7 +13,7 @@ namespace stowpocket {
 [[nodiscard]] std::vector<std::string> argumentsOf(int argc, char** argv);
 
 /// This process as a command sees it.
-[[nodiscard]] CommandSurroundings commandSurroundings(std::string version);
+[[nodiscard]] CommandEnvironment commandEnvironment(std::string version);
 
 /// The tokens that the desktop left for this process. Asked before the application object is made, which takes some
 /// of them for itself.

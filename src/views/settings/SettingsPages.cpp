@@ -188,7 +188,7 @@ void GeneralPage::showEvent(QShowEvent* event) {
 void GeneralPage::setLaunchAtLogin(bool wanted) {
     const SettingsServices& services = dependencies_.services;
     services.core.preferences.setValue(preferenceKey::launchAtLogin, wanted);
-    LaunchAtLogin(services.loginItem, services.core.preferences).wishChanged(wanted);
+    LaunchAtLogin(services.loginItem, services.core.preferences).settingChanged(wanted);
 }
 
 void GeneralPage::confirmClear() {

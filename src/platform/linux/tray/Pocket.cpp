@@ -75,7 +75,7 @@ void PocketWindow::showContent() {
     StatusItemWindow::showContent();
     if (!covered_.isNull())
         return;
-    const Size wish = statusItemWish(measureContent(content()));
+    const Size wish = preferredStatusItemSize(measureContent(content()));
     setFixedSize(QSizeF(wish.width * contentScale + 2 * padding, wish.height * contentScale + 2 * padding).toSize());
 }
 

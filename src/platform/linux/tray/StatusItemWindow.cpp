@@ -136,7 +136,7 @@ BarDirection TrayWindow::barDirection() const {
 }
 
 QSize TrayWindow::wish() const {
-    const Size wish = statusItemWish(measureContent(content()), direction_);
+    const Size wish = preferredStatusItemSize(measureContent(content()), direction_);
     return {static_cast<int>(std::ceil(wish.width)), static_cast<int>(std::ceil(wish.height))};
 }
 
