@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/qt/QtWindow.h"
-#include "services/Views.h"
+#include "services/Windows.h"
 #include "views/settings/SettingsView.h"
 #include "views/shelf/ShelfContentView.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/controls/Motion.h"
 
-#include "presentation/AnimationCurve.h"
+#include "presentation/Movement.h"
 #include "views/controls/Theme.h"
 
 #include <QApplication>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/onboarding/OnboardingParts.h"
 
-#include "presentation/Polyline.h"
+#include "presentation/Onboarding.h"
 #include "views/controls/Compose.h"
 #include "views/controls/Drawing.h"
 #include "views/controls/Symbol.h"
@@ -194,7 +194,7 @@ OnboardingPointView::OnboardingPointView(std::string_view symbolName, const QStr
     setFixedSize(width, std::max(textHeight, Symbol::side(symbolPointSize)) + travel);
 }
 
-void OnboardingPointView::evaluate(const OnboardingPresentation::Point& shown) {
+void OnboardingPointView::evaluate(const OnboardingPresentation::Bullet& shown) {
     if (shown_.opacity == shown.opacity && shown_.offset == shown.offset)
         return;
     shown_ = shown;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "presentation/OnboardingPresentation.h"
+#include "presentation/Onboarding.h"
 #include "views/controls/Drawing.h"
 
 #include <QLabel>
@@ -70,7 +70,7 @@ public:
     static constexpr int travel = 8;
 
     OnboardingPointView(std::string_view symbolName, const QString& text, int width);
-    void evaluate(const OnboardingPresentation::Point& shown);
+    void evaluate(const OnboardingPresentation::Bullet& shown);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -78,7 +78,7 @@ protected:
 private:
     const std::string symbolName_;
     const QStringList lines_;
-    OnboardingPresentation::Point shown_;
+    OnboardingPresentation::Bullet shown_;
 };
 
 }  // namespace stowpocket

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "views/onboarding/OnboardingScreens.h"
 
+#include "presentation/Texts.h"
+
 #include <QPainter>
 #include <QPaintEvent>
 
@@ -109,8 +111,8 @@ void OnboardingWelcomeScreen::paintEvent(QPaintEvent* event) {
 OnboardingClosingScreen::OnboardingClosingScreen(std::function<void()> onComplete)
     : badge_(new OnboardingBadge),
       headline_(layer(text(QStringLiteral("You're all set."), {.pointSize = 24, .weight = FontWeight::bold}))),
-      subtext_(layer(text(QStringLiteral("Look for the tray icon in your menu bar."),
-                          {.pointSize = 15, .role = ColorRole::secondary}))),
+      subtext_(layer(
+          text(QString::fromUtf8(platformTexts.whereTheIconIs), {.pointSize = 15, .role = ColorRole::secondary}))),
       preview_(new PreviewPanel),
       startUsing_(new OnboardingButton(QStringLiteral("Start Using stowpocket"),
                                        {.textPointSize = 16, .symbolPointSize = 14}, std::move(onComplete))) {

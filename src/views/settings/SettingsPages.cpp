@@ -4,6 +4,7 @@
 #include "app/AppDelegate.h"
 #include "app/Settings.h"
 #include "presentation/SettingsPresentation.h"
+#include "presentation/Texts.h"
 #include "services/MainBundle.h"
 #include "updates/UpdaterController.h"
 #include "views/controls/Button.h"
@@ -145,11 +146,9 @@ QWidget* GeneralPage::shortcuts() {
     const int labelWidth = std::max(shelf->labelWidth(), quickDrop->labelWidth());
     shelf->setLabelWidth(labelWidth);
     quickDrop->setLabelWidth(labelWidth);
-    return formSection(
-        QStringLiteral("Keyboard Shortcuts"),
-        {recorderRow(shelf, QStringLiteral("Opens or closes the shelf popover from any app.")),
-         recorderRow(quickDrop, QStringLiteral("Adds the currently selected file in Finder to the shelf.")),
-         hotkeySourceRow_});
+    return formSection(QStringLiteral("Keyboard Shortcuts"),
+                       {recorderRow(shelf, QStringLiteral("Opens or closes the shelf popover from any app.")),
+                        recorderRow(quickDrop, QString::fromUtf8(platformTexts.quickDropCaption)), hotkeySourceRow_});
 }
 
 void GeneralPage::observe() {
@@ -218,8 +217,8 @@ AboutPage::AboutPage(const SettingsDependencies& dependencies)
         vstack(columnSpacing, centred(symbol("tray.and.arrow.down", {.pointSize = 48, .role = ColorRole::orange})),
                line(QStringLiteral("stowpocket"), {.pointSize = 20, .weight = FontWeight::bold}),
                line(QString::fromStdString(versionText(services.core.bundle)), plain),
-               line(QStringLiteral("A temporary drag-and-drop staging area for files in your menu bar."), plain),
-               shortDivider(), updateControls(services.core.bundle),
+               line(QString::fromUtf8(platformTexts.tagline), plain), shortDivider(),
+               updateControls(services.core.bundle),
                hstack(columnSpacing, Spacer{}, link("Website", productPage, services.openURL),
                       link("More from Larkfield", makerPage, services.openURL), Spacer{}),
                line(QStringLiteral("Questions? support@larkfield.example"), plain),
@@ -256,13 +255,12 @@ QWidget* utilitiesPage(const OpenURL& openURL) {
                          row(utilities[3], openURL), row(utilities[4], openURL)});
     auto* const all = new LinkButton(QStringLiteral("View All Larkfield"), "arrow.up.right.square",
                                      [openURL] { openURL(std::string(makerPage)); });
-    QWidget* const footer =
-        group(vstack(footerSpacing,
-                     hstack(0, Spacer{},
-                            text(QStringLiteral("Explore the full family of Mac menu bar utilities."),
-                                 {.pointSize = 11, .role = ColorRole::secondary}),
-                            Spacer{}),
-                     hstack(0, Spacer{}, all, Spacer{})));
+    QWidget* const footer = group(vstack(
+        footerSpacing,
+        hstack(0, Spacer{},
+               text(QString::fromUtf8(platformTexts.allUtilities), {.pointSize = 11, .role = ColorRole::secondary}),
+               Spacer{}),
+        hstack(0, Spacer{}, all, Spacer{})));
     return form({list, divider(), footer});
 }
 

@@ -2,7 +2,7 @@
 #include "views/shelf/ShelfGridView.h"
 
 #include "platform/qt/QtImages.h"
-#include "presentation/AdaptiveGrid.h"
+#include "presentation/Layout.h"
 #include "views/controls/AccessibleRole.h"
 
 #include <QAccessibleWidget>
@@ -195,7 +195,7 @@ void ShelfGridView::layOut() {
     heights.resize(std::max(tiles_.size(), viewModel_->shelfManager().items().size()), tiles_.back()->height());
     const GridLayout layout = grid.layout(width_, tiles_.front()->width(), heights);
     for (std::size_t index = 0; index < tiles_.size(); ++index) {
-        const GridLayout::Position& place = layout.positions[index];
+        const Point& place = layout.positions[index];
         tiles_[index]->move(static_cast<int>(std::lround(place.x)), static_cast<int>(std::lround(place.y)));
     }
     setFixedHeight(static_cast<int>(std::ceil(layout.height)));

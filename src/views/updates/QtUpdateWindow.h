@@ -2,7 +2,7 @@
 #pragma once
 
 #include "services/Windows.h"
-#include "updates/UpdateWindow.h"
+#include "updates/UpdateStatus.h"
 #include "views/updates/UpdateView.h"
 
 #include <memory>

@@ -2,6 +2,7 @@
 #include "linux/updates/LocalServer.h"
 #include "platform/linux/updates/AppcastReader.h"
 #include "platform/linux/updates/HttpGet.h"
+#include "platform/linux/updates/NotesText.h"
 #include "platform/linux/updates/UpdateHelper.h"
 #include "platform/linux/updates/UpdateHelperProtocol.h"
 #include "support/ComesTrue.h"
@@ -179,6 +180,20 @@ TEST(AppcastReader, refusesWhatIsNoWholeList) {
     EXPECT_FALSE(readAppcast("<!DOCTYPE rss [<!ENTITY e SYSTEM 'file:///etc/passwd'>]><rss>&e;</rss>"));
     EXPECT_FALSE(readAppcast("<html/>"));
     EXPECT_FALSE(readAppcast(""));
+}
+
+TEST(NotesText, keepsTheWordsOfHtmlAndNothingElse) {
+    using Case = std::pair<const char*, const char*>;
+    for (const auto& [html, text] :
+         {Case{"Faster.\nSmaller.\n\n\n\nBetter & < more", "Faster.\nSmaller.\n\nBetter & < more"},
+          {"<h2>New</h2>\n <ul>\n<li>One  &amp; <b>two</b>,<li>three</ul>", "New\n\n\u2022 One & two,\n\u2022 three"},
+          {"<p>a<br/>b</p><p>c</p>", "a\nb\n\nc"},
+          {"a<script>alert('</p>')</SCRIPT>b<style>x{}</style>c<!-- <p> -->d<img src=http://e/>", "abcd"},
+          {"<i>&#8217;&#x1F600;&nbsp;&#0;&bogus;&lt;b&gt;</i>", "\u2019\U0001F600 &#0;&bogus;<b>"},
+          {"<script>never ends", ""},
+          {"<unclosed", ""}})
+        EXPECT_EQ(plainNotes(html), text);
+    EXPECT_EQ(plainNotes(std::string(19'999, 'a') + "\u00e9\u00e9").size(), 19'999u) << "cut between characters";
 }
 
 }  // namespace
