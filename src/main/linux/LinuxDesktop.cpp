@@ -98,7 +98,7 @@ std::unique_ptr<HotkeyService> LinuxDesktop::makeHotkeyService() {
 }
 
 std::unique_ptr<HotkeyService> LinuxDesktop::makeKeyGrabs() {
-    auto grabs = std::make_unique<X11HotkeyService>(connection->raw(), core.dispatch);
+    auto grabs = std::make_unique<X11HotkeyService>(connection->raw());
     // A shortcut that is in force can be recorded for the other purpose too.
     grabs->setOwnWindows([this](const KeyEvent& event) { return eventMonitors.swallowsGrabbed(event); });
     return grabs;

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/X11HotkeyService.h"
-#include "platform/qt/QtDispatch.h"
 #include "support/DisplayHand.h"
 
 #include <QGuiApplication>
@@ -47,8 +46,7 @@ protected:
     }
 
     DisplayHand hand;
-    QtDispatch dispatch;
-    X11HotkeyService service{connectionOfQt(), dispatch};
+    X11HotkeyService service{connectionOfQt()};
     std::map<std::uint32_t, int> presses;
 };
 

@@ -2,18 +2,12 @@
 #include "platform/linux/hotkeys/X11HotkeyService.h"
 
 #include "platform/linux/input/KeyTables.h"
-#include "platform/linux/x11/X11Events.h"
-#include "services/Dispatch.h"
-
-#include <QCoreApplication>
 
 #include <algorithm>
 #include <array>
 
 namespace stowpocket {
 namespace {
-
-constexpr std::uint8_t sentEventBit = 0x80;
 
 /// Kinds of events of the XKEYBOARD extension, told apart in their second byte.
 constexpr std::uint8_t newKeyboardNotify = 0;
@@ -66,18 +60,11 @@ private:
     const std::list<Hotkey>::iterator mine_;
 };
 
-X11HotkeyService::X11HotkeyService(xcb_connection_t* connection, Dispatch& dispatch)
+X11HotkeyService::X11HotkeyService(xcb_connection_t* connection)
     : connection_(connection),
-      dispatch_(dispatch),
       grabs_(connection),
       characters_(connection),
-      keyboardExtensionEvent_(firstEventOf(connection, "XKEYBOARD")) {
-    QCoreApplication::instance()->installNativeEventFilter(this);
-}
-
-X11HotkeyService::~X11HotkeyService() {
-    QCoreApplication::instance()->removeNativeEventFilter(this);
-}
+      keyboardExtensionEvent_(firstEventOf(connection, "XKEYBOARD")) {}
 
 std::unique_ptr<HotkeyRegistration> X11HotkeyService::registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                                      HotkeyIdentifier identifier) {
@@ -104,20 +91,15 @@ bool X11HotkeyService::isGrabbed(const KeyCombination& combination) const {
                                [&](const Hotkey& each) { return each.grabbed && each.combination == combination; });
 }
 
-bool X11HotkeyService::nativeEventFilter(const QByteArray& kind, void* message, qintptr*) {
-    if (kind != "xcb_generic_event_t")
-        return false;
-    const auto* const event = static_cast<const xcb_generic_event_t*>(message);
-    const auto type = static_cast<std::uint8_t>(event->response_type & ~sentEventBit);
-    if (type == XCB_KEY_PRESS) {
-        keyPressed(*static_cast<const xcb_key_press_event_t*>(message));
-    } else if (type == XCB_KEY_RELEASE) {
-        const auto* const release = static_cast<const xcb_key_release_event_t*>(message);
+bool X11HotkeyService::handleEvent(const xcb_generic_event_t& event) {
+    const std::uint8_t type = typeOf(event);
+    if (const auto* const press = eventAs<xcb_key_press_event_t>(event))
+        keyPressed(*press);
+    else if (const auto* const release = eventAs<xcb_key_release_event_t>(event, XCB_KEY_RELEASE))
         held_.release(release->detail, release->time);
-    } else if (type == XCB_MAPPING_NOTIFY ||
-               (type == keyboardExtensionEvent_ && (event->pad0 == newKeyboardNotify || event->pad0 == mapNotify))) {
+    else if (type == XCB_MAPPING_NOTIFY ||
+             (type == keyboardExtensionEvent_ && (event.pad0 == newKeyboardNotify || event.pad0 == mapNotify)))
         scheduleMappingCheck();
-    }
     return false;  // Qt ignores keys of the root window but for their time
 }
 
@@ -135,10 +117,7 @@ void X11HotkeyService::keyPressed(const xcb_key_press_event_t& event) {
         return;
     KeyEvent keyEvent = keyEventOf(pressed->combination, (event.state & x11Modifier::lock) != 0);
     keyEvent.capitals = characters_(event.detail, event.state);
-    dispatch_.async([self = std::weak_ptr(self_), keyEvent = std::move(keyEvent), identifier = pressed->identifier] {
-        if (const auto service = self.lock())
-            (*service)->fire(keyEvent, identifier);
-    });
+    later([this, keyEvent = std::move(keyEvent), identifier = pressed->identifier] { fire(keyEvent, identifier); });
 }
 
 void X11HotkeyService::fire(const KeyEvent& event, HotkeyIdentifier identifier) {
@@ -153,10 +132,7 @@ void X11HotkeyService::scheduleMappingCheck() {
     if (mappingCheckScheduled_ || hotkeys_.empty())
         return;
     mappingCheckScheduled_ = true;
-    dispatch_.async([self = std::weak_ptr(self_)] {
-        if (const auto service = self.lock())
-            (*service)->checkMapping();
-    });
+    later([this] { checkMapping(); });
 }
 
 void X11HotkeyService::checkMapping() {

@@ -3,25 +3,19 @@
 
 #include "platform/linux/hotkeys/X11KeyGrabs.h"
 #include "platform/linux/input/KeyCharacters.h"
+#include "platform/linux/x11/X11Events.h"
 #include "services/Input.h"
-
-#include <QAbstractNativeEventFilter>
 
 #include <list>
 
 namespace stowpocket {
 
-class Dispatch;
-
 /// Hotkeys as key grabs on Qt's own connection, so that Qt knows the moment of the press and window managers let the
 /// handler take the focus. Keys are meant by their place on the keyboard, so no change of the layout moves them.
 /// Lives as long as the registrations.
-class X11HotkeyService : public HotkeyService, private QAbstractNativeEventFilter {
+class X11HotkeyService : public HotkeyService, private X11EventFilter {
 public:
-    X11HotkeyService(xcb_connection_t* connection, Dispatch& dispatch);
-    ~X11HotkeyService() override;
-    X11HotkeyService(const X11HotkeyService&) = delete;
-    X11HotkeyService& operator=(const X11HotkeyService&) = delete;
+    explicit X11HotkeyService(xcb_connection_t* connection);
 
     void installEventHandler(Handler handler) override { handler_ = std::move(handler); }
     /// Of two equal hotkeys the later one fires, like the later one of two monitors, until it goes.
@@ -40,7 +34,7 @@ private:
     };
     class Registration;
 
-    bool nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) override;
+    bool handleEvent(const xcb_generic_event_t& event) override;
     [[nodiscard]] bool isGrabbed(const KeyCombination& combination) const;
     void keyPressed(const xcb_key_press_event_t& event);
     void fire(const KeyEvent& event, HotkeyIdentifier identifier);
@@ -48,7 +42,6 @@ private:
     void checkMapping();
 
     xcb_connection_t* const connection_;
-    Dispatch& dispatch_;
     X11KeyGrabs grabs_;
     const X11KeyCharacters characters_;
     Handler handler_;
@@ -58,8 +51,6 @@ private:
     HeldHotkey held_;
     std::uint8_t keyboardExtensionEvent_ = 0;
     bool mappingCheckScheduled_ = false;
-    /// Posted work holds it weakly.
-    const std::shared_ptr<X11HotkeyService*> self_ = std::make_shared<X11HotkeyService*>(this);
 };
 
 }  // namespace stowpocket

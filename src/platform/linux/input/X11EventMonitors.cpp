@@ -104,7 +104,6 @@ X11ClickWatch::X11ClickWatch(xcb_connection_t* connection, AfterDrag afterDrag)
 }
 
 X11ClickWatch::~X11ClickWatch() {
-    QCoreApplication::instance()->removeNativeEventFilter(this);
     QObject::disconnect(deactivation_);
 }
 
@@ -122,54 +121,49 @@ std::uint32_t X11ClickWatch::heldButtons() const {
     return bit(XCB_BUTTON_MASK_1, 1) | bit(XCB_BUTTON_MASK_3, 2) | bit(XCB_BUTTON_MASK_2, 4);
 }
 
-void X11ClickWatch::follow() {
-    followServer();
+void X11ClickWatch::monitorsChanged() {
+    selectServerEvents();
     QObject::disconnect(deactivation_);
     if (monitors_.isEmpty() || !isWaylandSession())
         return;
     deactivation_ =
         QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, [this](Qt::ApplicationState state) {
             if (state == Qt::ApplicationInactive)
-                keyboardWent();
+                reportLostKeyboard();
         });
 }
 
 /// KWin activates what a drag rests on, and says no more when that is clicked afterwards.
-void X11ClickWatch::keyboardWent() {
+void X11ClickWatch::reportLostKeyboard() {
     const auto wasDragging = std::make_shared<bool>(false);
     afterDrag_([this, wasDragging] {
         if (*wasDragging)
             staleButtons_ = heldButtons();
         if (QGuiApplication::applicationState() == Qt::ApplicationInactive)
-            clicked();
+            reportClick();
     });
     *wasDragging = true;
 }
 
-void X11ClickWatch::followServer() {
+void X11ClickWatch::selectServerEvents() {
     struct {
         xcb_input_event_mask_t head{XCB_INPUT_DEVICE_ALL_MASTER, 1};
         std::uint32_t bits = 0;
     } mask;
     if (inputExtension_ == 0)
         return;
-    if (monitors_.isEmpty()) {
-        QCoreApplication::instance()->removeNativeEventFilter(this);
-    } else {
-        mask.bits = XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS;
-        QCoreApplication::instance()->installNativeEventFilter(this);
-    }
+    mask.bits = monitors_.isEmpty() ? 0 : XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS;
     xcb_input_xi_select_events(connection_, root_, 1, &mask.head);
     xcb_flush(connection_);
 }
 
-bool X11ClickWatch::nativeEventFilter(const QByteArray& kind, void* message, qintptr*) {
-    if (kind == "xcb_generic_event_t" && isOutsideClick(*static_cast<const xcb_generic_event_t*>(message)))
-        clicked();
+bool X11ClickWatch::handleEvent(const xcb_generic_event_t& event) {
+    if (isOutsideClick(event))
+        reportClick();
     return false;
 }
 
-void X11ClickWatch::clicked() const {
+void X11ClickWatch::reportClick() const {
     static_cast<void>(monitors_.anyOf([](const Handler& handler) {
         handler();
         return false;
@@ -177,11 +171,10 @@ void X11ClickWatch::clicked() const {
 }
 
 bool X11ClickWatch::isOutsideClick(const xcb_generic_event_t& event) const {
-    if ((event.response_type & 0x7F) != XCB_GE_GENERIC)
-        return false;
-    const auto& press = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);
-    return press.extension == inputExtension_ && press.event_type == XCB_INPUT_RAW_BUTTON_PRESS &&
-           (press.detail == leftButton || press.detail == rightButton) && !pointerIsOverOwnWindow();
+    const auto* const press = eventAs<xcb_input_raw_button_press_event_t>(event, XCB_GE_GENERIC);
+    return press != nullptr && press->extension == inputExtension_ &&
+           press->event_type == XCB_INPUT_RAW_BUTTON_PRESS &&
+           (press->detail == leftButton || press->detail == rightButton) && !pointerIsOverOwnWindow();
 }
 
 /// Raw events tell no place. Every window that this connection made has a number from the connection's own range.

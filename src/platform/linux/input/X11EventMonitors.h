@@ -2,9 +2,9 @@
 #pragma once
 
 #include "platform/linux/input/KeyCharacters.h"
+#include "platform/linux/x11/X11Events.h"
 #include "services/Input.h"
 
-#include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
 #include <QMetaObject>
 #include <QObject>
@@ -50,15 +50,13 @@ private:
 /// where the extension is missing there are no clicks. Of a click on a Wayland window the server learns nothing but
 /// that the keyboard goes elsewhere, so in a Wayland session that counts as one: at the end of the drag where
 /// one out of this program did it.
-class X11ClickWatch : private QAbstractNativeEventFilter {
+class X11ClickWatch : private X11EventFilter {
 public:
     using Handler = std::function<void()>;
     using AfterDrag = std::function<void(std::function<void()> work)>;
 
     X11ClickWatch(xcb_connection_t* connection, AfterDrag afterDrag);
     ~X11ClickWatch() override;
-    X11ClickWatch(const X11ClickWatch&) = delete;
-    X11ClickWatch& operator=(const X11ClickWatch&) = delete;
 
     [[nodiscard]] std::unique_ptr<EventMonitorToken> add(Handler handler) {
         return monitors_.add(std::move(handler));
@@ -68,13 +66,13 @@ public:
 
 private:
     [[nodiscard]] std::uint32_t heldButtons() const;
-    bool nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) override;
+    bool handleEvent(const xcb_generic_event_t& event) override;
     [[nodiscard]] bool isOutsideClick(const xcb_generic_event_t& event) const;
     [[nodiscard]] bool pointerIsOverOwnWindow() const;
-    void follow();
-    void followServer();
-    void clicked() const;
-    void keyboardWent();
+    void monitorsChanged();
+    void selectServerEvents();
+    void reportClick() const;
+    void reportLostKeyboard();
 
     xcb_connection_t* const connection_;
     const AfterDrag afterDrag_;
@@ -83,7 +81,7 @@ private:
     /// What the server still takes for held after a drag that ended over a Wayland window: it missed the release.
     std::uint32_t staleButtons_ = 0;
     QMetaObject::Connection deactivation_;
-    MonitorList<Handler> monitors_{[this] { follow(); }};
+    MonitorList<Handler> monitors_{[this] { monitorsChanged(); }};
 };
 
 /// Event monitors of the X11 desktop: Qt's events for this program's keys, the server's for clicks elsewhere.

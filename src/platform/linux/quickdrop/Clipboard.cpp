@@ -101,9 +101,8 @@ void ClipboardReader::watchOwner(bool isWatched) {
 }
 
 xcb_window_t ClipboardReader::newOwnerIn(const xcb_generic_event_t& event) const {
-    if (fixesEvent_ == 0 || typeOf(event) != fixesEvent_)
-        return XCB_WINDOW_NONE;
-    return reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event).owner;
+    const auto* const change = eventAs<xcb_xfixes_selection_notify_event_t>(event, fixesEvent_);
+    return change == nullptr ? static_cast<xcb_window_t>(XCB_WINDOW_NONE) : change->owner;
 }
 
 std::optional<std::vector<std::string>> ClipboardReader::targets(Deadline deadline) {
@@ -142,8 +141,8 @@ void ClipboardOwner::put(std::vector<ClipboardItem> items) {
 }
 
 void ClipboardOwner::handle(const xcb_generic_event_t& event) {
-    if (typeOf(event) == XCB_SELECTION_REQUEST)
-        answer(reinterpret_cast<const xcb_selection_request_event_t&>(event));
+    if (const auto* const request = eventAs<xcb_selection_request_event_t>(event))
+        answer(*request);
     else if (typeOf(event) == XCB_SELECTION_CLEAR)
         std::vector<ClipboardItem>().swap(items_);
 }
@@ -159,8 +158,7 @@ void ClipboardOwner::answer(const xcb_selection_request_event_t& request) {
     notify.target = request.target;
     notify.property =
         hand(request.requestor, property, request.target) ? property : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-    xcb_send_event(session_.raw(), 0, request.requestor, 0, reinterpret_cast<const char*>(&notify));
-    xcb_flush(session_.raw());
+    sendEvent(session_.raw(), request.requestor, XCB_EVENT_MASK_NO_EVENT, notify);
 }
 
 bool ClipboardOwner::hand(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t target) {

@@ -4,7 +4,6 @@
 #include "intake/FileLists.h"
 #include "platform/linux/quickdrop/CopyCommands.h"
 
-#include <QCoreApplication>
 #include <QString>
 #include <QSysInfo>
 
@@ -12,8 +11,6 @@
 
 namespace stowpocket {
 namespace {
-
-constexpr std::uint8_t sentEventBit = 0x80;
 
 constexpr std::size_t longestProtocolList = 1024;
 
@@ -41,23 +38,18 @@ XcbSession::Deadline in(milliseconds time) {
 }  // namespace
 
 X11ActiveWindow::X11ActiveWindow(const X11Connection& connection) : connection_(connection) {
-    QCoreApplication::instance()->installNativeEventFilter(this);
-    look();
+    readActiveWindow();
 }
 
-/// Only notes what happened: the server may not be asked anything while an event is being looked at.
-bool X11ActiveWindow::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
-    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
-    if ((event.response_type & ~sentEventBit) != XCB_PROPERTY_NOTIFY)
-        return false;
-    const auto& change = *static_cast<const xcb_property_notify_event_t*>(message);
-    if (change.window == connection_.root() && change.atom == connection_.atom(X11Atom::activeWindow))
-        QMetaObject::invokeMethod(
-            &context_, [this] { look(); }, Qt::QueuedConnection);
+bool X11ActiveWindow::handleEvent(const xcb_generic_event_t& event) {
+    const auto* const change = eventAs<xcb_property_notify_event_t>(event);
+    if (change != nullptr && change->window == connection_.root() &&
+        change->atom == connection_.atom(X11Atom::activeWindow))
+        later([this] { readActiveWindow(); });
     return false;
 }
 
-void X11ActiveWindow::look() {
+void X11ActiveWindow::readActiveWindow() {
     const std::vector<std::uint32_t> active = connection_.property(connection_.root(), X11Atom::activeWindow);
     if (!active.empty() && active.front() != x11None && !connection_.isOwn(active.front()))
         lastForeign_ = active.front();
@@ -83,17 +75,14 @@ void X11WindowPing::send() const {
     question.data.data32[0] = session_.atom("_NET_WM_PING");
     question.data.data32[1] = time_;
     question.data.data32[2] = window_;
-    xcb_send_event(session_.raw(), 0, window_, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&question));
-    xcb_flush(session_.raw());
+    sendEvent(session_.raw(), window_, XCB_EVENT_MASK_NO_EVENT, question);
 }
 
 bool X11WindowPing::isAnswer(const xcb_generic_event_t& event) {
-    if (!isPossible() || typeOf(event) != XCB_CLIENT_MESSAGE)
-        return false;
-    const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
-    return message.window == session_.root() && message.format == 32 &&
-           message.data.data32[0] == session_.atom("_NET_WM_PING") && message.data.data32[1] == time_ &&
-           message.data.data32[2] == window_;
+    const auto* const message = isPossible() ? eventAs<xcb_client_message_event_t>(event) : nullptr;
+    return message != nullptr && message->window == session_.root() && message->format == 32 &&
+           message->data.data32[0] == session_.atom("_NET_WM_PING") && message->data.data32[1] == time_ &&
+           message->data.data32[2] == window_;
 }
 
 void X11WindowPing::end() {
@@ -129,16 +118,15 @@ std::uint32_t X11QuickDropDesktop::activeWindow() {
 /// As a pager would, which window managers always obey. When they have is seen by looking: the events of the root
 /// window are taken for another purpose.
 bool X11QuickDropDesktop::activate(std::uint32_t window) {
-    xcb_client_message_event_t wish{};
-    wish.response_type = XCB_CLIENT_MESSAGE;
-    wish.format = 32;
-    wish.window = window;
-    wish.type = session_->atom("_NET_ACTIVE_WINDOW");
-    wish.data.data32[0] = fromPager;
-    wish.data.data32[1] = session_->serverTime();
-    xcb_send_event(session_->raw(), 0, session_->root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                   reinterpret_cast<const char*>(&wish));
+    xcb_client_message_event_t request{};
+    request.response_type = XCB_CLIENT_MESSAGE;
+    request.format = 32;
+    request.window = window;
+    request.type = session_->atom("_NET_ACTIVE_WINDOW");
+    request.data.data32[0] = fromPager;
+    request.data.data32[1] = session_->serverTime();
+    sendEvent(session_->raw(), session_->root(),
+              XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT, request);
     const XcbSession::Deadline end = in(activationLimit);
     while (activeWindow() != window && std::chrono::steady_clock::now() < end)
         static_cast<void>(session_->await(in(activationInterval), [](const auto&) { return false; }));

@@ -7,15 +7,12 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/XcbSession.h"
 
-#include <QAbstractNativeEventFilter>
-#include <QObject>
-
 #include <atomic>
 
 namespace stowpocket {
 
 /// Remembers which window of another program was active last. The server tells Qt of each change anyway.
-class X11ActiveWindow : private QAbstractNativeEventFilter {
+class X11ActiveWindow : private X11EventFilter {
 public:
     /// `connection` outlives it. Made after the application, on the main thread.
     explicit X11ActiveWindow(const X11Connection& connection);
@@ -26,13 +23,11 @@ public:
     [[nodiscard]] bool isOwn(xcb_window_t window) const { return connection_.isOwn(window); }
 
 private:
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
-    void look();
+    bool handleEvent(const xcb_generic_event_t& event) override;
+    void readActiveWindow();
 
     const X11Connection& connection_;
     std::atomic<xcb_window_t> lastForeign_ = x11None;
-    /// What is posted for later is dropped with it.
-    QObject context_;
 };
 
 /// Asks the program of a window for a sign of life (_NET_WM_PING), which it gives when it gets round to the events

@@ -90,8 +90,7 @@ void X11Startup::complete(const std::string& id) const {
     for (std::size_t at = 0; at <= message.size(); at += pieceSize) {
         std::fill(std::begin(event.data.data8), std::end(event.data.data8), 0);
         message.copy(reinterpret_cast<char*>(event.data.data8), pieceSize, at);
-        xcb_send_event(server, 0, connection_.root(), XCB_EVENT_MASK_PROPERTY_CHANGE,
-                       reinterpret_cast<const char*>(&event));
+        sendEvent(server, connection_.root(), XCB_EVENT_MASK_PROPERTY_CHANGE, event);
         event.type = connection_.atom(X11Atom::startupInfo);
     }
     xcb_destroy_window(server, event.window);
