@@ -66,17 +66,17 @@ TEST(KeyModifiersTest, findsTheModifiersOfTheKeyboardMap) {
     EXPECT_EQ(lockStates(modifierLayoutOf({}, symbols)), (std::vector<std::uint16_t>{0, 2}));
 }
 
-TEST(HeldHotkeyTest, toldRepeatsFromPresses) {
-    HeldHotkey held;
-    EXPECT_TRUE(held.press(39, 100));
-    EXPECT_FALSE(held.press(39, 760)) << "repeats as presses alone";
-    held.release(39, 800);
-    EXPECT_FALSE(held.press(39, 800)) << "repeats as release and press of one moment";
-    held.release(39, 900);
-    EXPECT_TRUE(held.press(39, 901));
-    EXPECT_TRUE(held.press(40, 902)) << "another key";
-    held.release(39, 903);
-    EXPECT_FALSE(held.press(40, 904)) << "the release of the first key does not end the second";
+TEST(KeyRepeatFilterTest, toldRepeatsFromPresses) {
+    KeyRepeatFilter repeats;
+    EXPECT_TRUE(repeats.isNewPress(39, 100));
+    EXPECT_FALSE(repeats.isNewPress(39, 760)) << "repeats as presses alone";
+    repeats.noteRelease(39, 800);
+    EXPECT_FALSE(repeats.isNewPress(39, 800)) << "repeats as release and press of one moment";
+    repeats.noteRelease(39, 900);
+    EXPECT_TRUE(repeats.isNewPress(39, 901));
+    EXPECT_TRUE(repeats.isNewPress(40, 902)) << "another key";
+    repeats.noteRelease(39, 903);
+    EXPECT_FALSE(repeats.isNewPress(40, 904)) << "the release of the first key does not end the second";
 }
 
 }  // namespace

@@ -8,11 +8,14 @@
 #include "services/Preferences.h"
 
 #include <QDBusVariant>
+#include <QLoggingCategory>
 
 #include <algorithm>
 
 namespace stowpocket {
 namespace {
+
+Q_LOGGING_CATEGORY(hotkeyLog, "stowpocket.hotkeys")
 
 /// 0 where there is no such interface.
 uint versionIn(const QDBusMessage& answer) {
@@ -31,7 +34,7 @@ public:
     Registration& operator=(const Registration&) = delete;
     ~Registration() override {
         service_.hotkeys_.erase(mine_);
-        service_.settling_.start();
+        service_.laterBinding_.start();
     }
 
 private:
@@ -47,10 +50,10 @@ PortalHotkeyService::PortalHotkeyService(const QDBusConnection& bus, PreferenceS
       makeKeyGrabs_(std::move(makeKeyGrabs)),
       useToken_(std::move(useToken)),
       watcher_(portalNames::service, bus, QDBusServiceWatcher::WatchForOwnerChange) {
-    settling_.setSingleShot(true);
-    settling_.setInterval(0);
-    QObject::connect(&settling_, &QTimer::timeout, &settling_, [this] { settle(); });
-    QObject::connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, &settling_,
+    laterBinding_.setSingleShot(true);
+    laterBinding_.setInterval(0);
+    QObject::connect(&laterBinding_, &QTimer::timeout, &laterBinding_, [this] { bindWanted(); });
+    QObject::connect(&watcher_, &QDBusServiceWatcher::serviceOwnerChanged, &laterBinding_,
                      [this](const QString&, const QString&, const QString& owner) { ownerChanged(owner); });
     findPortal();
 }
@@ -58,7 +61,7 @@ PortalHotkeyService::PortalHotkeyService(const QDBusConnection& bus, PreferenceS
 std::unique_ptr<HotkeyRegistration>
 PortalHotkeyService::registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers, HotkeyIdentifier identifier) {
     hotkeys_.push_back({keyCode, modifiers, identifier, nullptr});
-    settling_.start();
+    laterBinding_.start();
     return std::make_unique<Registration>(*this);
 }
 
@@ -74,20 +77,20 @@ void PortalHotkeyService::findPortal() {
     QDBusMessage introduction = QDBusMessage::createMethodCall(portalNames::service, portalNames::path,
                                                                portalNames::registry, QStringLiteral("Register"));
     introduction << QString::fromLatin1(bundleIdentifier.data(), qsizetype(bundleIdentifier.size())) << QVariantMap();
-    callOnBus(bus_, introduction, settling_, [this](const QDBusMessage&) { askVersion(); });
+    callOnBus(bus_, introduction, laterBinding_, [this](const QDBusMessage&) { askVersion(); });
 }
 
 void PortalHotkeyService::askVersion() {
     const QDBusMessage question =
         propertyCall(portalNames::service, portalNames::path, portalNames::shortcuts, QStringLiteral("version"));
-    callOnBus(bus_, question, settling_, [this](const QDBusMessage& answer) { found(answer); });
+    callOnBus(bus_, question, laterBinding_, [this](const QDBusMessage& answer) { versionAnswered(answer); });
 }
 
-void PortalHotkeyService::found(const QDBusMessage& answer) {
+void PortalHotkeyService::versionAnswered(const QDBusMessage& answer) {
     version_ = versionIn(answer);
     if (version_ == 0) {
         state_ = State::absent;
-        qInfo("stowpocket: the desktop offers no global shortcuts; they work in X11 windows only");
+        qCInfo(hotkeyLog, "the desktop offers no global shortcuts; they work in X11 windows only");
     } else {
         state_ = State::ready;
         owner_ = answer.service();
@@ -95,7 +98,7 @@ void PortalHotkeyService::found(const QDBusMessage& answer) {
         for (Hotkey& hotkey : hotkeys_)
             hotkey.grab.reset();
     }
-    settle();
+    bindWanted();
 }
 
 void PortalHotkeyService::ownerChanged(const QString& owner) {
@@ -105,15 +108,15 @@ void PortalHotkeyService::ownerChanged(const QString& owner) {
         isTrusted_ = state_ != State::binding;
         session_.reset();
         state_ = State::absent;
-        qInfo("stowpocket: the desktop's portal has ended, and the global shortcuts with it");
+        qCInfo(hotkeyLog, "the desktop's portal has ended, and the global shortcuts with it");
     }
     owner_.clear();
     if (!owner.isEmpty() && isTrusted_)
         findPortal();
-    settle();
+    bindWanted();
 }
 
-void PortalHotkeyService::settle() {
+void PortalHotkeyService::bindWanted() {
     if (state_ == State::asking)
         return;
     if (state_ == State::absent)
@@ -132,17 +135,17 @@ void PortalHotkeyService::settle() {
     if (refused == PropertyValue(question()))
         state_ = State::refused;
     else
-        bind(shortcuts);
+        bindShortcuts(shortcuts);
 }
 
-void PortalHotkeyService::bind(const QList<PortalShortcut>& shortcuts) {
+void PortalHotkeyService::bindShortcuts(const QList<PortalShortcut>& shortcuts) {
     state_ = State::binding;
     session_ = std::make_unique<PortalShortcutSession>(
         Portal{bus_, owner_}, shortcuts,
         PortalShortcutSession::Events{
             .bound = [this] { state_ = State::bound; },
-            .ended = [this](const PortalAnswer& answer) { ended(answer); },
-            .activated = [this](const QString& id, const QString& token) { activated(id, token); },
+            .ended = [this](const PortalAnswer& answer) { sessionEnded(answer); },
+            .activated = [this](const QString& id, const QString& token) { hotkeyActivated(id, token); },
         });
 }
 
@@ -157,17 +160,17 @@ void PortalHotkeyService::grabKeys() {
     }
 }
 
-void PortalHotkeyService::ended(const PortalAnswer& answer) {
-    qWarning("stowpocket: no global shortcuts from the desktop's portal: %s", qUtf8Printable(answer.reason));
+void PortalHotkeyService::sessionEnded(const PortalAnswer& answer) {
+    qCWarning(hotkeyLog, "no global shortcuts from the desktop's portal: %s", qUtf8Printable(answer.reason));
     if (state_ == State::binding && answer.kind == PortalAnswer::Kind::refused)
         preferences_.setValue(refusedPortalShortcutsKey, question());
     session_.reset();
     isTrusted_ = answer.kind != PortalAnswer::Kind::failed;
     state_ = isTrusted_ ? State::refused : State::absent;
-    settle();
+    bindWanted();
 }
 
-void PortalHotkeyService::activated(const QString& id, const QString& token) const {
+void PortalHotkeyService::hotkeyActivated(const QString& id, const QString& token) const {
     const auto pressed =
         std::ranges::find_if(hotkeys_, [&](const Hotkey& each) { return nameOf_(each.identifier).id == id; });
     if (pressed == hotkeys_.end() || !handler_)

@@ -64,12 +64,12 @@ private:
     void ownerChanged(const QString& owner);
     void findPortal();
     void askVersion();
-    void found(const QDBusMessage& answer);
-    void settle();
-    void bind(const QList<PortalShortcut>& shortcuts);
+    void versionAnswered(const QDBusMessage& answer);
+    void bindWanted();
+    void bindShortcuts(const QList<PortalShortcut>& shortcuts);
     void grabKeys();
-    void ended(const PortalAnswer& answer);
-    void activated(const QString& id, const QString& token) const;
+    void sessionEnded(const PortalAnswer& answer);
+    void hotkeyActivated(const QString& id, const QString& token) const;
     [[nodiscard]] QList<PortalShortcut> wanted() const;
     /// What was asked for, and of which kind of portal: a newer one may do what this one does not.
     [[nodiscard]] std::string question() const;
@@ -92,7 +92,7 @@ private:
     bool isTrusted_ = true;
     QDBusServiceWatcher watcher_;
     /// Fires once the present turn of the main loop is over.
-    QTimer settling_;
+    QTimer laterBinding_;
 };
 
 }  // namespace stowpocket

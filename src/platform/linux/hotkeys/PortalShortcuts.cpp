@@ -104,7 +104,7 @@ PortalShortcutSession::PortalShortcutSession(const Portal& portal, QList<PortalS
                         SLOT(activated(QDBusMessage)));
     request_ = std::make_unique<PortalRequest>(portal_, call("CreateSession"),
                                                QVariantMap{{QStringLiteral("session_handle_token"), token_}},
-                                               [this](const PortalAnswer& answer) { created(answer); });
+                                               [this](const PortalAnswer& answer) { sessionCreated(answer); });
 }
 
 PortalShortcutSession::~PortalShortcutSession() {
@@ -119,24 +119,24 @@ QDBusMessage PortalShortcutSession::call(const char* method) const {
                                           QString::fromLatin1(method));
 }
 
-void PortalShortcutSession::created(const PortalAnswer& answer) {
+void PortalShortcutSession::sessionCreated(const PortalAnswer& answer) {
     if (answer.kind != PortalAnswer::Kind::granted)
         return end(answer);
     if (answer.results.value(QStringLiteral("session_handle")).toString() != handle_)
         return fail(QStringLiteral("the session has another name than was asked for"));
-    bind();
+    bindShortcuts();
 }
 
-void PortalShortcutSession::bind() {
+void PortalShortcutSession::bindShortcuts() {
     QDBusMessage request = call("BindShortcuts");
     const QString noParentWindow;
     request << QVariant::fromValue(QDBusObjectPath(handle_)) << QVariant::fromValue(entriesOf(shortcuts_))
             << noParentWindow;
     request_ = std::make_unique<PortalRequest>(portal_, request, QVariantMap(),
-                                               [this](const PortalAnswer& answer) { answered(answer); });
+                                               [this](const PortalAnswer& answer) { shortcutsAnswered(answer); });
 }
 
-void PortalShortcutSession::answered(const PortalAnswer& answer) {
+void PortalShortcutSession::shortcutsAnswered(const PortalAnswer& answer) {
     if (answer.kind != PortalAnswer::Kind::granted)
         return end(answer);
     const auto shortcuts = answer.results.constFind(QStringLiteral("shortcuts"));

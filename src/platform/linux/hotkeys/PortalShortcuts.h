@@ -75,9 +75,9 @@ public:
 private:
     Q_SLOT void activated(const QDBusMessage& signal);
     Q_SLOT void closed();
-    void created(const PortalAnswer& answer);
-    void bind();
-    void answered(const PortalAnswer& answer);
+    void sessionCreated(const PortalAnswer& answer);
+    void bindShortcuts();
+    void shortcutsAnswered(const PortalAnswer& answer);
     void end(const PortalAnswer& answer) const;
     void fail(const QString& reason) const { end(PortalAnswer::failure(reason)); }
     [[nodiscard]] QDBusMessage call(const char* method) const;

@@ -3,18 +3,22 @@
 
 #include "platform/linux/input/KeyTables.h"
 
+#include <QLoggingCategory>
+
 #include <algorithm>
 #include <array>
 
 namespace stowpocket {
 namespace {
 
+Q_LOGGING_CATEGORY(hotkeyLog, "stowpocket.hotkeys")
+
 /// Kinds of events of the XKEYBOARD extension, told apart in their second byte.
 constexpr std::uint8_t newKeyboardNotify = 0;
 constexpr std::uint8_t mapNotify = 1;
 
 void logRefusal(std::uint32_t keyCode, std::uint32_t modifiers, const char* why) {
-    qWarning("stowpocket: hotkey with key code %u and modifiers 0x%x not registered: %s", keyCode, modifiers, why);
+    qCWarning(hotkeyLog, "hotkey with key code %u and modifiers 0x%x not registered: %s", keyCode, modifiers, why);
 }
 
 std::uint8_t firstEventOf(xcb_connection_t* connection, std::string_view extension) {
@@ -96,7 +100,7 @@ bool X11HotkeyService::handleEvent(const xcb_generic_event_t& event) {
     if (const auto* const press = eventAs<xcb_key_press_event_t>(event))
         keyPressed(*press);
     else if (const auto* const release = eventAs<xcb_key_release_event_t>(event, XCB_KEY_RELEASE))
-        held_.release(release->detail, release->time);
+        repeats_.noteRelease(release->detail, release->time);
     else if (type == XCB_MAPPING_NOTIFY ||
              (type == keyboardExtensionEvent_ && (event.pad0 == newKeyboardNotify || event.pad0 == mapNotify)))
         scheduleMappingCheck();
@@ -113,7 +117,7 @@ void X11HotkeyService::keyPressed(const xcb_key_press_event_t& event) {
         return hotkey.combination.key == event.detail &&
                x11ModifiersOf(hotkey.combination.carbonModifiers, layout) == modifiers;
     });
-    if (pressed == hotkeys_.end() || !held_.press(event.detail, event.time))
+    if (pressed == hotkeys_.end() || !repeats_.isNewPress(event.detail, event.time))
         return;
     KeyEvent keyEvent = keyEventOf(pressed->combination, (event.state & x11Modifier::lock) != 0);
     keyEvent.capitals = characters_(event.detail, event.state);

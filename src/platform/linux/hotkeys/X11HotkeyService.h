@@ -48,7 +48,7 @@ private:
     std::function<bool(const KeyEvent&)> ownWindowsTake_;
     /// The last registered one first.
     std::list<Hotkey> hotkeys_;
-    HeldHotkey held_;
+    KeyRepeatFilter repeats_;
     std::uint8_t keyboardExtensionEvent_ = 0;
     bool mappingCheckScheduled_ = false;
 };

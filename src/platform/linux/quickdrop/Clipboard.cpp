@@ -131,7 +131,7 @@ std::size_t ClipboardOwner::mostBytes() const {
     return std::size_t{xcb_get_maximum_request_length(session_.raw())} * 4 - requestHead;
 }
 
-void ClipboardOwner::put(std::vector<ClipboardItem> items) {
+void ClipboardOwner::offer(std::vector<ClipboardItem> items) {
     since_ = session_.serverTime();
     xcb_set_selection_owner(session_.raw(), session_.window(), clipboard_, since_);
     if (items.empty())
@@ -140,7 +140,7 @@ void ClipboardOwner::put(std::vector<ClipboardItem> items) {
     xcb_flush(session_.raw());
 }
 
-void ClipboardOwner::handle(const xcb_generic_event_t& event) {
+void ClipboardOwner::handleEvent(const xcb_generic_event_t& event) {
     if (const auto* const request = eventAs<xcb_selection_request_event_t>(event))
         answer(*request);
     else if (typeOf(event) == XCB_SELECTION_CLEAR)
@@ -157,11 +157,11 @@ void ClipboardOwner::answer(const xcb_selection_request_event_t& request) {
     notify.selection = request.selection;
     notify.target = request.target;
     notify.property =
-        hand(request.requestor, property, request.target) ? property : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+        handOver(request.requestor, property, request.target) ? property : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
     sendEvent(session_.raw(), request.requestor, XCB_EVENT_MASK_NO_EVENT, notify);
 }
 
-bool ClipboardOwner::hand(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t target) {
+bool ClipboardOwner::handOver(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t target) {
     if (target == session_.atom("TARGETS")) {
         std::vector<xcb_atom_t> targets{target, session_.atom("TIMESTAMP")};
         for (const ClipboardItem& item : items_)

@@ -94,14 +94,14 @@ public:
     /// Nothing is offered that needs more than one request to hand over.
     [[nodiscard]] std::size_t mostBytes() const;
     /// Takes the clipboard and offers `items`; without any it leaves the clipboard to nobody.
-    void put(std::vector<ClipboardItem> items);
+    void offer(std::vector<ClipboardItem> items);
     /// What is offered now; empty when another program has the clipboard.
     [[nodiscard]] const std::vector<ClipboardItem>& items() const { return items_; }
-    void handle(const xcb_generic_event_t& event);
+    void handleEvent(const xcb_generic_event_t& event);
 
 private:
     void answer(const xcb_selection_request_event_t& request);
-    [[nodiscard]] bool hand(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t target);
+    [[nodiscard]] bool handOver(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t target);
 
     XcbSession& session_;
     const xcb_atom_t clipboard_;

@@ -4,7 +4,7 @@
 #include "platform/linux/quickdrop/X11QuickDropDesktop.h"
 #include "services/Dispatch.h"
 
-#include <QtGlobal>
+#include <QLoggingCategory>
 
 #include <array>
 #include <poll.h>
@@ -13,6 +13,11 @@
 #include <unistd.h>
 
 namespace stowpocket {
+namespace {
+
+Q_LOGGING_CATEGORY(quickDropLog, "stowpocket.quickdrop")
+
+}  // namespace
 
 /// The thread and its connection. Everything it is told comes through one counter that wakes it.
 class X11FileManagerSelection::Worker {
@@ -87,7 +92,7 @@ void X11FileManagerSelection::read(Completion completion) {
     if (!worker_ || !worker_->isWorking()) {
         std::unique_ptr<XcbSession> session = XcbSession::open();
         if (!session) {
-            qWarning("stowpocket: no connection to the X server for the file manager's selection");
+            qCWarning(quickDropLog, "no connection to the X server for the file manager's selection");
             completion({});
             return;
         }

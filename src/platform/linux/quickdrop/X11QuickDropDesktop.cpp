@@ -4,6 +4,7 @@
 #include "intake/FileLists.h"
 #include "platform/linux/quickdrop/CopyCommands.h"
 
+#include <QLoggingCategory>
 #include <QString>
 #include <QSysInfo>
 
@@ -11,6 +12,8 @@
 
 namespace stowpocket {
 namespace {
+
+Q_LOGGING_CATEGORY(quickDropLog, "stowpocket.quickdrop")
 
 constexpr std::size_t longestProtocolList = 1024;
 
@@ -103,7 +106,7 @@ X11QuickDropDesktop::X11QuickDropDesktop(std::unique_ptr<XcbSession> session, co
       owner_(*session_),
       keys_(*session_),
       ping_(*session_) {
-    session_->setEventHandler([this](const xcb_generic_event_t& event) { owner_.handle(event); });
+    session_->setEventHandler([this](const xcb_generic_event_t& event) { owner_.handleEvent(event); });
 }
 
 std::uint32_t X11QuickDropDesktop::cardinal(xcb_window_t window, const std::string& property) {
@@ -159,7 +162,7 @@ ClipboardSnapshot X11QuickDropDesktop::takeSnapshot() {
         builder.take(reader_.read(*target, deadline, builder.budgetLeft()));
     ClipboardSnapshot snapshot = std::move(builder).finished();
     if (!snapshot.isComplete)
-        qWarning("stowpocket: the clipboard could not be saved, so the copied files will stay on it");
+        qCWarning(quickDropLog, "the clipboard could not be saved, so the copied files will stay on it");
     return snapshot;
 }
 
@@ -210,7 +213,7 @@ std::vector<FileURL> X11QuickDropDesktop::filesOnClipboard() {
 
 void X11QuickDropDesktop::restore(ClipboardSnapshot snapshot) {
     if (reader_.owner() == copyOwner_)
-        owner_.put(std::move(snapshot.items));
+        owner_.offer(std::move(snapshot.items));
 }
 
 }  // namespace stowpocket

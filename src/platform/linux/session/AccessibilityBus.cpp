@@ -5,9 +5,12 @@
 
 #include <QDBusError>
 #include <QDBusMessage>
+#include <QLoggingCategory>
 
 namespace stowpocket {
 namespace {
+
+Q_LOGGING_CATEGORY(sessionLog, "stowpocket.session")
 
 constexpr int patienceMs = 300;
 /// Qt 6 then asks for the address alone, and does not wait for that.
@@ -32,7 +35,7 @@ bool AccessibilityBusProbe::avoidSilentBus() {
     const bool isSilent =
         error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut;
     if (isSilent) {
-        qWarning("stowpocket: the accessibility bus does not answer; it is served when it does");
+        qCWarning(sessionLog, "the accessibility bus does not answer; it is served when it does");
         qputenv(alwaysOn, "1");
     }
     return !isSilent;

@@ -6,8 +6,8 @@
 #include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusReply>
-#include <QDebug>
 #include <QFile>
+#include <QLoggingCategory>
 #include <QPointer>
 
 #include <algorithm>
@@ -17,6 +17,8 @@
 
 namespace stowpocket {
 namespace {
+
+Q_LOGGING_CATEGORY(sessionLog, "stowpocket.session")
 
 using namespace std::chrono_literals;
 
@@ -124,21 +126,21 @@ void BusInstance::joinAgain() {
     bus_ = bus;
     senders_.clear();
     if (claim() == Claim::takenByAnother)
-        qWarning("stowpocket: another program has the name on the session bus, this one cannot be reached any more");
+        qCWarning(sessionLog, "another program has the name on the session bus, this one cannot be reached any more");
 }
 
 BusInstance::Claim BusInstance::claim() {
     // The object comes first: whoever sees the name may call at once.
     if (!bus_.isConnected() || !bus_.registerVirtualObject(shelfBus::path, this)) {
-        qWarning("stowpocket: no session bus: command verbs and a second start will not reach this program");
+        qCWarning(sessionLog, "no session bus: command verbs and a second start will not reach this program");
         return Claim::noBus;
     }
     bus_.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"), QStringLiteral("org.freedesktop.DBus.Local"),
                  QStringLiteral("Disconnected"), &joining_, SLOT(start()));
     const QDBusReply<uint> reply = bus_.call(nameRequest(shelfBus::service), QDBus::Block, claimTimeoutMs);
     if (!reply.isValid()) {
-        qWarning() << "stowpocket: no name on the session bus, this program cannot be reached:"
-                   << reply.error().message();
+        qCWarning(sessionLog) << "no name on the session bus, this program cannot be reached:"
+                              << reply.error().message();
         return Claim::noBus;
     }
     return reply.value() == primaryOwner || reply.value() == alreadyOwner ? Claim::owned : Claim::takenByAnother;

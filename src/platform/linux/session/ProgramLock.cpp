@@ -4,9 +4,9 @@
 #include "platform/linux/files/DurableFile.h"
 #include "platform/linux/files/Folders.h"
 
+#include <QLoggingCategory>
 #include <QString>
 #include <QSysInfo>
-#include <QtGlobal>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -18,6 +18,8 @@
 
 namespace stowpocket {
 namespace {
+
+Q_LOGGING_CATEGORY(sessionLog, "stowpocket.session")
 
 using namespace std::chrono_literals;
 
@@ -108,8 +110,8 @@ ProgramLock::ProgramLock(const std::string& path, std::chrono::milliseconds pati
     else if (taking == Taking::taken)
         writePlace(path, file_);
     else
-        qWarning("stowpocket: %s cannot be locked (%s); a second program would not be noticed", path.c_str(),
-                 lastError().message().c_str());
+        qCWarning(sessionLog, "%s cannot be locked (%s); a second program would not be noticed", path.c_str(),
+                  lastError().message().c_str());
 }
 
 std::optional<std::string> ProgramLock::holderOf(const std::string& path) {

@@ -52,10 +52,10 @@ void X11Startup::begin(std::string id) {
     id_ = std::move(id);
     outdated_.setRemainingTime(longestWait);
     QMetaObject::invokeMethod(
-        &context_, [this, started = id_] { complete(started); }, Qt::QueuedConnection);
+        &context_, [this, started = id_] { tellLauncher(started); }, Qt::QueuedConnection);
 }
 
-void X11Startup::mark(xcb_window_t window) const {
+void X11Startup::markWindow(xcb_window_t window) const {
     if (isUnderWay())
         connection_.setText(window, X11Atom::startupId, X11Atom::utf8, id_);
 }
@@ -76,7 +76,7 @@ xcb_timestamp_t X11Startup::takeTime(xcb_window_t window) {
 
 /// The message goes in pieces, the last of them ended by a zero, to whoever listens on the root window. Listeners
 /// know by the window which pieces belong together.
-void X11Startup::complete(const std::string& id) const {
+void X11Startup::tellLauncher(const std::string& id) const {
     xcb_connection_t* const server = connection_.raw();
     const std::string message = startupCompleteMessage(id);
     xcb_client_message_event_t event{};

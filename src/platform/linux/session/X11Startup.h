@@ -30,14 +30,14 @@ public:
     /// `id` as in DESKTOP_STARTUP_ID. The launcher is told once this turn of the main loop is over.
     void begin(std::string id);
     /// For a window that is about to be shown: whose wish it is.
-    void mark(xcb_window_t window) const;
+    void markWindow(xcb_window_t window) const;
     /// For the window once it is shown: when the user wished it, which is then settled. Answers that time, or 0 when
     /// it is not known.
     [[nodiscard]] xcb_timestamp_t takeTime(xcb_window_t window);
 
 private:
     [[nodiscard]] bool isUnderWay() const { return !id_.empty() && !outdated_.hasExpired(); }
-    void complete(const std::string& id) const;
+    void tellLauncher(const std::string& id) const;
 
     const X11Connection& connection_;
     std::string id_;

@@ -6,14 +6,16 @@
 #include "platform/linux/files/Folders.h"
 #include "services/MainBundle.h"
 
-#include <QDebug>
 #include <QFile>
 #include <QHash>
+#include <QLoggingCategory>
 
 #include <filesystem>
 
 namespace stowpocket {
 namespace {
+
+Q_LOGGING_CATEGORY(sessionLog, "stowpocket.session")
 
 namespace fs = std::filesystem;
 
@@ -119,8 +121,8 @@ bool XdgLoginItem::registerItem() {
     // The main thread does not wait for the disk: an entry that is lost is written again at the next start.
     const std::error_code error = replaceFile(path_, entryStarting(executable_), Durability::program);
     if (error)
-        qWarning() << "stowpocket: cannot register to start with the session:" << fileName(path_)
-                   << QString::fromLocal8Bit(error.message().c_str());
+        qCWarning(sessionLog) << "cannot register to start with the session:" << fileName(path_)
+                              << QString::fromLocal8Bit(error.message().c_str());
     return !error && status() == Status::enabled;
 }
 

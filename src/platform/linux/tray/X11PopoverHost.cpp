@@ -11,7 +11,7 @@ bool X11PopoverHost::blendsWindows() const {
 void X11PopoverHost::willShow(QWidget& window) {
     const auto shown = static_cast<xcb_window_t>(window.winId());
     connection_.keepAboveUnlisted(shown);
-    startup_.mark(shown);
+    startup_.markWindow(shown);
 }
 
 /// Asks as a pager would. A window manager may refuse the request of a program when the user has typed elsewhere
