@@ -17,7 +17,7 @@ namespace {
 
 Q_LOGGING_CATEGORY(hotkeyLog, "stowpocket.hotkeys")
 
-/// 0 where there is no such interface.
+/// 0 without such an interface.
 uint versionIn(const QDBusMessage& answer) {
     return answer.signature() == QStringLiteral("v")
                ? answer.arguments().constFirst().value<QDBusVariant>().variant().toUInt()
@@ -70,8 +70,8 @@ HotkeySource PortalHotkeyService::source() const {
     return state_ == State::bound || hasNoWish ? HotkeySource::portal : HotkeySource::none;
 }
 
-/// Says who this program is, which newer desktops want to know before anything else of it. Those that do not know the
-/// question answer with an error, as good as any.
+/// Identifies this program, which newer desktops require first. An older desktop answers with an error, which is
+/// ignored.
 void PortalHotkeyService::findPortal() {
     state_ = State::asking;
     QDBusMessage introduction = QDBusMessage::createMethodCall(portalNames::service, portalNames::path,

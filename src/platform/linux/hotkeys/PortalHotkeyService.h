@@ -14,24 +14,24 @@ namespace stowpocket {
 
 class PreferenceStore;
 
-/// Preference: the set of shortcuts that the desktop refused when it was asked last, a string.
+/// Preference, a string: the set of shortcuts that the desktop refused last.
 inline constexpr std::string_view refusedPortalShortcutsKey = "refusedPortalShortcuts";
 
-/// Hotkeys of a Wayland session, where only the desktop hears every key: it is asked through its portal, and has the
-/// last word on the keys. All that is registered in one turn of the main loop is asked for at once, and the same set
-/// never twice, since every question may open a dialog; nor again at the next start where it was refused. Where there
-/// is no such portal, keys are grabbed meanwhile as they were under X11, which hear what is typed into X11 windows.
-/// Nothing here waits. Lives as long as the registrations.
+/// Hotkeys of a Wayland session, where only the desktop sees every key. The desktop is asked through its portal and
+/// has the last word on the keys. Everything registered in one turn of the main loop is requested at once. The same
+/// set is never requested twice, since each request may open a dialog, and a refused set is not requested at the
+/// next start either. Without such a portal, keys are grabbed as under X11, which works while an X11 window has the
+/// focus. Nothing here blocks. Outlives the registrations.
 class PortalHotkeyService : public HotkeyService {
 public:
-    /// How the desktop knows a hotkey and shows it to the user.
+    /// The id under which the desktop knows a hotkey, and the text that it shows to the user.
     struct Name {
         QString id;
         QString description;
     };
     using NameOf = std::function<Name(const HotkeyIdentifier&)>;
     using MakeKeyGrabs = std::function<std::unique_ptr<HotkeyService>()>;
-    /// Gets the token that comes with a press, before the press.
+    /// Receives the activation token of a press, before the press itself.
     using UseToken = std::function<void(const std::string& activationToken)>;
 
     /// `preferences` outlives it.
@@ -39,7 +39,7 @@ public:
                         MakeKeyGrabs makeKeyGrabs, UseToken useToken);
 
     void installEventHandler(Handler handler) override { handler_ = std::move(handler); }
-    /// Never null: whether the desktop agrees comes out later.
+    /// Never null, since the desktop agrees or refuses later.
     [[nodiscard]] std::unique_ptr<HotkeyRegistration> registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                                      HotkeyIdentifier identifier) override;
     [[nodiscard]] HotkeySource source() const override;
@@ -71,7 +71,7 @@ private:
     void sessionEnded(const PortalAnswer& answer);
     void hotkeyActivated(const QString& id, const QString& token) const;
     [[nodiscard]] QList<PortalShortcut> wanted() const;
-    /// What was asked for, and of which kind of portal: a newer one may do what this one does not.
+    /// The requested set with the version of the portal. A newer portal may accept what this one does not.
     [[nodiscard]] std::string question() const;
 
     QDBusConnection bus_;
@@ -88,10 +88,10 @@ private:
     uint version_ = 0;
     QList<PortalShortcut> asked_;
     std::unique_ptr<PortalShortcutSession> session_;
-    /// A portal that fails once would do so again.
+    /// False once the portal has failed, since it would fail again.
     bool isTrusted_ = true;
     QDBusServiceWatcher watcher_;
-    /// Fires once the present turn of the main loop is over.
+    /// Fires after the current turn of the main loop.
     QTimer laterBinding_;
 };
 

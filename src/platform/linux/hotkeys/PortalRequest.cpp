@@ -11,7 +11,7 @@
 namespace stowpocket {
 namespace {
 
-/// Codes of the Response signal; every other one tells that the request ended in another way.
+/// Codes of the Response signal. Any other code means that the request ended in another way.
 constexpr uint successCode = 0;
 constexpr uint cancelledCode = 1;
 
@@ -42,7 +42,7 @@ QString nextPortalToken() {
 
 PortalRequest::PortalRequest(const Portal& portal, QDBusMessage call, QVariantMap options, Done done)
     : portal_(portal), done_(std::move(done)) {
-    // Listened to before the call, so that the answer cannot come unheard.
+    // Connected before the call, so that the answer cannot be missed.
     portal_.bus.connect(portal_.owner, portal_.handle(QStringLiteral("request"), token_), portalNames::request,
                         QStringLiteral("Response"), this, SLOT(responded(QDBusMessage)));
     options.insert(QStringLiteral("handle_token"), token_);

@@ -16,27 +16,28 @@ inline const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 inline const QString shortcuts = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
 inline const QString request = QStringLiteral("org.freedesktop.portal.Request");
 inline const QString session = QStringLiteral("org.freedesktop.portal.Session");
-/// Where programs outside of a sandbox say who they are.
+/// Identifies programs that run outside of a sandbox.
 inline const QString registry = QStringLiteral("org.freedesktop.host.portal.Registry");
 
 }  // namespace stowpocket::portalNames
 
 namespace stowpocket {
 
-/// The portal of one desktop session, while the process that serves it lives.
+/// The portal of one desktop session, for the lifetime of the process that serves it.
 struct Portal {
     QDBusConnection bus;
-    /// The unique name of that process: a portal that was restarted is another one.
+    /// The unique name of that process. A restarted portal has another one.
     QString owner;
 
-    /// The path at which the portal serves what this program names with `token`; `kind` is "request" or "session".
+    /// The object path of the request or session that this program names with `token`. `kind` is "request" or
+    /// "session".
     [[nodiscard]] QString handle(const QString& kind, const QString& token) const;
 };
 
-/// A name for a handle that this program has not used before.
+/// A handle token that this program has not used before.
 [[nodiscard]] QString nextPortalToken();
 
-/// What became of a request.
+/// The outcome of a request.
 struct PortalAnswer {
     enum class Kind {
         granted,
@@ -44,16 +45,16 @@ struct PortalAnswer {
         failed,
     };
     Kind kind = Kind::failed;
-    /// Of a granted request. As the portal sent it: nothing in it is checked.
+    /// Set for a granted request, unchecked, as the portal sent it.
     QVariantMap results;
-    /// Of one that is not, for the log.
+    /// For the log, set for any other outcome.
     QString reason;
 
     [[nodiscard]] static PortalAnswer failure(const QString& reason) { return {Kind::failed, {}, reason}; }
 };
 
-/// A request to the portal, from the call to the answer. That may take minutes, since the user is asked; nothing
-/// waits for it. Destroyed before the answer, it takes back the question and says nothing more.
+/// A request to the portal, from the call to the answer. The answer may take minutes, since the user is asked;
+/// nothing blocks meanwhile. Destroyed before the answer, it withdraws the request and never runs `done`.
 class PortalRequest : public QObject {
     Q_OBJECT
 

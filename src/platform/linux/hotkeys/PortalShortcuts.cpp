@@ -16,7 +16,7 @@
 namespace stowpocket {
 namespace {
 
-/// Key symbols by virtual key code, named as in xkbcommon-keysyms.h; empty where the keyboard has none.
+/// Key symbols by virtual key code, named as in xkbcommon-keysyms.h. Empty for a code without a key.
 constexpr std::array<std::string_view, 128> keyNames = [] {
     std::array<std::string_view, 128> names{};
     const auto row = [&names](std::size_t at, std::initializer_list<std::string_view> keys) {
@@ -140,7 +140,7 @@ void PortalShortcutSession::shortcutsAnswered(const PortalAnswer& answer) {
     if (answer.kind != PortalAnswer::Kind::granted)
         return end(answer);
     const auto shortcuts = answer.results.constFind(QStringLiteral("shortcuts"));
-    // Desktops that do not say what they bound have bound it all.
+    // A desktop that does not list what it bound has bound everything.
     if (shortcuts == answer.results.constEnd())
         return events_.bound();
     const std::optional<QStringList> ids = boundIds(*shortcuts);
@@ -151,7 +151,7 @@ void PortalShortcutSession::shortcutsAnswered(const PortalAnswer& answer) {
     events_.bound();
 }
 
-/// From a copy, since this may not outlive the call.
+/// Calls a copy, since this object may not outlive the call.
 void PortalShortcutSession::end(const PortalAnswer& answer) const {
     const auto ended = events_.ended;
     ended(answer);

@@ -19,9 +19,9 @@ namespace stowpocket {
 /// what the reference keyboard has on them. Empty for a key that has no name there.
 [[nodiscard]] std::string shortcutTrigger(std::uint32_t keyCode, std::uint32_t carbonModifiers);
 
-/// A shortcut as the desktop is asked for it.
+/// A shortcut as it is requested from the desktop.
 struct PortalShortcut {
-    /// The same in every run: under it the desktop remembers what the user chose.
+    /// The same in every run, since the desktop remembers the user's choice under it.
     QString id;
     /// What the user reads.
     QString description;
@@ -31,17 +31,17 @@ struct PortalShortcut {
     friend bool operator==(const PortalShortcut&, const PortalShortcut&) = default;
 };
 
-/// (sa{sv}), as shortcuts travel.
+/// (sa{sv}), a shortcut on the bus.
 struct PortalShortcutEntry {
     QString id;
     QVariantMap properties;
 };
 using PortalShortcutEntries = QList<PortalShortcutEntry>;
 
-/// The entries to send. Makes their type known to D-Bus.
+/// The entries to send. Registers their type with D-Bus.
 [[nodiscard]] PortalShortcutEntries entriesOf(const QList<PortalShortcut>& shortcuts);
 
-/// The ids among the shortcuts that the desktop answers to have bound; none when that is no list of shortcuts.
+/// The ids of the shortcuts that the desktop has bound. Empty when `shortcuts` is no list of shortcuts.
 [[nodiscard]] std::optional<QStringList> boundIds(const QVariant& shortcuts);
 
 QDBusArgument& operator<<(QDBusArgument& argument, const PortalShortcutEntry& entry);
@@ -53,18 +53,18 @@ Q_DECLARE_METATYPE(stowpocket::PortalShortcutEntry)
 
 namespace stowpocket {
 
-/// One set of shortcuts, bound as long as this lives. Desktops bind once in a session, and may ask the user: another
-/// set needs another session.
+/// One set of shortcuts, bound for the lifetime of this object. A desktop binds once in a session, and may ask the
+/// user, so another set needs another session.
 class PortalShortcutSession : public QObject {
     Q_OBJECT
 
 public:
     struct Events {
-        /// The shortcuts work, as far as the user let them.
+        /// The shortcuts work, as far as the user allowed them.
         std::function<void()> bound;
-        /// They do not, or not any longer, for the reason in `answer`; may destroy the session.
+        /// The shortcuts do not work, or no longer; `answer` has the reason. May destroy the session.
         std::function<void(const PortalAnswer& answer)> ended;
-        /// The token lets a window opened for it take the focus; may be empty.
+        /// The token lets a window that is opened for the press take the focus. It may be empty.
         std::function<void(const QString& id, const QString& activationToken)> activated;
     };
 

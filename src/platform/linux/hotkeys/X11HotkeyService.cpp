@@ -28,7 +28,7 @@ std::uint8_t firstEventOf(xcb_connection_t* connection, std::string_view extensi
     return answer && answer->present != 0 ? answer->first_event : std::uint8_t{0};
 }
 
-/// The press of a hotkey, but for its characters.
+/// The press of a hotkey, without its characters.
 KeyEvent keyEventOf(const KeyCombination& combination, bool capsLock) {
     constexpr std::array<std::pair<std::uint32_t, std::int64_t>, 4> table{{
         {carbonModifier::shiftKey, modifierFlag::shift},
@@ -80,8 +80,8 @@ std::unique_ptr<HotkeyRegistration> X11HotkeyService::registerHotkey(std::uint32
     if (hotkeys_.empty())
         static_cast<void>(grabs_.readLayout());  // changes are not followed while there is nothing to keep grabbed
     const KeyCombination combination{*key, modifiers};
-    // The server would let one program grab it twice, and forget both at the first ungrab: equal hotkeys share a
-    // grab.
+    // Equal hotkeys share a grab: the server would let one program grab it twice and release both at the first
+    // ungrab.
     if (!isGrabbed(combination) && !grabs_.grab(combination)) {
         logRefusal(keyCode, modifiers, "another program holds it");
         return nullptr;
@@ -131,7 +131,7 @@ void X11HotkeyService::fire(const KeyEvent& event, HotkeyIdentifier identifier) 
         handler_(&identifier);
 }
 
-/// Changes of the keyboard come in bursts, and each of them only matters once it is over.
+/// Changes of the keyboard come in bursts, of which only the end matters.
 void X11HotkeyService::scheduleMappingCheck() {
     if (mappingCheckScheduled_ || hotkeys_.empty())
         return;

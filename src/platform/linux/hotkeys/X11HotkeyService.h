@@ -10,20 +10,20 @@
 
 namespace stowpocket {
 
-/// Hotkeys as key grabs on Qt's own connection, so that Qt knows the moment of the press and window managers let the
-/// handler take the focus. Keys are meant by their place on the keyboard, so no change of the layout moves them.
-/// Lives as long as the registrations.
+/// Hotkeys as key grabs on Qt's own connection, so that Qt knows the time of the press and window managers let the
+/// handler take the focus. A key is identified by its place on the keyboard, so a change of the layout does not move
+/// it. Outlives the registrations.
 class X11HotkeyService : public HotkeyService, private X11EventFilter {
 public:
     explicit X11HotkeyService(xcb_connection_t* connection);
 
     void installEventHandler(Handler handler) override { handler_ = std::move(handler); }
-    /// Of two equal hotkeys the later one fires, like the later one of two monitors, until it goes.
+    /// Of two equal hotkeys the later one fires, as with monitors, until it is unregistered.
     [[nodiscard]] std::unique_ptr<HotkeyRegistration> registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                                      HotkeyIdentifier identifier) override;
 
-    /// Grabs keep their keys from this program's own windows too. `takes` gets each press before it fires, and may
-    /// answer that a window took it.
+    /// A grab keeps its key from this program's own windows too. `takes` gets each press before the hotkey fires,
+    /// and returns whether a window took it.
     void setOwnWindows(std::function<bool(const KeyEvent&)> takes) { ownWindowsTake_ = std::move(takes); }
 
 private:
@@ -46,7 +46,7 @@ private:
     const X11KeyCharacters characters_;
     Handler handler_;
     std::function<bool(const KeyEvent&)> ownWindowsTake_;
-    /// The last registered one first.
+    /// The most recently registered one comes first.
     std::list<Hotkey> hotkeys_;
     KeyRepeatFilter repeats_;
     std::uint8_t keyboardExtensionEvent_ = 0;

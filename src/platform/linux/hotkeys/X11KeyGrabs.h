@@ -9,27 +9,27 @@
 
 namespace stowpocket {
 
-/// A key with modifiers, whatever the lock keys say.
+/// A key with modifiers, in any state of the lock keys.
 struct KeyCombination {
     std::uint8_t key = 0;
     std::uint32_t carbonModifiers = 0;
     friend bool operator==(const KeyCombination&, const KeyCombination&) = default;
 };
 
-/// Grabs of key combinations on the root window: their events come to this connection, whoever has the focus. A grab
-/// is held for every state of the lock keys or not at all.
+/// Grabs key combinations on the root window, so that this connection gets their events whichever window has the
+/// focus. A combination is grabbed for every state of the lock keys or not at all.
 class X11KeyGrabs {
 public:
     explicit X11KeyGrabs(xcb_connection_t* connection);
 
     [[nodiscard]] xcb_window_t root() const { return root_; }
     [[nodiscard]] const ModifierLayout& layout() const { return layout_; }
-    /// Asks the server what the modifiers mean now; true when that has changed since.
+    /// Asks the server for the modifier layout. Returns whether it has changed.
     [[nodiscard]] bool readLayout();
 
     /// False when another program holds the combination.
     [[nodiscard]] bool grab(const KeyCombination& combination) const;
-    /// Before a changed layout is read, for grabs made under the old one.
+    /// Releases a grab that was made under this layout, so it comes before a changed layout is read.
     void ungrab(const KeyCombination& combination) const;
 
 private:
@@ -38,11 +38,11 @@ private:
     ModifierLayout layout_;
 };
 
-/// Tells a hotkey's press from the repeats of a key that stays down. A repeat comes either as a press alone, or as a
-/// release and a press of the same moment.
+/// Tells a hotkey's press from the repeats of a key that stays down. A repeat is either a press alone, or a release
+/// and a press with the same time.
 class KeyRepeatFilter {
 public:
-    /// Whether the key went down just now, and did not merely stay there.
+    /// Returns whether the key has just gone down, rather than stayed down.
     [[nodiscard]] bool isNewPress(std::uint8_t key, std::uint32_t time) {
         const bool repeats = key_ == key && (!releasedAt_ || *releasedAt_ == time);
         key_ = key;

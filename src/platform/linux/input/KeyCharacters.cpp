@@ -15,7 +15,7 @@
 namespace stowpocket {
 namespace {
 
-/// From dead_grave on, as keysymdef.h numbers them.
+/// In the order of keysymdef.h, from dead_grave on.
 constexpr std::uint32_t firstDeadSymbol = 0xFE50;
 constexpr std::array<std::string_view, 13> accents{"`", "´", "^", "~", "¯", "˘", "˙", "¨", "˚", "˝", "ˇ", "¸", "˛"};
 
@@ -29,11 +29,11 @@ constexpr std::array<std::pair<std::uint16_t, std::string_view>, 37> names{{
 
 using Keymap = std::unique_ptr<xkb_keymap, decltype(&xkb_keymap_unref)>;
 
-/// Where the state of the modifiers tells the layout in force (X Keyboard Extension, section 2.2.2).
+/// The bits of the modifier state that hold the current layout (X Keyboard Extension, section 2.2.2).
 constexpr std::uint32_t layoutShift = 13;
 constexpr std::uint32_t layoutMask = 3;
 
-/// What the key types in that layout; a key that lacks it is as in its first.
+/// What the key types in that layout. A key without that layout uses its first one.
 std::string characterIn(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout_index_t wanted) {
     const xkb_layout_index_t layout = wanted < xkb_keymap_num_layouts_for_key(keymap, key) ? wanted : 0;
     const xkb_level_index_t levels = xkb_keymap_num_levels_for_key(keymap, key, layout);

@@ -16,7 +16,7 @@ constexpr std::uint8_t firstKey = 8;
 constexpr std::uint16_t firstOwnCode = 0x100;
 constexpr std::uint8_t none = 0xFF;
 
-/// By kernel key code, row by row as the keyboard lies.
+/// By kernel key code, in the rows of the keyboard.
 constexpr std::array<std::uint8_t, 128> virtualKeys = [] {
     std::array<std::uint8_t, 128> table{};
     table.fill(none);
@@ -64,7 +64,7 @@ constexpr std::uint32_t rightAltSymbol = 0xFFEA;
 constexpr std::uint32_t leftSuperSymbol = 0xFFEB;
 constexpr std::uint32_t rightSuperSymbol = 0xFFEC;
 
-/// The first three are Shift, Lock and Control, whatever keys they have.
+/// The first three are always Shift, Lock and Control, whatever their keys.
 constexpr std::size_t firstFreeModifier = 3;
 
 }  // namespace

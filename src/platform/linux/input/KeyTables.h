@@ -13,7 +13,7 @@ namespace stowpocket {
 /// character the layout puts on it. A key that the reference keyboard lacks gets a code of its own, above all others.
 [[nodiscard]] std::uint16_t virtualKeyOf(std::uint8_t key);
 
-/// The way back; none for a code that no key of this keyboard has.
+/// The reverse: the physical key with this virtual key code. Empty for a code that no key of this keyboard has.
 [[nodiscard]] std::optional<std::uint8_t> physicalKeyOf(std::uint32_t virtualKey);
 
 /// The device-independent flag that the reference keyboard sets on every event of this key: function key or numeric
@@ -37,7 +37,7 @@ inline constexpr std::uint16_t mod4 = 0x40;
 inline constexpr std::uint16_t all = 0xFF;
 }  // namespace x11Modifier
 
-/// What the modifier bits mean under the present keyboard map; 0 for a key that is none.
+/// The modifier bits of these keys under the present keyboard map. A key that is no modifier has 0.
 struct ModifierLayout {
     std::uint16_t alt = x11Modifier::mod1;
     std::uint16_t super = x11Modifier::mod4;
@@ -46,7 +46,7 @@ struct ModifierLayout {
     friend bool operator==(const ModifierLayout&, const ModifierLayout&) = default;
 };
 
-/// Reads the layout off the keys of each of the eight modifiers; `keySymbols` gives what stands on a key.
+/// Derives the layout from the keys of each of the eight modifiers. `keySymbols` returns the symbols on a key.
 [[nodiscard]] ModifierLayout
 modifierLayoutOf(const std::array<std::vector<std::uint8_t>, 8>& keysOfModifier,
                  const std::function<std::vector<std::uint32_t>(std::uint8_t)>& keySymbols);
@@ -54,7 +54,7 @@ modifierLayoutOf(const std::array<std::vector<std::uint8_t>, 8>& keysOfModifier,
 /// `carbonModifier` bits as the X protocol's.
 [[nodiscard]] std::uint16_t x11ModifiersOf(std::uint32_t carbonModifiers, const ModifierLayout& layout);
 
-/// Every state that the lock keys can be in.
+/// Every combination of states that the lock keys can be in.
 [[nodiscard]] std::vector<std::uint16_t> lockStates(const ModifierLayout& layout);
 
 }  // namespace stowpocket

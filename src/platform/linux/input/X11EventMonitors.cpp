@@ -16,8 +16,8 @@
 namespace stowpocket {
 namespace {
 
-/// Where the keyboard map makes a combination like Alt+Shift change the layout, its last key has a symbol of its own
-/// (keysymdef.h: ISO_Lock to ISO_Level5_Lock).
+/// In a combination like Alt+Shift that switches the layout, the last key has a symbol of its own (keysymdef.h:
+/// ISO_Lock to ISO_Level5_Lock).
 bool isLayoutSymbol(std::uint32_t symbol) {
     return symbol >= 0xFE01 && symbol <= 0xFE13;
 }
@@ -28,7 +28,7 @@ bool isModifierKey(const QKeyEvent& event) {
     return isLayoutSymbol(event.nativeVirtualKey()) || std::ranges::find(keys, event.key()) != keys.end();
 }
 
-/// The event as the reference platform would describe it, but for its characters.
+/// The event as the reference platform describes it, without its characters.
 KeyEvent keyEventOf(const QKeyEvent& event, std::uint8_t physicalKey) {
     constexpr std::array<std::pair<Qt::KeyboardModifier, std::int64_t>, 4> table{{
         {Qt::ShiftModifier, modifierFlag::shift},
@@ -47,7 +47,7 @@ KeyEvent keyEventOf(const QKeyEvent& event, std::uint8_t physicalKey) {
     return {.keyCode = key, .modifierFlags = flags};
 }
 
-/// As the X protocol numbers buttons; those above are wheels and thumbs.
+/// Buttons as the X protocol numbers them. Higher numbers are wheels and thumb buttons.
 constexpr std::uint32_t leftButton = 1;
 constexpr std::uint32_t rightButton = 3;
 
@@ -81,8 +81,8 @@ bool KeyDownMonitors::swallows(const QKeyEvent& event) {
 }
 
 /// Qt first asks the window whether a shortcut is overridden, then runs shortcuts, then sends the press to the
-/// window, which passes it on to its widgets. A monitor decides at the first of these, and the shortcuts of a press
-/// that it swallows are overridden.
+/// window, which passes it on to its widgets. A monitor decides at the first of these. The shortcuts of a press that
+/// it swallows are overridden.
 bool KeyDownMonitors::eventFilter(QObject* receiver, QEvent* event) {
     const bool isKeyDown = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
     if (!isKeyDown || !receiver->isWindowType())
@@ -133,7 +133,7 @@ void X11ClickWatch::monitorsChanged() {
         });
 }
 
-/// KWin activates what a drag rests on, and says no more when that is clicked afterwards.
+/// KWin activates the window under a drag and does not report a click on it afterwards.
 void X11ClickWatch::reportLostKeyboard() {
     const auto wasDragging = std::make_shared<bool>(false);
     afterDrag_([this, wasDragging] {
@@ -177,7 +177,7 @@ bool X11ClickWatch::isOutsideClick(const xcb_generic_event_t& event) const {
            (press->detail == leftButton || press->detail == rightButton) && !pointerIsOverOwnWindow();
 }
 
-/// Raw events tell no place. Every window that this connection made has a number from the connection's own range.
+/// Raw events carry no position. Every window of this connection has a number from the connection's own range.
 bool X11ClickWatch::pointerIsOverOwnWindow() const {
     const xcb_setup_t* const setup = xcb_get_setup(connection_);
     xcb_window_t window = root_;

@@ -18,11 +18,11 @@ class QKeyEvent;
 
 namespace stowpocket {
 
-/// The key-downs of this application's windows, seen before Qt's own shortcuts. Modifier keys are none by themselves.
+/// Sees key-downs in this application's windows before Qt's own shortcuts do. A modifier key alone is no key-down.
 class KeyDownMonitors : public QObject {
 public:
     using Handler = std::function<bool(const KeyEvent&)>;
-    /// What a key types, by the numbers that the desktop gives to it and to the state of the modifiers.
+    /// Returns what a key types, given its number on the desktop and the modifier state.
     using Character = std::function<std::string(std::uint8_t key, std::uint32_t state)>;
 
     explicit KeyDownMonitors(Character character);
@@ -30,8 +30,7 @@ public:
         return monitors_.add(std::move(handler));
     }
 
-    /// For a press that does not come to a window although one of them has the keyboard: whether a monitor swallows
-    /// it.
+    /// Whether a monitor swallows a press that reached no window although one of them has the keyboard.
     [[nodiscard]] bool swallows(const KeyEvent& event) const;
 
 private:
@@ -40,16 +39,16 @@ private:
 
     const Character character_;
     MonitorList<Handler> monitors_;
-    /// The key-down whose fate was decided last, and that fate: Qt brings each of them twice.
+    /// The last key-down that was decided on, and the decision. Qt delivers each key-down twice.
     std::optional<std::pair<std::uint64_t, std::uint32_t>> decided_;
     bool swallowed_ = false;
 };
 
-/// Sees the left and right mouse buttons go down outside this program's windows, whoever holds the pointer. Without
-/// monitors the server sends nothing. On Qt's connection, which has agreed on the version of the input extension;
-/// where the extension is missing there are no clicks. Of a click on a Wayland window the server learns nothing but
-/// that the keyboard goes elsewhere, so in a Wayland session that counts as one: at the end of the drag where
-/// one out of this program did it.
+/// Sees presses of the left and right mouse button outside this program's windows, even while another program has
+/// grabbed the pointer. Without monitors the server sends nothing. It uses Qt's connection, which has negotiated the
+/// input extension; without that extension there are no clicks. A click on a Wayland window reaches the server only
+/// as a loss of the keyboard, so in a Wayland session that loss counts as a click. During a drag out of this program
+/// it counts once the drag has ended.
 class X11ClickWatch : private X11EventFilter {
 public:
     using Handler = std::function<void()>;
@@ -61,7 +60,7 @@ public:
     [[nodiscard]] std::unique_ptr<EventMonitorToken> add(Handler handler) {
         return monitors_.add(std::move(handler));
     }
-    /// Bit 0 left, bit 1 right, bit 2 middle.
+    /// Bit 0 is left, bit 1 right, bit 2 middle.
     [[nodiscard]] std::uint32_t pressedButtons();
 
 private:
@@ -87,7 +86,7 @@ private:
 /// Event monitors of the X11 desktop: Qt's events for this program's keys, the server's for clicks elsewhere.
 class X11EventMonitors : public EventMonitors {
 public:
-    /// `afterDrag` runs what it gets at once, or when the drag out of this program that is on has ended.
+    /// `afterDrag` runs its work at once, or at the end of a drag out of this program that is under way.
     explicit X11EventMonitors(
         xcb_connection_t* connection, X11ClickWatch::AfterDrag afterDrag = [](const auto& work) { work(); })
         : keyDowns_(X11KeyCharacters(connection)), clicks_(connection, std::move(afterDrag)) {}
@@ -96,8 +95,7 @@ public:
     addLocalKeyDownMonitor(std::function<bool(const KeyEvent&)> handler) override {
         return keyDowns_.add(std::move(handler));
     }
-    /// For a key that is grabbed and so reaches no window: whether a monitor swallows it while this program is
-    /// active.
+    /// Whether a monitor swallows a key that is grabbed, and so reaches no window, while this program is active.
     [[nodiscard]] bool swallowsGrabbed(const KeyEvent& event) const {
         return QGuiApplication::focusWindow() != nullptr && keyDowns_.swallows(event);
     }

@@ -10,12 +10,12 @@
 namespace stowpocket {
 namespace {
 
-/// Targets that ask something of the owner instead of naming a form of its data (ICCCM 2.6).
+/// Targets that are a request to the owner rather than a format of its data (ICCCM 2.6).
 constexpr std::array<std::string_view, 7> questions{"TARGETS", "MULTIPLE",         "TIMESTAMP",      "SAVE_TARGETS",
                                                     "DELETE",  "INSERT_SELECTION", "INSERT_PROPERTY"};
 constexpr std::string_view imagePrefix = "image/";
 constexpr std::string_view bestImage = "image/png";
-/// A picture format whose name does not say so; GTK offers it beside the others.
+/// A picture format with an unusual name, which GTK offers beside the others.
 constexpr std::string_view iconImage = "application/ico";
 
 bool isImage(std::string_view target) {
@@ -26,12 +26,12 @@ bool contains(const auto& range, std::string_view value) {
     return std::ranges::find(range, value) != range.end();
 }
 
-/// The version in which selections can be watched.
+/// The first version that reports new owners of a selection.
 constexpr std::uint32_t fixesVersion = 5;
 /// A list of targets is a few dozen atoms.
 constexpr std::size_t longestTargetList = 4096;
 
-/// Room for the head of a request that changes a property.
+/// The header of a request that changes a property fits into this.
 constexpr std::size_t requestHead = 64;
 
 void setProperty(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t name, xcb_atom_t type,

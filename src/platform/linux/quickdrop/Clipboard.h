@@ -13,7 +13,7 @@
 
 namespace stowpocket {
 
-/// One form of what is on the clipboard, as its owner handed it over.
+/// One format of the clipboard's content, as its owner delivered it.
 struct ClipboardItem {
     std::string target;
     std::string type;
@@ -27,29 +27,30 @@ struct ClipboardAnswer {
     ClipboardItem item;
 };
 
-/// All of the clipboard that is worth keeping, to be put back later. Empty and complete when nobody owned it.
+/// All of the clipboard that is worth keeping, to be restored later. Empty and complete when nobody owned the
+/// clipboard.
 struct ClipboardSnapshot {
     std::vector<ClipboardItem> items;
-    /// Whether putting it back loses nothing.
+    /// Whether restoring it loses nothing.
     bool isComplete = true;
 };
 
-/// Of what an owner offers, what a snapshot keeps: not the questions about the selection itself, and of several
-/// picture formats the best one.
+/// The offered targets that a snapshot keeps: no targets about the selection itself, and only the best of several
+/// picture formats.
 [[nodiscard]] std::vector<std::string> targetsToKeep(const std::vector<std::string>& offered);
 
-/// The names of a file list among the targets.
+/// The target of a list of files.
 inline constexpr std::string_view uriListTarget = "text/uri-list";
 
 /// Collects a snapshot target by target within a budget of bytes.
 class SnapshotBuilder {
 public:
-    /// `offered` is none when the owner did not even say what it has.
+    /// `offered` is empty when the owner did not list its targets.
     SnapshotBuilder(const std::optional<std::vector<std::string>>& offered, std::size_t budget);
 
-    /// The target to ask for next; none when the snapshot is done, complete or not.
+    /// The target to request next. Empty once the snapshot is done, complete or not.
     [[nodiscard]] std::optional<std::string> wanted() const;
-    /// The most bytes that the answer may have.
+    /// The most bytes that the next answer may have.
     [[nodiscard]] std::size_t budgetLeft() const { return budget_; }
     void take(ClipboardAnswer answer);
     [[nodiscard]] ClipboardSnapshot finished() &&;
@@ -61,7 +62,7 @@ private:
     ClipboardSnapshot snapshot_;
 };
 
-/// Reads what another program has on the clipboard, never waiting longer than told.
+/// Reads another program's clipboard content and never waits beyond the deadline.
 class ClipboardReader {
 public:
     using Deadline = XcbSession::Deadline;
@@ -69,14 +70,14 @@ public:
     explicit ClipboardReader(XcbSession& session);
 
     [[nodiscard]] xcb_atom_t selection() const { return reader_.selection(); }
-    /// 0 when nobody owns it.
+    /// 0 without an owner.
     [[nodiscard]] xcb_window_t owner() const { return reader_.owner(); }
-    /// Hears of new owners from now on, or no longer.
+    /// Starts or stops the events about new owners.
     void watchOwner(bool isWatched);
-    /// The owner that the event tells of; 0 when that is nobody, or the event tells of something else.
+    /// The new owner in the event. 0 for no owner, and for any other event.
     [[nodiscard]] xcb_window_t newOwnerIn(const xcb_generic_event_t& event) const;
 
-    /// What the owner offers; none when it does not answer.
+    /// The targets that the owner offers. Empty when it does not answer.
     [[nodiscard]] std::optional<std::vector<std::string>> targets(Deadline deadline);
     [[nodiscard]] ClipboardAnswer read(const std::string& target, Deadline deadline, std::size_t mostBytes);
 
@@ -86,16 +87,16 @@ private:
     std::uint8_t fixesEvent_ = 0;
 };
 
-/// Holds the clipboard for a program whose content was put back, until another program takes it.
+/// Owns the clipboard with restored content until another program takes it.
 class ClipboardOwner {
 public:
     explicit ClipboardOwner(XcbSession& session);
 
-    /// Nothing is offered that needs more than one request to hand over.
+    /// The limit for all offered items, each of which is delivered in one request.
     [[nodiscard]] std::size_t mostBytes() const;
-    /// Takes the clipboard and offers `items`; without any it leaves the clipboard to nobody.
+    /// Takes the clipboard and offers `items`. Without items the clipboard has no owner afterwards.
     void offer(std::vector<ClipboardItem> items);
-    /// What is offered now; empty when another program has the clipboard.
+    /// The current offer. Empty when another program owns the clipboard.
     [[nodiscard]] const std::vector<ClipboardItem>& items() const { return items_; }
     void handleEvent(const xcb_generic_event_t& event);
 

@@ -33,7 +33,7 @@ std::uint8_t keyIn(xkb_keymap* keymap, xkb_layout_index_t layout, xkb_keysym_t s
     return 0;
 }
 
-/// In the layout in force, where programs look first, else in any other; 0 when it is in none.
+/// Searches the current layout first, as programs do, then the others. 0 when no layout has the symbol.
 std::uint8_t keyFor(xkb_keymap* keymap, xkb_layout_index_t inForce, xkb_keysym_t symbol) {
     std::uint8_t key = keyIn(keymap, inForce, symbol);
     for (xkb_layout_index_t layout = 0; key == 0 && layout < xkb_keymap_num_layouts(keymap); ++layout)
@@ -51,15 +51,15 @@ bool hasKeymaps(xcb_connection_t* connection) {
                                        XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, nullptr, nullptr) != 0;
 }
 
-/// A program with a folder of files in front answers in a millisecond or two.
+/// A program that shows a folder answers in a millisecond or two.
 constexpr std::chrono::milliseconds timeLimit(300);
 
-/// The objects of one Dolphin process, asked one question after the other until the time is up.
+/// The bus objects of one Dolphin process, called one after another until the time is up.
 class DolphinProcess {
 public:
     explicit DolphinProcess(std::uint32_t process) : service_(QStringLiteral("org.kde.dolphin-%1").arg(process)) {}
 
-    /// What the method answers, first value only; none when there is no answer.
+    /// The first value that the method returns. Empty without an answer.
     [[nodiscard]] std::optional<QVariant> call(const QString& path, const QString& interface,
                                                const QString& method) const {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(end_ - std::chrono::steady_clock::now());

@@ -10,7 +10,7 @@ struct xkb_context;
 
 namespace stowpocket {
 
-/// Presses copy combinations through the XTEST extension, as if on the keyboard.
+/// Presses copy combinations through the XTEST extension, like a keyboard.
 class X11CopyKeys {
 public:
     explicit X11CopyKeys(XcbSession& session);
@@ -18,11 +18,12 @@ public:
     X11CopyKeys(const X11CopyKeys&) = delete;
     X11CopyKeys& operator=(const X11CopyKeys&) = delete;
 
-    /// Finds the keys under the layout in force. False when it has no such key, or keys cannot be pressed here.
+    /// Finds the keys in the current layout. Returns false when it has no such key, or keys cannot be pressed on
+    /// this server.
     [[nodiscard]] bool prepare(CopyKey key);
-    /// Releases every key that is held, which also ends a hotkey's grab of the keyboard, then presses what was
-    /// prepared. All in one go: a program that sees a modifier go up alone may open its menu bar. Released keys are
-    /// not pressed again, or they would stay down.
+    /// Releases every key that is held, which also ends a hotkey's grab of the keyboard, then presses the prepared
+    /// combination. All requests go out together, since a program that sees only a modifier released may open its
+    /// menu bar. Released keys are not pressed again, as they would stay down.
     void press();
 
 private:
@@ -33,8 +34,8 @@ private:
     bool canPress_ = false;
 };
 
-/// Runs the Copy action of the Dolphin window `window` of the process `process` over the session bus. Any thread,
-/// which waits a fraction of a second at most. False when that window could not be found or did not answer.
+/// Runs the Copy action of the Dolphin window `window` of the process `process` over the session bus. Any thread;
+/// blocks for a fraction of a second at most. Returns false when the window is not found or does not answer.
 [[nodiscard]] bool copyInDolphin(std::uint32_t process, std::uint32_t window);
 
 }  // namespace stowpocket

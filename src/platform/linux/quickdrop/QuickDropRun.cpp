@@ -8,8 +8,8 @@
 namespace stowpocket {
 namespace {
 
-/// Classes as the programs of Debian 12 set them. All put text/uri-list on the clipboard; only Dolphin also takes
-/// Ctrl+Insert for files.
+/// Classes as the programs in Debian 12 set them. All offer text/uri-list on the clipboard. Only Dolphin copies
+/// files on Ctrl+Insert too.
 constexpr std::array<KnownFileManager, 7> knownFileManagers{{
     {"thunar", CopyKey::controlC, false},
     {"pcmanfm", CopyKey::controlC, false},
@@ -27,7 +27,7 @@ bool equalIgnoringCase(std::string_view one, std::string_view other) {
 
 struct Target {
     std::uint32_t window = 0;
-    /// Our own window that has the keyboard now; 0 when the target has it.
+    /// Our own window when it has the keyboard. 0 when the target has it.
     std::uint32_t ownWindow = 0;
 };
 
@@ -41,7 +41,7 @@ bool haveSelectionCopied(QuickDropDesktop& desktop, const KnownFileManager& mana
         return true;
     if (!desktop.prepareKeys(manager.copyKey, target.window))
         return false;
-    // All this took a while: the keys must still reach the window that was looked at.
+    // Time has passed, and the keys may only reach the window that was examined.
     const bool hasKeyboard =
         target.ownWindow != 0 ? desktop.activate(target.window) : desktop.activeWindow() == target.window;
     if (hasKeyboard)

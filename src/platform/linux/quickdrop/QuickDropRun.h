@@ -11,10 +11,10 @@
 
 namespace stowpocket {
 
-/// How a file manager is made to copy its selection.
+/// The key combination that makes a file manager copy its selection.
 enum class CopyKey {
     controlC,
-    /// For a program that may show a terminal, where Ctrl+C would end what runs in it.
+    /// For a program that may show a terminal, where Ctrl+C would end the program in it.
     controlInsert,
 };
 
@@ -25,11 +25,11 @@ struct KnownFileManager {
     bool copiesOverBus;
 };
 
-/// The file manager whose windows have this class (the second part of WM_CLASS; users set the first part freely, for
-/// terminals too). None for all other programs: no key is ever sent to those.
+/// The file manager whose windows have this class, which is the second part of WM_CLASS; users can set the first
+/// part of any program. Empty for all other programs, which never get a key.
 [[nodiscard]] std::optional<KnownFileManager> fileManagerOf(std::string_view windowClass);
 
-/// What a quick drop asks of the desktop. Each call ends within its own time limit; an empty answer is a failure.
+/// What a quick drop needs from the desktop. Each call ends within its own time limit. An empty answer is a failure.
 class QuickDropDesktop {
 public:
     virtual ~QuickDropDesktop() = default;
@@ -38,30 +38,31 @@ public:
     [[nodiscard]] virtual std::string classOf(std::uint32_t window) = 0;
     /// Whether the window is this program's.
     [[nodiscard]] virtual bool isOwn(std::uint32_t window) = 0;
-    /// The last active window that was another program's, also when it is no more; 0 when there was none.
+    /// The last active window of another program, even if it is gone by now. 0 when there was none.
     [[nodiscard]] virtual std::uint32_t lastForeignWindow() = 0;
-    /// Gives the keyboard to a window and waits until it has it. False when it does not get it.
+    /// Gives the keyboard to a window and waits for that. Returns false when the window does not get it.
     virtual bool activate(std::uint32_t window) = 0;
 
     [[nodiscard]] virtual ClipboardSnapshot takeSnapshot() = 0;
-    /// Runs the Copy action of the file manager that has this window. False when it could not be reached.
+    /// Runs the Copy action of the file manager with this window. Returns false when it cannot be reached.
     [[nodiscard]] virtual bool copyOverBus(std::uint32_t window) = 0;
-    /// Finds the combination on the keyboard, for this window. False when the present layout has no such key.
+    /// Finds the keys of the combination, to be pressed in this window. Returns false when the current layout has no
+    /// such key.
     [[nodiscard]] virtual bool prepareKeys(CopyKey key, std::uint32_t window) = 0;
-    /// Releases the keys that are held and presses the combination that was prepared.
+    /// Releases the keys that are held and presses the prepared combination.
     virtual void pressKeys() = 0;
-    /// Waits for the clipboard to change hands, longer while the window's program is busy. False when nobody took it.
+    /// Waits for a new clipboard owner, longer while the window's program is busy. Returns false when there is none.
     [[nodiscard]] virtual bool awaitNewOwner() = 0;
-    /// The files on the clipboard; none when it holds something else, such as text.
+    /// The files on the clipboard. Empty when it holds something else, such as text.
     [[nodiscard]] virtual std::vector<FileURL> filesOnClipboard() = 0;
-    /// Puts a complete snapshot back, unless somebody else has taken the clipboard since.
+    /// Puts a complete snapshot back, unless another program has taken the clipboard since.
     virtual void restore(ClipboardSnapshot snapshot) = 0;
 };
 
-/// Has the file manager in front copy its selection, reads the files off the clipboard and puts back what was there.
-/// In front is the active window, or the one that was active before when that is our own, as after a quick drop; it
-/// then gets the keyboard for a moment. Nothing is ever sent to another program, and a clipboard that could not be
-/// saved completely is not put back.
+/// Makes the file manager in front copy its selection, reads the files from the clipboard and restores what the
+/// clipboard held. In front is the active window. When that is our own, as after a quick drop, it is the window that
+/// was active before, which then gets the keyboard for a moment. No other program ever gets a key. A clipboard that
+/// could not be saved completely is not restored.
 [[nodiscard]] std::vector<FileURL> runQuickDrop(QuickDropDesktop& desktop);
 
 }  // namespace stowpocket

@@ -19,7 +19,7 @@ Q_LOGGING_CATEGORY(quickDropLog, "stowpocket.quickdrop")
 
 }  // namespace
 
-/// The thread and its connection. Everything it is told comes through one counter that wakes it.
+/// The thread and its connection. One counter wakes the thread for everything.
 class X11FileManagerSelection::Worker {
 public:
     using Answer = std::function<void(std::vector<FileURL>)>;
@@ -34,7 +34,7 @@ public:
     ~Worker() {
         isEnding_ = true;
         wake();
-        // Ends whatever the thread is waiting for the server for.
+        // Ends whatever wait for the server the thread is in.
         shutdown(xcb_get_file_descriptor(desktop_.session().raw()), SHUT_RDWR);
         thread_.join();
         close(wakeUp_);

@@ -12,14 +12,14 @@ namespace stowpocket {
 
 class Dispatch;
 
-/// The selection of the file manager in front, had by making it copy. The first call starts a thread with its own
-/// connection to the X server; between calls that thread sleeps, but for other programs that paste what it put back
-/// on the clipboard. A call during another is answered with no files at once.
+/// The selection of the file manager in front, which is made to copy it. The first call starts a thread with its own
+/// connection to the X server. Between calls that thread only serves other programs that paste the restored
+/// clipboard. A call during another one completes at once without files.
 class X11FileManagerSelection : public FileManagerSelection {
 public:
     /// Both outlive it. Made after the application.
     X11FileManagerSelection(Dispatch& dispatch, const X11Connection& connection);
-    /// Waits for the other thread, which is cut off from the server. Reads that are not answered yet never will be.
+    /// Disconnects the thread from the server and waits for it. A read under way never completes.
     ~X11FileManagerSelection() override;
     X11FileManagerSelection(const X11FileManagerSelection&) = delete;
     X11FileManagerSelection& operator=(const X11FileManagerSelection&) = delete;

@@ -19,12 +19,12 @@ constexpr std::size_t longestProtocolList = 1024;
 
 using std::chrono::milliseconds;
 
-/// A sound owner on a busy machine hands over the largest pictures within this; a stopped one never does.
+/// A working owner on a busy machine delivers the largest pictures within this time. A stopped one never does.
 constexpr milliseconds snapshotLimit(1000);
 constexpr std::size_t snapshotBudget = 16u << 20;
-/// Until a file manager that was busy gets round to the keys. What it copied later would stay on the clipboard.
+/// For a busy file manager to handle the keys. Files that it copies later stay on the clipboard.
 constexpr milliseconds busyLimit(5000);
-/// From then on. The slowest one seen took 13 ms, with 5000 files selected.
+/// For the copy after that. The slowest one seen took 13 ms, with 5000 files selected.
 constexpr milliseconds copyLimit(400);
 constexpr milliseconds filesLimit(2000);
 /// Window managers answer within a few milliseconds.
@@ -118,8 +118,8 @@ std::uint32_t X11QuickDropDesktop::activeWindow() {
     return cardinal(session_->root(), "_NET_ACTIVE_WINDOW");
 }
 
-/// As a pager would, which window managers always obey. When they have is seen by looking: the events of the root
-/// window are taken for another purpose.
+/// Asks as a pager, which window managers always obey. Polls for the result, since the events of the root window
+/// serve another purpose.
 bool X11QuickDropDesktop::activate(std::uint32_t window) {
     xcb_client_message_event_t request{};
     request.response_type = XCB_CLIENT_MESSAGE;
@@ -136,7 +136,7 @@ bool X11QuickDropDesktop::activate(std::uint32_t window) {
     return activeWindow() == window;
 }
 
-/// WM_CLASS is two texts, each ended by NUL: the instance and the class.
+/// WM_CLASS has two texts, the instance and the class, each ended by NUL.
 std::string X11QuickDropDesktop::classOf(std::uint32_t window) {
     const X11Property property = session_->property(window, XCB_ATOM_WM_CLASS, longestClass);
     const auto classBegin =
@@ -151,7 +151,7 @@ std::string X11QuickDropDesktop::classOf(std::uint32_t window) {
 }
 
 ClipboardSnapshot X11QuickDropDesktop::takeSnapshot() {
-    session_->handleEvents();  // may bring that another program took the clipboard from us
+    session_->handleEvents();  // may report that another program has taken the clipboard
     if (!owner_.items().empty())
         return {owner_.items(), true};
     if (reader_.owner() == XCB_WINDOW_NONE)

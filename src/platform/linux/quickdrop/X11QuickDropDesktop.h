@@ -11,13 +11,13 @@
 
 namespace stowpocket {
 
-/// Remembers which window of another program was active last. The server tells Qt of each change anyway.
+/// Remembers which window of another program was active last. Qt's connection gets the events for that anyway.
 class X11ActiveWindow : private X11EventFilter {
 public:
     /// `connection` outlives it. Made after the application, on the main thread.
     explicit X11ActiveWindow(const X11Connection& connection);
 
-    /// Any thread. 0 when there was none; the window may be gone since.
+    /// Any thread. 0 when there was none. The window may be gone by now.
     [[nodiscard]] xcb_window_t lastForeign() const { return lastForeign_; }
     /// Any thread.
     [[nodiscard]] bool isOwn(xcb_window_t window) const { return connection_.isOwn(window); }
@@ -30,13 +30,13 @@ private:
     std::atomic<xcb_window_t> lastForeign_ = x11None;
 };
 
-/// Asks the program of a window for a sign of life (_NET_WM_PING), which it gives when it gets round to the events
-/// that it was sent before. The answer goes to the root window, which is watched from the preparation until the end.
+/// Pings the program of a window (_NET_WM_PING), which answers once it has handled the events sent before. The
+/// answer goes to the root window, whose events are selected from the preparation until the end.
 class X11WindowPing {
 public:
     explicit X11WindowPing(XcbSession& session) : session_(session) {}
 
-    /// Finds out whether the program has promised to answer, so that sending takes no time.
+    /// Finds out whether the program supports the ping, so that sending it takes no time.
     void prepare(xcb_window_t window);
     [[nodiscard]] bool isPossible() const { return window_ != XCB_WINDOW_NONE; }
     void send() const;
@@ -51,7 +51,7 @@ private:
     xcb_timestamp_t time_ = XCB_CURRENT_TIME;
 };
 
-/// The desktop of one X server, on a connection of its own. One thread at a time.
+/// The desktop on one X server, through a connection of its own. One thread at a time.
 class X11QuickDropDesktop : public QuickDropDesktop {
 public:
     /// `windows` outlives it.
@@ -70,12 +70,12 @@ public:
     [[nodiscard]] std::vector<FileURL> filesOnClipboard() override;
     void restore(ClipboardSnapshot snapshot) override;
 
-    /// Call when the run is over: the server need not tell of new owners or answers any more.
+    /// Ends the events about new owners and pings, after a run.
     void finish() {
         reader_.watchOwner(false);
         ping_.end();
     }
-    /// Answers those who want what was put back. Returns when nothing has come, without waiting.
+    /// Answers programs that paste the restored clipboard. Does not wait.
     void serve() { session_->handleEvents(); }
     [[nodiscard]] const XcbSession& session() const { return *session_; }
 

@@ -13,13 +13,13 @@ namespace {
 Q_LOGGING_CATEGORY(sessionLog, "stowpocket.session")
 
 constexpr int patienceMs = 300;
-/// Qt 6 then asks for the address alone, and does not wait for that.
+/// Makes Qt 6 ask for the address only, without waiting.
 constexpr auto alwaysOn = "QT_LINUX_ACCESSIBILITY_ALWAYS_ON";
 
 QDBusMessage question() {
     QDBusMessage question = propertyCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
                                          QStringLiteral("org.a11y.Status"), QStringLiteral("IsEnabled"));
-    // One that is not running is not started for this, and Qt does not ask it then.
+    // A bus that is not running is not started for this, and Qt does not ask it either.
     question.setAutoStartService(false);
     return question;
 }

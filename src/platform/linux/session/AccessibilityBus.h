@@ -6,15 +6,15 @@
 
 namespace stowpocket {
 
-/// Finds out whether the bus of accessibility answers: Qt would wait 25 seconds, twice, for one that does not. Main
+/// Finds out whether the accessibility bus answers. Qt would wait 25 seconds, twice, for one that does not. Main
 /// thread.
 class AccessibilityBusProbe {
 public:
-    /// Asks, without waiting for the answer.
+    /// Sends the question and does not wait for the answer.
     explicit AccessibilityBusProbe(const QDBusConnection& bus);
 
-    /// Before the first window. Waits until 300 ms after the question at most. Where there is no answer by then, Qt
-    /// serves screen readers without asking whether there is one; false then.
+    /// Called before the first window. Waits until at most 300 ms after the question. Without an answer by then,
+    /// returns false and has Qt serve screen readers without asking whether there is one.
     bool avoidSilentBus();
 
 private:

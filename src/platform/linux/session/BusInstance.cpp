@@ -23,11 +23,11 @@ Q_LOGGING_CATEGORY(sessionLog, "stowpocket.session")
 using namespace std::chrono_literals;
 
 constexpr int claimTimeoutMs = 3000;
-/// Short enough that a second start in between is unlikely, which would take the name.
+/// Short, because a second start in between would take the name.
 constexpr auto joiningInterval = 500ms;
-/// Without requests, before the memory that they took is given back.
+/// Time without requests before their memory is returned to the system.
 constexpr auto quietTime = 2s;
-/// Nobody sends so many requests while a program starts.
+/// More requests than anybody sends while a program starts.
 constexpr std::size_t maxWaitingRequests = 256;
 
 /// Answers of RequestName, as the message bus numbers them.
@@ -109,7 +109,7 @@ BusInstance::~BusInstance() {
     bus_.unregisterObject(shelfBus::path);
 }
 
-/// Asked for a bus where there is no address of one, the library would start one of its own.
+/// Without the address of a bus the library would start a bus of its own.
 QDBusConnection BusInstance::connectToSessionBus(const QString& name) {
     const bool hasAddress = qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
                             QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
@@ -130,7 +130,7 @@ void BusInstance::joinAgain() {
 }
 
 BusInstance::Claim BusInstance::claim() {
-    // The object comes first: whoever sees the name may call at once.
+    // The object comes first, since other programs may call it as soon as they see the name.
     if (!bus_.isConnected() || !bus_.registerVirtualObject(shelfBus::path, this)) {
         qCWarning(sessionLog, "no session bus: command verbs and a second start will not reach this program");
         return Claim::noBus;
@@ -151,7 +151,7 @@ void BusInstance::serve(ShelfRequests& commands) {
     takeTurns();
 }
 
-/// From the file that is installed as well. The library writes the document around the interface.
+/// The interface from the installed description. The library writes the document around it.
 QString BusInstance::introspect(const QString& path) const {
     QFile file(QStringLiteral(":/%1.xml").arg(shelfBus::interface));
     if (path != shelfBus::path || !file.open(QIODevice::ReadOnly))
@@ -186,7 +186,7 @@ void BusInstance::enqueue(const QDBusMessage& request) {
         askForUser(request.service());
 }
 
-/// A bus may let other users in; this shelf is its owner's.
+/// A bus may accept other users, but the shelf serves its owner only.
 void BusInstance::askForUser(const QString& sender) {
     const QDBusMessage question = busCall(QStringLiteral("GetConnectionUnixUser"), {sender});
     callOnBus(bus_, question, *this, [this, sender](const QDBusMessage& answer) {
@@ -208,7 +208,7 @@ void BusInstance::askForUser(const QString& sender) {
 void BusInstance::takeTurns() {
     if (commands_ == nullptr)
         return;
-    // A sender is forgotten with its last request: after a restart of the bus its name may be another's.
+    // A sender is forgotten after its last request, since its name may be another's after a restart of the bus.
     bool isMoreWaiting = false;
     for (auto next = senders_.begin(); next != senders_.end();) {
         const auto sender = next++;
@@ -233,7 +233,7 @@ std::size_t BusInstance::waitingCount() const {
     return count;
 }
 
-/// What a flood of requests took would stay with the allocator.
+/// The memory of a flood of requests would otherwise stay with the allocator.
 void BusInstance::noteWeight(std::size_t names) {
     constexpr std::size_t flood = 200;
     constexpr std::size_t namesPerRequest = 50;

@@ -18,7 +18,7 @@
 #include <string>
 #include <vector>
 
-/// The names by which the running program and its command verbs find each other on the session bus.
+/// The names through which the running program and its command verbs meet on the session bus.
 namespace stowpocket::shelfBus {
 
 inline const QString service =
@@ -26,11 +26,11 @@ inline const QString service =
 inline const QString path = QStringLiteral("/com/example/stowpocket");
 inline const QString interface = QStringLiteral("com.example.stowpocket.Shelf1");
 
-/// Keys of the tokens that a request carries, as org.freedesktop.Application calls them.
+/// Keys of the tokens in a request, as in org.freedesktop.Application.
 inline const QString activationTokenKey = QStringLiteral("activation-token");
 inline const QString startupIDKey = QStringLiteral("desktop-startup-id");
 
-/// The items that List answers with (aa{sv}), and the keys of each.
+/// The items that List returns (aa{sv}), and the keys of each.
 using ItemList = QList<QVariantMap>;
 inline const QString idKey = QStringLiteral("id");
 inline const QString urlKey = QStringLiteral("url");
@@ -41,23 +41,24 @@ inline const QString sizeKey = QStringLiteral("size");
 
 namespace stowpocket {
 
-/// Makes this process the one program of the session: owns its name on the bus and answers the command verbs of
-/// other processes there. Only the same user is answered. A bus that ends and comes back is joined again. Main
-/// thread, on which it waits for the bus alone, when it asks for the name.
+/// Makes this process the only program of the session: owns its name on the bus and serves the command verbs of
+/// other processes there, for the same user only. A bus that ends and comes back is joined again. Main thread; waits
+/// for nothing but the bus when it claims the name.
 class BusInstance : public QDBusVirtualObject {
 public:
     enum class Claim { owned, takenByAnother, noBus };
 
-    /// A new connection of that name to the bus, which may be down.
+    /// Opens a new connection of that name to the bus, which may be down.
     using Connect = std::function<QDBusConnection(const QString& name)>;
 
-    /// `connectAgain` is used once `bus` has ended.
+    /// `connectAgain` is used after `bus` has ended.
     BusInstance(QDBusConnection bus, std::string version, Connect connectAgain = connectToSessionBus);
     ~BusInstance() override;
 
-    /// Asks for the name, without waiting in line. With `noBus` the program runs alone and cannot be asked anything.
+    /// Claims the name, without queuing for it. With `noBus` the program runs but cannot be reached.
     [[nodiscard]] Claim claim();
-    /// From here on requests are carried out, first those that have come since the claim. `commands` outlives this.
+    /// Carries out requests from now on, first those that have come since the claim. `commands` outlives this
+    /// object.
     void serve(ShelfRequests& commands);
 
     [[nodiscard]] QString introspect(const QString& path) const override;
@@ -67,11 +68,11 @@ private:
     static QDBusConnection connectToSessionBus(const QString& name);
     void joinAgain();
 
-    /// As the description of the interface has it.
+    /// A method of the interface's description.
     struct Method;
     static const std::vector<Method>& methods();
 
-    /// The requests of one connection, in the order in which they came.
+    /// The requests of one connection, in order of arrival.
     struct Sender {
         bool isOwner = false;
         std::deque<QDBusMessage> requests;
@@ -79,13 +80,13 @@ private:
 
     void enqueue(const QDBusMessage& request);
     void askForUser(const QString& sender);
-    /// Carries out some of the waiting requests, one of each sender in turn, so that no flood keeps others waiting.
+    /// Carries out one waiting request of each sender, so that a flood from one does not delay the others.
     void takeTurns();
     [[nodiscard]] std::size_t waitingCount() const;
     void noteWeight(std::size_t names);
     void carryOut(const QDBusMessage& request);
     void answer(const QDBusMessage& request, const QVariantList& values);
-    /// Answers with the outcomes and with the reason why they are not saved yet, empty when they are.
+    /// Answers with the outcomes and the reason why they are not saved yet, which is empty once they are.
     template <class Outcome>
     [[nodiscard]] ShelfRequests::Completion<Outcome> answerTo(const QDBusMessage& request);
     void refuse(const QDBusMessage& request, QDBusError::ErrorType error, const QString& reason);
@@ -101,10 +102,10 @@ private:
     /// Runs while the bus is down.
     QTimer joining_;
     ShelfRequests* commands_ = nullptr;
-    /// By unique name, those whose requests wait.
+    /// Senders with waiting requests, by unique name.
     std::map<QString, Sender> senders_;
     QTimer turns_;
-    /// What requests have cost since memory was last given back, which happens in a quiet moment.
+    /// What requests have cost since memory was last returned to the system, which happens in a quiet moment.
     std::size_t weight_ = 0;
     QTimer quiet_;
 };

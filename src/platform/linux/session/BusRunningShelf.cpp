@@ -26,7 +26,7 @@ using namespace std::chrono_literals;
 /// A cold start from a slow disk takes a few seconds.
 constexpr auto startTimeout = 15s;
 
-/// Answers 0 when the program could not be started.
+/// Returns 0 when the program cannot be started.
 qint64 startDetached(const std::string& executable) {
     QProcess process;
     process.setProgram(QFile::decodeName(QByteArray::fromStdString(executable)));
@@ -38,8 +38,8 @@ qint64 startDetached(const std::string& executable) {
     return process.startDetached(&id) ? id : 0;
 }
 
-/// Notices the end of a process that is not a child. Kernels before 5.3 cannot tell: then only the time limit ends
-/// the wait.
+/// Notices the end of a process that is not a child. Kernels before 5.3 cannot report it, so that only the time
+/// limit ends the wait.
 class ProcessEnd {
 public:
     explicit ProcessEnd(qint64 id) : descriptor_(static_cast<int>(::syscall(SYS_pidfd_open, id, 0))) {}
@@ -63,10 +63,10 @@ private:
     std::unique_ptr<QSocketNotifier> notifier_;
 };
 
-/// Starts `executable`, independent of this process, and waits until somebody owns `name` on the bus. False when the
-/// program ends before that, or takes too long.
+/// Starts `executable`, independent of this process, and waits for an owner of `name` on the bus. Returns false when
+/// the program ends before that, or takes too long.
 bool startProgramAndAwaitName(const std::string& executable, const QDBusConnection& bus, const QString& name) {
-    // Watched before the start, so that the name cannot come unseen.
+    // Watched before the start, so that the name cannot be missed.
     const QDBusServiceWatcher watcher(name, bus, QDBusServiceWatcher::WatchForRegistration);
     QEventLoop loop;
     QObject::connect(&watcher, &QDBusServiceWatcher::serviceRegistered, &loop, &QEventLoop::quit);
@@ -157,7 +157,7 @@ std::optional<QVariantList> BusRunningShelf::call(const QString& method, const Q
     if (reply.type() == QDBusMessage::ReplyMessage)
         return reply.arguments();
     problem_ = problemOf(reply);
-    // One that was started for the request ends without an answer when it finds the shelf in another session.
+    // A program started for the request ends without an answer when it finds the shelf in another session.
     if (!bus_.interface()->isServiceRegistered(shelfBus::service))
         noteAbsence(problem_);
     return std::nullopt;

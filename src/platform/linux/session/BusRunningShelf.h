@@ -10,11 +10,11 @@
 
 namespace stowpocket {
 
-/// The running program, asked over the session bus. Needs the application object, but no loop that runs.
+/// The running program, reached over the session bus. Needs the application object, but no running event loop.
 class BusRunningShelf : public RunningShelf {
 public:
-    /// `executable` is started where the program is needed and does not run; `tokens` go with every request that may
-    /// open a window. `lock` is the path of the lock that the program holds while it runs.
+    /// `executable` is started when the program is needed and not running. `tokens` accompany every request that may
+    /// open a window. `lock` is the path of the lock that the running program holds.
     BusRunningShelf(QDBusConnection bus, std::string executable, StartupTokens tokens, std::string lock);
 
     [[nodiscard]] bool reach(StartProgram start) override;
@@ -27,9 +27,9 @@ public:
     [[nodiscard]] std::string saveProblem() const override { return saveProblem_; }
 
 private:
-    /// Notes why the program cannot be reached. False, for the caller to answer.
+    /// Records why the program cannot be reached, and returns false.
     bool noteAbsence(const std::string& otherwise);
-    /// The values answered; none when there was no good answer, with the reason noted.
+    /// The returned values. Empty after a failure, whose reason is recorded.
     [[nodiscard]] std::optional<QVariantList> call(const QString& method, const QVariantList& arguments);
     template <class Outcome>
     using OutcomeOf = std::optional<Outcome> (*)(std::string_view word);

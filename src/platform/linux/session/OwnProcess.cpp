@@ -32,7 +32,7 @@ void runHandler() {
 
 constexpr std::array<int, 3> terminationSignals{SIGTERM, SIGINT, SIGHUP};
 
-/// The two ends of a pipe. A signal handler may do next to nothing, but it may write a byte.
+/// The two ends of a pipe. Writing a byte is one of the few things that a signal handler may do.
 std::array<int, 2> ends{-1, -1};
 
 void noteSignal(int) {
@@ -70,7 +70,7 @@ std::string executableToStart(std::string_view runningCode, std::string_view app
                                   runningCode.substr(appFolder.size()).starts_with('/');
     if (runsFromAppImage)
         return std::string(appImage);
-    // Said of a program whose file was replaced by a newer one while it ran.
+    // The kernel adds this for a program whose file was replaced while it ran.
     constexpr std::string_view deleted = " (deleted)";
     if (runningCode.ends_with(deleted))
         runningCode.remove_suffix(deleted.size());

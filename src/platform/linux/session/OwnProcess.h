@@ -9,17 +9,16 @@
 
 namespace stowpocket {
 
-/// The file to run to start this program again: the AppImage when it runs out of one. Empty when /proc does not tell.
+/// The file that starts this program again: the AppImage when it runs from one. Empty when /proc does not tell.
 [[nodiscard]] std::string ownExecutable();
 
-/// The same from its parts: where the running code lies, and the AppImage and its mounted folder as the environment
-/// names them. They are believed only when the code lies in that folder, since every program that an AppImage starts
-/// inherits them.
+/// The same, given the path of the running code, and the AppImage and its mounted folder from the environment. The
+/// environment counts only when the code is in that folder, since every program started by an AppImage inherits it.
 [[nodiscard]] std::string executableToStart(std::string_view runningCode, std::string_view appImage,
                                             std::string_view appFolder);
 
-/// Runs a function when the process is ended by exit() while this exists. Qt does that from inside the main loop when
-/// the X server goes, so that nothing further up the stack is destroyed. One at a time; main thread.
+/// Runs a function when exit() ends the process while this object exists. Qt calls exit() from inside the main loop
+/// when the X server ends, so that nothing further up the stack is destroyed. One at a time; main thread.
 class ExitHandler {
 public:
     explicit ExitHandler(std::function<void()> onExit);
@@ -28,8 +27,8 @@ public:
     ~ExitHandler();
 };
 
-/// Turns the signals that ask a program to end (SIGTERM, SIGINT, SIGHUP) into a call from the main loop. The same
-/// signal once more ends the process at once. One at a time.
+/// Turns the termination signals (SIGTERM, SIGINT, SIGHUP) into a call from the main loop. A second one of the same
+/// kind ends the process at once. One at a time.
 class TerminationSignals {
 public:
     explicit TerminationSignals(std::function<void()> onTermination);

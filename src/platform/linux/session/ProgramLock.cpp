@@ -38,12 +38,12 @@ FileDescriptor openLock(const std::string& path, int mode) {
     return FileDescriptor(::open(path.c_str(), mode | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, userOnly));
 }
 
-/// For reading where that is enough: a disk that is too busy to be written to does not hold up the start then.
+/// Opens for reading where that is enough, so that a disk too busy for writing does not delay the start.
 FileDescriptor openToLock(const std::string& path) {
     FileDescriptor file = openLock(path, O_RDONLY);
     if (!file.isOpen() && errno == ENOENT && makeFolders(parentFolder(path)))
         file = openLock(path, O_RDWR | O_CREAT);
-    // NFS gives this lock only to who may write.
+    // NFS requires write access for this lock.
     if (file.isOpen() && tryLock(file, LOCK_EX) == Taking::impossible && errno == EBADF)
         file = openLock(path, O_RDWR);
     return file;
@@ -59,8 +59,8 @@ std::string ownPlace() {
            part("session", "XDG_SESSION_ID") + ", process " + std::to_string(::getpid());
 }
 
-/// A lock over the first byte of the file says that the place is still to be written there. It belongs to the open
-/// file, as the lock on the whole does. Where the system has no such lock, readers do not wait.
+/// A lock on the first byte of the file means that the place is not written yet. It belongs to the open file, like
+/// the lock on the whole file. On a system without such locks, readers do not wait.
 struct flock placeLock(short type) {
     return {.l_type = type, .l_whence = SEEK_SET, .l_start = 0, .l_len = 1, .l_pid = 0};
 }
@@ -70,7 +70,7 @@ bool isPlaceWritten(const FileDescriptor& file) {
     return ::fcntl(file.get(), F_OFD_GETLK, &asked) != 0 || asked.l_type == F_UNLCK;
 }
 
-/// Waits a moment for the disk that it is written to. A longer place may follow behind the end of the text.
+/// Waits a moment for the place to be written. The rest of an older, longer place may follow the text.
 std::string readPlace(const FileDescriptor& file) {
     const auto end = std::chrono::steady_clock::now() + 200ms;
     while (!isPlaceWritten(file) && std::chrono::steady_clock::now() < end)
@@ -80,12 +80,12 @@ std::string readPlace(const FileDescriptor& file) {
     return length > 0 ? std::string(text.data()) : "an unknown place";
 }
 
-/// Does not wait for the disk, nor for a thread to get its turn, which delays a start beside many others. Nothing is
-/// truncated: ext4 takes a millisecond or two to free what a file holds.
+/// Waits neither for the disk nor for the thread, either of which would delay a start on a busy machine. Truncates
+/// nothing, since ext4 takes a millisecond or two for that.
 void writePlace(const std::string& path, const FileDescriptor& file) {
     struct flock unwritten = placeLock(F_RDLCK);
     static_cast<void>(::fcntl(file.get(), F_OFD_SETLK, &unwritten));
-    // The thread keeps the file locked, so that it cannot write over the place of the next program.
+    // The thread keeps the file locked, so that it cannot overwrite the place of the next program.
     FileDescriptor taken(::fcntl(file.get(), F_DUPFD_CLOEXEC, 0));
     std::thread([path, place = ownPlace(), taken = std::move(taken)] {
         const FileDescriptor written = openLock(path, O_WRONLY);

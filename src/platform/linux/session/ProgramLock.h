@@ -9,23 +9,23 @@
 
 namespace stowpocket {
 
-/// Makes this process the one program that writes the user's settings, in whichever session and on whichever machine
-/// it runs: a lock on a file beside them, which the system takes back however the process ends. Where files cannot be
-/// locked, or none can be made, the program runs without.
+/// Makes this process the only program that writes the user's settings, across all sessions and machines: holds a
+/// lock on a file beside the settings, which the system releases however the process ends. Where the file cannot be
+/// made or locked, the program runs without the lock.
 class ProgramLock {
 public:
-    /// One program may follow on another that is just ending.
+    /// For a program that starts while another one is just ending.
     static constexpr std::chrono::milliseconds usualPatience{1000};
 
-    /// Takes the lock of that path, waiting for it so long at most.
+    /// Takes the lock at that path, and waits for it no longer than `patience`.
     explicit ProgramLock(const std::string& path, std::chrono::milliseconds patience = usualPatience);
 
-    /// Where the program runs that has the lock, for the user; none when no other has it.
+    /// The place of the program that has the lock, for the user. Empty when no other program has it.
     [[nodiscard]] const std::optional<std::string>& holder() const { return holder_; }
 
     /// The same without taking the lock.
     [[nodiscard]] static std::optional<std::string> holderOf(const std::string& path);
-    /// The lock of settings in that file.
+    /// The path of the lock for the settings in that file.
     [[nodiscard]] static std::string pathBeside(const std::string& preferences);
 
 private:
@@ -33,7 +33,7 @@ private:
     std::optional<std::string> holder_;
 };
 
-/// That the program runs in the session of `holder`, for the user.
+/// Tells the user that the program runs in the session of `holder`.
 [[nodiscard]] std::string runsElsewhereText(const std::string& holder);
 
 }  // namespace stowpocket

@@ -34,7 +34,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The selection that a quick drop asks for comes well before, and a later window has other reasons.
+/// A quick drop finds its files well within this. A later window has another reason.
 constexpr auto longestWait = 5s;
 /// Launchers write less than 200.
 constexpr std::size_t longestId = 1024;
@@ -65,7 +65,7 @@ xcb_timestamp_t X11Startup::takeTime(xcb_window_t window) {
     id_.clear();
     if (!time)
         return XCB_CURRENT_TIME;
-    // Qt keeps the time of a window on another window where the window manager reads it there.
+    // Qt sets the time on another window when the window manager reads it from there.
     const std::vector<std::uint32_t> keeper = connection_.property(window, X11Atom::userTimeWindow);
     const xcb_window_t place = keeper.empty() ? window : keeper.front();
     const std::vector<std::uint32_t> known = connection_.property(place, X11Atom::userTime);
@@ -74,8 +74,8 @@ xcb_timestamp_t X11Startup::takeTime(xcb_window_t window) {
     return *time;
 }
 
-/// The message goes in pieces, the last of them ended by a zero, to whoever listens on the root window. Listeners
-/// know by the window which pieces belong together.
+/// Sends the message in pieces, the last of which ends with a zero, to all listeners on the root window. The window
+/// in the event tells them which pieces belong together.
 void X11Startup::tellLauncher(const std::string& id) const {
     xcb_connection_t* const server = connection_.raw();
     const std::string message = startupCompleteMessage(id);

@@ -13,26 +13,26 @@
 
 namespace stowpocket {
 
-/// The moment of the user's click in server time, which launchers write at the end of the id that they give to what
-/// they start; none when it tells none.
+/// The server time of the user's click, which launchers append to the id of what they start. Empty for an id without
+/// a time.
 [[nodiscard]] std::optional<std::uint32_t> startupTime(std::string_view id);
 
-/// The message, as the startup notification protocol has it, that what was started under this id is there.
+/// The message of the startup notification protocol that the program with this id has started.
 [[nodiscard]] std::string startupCompleteMessage(std::string_view id);
 
-/// What the user last started to get a window of this program, as its launcher named it: the window is shown under
-/// that name, so that it may take the focus, and the launcher is told, so that it stops showing a busy pointer.
+/// The last start by which the user wanted a window of this program, under its launcher's id. The window is shown
+/// with that id, so that it may take the focus. The launcher is told, so that it stops showing a busy pointer.
 class X11Startup {
 public:
     /// `connection` outlives it.
     explicit X11Startup(const X11Connection& connection) : connection_(connection) {}
 
-    /// `id` as in DESKTOP_STARTUP_ID. The launcher is told once this turn of the main loop is over.
+    /// `id` has the form of DESKTOP_STARTUP_ID. The launcher is told after this turn of the main loop.
     void begin(std::string id);
-    /// For a window that is about to be shown: whose wish it is.
+    /// Gives the id to a window that is about to be shown.
     void markWindow(xcb_window_t window) const;
-    /// For the window once it is shown: when the user wished it, which is then settled. Answers that time, or 0 when
-    /// it is not known.
+    /// Gives the time of the user's request to the window once it is shown, and forgets the start. Returns that
+    /// time, or 0 when it is not known.
     [[nodiscard]] xcb_timestamp_t takeTime(xcb_window_t window);
 
 private:

@@ -19,7 +19,7 @@ Q_LOGGING_CATEGORY(sessionLog, "stowpocket.session")
 
 namespace fs = std::filesystem;
 
-/// Longer files are none that a desktop wrote.
+/// No desktop writes longer files.
 constexpr qint64 longestEntry = qint64{64} * 1024;
 
 using Values = QHash<QByteArray, QByteArray>;
@@ -28,9 +28,9 @@ QString fileName(const std::string& path) {
     return QFile::decodeName(QByteArray::fromStdString(path));
 }
 
-/// What the group [Desktop Entry] holds, as it is written there.
+/// The values in the group [Desktop Entry], as they are written there.
 Values readEntry(const std::string& path) {
-    // Not a pipe, whose reading might never end.
+    // Reading a pipe might never end.
     std::error_code error;
     QFile file(fileName(path));
     if (!fs::is_regular_file(path, error) || !file.open(QIODevice::ReadOnly))
@@ -81,7 +81,7 @@ std::string entryStarting(const std::string& executable) {
            "Exec=" +
            commandOf(executable) +
            "\n"
-           // Without the program, say after its package was removed, the session passes the entry over.
+           // The session ignores the entry without the program, for example after its package was removed.
            "TryExec=" +
            escaped(executable) +
            "\n"
@@ -113,12 +113,13 @@ LoginItem::Status XdgLoginItem::status() const {
 }
 
 bool XdgLoginItem::registerItem() {
-    // The format is UTF-8 throughout: a desktop could not read another name.
+    // The format is always UTF-8, so a desktop could not read another name.
     if (folder_.empty() || !executable_.starts_with('/') || validUtf8(executable_) != executable_)
         return false;
-    // Whoever may write there has programs started; where the folder is somebody's link, it is taken as it is.
+    // Only the user may write there, since whatever is there gets started. An existing folder or link is left as it
+    // is.
     static_cast<void>(makeFolders(folder_));
-    // The main thread does not wait for the disk: an entry that is lost is written again at the next start.
+    // The main thread does not wait for the disk. A lost entry is written again at the next start.
     const std::error_code error = replaceFile(path_, entryStarting(executable_), Durability::program);
     if (error)
         qCWarning(sessionLog) << "cannot register to start with the session:" << fileName(path_)

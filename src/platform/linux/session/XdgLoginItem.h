@@ -12,11 +12,11 @@ namespace stowpocket {
 /// enabled only while the entry has the command that this class writes for this very executable.
 class XdgLoginItem : public LoginItem {
 public:
-    /// `configHome` is the user's folder for configuration, none without a home folder; `executable` the absolute
+    /// `configHome` is the user's configuration folder, empty without a home folder. `executable` is the absolute
     /// path of the file to start.
     XdgLoginItem(const std::optional<std::string>& configHome, std::string executable);
 
-    /// `requiresApproval` when the user has turned the entry off in the desktop's own settings.
+    /// `requiresApproval` means that the user has turned the entry off in the desktop's own settings.
     [[nodiscard]] Status status() const override;
     [[nodiscard]] bool registerItem() override;
     [[nodiscard]] bool unregisterItem() override;
