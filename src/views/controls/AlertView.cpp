@@ -41,13 +41,6 @@ protected:
     }
 };
 
-Text* paragraph(const QString& words, TextStyle style) {
-    Text* const paragraph = text(words, style);
-    paragraph->setWordWrap(true);
-    paragraph->setAlignment(Qt::AlignHCenter);
-    return paragraph;
-}
-
 }  // namespace
 
 AlertView::AlertView(QWidget& below, const QString& title, const QString& message, std::vector<Answer> answers)
@@ -56,10 +49,11 @@ AlertView::AlertView(QWidget& below, const QString& title, const QString& messag
     setAccessibleDescription(message);
     setAttribute(Qt::WA_NoMousePropagation);
     auto* const sheet = new Sheet(
-        padded(vstack(textSpacing, paragraph(title, {.pointSize = 13, .weight = FontWeight::bold}),
-                      paragraph(message, {.pointSize = 11}), padded(buttonRow(), {.top = buttonsTop, .bottom = 0})),
+        padded(vstack(textSpacing, paragraph(title, {.pointSize = 13, .weight = FontWeight::bold}, Qt::AlignHCenter),
+                      paragraph(message, {.pointSize = 11}, Qt::AlignHCenter),
+                      padded(buttonRow(), {.top = buttonsTop, .bottom = 0})),
                {.horizontal = sheetPadding, .top = sheetPadding}));
-    compose(*this, vstack(0, Spacer{}, hstack(0, Spacer{}, sheet, Spacer{}), Spacer{}));
+    compose(*this, vstack(0, Spacer{}, centred(sheet), Spacer{}));
     below.installEventFilter(this);
     hide();
 }
@@ -127,6 +121,19 @@ void AlertView::paintEvent(QPaintEvent*) {
     painter.setBrush(shade);
     // Nothing of it shows beyond the corners of the panel below.
     painter.drawRoundedRect(rect(), popoverCornerRadius, popoverCornerRadius);
+}
+
+void askOnce(QPointer<AlertView>& shown, QWidget& below, const QString& title, const QString& message,
+             const QString& destroy, std::function<void()> action) {
+    using Role = AlertView::Answer::Role;
+    if (shown && !shown->isAnswered())
+        return;
+    shown = new AlertView(below, title, message,
+                          {
+                              {destroy, Role::destructive, std::move(action)},
+                              {QStringLiteral("Cancel"), Role::cancel, [] {}},
+                          });
+    shown->present();
 }
 
 }  // namespace stowpocket

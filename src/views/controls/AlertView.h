@@ -43,4 +43,8 @@ private:
     bool isAnswered_ = false;
 };
 
+/// Asks whether something is to be destroyed, unless `shown`, which gets the question, still waits for its answer.
+void askOnce(QPointer<AlertView>& shown, QWidget& below, const QString& title, const QString& message,
+             const QString& destroy, std::function<void()> action);
+
 }  // namespace stowpocket

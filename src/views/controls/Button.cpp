@@ -21,8 +21,7 @@ constexpr int borderedHeight = 28;
 constexpr double borderedRadius = 6;
 constexpr double borderedFill = 0.08;
 constexpr double borderedFillPressed = 0.18;
-constexpr double focusRingWidth = 2;
-constexpr double focusRingRadius = 4;
+constexpr double plainFocusRadius = 5;
 
 constexpr int linkPointSize = 13;
 constexpr int linkSymbolPointSize = 12;
@@ -63,11 +62,6 @@ void paintFocusRing(QPainter& painter, const QWidget& view, const QRectF& rect, 
     painter.setPen(QPen(Theme::color(ColorRole::focus, view.palette()), width));
     constexpr double inset = width / 2;
     painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
-}
-
-Button::Button(std::function<void()> action) {
-    setFocusPolicy(Qt::TabFocus);
-    connect(this, &QPushButton::clicked, [action = std::move(action)] { action(); });
 }
 
 Button* Button::ofSymbol(std::string_view symbolName, SymbolStyle style, const QString& accessibleName,
@@ -121,29 +115,13 @@ void Button::paintEvent(QPaintEvent*) {
         painter.setPen(Theme::color(textStyle_.role, palette()));
         painter.drawText(rect(), Qt::AlignCenter, text());
     }
-    if (hasFocus())
-        paintFocusRing(painter);
+    paintFocusRing(painter, *this, rect(), isBordered_ ? borderedRadius : plainFocusRadius);
 }
 
 void Button::paintBorder(QPainter& painter) const {
     painter.setPen(Qt::NoPen);
     painter.setBrush(Theme::color(ColorRole::primary, palette(), isDown() ? borderedFillPressed : borderedFill));
     painter.drawRoundedRect(rect(), borderedRadius, borderedRadius);
-}
-
-void Button::paintFocusRing(QPainter& painter) const {
-    const double inset = focusRingWidth / 2;
-    const double radius = isBordered_ ? borderedRadius - inset : focusRingRadius;
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(Theme::color(ColorRole::focus, palette()), focusRingWidth));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
-}
-
-void Button::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        click();
-    else
-        QPushButton::keyPressEvent(event);
 }
 
 LinkButton::LinkButton(const QString& accessibleName, std::function<void()> action)

@@ -26,7 +26,7 @@ protected:
 
 /// A button that is nothing but its label, a symbol or a text, and answers to Space and Return when it has the
 /// keyboard. Assistive technology reads its name.
-class Button : public QPushButton {
+class Button : public PaintedButton {
 public:
     [[nodiscard]] static Button* ofSymbol(std::string_view symbolName, SymbolStyle style,
                                           const QString& accessibleName, std::function<void()> action);
@@ -35,17 +35,14 @@ public:
     [[nodiscard]] static Button* bordered(const QString& text, TextStyle style, std::function<void()> action);
 
     [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    explicit Button(std::function<void()> action);
+    using PaintedButton::PaintedButton;
 
     void paintBorder(QPainter& painter) const;
-    void paintFocusRing(QPainter& painter) const;
 
     std::string symbolName_;
     SymbolStyle symbolStyle_;

@@ -105,6 +105,10 @@ QLayout* padded(QWidget* view, Padding padding) {
     return padded(vstack(0, view), padding);
 }
 
+QLayout* centred(QWidget* view) {
+    return hstack(0, Spacer{}, view, Spacer{});
+}
+
 void compose(QWidget& view, QLayout* stack) {
     view.setLayout(stack);
 }
@@ -124,6 +128,17 @@ void Text::paintEvent(QPaintEvent*) {
 
 Text* text(const QString& text, TextStyle style) {
     return new Text(text, style);
+}
+
+Text* paragraph(const QString& words, TextStyle style, Qt::Alignment alignment) {
+    Text* const paragraph = text(words, style);
+    paragraph->setWordWrap(true);
+    paragraph->setAlignment(alignment);
+    return paragraph;
+}
+
+QString displayText(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
 void drawSymbol(QPainter& painter, const QRectF& rect, std::string_view name, const SymbolStyle& style,

@@ -46,6 +46,8 @@ template <class... Elements>
 
 [[nodiscard]] QLayout* padded(QLayout* stack, Padding padding);
 [[nodiscard]] QLayout* padded(QWidget* view, Padding padding);
+/// A view as wide as it wishes to be, in the middle of its row.
+[[nodiscard]] QLayout* centred(QWidget* view);
 /// Makes the stack the whole of the view.
 void compose(QWidget& view, QLayout* stack);
 
@@ -68,6 +70,10 @@ private:
 };
 
 [[nodiscard]] Text* text(const QString& text, TextStyle style);
+/// A text that goes on in the next line where it is wider than its place.
+[[nodiscard]] Text* paragraph(const QString& text, TextStyle style,
+                              Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter);
+[[nodiscard]] QString displayText(std::string_view utf8);
 
 struct SymbolStyle {
     int pointSize = 13;

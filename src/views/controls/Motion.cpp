@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "views/controls/Motion.h"
 
-#include "presentation/Movement.h"
 #include "views/controls/Theme.h"
 
 #include <QApplication>
@@ -32,9 +31,9 @@ bool Motion::isWanted() {
 }
 
 void Motion::prepare(QVariantAnimation& animation, std::chrono::milliseconds duration) {
-    QEasingCurve curve;
-    curve.setCustomType([](qreal progress) -> qreal { return easeInOut(progress); });
-    animation.setEasingCurve(curve);
+    QEasingCurve easeInOut(QEasingCurve::BezierSpline);
+    easeInOut.addCubicBezierSegment({0.42, 0}, {0.58, 1}, {1, 1});
+    animation.setEasingCurve(easeInOut);
     animation.setDuration(static_cast<int>(duration.count()));
 }
 

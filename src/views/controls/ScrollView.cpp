@@ -15,6 +15,7 @@
 namespace stowpocket {
 namespace {
 
+constexpr int indicatorWidth = 9;
 constexpr int knobWidth = 5;
 constexpr double minimumKnobLength = 24;
 constexpr double endMargin = 2;
@@ -32,13 +33,19 @@ ScrollIndicator::ScrollIndicator(QScrollBar& scrollBar, QWidget* parent) : QWidg
     });
 }
 
+void ScrollIndicator::cover() {
+    const QSize around = parentWidget()->size();
+    setGeometry(around.width() - indicatorWidth, 0, indicatorWidth, around.height());
+    raise();
+}
+
 QRectF ScrollIndicator::knob() const {
     const double track = height() - 2 * endMargin;
     const int range = std::max(1, scrollBar_.maximum() - scrollBar_.minimum());
     const double share = double(scrollBar_.pageStep()) / (range + scrollBar_.pageStep());
     const double length = std::clamp(track * share, std::min(minimumKnobLength, track), track);
     const double top = endMargin + (track - length) * (scrollBar_.value() - scrollBar_.minimum()) / range;
-    return {(width - knobWidth) / 2.0, top, knobWidth, length};
+    return {(width() - knobWidth) / 2.0, top, knobWidth, length};
 }
 
 void ScrollIndicator::paintEvent(QPaintEvent*) {
@@ -96,8 +103,7 @@ void ScrollView::measureContent() {
 
 void ScrollView::resizeEvent(QResizeEvent* event) {
     QScrollArea::resizeEvent(event);
-    indicator_->setGeometry(width() - ScrollIndicator::width, 0, ScrollIndicator::width, height());
-    indicator_->raise();
+    indicator_->cover();
 }
 
 }  // namespace stowpocket

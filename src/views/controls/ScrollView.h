@@ -14,9 +14,10 @@ namespace stowpocket {
 /// something to scroll.
 class ScrollIndicator : public QWidget {
 public:
-    static constexpr int width = 9;
-
     ScrollIndicator(QScrollBar& scrollBar, QWidget* parent);
+
+    /// Takes its place at the right edge of its parent, over what is there.
+    void cover();
 
 protected:
     void paintEvent(QPaintEvent* event) override;

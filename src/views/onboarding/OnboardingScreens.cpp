@@ -19,7 +19,7 @@ constexpr int getStartedTop = 28;
 constexpr QPoint emblemPlace((onboardingWidth - OnboardingEmblem::side) / 2, emblemTop);
 
 OnboardingPointView* point(std::string_view symbolName, const char* text) {
-    return new OnboardingPointView(symbolName, QString::fromUtf8(text), onboardingWidth - 2 * pointPadding);
+    return new OnboardingPointView(symbolName, displayText(text), onboardingWidth - 2 * pointPadding);
 }
 
 constexpr int badgeTop = 52;

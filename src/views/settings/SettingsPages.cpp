@@ -31,9 +31,7 @@ Text* label(const QString& words) {
 }
 
 Text* caption(const QString& words) {
-    Text* const lines = text(words, {.pointSize = captionPointSize, .role = ColorRole::secondary});
-    lines->setWordWrap(true);
-    return lines;
+    return paragraph(words, {.pointSize = captionPointSize, .role = ColorRole::secondary});
 }
 
 QWidget* recorderRow(HotkeyRecorderView* recorder, const QString& purpose) {
@@ -47,16 +45,8 @@ constexpr int dividerWidth = 200;
 constexpr int updateSpacing = 8;
 constexpr int updateButtonWidth = 170;
 
-template <class View>
-QLayout* centred(View* view) {
-    return hstack(0, Spacer{}, view, Spacer{});
-}
-
 Text* line(const QString& words, TextStyle style) {
-    Text* const line = text(words, style);
-    line->setWordWrap(true);
-    line->setAlignment(Qt::AlignHCenter);
-    return line;
+    return paragraph(words, style, Qt::AlignHCenter);
 }
 
 QLayout* shortDivider() {
@@ -66,7 +56,7 @@ QLayout* shortDivider() {
 }
 
 QWidget* link(const char* words, std::string_view url, const std::function<void(const std::string&)>& openURL) {
-    return new LinkButton(QString::fromUtf8(words), std::string_view(),
+    return new LinkButton(displayText(words), std::string_view(),
                           [url = std::string(url), openURL] { openURL(url); });
 }
 
@@ -78,10 +68,6 @@ constexpr int footerSpacing = 6;
 constexpr Padding linkPadding{.horizontal = 4, .top = 4};
 
 using OpenURL = std::function<void(const std::string& url)>;
-
-QString displayText(std::string_view text) {
-    return QString::fromUtf8(text.data(), qsizetype(text.size()));
-}
 
 QWidget* row(const Utility& utility, const OpenURL& openURL) {
     const QString name = displayText(utility.name);
@@ -174,7 +160,7 @@ void GeneralPage::evaluate() {
 
 void GeneralPage::showHotkeySource() {
     const std::string_view words = hotkeySourceText(dependencies_.services.hotkeySource());
-    hotkeySource_->setText(QString::fromUtf8(words.data(), static_cast<qsizetype>(words.size())));
+    hotkeySource_->setText(displayText(words));
     hotkeySourceRow_->setVisible(!words.empty());
 }
 
@@ -191,16 +177,9 @@ void GeneralPage::setLaunchAtLogin(bool wanted) {
 }
 
 void GeneralPage::confirmClear() {
-    using Role = AlertView::Answer::Role;
-    if (clearConfirmation_ && !clearConfirmation_->isAnswered())
-        return;
-    clearConfirmation_ =
-        new AlertView(window_, QStringLiteral("Clear Shelf"), QStringLiteral("Remove all items from the shelf?"),
-                      {
-                          {QStringLiteral("Clear All"), Role::destructive, [this] { clearShelf(); }},
-                          {QStringLiteral("Cancel"), Role::cancel, [] {}},
-                      });
-    clearConfirmation_->present();
+    askOnce(clearConfirmation_, window_, QStringLiteral("Clear Shelf"),
+            QStringLiteral("Remove all items from the shelf?"), QStringLiteral("Clear All"),
+            [this] { clearShelf(); });
 }
 
 void GeneralPage::clearShelf() {
@@ -260,7 +239,7 @@ QWidget* utilitiesPage(const OpenURL& openURL) {
         hstack(0, Spacer{},
                text(QString::fromUtf8(platformTexts.allUtilities), {.pointSize = 11, .role = ColorRole::secondary}),
                Spacer{}),
-        hstack(0, Spacer{}, all, Spacer{})));
+        centred(all)));
     return form({list, divider(), footer});
 }
 

@@ -23,10 +23,6 @@ constexpr int labelTop = 2;
 constexpr int tabPadding = 6;
 constexpr double tabRadius = 6;
 
-QString displayText(std::string_view text) {
-    return QString::fromUtf8(text.data(), qsizetype(text.size()));
-}
-
 class TabButton : public ChoiceButton {
 public:
     TabButton(const SettingsTab& tab, std::function<void()> action) : ChoiceButton(std::move(action)), tab_(tab) {

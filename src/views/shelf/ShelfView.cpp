@@ -9,8 +9,16 @@ namespace {
 
 constexpr int shelfWidth = 320;
 
-QString displayText(const std::string& text) {
-    return QString::fromStdString(text);
+Text* bannerText() {
+    return paragraph({}, {.pointSize = 11, .weight = FontWeight::medium, .role = ColorRole::onBanner});
+}
+
+/// A warning on orange, with what stands at its end.
+template <class... Ends>
+QWidget* warningBanner(Text* words, Ends... ends) {
+    QWidget* const sign = symbol("exclamationmark.triangle.fill", {.pointSize = 10, .role = ColorRole::onBanner});
+    return panel(padded(hstack(defaultSpacing, sign, words, ends...), {.horizontal = 12, .top = 6}),
+                 {.role = ColorRole::banner});
 }
 
 }  // namespace
@@ -39,30 +47,18 @@ QLayout* ShelfView::header() {
 }
 
 QWidget* ShelfView::banner() {
-    bannerText_ = text({}, {.pointSize = 11, .weight = FontWeight::medium, .role = ColorRole::onBanner});
-    bannerText_->setWordWrap(true);
     constexpr SymbolStyle cross{
         .pointSize = 9, .weight = FontWeight::semibold, .role = ColorRole::onBanner, .opacity = 0.8};
     const auto dismiss = [this] { viewModel_.setCapacityMessage(std::nullopt); };
-    banner_ =
-        panel(padded(hstack(defaultSpacing,
-                            symbol("exclamationmark.triangle.fill", {.pointSize = 10, .role = ColorRole::onBanner}),
-                            bannerText_, Button::ofSymbol("xmark", cross, QStringLiteral("Dismiss"), dismiss)),
-                     {.horizontal = 12, .top = 6}),
-              {.role = ColorRole::banner});
+    bannerText_ = bannerText();
+    banner_ = warningBanner(bannerText_, Button::ofSymbol("xmark", cross, QStringLiteral("Dismiss"), dismiss));
     return banner_;
 }
 
 /// It goes by itself, once the shelf is saved.
 QWidget* ShelfView::saveBanner() {
-    saveBannerText_ = text({}, {.pointSize = 11, .weight = FontWeight::medium, .role = ColorRole::onBanner});
-    saveBannerText_->setWordWrap(true);
-    saveBanner_ =
-        panel(padded(hstack(defaultSpacing,
-                            symbol("exclamationmark.triangle.fill", {.pointSize = 10, .role = ColorRole::onBanner}),
-                            saveBannerText_),
-                     {.horizontal = 12, .top = 6}),
-              {.role = ColorRole::banner});
+    saveBannerText_ = bannerText();
+    saveBanner_ = warningBanner(saveBannerText_);
     return saveBanner_;
 }
 
@@ -135,17 +131,9 @@ void ShelfView::showEvent(QShowEvent* event) {
 }
 
 void ShelfView::confirmClear() {
-    using Role = AlertView::Answer::Role;
-    if (clearConfirmation_ && !clearConfirmation_->isAnswered())
-        return;
-    clearConfirmation_ =
-        new AlertView(*this, QStringLiteral("Clear Shelf?"),
-                      QStringLiteral("All items are taken off the shelf. The files stay where they are."),
-                      {
-                          {QStringLiteral("Clear All"), Role::destructive, [this] { clear(); }},
-                          {QStringLiteral("Cancel"), Role::cancel, [] {}},
-                      });
-    clearConfirmation_->present();
+    askOnce(clearConfirmation_, *this, QStringLiteral("Clear Shelf?"),
+            QStringLiteral("All items are taken off the shelf. The files stay where they are."),
+            QStringLiteral("Clear All"), [this] { clear(); });
 }
 
 void ShelfView::clear() {

@@ -58,12 +58,6 @@ protected:
     }
 };
 
-Text* paragraph(TextStyle style) {
-    Text* const paragraph = text(QString(), style);
-    paragraph->setWordWrap(true);
-    return paragraph;
-}
-
 /// Words to be read and copied, with the indicator of the shelf in the place of a scroll bar.
 class Notes : public QPlainTextEdit {
 public:
@@ -81,8 +75,7 @@ public:
 protected:
     void resizeEvent(QResizeEvent* event) override {
         QPlainTextEdit::resizeEvent(event);
-        indicator_->setGeometry(width() - ScrollIndicator::width, 0, ScrollIndicator::width, height());
-        indicator_->raise();
+        indicator_->cover();
     }
 
 private:
@@ -93,8 +86,8 @@ private:
 
 UpdateView::UpdateView(Chosen chosen)
     : chosen_(std::move(chosen)),
-      title_(paragraph({.pointSize = 13, .weight = FontWeight::bold})),
-      message_(paragraph({.pointSize = 12, .role = ColorRole::secondary})),
+      title_(paragraph({}, {.pointSize = 13, .weight = FontWeight::bold})),
+      message_(paragraph({}, {.pointSize = 12, .role = ColorRole::secondary})),
       notes_(new Notes),
       progress_(new Bar),
       spinner_(new Spinner),
