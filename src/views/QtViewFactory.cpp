@@ -49,7 +49,7 @@ std::unique_ptr<Window> QtViewFactory::makeOnboardingWindow(PreferenceStore& pre
                                                             std::function<void()> onComplete) {
     if (!platform_.whenIconStands)
         return makeOnboarding(preferences, std::move(onComplete));
-    return std::make_unique<LateWindow>(
+    return std::make_unique<DeferredWindow>(
         platform_.whenIconStands,
         [this, &preferences, onComplete = std::move(onComplete)] { return makeOnboarding(preferences, onComplete); });
 }
@@ -57,11 +57,11 @@ std::unique_ptr<Window> QtViewFactory::makeOnboardingWindow(PreferenceStore& pre
 std::unique_ptr<Window> QtViewFactory::makeOnboarding(PreferenceStore& preferences,
                                                       std::function<void()> onComplete) const {
     using CloseControl = OnboardingView::CloseControl;
-    using MotionWish = OnboardingView::MotionWish;
+    using MotionPreference = OnboardingView::MotionPreference;
     auto view = std::make_unique<OnboardingView>(OnboardingView::Dependencies{
         .preferences = preferences,
         .clock = std::make_unique<QtFrameClock>(),
-        .motion = Motion::isWanted() ? MotionWish::full : MotionWish::reduced,
+        .motion = Motion::isWanted() ? MotionPreference::full : MotionPreference::reduced,
         .closeControl = platform_.makeWindow ? CloseControl::ofWindow : CloseControl::own,
         .onComplete = std::move(onComplete),
     });

@@ -117,7 +117,7 @@ TEST(SystemColorsTest, aNewAccentShowsAtOnce) {
     OnboardingBadge badge;
     OnboardingPresentation shown;
     shown.ringOpacity = 1;
-    badge.evaluate(shown);
+    badge.setPresentation(shown);
     const auto blueOnRing = [&] { return badge.grab().toImage().pixelColor(badge.width() / 2, 1).blue(); };
     EXPECT_GT(blueOnRing(), 200);
     accentOfUser = {1, 0, 0, 1};

@@ -40,7 +40,7 @@ private:
 
 /// The first-run window on a clock of its own.
 struct OnboardingFixture {
-    explicit OnboardingFixture(OnboardingView::MotionWish motion = OnboardingView::MotionWish::full)
+    explicit OnboardingFixture(OnboardingView::MotionPreference motion = OnboardingView::MotionPreference::full)
         : clock(new FakeFrameClock),
           view({preferences, std::unique_ptr<FrameClock>(clock), motion, OnboardingView::CloseControl::own,
                 [this] { ++completed; }}) {

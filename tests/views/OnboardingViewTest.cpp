@@ -10,7 +10,7 @@ namespace stowpocket {
 namespace {
 
 using namespace std::chrono_literals;
-using MotionWish = OnboardingView::MotionWish;
+using MotionPreference = OnboardingView::MotionPreference;
 
 TEST(OnboardingViewTest, getStartedIsStoredAtOnceEvenBeforeTheWelcomeIsOver) {
     OnboardingFixture window;
@@ -41,7 +41,7 @@ TEST(OnboardingViewTest, movesOnlyWhileItIsSeenAndWanted) {
     window.view.show();
     EXPECT_TRUE(window.clock->isRunning());
 
-    OnboardingFixture still(MotionWish::reduced);
+    OnboardingFixture still(MotionPreference::reduced);
     still.button("Get Started")->click();
     EXPECT_FALSE(still.clock->isRunning());
     EXPECT_NEAR(still.frame(*still.button("Start Using stowpocket")).center().x(), 260, 1);

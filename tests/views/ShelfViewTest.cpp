@@ -159,7 +159,7 @@ protected:
 
     void setOpen(bool isOpen) {
         if (isOpen)
-            window_.follow();
+            window_.fitContent();
         window_.setVisible(isOpen);
         QApplication::processEvents();
     }

@@ -25,20 +25,20 @@ struct FirstRun : testing::Test, SettingsViewFixture {
         return window;
     }
 
-    Milestone iconStands;
+    OneTimeEvent iconStands;
     QtViewFactory factory{{
         .makePopover = {},
         .drops = {},
         .tiles = {},
         .settings = {core, monitors, loginItem, {}, {}},
-        .whenIconStands = [this](std::function<void()> work) { iconStands.whenReached(std::move(work)); },
+        .whenIconStands = [this](std::function<void()> work) { iconStands.whenOccurred(std::move(work)); },
     }};
 };
 
 TEST_F(FirstRun, isMadeOnceTheIconStandsAndGoneOnceItIsClosed) {
     auto window = openWindow();
     EXPECT_EQ(views(), 0);
-    iconStands.reach();
+    iconStands.occur();
     EXPECT_EQ(views(), 1);
     EXPECT_TRUE(window->isVisible());
     const QPixmap icon = QApplication::activeWindow()->windowIcon().pixmap(48, 48);
@@ -56,7 +56,7 @@ TEST_F(FirstRun, doesNotComeOnceItIsNoLongerWanted) {
     auto closed = openWindow();
     closed->close();
     openWindow().reset();
-    iconStands.reach();
+    iconStands.occur();
     EXPECT_EQ(views(), 0);
 }
 

@@ -47,7 +47,7 @@ LinuxDesktop::LinuxDesktop(std::unique_ptr<X11Connection> x11, const CoreService
       icons(screen),
       directSaves(*connection, core.dispatch),
       drops(*connection, core.dispatch, directSaves),
-      statusBar(*connection, paintSymbol, drops, [this] { iconStands.reach(); }),
+      statusBar(*connection, paintSymbol, drops, [this] { iconStands.occur(); }),
       fileDrag(*connection),
       popoverHost(*connection, fileDrag),
       eventMonitors(connection->raw(), [this](std::function<void()> work) { fileDrag.whenOver(std::move(work)); }),
@@ -72,7 +72,7 @@ QtViewFactory::Platform LinuxDesktop::platformOfViews() {
                      .hotkeySource =
                          [this] { return hotkeyService ? hotkeyService->source() : HotkeySource::windowSystem; }},
         .blendsWindows = [this] { return popoverHost.blendsWindows(); },
-        .whenIconStands = [this](std::function<void()> work) { iconStands.whenReached(std::move(work)); },
+        .whenIconStands = [this](std::function<void()> work) { iconStands.whenOccurred(std::move(work)); },
     };
 }
 

@@ -43,7 +43,7 @@ struct LinuxDesktop {
     QtApplication application;
     DirectSaves directSaves;
     X11IncomingDrops drops;
-    Milestone iconStands;
+    OneTimeEvent iconStands;
     X11StatusBar statusBar;
     X11FileDrag fileDrag;
     X11PopoverHost popoverHost;

@@ -62,7 +62,7 @@ std::unique_ptr<LinuxServices> LinuxServices::make() {
         return nullptr;
     }
     if (isMotionReduced(*connection))
-        QApplication::setStyle(new StillStyle);
+        QApplication::setStyle(new MotionlessStyle);
     return std::unique_ptr<LinuxServices>(new LinuxServices(std::move(connection), std::move(*preferencesPath)));
 }
 

@@ -96,7 +96,7 @@ HotkeyManager& MacDesktop::sharedHotkeyManager() {
 
 MacServices::MacServices() : desktop_(coreServicesOf(storage_)) {
     if (isMotionReduced())
-        QApplication::setStyle(new StillStyle);
+        QApplication::setStyle(new MotionlessStyle);
 }
 
 AppServices MacServices::forApp() {

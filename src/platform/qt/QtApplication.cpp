@@ -29,8 +29,8 @@ std::optional<double> QtMainScreen::backingScaleFactor() const {
     return screen == nullptr ? std::nullopt : std::optional(screen->devicePixelRatio());
 }
 
-int StillStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                          QStyleHintReturn* returnData) const {
+int MotionlessStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                               QStyleHintReturn* returnData) const {
     if (hint == SH_Widget_Animate || hint == SH_Widget_Animation_Duration)
         return 0;
     return QProxyStyle::styleHint(hint, option, widget, returnData);

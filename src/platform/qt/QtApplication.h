@@ -22,7 +22,7 @@ public:
 };
 
 /// The desktop's style for those who have asked it not to move anything.
-class StillStyle : public QProxyStyle {
+class MotionlessStyle : public QProxyStyle {
 public:
     [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                                 QStyleHintReturn* returnData) const override;

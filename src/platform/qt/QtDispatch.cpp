@@ -183,21 +183,21 @@ std::unique_ptr<SerialQueue> QtDispatch::serialQueue(std::string label) {
     return std::make_unique<ThreadSerialQueue>(*queueThreads_, std::move(label));
 }
 
-void Milestone::reach() {
-    isReached_ = true;
+void OneTimeEvent::occur() {
+    hasOccurred_ = true;
     for (std::function<void()>& work : std::exchange(waiting_, {}))
         runSoon(std::move(work));
 }
 
-void Milestone::whenReached(std::function<void()> work) {
-    if (isReached_)
+void OneTimeEvent::whenOccurred(std::function<void()> work) {
+    if (hasOccurred_)
         runSoon(std::move(work));
     else
         waiting_.push_back(std::move(work));
 }
 
 /// A timer waits for what the window system has sent by then, which a posted call would overtake.
-void Milestone::runSoon(std::function<void()> work) {
+void OneTimeEvent::runSoon(std::function<void()> work) {
     QTimer::singleShot(std::chrono::milliseconds(0), &context_, std::move(work));
 }
 

@@ -52,16 +52,16 @@ private:
 
 /// Something that happens once while the program runs, and what waits for it. That runs in a turn of the event loop
 /// of its own, after the work of whoever tells that it happened. Main thread.
-class Milestone {
+class OneTimeEvent {
 public:
-    void reach();
+    void occur();
     /// `work` is forgotten when the milestone goes first.
-    void whenReached(std::function<void()> work);
+    void whenOccurred(std::function<void()> work);
 
 private:
     void runSoon(std::function<void()> work);
 
-    bool isReached_ = false;
+    bool hasOccurred_ = false;
     std::vector<std::function<void()>> waiting_;
     QObject context_;
 };

@@ -87,7 +87,7 @@ void PopoverWindow::setContent(QWidget* content) {
     content_->show();
 }
 
-void PopoverWindow::follow() {
+void PopoverWindow::fitContent() {
     const QSize wanted = content_->sizeHint().expandedTo(content_->minimumSizeHint());
     const PopoverPlacement placement = place_(wanted, edge_ == PopoverEdge::shadowed ? shadowWidth : 0);
     const QRect frame = qRect(placement.frame);
@@ -120,7 +120,7 @@ void PopoverWindow::closeEvent(QCloseEvent* event) {
 
 bool PopoverWindow::event(QEvent* event) {
     if (event->type() == QEvent::LayoutRequest && isVisible())
-        follow();
+        fitContent();
     return QWidget::event(event);
 }
 
@@ -150,9 +150,9 @@ void QtPopover::show(StatusItemButton& anchor) {
     anchor_ = button;
     isShown_ = true;
     prepareWindow();
-    anchorMoved_ = button->moved.connect([this] { window_->follow(); });
-    followScreens();
-    window_->follow();
+    anchorMoved_ = button->moved.connect([this] { window_->fitContent(); });
+    watchScreens();
+    window_->fitContent();
     if (fades()) {
         window_->setWindowOpacity(0);
         fade(0, 1);
@@ -214,14 +214,14 @@ PopoverPlacement QtPopover::placementFor(const QSize& content, int shadow) {
                         areaBesideBar(rectOf(availableAround(anchorRect_)), rectOf(barRect_)), shadow);
 }
 
-void QtPopover::followScreens() {
+void QtPopover::watchScreens() {
     screens_ = std::make_unique<QObject>();
-    const auto follow = [this] { window_->follow(); };
+    const auto fit = [this] { window_->fitContent(); };
     for (const QScreen* const screen : QGuiApplication::screens()) {
-        QObject::connect(screen, &QScreen::geometryChanged, screens_.get(), follow, Qt::QueuedConnection);
-        QObject::connect(screen, &QScreen::availableGeometryChanged, screens_.get(), follow, Qt::QueuedConnection);
+        QObject::connect(screen, &QScreen::geometryChanged, screens_.get(), fit, Qt::QueuedConnection);
+        QObject::connect(screen, &QScreen::availableGeometryChanged, screens_.get(), fit, Qt::QueuedConnection);
     }
-    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, screens_.get(), follow, Qt::QueuedConnection);
+    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, screens_.get(), fit, Qt::QueuedConnection);
 }
 
 /// Not without a compositor, nor where the desktop asks for reduced motion.

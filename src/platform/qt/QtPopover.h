@@ -50,7 +50,7 @@ public:
     void setContent(QWidget* content);
     [[nodiscard]] PopoverEdge edge() const { return edge_; }
     /// Takes the size of the content and moves to where that belongs.
-    void follow();
+    void fitContent();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -88,7 +88,7 @@ private:
     void prepareWindow();
     void hide();
     [[nodiscard]] PopoverPlacement placementFor(const QSize& content, int shadow);
-    void followScreens();
+    void watchScreens();
     [[nodiscard]] bool fades() const;
     void fade(double from, double to);
 

@@ -20,13 +20,13 @@ void FramelessWindow::mousePressEvent(QMouseEvent* event) {
 void FramelessWindow::mouseMoveEvent(QMouseEvent* event) {
     if (!grab_ || !event->buttons().testFlag(Qt::LeftButton))
         return;
-    const QPoint way = event->position().toPoint() - *grab_;
-    if (way.manhattanLength() < QGuiApplication::styleHints()->startDragDistance())
+    const QPoint offset = event->position().toPoint() - *grab_;
+    if (offset.manhattanLength() < QGuiApplication::styleHints()->startDragDistance())
         return;
     if (windowHandle()->startSystemMove())
         grab_.reset();
     else
-        move(pos() + way);
+        move(pos() + offset);
 }
 
 void FramelessWindow::keyPressEvent(QKeyEvent* event) {
@@ -87,35 +87,35 @@ void QtWindow::close() {
         window_->close();
 }
 
-void LateWindow::center() {
+void DeferredWindow::center() {
     isCentered_ = true;
     if (window_)
         window_->center();
 }
 
-void LateWindow::makeKeyAndOrderFront() {
+void DeferredWindow::makeKeyAndOrderFront() {
     if (window_)
         return window_->makeKeyAndOrderFront();
-    wish_ = std::make_shared<Wish>();
-    later_([this, wish = std::weak_ptr(wish_)] {
-        if (!wish.expired())
+    request_ = std::make_shared<Request>();
+    later_([this, request = std::weak_ptr(request_)] {
+        if (!request.expired())
             appear();
     });
 }
 
-void LateWindow::orderFrontRegardless() {
+void DeferredWindow::orderFrontRegardless() {
     if (window_)
         window_->orderFrontRegardless();
 }
 
-void LateWindow::close() {
-    wish_.reset();
+void DeferredWindow::close() {
+    request_.reset();
     if (window_)
         window_->close();
 }
 
-void LateWindow::appear() {
-    wish_.reset();
+void DeferredWindow::appear() {
+    request_.reset();
     window_ = make_();
     if (isCentered_)
         window_->center();

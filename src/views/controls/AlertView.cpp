@@ -69,7 +69,7 @@ QLayout* AlertView::buttonRow() {
     return row;
 }
 
-void AlertView::present() {
+void AlertView::open() {
     focusedBefore_ = below_.window()->focusWidget();
     setGeometry(below_.rect());
     show();
@@ -133,7 +133,7 @@ void askOnce(QPointer<AlertView>& shown, QWidget& below, const QString& title, c
                               {destroy, Role::destructive, std::move(action)},
                               {QStringLiteral("Cancel"), Role::cancel, [] {}},
                           });
-    shown->present();
+    shown->open();
 }
 
 }  // namespace stowpocket

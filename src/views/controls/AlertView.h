@@ -22,7 +22,7 @@ public:
 
     AlertView(QWidget& below, const QString& title, const QString& message, std::vector<Answer> answers);
     /// Shows it and gives it the keyboard.
-    void present();
+    void open();
     [[nodiscard]] bool isAnswered() const { return isAnswered_; }
 
 protected:

@@ -102,7 +102,7 @@ QSize Button::sizeHint() const {
 
 void Button::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    Layer::applyOpacity(painter, *this);
+    FadingView::applyOpacity(painter, *this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (isBordered_)
         paintBorder(painter);

@@ -43,7 +43,7 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        Layer::applyOpacity(painter, *this);
+        FadingView::applyOpacity(painter, *this);
         drawSymbol(painter, rect(), name_, style_, *this);
     }
 
@@ -72,7 +72,7 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        Layer::applyOpacity(painter, *this);
+        FadingView::applyOpacity(painter, *this);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
         painter.setBrush(Theme::color(background_.role, palette(), background_.opacity));
@@ -120,7 +120,7 @@ Text::Text(const QString& text, TextStyle style) : QLabel(text), role_(style.rol
 
 void Text::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    Layer::applyOpacity(painter, *this);
+    FadingView::applyOpacity(painter, *this);
     painter.setPen(Theme::color(role_, palette()));
     const int wrap = wordWrap() ? int(Qt::TextWordWrap) : 0;
     painter.drawText(contentsRect(), int(QStyle::visualAlignment(layoutDirection(), alignment())) | wrap, text());

@@ -64,28 +64,28 @@ const QImage& Picture::image(double devicePixelRatio, const QColor& color) {
     return image_;
 }
 
-Layer::Layer(QLayout* stack) {
+FadingView::FadingView(QLayout* stack) {
     compose(*this, stack);
 }
 
-void Layer::setOpacity(double opacity) {
+void FadingView::setOpacity(double opacity) {
     if (opacity_ == opacity)
         return;
     opacity_ = opacity;
     update();
 }
 
-void Layer::applyOpacity(QPainter& painter, const QWidget& view) {
+void FadingView::applyOpacity(QPainter& painter, const QWidget& view) {
     double product = 1;
     for (const QWidget* around = &view; around != nullptr && !around->isWindow(); around = around->parentWidget()) {
-        if (const auto* const layer = dynamic_cast<const Layer*>(around))
-            product *= layer->opacity_;
+        if (const auto* const fading = dynamic_cast<const FadingView*>(around))
+            product *= fading->opacity_;
     }
     painter.setOpacity(product);
 }
 
-Layer* layer(QWidget* view) {
-    return new Layer(vstack(0, view));
+FadingView* fading(QWidget* view) {
+    return new FadingView(vstack(0, view));
 }
 
 }  // namespace stowpocket

@@ -20,7 +20,7 @@ namespace stowpocket {
 [[nodiscard]] QColor mixedColor(const QColor& from, const QColor& to, double share);
 
 /// A part of a view that costs too much to be painted for every frame: painted once, and again only for a screen of
-/// another density, in another colour or after `forget`.
+/// another density, in another colour or after `clear`.
 class Picture {
 public:
     using Paint = std::function<void(QPainter&)>;
@@ -30,7 +30,7 @@ public:
 
     /// `color` is the one in it that may have changed since.
     [[nodiscard]] const QImage& image(double devicePixelRatio, const QColor& color = {});
-    void forget() { image_ = {}; }
+    void clear() { image_ = {}; }
 
 private:
     const QSize size_;
@@ -40,11 +40,11 @@ private:
 };
 
 /// Views that fade together. Nothing is painted into a picture on the way, so text stays sharp: every view of this
-/// program that is painted inside a layer asks for the opacity around it.
-class Layer : public QWidget {
+/// program that is painted inside one asks for the opacity around it.
+class FadingView : public QWidget {
 public:
-    Layer() = default;
-    explicit Layer(QLayout* stack);
+    FadingView() = default;
+    explicit FadingView(QLayout* stack);
 
     void setOpacity(double opacity);
     /// Sets the painter of `view` to the product of the opacities of all layers that the view is in, itself included.
@@ -55,6 +55,6 @@ private:
 };
 
 /// A view that fades by itself.
-[[nodiscard]] Layer* layer(QWidget* view);
+[[nodiscard]] FadingView* fading(QWidget* view);
 
 }  // namespace stowpocket

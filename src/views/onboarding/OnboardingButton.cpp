@@ -52,7 +52,7 @@ OnboardingButton::OnboardingButton(const QString& text, Style style, std::functi
     connect(this, &QAbstractButton::clicked, [action = std::move(action)] { action(); });
 }
 
-void OnboardingButton::evaluate(const OnboardingPresentation::Button& shown) {
+void OnboardingButton::setPresentation(const OnboardingPresentation::Button& shown) {
     setAttribute(Qt::WA_TransparentForMouseEvents, shown.opacity <= 0);
     if (shown_.opacity == shown.opacity && shown_.scale == shown.scale)
         return;
@@ -86,7 +86,7 @@ void OnboardingButton::paintEvent(QPaintEvent*) {
     if (shown_.opacity <= 0)
         return;
     QPainter painter(this);
-    Layer::applyOpacity(painter, *this);
+    FadingView::applyOpacity(painter, *this);
     painter.setOpacity(painter.opacity() * shown_.opacity);
     painter.setRenderHint(QPainter::Antialiasing);
     const QPointF centre = face().center();

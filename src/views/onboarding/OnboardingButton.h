@@ -25,7 +25,7 @@ public:
     };
 
     OnboardingButton(const QString& text, Style style, std::function<void()> action);
-    void evaluate(const OnboardingPresentation::Button& shown);
+    void setPresentation(const OnboardingPresentation::Button& shown);
     /// Lets the band of light stand at this part of its way.
     void setShimmerPhase(double phase);
 

@@ -116,7 +116,7 @@ OnboardingBadge::OnboardingBadge()
     setFixedSize(ringSide, ringSide);
 }
 
-void OnboardingBadge::evaluate(const OnboardingPresentation& shown) {
+void OnboardingBadge::setPresentation(const OnboardingPresentation& shown) {
     const auto changed = [](double& value, double newValue) { return std::exchange(value, newValue) != newValue; };
     const bool ring = changed(ringOpacity_, shown.ringOpacity);
     const bool circle = changed(circleTrim_, shown.circleTrim);
@@ -127,7 +127,7 @@ void OnboardingBadge::evaluate(const OnboardingPresentation& shown) {
 
 void OnboardingBadge::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    Layer::applyOpacity(painter, *this);
+    FadingView::applyOpacity(painter, *this);
     const QColor accent = Theme::color(ColorRole::accent, palette());
     const double opacity = painter.opacity();
     painter.setOpacity(opacity * ringOpacity_);
@@ -157,7 +157,7 @@ void OnboardingBadge::paintMark(QPainter& painter) const {
     painter.drawPath(OnboardingCheckmarkShape::trimmedPath(circle, checkmarkTrim_));
 }
 
-QRect OnboardingEmblem::reach(const QPoint& topLeft) {
+QRect OnboardingEmblem::paintedArea(const QPoint& topLeft) {
     return QRect(topLeft, QSize(side, side)).adjusted(-glowReach, -glowReach - highestOffset, glowReach, glowReach);
 }
 
@@ -194,7 +194,7 @@ OnboardingPointView::OnboardingPointView(std::string_view symbolName, const QStr
     setFixedSize(width, std::max(textHeight, Symbol::side(symbolPointSize)) + travel);
 }
 
-void OnboardingPointView::evaluate(const OnboardingPresentation::Bullet& shown) {
+void OnboardingPointView::setPresentation(const OnboardingPresentation::Bullet& shown) {
     if (shown_.opacity == shown.opacity && shown_.offset == shown.offset)
         return;
     shown_ = shown;
@@ -204,7 +204,7 @@ void OnboardingPointView::evaluate(const OnboardingPresentation::Bullet& shown) 
 /// The movement stops at the pixels of the screen; text and symbol would blur between them.
 void OnboardingPointView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    Layer::applyOpacity(painter, *this);
+    FadingView::applyOpacity(painter, *this);
     painter.setOpacity(painter.opacity() * shown_.opacity);
     const double ratio = devicePixelRatioF();
     painter.translate(0, std::round(shown_.offset * ratio) / ratio);

@@ -28,7 +28,7 @@ struct OnboardingCheckmarkShape {
 class OnboardingBadge : public QWidget {
 public:
     OnboardingBadge();
-    void evaluate(const OnboardingPresentation& shown);
+    void setPresentation(const OnboardingPresentation& shown);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -55,7 +55,7 @@ public:
     explicit OnboardingEmblem(const QWidget& view);
     void paint(QPainter& painter, const QPointF& topLeft, const OnboardingPresentation& shown);
     /// What is touched by painting it there at any moment.
-    [[nodiscard]] static QRect reach(const QPoint& topLeft);
+    [[nodiscard]] static QRect paintedArea(const QPoint& topLeft);
 
 private:
     const QWidget& view_;
@@ -70,7 +70,7 @@ public:
     static constexpr int travel = 8;
 
     OnboardingPointView(std::string_view symbolName, const QString& text, int width);
-    void evaluate(const OnboardingPresentation::Bullet& shown);
+    void setPresentation(const OnboardingPresentation::Bullet& shown);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -40,7 +40,7 @@ QLayout* statusItem(std::string_view symbolName, const QString& caption, ColorRo
 }
 
 /// A piece of the bar, with a stroke between its two parts.
-class PreviewPanel : public Layer {
+class PreviewPanel : public FadingView {
 public:
     PreviewPanel() : stroke_(new QWidget) {
         stroke_->setFixedWidth(1);
@@ -70,7 +70,7 @@ private:
 
 OnboardingWelcomeScreen::OnboardingWelcomeScreen(std::function<void()> onGetStarted)
     : emblem_(*this),
-      title_(layer(text(QStringLiteral("Welcome to stowpocket"), {.pointSize = 24, .weight = FontWeight::bold}))),
+      title_(fading(text(QStringLiteral("Welcome to stowpocket"), {.pointSize = 24, .weight = FontWeight::bold}))),
       points_{
           point("arrow.down.doc", "Drag files onto the shelf to stage them temporarily. No more cluttered desktop."),
           point("arrow.up.doc", "Drag files out of the shelf into any app when you need them."),
@@ -88,30 +88,31 @@ OnboardingWelcomeScreen::OnboardingWelcomeScreen(std::function<void()> onGetStar
                Spacer{}));
 }
 
-void OnboardingWelcomeScreen::evaluate(const OnboardingPresentation& shown) {
+void OnboardingWelcomeScreen::setPresentation(const OnboardingPresentation& shown) {
     setOpacity(shown.welcome.opacity);
     if (shown_.emblemOffset != shown.emblemOffset || shown_.emblemGlow != shown.emblemGlow)
-        update(OnboardingEmblem::reach(emblemPlace));
+        update(OnboardingEmblem::paintedArea(emblemPlace));
     shown_ = shown;
     title_->setOpacity(shown.titleOpacity);
     for (std::size_t index = 0; index < points_.size(); ++index)
-        points_.at(index)->evaluate(shown.points.at(index));
-    getStarted_->evaluate(shown.getStarted);
+        points_.at(index)->setPresentation(shown.points.at(index));
+    getStarted_->setPresentation(shown.getStarted);
 }
 
 void OnboardingWelcomeScreen::paintEvent(QPaintEvent* event) {
-    if (!event->rect().intersects(OnboardingEmblem::reach(emblemPlace)))
+    if (!event->rect().intersects(OnboardingEmblem::paintedArea(emblemPlace)))
         return;
     QPainter painter(this);
     applyOpacity(painter, *this);
-    painter.setClipRect(OnboardingEmblem::reach(emblemPlace));  // pictures are drawn quickly into one rectangle only
+    painter.setClipRect(
+        OnboardingEmblem::paintedArea(emblemPlace));  // pictures are drawn quickly into one rectangle only
     emblem_.paint(painter, emblemPlace, shown_);
 }
 
 OnboardingClosingScreen::OnboardingClosingScreen(std::function<void()> onComplete)
     : badge_(new OnboardingBadge),
-      headline_(layer(text(QStringLiteral("You're all set."), {.pointSize = 24, .weight = FontWeight::bold}))),
-      subtext_(layer(
+      headline_(fading(text(QStringLiteral("You're all set."), {.pointSize = 24, .weight = FontWeight::bold}))),
+      subtext_(fading(
           text(QString::fromUtf8(platformTexts.whereTheIconIs), {.pointSize = 15, .role = ColorRole::secondary}))),
       preview_(new PreviewPanel),
       startUsing_(new OnboardingButton(QStringLiteral("Start Using stowpocket"),
@@ -125,13 +126,13 @@ OnboardingClosingScreen::OnboardingClosingScreen(std::function<void()> onComplet
                    Spacer{}));
 }
 
-void OnboardingClosingScreen::evaluate(const OnboardingPresentation& shown) {
+void OnboardingClosingScreen::setPresentation(const OnboardingPresentation& shown) {
     setOpacity(shown.closing.opacity);
-    badge_->evaluate(shown);
+    badge_->setPresentation(shown);
     headline_->setOpacity(shown.headlineOpacity);
     subtext_->setOpacity(shown.subtextOpacity);
     preview_->setOpacity(shown.previewOpacity);
-    startUsing_->evaluate(shown.startUsing);
+    startUsing_->setPresentation(shown.startUsing);
     startUsing_->setShimmerPhase(shown.shimmerPhase);
 }
 

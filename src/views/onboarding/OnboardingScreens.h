@@ -17,10 +17,10 @@ inline constexpr int onboardingHeight = 420;
 inline constexpr double onboardingCornerRadius = 20;
 
 /// What the program is for, in three points.
-class OnboardingWelcomeScreen : public Layer {
+class OnboardingWelcomeScreen : public FadingView {
 public:
     explicit OnboardingWelcomeScreen(std::function<void()> onGetStarted);
-    void evaluate(const OnboardingPresentation& shown);
+    void setPresentation(const OnboardingPresentation& shown);
     [[nodiscard]] QWidget& button() { return *getStarted_; }
 
 protected:
@@ -29,23 +29,23 @@ protected:
 private:
     OnboardingEmblem emblem_;
     OnboardingPresentation shown_;
-    Layer* title_;
+    FadingView* title_;
     std::array<OnboardingPointView*, 3> points_;
     OnboardingButton* getStarted_;
 };
 
 /// Where the icon is from now on, and what it looks like.
-class OnboardingClosingScreen : public Layer {
+class OnboardingClosingScreen : public FadingView {
 public:
     explicit OnboardingClosingScreen(std::function<void()> onComplete);
-    void evaluate(const OnboardingPresentation& shown);
+    void setPresentation(const OnboardingPresentation& shown);
     [[nodiscard]] QWidget& button() { return *startUsing_; }
 
 private:
     OnboardingBadge* badge_;
-    Layer* headline_;
-    Layer* subtext_;
-    Layer* preview_;
+    FadingView* headline_;
+    FadingView* subtext_;
+    FadingView* preview_;
     OnboardingButton* startUsing_;
 };
 

@@ -43,7 +43,7 @@ OnboardingView::OnboardingView(Dependencies dependencies)
     setPalette(darkPalette());
     setFixedSize(onboardingWidth, onboardingHeight);
     setAttribute(Qt::WA_OpaquePaintEvent);
-    for (Layer* const screen : {static_cast<Layer*>(welcome_), static_cast<Layer*>(closing_)}) {
+    for (FadingView* const screen : {static_cast<FadingView*>(welcome_), static_cast<FadingView*>(closing_)}) {
         screen->setParent(this);
         screen->resize(size());
     }
@@ -68,13 +68,13 @@ void OnboardingView::showEvent(QShowEvent* event) {
     if (QWindow* const handle = window()->windowHandle())
         handle->installEventFilter(this);
     renderFrame();
-    Layer::showEvent(event);
+    FadingView::showEvent(event);
 }
 
 void OnboardingView::hideEvent(QHideEvent* event) {
     dependencies_.clock->stop();
-    container_.forget();
-    Layer::hideEvent(event);
+    container_.clear();
+    FadingView::hideEvent(event);
 }
 
 /// On another desktop the window is not hidden, yet nothing of it is on the screen.
@@ -85,7 +85,7 @@ bool OnboardingView::eventFilter(QObject* watched, QEvent* event) {
         else
             dependencies_.clock->stop();
     }
-    return Layer::eventFilter(watched, event);
+    return FadingView::eventFilter(watched, event);
 }
 
 void OnboardingView::getStarted() {
@@ -108,22 +108,22 @@ OnboardingMoment OnboardingView::moment() const {
 
 void OnboardingView::renderFrame() {
     const OnboardingMoment now = moment();
-    evaluate(now);
-    if (dependencies_.motion == MotionWish::reduced)
+    showMoment(now);
+    if (dependencies_.motion == MotionPreference::reduced)
         return;
     if (const std::optional<Seconds> wait = timeToNextFrame(now))
         dependencies_.clock->callAfter(*wait, [this] { renderFrame(); });
 }
 
-void OnboardingView::evaluate(const OnboardingMoment& moment) {
-    const bool isReduced = dependencies_.motion == MotionWish::reduced;
+void OnboardingView::showMoment(const OnboardingMoment& moment) {
+    const bool isReduced = dependencies_.motion == MotionPreference::reduced;
     const OnboardingPresentation shown =
         onboardingPresentation(isReduced ? onboardingEndState(moment) : onboardingState(moment));
     setOpacity(shown.opacity);
-    welcome_->evaluate(shown);
+    welcome_->setPresentation(shown);
     welcome_->move(static_cast<int>(std::lround(shown.welcome.shift * width())), 0);
     welcome_->setVisible(shown.welcome.opacity > 0);
-    closing_->evaluate(shown);
+    closing_->setPresentation(shown);
     closing_->move(static_cast<int>(std::lround(shown.closing.shift * width())), 0);
 }
 

@@ -17,9 +17,9 @@ struct OnboardingMoment;
 
 /// The first-run window's content: a welcome screen and, once "Get Started" is pressed, a closing screen. Time runs
 /// from the first showing on, but pictures are made only while something moves and the window can be seen.
-class OnboardingView : public Layer {
+class OnboardingView : public FadingView {
 public:
-    enum class MotionWish {
+    enum class MotionPreference {
         full,
         reduced,  ///< everything stands in its place from the beginning
     };
@@ -32,7 +32,7 @@ public:
     struct Dependencies {
         PreferenceStore& preferences;
         std::unique_ptr<FrameClock> clock;
-        MotionWish motion = MotionWish::full;
+        MotionPreference motion = MotionPreference::full;
         CloseControl closeControl = CloseControl::own;
         /// May end with the view's destruction, though not before it returns.
         std::function<void()> onComplete;
@@ -50,7 +50,7 @@ private:
     void addCloseControl();
     void getStarted();
     void renderFrame();
-    void evaluate(const OnboardingMoment& moment);
+    void showMoment(const OnboardingMoment& moment);
     void paintContainer(QPainter& painter) const;
     [[nodiscard]] OnboardingMoment moment() const;
 

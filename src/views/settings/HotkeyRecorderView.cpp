@@ -97,9 +97,9 @@ HotkeyRecorderView::HotkeyRecorderView(std::shared_ptr<HotkeyRecorder> recorder,
                               QStringLiteral("Clear %1 shortcut").arg(label), [this] { recorder_->clear(); })),
       warning_(text(QStringLiteral("Conflicts with the other shortcut"),
                     {.pointSize = warningPointSize, .role = ColorRole::red})),
-      observation_(recorder_->changed.connect([this] { evaluate(); })) {
+      observation_(recorder_->changed.connect([this] { refresh(); })) {
     compose(*this, vstack(warningSpacing, hstack(defaultSpacing, label_, shortcut_, Spacer{}, clear_), warning_));
-    evaluate();
+    refresh();
 }
 
 int HotkeyRecorderView::labelWidth() const {
@@ -110,7 +110,7 @@ void HotkeyRecorderView::setLabelWidth(int width) {
     label_->setFixedWidth(width);
 }
 
-void HotkeyRecorderView::evaluate() {
+void HotkeyRecorderView::refresh() {
     const HotkeyRecorderPresentation shown = recorder_->shown();
     const bool beganToConflict = shown.conflicts && warning_->isHidden();
     shortcut_->showShortcut(shown);

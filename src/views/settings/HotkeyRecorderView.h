@@ -36,7 +36,7 @@ public:
     void setLabelWidth(int width);
 
 private:
-    void evaluate();
+    void refresh();
 
     const std::shared_ptr<HotkeyRecorder> recorder_;
     Text* const label_;

@@ -89,7 +89,7 @@ GeneralPage::GeneralPage(const SettingsDependencies& dependencies, QWidget& wind
     QWidget* const shortcutsSection = shortcuts();
     compose(*this, vstack(0, form({generalSection, shelfSection, shortcutsSection})));
     observe();
-    evaluate();
+    refresh();
     showHotkeySource();
 }
 
@@ -140,14 +140,14 @@ QWidget* GeneralPage::shortcuts() {
 void GeneralPage::observe() {
     observations_.push_back(dependencies_.services.core.preferences.changed().connect([this](const std::string& key) {
         if (key == preferenceKey::launchAtLogin || key == shelfCapacityKey)
-            evaluate();
+            refresh();
     }));
     if (dependencies_.viewModel)
         observations_.push_back(
-            dependencies_.viewModel->shelfManager().itemsChanged.connect([this](const ShelfChange&) { evaluate(); }));
+            dependencies_.viewModel->shelfManager().itemsChanged.connect([this](const ShelfChange&) { refresh(); }));
 }
 
-void GeneralPage::evaluate() {
+void GeneralPage::refresh() {
     const PreferenceStore& preferences = dependencies_.services.core.preferences;
     launchAtLogin_->setChecked(preferences.boolean(preferenceKey::launchAtLogin));
     if (!dependencies_.viewModel)
@@ -189,7 +189,7 @@ void GeneralPage::clearShelf() {
 
 AboutPage::AboutPage(const SettingsDependencies& dependencies)
     : updaterController_(dependencies.updaterController),
-      observation_(updaterController_->changed().connect([this] { evaluate(); })) {
+      observation_(updaterController_->changed().connect([this] { refresh(); })) {
     constexpr TextStyle plain{.pointSize = 13, .role = ColorRole::secondary};
     const SettingsServices& services = dependencies.services;
     QWidget* const column = group(padded(
@@ -206,7 +206,7 @@ AboutPage::AboutPage(const SettingsDependencies& dependencies)
         {.horizontal = columnPadding, .top = columnPadding}));
     column->setFixedWidth(columnWidth);
     compose(*this, vstack(0, new ScrollView(vstack(0, centred(column), Spacer{}))));
-    evaluate();
+    refresh();
 }
 
 /// Nothing of them is seen where whoever built the program said that it has no newer versions to look for.
@@ -224,7 +224,7 @@ QWidget* AboutPage::updateControls(const MainBundle& bundle) {
     return controls;
 }
 
-void AboutPage::evaluate() {
+void AboutPage::refresh() {
     automaticDownloads_->setChecked(updaterController_->automaticallyDownloadsUpdates());
 }
 

@@ -32,7 +32,7 @@ private:
     [[nodiscard]] QWidget* shortcuts();
 
     void observe();
-    void evaluate();
+    void refresh();
     void showHotkeySource();
     void setLaunchAtLogin(bool wanted);
     void confirmClear();
@@ -57,7 +57,7 @@ public:
 
 private:
     [[nodiscard]] QWidget* updateControls(const MainBundle& bundle);
-    void evaluate();
+    void refresh();
 
     const std::shared_ptr<UpdaterController> updaterController_;
     Toggle* automaticDownloads_ = nullptr;

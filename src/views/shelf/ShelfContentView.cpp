@@ -32,7 +32,7 @@ ShelfContentView::ShelfContentView(std::shared_ptr<ShelfViewModel> viewModel, Dr
     grid_->onTileFocused = [this](QWidget& tile) { scrollView_->ensureWidgetVisible(&tile, 0, gridPadding); };
 }
 
-void ShelfContentView::evaluate(const ShelfPresentation& shown) {
+void ShelfContentView::setPresentation(const ShelfPresentation& shown) {
     using Content = ShelfPresentation::Content;
     using BelowGrid = ShelfPresentation::BelowGrid;
     acceptsDrops_ = shown.acceptsDrops;

@@ -30,7 +30,7 @@ public:
                      int width);
 
     /// Shows what the shelf shows now.
-    void evaluate(const ShelfPresentation& shown);
+    void setPresentation(const ShelfPresentation& shown);
     [[nodiscard]] ShelfGridView& grid() { return *grid_; }
     [[nodiscard]] DropZoneView& dropZone() { return *dropZone_; }
     [[nodiscard]] DropZoneView& compactDropZone() { return *compactDropZone_; }

@@ -32,7 +32,7 @@ ShelfView::ShelfView(Dependencies dependencies)
     compose(*this, vstack(defaultSpacing, header(), divider(), banner(), saveBanner(), content_, progressRow(),
                           divider(), footer()));
     observe();
-    evaluate();
+    refresh();
 }
 
 QLayout* ShelfView::header() {
@@ -87,27 +87,27 @@ void ShelfView::observe() {
     ShelfManager& shelf = viewModel_.shelfManager();
     observations_.push_back(shelf.itemsChanged.connect([this](const ShelfChange& change) {
         content_->grid().apply(change);
-        evaluate();
+        refresh();
     }));
     observations_.push_back(
         shelf.thumbnailChanged.connect([this](const UUID& id) { content_->grid().updatePicture(id); }));
-    observations_.push_back(shelf.isLoadingChanged.connect([this] { evaluate(); }));
-    observations_.push_back(viewModel_.capacityMessageChanged.connect([this] { evaluate(); }));
-    observations_.push_back(shelf.preferences().saveProblemChanged().connect([this] { evaluate(); }));
+    observations_.push_back(shelf.isLoadingChanged.connect([this] { refresh(); }));
+    observations_.push_back(viewModel_.capacityMessageChanged.connect([this] { refresh(); }));
+    observations_.push_back(shelf.preferences().saveProblemChanged().connect([this] { refresh(); }));
 }
 
-void ShelfView::evaluate() {
-    present(shelfPresentation(viewModel_));
+void ShelfView::refresh() {
+    setPresentation(shelfPresentation(viewModel_));
 }
 
-void ShelfView::present(const ShelfPresentation& shown) {
+void ShelfView::setPresentation(const ShelfPresentation& shown) {
     shown_ = shown;
     badge_->setText(displayText(shown.badge));
     bannerText_->setText(displayText(shown.banner.value_or("")));
     banner_->setVisible(shown.banner.has_value());
     saveBannerText_->setText(displayText(shown.saveBanner.value_or("")));
     saveBanner_->setVisible(shown.saveBanner.has_value());
-    content_->evaluate(shown);
+    content_->setPresentation(shown);
     progress_->setVisible(shown.showsProgress);
     clearButton_->setVisible(shown.showsClearButton);
     updateGeometry();
@@ -125,7 +125,7 @@ QSize ShelfView::sizeHint() const {
 /// Tab is pressed.
 void ShelfView::showEvent(QShowEvent* event) {
     if (const ShelfPresentation now = shelfPresentation(viewModel_); now != shown_)
-        present(now);
+        setPresentation(now);
     setFocus();
     QWidget::showEvent(event);
 }

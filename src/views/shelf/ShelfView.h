@@ -35,8 +35,8 @@ private:
     [[nodiscard]] QLayout* footer();
 
     void observe();
-    void evaluate();
-    void present(const ShelfPresentation& shown);
+    void refresh();
+    void setPresentation(const ShelfPresentation& shown);
     void confirmClear();
     void clear();
 

@@ -11,7 +11,7 @@ void DeleteViewLater::operator()(UpdateView* view) const {
 void QtUpdateWindow::show(const UpdateStatus& status) {
     if (!view_)
         view_.reset(new UpdateView([this](UpdateChoice choice) { chosen_.emit(choice); }));
-    view_->present(presentationOf(status));
+    view_->setPresentation(presentationOf(status));
     if (view_->isVisible())
         return;
     view_->setAttribute(Qt::WA_ShowWithoutActivating);
@@ -26,10 +26,10 @@ void QtUpdateWindow::bringToFront() {
 void QtAlerts::runModal(const InformationalAlert& alert) {
     view_.reset(new UpdateView([this](UpdateChoice) { view_.reset(); }));
     view_->setWindowModality(Qt::ApplicationModal);
-    view_->present({.title = alert.messageText,
-                    .message = alert.informativeText,
-                    .buttons = {{alert.buttonTitle, UpdateChoice::later}},
-                    .onClose = UpdateChoice::later});
+    view_->setPresentation({.title = alert.messageText,
+                            .message = alert.informativeText,
+                            .buttons = {{alert.buttonTitle, UpdateChoice::later}},
+                            .onClose = UpdateChoice::later});
     view_->bringToFront();
 }
 

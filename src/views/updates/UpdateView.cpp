@@ -104,7 +104,7 @@ UpdateView::UpdateView(Chosen chosen)
                {.horizontal = margin, .top = margin}));
 }
 
-void UpdateView::present(const UpdatePresentation& presentation) {
+void UpdateView::setPresentation(const UpdatePresentation& presentation) {
     onClose_ = presentation.onClose;
     const QString title = QString::fromStdString(presentation.title);
     setWindowTitle(title);

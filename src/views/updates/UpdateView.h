@@ -23,7 +23,7 @@ public:
     using Chosen = std::function<void(UpdateChoice)>;
 
     explicit UpdateView(Chosen chosen);
-    void present(const UpdatePresentation& presentation);
+    void setPresentation(const UpdatePresentation& presentation);
     void bringToFront();
 
 protected:
