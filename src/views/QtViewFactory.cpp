@@ -17,7 +17,7 @@ namespace {
 
 constexpr QSize settingsSize{450, 520};
 
-/// For lists of windows. Drawn at every call: few windows have one.
+/// The icon for window lists. It is drawn at every call, since few windows need it.
 QIcon programIcon() {
     QIcon icon;
     for (const int side : {16, 32, 48, 64}) {
@@ -69,7 +69,7 @@ std::unique_ptr<Window> QtViewFactory::makeOnboarding(PreferenceStore& preferenc
     return makeWindow(QStringLiteral("Welcome to stowpocket"), size, QtWindow::Level::floating, std::move(view));
 }
 
-/// A floating window is bare: its view draws all of it.
+/// A floating window has no frame: its view draws everything.
 std::unique_ptr<Window> QtViewFactory::makeWindow(const QString& title, const QSize& contentSize,
                                                   QtWindow::Level level, std::unique_ptr<QWidget> content) const {
     if (platform_.makeWindow)

@@ -8,11 +8,11 @@
 
 namespace stowpocket {
 
-/// Makes a view when its window is first shown.
+/// Creates a view when its window is first shown.
 using MakeContent = std::function<std::unique_ptr<QWidget>()>;
 
-/// The program's windows with Qt views inside. The views know nothing of the window system: what hosts them, reads
-/// drops and starts drags is given.
+/// The program's windows with Qt views in them. The views know nothing about the window system: whatever hosts them,
+/// reads drops and starts drags is passed in.
 class QtViewFactory : public ViewFactory {
 public:
     struct Platform {
@@ -20,14 +20,14 @@ public:
         DropReader drops;
         TileServices tiles;
         SettingsServices settings;
-        /// Windows of the desktop's own making; where it has none they are the toolkit's.
+        /// Creates native windows. If it is empty, the toolkit's windows are used.
         std::function<std::unique_ptr<Window>(const QString& title, const QSize& contentSize, QtWindow::Level level,
                                               std::unique_ptr<QWidget> content)>
             makeWindow = {};
-        /// Whether translucent pixels of the toolkit's windows show what is behind them.
+        /// Whether translucent pixels of the toolkit's windows show what is behind them; may be empty.
         std::function<bool()> blendsWindows = {};
-        /// Runs what it is given once the icon is on the screen, which the first run's window is not to delay; where
-        /// it is left out that window does not wait.
+        /// Runs its argument once the icon is on the screen, so that the first-run window does not delay the icon. If
+        /// it is empty, that window does not wait.
         std::function<void(std::function<void()>)> whenIconStands = {};
     };
 

@@ -7,8 +7,8 @@
 
 namespace stowpocket {
 
-/// Windows have the keyboard here, not programs: without one of ours that can take it there is nothing to do, and one
-/// that has it already keeps it.
+/// Here windows have the keyboard focus, not programs. If none of our windows can take it, there is nothing to do. A
+/// window that already has it keeps it.
 void QtApplication::activate() {
     if (QApplication::activeWindow() != nullptr)
         return;

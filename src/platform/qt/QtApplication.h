@@ -21,7 +21,7 @@ public:
     [[nodiscard]] std::optional<double> backingScaleFactor() const override;
 };
 
-/// The desktop's style for those who have asked it not to move anything.
+/// The desktop's style without animations, for users who have asked for reduced motion.
 class MotionlessStyle : public QProxyStyle {
 public:
     [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

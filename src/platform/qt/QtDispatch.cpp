@@ -16,7 +16,7 @@
 namespace stowpocket {
 namespace {
 
-/// Enough for a refresh and a batch at once.
+/// Enough for a refresh and a batch at the same time.
 constexpr int maxThreads = 4;
 constexpr int maxExitDelayMs = 500;
 
@@ -26,7 +26,7 @@ public:
         : interval_(delay), timer_(new QTimer) {
         timer_->setSingleShot(!repeats);
         QObject::connect(timer_, &QTimer::timeout, [timer = timer_, delay, work = std::move(work)] {
-            // The first time after a pause comes sooner than the next ones.
+            // After a pause the first interval is shorter than the following ones.
             if (timer->intervalAsDuration() != delay)
                 timer->start(delay);
             work();
@@ -37,7 +37,7 @@ public:
     QtScheduledWork& operator=(const QtScheduledWork&) = delete;
     ~QtScheduledWork() override {
         timer_->stop();
-        timer_->deleteLater();  // not at once: this may be its own timeout
+        timer_->deleteLater();  // not immediately: this may run in its own timeout
     }
 
     void pause() override { timer_->stop(); }
@@ -55,21 +55,21 @@ private:
     QTimer* const timer_;
 };
 
-/// Blocks waiting in order; whoever holds `running` runs them.
+/// Work waiting in order; whoever holds `running` runs it.
 struct SerialState {
     std::mutex running;
     std::mutex waitingMutex;
     std::deque<Dispatch::Work> waiting;
-    /// Whether a thread will look after what waits.
+    /// Whether a thread will run the waiting work.
     bool hasThread = false;
 
-    /// True when a thread is needed for it.
+    /// Returns true if a thread must be started for it.
     [[nodiscard]] bool push(Dispatch::Work work) {
         const std::lock_guard lock(waitingMutex);
         waiting.push_back(std::move(work));
         return !std::exchange(hasThread, true);
     }
-    /// None when nothing waits; a thread that asks ends then.
+    /// Returns an empty function if nothing waits; the calling thread then ends.
     Dispatch::Work pop() {
         const std::lock_guard lock(waitingMutex);
         hasThread = hasThread && !waiting.empty();
@@ -88,7 +88,7 @@ struct SerialState {
 
 class ThreadSerialQueue : public SerialQueue {
 public:
-    /// `threads` has one for each queue.
+    /// `threads` can give each queue a thread.
     ThreadSerialQueue(QThreadPool& threads, std::string label) : threads_(threads), label_(std::move(label)) {}
 
     void sync(const std::function<void()>& work) override {
@@ -129,7 +129,7 @@ QtDispatch::QtDispatch()
     pool_->setMaxThreadCount(maxThreads);
     idlePool_->setMaxThreadCount(1);
     idlePool_->setThreadPriority(QThread::IdlePriority);
-    // A queue has nothing to do most of the time, and then no thread.
+    // A queue is idle most of the time and needs no thread then.
     queueThreads_->setMaxThreadCount(std::numeric_limits<int>::max());
     queueThreads_->setExpiryTimeout(0);
 }
@@ -196,7 +196,7 @@ void OneTimeEvent::whenOccurred(std::function<void()> work) {
         waiting_.push_back(std::move(work));
 }
 
-/// A timer waits for what the window system has sent by then, which a posted call would overtake.
+/// A timer runs after the events that the window system has already sent; a posted call would overtake them.
 void OneTimeEvent::runSoon(std::function<void()> work) {
     QTimer::singleShot(std::chrono::milliseconds(0), &context_, std::move(work));
 }

@@ -20,16 +20,16 @@ public:
     }
 };
 
-/// Dispatch on the Qt event loop, a bounded pool of threads and a thread for each queue that has work. Made on the
-/// main thread, after the application.
+/// Dispatch on the Qt event loop, a bounded thread pool, and one thread for each queue that has work. Create it on
+/// the main thread, after the application.
 class QtDispatch : public Dispatch {
 public:
     QtDispatch();
-    /// Finishes. A thread that waits for a dead mount is left behind, so that it cannot keep the program from ending.
+    /// Finishes. A thread blocked by a dead mount is left behind, so that it cannot keep the program from exiting.
     ~QtDispatch() override;
 
-    /// Drops background work that has not begun and gives the rest a moment to end. False when some of it hangs: then
-    /// everything that it uses has to stay, this dispatch too.
+    /// Drops background work that has not started and gives the rest a moment to finish. Returns false if some of it
+    /// hangs; then everything it uses must stay alive, including this dispatch.
     [[nodiscard]] bool finish();
 
     void async(Work work) override;
@@ -39,23 +39,23 @@ public:
     void whenIdle(Work work) override;
     [[nodiscard]] std::unique_ptr<SerialQueue> serialQueue(std::string label) override;
 
-    /// Calls `wait` on a thread of background work, which does not count as one meanwhile: another takes its place.
+    /// Calls `wait` on a background thread. That thread does not count towards the limit while it waits.
     [[nodiscard]] bool runWait(const std::function<bool()>& wait);
 
 private:
     QObject mainQueue_;
     std::unique_ptr<QThreadPool> pool_;
-    /// Has no thread before its first work.
+    /// Has no thread until it gets work.
     std::unique_ptr<QThreadPool> idlePool_;
     std::unique_ptr<QThreadPool> queueThreads_;
 };
 
-/// Something that happens once while the program runs, and what waits for it. That runs in a turn of the event loop
-/// of its own, after the work of whoever tells that it happened. Main thread.
+/// An event that happens once while the program runs, and the work that waits for it. The work runs in its own turn
+/// of the event loop, after the caller of `occur` has finished. Main thread.
 class OneTimeEvent {
 public:
     void occur();
-    /// `work` is forgotten when the milestone goes first.
+    /// `work` is dropped if this object is destroyed first.
     void whenOccurred(std::function<void()> work);
 
 private:
@@ -66,7 +66,7 @@ private:
     QObject context_;
 };
 
-/// Deletes services once the background work of their member `dispatch` is over, and leaves them to work that hangs.
+/// Deletes services once the background work of their member `dispatch` has ended. Work that hangs keeps them alive.
 struct DeleteAfterBackgroundWork {
     template <class Services>
     void operator()(Services* services) const {

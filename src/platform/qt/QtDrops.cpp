@@ -54,7 +54,7 @@ private:
 
 const QString uriListFormat = QStringLiteral("text/uri-list");
 
-/// From the bytes as they came: a QUrl would lose file names that are not UTF-8.
+/// Reads the original bytes: QUrl would lose file names that are not UTF-8.
 std::vector<FileURL> filesOf(const ReceivedDrop& drop) {
     return filesOfUriList(drop.uriList, QSysInfo::machineHostName().toStdString());
 }
@@ -76,14 +76,14 @@ public:
         completion(Bytes(text.begin(), text.end()));
     }
     void loadFileRepresentation(std::string_view, std::function<void(std::optional<FileURL>)> completion) override {
-        completion(std::nullopt);  // the file is there already: it is referenced, never copied
+        completion(std::nullopt);  // the file already exists: it is referenced, never copied
     }
 
 private:
     const FileURL file_;
 };
 
-/// A thing without a file, as a promise of one.
+/// Contents without a file, presented as a promised file.
 class ContentsReceiver : public FilePromiseReceiver {
 public:
     explicit ContentsReceiver(std::shared_ptr<ItemProvider> contents) : contents_(std::move(contents)) {}
@@ -117,7 +117,7 @@ std::span<const ContentsKind> textKinds() {
 
 DroppedContents::DroppedContents(const ContentsKind& kind)
     : kind_(&kind), folder_(std::make_shared<const QTemporaryDir>()) {
-    // To the millisecond: contents of one name would replace each other where they are kept.
+    // With milliseconds, because contents with equal names would replace each other where they are stored.
     const QString now = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh.mm.ss.zzz"));
     path_ = folder_->filePath(QStringLiteral("%1 %2.%3").arg(kind.name, now, kind.extension));
 }

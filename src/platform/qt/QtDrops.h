@@ -15,7 +15,7 @@
 
 namespace stowpocket {
 
-/// A kind of contents that is taken where a drag brings no files.
+/// A kind of contents that is accepted from drags without files.
 struct ContentsKind {
     QLatin1String format;
     std::string_view type;
@@ -23,18 +23,18 @@ struct ContentsKind {
     QLatin1String extension;
 };
 
-/// Most telling first, since sources offer one thing in several kinds.
+/// Best kind first, since sources offer the same contents in several kinds.
 [[nodiscard]] std::span<const ContentsKind> pictureKinds();
 [[nodiscard]] std::span<const ContentsKind> textKinds();
 
-/// A dropped picture or text that was written to a temporary file, named after what it is and when it came.
+/// A dropped picture or text in a temporary file, named after its kind and the time of the drop.
 class DroppedContents {
 public:
     explicit DroppedContents(const ContentsKind& kind);
 
     [[nodiscard]] const ContentsKind& kind() const { return *kind_; }
-    /// Where its bytes belong; there while some copy of this object is. In a folder that could not be made nothing
-    /// can be written.
+    /// The file for its bytes, which exists as long as any copy of this object. Writing fails if the folder could not
+    /// be created.
     [[nodiscard]] const QString& path() const { return path_; }
 
 private:
@@ -43,34 +43,34 @@ private:
     QString path_;
 };
 
-/// Its completions run in the background, because copying the file may take long. `dispatch` outlives it.
+/// The provider's completions run in the background, because copying may take long. `dispatch` outlives it.
 [[nodiscard]] std::shared_ptr<ItemProvider> providerOf(DroppedContents contents, Dispatch& dispatch);
 
-/// What the source of a drop has handed over.
+/// What the source of a drop has delivered.
 struct ReceivedDrop {
     std::string uriList;
-    /// A picture or text, where the list names no local file; null when there is none.
+    /// A picture or text if the list contains no local file; null if there is none.
     std::shared_ptr<ItemProvider> contents;
 };
 
-/// The window system's part in drops from other programs. What they carry is never had from Qt, which waits for their
-/// sources. Main thread.
+/// The window system's part in drops from other programs. Their data is never read through Qt, which blocks until the
+/// source answers. Main thread.
 class IncomingDrops {
 public:
     virtual ~IncomingDrops() = default;
 
-    /// What has come of the drop that is handled now; nothing of it is asked for any more.
+    /// What has arrived of the drop that is being handled. Nothing more is requested from its source.
     [[nodiscard]] virtual const ReceivedDrop& received() const = 0;
-    /// Whether the drag's source writes its files only once it is told where. Judged by the names of the types alone.
+    /// Whether the source writes its files only when it is told where. Decided by the names of the types alone.
     [[nodiscard]] virtual bool promisesFiles(const QMimeData& data) const = 0;
-    /// The promise of the drag that is over one of our windows now. Nothing is asked of the source before the files
-    /// are wanted, which must be while the drop is handled.
+    /// The promise of the drag that is over one of our windows now. The source is asked for nothing until the files
+    /// are requested, which must happen while the drop is handled.
     [[nodiscard]] virtual std::shared_ptr<FilePromiseReceiver> promiseReceiver() = 0;
-    /// The same promise as one thing of a drop: where several files come, they come in a folder.
+    /// The same promise as a single item: several files are delivered in a folder.
     [[nodiscard]] virtual std::shared_ptr<ItemProvider> promiseProvider() = 0;
 };
 
-/// A drag's files as the menu-bar icon asks for them. `drops` outlives it.
+/// A drag's files in the form that the menu-bar icon needs. `drops` outlives it.
 class QtDraggingPasteboard : public DraggingPasteboard {
 public:
     QtDraggingPasteboard(const QMimeData& data, IncomingDrops& drops) : data_(data), drops_(drops) {}
@@ -82,15 +82,15 @@ private:
     IncomingDrops& drops_;
 };
 
-/// Whether the drag offers one of `types`, judged by names alone.
+/// Whether the drag offers one of `types`. Decided by the names of its types alone.
 [[nodiscard]] bool offersAnyOf(const QMimeData& data, const std::vector<std::string>& types,
                                const IncomingDrops& drops);
 
-/// Whether a drop of this could bring anything that `itemProvidersOf` finds, judged by names alone.
+/// Whether `itemProvidersOf` could return anything for this drag. Decided by the names of its types alone.
 [[nodiscard]] bool offersItems(const QMimeData& data, const IncomingDrops& drops);
 
-/// What was dropped, to be called while the drop is handled: one provider per local file, in the source's order; when
-/// there are no files, one for the contents that were received, or for the files that are promised; otherwise none.
+/// Returns what was dropped: one provider for each local file, in the source's order. Without files it returns one
+/// for the received contents or the promised files, or none. Call it while the drop is handled.
 [[nodiscard]] std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const QMimeData& data, IncomingDrops& drops);
 
 }  // namespace stowpocket

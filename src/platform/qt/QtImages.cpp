@@ -12,7 +12,7 @@ namespace {
 constexpr int packedQuality = 50;
 
 QByteArray fileOf(const QImage& image) {
-    // The pixels alone: texts and profiles that other programs wrote are larger than they are.
+    // Only the pixels: texts and colour profiles from other programs are larger than the picture itself.
     const QImage pixels(image.constBits(), image.width(), image.height(), image.bytesPerLine(), image.format());
     QByteArray file;
     QBuffer buffer(&file);

@@ -10,13 +10,13 @@ class QIODevice;
 
 namespace stowpocket {
 
-/// Pixels as Qt holds them. Made on any thread; every image of this program on a Qt desktop carries one, or its
+/// Pixels as Qt stores them, created on any thread. Every image of the program on a Qt desktop contains this or its
 /// packed form.
 class QtImageContent : public ImageContent {
 public:
     explicit QtImageContent(QImage image) : image_(std::move(image)) {}
     [[nodiscard]] const QImage& image() const { return image_; }
-    /// In a twentieth of the memory, for opaque pictures.
+    /// Takes a twentieth of the memory for opaque pictures.
     [[nodiscard]] std::shared_ptr<const ImageContent> packed() const override;
 
 private:
@@ -33,12 +33,12 @@ private:
     const QByteArray file_;
 };
 
-/// The pixels of `image`, unpacked if need be; null where it has none.
+/// Returns the pixels of `image`, unpacked if necessary; null if it has none.
 [[nodiscard]] QImage qtImage(const Image& image);
 
-/// An SVG drawing as large as its shape allows in a room of so many pixels; null where it cannot be read. The
-/// toolkit's image plugin draws it, so that the library of SVG is loaded with the first drawing and not with the
-/// program. Any thread.
+/// Returns an SVG drawing scaled to fit into `room`, in pixels; null if it cannot be read. The toolkit's image plugin
+/// draws it, so the SVG library is loaded with the first drawing and not at program start.
+/// Any thread.
 [[nodiscard]] QImage svgImage(QIODevice& drawing, const QSize& room);
 
 }  // namespace stowpocket

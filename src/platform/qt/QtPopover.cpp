@@ -23,12 +23,12 @@ QRect qRect(const Rect& rect) {
     return QRectF(rect.x, rect.y, rect.width, rect.height).toRect();
 }
 
-/// The panel with its arrow, from the frame's corner.
+/// The panel with its arrow, relative to the frame's corner.
 QPainterPath bubble(const PopoverPlacement& placement) {
     const QSizeF size(placement.frame.width, placement.frame.height);
     const bool isTop = placement.arrowSide == ArrowSide::top;
     const double panelTop = isTop ? popoverArrowHeight : 0;
-    // One point into the panel: shapes that only touch are not united into one.
+    // One point inside the panel: shapes that merely touch are not united.
     const double base = isTop ? popoverArrowHeight + 1 : size.height() - popoverArrowHeight - 1;
     const double tip = isTop ? 0 : size.height();
     QPainterPath panel;
@@ -70,8 +70,8 @@ QRect availableAround(const QRect& anchor) {
 
 }  // namespace
 
-/// A dialog: some window managers hide tool windows with the program's last active window, even amid a drag, and some
-/// tile plain ones.
+/// A dialog, because some window managers hide tool windows together with the program's last active window, even
+/// during a drag, and some tile ordinary windows.
 PopoverWindow::PopoverWindow(PopoverEdge edge, Place place, std::function<void()> cancel)
     : QWidget(nullptr, Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
       edge_(edge),
@@ -101,8 +101,8 @@ void PopoverWindow::fitContent() {
     const QRect panel = frame.adjusted(0, placement_.arrowSide == ArrowSide::top ? arrow : 0, 0,
                                        placement_.arrowSide == ArrowSide::top ? 0 : -arrow);
     content_->setGeometry(panel.translated(-window.topLeft()));
-    // The limits open up before and close after it, so that size and place change in one request: the window manager
-    // answers each, and Qt waits for the server at each answer.
+    // The size limits are widened before and closed after the change, so that size and place change in one request:
+    // the window manager replies to each one, and Qt waits for the server at each reply.
     setMinimumSize(minimumSize().boundedTo(window.size()));
     setMaximumSize(maximumSize().expandedTo(window.size()));
     setGeometry(window);
@@ -112,7 +112,7 @@ void PopoverWindow::fitContent() {
     update();
 }
 
-/// The owner closes it; a refusal would also keep the session from ending the program.
+/// The owner closes the window. Refusing the event would also keep the session from ending the program.
 void PopoverWindow::closeEvent(QCloseEvent* event) {
     cancel_();
     event->accept();
@@ -138,7 +138,7 @@ void PopoverWindow::paintEvent(QPaintEvent*) {
         paintShadow(painter, outline_);
     QColor border = palette().color(QPalette::WindowText);
     border.setAlphaF(borderOpacity);
-    // Outside a cut edge half of the line falls away, so it is drawn twice as wide there.
+    // Half of the line lies outside a cut edge, so it is drawn twice as wide there.
     painter.setPen(QPen(border, edge_ == PopoverEdge::cut ? 2 : 1));
     painter.fillPath(outline_, palette().window());
     painter.drawPath(outline_);
@@ -189,7 +189,7 @@ void QtPopover::hide() {
     });
 }
 
-/// A compositor may have started or ended since the last time, and a window cannot change its kind of edge.
+/// A compositor may have started or ended since the last time, and an existing window cannot change its edge.
 void QtPopover::prepareWindow() {
     fade_.reset();
     const PopoverEdge edge = host_.blendsWindows() ? PopoverEdge::shadowed : PopoverEdge::cut;
@@ -224,7 +224,7 @@ void QtPopover::watchScreens() {
     QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, screens_.get(), fit, Qt::QueuedConnection);
 }
 
-/// Not without a compositor, nor where the desktop asks for reduced motion.
+/// Fading needs a compositor and is left out if the desktop asks for reduced motion.
 bool QtPopover::fades() const {
     const int duration = window_->style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, window_.get());
     return animates_ && window_->edge() == PopoverEdge::shadowed && duration > 0;

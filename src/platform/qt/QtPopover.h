@@ -16,40 +16,40 @@
 
 namespace stowpocket {
 
-/// What a popover asks of the window system beyond what Qt does. Main thread.
+/// What a popover needs from the window system beyond what Qt offers. Main thread.
 class PopoverHost {
 public:
     virtual ~PopoverHost() = default;
-    /// Whether translucent pixels show what is behind a window; otherwise they are black.
+    /// Whether translucent pixels show what is behind the window. If not, they are black.
     [[nodiscard]] virtual bool blendsWindows() const = 0;
-    /// Just before a window is shown, every time: asks for a place above the others and in no list of windows.
+    /// Called each time just before a window is shown: requests a place above other windows and in no window list.
     virtual void willShow(QWidget& window) = 0;
-    /// Runs `work` once no drag out of this program is on any more; at once where none is. Without the window that it
-    /// came from a drag would never end.
+    /// Runs `work` when no drag out of this program is in progress, which may be immediately. A drag whose source
+    /// window has gone would never end.
     virtual void afterDrag(std::function<void()> work) = 0;
-    /// Gives a shown window the keyboard, though the user may have worked elsewhere last.
+    /// Gives a visible window the keyboard focus, even if the user last worked in another program.
     virtual void focus(QWidget& window) = 0;
 };
 
 /// How the edge of the popover meets what is behind it.
 enum class PopoverEdge {
-    shadowed,  ///< translucent, where a compositor blends windows
-    cut,       ///< cut out of the screen, where none does
+    shadowed,  ///< translucent, if a compositor blends windows
+    cut,       ///< cut to its shape, if none does
 };
 
-/// The window of a popover: a rounded panel with an arrow, around one content widget. It asks for its place again
-/// whenever the content wants another size.
+/// The window of a popover: a rounded panel with an arrow around one content widget. It asks for its place again
+/// whenever the content changes its size hint.
 class PopoverWindow : public QWidget {
 public:
     using Place = std::function<PopoverPlacement(const QSize& content, int shadow)>;
 
-    /// `place` answers where the window belongs with a content of that size and a shadow of that width; `cancel` runs
-    /// on Escape, and when the window manager asks the window to close.
+    /// `place` returns the window's place for a content size and a shadow width. `cancel` runs on Escape and when the
+    /// window manager asks the window to close.
     PopoverWindow(PopoverEdge edge, Place place, std::function<void()> cancel);
 
     void setContent(QWidget* content);
     [[nodiscard]] PopoverEdge edge() const { return edge_; }
-    /// Takes the size of the content and moves to where that belongs.
+    /// Adopts the size of the content and moves to the matching place.
     void fitContent();
 
 protected:
@@ -64,12 +64,12 @@ private:
     const std::function<void()> cancel_;
     QWidget* content_ = nullptr;
     PopoverPlacement placement_;
-    /// The panel with its arrow, in the window.
+    /// The panel with its arrow, in window coordinates.
     QPainterPath outline_;
 };
 
-/// The popover as a window of its own. Its content is made when it is first shown and stays, hidden, until the end;
-/// nothing moves or ticks while it is hidden.
+/// The popover as its own window. Its content is created when it is first shown and lives until the program ends.
+/// Nothing is animated while it is hidden.
 class QtPopover : public Popover {
 public:
     using MakeContent = std::function<std::unique_ptr<QWidget>()>;
@@ -97,12 +97,12 @@ private:
     QWidget* content_ = nullptr;
     std::unique_ptr<PopoverWindow> window_;
     std::unique_ptr<QPropertyAnimation> fade_;
-    /// Null while closed; the window that fades out then stays where the icon was.
+    /// Null while closed: a window that fades out stays where the icon was.
     const QtStatusItemButton* anchor_ = nullptr;
     QRect anchorRect_;
     QRect barRect_;
     Subscription anchorMoved_;
-    /// Ends what was heard of screens that changed or went.
+    /// Destroying it disconnects the signals of the screens.
     std::unique_ptr<QObject> screens_;
     bool isShown_ = false;
     bool animates_ = true;

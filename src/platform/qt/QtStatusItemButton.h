@@ -8,14 +8,14 @@
 
 namespace stowpocket {
 
-/// The icon as the windows that belong to it see it.
+/// The icon as seen by the windows that are attached to it.
 class QtStatusItemButton : public StatusItemButton {
 public:
-    /// Where windows that hang on the icon should point; a corner of the screen while it is in no bar.
+    /// Where attached windows should point; a corner of the screen while the icon is in no bar.
     [[nodiscard]] virtual QRect rectOnScreen() const = 0;
-    /// The bar that the icon stands in; empty while it is in none that is known.
+    /// The bar that contains the icon; empty while no such bar is known.
     [[nodiscard]] virtual QRect barOnScreen() const { return {}; }
-    /// Emitted when the icon has got another size or, as far as it is told, another place.
+    /// Emitted when the icon has changed its size or, as far as it knows, its place.
     Signal<> moved;
 };
 

@@ -16,7 +16,7 @@ void FramelessWindow::mousePressEvent(QMouseEvent* event) {
         grab_ = event->position().toPoint();
 }
 
-/// Not every window manager offers to move windows; without that the window follows the pointer itself.
+/// Not every window manager can move windows. Without that help the window follows the pointer itself.
 void FramelessWindow::mouseMoveEvent(QMouseEvent* event) {
     if (!grab_ || !event->buttons().testFlag(Qt::LeftButton))
         return;

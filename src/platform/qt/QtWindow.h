@@ -13,8 +13,8 @@
 
 namespace stowpocket {
 
-/// A window without a frame of the desktop's: it is moved by dragging whatever in it does not take the mouse, and
-/// closed by Escape as by the desktop's own ways.
+/// A window without the desktop's frame. Dragging any part that does not take the mouse moves it. Escape closes it,
+/// as the desktop's own ways do.
 class FramelessWindow : public QWidget {
 protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -22,18 +22,18 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    /// Where the pressed button went down, until the window manager takes the movement over.
+    /// Where the button was pressed, until the window manager takes over the movement.
     std::optional<QPoint> grab_;
 };
 
-/// A window of the desktop's window manager around one view, of a fixed size. Once closed, by whomever, it is gone
-/// with its view and does nothing any more.
+/// An ordinary desktop window of fixed size around one view. Closing it, by any means, deletes the view; after that
+/// every call does nothing.
 class QtWindow : public Window {
 public:
     enum class Level { normal, floating };
     enum class Frame {
         titled,
-        none,  ///< the content is all there is; it moves the window, and Escape closes it
+        none,  ///< only the content is shown; dragging it moves the window, and Escape closes it
     };
 
     QtWindow(const QString& title, const QSize& contentSize, Level level, std::unique_ptr<QWidget> content,
@@ -42,10 +42,10 @@ public:
     QtWindow& operator=(const QtWindow&) = delete;
     ~QtWindow() override { delete window_; }
 
-    /// Only what lies within the rounded corners is seen: where translucent pixels show what is behind the window the
-    /// content leaves the corners free, elsewhere they are cut off. Before the window is shown.
+    /// Makes only the part within the rounded corners visible. If `blends` is true, the content itself leaves the
+    /// corners transparent; otherwise they are cut off. Call it before the window is shown.
     void roundCorners(double radius, bool blends);
-    /// For lists of windows.
+    /// The icon that window lists show.
     void setIcon(const QIcon& icon) { window_->setWindowIcon(icon); }
 
     [[nodiscard]] bool isVisible() const override { return window_ && window_->isVisible(); }
@@ -55,16 +55,16 @@ public:
     void close() override;
 
 private:
-    /// Its own; null once it was closed.
+    /// Owned; null once the window has been closed.
     const QPointer<QWidget> window_;
 };
 
-/// A window that has to wait before it is shown, and is not made before then: what would be seen first is not kept
-/// waiting by it.
+/// A window that is neither made nor shown until `later` says so, so that building it does not delay what the user
+/// should see first.
 class DeferredWindow : public Window {
 public:
     using Make = std::function<std::unique_ptr<Window>()>;
-    /// Runs what it is given once, later than this call.
+    /// Runs its argument once, after the call has returned.
     using Later = std::function<void(std::function<void()>)>;
 
     DeferredWindow(Later later, Make make) : later_(std::move(later)), make_(std::move(make)) {}
@@ -84,7 +84,7 @@ private:
     const Make make_;
     std::unique_ptr<Window> window_;
     bool isCentered_ = false;
-    /// There from the request until the window is made; what runs later does nothing without it.
+    /// Exists from the request until the window is made. Deferred work does nothing without it.
     std::shared_ptr<const Request> request_;
 };
 

@@ -74,7 +74,7 @@ void AlertView::open() {
     setGeometry(below_.rect());
     show();
     raise();
-    buttons_.back()->setFocus(Qt::OtherFocusReason);  // Return alone destroys nothing
+    buttons_.back()->setFocus(Qt::OtherFocusReason);  // Return alone must not destroy anything
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
 }
@@ -119,7 +119,7 @@ void AlertView::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(shade);
-    // Nothing of it shows beyond the corners of the panel below.
+    // Rounded, so that nothing shows outside the corners of the panel below.
     painter.drawRoundedRect(rect(), popoverCornerRadius, popoverCornerRadius);
 }
 

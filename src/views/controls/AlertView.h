@@ -9,8 +9,8 @@
 
 namespace stowpocket {
 
-/// A question that lies over a view until it is answered: nothing below it can be clicked, dropped on or reached by
-/// Tab. Escape, or hiding the view, answers like the last button, which cancels. It removes itself when answered.
+/// A question that covers a view until it is answered: nothing below it can be clicked, dropped on or reached by Tab.
+/// Escape, or hiding the view, counts as the last button, which cancels. It deletes itself when answered.
 class AlertView : public QWidget {
 public:
     struct Answer {
@@ -21,7 +21,7 @@ public:
     };
 
     AlertView(QWidget& below, const QString& title, const QString& message, std::vector<Answer> answers);
-    /// Shows it and gives it the keyboard.
+    /// Shows the question and gives it the keyboard focus.
     void open();
     [[nodiscard]] bool isAnswered() const { return isAnswered_; }
 
@@ -43,7 +43,7 @@ private:
     bool isAnswered_ = false;
 };
 
-/// Asks whether something is to be destroyed, unless `shown`, which gets the question, still waits for its answer.
+/// Asks whether to do something destructive. Does nothing while `shown`, which holds the question, is unanswered.
 void askOnce(QPointer<AlertView>& shown, QWidget& below, const QString& title, const QString& message,
              const QString& destroy, std::function<void()> action);
 

@@ -14,7 +14,7 @@
 namespace stowpocket {
 namespace {
 
-/// A smaller symbol still has room around it to be hit.
+/// Smaller symbols still get a clickable area of this size.
 constexpr int minimumSide = 18;
 constexpr double pressedOpacity = 0.5;
 constexpr int borderedHeight = 28;

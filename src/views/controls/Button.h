@@ -10,10 +10,10 @@
 
 namespace stowpocket {
 
-/// The ring around what has the keyboard, along the inside of `rect`; nothing while another than `view` has it.
+/// Paints the focus ring along the inside of `rect`. Paints nothing unless `view` has the keyboard focus.
 void paintFocusRing(QPainter& painter, const QWidget& view, const QRectF& rect, double radius);
 
-/// The base of buttons that paint themselves. Return presses them as Space does.
+/// Base of the buttons that paint themselves. Return presses them like Space.
 class PaintedButton : public QPushButton {
 public:
     explicit PaintedButton(std::function<void()> action);
@@ -24,14 +24,14 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 };
 
-/// A button that is nothing but its label, a symbol or a text, and answers to Space and Return when it has the
-/// keyboard. Assistive technology reads its name.
+/// A button that consists only of its label, a symbol or a text. Assistive technology reads its accessible name.
+/// The named constructors say what it looks like.
 class Button : public PaintedButton {
 public:
     [[nodiscard]] static Button* ofSymbol(std::string_view symbolName, SymbolStyle style,
                                           const QString& accessibleName, std::function<void()> action);
     [[nodiscard]] static Button* ofText(const QString& text, TextStyle style, std::function<void()> action);
-    /// A text on a rounded background, as alerts have them.
+    /// A text on a rounded background, as in alerts.
     [[nodiscard]] static Button* bordered(const QString& text, TextStyle style, std::function<void()> action);
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -50,12 +50,12 @@ private:
     bool isBordered_ = false;
 };
 
-/// Opens a page elsewhere: an orange text, with or without a symbol, or whatever view is put into it.
+/// A link to a web page: an orange text with or without a symbol, or any stack of views.
 class LinkButton : public PaintedButton {
 public:
     /// `symbolName` may be empty.
     LinkButton(const QString& text, std::string_view symbolName, std::function<void()> action);
-    /// Everything in `stack` is the link; `accessibleName` says it in words.
+    /// All of `stack` is the link; `accessibleName` describes it in words.
     LinkButton(const QString& accessibleName, QLayout* stack, std::function<void()> action);
 
     [[nodiscard]] QSize sizeHint() const override;

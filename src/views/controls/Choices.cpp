@@ -58,7 +58,7 @@ ChoiceButton::ChoiceButton(std::function<void()> action) : PaintedButton(std::mo
 }
 
 void ChoiceButton::setChosen(bool chosen) {
-    setAutoExclusive(chosen);  // a choice cannot be taken back while one has to be made
+    setAutoExclusive(chosen);  // an exclusive button cannot be unchecked
     setChecked(chosen);
     setAutoExclusive(true);
 }

@@ -12,26 +12,26 @@
 
 namespace stowpocket {
 
-/// One of several choices of which one is made: those with the same parent take turns, and arrow keys go between
+/// One of several exclusive choices. At most one with the same parent is checked, and arrow keys move between
 /// them.
 class ChoiceButton : public PaintedButton {
 public:
     explicit ChoiceButton(std::function<void()> action);
 
-    /// Also takes back the choice, which no user can.
+    /// Can also take back the choice, which the user cannot.
     void setChosen(bool chosen);
 
 protected:
-    /// The ground of the choice that is made; nothing under the others.
+    /// Paints the background of the checked choice, and nothing for the others.
     void paintChosen(QPainter& painter, double radius) const;
 };
 
-/// Something that is on or off, shown as its label with a switch at the far end, or with a box before it.
+/// An option that is on or off, shown as a label with a switch at the far end or with a check box before it.
 class Toggle : public QCheckBox {
 public:
     enum class Style { switchControl, checkbox };
 
-    /// `onChange` gets what the user made of it.
+    /// `onChange` gets the state that the user has chosen.
     Toggle(Style style, const QString& label, std::function<void(bool)> onChange);
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -49,10 +49,10 @@ private:
     const Style style_;
 };
 
-/// A few choices side by side, of which one is made or none.
+/// A few choices side by side, of which at most one is selected.
 class SegmentedPicker : public QWidget {
 public:
-    /// `onChoose` gets the index of what the user chose.
+    /// `onChoose` gets the index of the user's choice.
     SegmentedPicker(const QString& accessibleName, const QStringList& choices,
                     const std::function<void(std::size_t)>& onChoose);
 

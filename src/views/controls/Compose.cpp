@@ -23,7 +23,7 @@ struct Adder {
     void operator()(Spacer) const { layout.addStretch(1); }
 };
 
-/// A stack whose elements are all hidden takes no room, its padding included.
+/// A stack whose elements are all hidden takes no room, not even for its padding.
 class Stack : public QBoxLayout {
 public:
     using QBoxLayout::QBoxLayout;

@@ -13,15 +13,15 @@
 #include <string_view>
 #include <variant>
 
-/// The words in which a view's constructor describes the view. What these functions make belongs to the stack, and at
-/// last to the view, that it is put into.
+/// The vocabulary in which a view's constructor describes the view. What these functions create is owned by the stack
+/// it is added to, and finally by the view.
 namespace stowpocket {
 
-/// Empty room that takes what is left over.
+/// Empty space that takes all remaining room.
 struct Spacer {};
 using Element = std::variant<QWidget*, QLayout*, Spacer>;
 
-/// What a stack with nothing special about it leaves between its elements.
+/// The usual space between the elements of a stack.
 inline constexpr int defaultSpacing = 8;
 
 struct Padding {
@@ -32,7 +32,7 @@ struct Padding {
 
 [[nodiscard]] QLayout* stack(Qt::Orientation orientation, int spacing, std::initializer_list<Element> elements);
 
-/// Elements below each other, each as wide as the stack. Those that are hidden take no room, here and in hstack.
+/// Elements below each other, each as wide as the stack. Hidden elements take no room, here and in hstack.
 template <class... Elements>
 [[nodiscard]] QLayout* vstack(int spacing, Elements... elements) {
     return stack(Qt::Vertical, spacing, {Element(elements)...});
@@ -46,9 +46,9 @@ template <class... Elements>
 
 [[nodiscard]] QLayout* padded(QLayout* stack, Padding padding);
 [[nodiscard]] QLayout* padded(QWidget* view, Padding padding);
-/// A view as wide as it wishes to be, in the middle of its row.
+/// A view at its preferred width in the middle of its row.
 [[nodiscard]] QLayout* centred(QWidget* view);
-/// Makes the stack the whole of the view.
+/// Makes the stack the view's entire content.
 void compose(QWidget& view, QLayout* stack);
 
 struct TextStyle {
@@ -57,7 +57,7 @@ struct TextStyle {
     ColorRole role = ColorRole::primary;
 };
 
-/// Plain text in a colour by role; whatever it says, nothing in it is taken for markup.
+/// Plain text in the colour of a role. It is never interpreted as markup.
 class Text : public QLabel {
 public:
     Text(const QString& text, TextStyle style);
@@ -70,7 +70,7 @@ private:
 };
 
 [[nodiscard]] Text* text(const QString& text, TextStyle style);
-/// A text that goes on in the next line where it is wider than its place.
+/// A text that wraps at the width of its place.
 [[nodiscard]] Text* paragraph(const QString& text, TextStyle style,
                               Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter);
 [[nodiscard]] QString displayText(std::string_view utf8);
@@ -87,17 +87,17 @@ struct SymbolStyle {
 void drawSymbol(QPainter& painter, const QRectF& rect, std::string_view name, const SymbolStyle& style,
                 const QWidget& view);
 
-/// A symbol that only decorates: nothing for assistive technology.
+/// A decorative symbol, ignored by assistive technology.
 [[nodiscard]] QWidget* symbol(std::string_view name, SymbolStyle style);
 [[nodiscard]] QWidget* divider();
 
-/// A stack as one view, to be shown and hidden as a whole.
+/// A stack as one view that can be shown and hidden as a whole.
 [[nodiscard]] QWidget* group(QLayout* stack);
 
 struct Background {
     ColorRole role = ColorRole::controlBackground;
     double opacity = 1;
-    /// As large as the panel allows when it is larger: a capsule.
+    /// Limited to half the panel's size, which gives a capsule.
     double cornerRadius = 0;
 };
 inline constexpr double capsule = 1000;
@@ -105,11 +105,11 @@ inline constexpr double capsule = 1000;
 /// A stack on a background.
 [[nodiscard]] QWidget* panel(QLayout* stack, Background background);
 
-/// `text` broken into at most two lines of that width, between words where they fit and within one where it does
-/// not. What is too long loses the middle of its second line, so that the end of a file name stays.
+/// Breaks `text` into at most two lines of that width, between words if possible. If it is too long, the middle of
+/// the second line is replaced by an ellipsis, so that the end of a file name stays visible.
 [[nodiscard]] QStringList brokenIntoTwoLines(const QString& text, const QFont& font, int width);
 
-/// `text` broken into as many lines of that width as it takes.
+/// Breaks `text` into as many lines of that width as necessary.
 [[nodiscard]] QStringList brokenIntoLines(const QString& text, const QFont& font, int width);
 
 }  // namespace stowpocket

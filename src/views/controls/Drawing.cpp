@@ -12,8 +12,8 @@
 namespace stowpocket {
 namespace {
 
-/// In radii from the corner: where the bend begins, and how far its control points lie from there. With these the
-/// curve passes through the middle of the circle's arc.
+/// In radii from the corner: where the bend begins, and where its control points are. With these values the curve
+/// passes through the middle of the circular arc.
 constexpr double bendBegins = 1.2;
 constexpr double controlPoint = 0.25;
 

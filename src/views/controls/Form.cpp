@@ -17,7 +17,7 @@ constexpr Padding rowPadding{.horizontal = 12, .top = 8};
 constexpr int minimumRowHeight = 38;
 constexpr double panelRadius = 9;
 
-/// Paints the line that parts it from the row above.
+/// Paints the line between itself and the row above.
 class Row : public QWidget {
 public:
     explicit Row(QLayout* stack) {

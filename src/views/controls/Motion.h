@@ -15,24 +15,24 @@ namespace stowpocket {
 
 namespace Motion {
 
-/// Whether the desktop lets `view` move; where it asks for reduced motion, changes are shown at once.
+/// Whether `view` may be animated. If the desktop asks for reduced motion, changes are shown immediately.
 [[nodiscard]] bool isWanted(const QWidget& view);
-/// The same for a view that is not made yet.
+/// The same for a view that does not exist yet.
 [[nodiscard]] bool isWanted();
 /// Gives the animation its duration and the ease-in-out curve.
 void prepare(QVariantAnimation& animation, std::chrono::milliseconds duration);
-/// Puts the animation, running or not, to the end of its direction.
+/// Moves the animation, running or not, to the end of its direction.
 void finish(QVariantAnimation& animation);
 
 }  // namespace Motion
 
-/// Times the pictures of something that moves. Main thread.
+/// Schedules the frames of an animation. Main thread.
 class FrameClock {
 public:
     virtual ~FrameClock() = default;
-    /// Since some moment in the past; never runs backward.
+    /// The time since an arbitrary moment in the past; never runs backwards.
     [[nodiscard]] virtual Seconds now() const = 0;
-    /// Calls `frame` once after that time, instead of what it was to call before. Never before this call returns.
+    /// Calls `frame` once after `delay`, replacing any earlier request. Never calls it before returning.
     virtual void callAfter(Seconds delay, std::function<void()> frame) = 0;
     virtual void stop() = 0;
 };
@@ -51,8 +51,8 @@ private:
     std::function<void()> frame_;
 };
 
-/// A wheel that turns while something of unknown length goes on. It rests while nobody can see it, and stands still
-/// where the desktop asks for reduced motion.
+/// A wheel that turns while an operation of unknown duration is running. It stops while it is hidden, and does not
+/// move at all if the desktop asks for reduced motion.
 class Spinner : public QWidget {
 public:
     Spinner();

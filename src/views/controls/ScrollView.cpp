@@ -93,8 +93,8 @@ QSize ScrollView::sizeHint() const {
 }
 
 void ScrollView::measureContent() {
-    // A layout inside another is measured anew only when it is activated, and a scroll area that is hidden does not
-    // follow its content, neither then nor when it is shown with the size that it had before.
+    // A nested layout is measured again only when it is activated. A hidden scroll area does not follow its content,
+    // and does not catch up when it is shown at its old size.
     widget()->layout()->activate();
     QEvent layoutRequest(QEvent::LayoutRequest);
     QScrollArea::event(&layoutRequest);

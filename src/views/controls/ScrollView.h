@@ -10,13 +10,13 @@ class QScrollBar;
 
 namespace stowpocket {
 
-/// A thin rounded knob without a track that mirrors a scroll bar, can be dragged, and is there only while there is
+/// A thin rounded knob without a track. It mirrors a scroll bar, can be dragged, and is visible only while there is
 /// something to scroll.
 class ScrollIndicator : public QWidget {
 public:
     ScrollIndicator(QScrollBar& scrollBar, QWidget* parent);
 
-    /// Takes its place at the right edge of its parent, over what is there.
+    /// Moves to the right edge of its parent, above the other children.
     void cover();
 
 protected:
@@ -37,15 +37,15 @@ private:
     std::optional<Grab> grab_;
 };
 
-/// Shows its content at full width and, when it is given less height than the content has, scrolls. The indicator
-/// lies over the content, so it takes no room from it.
+/// Shows its content at full width and scrolls if the content is higher than the view. The indicator is drawn over
+/// the content and takes no room.
 class ScrollView : public QScrollArea {
 public:
     explicit ScrollView(QLayout* stack);
 
-    /// Follows a change of what is in it, shown or hidden.
+    /// Adapts to a change of its content, whether the view is visible or not.
     void measureContent();
-    /// Wishes to show all of the content.
+    /// The size that shows all of the content.
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return {0, 0}; }
 

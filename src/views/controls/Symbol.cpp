@@ -10,7 +10,7 @@
 namespace stowpocket::Symbol {
 namespace {
 
-/// A symbol is a little larger than the text that it stands beside, so that both look equally large.
+/// A symbol is slightly larger than the text beside it, so that both look equally large.
 constexpr double sidePerPoint = 1.25;
 constexpr int keptImages = 64;
 

@@ -10,7 +10,7 @@
 
 namespace stowpocket {
 
-/// The colours of a symbol: the drawing's own and, where it has a disc behind it, the disc's.
+/// The colours of a symbol: that of the drawing and, if there is a disc behind it, that of the disc.
 struct SymbolColors {
     QColor primary;
     QColor secondary = primary;
@@ -19,9 +19,9 @@ struct SymbolColors {
 /// The program's own drawings by name, in any size, weight and colour. Main thread.
 namespace Symbol {
 
-/// The side of the square, in points, that a symbol takes beside text of this size.
+/// The side, in points, of the square that a symbol occupies beside text of this size.
 [[nodiscard]] int side(double pointSize);
-/// Sharp on a screen of that density; kept, so asking again is cheap. Null when there is no such drawing.
+/// Sharp on a screen of that density. Images are cached, so repeated calls are cheap. Null if there is no drawing.
 [[nodiscard]] QImage image(std::string_view name, double pointSize, FontWeight weight, const SymbolColors& colors,
                            double devicePixelRatio);
 

@@ -11,14 +11,14 @@
 namespace stowpocket::Theme {
 namespace {
 
-/// How strongly text of lesser rank stands out; the least of them is still legible on a window of either appearance.
+/// The opacity of less important text. Even the lowest is legible in windows of either appearance.
 constexpr double secondaryOpacity = 0.62;
 constexpr double tertiaryOpacity = 0.5;
 constexpr double separatorOpacity = 0.12;
-/// A form on a dark window is a little lighter than the window; on a light one it is as white as what can be edited.
+/// A form is slightly lighter than a dark window; in a light window it has the colour of editable fields.
 constexpr double darkFormOpacity = 0.07;
 
-/// Each pair is told from the window behind it, and the banner from the white text on it, by at least 3 to 1.
+/// Each colour has a contrast of at least 3:1 to the window behind it, as has the banner to its white text.
 const QColor lightOrange(0xd9, 0x66, 0x00);
 const QColor darkOrange(0xff, 0x9f, 0x0a);
 const QColor lightRed(0xd7, 0x00, 0x15);
@@ -29,7 +29,7 @@ QColor faded(QColor color, double opacity) {
     return color;
 }
 
-/// The desktop's colour for what is chosen, where that stands out from the window.
+/// The desktop's selection colour, if it stands out from the window.
 QColor focusColor(const QPalette& palette) {
     constexpr int leastDifference = 60;
     const QColor highlight = palette.color(QPalette::Highlight);
@@ -37,7 +37,7 @@ QColor focusColor(const QPalette& palette) {
     return std::abs(difference) < leastDifference ? palette.color(QPalette::WindowText) : highlight;
 }
 
-/// The program's own shades, on the desktop's palette.
+/// The program's own colours, based on the desktop's palette.
 QColor ownColor(ColorRole role, const QPalette& palette) {
     const bool isDark = Theme::appearance(palette) == Appearance::dark;
     const QColor text = palette.color(QPalette::WindowText);

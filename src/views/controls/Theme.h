@@ -14,35 +14,35 @@ namespace stowpocket {
 enum class ColorRole {
     primary,     ///< text that is read first
     secondary,   ///< text beside it
-    tertiary,    ///< text that may be overlooked
+    tertiary,    ///< text that need not be noticed
     orange,      ///< the product's
-    accent,      ///< what the user's own accent colour is for, where the desktop has one; else orange
-    red,         ///< missing files and what destroys
-    banner,      ///< orange below white text
-    accentFill,  ///< the accent below white text
+    accent,      ///< the user's accent colour if the desktop has one, otherwise orange
+    red,         ///< missing files and destructive actions
+    banner,      ///< orange behind white text
+    accentFill,  ///< the accent colour behind white text
     onBanner,    ///< text and symbols on a banner or an accent
-    redDisc,     ///< red below a white symbol
+    redDisc,     ///< red behind a white symbol
     onDisc,      ///< a symbol on a disc
     controlBackground,
-    formBackground,  ///< what the rows of a form lie on
+    formBackground,  ///< behind the rows of a form
     separator,
-    focus,  ///< the ring around what has the keyboard
+    focus,  ///< the ring around the view with the keyboard focus
 };
 
 enum class Appearance { light, dark };
 
-/// The size at which captions are set, in points.
+/// The text size of captions, in points.
 inline constexpr int captionPointSize = 10;
 
-/// Colours follow the palette of the widget that asks and the system's own colours, whenever it paints, so a change
-/// of the desktop's colours shows at once. One point of the layout is one logical pixel, for text as for everything
-/// else: a layout drawn for points keeps its proportions, and the screen's scale factor enlarges all of it together.
+/// Colours are derived from the widget's palette and the system's colours each time the widget paints, so a change of
+/// the desktop's colours shows immediately. One point of the layout is one logical pixel, for text as for everything
+/// else: the layout keeps its proportions, and the screen's scale factor enlarges all of it together.
 namespace Theme {
 
 [[nodiscard]] Appearance appearance(const QPalette& palette);
-/// The colours of a dark desktop that does not say which ones it has.
+/// The colours for a dark desktop that does not define its own.
 [[nodiscard]] QPalette darkPalette();
-/// Makes the program look so. Colours that the desktop has given to Qt already stay where they look so themselves.
+/// Gives the program this appearance. The desktop's own palette is kept if it already looks like that.
 void setAppearance(Appearance wanted);
 [[nodiscard]] QColor color(ColorRole role, const QPalette& palette);
 [[nodiscard]] QColor color(ColorRole role, const QPalette& palette, double opacity);

@@ -23,7 +23,7 @@ constexpr QRectF bottomLeft{2, 16, 5, 5};
 constexpr QRectF bottomRight{17, 16, 5, 5};
 constexpr QRectF topLeft{5.1, 6.6, 4, 4};
 constexpr QRectF topRight{14.9, 6.6, 4, 4};
-/// How far a side leans, in degrees.
+/// The slant of the sides, in degrees.
 constexpr double lean = 20;
 
 QPainterPath box() {
@@ -64,9 +64,9 @@ QPainterPath arrow() {
     return path;
 }
 
-/// Paints the tray with an arrow into it, or the same tray filled, into the painter's rectangle of 24 by 24 units.
-/// False where `name` is neither. Every start paints the icon of the program: as a drawing in a file it would need
-/// the library of SVG, which nothing else in a program at rest does.
+/// Paints the tray with an arrow into it, or the same tray filled, into a rectangle of 24 by 24 units. Returns false
+/// if `name` is neither. Every start paints this icon: as an SVG file it would need the SVG library, which nothing
+/// else in an idle program does.
 bool paintTraySymbol(QPainter& painter, std::string_view name, double strokeWidth, const QColor& color) {
     const bool isFilled = name == "tray.and.arrow.down.fill";
     if (!isFilled && name != "tray.and.arrow.down")
@@ -80,12 +80,12 @@ bool paintTraySymbol(QPainter& painter, std::string_view name, double strokeWidt
     return true;
 }
 
-/// How the drawings write what is filled in here: the stroke of the regular weight and the two colours.
+/// The placeholders in the drawings: the stroke of the regular weight and the two colours.
 constexpr QByteArrayView strokeInDrawing = "stroke-width=\"1.8\"";
 constexpr QByteArrayView primaryInDrawing = "currentColor";
 constexpr QByteArrayView secondaryInDrawing = "#ff0000";
 
-/// All are drawn in a square of that side.
+/// The side of the square that all are drawn in.
 constexpr double sideInDrawing = 24;
 
 double strokeOf(FontWeight weight) {
@@ -107,7 +107,7 @@ QByteArray drawing(std::string_view name) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// Null where there is no drawing of that name.
+/// Null if there is no drawing of that name.
 QImage rendered(std::string_view name, int pixels, FontWeight weight, const SymbolColors& colors) {
     QByteArray svg = drawing(name);
     svg.replace(strokeInDrawing, "stroke-width=\"" + QByteArray::number(strokeOf(weight)) + '"');
@@ -117,7 +117,7 @@ QImage rendered(std::string_view name, int pixels, FontWeight weight, const Symb
     return svg.isEmpty() ? QImage() : svgImage(file, QSize(pixels, pixels));
 }
 
-/// In one colour: what would lie on the disc in the primary colour is cut out of it. Null where there is no disc.
+/// In one colour: the primary part is cut out of the disc. Null if there is no disc.
 QImage cutOut(std::string_view name, int pixels, FontWeight weight, const QColor& color) {
     if (!drawing(name).contains(secondaryInDrawing.toByteArray()))
         return {};
@@ -133,7 +133,7 @@ QImage cutOut(std::string_view name, int pixels, FontWeight weight, const QColor
     return image;
 }
 
-/// Null where `name` is not that of the program's icon.
+/// Null if `name` is not that of the program's icon.
 QImage icon(std::string_view name, int pixels, FontWeight weight, const SymbolColors& colors) {
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
@@ -148,7 +148,7 @@ std::optional<QColor> systemColor(ColorRole, Appearance) {
     return std::nullopt;
 }
 
-/// The primary colour's transparency is laid over the finished drawing: lines that cross would show twice otherwise.
+/// Transparency is applied to the finished drawing; otherwise crossing lines would be darker.
 QImage drawnSymbol(std::string_view name, int pixels, double /*fontSize*/, FontWeight weight,
                    const SymbolColors& colors) {
     QImage image = icon(name, pixels, weight, colors);

@@ -21,10 +21,10 @@ constexpr int pressedDarkness = 115;
 constexpr float shimmerOpacity = 0.28F;
 constexpr double focusRingWidth = 2;
 constexpr double focusRingGap = 2;
-/// While the button is being scaled its arrow is drawn from a larger picture, which stays sharp.
+/// While the button is scaled, its arrow is drawn from a larger picture and stays sharp.
 constexpr double oversampling = 2;
 
-/// As an outline the text follows every size between two pixels; set glyph by glyph it would tremble.
+/// As an outline the text can have any size between two pixels; drawn glyph by glyph it would tremble.
 QPainterPath outline(const QString& text, int pointSize) {
     QPainterPath path;
     path.addText(0, 0, Theme::font(pointSize, FontWeight::semibold), text);
@@ -120,7 +120,7 @@ void OnboardingButton::paintFace(QPainter& painter) const {
 
 void OnboardingButton::paintShimmer(QPainter& painter) const {
     if (shimmerPhase_ == 0)
-        return;  // it has not set out, and one of the buttons has none
+        return;  // it has not started, and one of the buttons has none
     const QRectF box = face();
     const Shimmer band = shimmer(box.width(), shimmerPhase_);
     const QRectF lit = QRectF(box.left() + band.leadingEdge, box.top(), band.width, box.height()) & box;
@@ -134,7 +134,7 @@ void OnboardingButton::paintShimmer(QPainter& painter) const {
     if (lit.left() < box.left() + corner || lit.right() > box.right() - corner)
         painter.fillPath(continuousRoundedRect(box, cornerRadius), light);
     else
-        painter.fillRect(lit, light);  // for most of the way, and much cheaper
+        painter.fillRect(lit, light);  // most of the way, and much cheaper
 }
 
 void OnboardingButton::paintFocusRing(QPainter& painter) const {
@@ -144,7 +144,7 @@ void OnboardingButton::paintFocusRing(QPainter& painter) const {
         QPen(Theme::color(ColorRole::focus, palette()), focusRingWidth));
 }
 
-/// A key that is held down has pressed the screen before this one already.
+/// A key that is held down has already pressed the button of the previous screen.
 void OnboardingButton::keyPressEvent(QKeyEvent* event) {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isReturn && !event->isAutoRepeat())

@@ -12,9 +12,9 @@
 
 namespace stowpocket {
 
-/// The one button of a first-run screen: a text and an arrow on the accent colour, growing and shrinking about its
-/// centre. Around what is painted it leaves `margin` for that and for the focus ring, which appears once the keyboard
-/// moves the focus. It takes the mouse only while it can be seen, but Space and Return always.
+/// The only button of a first-run screen: a text and an arrow on the accent colour. It grows and shrinks about its
+/// centre; `margin` leaves room for that and for the focus ring, which appears once the keyboard moves the focus. It
+/// accepts the mouse only while it is visible, but Space and Return always.
 class OnboardingButton : public QAbstractButton {
 public:
     static constexpr int margin = 8;
@@ -26,7 +26,7 @@ public:
 
     OnboardingButton(const QString& text, Style style, std::function<void()> action);
     void setPresentation(const OnboardingPresentation::Button& shown);
-    /// Lets the band of light stand at this part of its way.
+    /// Moves the band of light to this part of its way.
     void setShimmerPhase(double phase);
 
     [[nodiscard]] QSize sizeHint() const override { return size_; }
@@ -47,7 +47,7 @@ private:
     const Style style_;
     const QPainterPath label_;
     const QSize size_;
-    /// The button without its light, which is all that moves once the button has its size.
+    /// The button without the band of light, which is all that moves at full size.
     Picture picture_;
     OnboardingPresentation::Button shown_;
     double shimmerPhase_ = 0;

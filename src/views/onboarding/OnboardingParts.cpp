@@ -20,7 +20,7 @@ constexpr int ringSide = 100;
 constexpr double ringWidth = 3;
 constexpr int circleSide = 72;
 constexpr double lineWidth = 7;
-/// Qt counts angles in sixteenths of a degree against the clock. The circle begins at its right and runs clockwise.
+/// Qt counts angles anticlockwise in sixteenths of a degree. The circle starts at its right and runs clockwise.
 constexpr int startAngle = 0;
 constexpr int fullTurn = 360 * 16;
 
@@ -34,13 +34,13 @@ constexpr double edgeOpacity = 0.12;
 constexpr double glowRadius = 40;
 /// The standard deviation of the blur that turns the glow's shape into light, in points.
 constexpr double glowBlur = 13;
-/// How far the light is seen beyond the emblem's frame.
+/// How far the light is visible beyond the emblem's frame.
 constexpr int glowReach = 32;
 constexpr int glowSide = OnboardingEmblem::side + 2 * glowReach;
-/// The farthest that the emblem is away from its place.
+/// The largest distance of the emblem from its place.
 constexpr int highestOffset = 30;
 
-/// How far a point is outside a rounded square around the origin; negative inside.
+/// The distance of a point from a rounded square around the origin; negative inside.
 double distanceOutside(double x, double y, double halfSide, double radius) {
     const double cornerX = std::abs(x) - halfSide + radius;
     const double cornerY = std::abs(y) - halfSide + radius;
@@ -48,7 +48,7 @@ double distanceOutside(double x, double y, double halfSide, double radius) {
     return outside + std::min(std::max(cornerX, cornerY), 0.0) - radius;
 }
 
-/// A blurred edge fades like the integral of a bell curve, so no filter has to run over the picture.
+/// A blurred edge fades like the integral of a bell curve, so the picture needs no blur filter.
 QImage glow(const QColor& color, double ratio) {
     const int pixels = static_cast<int>(std::lround(glowSide * ratio));
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
@@ -84,11 +84,11 @@ constexpr int symbolPointSize = 16;
 constexpr int symbolSpacing = 12;
 constexpr int textPointSize = 14;
 
-/// The same for every font: those with much room between their lines would not leave enough for the button.
+/// The same for every font: large line spacing would not leave enough room for the button.
 constexpr int lineHeight = 17;
 constexpr int textLeft = symbolFrame + symbolSpacing;
 
-/// The middle of the first line is that of the symbol.
+/// Centres the first line on the symbol.
 int firstLineTop() {
     return (Symbol::side(symbolPointSize) - lineHeight) / 2;
 }
@@ -173,7 +173,7 @@ OnboardingEmblem::OnboardingEmblem(const QWidget& view)
 
 void OnboardingEmblem::paint(QPainter& painter, const QPointF& topLeft, const OnboardingPresentation& shown) {
     const double ratio = view_.devicePixelRatioF();
-    // Between two pixels the symbol would blur.
+    // Between two pixels the symbol would be blurred.
     const QPointF place = topLeft + QPointF(0, std::round(shown.emblemOffset * ratio) / ratio);
     const QColor accent = Theme::color(ColorRole::accent, view_.palette());
     const double opacity = painter.opacity();
@@ -201,7 +201,7 @@ void OnboardingPointView::setPresentation(const OnboardingPresentation::Bullet& 
     update();
 }
 
-/// The movement stops at the pixels of the screen; text and symbol would blur between them.
+/// The movement keeps to whole screen pixels; text and symbol would be blurred between them.
 void OnboardingPointView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     FadingView::applyOpacity(painter, *this);

@@ -16,15 +16,15 @@ class QPainter;
 
 namespace stowpocket {
 
-/// The stroke of the closing screen's checkmark. Only the size of the rectangle counts: the shape is drawn from the
-/// origin, so whoever paints it moves the painter there.
+/// The stroke of the closing screen's checkmark. Only the size of the rectangle matters: the shape is drawn from the
+/// origin, so the caller moves the painter there.
 struct OnboardingCheckmarkShape {
     [[nodiscard]] static QPainterPath path(const QRectF& rect);
     /// The first part of the stroke, `fraction` of its length.
     [[nodiscard]] static QPainterPath trimmedPath(const QRectF& rect, double fraction);
 };
 
-/// The closing screen's check badge: a glowing ring and, drawn inside it as if by hand, a circle and a checkmark.
+/// The closing screen's badge: a glowing ring with a circle and a checkmark that are drawn as if by hand.
 class OnboardingBadge : public QWidget {
 public:
     OnboardingBadge();
@@ -38,23 +38,23 @@ private:
     void paintMark(QPainter& painter) const;
 
     Picture ring_;
-    /// The circle and the checkmark once they are complete.
+    /// The complete circle and checkmark.
     Picture mark_;
     double ringOpacity_ = 0;
     double circleTrim_ = 0;
     double checkmarkTrim_ = 0;
 };
 
-/// The program's symbol on a rounded square, in front of a glow. The glow reaches beyond the emblem's place, below
-/// what stands around it, so the screen paints it before its own views.
+/// The program's symbol on a rounded square in front of a glow. The glow extends beyond the emblem's frame, behind
+/// the views around it, so the screen paints the emblem before its own views.
 class OnboardingEmblem {
 public:
     static constexpr int side = 120;
 
-    /// It is painted in the colours and at the density of `view`, which outlives it.
+    /// The emblem has the colours and the density of `view`, which outlives it.
     explicit OnboardingEmblem(const QWidget& view);
     void paint(QPainter& painter, const QPointF& topLeft, const OnboardingPresentation& shown);
-    /// What is touched by painting it there at any moment.
+    /// The area that painting it there may touch at any moment.
     [[nodiscard]] static QRect paintedArea(const QPoint& topLeft);
 
 private:
@@ -63,8 +63,8 @@ private:
     Picture square_;
 };
 
-/// One of the points on the welcome screen: a symbol and a text that rise into their place. Below its text it is
-/// higher by the way that they rise, `travel`. Assistive technology reads the text.
+/// One of the points on the welcome screen: a symbol and a text that rise into place. Below the text the view has
+/// room for that movement, `travel`. Assistive technology reads the text.
 class OnboardingPointView : public QLabel {
 public:
     static constexpr int travel = 8;

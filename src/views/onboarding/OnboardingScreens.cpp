@@ -9,7 +9,7 @@
 namespace stowpocket {
 namespace {
 
-/// At its highest, before it drops, the emblem's square touches the edge of the window.
+/// At its highest point, before it drops, the emblem's square touches the window's edge.
 constexpr int emblemTop = 12;
 constexpr int titleTop = 20;
 constexpr int pointsTop = 16;
@@ -39,7 +39,7 @@ QLayout* statusItem(std::string_view symbolName, const QString& caption, ColorRo
                   statusItemPadding);
 }
 
-/// A piece of the bar, with a stroke between its two parts.
+/// A piece of the menu bar with a line between its two parts.
 class PreviewPanel : public FadingView {
 public:
     PreviewPanel() : stroke_(new QWidget) {
@@ -77,7 +77,7 @@ OnboardingWelcomeScreen::OnboardingWelcomeScreen(std::function<void()> onGetStar
           point("keyboard", "Open the shelf instantly with a global keyboard shortcut from anywhere.")},
       getStarted_(new OnboardingButton(QStringLiteral("Get Started"), {.textPointSize = 15, .symbolPointSize = 13},
                                        std::move(onGetStarted))) {
-    // Points leave room below them to rise from, the button leaves room around it to grow.
+    // The points contain room below them to rise from, and the button contains room to grow.
     const auto column = vstack(pointSpacing - OnboardingPointView::travel, points_[0], points_[1], points_[2]);
     compose(
         *this,

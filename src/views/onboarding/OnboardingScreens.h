@@ -16,7 +16,7 @@ inline constexpr int onboardingWidth = 520;
 inline constexpr int onboardingHeight = 420;
 inline constexpr double onboardingCornerRadius = 20;
 
-/// What the program is for, in three points.
+/// Shows in three points what the program is for.
 class OnboardingWelcomeScreen : public FadingView {
 public:
     explicit OnboardingWelcomeScreen(std::function<void()> onGetStarted);
@@ -34,7 +34,7 @@ private:
     OnboardingButton* getStarted_;
 };
 
-/// Where the icon is from now on, and what it looks like.
+/// Shows where the icon is from now on and what it looks like.
 class OnboardingClosingScreen : public FadingView {
 public:
     explicit OnboardingClosingScreen(std::function<void()> onComplete);

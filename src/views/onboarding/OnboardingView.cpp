@@ -15,7 +15,7 @@
 namespace stowpocket {
 namespace {
 
-/// The window is dark whatever the desktop's colours are.
+/// The window is dark regardless of the desktop's colours.
 const QColor background(13, 17, 23);
 const QColor foreground(240, 244, 248);
 const QColor focusColor(255, 255, 255);
@@ -52,7 +52,7 @@ OnboardingView::OnboardingView(Dependencies dependencies)
         addCloseControl();
 }
 
-/// It belongs to the window, not to a screen, and stays while they change.
+/// The button belongs to the window, not to a screen, and stays while the screens change.
 void OnboardingView::addCloseControl() {
     constexpr SymbolStyle cross{.pointSize = 11, .weight = FontWeight::semibold, .role = ColorRole::secondary};
     Button* const button = Button::ofSymbol("xmark", cross, QStringLiteral("Close"), [this] { window()->close(); });
@@ -77,7 +77,7 @@ void OnboardingView::hideEvent(QHideEvent* event) {
     FadingView::hideEvent(event);
 }
 
-/// On another desktop the window is not hidden, yet nothing of it is on the screen.
+/// On another virtual desktop the window is not hidden, but nothing of it is on the screen.
 bool OnboardingView::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Expose) {
         if (window()->windowHandle()->isExposed())
@@ -135,7 +135,7 @@ void OnboardingView::paintEvent(QPaintEvent* event) {
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     applyOpacity(painter, *this);
     for (const QRect& part : event->region()) {
-        painter.setClipRect(part);  // one at a time: a picture is copied quickly into a rectangle only
+        painter.setClipRect(part);  // one at a time: copying a picture is fast only into a single rectangle
         painter.drawImage(0, 0, container_.image(devicePixelRatioF()));
     }
 }

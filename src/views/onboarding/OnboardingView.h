@@ -15,18 +15,18 @@ class OnboardingWelcomeScreen;
 class PreferenceStore;
 struct OnboardingMoment;
 
-/// The first-run window's content: a welcome screen and, once "Get Started" is pressed, a closing screen. Time runs
-/// from the first showing on, but pictures are made only while something moves and the window can be seen.
+/// The first-run window's content: a welcome screen and, once "Get Started" is pressed, a closing screen. Time starts
+/// when it is first shown, but frames are drawn only while something moves and the window is visible.
 class OnboardingView : public FadingView {
 public:
     enum class MotionPreference {
         full,
-        reduced,  ///< everything stands in its place from the beginning
+        reduced,  ///< everything is in its place from the beginning
     };
 
     enum class CloseControl {
         own,
-        ofWindow,  ///< the window has one beside the view
+        ofWindow,  ///< the window has its own
     };
 
     struct Dependencies {
@@ -34,7 +34,7 @@ public:
         std::unique_ptr<FrameClock> clock;
         MotionPreference motion = MotionPreference::full;
         CloseControl closeControl = CloseControl::own;
-        /// May end with the view's destruction, though not before it returns.
+        /// May lead to the view's destruction, but not before it returns.
         std::function<void()> onComplete;
     };
 

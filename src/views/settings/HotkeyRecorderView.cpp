@@ -60,7 +60,7 @@ QSize ShortcutButton::sizeHint() const {
             metrics.height() + 2 * paddingVertical};
 }
 
-/// A text that is too long for its place is cut.
+/// A text that is too long for its place is elided.
 QSize ShortcutButton::minimumSizeHint() const {
     return {frameWidth, sizeHint().height()};
 }
@@ -85,7 +85,7 @@ void ShortcutButton::paintEvent(QPaintEvent*) {
     }
     painter.setPen(Theme::color(textRole(state_), palette()));
     painter.drawText(shape, Qt::AlignCenter, words);
-    if (!isRecording)  // its border says enough, and all keys go there
+    if (!isRecording)  // its border is enough, and it gets all keys
         paintFocusRing(painter, *this, shape, radius);
 }
 
@@ -114,7 +114,7 @@ void HotkeyRecorderView::refresh() {
     const HotkeyRecorderPresentation shown = recorder_->shown();
     const bool beganToConflict = shown.conflicts && warning_->isHidden();
     shortcut_->showShortcut(shown);
-    // A changed name is read out.
+    // Screen readers announce a changed name.
     shortcut_->setAccessibleName(label_->text() + QStringLiteral(", ") + shortcut_->text());
     clear_->setVisible(shown.showsClearButton);
     warning_->setVisible(shown.conflicts);

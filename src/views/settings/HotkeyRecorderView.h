@@ -8,7 +8,7 @@
 
 namespace stowpocket {
 
-/// Shows a shortcut, or that one is being recorded, on a rounded shape as wide as the text.
+/// Shows a shortcut, or that one is being recorded, on a rounded shape that fits the text.
 class ShortcutButton : public PaintedButton {
 public:
     explicit ShortcutButton(std::function<void()> action);
@@ -25,13 +25,13 @@ private:
     HotkeyRecorderPresentation::State state_ = HotkeyRecorderPresentation::State::none;
 };
 
-/// The control for one shortcut: its caption, a button that shows the shortcut and records another one, a button that
+/// The control for one shortcut: a label, a button that shows the shortcut and records another one, a button that
 /// clears it, and a warning while it conflicts with the other shortcut.
 class HotkeyRecorderView : public QWidget {
 public:
     HotkeyRecorderView(std::shared_ptr<HotkeyRecorder> recorder, const QString& label);
 
-    /// For recorders below each other, whose buttons begin in one line.
+    /// Used to align the buttons of recorders below each other.
     [[nodiscard]] int labelWidth() const;
     void setLabelWidth(int width);
 

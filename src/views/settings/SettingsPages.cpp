@@ -64,7 +64,7 @@ constexpr int iconPointSize = 18;
 constexpr int iconSpacing = 12;
 constexpr int lineSpacing = 2;
 constexpr int footerSpacing = 6;
-/// Room for the focus ring around the row's content.
+/// Leaves room for the focus ring around the row's content.
 constexpr Padding linkPadding{.horizontal = 4, .top = 4};
 
 using OpenURL = std::function<void(const std::string& url)>;
@@ -164,7 +164,7 @@ void GeneralPage::showHotkeySource() {
     hotkeySourceRow_->setVisible(!words.empty());
 }
 
-/// Desktops restart and users change their minds, neither of which is told.
+/// Nothing announces that the desktop was restarted or its shortcuts were changed.
 void GeneralPage::showEvent(QShowEvent* event) {
     showHotkeySource();
     QWidget::showEvent(event);
@@ -209,7 +209,7 @@ AboutPage::AboutPage(const SettingsDependencies& dependencies)
     refresh();
 }
 
-/// Nothing of them is seen where whoever built the program said that it has no newer versions to look for.
+/// Hidden if the program was built without a feed to look for newer versions.
 QWidget* AboutPage::updateControls(const MainBundle& bundle) {
     Button* const check = Button::bordered(QStringLiteral("Check for Updates\u2026"), {.pointSize = 13},
                                            [this] { updaterController_->checkForUpdates(); });

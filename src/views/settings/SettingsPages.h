@@ -20,7 +20,7 @@ class Toggle;
 /// The page with the user's preferences.
 class GeneralPage : public QWidget {
 public:
-    /// Questions lie over all of `window`.
+    /// Questions cover all of `window`.
     GeneralPage(const SettingsDependencies& dependencies, QWidget& window);
 
 protected:
@@ -50,7 +50,7 @@ private:
     std::vector<Subscription> observations_;
 };
 
-/// The page about the program, with what concerns its updates.
+/// The page about the program and its updates.
 class AboutPage : public QWidget {
 public:
     explicit AboutPage(const SettingsDependencies& dependencies);

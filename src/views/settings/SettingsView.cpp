@@ -57,7 +57,7 @@ private:
     const SettingsTab tab_;
 };
 
-/// The row of tabs; the first one is selected to begin with. `onSelect` gets the id of the tab that the user chose.
+/// The row of tabs, of which the first is initially selected. `onSelect` gets the id of the tab that the user chose.
 QWidget* tabBar(const std::function<void(int)>& onSelect) {
     auto* const bar = new QWidget;
     setAccessibleRole(*bar, QAccessible::PageTabList);
@@ -85,7 +85,7 @@ QSize SettingsView::sizeHint() const {
     return bodySize;
 }
 
-/// The keyboard waits here, so that nothing looks chosen before Tab is pressed.
+/// The view itself takes the focus, so that no control looks selected before Tab is pressed.
 void SettingsView::showEvent(QShowEvent* event) {
     setFocus();
     QWidget::showEvent(event);

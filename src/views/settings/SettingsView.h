@@ -20,31 +20,31 @@ class ShelfViewModel;
 class UpdaterController;
 enum class HotkeySource;
 
-/// What the settings change and show beside the shelf; all of it outlives their window.
+/// What the settings show and change, apart from the shelf. All of it outlives the settings window.
 struct SettingsServices {
     CoreServices core;
     EventMonitors& eventMonitors;
     LoginItem& loginItem;
-    /// Shows a web page in the user's browser.
+    /// Opens a web page in the user's browser.
     std::function<void(const std::string& url)> openURL;
-    /// What makes the shortcuts work at this moment.
+    /// What currently makes the shortcuts work.
     std::function<HotkeySource()> hotkeySource;
 };
 
 struct SettingsDependencies {
     SettingsServices services;
-    /// Null for settings without a shelf.
+    /// Null if there is no shelf.
     std::shared_ptr<ShelfViewModel> viewModel;
     std::shared_ptr<UpdaterController> updaterController;
 };
 
-/// What the settings window shows: a row of tabs above the page of the one that is selected. A page is built when it
-/// is first selected. Whatever is set there is in force at once.
+/// The content of the settings window: a row of tabs above the selected page. A page is created when it is first
+/// selected. Every setting takes effect immediately.
 class SettingsView : public QWidget {
 public:
     explicit SettingsView(SettingsDependencies dependencies);
 
-    /// The height that it is drawn for; in a higher window the page gets what is left over.
+    /// The height that the pages are designed for. In a higher window the page gets the additional room.
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:

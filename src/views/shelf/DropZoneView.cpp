@@ -22,7 +22,7 @@ constexpr int fullSpacing = 12;
 
 constexpr double cornerRadius = 8;
 constexpr double strokeWidth = 2;
-/// In stroke widths: 8 points drawn, 4 left blank.
+/// In stroke widths: 8 points drawn, 4 points blank.
 const QList<qreal> dashPattern{4, 2};
 constexpr double borderOpacity = 0.3;
 constexpr double targetedFillOpacity = 0.08;
@@ -63,7 +63,7 @@ DropZoneView::DropZoneView(Form form) : form_(form) {
     Motion::prepare(animation_, highlightDuration);
     animation_.setStartValue(0.0);
     animation_.setEndValue(1.0);
-    animation_.setDirection(QVariantAnimation::Backward);  // at rest it has come to its start
+    animation_.setDirection(QVariantAnimation::Backward);  // at rest it is back at its start
     connect(&animation_, &QVariantAnimation::valueChanged, this, [this] { update(); });
 }
 

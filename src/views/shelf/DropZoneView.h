@@ -6,8 +6,8 @@
 
 namespace stowpocket {
 
-/// The dashed target that invites the user to drop files. It only draws: whoever receives the drop tells it whether
-/// a drag is over the target.
+/// The dashed target that invites the user to drop files. It only draws: the view that receives the drop tells it
+/// whether a drag is over the target.
 class DropZoneView : public QWidget {
 public:
     enum class Form {
@@ -34,7 +34,7 @@ private:
 
     const Form form_;
     bool isTargeted_ = false;
-    /// From 0, at rest, to 1, highlighted.
+    /// From 0 (at rest) to 1 (highlighted).
     QVariantAnimation animation_;
 };
 

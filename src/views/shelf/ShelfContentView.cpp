@@ -38,7 +38,7 @@ void ShelfContentView::setPresentation(const ShelfPresentation& shown) {
     acceptsDrops_ = shown.acceptsDrops;
     compactDropZone_->setVisible(shown.belowGrid == BelowGrid::compactDropZone);
     fullNotice_->setVisible(shown.belowGrid == BelowGrid::fullNotice);
-    // Before it is shown: content that gets another size while its first one is announced to it is not told of it.
+    // Before it is shown: content that changes its size while its first size is announced would miss the change.
     scrollView_->measureContent();
     dropZone_->setVisible(shown.content == Content::dropZone);
     scrollView_->setVisible(shown.content == Content::grid);

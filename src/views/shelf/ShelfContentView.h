@@ -12,24 +12,24 @@ class QMimeData;
 
 namespace stowpocket {
 
-/// Reads the drags of the window system.
+/// Reads drags from the window system.
 struct DropReader {
-    /// Whether a drag may bring something that can become a file. Judged by the names of its types: its source, which
-    /// may be slow or gone, is asked for nothing before the drop.
+    /// Whether a drag may bring something that can become a file. Decided by the names of its types: the source,
+    /// which may be slow or gone, is asked for nothing before the drop.
     std::function<bool(const QMimeData&)> offersItems;
-    /// What was dropped, in the form that the shelf takes in. Asked while the drop is handled; empty for what cannot
-    /// become a file.
+    /// Returns what was dropped in the form that the shelf accepts; empty if it cannot become a file. Called while
+    /// the drop is handled.
     std::function<std::vector<std::shared_ptr<ItemProvider>>(const QMimeData&)> itemProviders;
 };
 
-/// The middle of the popover: the large drop zone of an empty shelf, else the tiles with the compact drop zone or the
-/// line about the full shelf below them. Files may be dropped anywhere on it; they are only ever copied from a drag.
+/// The middle of the popover: the large drop zone if the shelf is empty, otherwise the tiles above the compact drop
+/// zone or the notice that the shelf is full. Files may be dropped anywhere on it; drags are only ever copied.
 class ShelfContentView : public QWidget {
 public:
     ShelfContentView(std::shared_ptr<ShelfViewModel> viewModel, DropReader drops, TileServices tileServices,
                      int width);
 
-    /// Shows what the shelf shows now.
+    /// Shows this state of the shelf.
     void setPresentation(const ShelfPresentation& shown);
     [[nodiscard]] ShelfGridView& grid() { return *grid_; }
     [[nodiscard]] DropZoneView& dropZone() { return *dropZone_; }

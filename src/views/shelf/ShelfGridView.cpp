@@ -20,7 +20,7 @@ constexpr AdaptiveGrid grid{.minimumColumnWidth = 80, .maximumColumnWidth = 100,
 /// More than most screens show at a time, and less than a millisecond's work.
 constexpr std::size_t tilesPerTurn = 36;
 
-/// The thumbnail of the item, else the icon of its type; null once the item is gone.
+/// The thumbnail of the item, otherwise the icon of its type; null if the item is gone.
 QImage pictureOf(ShelfManager& shelf, const UUID& id) {
     if (const Image* const thumbnail = shelf.thumbnail(id))
         return qtImage(*thumbnail);
@@ -127,7 +127,7 @@ void ShelfGridView::insertTiles(const std::vector<std::size_t>& indexes) {
     const auto& items = viewModel_->shelfManager().items();
     for (const std::size_t index : indexes) {
         if (index >= tiles_.size())
-            break;  // from here on they come at the end, as do all that are still to be made
+            break;  // the rest are appended, like all tiles that are still to be made
         tiles_.insert(tiles_.begin() + static_cast<std::ptrdiff_t>(index), makeTile(items[index]));
     }
     makeMoreTiles();
@@ -155,7 +155,7 @@ void ShelfGridView::removeTiles(const std::vector<std::size_t>& indexes) {
         ShelfItemView* const tile = *at;
         tiles_.erase(at);
         tile->hide();
-        tile->deleteLater();  // not at once: it may be handling the click or key that removed it
+        tile->deleteLater();  // not immediately: it may be handling the click or key that removed it
     }
     if (tiles_.empty())
         return;
@@ -191,7 +191,7 @@ void ShelfGridView::layOut() {
     heights.reserve(tiles_.size());
     for (const ShelfItemView* const tile : tiles_)
         heights.push_back(tile->height());
-    // What is still to be made is taken to be as high as most are.
+    // Tiles that do not exist yet are assumed to have the usual height.
     heights.resize(std::max(tiles_.size(), viewModel_->shelfManager().items().size()), tiles_.back()->height());
     const GridLayout layout = grid.layout(width_, tiles_.front()->width(), heights);
     for (std::size_t index = 0; index < tiles_.size(); ++index) {
@@ -248,7 +248,7 @@ void ShelfGridView::keyPressEvent(QKeyEvent* event) {
 void ShelfGridView::setTabStop(std::size_t index) {
     for (std::size_t at = 0; at < tiles_.size(); ++at)
         tiles_[at]->setFocusPolicy(at == index ? Qt::TabFocus : Qt::NoFocus);
-    // A tile made after the footer would come after it. Only what can have the keyboard has a place in the order.
+    // A tile created after the footer would come after it. Only views that accept the focus are in the tab order.
     setFocusPolicy(Qt::TabFocus);
     setTabOrder(this, tiles_[index]);
     setFocusPolicy(Qt::NoFocus);

@@ -12,22 +12,22 @@
 
 namespace stowpocket {
 
-/// The tiles of the shelf. It keeps a tile per item and follows each change of the list with just the tiles that it
-/// concerns. Many tiles at a time are made over several turns of the event loop, the first items' at once; they have
-/// their room from the beginning. Tab reaches one tile; the arrow keys, Home and End the others; Delete removes.
+/// The tiles of the shelf, one for each item. A change of the list only touches the tiles concerned. Many new tiles
+/// are created over several turns of the event loop, the first ones immediately; their room is reserved from the
+/// beginning. Tab reaches one tile, the arrow keys, Home and End the others, and Delete removes a tile.
 class ShelfGridView : public QWidget {
 public:
     ShelfGridView(std::shared_ptr<ShelfViewModel> viewModel, TileServices tileServices, int width);
 
-    /// Follows a change that the shelf has just announced.
+    /// Applies a change that the shelf has just announced.
     void apply(const ShelfChange& change);
     void updatePicture(const UUID& id);
 
-    /// In the order of the items; those at the end may still be without.
+    /// In the order of the items. The last items may not have a tile yet.
     [[nodiscard]] const std::vector<ShelfItemView*>& tiles() const { return tiles_; }
     [[nodiscard]] QSize sizeHint() const override;
 
-    /// Runs when the keyboard has moved to a tile that may be out of sight.
+    /// Called when the focus has moved to a tile that may be out of sight.
     std::function<void(QWidget& tile)> onTileFocused = [](QWidget&) {};
 
 protected:
@@ -51,7 +51,7 @@ private:
     const TileServices tileServices_;
     const int width_;
     std::vector<ShelfItemView*> tiles_;
-    /// Runs while items wait for their tiles.
+    /// Active while items wait for their tiles.
     QTimer making_;
 };
 

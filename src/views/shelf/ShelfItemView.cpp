@@ -39,7 +39,7 @@ constexpr double hoverBorderOpacity = 0.06;
 constexpr double focusWidth = 2;
 
 constexpr QRect pictureFrame((tileWidth - pictureSide) / 2, verticalPadding, pictureSide, pictureSide);
-/// The text keeps clear of the tile's border.
+/// Keeps the text away from the tile's border.
 constexpr int nameMargin = 2;
 constexpr QRect nameFrame(nameMargin, verticalPadding + pictureSide + spacing, tileWidth - 2 * nameMargin,
                           nameHeight);
@@ -61,7 +61,7 @@ int lineHeight(const QFont& font) {
     return QFontMetrics(font).height();
 }
 
-/// With a faint dark line around what is in the picture, so that white paper stays visible on a light window.
+/// Adds a faint dark outline to the picture's content, so that white paper is visible on a light window.
 QImage withEdge(const QImage& picture) {
     QImage shade = picture;
     QPainter shading(&shade);
@@ -77,7 +77,7 @@ QImage withEdge(const QImage& picture) {
     return edged;
 }
 
-/// The picture, fitted into its frame. It is painted into the frame's shape, since a clip would leave jagged corners.
+/// Fits the picture into its frame. It is painted into the frame's shape, since clipping leaves jagged corners.
 QImage framed(const QImage& picture, double ratio) {
     QImage framed(pictureFrame.size() * ratio, QImage::Format_ARGB32_Premultiplied);
     framed.setDevicePixelRatio(ratio);
@@ -103,7 +103,7 @@ QImage framed(const QImage& picture, double ratio) {
 
 ShelfItemView::ShelfItemView(const ShelfItem& item, TileActions actions, QWidget* parent)
     : QWidget(parent), fileURL_(item.fileURL), actions_(std::move(actions)) {
-    setFocusPolicy(Qt::NoFocus);  // the grid lets one tile at a time be reached by Tab
+    setFocusPolicy(Qt::NoFocus);  // the grid makes one tile at a time reachable by Tab
     setItem(item);
 }
 
@@ -136,10 +136,10 @@ void ShelfItemView::setHovered(bool isHovered) {
         button->show();
         removeButton_ = button;
     } else {
-        // Hiding what is under the pointer has this tile told again that the pointer leaves.
+        // Hiding the button under the pointer sends this tile another leave event.
         QWidget* const button = std::exchange(removeButton_, nullptr);
         button->hide();
-        button->deleteLater();  // not at once: it may be in the middle of its click
+        button->deleteLater();  // not immediately: it may be handling its click
     }
     update();
 }
@@ -151,8 +151,8 @@ bool ShelfItemView::event(QEvent* event) {
     return true;
 }
 
-/// Broken into lines here, since a tooltip is as wide as its longest word; and always as markup, since a name may
-/// look like some.
+/// Broken into lines here, since a tooltip is as wide as its longest word. Always escaped markup, since a name may
+/// look like markup.
 void ShelfItemView::showWholeName(QPoint place) {
     constexpr int width = 320;
     const QStringList lines = brokenIntoLines(QString::fromStdString(shown_.name), QToolTip::font(), width);
@@ -196,14 +196,14 @@ void ShelfItemView::startDrag() {
     setHovered(false);
     const QPoint hotSpot(std::clamp(held.x(), 0, pictureSide - 1), std::clamp(held.y(), 0, pictureSide - 1));
     const QPixmap picture = QPixmap::fromImage(framedPicture());
-    // Copies: the tile may go while the drag runs.
+    // Copies, since the tile may be deleted during the drag.
     const StartFileDrag start = actions_.services.startFileDrag;
     const FileURL url = fileURL_;
     start(*this, url, picture, hotSpot);
 }
 
 QImage ShelfItemView::framedPicture() const {
-    // As many as a tall popover shows at a time; each is 9 KB on a screen of single density.
+    // As many as a tall popover shows at a time; each takes 9 KB on a screen of single density.
     constexpr int keptPictures = 48;
     static QCache<std::pair<qint64, double>, QImage> cache(keptPictures);
     const QImage picture = actions_.picture();
@@ -250,8 +250,8 @@ void ShelfItemView::paintName(QPainter& painter) {
     const QFont font = nameFont();
     if (nameLines_.isEmpty())
         nameLines_ = brokenIntoTwoLines(QString::fromStdString(shown_.name), font, nameFrame.width());
-    // Fonts with tall lines are set closer, so that two always fit. All lines stand on the font's own baseline: a
-    // script that comes from a taller font would be pushed out of the frame by the blank room of that font.
+    // Tall lines are set closer, so that two always fit. All lines use the baseline of the tile's font: the blank
+    // space of a taller fallback font would push the text out of the frame.
     const QFontMetrics metrics(font);
     const int pitch = std::min(metrics.height(), nameHeight / 2);
     const int baseline = (pitch - metrics.height()) / 2 + metrics.ascent();

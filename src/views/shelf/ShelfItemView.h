@@ -17,28 +17,28 @@ namespace stowpocket {
 
 struct ShelfItem;
 
-/// Begins to drag a file out of `source`, with a picture and the point of it that the pointer holds.
+/// Starts dragging a file out of `source`, with a picture and the point in it that the pointer holds.
 using StartFileDrag =
     std::function<void(QWidget& source, const FileURL& url, const QPixmap& picture, QPoint hotSpot)>;
 
-/// What the desktop does for tiles.
+/// What tiles need from the desktop.
 struct TileServices {
     StartFileDrag startFileDrag;
     ByteCountText byteCountText;
 };
 
-/// What a tile asks of the view that it stands in.
+/// What a tile needs from the view that contains it.
 struct TileActions {
     std::function<void()> onRemove;
-    /// The thumbnail of the item, else its icon; asked for whenever the tile paints.
+    /// Returns the thumbnail of the item or its icon. Called whenever the tile paints.
     std::function<QImage()> picture;
-    /// Gives the tile the keyboard.
+    /// Gives the tile the keyboard focus.
     std::function<void()> onFocusWanted;
     TileServices services;
 };
 
-/// One file on the shelf: picture, name and size, a remove button while the pointer is over it, and a drag source for
-/// as long as the file is there.
+/// One file on the shelf: picture, name and size, and a remove button while the pointer is over it. It can be dragged
+/// as long as the file exists.
 class ShelfItemView : public QWidget {
 public:
     ShelfItemView(const ShelfItem& item, TileActions actions, QWidget* parent);
@@ -47,7 +47,7 @@ public:
     void setItem(const ShelfItem& item);
     void remove() const { actions_.onRemove(); }
     void takeFocus() const { actions_.onFocusWanted(); }
-    /// Null while the pointer is elsewhere.
+    /// Null unless the pointer is over the tile.
     [[nodiscard]] QWidget* removeButton() const { return removeButton_; }
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -77,7 +77,7 @@ private:
     TilePresentation shown_;
     TileActions actions_;
     QPointer<QWidget> removeButton_;
-    /// Broken when first painted.
+    /// Computed when the tile is first painted.
     QStringList nameLines_;
     std::optional<QPoint> pressedAt_;
 };

@@ -13,7 +13,7 @@ Text* bannerText() {
     return paragraph({}, {.pointSize = 11, .weight = FontWeight::medium, .role = ColorRole::onBanner});
 }
 
-/// A warning on orange, with what stands at its end.
+/// A warning on an orange background, with further views at its end.
 template <class... Ends>
 QWidget* warningBanner(Text* words, Ends... ends) {
     QWidget* const sign = symbol("exclamationmark.triangle.fill", {.pointSize = 10, .role = ColorRole::onBanner});
@@ -55,7 +55,7 @@ QWidget* ShelfView::banner() {
     return banner_;
 }
 
-/// It goes by itself, once the shelf is saved.
+/// Disappears by itself once the shelf is saved.
 QWidget* ShelfView::saveBanner() {
     saveBannerText_ = bannerText();
     saveBanner_ = warningBanner(saveBannerText_);
@@ -114,14 +114,14 @@ void ShelfView::setPresentation(const ShelfPresentation& shown) {
 }
 
 QSize ShelfView::sizeHint() const {
-    // Only a banner that is shown, whose text may wrap, makes the height depend on the width.
+    // The height depends on the width only while a banner, whose text may wrap, is visible.
     const QLayout& stack = *layout();
     return {shelfWidth,
             stack.hasHeightForWidth() ? stack.totalHeightForWidth(shelfWidth) : stack.totalSizeHint().height()};
 }
 
-/// The capacity may have been changed in the settings meanwhile; mostly it was not, and laying everything out again
-/// would cost a part of the time to the first frame. The keyboard waits here, so that no button looks chosen before
+/// The capacity may have been changed in the settings. Usually it was not, and a new layout would delay the first
+/// frame. The view itself takes the focus, so that no button looks selected before
 /// Tab is pressed.
 void ShelfView::showEvent(QShowEvent* event) {
     if (const ShelfPresentation now = shelfPresentation(viewModel_); now != shown_)

@@ -7,9 +7,9 @@
 
 namespace stowpocket {
 
-/// What the shelf popover shows: the staged files between a header with their count and a footer with the buttons. It
-/// keeps no state of the shelf; whenever the model announces a change, it looks again. It wishes for the height of
-/// its content; given less, the tiles scroll. The window behind it paints the background.
+/// The content of the shelf popover: the staged files between a header with their count and a footer with buttons. It
+/// keeps no state of the shelf and reads it again after each change. Its preferred height is that of its content;
+/// with less, the tiles scroll. The window behind it paints the background.
 class ShelfView : public QWidget {
 public:
     struct Dependencies {

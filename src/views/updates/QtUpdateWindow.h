@@ -9,12 +9,12 @@
 
 namespace stowpocket {
 
-/// Deletes a view after the event that it is handling.
+/// Deletes a view after the event that it is currently handling.
 struct DeleteViewLater {
     void operator()(UpdateView* view) const;
 };
 
-/// The window of updates, there only while it is shown.
+/// The update window, which exists only while it is shown.
 class QtUpdateWindow : public UpdateWindow {
 public:
     void show(const UpdateStatus& status) override;
@@ -27,7 +27,7 @@ private:
     std::unique_ptr<UpdateView, DeleteViewLater> view_;
 };
 
-/// Alerts in windows like that of updates. They do not block: `runModal` returns before the answer.
+/// Alerts in windows like the update window. `runModal` does not block: it returns before the answer.
 class QtAlerts : public Alerts {
 public:
     void runModal(const InformationalAlert& alert) override;

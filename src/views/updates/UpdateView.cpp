@@ -32,7 +32,7 @@ constexpr int buttonPadding = 28;
 constexpr int minimumButtonWidth = 84;
 constexpr double trackOpacity = 0.12;
 
-/// A thin bar; assistive technology reads its value.
+/// A thin progress bar. Assistive technology reads its value.
 class Bar : public QProgressBar {
 public:
     Bar() {
@@ -58,7 +58,7 @@ protected:
     }
 };
 
-/// Words to be read and copied, with the indicator of the shelf in the place of a scroll bar.
+/// Text to read and copy, with a scroll indicator instead of a scroll bar.
 class Notes : public QPlainTextEdit {
 public:
     Notes() : indicator_(new ScrollIndicator(*verticalScrollBar(), this)) {
@@ -121,14 +121,14 @@ void UpdateView::setPresentation(const UpdatePresentation& presentation) {
     fitHeight();
 }
 
-/// Left alone while they stay the same, so that the keyboard stays where it is.
+/// Unchanged buttons are kept, so that the focus stays where it is.
 void UpdateView::setButtons(const std::vector<UpdateButton>& buttons) {
     if (buttons == shownButtons_)
         return;
     shownButtons_ = buttons;
     while (QLayoutItem* const item = buttonRow_->takeAt(0)) {
         item->widget()->hide();
-        item->widget()->deleteLater();  // not at once: this may be its own click
+        item->widget()->deleteLater();  // not immediately: it may be handling its own click
         delete item;
     }
     for (const UpdateButton& shown : buttons) {
@@ -161,7 +161,7 @@ bool UpdateView::answerForClosing() {
     return true;
 }
 
-/// The answer decides what becomes of the window.
+/// The answer decides whether the window closes.
 void UpdateView::closeEvent(QCloseEvent* event) {
     event->ignore();
     answerForClosing();

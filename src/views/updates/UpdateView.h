@@ -16,8 +16,8 @@ namespace stowpocket {
 
 class Text;
 
-/// A message in a window of its own, as it changes while an update goes on. Escape and the window's close button give
-/// the answer that the presentation names for them.
+/// A message in its own window that changes while an update is in progress. Escape and the window's close button give
+/// the answer that the presentation defines for them.
 class UpdateView : public QWidget {
 public:
     using Chosen = std::function<void(UpdateChoice)>;
