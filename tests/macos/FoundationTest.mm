@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The adapters that need no display, run on GNUstep's Foundation. Stand-ins take the place of what it lacks.
+#include "gnustep/StandIns.h"
 #import "platform/macos/Conversions.h"
 #include "platform/macos/MacStorage.h"
 #include "platform/macos/MacSystem.h"
 #include "platform/posix/FileProbe.h"
 #include "services/FilesContract.h"
 #include "services/PreferencesContract.h"
-#include "tools/macos/gnustep/StandIns.h"
 
 #import <Sparkle/Sparkle.h>
 

@@ -61,7 +61,7 @@ TEST_F(ShelfViewModelTest, addsADropWhenAllOfItHasLoadedInTheOrderOfLoading) {
     EXPECT_TRUE(manager->items().empty()) << "added on the main queue";
     dispatch.runAll();
     EXPECT_EQ(names(), (std::vector<std::string>{"two", "one"}));
-    EXPECT_EQ(dispatch.queuedWork, 2) << "sources may answer on threads of their own";
+    EXPECT_GE(dispatch.queuedWork, 8) << "sources may answer on threads of their own";
 }
 
 TEST_F(ShelfViewModelTest, contentsWithoutAFileAreCopiedIntoTheSpoolFolder) {

@@ -3,6 +3,7 @@
 
 #include "fakes/FakeItemProvider.h"
 #include "fakes/ShelfFixture.h"
+#include "foundation/Text.h"
 #include "platform/qt/QtImages.h"
 #include "presentation/Texts.h"
 #include "views/shelf/ShelfView.h"
@@ -28,6 +29,9 @@ public:
         painter.drawRoundedRect(QRectF(14, 4, 68, 88), 8, 8);
         ++asked;
         return {std::make_shared<QtImageContent>(image), Size{48, 48}};
+    }
+    [[nodiscard]] std::string lowercased(const std::string& extension) const override {
+        return asciiLowercased(extension);
     }
     int asked = 0;
 };

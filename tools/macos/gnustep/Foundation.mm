@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What GNUstep's Foundation lacks, by means of what it has. Only as much as the adapters call.
-#include "tools/macos/gnustep/StandIns.h"
+#include "gnustep/StandIns.h"
 
 #import <CoreFoundation/CoreFoundation.h>
 #import <dispatch/dispatch.h>

@@ -19,7 +19,7 @@
 #pragma push_macro("NO")
 #pragma push_macro("nil")
 #define BOOL BoolOfTheDeclarations
-#include "tools/macos/declarations/decl.h"
+#include "decl.h"
 #undef BOOL
 #pragma pop_macro("YES")
 #pragma pop_macro("NO")
