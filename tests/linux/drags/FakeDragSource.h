@@ -51,12 +51,12 @@ public:
     /// Answers what it was asked since the last time.
     void work() {
         while (const XcbSession::Event event{xcb_poll_for_event(connection_)}) {
-            if (typeOf(*event) == XCB_SELECTION_REQUEST)
-                answer(reinterpret_cast<const xcb_selection_request_event_t&>(*event));
-            else if (typeOf(*event) == XCB_PROPERTY_NOTIFY)
-                handNextPiece(reinterpret_cast<const xcb_property_notify_event_t&>(*event));
-            else if (typeOf(*event) == XCB_CLIENT_MESSAGE)
-                hear(reinterpret_cast<const xcb_client_message_event_t&>(*event));
+            if (const auto* const request = eventAs<xcb_selection_request_event_t>(*event))
+                answer(*request);
+            else if (const auto* const change = eventAs<xcb_property_notify_event_t>(*event))
+                handNextPiece(*change);
+            else if (const auto* const message = eventAs<xcb_client_message_event_t>(*event))
+                hear(*message);
         }
     }
     [[nodiscard]] bool wasSaveWanted() const { return wasSaveWanted_; }
@@ -79,8 +79,7 @@ private:
         message.window = target;
         message.type = session_->atom(type);
         std::ranges::copy(fields, std::begin(message.data.data32));
-        xcb_send_event(connection_, 0, target, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&message));
-        xcb_flush(connection_);
+        sendEvent(connection_, target, XCB_EVENT_MASK_NO_EVENT, message);
     }
     void hear(const xcb_client_message_event_t& message) {
         if (message.type == session_->atom("XdndFinished"))
@@ -101,7 +100,7 @@ private:
         } else {
             begin(request, offer->second);
         }
-        notify(request);
+        answerSelectionRequest(connection_, request, request.property);
     }
     void begin(const xcb_selection_request_event_t& request, const Offer& offer) {
         constexpr std::size_t pieceSize = 100'000;
@@ -136,15 +135,7 @@ private:
         if (reply_.empty())
             return;
         write(request.requestor, request.property, reply_);
-        notify(request);
-    }
-    void notify(const xcb_selection_request_event_t& request) {
-        const xcb_selection_notify_event_t notify{
-            XCB_SELECTION_NOTIFY, 0, 0, request.time, request.requestor, request.selection, request.target,
-            request.property};
-        xcb_send_event(connection_, 0, request.requestor, XCB_EVENT_MASK_NO_EVENT,
-                       reinterpret_cast<const char*>(&notify));
-        xcb_flush(connection_);
+        answerSelectionRequest(connection_, request, request.property);
     }
 
     const std::unique_ptr<XcbSession> session_ = XcbSession::open();

@@ -144,14 +144,7 @@ bool X11FileDrag::answer(const xcb_selection_request_event_t& request) {
         connection_.setProperty(request.requestor, property, XCB_ATOM_ATOM, {targets, uriList});
     else
         return false;
-    xcb_selection_notify_event_t notify{};
-    notify.response_type = XCB_SELECTION_NOTIFY;
-    notify.time = request.time;
-    notify.requestor = request.requestor;
-    notify.selection = request.selection;
-    notify.target = request.target;
-    notify.property = property;
-    sendEvent(connection_.raw(), request.requestor, XCB_EVENT_MASK_NO_EVENT, notify);
+    answerSelectionRequest(connection_.raw(), request, property);
     if (request.target == uriList)
         dropDelay_.asked();
     return true;

@@ -6,6 +6,13 @@
 
 namespace stowpocket {
 
+void answerSelectionRequest(xcb_connection_t* connection, const xcb_selection_request_event_t& request,
+                            xcb_atom_t property) {
+    const xcb_selection_notify_event_t notify{
+        XCB_SELECTION_NOTIFY, 0, 0, request.time, request.requestor, request.selection, request.target, property};
+    sendEvent(connection, request.requestor, XCB_EVENT_MASK_NO_EVENT, notify);
+}
+
 X11EventFilter::X11EventFilter() {
     QCoreApplication::instance()->installNativeEventFilter(this);
 }

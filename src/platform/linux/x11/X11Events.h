@@ -72,6 +72,10 @@ void sendEvent(xcb_connection_t* connection, xcb_window_t destination, std::uint
     xcb_flush(connection);
 }
 
+/// Tells who asked for a selection that the data is in `property`, or with 0 that there is none.
+void answerSelectionRequest(xcb_connection_t* connection, const xcb_selection_request_event_t& request,
+                            xcb_atom_t property);
+
 /// Sees each event on Qt's connection to the X server before Qt does. Installed from construction to destruction.
 /// Main thread.
 class X11EventFilter : private QAbstractNativeEventFilter {
