@@ -8,6 +8,8 @@ import shutil
 import statistics
 import time
 
+from Xlib import X
+
 from measuring import PROJECT, RunningShelf, build_folder, show  # comes first: it tells where the others lie
 from clipboard import Clipboard
 from private_desktop import PrivateDesktop
@@ -35,6 +37,8 @@ def select_all(desktop, window, shelf, count):
     """Clicks beside the files and selects them, until a quick drop finds them all: a view may take seconds to fill."""
     x, y, width, height = desktop.x.rect(window)
     desktop.x.click(x + width - 60, y + height - 80)
+    # The window manager holds a click back for a moment. Keys would overtake it, and it would clear the selection.
+    wait_for(lambda: not desktop.x.root.query_pointer().mask & X.Button1Mask, "the click to reach the window")
 
     def are_found():
         desktop.x.keys("Control_L", "a")
