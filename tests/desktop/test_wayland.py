@@ -15,9 +15,10 @@ class Kwin(DesktopTest):
 
     def test_drag_out_leaves_the_shelf_working(self):
         first, = self.desktop.folder("papers", 1).iterdir()
-        stowpocket = self.start(None, first)
+        # The shelf opens last: a window that takes the keyboard would close it.
         window = WaylandWindow(self.desktop, self.desktop.folder("more"))
-        stowpocket.open_popover()
+        stowpocket = self.start(None, first)
+        wait_for(stowpocket.popover, "the shelf to open")
         drag = stowpocket.drag_tile(first.name)
         drag.over(FREE, lambda: window.says("active"), "the window to become active, as it does on KWin")
         x = self.desktop.x
