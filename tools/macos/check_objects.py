@@ -14,8 +14,8 @@ RUNTIME = re.compile(r'^_objc_|^_OBJC_(META)?CLASS_\$_NSObject$|^__objc_|^_OBJC_
                      r'|^__Block_|^___CFConstantStringClassReference$|^___NS(Array|Dictionary)0__$|^___cxa_|^__Z'
                      r'|^___(gxx|objc)_personality_v0$|^__Unwind_Resume$|^___(dso_handle|dynamic_cast)$'
                      r'|^___stack_chk_(fail|guard)$|^_dispatch_')
-C_LIBRARY = {'_abort', '_memcpy', '_memmove', '_memset', '_memcmp', '_strlen', '_bzero', '_fprintf', '_stderr', '_llround',
-             '_getfsstat', '_kill', '_poll', '_read'}
+C_LIBRARY = {'_abort', '_memcpy', '_memmove', '_memset', '_memcmp', '_strlen', '_bzero', '_fprintf', '_stderr',
+             '_llround', '_getfsstat', '_kill', '_poll', '_read'}
 METHOD = re.compile(r'^[-+]\[(\w+)(?:\(\w+\))? ([\w:]+)\]$')
 OWN_CLASS = re.compile(r'^_OBJC_(?:META)?CLASS_\$_(\w+)$')
 

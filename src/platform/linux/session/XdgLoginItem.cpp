@@ -7,7 +7,7 @@
 #include "services/MainBundle.h"
 
 #include <QFile>
-#include <QHash>
+#include <QMap>
 #include <QLoggingCategory>
 
 #include <filesystem>
@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
 /// No desktop writes longer files.
 constexpr qint64 longestEntry = qint64{64} * 1024;
 
-using Values = QHash<QByteArray, QByteArray>;
+using Values = QMap<QByteArray, QByteArray>;
 
 QString fileName(const std::string& path) {
     return QFile::decodeName(QByteArray::fromStdString(path));
