@@ -7,8 +7,8 @@
 #include "services/MainBundle.h"
 
 #include <QFile>
-#include <QMap>
 #include <QLoggingCategory>
+#include <QMap>
 
 #include <filesystem>
 
