@@ -65,10 +65,7 @@ private:
 };
 
 X11HotkeyService::X11HotkeyService(xcb_connection_t* connection)
-    : connection_(connection),
-      grabs_(connection),
-      characters_(connection),
-      keyboardExtensionEvent_(firstEventOf(connection, "XKEYBOARD")) {}
+    : grabs_(connection), characters_(connection), keyboardExtensionEvent_(firstEventOf(connection, "XKEYBOARD")) {}
 
 std::unique_ptr<HotkeyRegistration> X11HotkeyService::registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                                      HotkeyIdentifier identifier) {

@@ -41,7 +41,6 @@ private:
     void scheduleMappingCheck();
     void checkMapping();
 
-    xcb_connection_t* const connection_;
     X11KeyGrabs grabs_;
     const X11KeyCharacters characters_;
     Handler handler_;
