@@ -33,13 +33,13 @@ warnings=$(MANROFFSEQ='' MANWIDTH=80 LC_ALL=C.UTF-8 man --warnings -E UTF-8 -l -
 
 # Whoever adds a verb or an option to the help adds it there too.
 help=$("$prefix/bin/stowpocket" --help)
-mapfile -t words < <(sed -n 's/^  \([a-z][a-z-]*\) .*/\1/p' <<<"$help"; grep -o -- '--[a-z][a-z-]*' <<<"$help" | sort -u)
-[ "${#words[@]}" -ge 10 ] || fail "the help names ${#words[@]} verbs and options"
+mapfile -t words < <(sed -n 's/^  \([a-z][a-z-]*\) .*/\1/p' <<<"$help"; grep -oE -- '(^| )(--[a-z][a-z-]*|-[a-z0-9])\>' <<<"$help" | tr -d ' ' | sort -u)
+[ "${#words[@]}" -ge 13 ] || fail "the help names ${#words[@]} verbs and options"
 for page in man/man1/stowpocket.1 bash-completion/completions/stowpocket zsh/site-functions/_stowpocket \
     fish/vendor_completions.d/stowpocket.fish; do
     for word in "${words[@]}"; do
         # A page has "\-" for a hyphen, and fish takes options without theirs.
-        sed 's/\\-/-/g; s/ -l / --/g' "$share/$page" | grep -qwe "$word" || fail "$page does not know $word"
+        sed 's/\\-/-/g; s/ -l / --/g; s/ -s / -/g' "$share/$page" | grep -qE -e "(^|[^a-z-])$word([^a-z-]|\$)" || fail "$page does not know $word"
     done
 done
 bash -n "$share/bash-completion/completions/stowpocket"

@@ -3,11 +3,13 @@
 
 #include "cli/CommandText.h"
 #include "foundation/Text.h"
+#include "services/RunningShelf.h"
 
 #include <algorithm>
 #include <array>
 #include <numeric>
 #include <string_view>
+#include <utility>
 
 namespace stowpocket {
 namespace {
@@ -66,6 +68,8 @@ std::string named(const VerbRule& rule) {
     return rule.verb == Verb::open ? std::string() : std::string(rule.word) + ": ";
 }
 
+constexpr std::string_view formatOption = "--format=";
+
 /// True if the option is known.
 bool applyOption(std::string_view option, Command& command) {
     if (option == "--help" || option == "-h")
@@ -74,9 +78,23 @@ bool applyOption(std::string_view option, Command& command) {
         command.verb = Verb::version;
     else if (option == "--json" && command.verb == Verb::list)
         command.asJSON = true;
+    else if (option == "-0" && command.verb == Verb::list)
+        command.listEnd = '\0';
+    else if (option.starts_with(formatOption) && command.verb == Verb::list)
+        command.listFormat = option.substr(formatOption.size());
     else
         return false;
     return true;
+}
+
+/// Why the options do not make a list; empty if they do.
+std::string listProblem(const Command& command) {
+    const StagedFile sample{"", *FileURL::fromPath("/")};
+    if (!listText({&sample, 1}, command.listFormat, command.listEnd))
+        return "list: the format " + printable(command.listFormat) + " is not understood";
+    const Command plain;
+    const bool isPlain = command.listFormat == plain.listFormat && command.listEnd == plain.listEnd;
+    return command.asJSON && !isPlain ? "list: --json goes with no other option" : "";
 }
 
 /// Replaces the folder `path` (without a trailing slash, so that "" is the root) with its parent.
@@ -97,11 +115,16 @@ std::variant<Command, UsageError> parsedCommandLine(std::span<const std::string>
         arguments = arguments.subspan(1);
     Command command{.verb = rule.verb};
     bool optionsEnded = false;
+    bool isFormatNext = false;
     for (const std::string& argument : arguments) {
-        if (optionsEnded || argument == "-" || !argument.starts_with('-'))
+        if (std::exchange(isFormatNext, false))
+            command.listFormat = argument;
+        else if (optionsEnded || argument == "-" || !argument.starts_with('-'))
             command.operands.push_back(argument);
         else if (argument == "--")
             optionsEnded = true;
+        else if (argument == "--format" && rule.verb == Verb::list)
+            isFormatNext = true;
         else if (!applyOption(argument, command))
             return UsageError{named(rule) + "unknown option " + printable(argument)};
         if (command.verb == Verb::help || command.verb == Verb::version)
@@ -114,6 +137,10 @@ std::variant<Command, UsageError> parsedCommandLine(std::span<const std::string>
         return UsageError{named(rule) + "which files?"};
     if (rule.operands == Operands::none && !command.operands.empty())
         return UsageError{named(rule) + "takes no files"};
+    if (isFormatNext)
+        return UsageError{"list: --format needs a format"};
+    if (std::string problem = listProblem(command); !problem.empty())
+        return UsageError{std::move(problem)};
     return command;
 }
 

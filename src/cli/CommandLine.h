@@ -22,6 +22,9 @@ struct Command {
     bool asJSON = false;
     /// Files, URLs of files or ids of items, as they were typed.
     std::vector<std::string> operands = {};
+    /// For `list`: what is printed of each file, as `listText` reads it, and what follows each of them.
+    std::string listFormat = "%p";
+    char listEnd = '\n';
 
     friend bool operator==(const Command&, const Command&) = default;
 };

@@ -117,7 +117,8 @@ CommandResult runList(const Command& command, RunningShelf& shelf) {
     const std::optional<std::vector<StagedFile>> files = shelf.list();
     if (!files)
         return failed(std::move(result), shelf);
-    result.out = command.asJSON ? listJSON(*files) : listText(*files);
+    result.out = command.asJSON ? listJSON(*files)
+                                : listText(*files, command.listFormat, command.listEnd).value_or(std::string());
     return result;
 }
 

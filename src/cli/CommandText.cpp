@@ -72,7 +72,7 @@ Without a verb the program starts, or the one that runs opens its shelf, with FI
 
 Verbs:
   add FILES...         put files on the shelf; starts the program if needed
-  list [--json]        print the files on the shelf, one a line, oldest first
+  list                 print the files on the shelf, one a line, oldest first
   remove FILES|IDS...  take files off the shelf; the files themselves stay
   clear                take all files off the shelf
   show                 open the shelf; starts the program if needed
@@ -84,6 +84,12 @@ FILES are paths or file: URLs. A file called like a verb is written ./add.
 Options:
   -h, --help           print this and end
       --version        print the version and end
+
+Options of list, for scripts:
+  -0                   end each file with NUL, and print names as they are
+      --format FORMAT  print this of each file: %p path, %n name, %u URL, %i id,
+                       %s size in bytes, %% a percent sign, and \0 \n \t \\
+      --json           print all that is known of each file
 
 Exit codes: 0 all done; 1 some files were not taken or not found; 2 wrong usage;
 3 the program is not running or does not answer; 4 done, but not saved yet;
@@ -111,10 +117,59 @@ std::string printable(std::string_view text) {
     return quoted + '\'';
 }
 
-std::string listText(std::span<const StagedFile> files) {
+namespace {
+
+using NameText = std::string (*)(std::string_view name);
+
+std::optional<std::string> field(char letter, const StagedFile& file, NameText nameText) {
+    switch (letter) {
+    case 'p':
+        return nameText(file.fileURL.path());
+    case 'n':
+        return nameText(file.fileURL.lastPathComponent());
+    case 'u':
+        return file.fileURL.string();
+    case 'i':
+        return file.id;
+    case 's':
+        return std::to_string(file.fileSize);
+    case '%':
+        return "%";
+    default:
+        return std::nullopt;
+    }
+}
+
+std::optional<std::string> escaped(char letter) {
+    constexpr std::string_view letters = "0nt\\";
+    constexpr std::string_view characters{"\0\n\t\\", letters.size()};
+    const std::size_t at = letters.find(letter);
+    return at == std::string_view::npos ? std::nullopt : std::optional(std::string(1, characters[at]));
+}
+
+}  // namespace
+
+std::optional<std::string> listText(std::span<const StagedFile> files, std::string_view format, char end) {
+    const NameText nameText =
+        end == '\0' ? [](std::string_view name) { return std::string(name); } : NameText(printable);
     std::string text;
-    for (const StagedFile& file : files)
-        text += printable(file.fileURL.path()) + '\n';
+    for (const StagedFile& file : files) {
+        for (std::size_t at = 0; at < format.size(); ++at) {
+            if (format[at] != '%' && format[at] != '\\') {
+                text += format[at];
+                continue;
+            }
+            const char mark = format[at++];
+            if (at == format.size())
+                return std::nullopt;
+            const std::optional<std::string> part =
+                mark == '%' ? field(format[at], file, nameText) : escaped(format[at]);
+            if (!part)
+                return std::nullopt;
+            text += *part;
+        }
+        text += end;
+    }
     return text;
 }
 

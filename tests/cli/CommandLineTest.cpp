@@ -29,6 +29,8 @@ TEST(CommandLineTest, readsVerbsOptionsAndFiles) {
         {{"add", "-"}, {Verb::add, false, {"-"}}},
         {{"add", ""}, {Verb::add, false, {""}}},
         {{"list", "--json"}, {Verb::list, true, {}}},
+        {{"list", "-0", "--format", "--"}, {Verb::list, false, {}, "--", '\0'}},
+        {{"list", "--format="}, {Verb::list, false, {}, ""}},
         {{"remove", "a", "--", "-b"}, {Verb::remove, false, {"a", "-b"}}},
         {{"quick-drop"}, {Verb::quickDrop, false, {}}},
         {{"toggle", "--"}, {Verb::toggle, false, {}}},
@@ -50,6 +52,11 @@ TEST(CommandLineTest, saysWhatIsWrong) {
         {{"remove", "--"}, "remove: which files?"},
         {{"clear", "a"}, "clear: takes no files"},
         {{"list", "--json=1"}, "list: unknown option --json=1"},
+        {{"list", "--format"}, "list: --format needs a format"},
+        {{"list", "--format", "%p%"}, "list: the format %p% is not understood"},
+        {{"list", "--format=\\x"}, R"(list: the format \x is not understood)"},
+        {{"list", "-0", "--json"}, "list: --json goes with no other option"},
+        {{"add", "-0", "a"}, "add: unknown option -0"},
         {{"lst"}, "lst is neither a verb nor a file; the nearest verb is list"},
         {{"tog"}, "tog is neither a verb nor a file; the nearest verb is toggle"},
         {{"quickdrop", "a.txt"}, "quickdrop is neither a verb nor a file; the nearest verb is quick-drop"},
@@ -84,14 +91,15 @@ TEST(CommandTextTest, listsForPeopleAndForPrograms) {
     const std::vector<StagedFile> files{{"ID-1", *FileURL::fromPath("/a \"b\"\\\n"), true, 5},
                                         {"ID-3", *FileURL::fromPath("/\xC2\x9B\xE2\x80\xAE"), true, 1},
                                         {"ID-2", *FileURL::fromPath("/\xFF"), false, 0}};
-    EXPECT_EQ(listText(files), "$'/a \"b\"\\\\\\n'\n$'/\\xc2\\x9b\\xe2\\x80\\xae'\n$'/\\xff'\n");
+    EXPECT_EQ(listText(files, "%p", '\n'), "$'/a \"b\"\\\\\\n'\n$'/\\xc2\\x9b\\xe2\\x80\\xae'\n$'/\\xff'\n");
+    EXPECT_EQ(listText(files, "%n", '\0'), "a \"b\"\\\n\0\xC2\x9B\xE2\x80\xAE\0\xFF\0"s);
+    EXPECT_EQ(listText({&files.back(), 1}, R"(%i\t%s\0%u\n%%\\n%n)", '\n'), "ID-2\t0\0file:///%FF\n%\\n$'\\xff'\n"s);
     EXPECT_EQ(listJSON(files), R"([
   {"id": "ID-1", "url": "file:///a%20%22b%22%5C%0A", "path": "/a \"b\"\\\u000a", "available": true, "size": 5},
   {"id": "ID-3", "url": "file:///%C2%9B%E2%80%AE", "path": "/\u009b\u202e", "available": true, "size": 1},
   {"id": "ID-2", "url": "file:///%FF", "path": null, "available": false, "size": 0}
 ]
 )");
-    EXPECT_EQ(listText({}), "");
     EXPECT_EQ(listJSON({}), "[]\n");
 }
 

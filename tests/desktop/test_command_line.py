@@ -2,9 +2,11 @@
 """The command verbs, and a second start, through the session bus."""
 import json
 import os
+import re
 import unittest
 
 from case import DesktopTest
+from stowpocket import PROJECT
 from terminal import run
 from x_display import wait_for
 
@@ -53,6 +55,29 @@ class CommandLine(DesktopTest):
               "stowpocket: gone: not on the shelf\n")),
             (["clear"], (0, "", "")), (["list"], (0, "", "")), (["list", "--json"], (0, "[]\n", "")))
         self.assertTrue(self.first.exists() and self.broken.exists())
+
+    def test_examples_of_the_man_page(self):
+        """All of them in their order, with programs that write their words down in the places of others."""
+        self.start("trayer")
+        names = ["a b.jpg", "c\nd.jpg", "old.tmp"]
+        pictures, documents, programs = (self.desktop.folder(name) for name in ("Pictures", "Documents", "programs"))
+        for name in names:
+            (pictures / name).write_text(name)
+        (programs / "stowpocket").symlink_to(self.stowpocket.program)
+        for name in ("xdg-open", "xdg-email"):
+            (programs / name).write_text(f'#!/bin/sh\nprintf "%s|" "$@" >>{self.desktop.home}/{name}.words\n')
+            (programs / name).chmod(0o755)
+        self.desktop.environment["PATH"] = f"{programs}:{os.environ['PATH']}"
+        self.command("add", pictures / names[2])
+        page = (PROJECT / "packaging/linux/stowpocket.1.in").read_text()
+        for example in re.findall(r"^\.EX\n(.*?)^\.EE", page, re.DOTALL | re.MULTILINE):
+            answer = run(self.desktop, "bash", "-c", example.replace(r"\-", "-").replace(r"\e", "\\"))
+            self.assertEqual((answer.code, answer.err), (0, ""), example)
+        self.assertEqual(sorted(file.read_text() for file in documents.iterdir()), names)
+        staged = [f"{pictures}/{name}|" for name in (names[2], *names[:2])]
+        self.assertEqual((self.desktop.home / "xdg-open.words").read_text(), "".join(staged))
+        self.assertEqual((self.desktop.home / "xdg-email.words").read_text(), "".join("--attach|" + file for file in staged))
+        self.assertEqual([item["path"] for item in self.listed()], [str(pictures / name) for name in names[:2]])
 
     def test_verbs_open_and_close_the_shelf(self):
         shelf = self.start("xfce4-panel")

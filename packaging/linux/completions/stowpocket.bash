@@ -10,7 +10,7 @@ _stowpocket() {
         return
     fi
     case ${words[1]} in
-    list) mapfile -t COMPREPLY < <(compgen -W --json -- "$cur") ;;
+    list) mapfile -t COMPREPLY < <(compgen -W "-0 --format --json" -- "$cur") ;;
     remove)
         # Names with escapes are printed the way the shell reads them.
         while IFS= read -r candidate; do

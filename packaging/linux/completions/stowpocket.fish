@@ -10,6 +10,8 @@ complete -c stowpocket -n $first -a toggle -d 'Open or close the shelf'
 complete -c stowpocket -n $first -a quick-drop -d 'Add what is selected in the file manager'
 complete -c stowpocket -n $first -s h -l help -d 'Print help and end'
 complete -c stowpocket -n $first -l version -d 'Print the version and end'
+complete -c stowpocket -n '__fish_seen_subcommand_from list' -f -s 0 -d 'End each file with NUL'
+complete -c stowpocket -n '__fish_seen_subcommand_from list' -x -l format -d 'What to print of each file: %p %n %u %i %s'
 complete -c stowpocket -n '__fish_seen_subcommand_from list' -f -l json -d 'All that is known of each file'
 complete -c stowpocket -n '__fish_seen_subcommand_from remove' -f -a '(stowpocket list 2>/dev/null)'
 complete -c stowpocket -n '__fish_seen_subcommand_from clear show toggle quick-drop' -f
