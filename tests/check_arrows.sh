@@ -31,6 +31,7 @@ platform/linux/hotkeys: platform/linux/dbus platform/linux/input platform/linux/
 platform/linux/quickdrop: platform/linux/x11 intake services foundation
 platform/linux/drags: platform/linux/files platform/linux/session platform/linux/x11 platform/qt intake services foundation
 platform/linux/tray: platform/linux/dbus platform/linux/drags platform/linux/session platform/linux/x11 platform/qt presentation services foundation
+platform/linux/opening: platform/linux/dbus services foundation
 platform/linux/updates: platform/linux/files platform/linux/preferences platform/linux/session updates services foundation
 views/controls: platform/qt presentation services foundation
 views/controls/macos: views/controls platform/macos
@@ -41,7 +42,7 @@ views/onboarding: views/controls app presentation services foundation
 views: views/controls views/updates views/shelf views/settings views/onboarding platform/qt services
 main/linux: cli app presentation updates services foundation views views/controls views/updates platform/posix platform/qt
     platform/linux/appearance platform/linux/drags platform/linux/files platform/linux/hotkeys platform/linux/input
-    platform/linux/pictures platform/linux/preferences platform/linux/quickdrop platform/linux/session
+    platform/linux/opening platform/linux/pictures platform/linux/preferences platform/linux/quickdrop platform/linux/session
     platform/linux/tray platform/linux/updates platform/linux/x11
 main/macos: app intake services foundation views platform/macos platform/posix platform/qt
 '

@@ -8,6 +8,7 @@
 #include "services/FileManagerSelection.h"
 #include "services/Files.h"
 #include "services/Input.h"
+#include "services/Opening.h"
 #include "services/Windows.h"
 #include "shelf/ShelfViewModel.h"
 #include "updates/InstallerImageCleanup.h"
@@ -33,6 +34,7 @@ struct AppServices {
     Application& application;
     EventMonitors& eventMonitors;
     FileManagerSelection& fileManagerSelection;
+    FileOpener& opener;
     LoginItem& loginItem;
     Volumes& volumes;
     /// The one hotkey manager of the process, made when first asked for.

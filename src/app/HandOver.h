@@ -44,6 +44,7 @@ template <class Storage, class Desktop, class Updates>
         .application = held(desktop.application),
         .eventMonitors = held(desktop.eventMonitors),
         .fileManagerSelection = desktop.fileManagerSelection,
+        .opener = held(desktop.opener),
         .loginItem = held(desktop.loginItem),
         .volumes = held(desktop.volumes),
         .sharedHotkeyManager = [&desktop]() -> HotkeyManager& { return desktop.sharedHotkeyManager(); },

@@ -16,6 +16,7 @@ struct AppFixture : ShelfFixture {
     FakeEventMonitors eventMonitors;
     FakeHotkeyService hotkeyService;
     FakeSelection fileManagerSelection;
+    FakeFileOpener opener;
     FakeLoginItem loginItem;
     FakeVolumes volumes;
     std::optional<HotkeyManager> hotkeys;

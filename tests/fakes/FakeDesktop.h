@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "services/Opening.h"
 #include "services/StatusItem.h"
 #include "services/Windows.h"
 
@@ -127,6 +128,30 @@ private:
         auto view = std::make_unique<View>();
         latest = view.get();
         return view;
+    }
+};
+
+/// Keeps what it was last asked for, as the names of files.
+class FakeFileOpener : public FileOpener {
+public:
+    void open(std::span<const FileURL> files, Completion completion) override {
+        opened = namesOf(files);
+        completion(hasApplications);
+    }
+    void showInFolder(std::span<const FileURL> files) override { shown = namesOf(files); }
+    void preview(const FileURL& file) override { previewed = file.lastPathComponent(); }
+
+    bool hasApplications = true;
+    std::vector<std::string> opened;
+    std::vector<std::string> shown;
+    std::string previewed;
+
+private:
+    static std::vector<std::string> namesOf(std::span<const FileURL> files) {
+        std::vector<std::string> names;
+        for (const FileURL& file : files)
+            names.push_back(file.lastPathComponent());
+        return names;
     }
 };
 

@@ -20,7 +20,7 @@ CORE = ('foundation', 'services', 'platform/posix', 'shelf', 'intake', 'updates'
 
 # Each stands on those before it.
 FRAMEWORKS = ('CoreFoundation', 'CoreGraphics', 'Foundation', 'Carbon', 'AppKit', 'QuickLookThumbnailing',
-              'ServiceManagement', 'Sparkle')
+              'ServiceManagement', 'Sparkle', 'Quartz')
 
 # What cmake/Warnings.cmake asks of every target, and what concerns Objective-C.
 WARNINGS = '''-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Woverloaded-virtual

@@ -52,6 +52,7 @@ LinuxDesktop::LinuxDesktop(std::unique_ptr<X11Connection> x11, const CoreService
       popoverHost(*connection, fileDrag),
       eventMonitors(connection->raw(), [this](std::function<void()> work) { fileDrag.whenOver(std::move(work)); }),
       fileManagerSelection(core.dispatch, *connection),
+      opener(QDBusConnection::sessionBus()),
       loginItem(configHome(), ownExecutable()),
       colorScheme(QDBusConnection::sessionBus(), *connection,
                   [](bool isDark) { Theme::setAppearance(isDark ? Appearance::dark : Appearance::light); }),

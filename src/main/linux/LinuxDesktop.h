@@ -8,6 +8,7 @@
 #include "platform/linux/drags/X11IncomingDrops.h"
 #include "platform/linux/files/Mounts.h"
 #include "platform/linux/input/X11EventMonitors.h"
+#include "platform/linux/opening/DesktopFileOpener.h"
 #include "platform/linux/pictures/LinuxThumbnails.h"
 #include "platform/linux/pictures/LinuxWorkspaceIcons.h"
 #include "platform/linux/quickdrop/X11FileManagerSelection.h"
@@ -49,6 +50,7 @@ struct LinuxDesktop {
     X11PopoverHost popoverHost;
     X11EventMonitors eventMonitors;
     X11FileManagerSelection fileManagerSelection;
+    DesktopFileOpener opener;
     XdgLoginItem loginItem;
     MountInfoVolumes volumes;
     /// Made with the manager.

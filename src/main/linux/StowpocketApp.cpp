@@ -62,6 +62,11 @@ int runProgram(int argc, char** argv, const Command& command, const StartupToken
         }
     }
     QApplication application(argc, argv);
+    // The applications that files are opened with choose for themselves.
+    if (asked.isNull())
+        qunsetenv("QT_QPA_PLATFORM");
+    else
+        qputenv("QT_QPA_PLATFORM", asked);
     describe(application);
     // Its answer comes while the next ones are waited for.
     AccessibilityBusProbe accessibilityBus(QDBusConnection::sessionBus());

@@ -71,6 +71,7 @@ MacDesktop::MacDesktop(const CoreServices& coreServices)
       eventMonitors(makeMacEventMonitors()),
       scripts(makeAppleScriptService()),
       fileManagerSelection(*scripts),
+      opener(makeMacFileOpener()),
       loginItem(makeMacLoginItem()),
       volumes(makeMacVolumes()),
       hotkeyService(makeCarbonHotkeyService()),

@@ -61,6 +61,7 @@ struct MacDesktop {
     const std::unique_ptr<EventMonitors> eventMonitors;
     const std::unique_ptr<ScriptService> scripts;
     FinderSelection fileManagerSelection;
+    const std::unique_ptr<FileOpener> opener;
     const std::unique_ptr<LoginItem> loginItem;
     const std::unique_ptr<Volumes> volumes;
     const std::unique_ptr<HotkeyService> hotkeyService;

@@ -5,6 +5,7 @@
 #include "services/Files.h"
 #include "services/Input.h"
 #include "services/LoginItem.h"
+#include "services/Opening.h"
 #include "services/Pictures.h"
 #include "services/Processes.h"
 #include "services/UpdateFramework.h"
@@ -32,6 +33,9 @@ public:
 
 /// The main application's registration as a login item.
 [[nodiscard]] std::unique_ptr<LoginItem> makeMacLoginItem();
+
+/// Files opened by the workspace, previews in the system's panel.
+[[nodiscard]] std::unique_ptr<FileOpener> makeMacFileOpener();
 
 /// Runs scripts in AppleScript.
 [[nodiscard]] std::unique_ptr<ScriptService> makeAppleScriptService();

@@ -8,8 +8,8 @@
 namespace stowpocket {
 
 void callOnBus(const QDBusConnection& bus, const QDBusMessage& call, QObject& context,
-               std::function<void(const QDBusMessage& answer)> then) {
-    auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), &context);
+               std::function<void(const QDBusMessage& answer)> then, std::chrono::milliseconds limit) {
+    auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, static_cast<int>(limit.count())), &context);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &context, [watcher, then = std::move(then)] {
         watcher->deleteLater();
         then(watcher->reply());

@@ -4,6 +4,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 
+#include <chrono>
 #include <functional>
 
 class QObject;
@@ -11,9 +12,10 @@ class QObject;
 namespace stowpocket {
 
 /// Sends `call` without waiting. Runs `then` once with the answer, or with the error that came instead, unless
-/// `context` is gone by then.
+/// `context` is gone by then. No answer within the limit is an error.
 void callOnBus(const QDBusConnection& bus, const QDBusMessage& call, QObject& context,
-               std::function<void(const QDBusMessage& answer)> then);
+               std::function<void(const QDBusMessage& answer)> then,
+               std::chrono::milliseconds limit = std::chrono::seconds(25));
 
 /// A call of the message bus itself.
 [[nodiscard]] QDBusMessage busCall(const QString& method, const QVariantList& arguments);

@@ -10,10 +10,12 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSResponder : NSObject <NSCoding>
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
 - (nullable instancetype)initWithCoder:(NSCoder*)coder NS_DESIGNATED_INITIALIZER;
+@property(nullable, assign) NSResponder* nextResponder;
 @end
 @interface NSApplication : NSResponder
 @property(class, readonly, strong) NSApplication* sharedApplication;
 @property(nullable, readonly, strong) NSEvent* currentEvent;
+@property(nullable, readonly, weak) NSWindow* keyWindow;
 @property(readonly, strong) NSAppearance* effectiveAppearance SINCE(10.14);
 - (void)activateIgnoringOtherApps:(BOOL)ignoringOtherApps;
 - (void)terminate:(nullable id)sender;

@@ -36,6 +36,7 @@ static const NSWindowLevel NSFloatingWindowLevel = 3;
 - (void)makeKeyWindow;
 - (void)makeKeyAndOrderFront:(nullable id)sender;
 - (void)orderFrontRegardless;
+- (void)orderOut:(nullable id)sender;
 @end
 @interface NSScreen : NSObject
 @property(class, nullable, readonly, strong) NSScreen* mainScreen;

@@ -12,5 +12,7 @@ extern "C" NSNotificationName const NSWorkspaceDidUnmountNotification;
 @property(readonly, strong) NSNotificationCenter* notificationCenter;
 @property(readonly) BOOL accessibilityDisplayShouldReduceMotion SINCE(10.12);
 - (NSImage*)iconForFile:(NSString*)path;
+- (BOOL)openURL:(NSURL*)url;
+- (void)activateFileViewerSelectingURLs:(NSArray<NSURL*>*)fileURLs SINCE(10.6);
 @end
 NS_ASSUME_NONNULL_END

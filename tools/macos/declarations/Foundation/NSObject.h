@@ -29,6 +29,7 @@ typedef struct _NSZone NSZone;
 
 @protocol NSObject
 - (BOOL)isKindOfClass:(Class)cls;
+- (BOOL)isEqual:(nullable id)object;
 @end
 @protocol NSCopying
 - (id)copyWithZone:(nullable NSZone*)zone;
