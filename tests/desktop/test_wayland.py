@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
 """The program in a Wayland session, among windows that are no X11 windows."""
+import signal
 import unittest
 
 from case import DesktopTest
@@ -7,7 +8,7 @@ from drag import Drag
 from wayland_desktop import KwinDesktop, WaylandWindow
 from x_display import wait_for
 
-FREE = 300, 600
+FREE, HURRIED = (300, 600), (700, 300)
 
 
 class Kwin(DesktopTest):
@@ -25,7 +26,11 @@ class Kwin(DesktopTest):
         drag.over(FREE, lambda: x.active_window() != stowpocket.popover(), "the shelf to lose the keyboard")
         window.forget()
         drag.over(FREE, lambda: window.says("drag over it"), "the window to be dragged over once more")
+        # A hand that lets go while it still moves is faster than the dragged picture.
+        stowpocket.process.send_signal(signal.SIGSTOP)
+        x.point(*HURRIED)
         drag.release()
+        stowpocket.process.send_signal(signal.SIGCONT)
         window.wait_for(f"dropped {first.as_uri()}")
         self.desktop.picture("dropped")
         # KWin gives the keyboard to the window or back to the shelf; without it the shelf closes.

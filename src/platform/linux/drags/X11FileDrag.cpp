@@ -4,7 +4,6 @@
 #include "intake/FileLists.h"
 #include "platform/linux/x11/X11Connection.h"
 
-#include <QCoreApplication>
 #include <QDrag>
 #include <QMimeData>
 
@@ -16,9 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Targets ask within some 20 ms. Those that know the data already do not ask again, and wait for nothing either.
-constexpr auto longestDelay = 200ms;
-
 /// GTK 3 and Qt targets fetch the data only after the drop has ended, some of them after asking the user.
 constexpr auto keepingTime = 15s;
 /// How soon a drag with a missed end is noticed. The release of the button normally arrives within milliseconds.
@@ -29,52 +25,7 @@ constexpr auto settlingTime = 200ms;
 
 }  // namespace
 
-DropDelay::DropDelay() {
-    limit_.setSingleShot(true);
-    connect(&limit_, &QTimer::timeout, this, &DropDelay::releaseNow);
-}
-
-void DropDelay::begin() {
-    // The filter that was installed last sees an event first, and Qt installs its own when the drag starts.
-    isOn_ = true;
-    QTimer::singleShot(0, this, [this] {
-        if (isOn_)
-            QCoreApplication::instance()->installEventFilter(this);
-    });
-}
-
-void DropDelay::asked() {
-    if (release_)
-        limit_.start(0ms);
-}
-
-void DropDelay::end() {
-    isOn_ = false;
-    QCoreApplication::instance()->removeEventFilter(this);
-    limit_.stop();
-    release_.reset();
-}
-
-/// Movements after the release must not move the drop either.
-bool DropDelay::eventFilter(QObject* receiver, QEvent* event) {
-    if (release_)
-        return event->type() == QEvent::MouseMove;
-    if (event->type() != QEvent::MouseButtonRelease)
-        return false;
-    receiver_ = receiver;
-    release_.reset(event->clone());
-    limit_.start(longestDelay);
-    return true;
-}
-
-void DropDelay::releaseNow() {
-    QCoreApplication::instance()->removeEventFilter(this);
-    const std::unique_ptr<QEvent> release = std::move(release_);
-    if (release && receiver_)
-        QCoreApplication::sendEvent(receiver_, release.get());
-}
-
-X11FileDrag::X11FileDrag(const X11Connection& connection) : connection_(connection) {
+X11FileDrag::X11FileDrag(const X11Connection& connection) : connection_(connection), kwinDrop_(connection) {
     forgetting_.setSingleShot(true);
     QObject::connect(&forgetting_, &QTimer::timeout, [this] { uriList_.clear(); });
     settling_.setSingleShot(true);
@@ -100,10 +51,9 @@ void X11FileDrag::start(QWidget& source, const FileURL& file, const QPixmap& pic
     looking.start(lookInterval);
     looksWithoutButton_ = 0;
     isDragging_ = true;
-    if (isWaylandSession() && connection_.windowManagerName() == "KWin")
-        dropDelay_.begin();
+    kwinDrop_.begin();
     drag->exec(Qt::CopyAction, Qt::CopyAction);
-    dropDelay_.end();
+    kwinDrop_.end();
     isDragging_ = false;
     settling_.start(settlingTime);
     forgetting_.start(keepingTime);
@@ -146,7 +96,7 @@ bool X11FileDrag::answer(const xcb_selection_request_event_t& request) {
         return false;
     answerSelectionRequest(connection_.raw(), request, property);
     if (request.target == uriList)
-        dropDelay_.asked();
+        kwinDrop_.asked();
     return true;
 }
 

@@ -2,46 +2,18 @@
 #pragma once
 
 #include "foundation/FileURL.h"
+#include "platform/linux/drags/KwinDrop.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Events.h"
 
-#include <QEvent>
-#include <QObject>
 #include <QPixmap>
-#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
 #include <functional>
-#include <memory>
 #include <vector>
 
 namespace stowpocket {
-
-/// Delays the end of a drag until the target has asked for the data, or for a moment.
-/// KWin tells a Wayland target and this program of the release at the same time. If this program then reports the
-/// drop, and has delivered everything that was asked for so far, KWin ends the drag. A target that asks only then
-/// receives nothing, which happens if the desktop below was dragged over and asked before.
-class DropDelay : public QObject {
-public:
-    DropDelay();
-
-    /// Called before Qt runs the drag.
-    void begin();
-    /// The target has asked for the data.
-    void asked();
-    /// Called when the drag is over.
-    void end();
-
-private:
-    bool eventFilter(QObject* receiver, QEvent* event) override;
-    void releaseNow();
-
-    bool isOn_ = false;
-    QTimer limit_;
-    QPointer<QObject> receiver_;
-    std::unique_ptr<QEvent> release_;
-};
 
 /// Drags one file out to other programs, which may only copy it. No answer of theirs counts as proof that they did,
 /// so the file stays where it is. A drag that the server no longer knows is cancelled.
@@ -66,7 +38,7 @@ private:
     QByteArray uriList_;
     QTimer forgetting_;
     QTimer settling_;
-    DropDelay dropDelay_;
+    KwinDrop kwinDrop_;
     bool isDragging_ = false;
     /// How often in a row no button was found held.
     int looksWithoutButton_ = 0;
