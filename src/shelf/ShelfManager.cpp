@@ -186,14 +186,11 @@ void ShelfManager::setIsLoading(bool isLoading) {
 }
 
 void ShelfManager::removeItem(const UUID& id) {
-    const auto item = std::ranges::find(items_, id, &ShelfItem::id);
-    if (item == items_.end())
-        return;
-    const auto index = static_cast<std::size_t>(item - items_.begin());
-    endAccess(item->fileURL);
-    packThumbnail(id);
-    items_.erase(item);
-    commit({ShelfChange::Kind::removed, {index}});
+    removeItems({&id, 1});
+}
+
+void ShelfManager::removeItems(std::span<const UUID> ids) {
+    removeIf([&](const ShelfItem& item) { return std::ranges::find(ids, item.id) != ids.end(); });
 }
 
 void ShelfManager::clear() {
@@ -208,9 +205,13 @@ void ShelfManager::clear() {
 }
 
 void ShelfManager::removeMissingItems() {
+    removeIf([](const ShelfItem& item) { return !item.isAvailable; });
+}
+
+void ShelfManager::removeIf(const std::function<bool(const ShelfItem&)>& isUnwanted) {
     ShelfChange change{ShelfChange::Kind::removed, {}};
     for (std::size_t index = 0; index < items_.size(); ++index) {
-        if (items_[index].isAvailable)
+        if (!isUnwanted(items_[index]))
             continue;
         endAccess(items_[index].fileURL);
         packThumbnail(items_[index].id);
@@ -218,8 +219,13 @@ void ShelfManager::removeMissingItems() {
     }
     if (change.indexes.empty())
         return;
-    std::erase_if(items_, [](const ShelfItem& item) { return !item.isAvailable; });
+    erase(change.indexes);
     commit(change);
+}
+
+void ShelfManager::erase(const std::vector<std::size_t>& indexes) {
+    std::for_each(indexes.rbegin(), indexes.rend(),
+                  [this](std::size_t index) { items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index)); });
 }
 
 void ShelfManager::endAccess(const FileURL& url) {
@@ -286,8 +292,7 @@ void ShelfManager::applySearch(const std::vector<SearchAnswer>& answers) {
     requestThumbnails();
     if (removed.indexes.empty())
         return;
-    std::for_each(removed.indexes.rbegin(), removed.indexes.rend(),
-                  [this](std::size_t index) { items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index)); });
+    erase(removed.indexes);
     itemsChanged.emit(removed);
     services_.core.notifications.post(itemsChangedNotification);
 }

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -69,6 +70,8 @@ public:
     /// the background and appears later. Returns how many did not fit.
     int addFiles(std::span<const FileURL> urls);
     void removeItem(const UUID& id);
+    /// As one change.
+    void removeItems(std::span<const UUID> ids);
     void clear();
     /// Removes the items that the last check found missing.
     void removeMissingItems();
@@ -112,6 +115,8 @@ private:
     std::size_t append(std::vector<ShelfItem> built);
     void announceAdded(std::size_t first);
     void setIsLoading(bool isLoading);
+    void removeIf(const std::function<bool(const ShelfItem&)>& isUnwanted);
+    void erase(const std::vector<std::size_t>& indexes);
     void endAccess(const FileURL& url);
     void search(std::vector<UUID> ids);
     void applySearch(const std::vector<SearchAnswer>& answers);

@@ -55,7 +55,11 @@ void ShelfViewModel::addFileURLs(std::span<const FileURL> urls) {
 }
 
 void ShelfViewModel::removeItem(const UUID& id) {
-    shelfManager_->removeItem(id);
+    removeItems({&id, 1});
+}
+
+void ShelfViewModel::removeItems(std::span<const UUID> ids) {
+    shelfManager_->removeItems(ids);
     if (!isFull())
         setCapacityMessage(std::nullopt);
 }

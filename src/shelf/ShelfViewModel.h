@@ -23,6 +23,8 @@ public:
     /// Adds dropped files, and sets the message if some did not fit.
     void addFileURLs(std::span<const FileURL> urls);
     void removeItem(const UUID& id);
+    /// As one change.
+    void removeItems(std::span<const UUID> ids);
     /// Adds what was dropped once all of it has been loaded. Contents without a file are written to the spool folder
     /// first. Returns false and does nothing if the shelf is already full.
     [[nodiscard]] bool handleDrop(const std::vector<std::shared_ptr<ItemProvider>>& providers);
