@@ -30,6 +30,7 @@ public:
     [[nodiscard]] bool handleDrop(const std::vector<std::shared_ptr<ItemProvider>>& providers);
 
     [[nodiscard]] ShelfManager& shelfManager() const { return *shelfManager_; }
+    [[nodiscard]] FileManager& fileManager() const { return fileManager_; }
     [[nodiscard]] const std::optional<std::string>& capacityMessage() const { return capacityMessage_; }
     void setCapacityMessage(std::optional<std::string> message);
 
