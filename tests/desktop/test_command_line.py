@@ -75,8 +75,8 @@ class CommandLine(DesktopTest):
             self.assertEqual((answer.code, answer.err), (0, ""), example)
         self.assertEqual(sorted(file.read_text() for file in documents.iterdir()), names)
         staged = [f"{pictures}/{name}|" for name in (names[2], *names[:2])]
-        self.assertEqual((self.desktop.home / "xdg-open.words").read_text(), "".join(staged))
-        self.assertEqual((self.desktop.home / "xdg-email.words").read_text(), "".join("--attach|" + file for file in staged))
+        opened, attached = ((self.desktop.home / f"{name}.words").read_text() for name in ("xdg-open", "xdg-email"))
+        self.assertEqual((opened, attached), ("".join(staged), "".join("--attach|" + file for file in staged)))
         self.assertEqual([item["path"] for item in self.listed()], [str(pictures / name) for name in names[:2]])
 
     def test_verbs_open_and_close_the_shelf(self):
