@@ -55,6 +55,36 @@ wait "$first" "$second" "$third"
 ./two.AppImage
 [ "$(folders)" = 1 ] || fail "an old version stays"
 
+# A new version beside the one that it replaced. These images end without a word, as a program that crashes.
+on_trial() {
+    cp two.AppImage app.AppImage
+    cp one.AppImage app.AppImage.old
+    rm -f said .app.AppImage.started
+}
+on_trial
+./app.AppImage list
+./app.AppImage
+wait_for has_said '^two' 2
+./app.AppImage 'a b' 2>message
+has_said '^one.* a b$' 1 || fail "a version that ended at once runs again: $(cat said)"
+grep -q 'the one before it is back' message || fail "said: $(cat message)"
+cmp app.AppImage one.AppImage || fail "something else was taken back"
+[ ! -e app.AppImage.old ] || fail "the version before is there twice"
+[ ! -e .app.AppImage.started ] || fail "the mark stays"
+on_trial
+rm go
+./app.AppImage & first=$!
+wait_for has_said '^two' 1
+./app.AppImage & second=$!
+wait_for has_said '^two' 2
+touch go
+wait "$first" "$second"
+on_trial
+ln -f app.AppImage app.AppImage.old
+./app.AppImage
+./app.AppImage 2>message
+[ ! -s message ] || fail "the version in place was taken for a new one: $(cat message)"
+
 rm -r "$cache"
 sed -i -E 's/(two-[0-9a-f]{16}) 000/\1 999/' two.AppImage
 ! ./two.AppImage 2>message || fail "started without room"

@@ -3,6 +3,7 @@
 //   --appimage-offset     prints where that begins
 //   --appimage-extract    unpacks it into ./squashfs-root
 #include "SquashedFolder.h"
+#include "Trial.h"
 #include "UnpackedFolder.h"
 
 #include <elf.h>
@@ -65,6 +66,7 @@ int main(int argc, char** argv) {
             fail(image.file, problem);
         return EXIT_SUCCESS;
     }
+    beginTrial(image.file, argv);
     const std::string folder = unpackedFolder(image);
     provideFonts(folder);
     ::setenv("APPIMAGE", image.file.c_str(), 1);

@@ -9,6 +9,8 @@ namespace stowpocket {
 namespace {
 
 constexpr auto unchanged = " Nothing has been changed.";
+constexpr auto previousIsBack =
+    "The new version did not start or did not keep running, so the one before it is back.";
 
 std::string nameAndVersion(const UpdateStatus& status) {
     const AppcastItem& item = status.item;
@@ -35,6 +37,8 @@ std::string failureText(UpdateFailure failure) {
         return "There is not enough room on the disk.";
     case UpdateFailure::notWritable:
         return "The folder that the program is in cannot be changed by you.";
+    case UpdateFailure::didNotStay:
+        return previousIsBack;
     case UpdateFailure::other:
         break;
     }
@@ -102,7 +106,8 @@ UpdatePresentation presentationOf(const UpdateStatus& status) {
                 .onClose = UpdateChoice::later};
     case UpdateState::failed:
         return {.title = status.item.version.empty() ? "New versions could not be looked for" : "The update failed",
-                .message = failureText(status.failure.value_or(UpdateFailure::other)) + unchanged,
+                .message = failureText(status.failure.value_or(UpdateFailure::other)) +
+                           (status.failure == UpdateFailure::didNotStay ? "" : unchanged),
                 .buttons = fine,
                 .onClose = UpdateChoice::later};
     default:

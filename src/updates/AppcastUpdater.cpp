@@ -15,6 +15,8 @@ constexpr auto timeBetweenChecks = 24h;
 constexpr auto timeBetweenDueChecks = 1h;
 /// At the start of a session the network has better uses, and a program that has run this long works.
 constexpr auto timeToFirstCheck = 1min;
+/// The icon is there by then.
+constexpr auto timeToTellOfPreviousVersion = 1s;
 
 std::string infoOf(const MainBundle& bundle, std::string_view key) {
     const std::string* const text = bundle.infoString(key);
@@ -80,6 +82,8 @@ void AppcastUpdater::fail(UpdateFailure failure) {
 void AppcastUpdater::scheduleChecks() {
     if (!canCheck_)
         return;
+    previousVersion_ =
+        services_.core.dispatch.after(timeToTellOfPreviousVersion, [this] { tellOfPreviousVersion(); });
     firstCheck_ = services_.core.dispatch.after(timeToFirstCheck, [this] {
         forgetReplacedVersion();
         checkIfDue();
@@ -87,13 +91,22 @@ void AppcastUpdater::scheduleChecks() {
     dueChecks_ = services_.core.dispatch.every(timeBetweenDueChecks, [this] { checkIfDue(); });
 }
 
-/// The file of the previous version is kept until this one has run for a while, in case this one is broken.
-void AppcastUpdater::forgetReplacedVersion() {
+/// The newer version that was installed is not the one that runs: it is offered again only when the user asks.
+void AppcastUpdater::tellOfPreviousVersion() {
     const std::string installed = services_.core.preferences.string(installedVersionKey);
-    if (installed.empty())
+    if (status_.state != UpdateState::idle || compareVersions(installed, status_.runningVersion) <= 0)
         return;
-    if (installed == status_.runningVersion)
-        services_.transport.removeReplaced();
+    services_.core.preferences.removeValue(installedVersionKey);
+    services_.core.preferences.setValue(skippedVersionKey, installed);
+    status_.item.version = installed;
+    isShown_ = true;
+    fail(UpdateFailure::didNotStay);
+}
+
+/// The file of the previous version is kept until this one has run for a while, in case this one is broken. It goes
+/// also where a crash kept the installation from being noted.
+void AppcastUpdater::forgetReplacedVersion() {
+    services_.transport.removeReplaced();
     services_.core.preferences.removeValue(installedVersionKey);
 }
 

@@ -59,6 +59,7 @@ private:
     void scheduleChecks();
     void checkIfDue();
     [[nodiscard]] bool isCheckDue() const;
+    void tellOfPreviousVersion();
     void forgetReplacedVersion();
 
     void check();
@@ -78,6 +79,7 @@ private:
     bool canCheck_ = false;
     Signal<bool> canCheckChanged_;
     Subscription choices_;
+    std::unique_ptr<ScheduledWork> previousVersion_;
     std::unique_ptr<ScheduledWork> firstCheck_;
     std::unique_ptr<ScheduledWork> dueChecks_;
 };

@@ -23,6 +23,7 @@ enum class UpdateFailure {
     notForThisMachine,  ///< the file is no program for this machine
     diskFull,
     notWritable,  ///< the program's folder or file may not be changed
+    didNotStay,   ///< the new version did not start, or ended at once, so that the one before it is back
     other,
 };
 
@@ -51,7 +52,7 @@ public:
 
     /// Removes the downloaded file, complete or not.
     virtual void discardDownload() = 0;
-    /// Removes the file of the version that was replaced.
+    /// Removes the file of the version that was replaced, if there is one.
     virtual void removeReplaced() = 0;
 };
 

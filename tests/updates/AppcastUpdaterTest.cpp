@@ -88,7 +88,7 @@ TEST_F(AppcastUpdaterTest, looksOnceADayAndFetchesButNeverInstallsUnasked) {
     dispatch.advance(59s);
     EXPECT_EQ(done(), CallLog());
     dispatch.advance(1s);
-    EXPECT_EQ(done(), CallLog{"list feed key"});
+    EXPECT_EQ(done(), (CallLog{"remove replaced", "list feed key"}));
     worker.listDone(UpdateFailure::unreachable);
     EXPECT_EQ(title(), "") << "in silence";
     dispatch.advance(1h);
@@ -163,11 +163,24 @@ TEST_F(AppcastUpdaterTest, theReplacedVersionGoesOnceTheNewOneHasRun) {
     EXPECT_EQ(done(), CallLog());
     dispatch.advance(24h);
     EXPECT_EQ(done(), CallLog{"remove replaced"});
+    EXPECT_FALSE(preferences.value(installedVersionKey));
+}
+
+TEST_F(AppcastUpdaterTest, aVersionThatWasTakenBackIsToldOfOnceAndNoMoreInstalledUnasked) {
     preferences.setValue(installedVersionKey, "2.1");
     start();
+    dispatch.advance(1s);
+    EXPECT_EQ(title(), "The update failed");
+    EXPECT_TRUE(presentationOf(*window.shown).message.ends_with("so the one before it is back."));
+    EXPECT_EQ(window.timesInFront, 0);
+    window.choices.emit(UpdateChoice::later);
     dispatch.advance(1min);
-    EXPECT_EQ(done(), CallLog()) << "somebody went back to the older version";
-    EXPECT_FALSE(preferences.value(installedVersionKey));
+    answerWith("2.1");
+    EXPECT_EQ(title(), "");
+    EXPECT_EQ(done().back(), "list feed key");
+    start();
+    dispatch.advance(1s);
+    EXPECT_EQ(title(), "");
 }
 
 TEST_F(AppcastUpdaterTest, withoutAFeedThereIsNothingToDo) {

@@ -117,6 +117,7 @@ int main(int argc, char** argv) {
     if (command->verb != Verb::open)
         return runCommand(argc, argv, *command, tokens);
     bool isRestartAsked = false;
+    tellEndInOrder();
     const int exitCode = runProgram(argc, argv, *command, tokens, isRestartAsked);
     return isRestartAsked ? becomeReplaced(ownExecutable()) : exitCode;
 }

@@ -132,6 +132,7 @@ std::optional<UpdateFailure> check(int descriptor, const SignedFile& expected) {
 std::optional<UpdateFailure> exchange(const std::string& download, const std::string& target, int checked) {
     const std::string replaced = replacedPath(target);
     ::unlink(replaced.c_str());
+    ::unlink(startedPath(target).c_str());
     const bool isLinked = ::link(target.c_str(), replaced.c_str()) == 0;
     if (!isLinked && std::rename(target.c_str(), replaced.c_str()) != 0)
         return failureOfErrno(errno);

@@ -44,15 +44,31 @@ void execute(const std::string& program) {
     ::execl(program.c_str(), program.c_str(), nullptr);
 }
 
+std::string hiddenPath(const std::string& program, const char* ending) {
+    const std::string target = linkTarget(program);
+    return parentFolder(target) + "/." + target.substr(target.rfind('/') + 1) + ending;
+}
+
 }  // namespace
 
 std::string downloadPath(const std::string& program) {
-    const std::string target = linkTarget(program);
-    return parentFolder(target) + "/." + target.substr(target.rfind('/') + 1) + ".download";
+    return hiddenPath(program, ".download");
 }
 
 std::string replacedPath(const std::string& program) {
     return linkTarget(program) + ".old";
+}
+
+std::string startedPath(const std::string& program) {
+    return hiddenPath(program, ".started");
+}
+
+void tellEndInOrder() {
+    // Qt calls exit() when the X server ends.
+    std::atexit([] {
+        if (const std::optional<std::string> image = runningAppImage())
+            ::unlink(startedPath(*image).c_str());
+    });
 }
 
 int becomeReplaced(const std::string& program) {

@@ -21,6 +21,12 @@ namespace stowpocket {
 /// Where a newer version of the program whose file is `program` waits, and where the replaced one is kept.
 [[nodiscard]] std::string downloadPath(const std::string& program);
 [[nodiscard]] std::string replacedPath(const std::string& program);
+/// The mark that an AppImage which has just replaced another leaves when it starts. Where it is still there at the next
+/// start, the replaced one takes its place again.
+[[nodiscard]] std::string startedPath(const std::string& program);
+
+/// Removes that mark when this process ends in order.
+void tellEndInOrder();
 
 /// Runs `program`, which was replaced by a newer version, in the place of this process; the old version again where
 /// the new one cannot be started. Answers an exit code when neither can. Called at the very end of main().

@@ -155,6 +155,7 @@ Outcome install(const Arguments& arguments) {
 
 Outcome removeReplaced(const std::string& program) {
     ::unlink(replacedPath(program).c_str());
+    ::unlink(startedPath(program).c_str());
     return std::nullopt;
 }
 
