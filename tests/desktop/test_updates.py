@@ -1,66 +1,207 @@
 # SPDX-License-Identifier: MIT
-"""The check for updates that the user asks for in the settings, against a feed on this machine."""
+"""From one AppImage to the next, by what scripts/release writes and a server on this machine.
+
+Both are of the build that is tested, with the libraries of this machine; they differ in their information lists.
+"""
+import os
 import plistlib
-import re
+import resource
 import shutil
-import sys
+import signal
+import struct
+import subprocess
+import threading
 import unittest
+from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
 from pathlib import Path
 
 from case import DesktopTest
 from peers import start_panel
-from stowpocket import PROGRAM, Stowpocket
+from private_desktop import children_of
+from stowpocket import PROGRAM, PROJECT, Stowpocket
 from x_display import wait_for
 
-ITEM = """<item><s:version>{}</s:version><link>https://stowpocket.example/download</link>
-<description>What is new</description><enclosure url="https://stowpocket.example/stowpocket.AppImage" length="1"
-type="application/octet-stream" s:os="linux" s:edSignature=""/></item>"""
-FEED = '<rss version="2.0" xmlns:s="http://www.andymatuschak.org/xml-namespaces/sparkle"><channel>{}</channel></rss>'
+BUILT = Path(PROGRAM).resolve().parents[1]
+IMAGE = "next.AppImage"
+
+
+class Server(ThreadingHTTPServer):
+    """Serves `files`, by name. While it is `stuck`, files of some size break off in the middle and never end."""
+
+    def __init__(self):
+        super().__init__(("127.0.0.1", 0), Answer)
+        self.files, self.stuck, self.goes_on = {}, False, threading.Event()
+        self.url = f"http://127.0.0.1:{self.server_port}"
+        threading.Thread(target=self.serve_forever, daemon=True).start()
+
+    def __exit__(self, *_):
+        self.goes_on.set()
+        self.shutdown()
+        self.server_close()
+
+
+class Answer(BaseHTTPRequestHandler):
+    def do_GET(self):  # pylint: disable=invalid-name
+        body = self.server.files.get(self.path.strip("/"))
+        self.send_response(404 if body is None else 200)
+        body = body or b""
+        self.send_header("Content-Length", str(len(body)))
+        self.end_headers()
+        if self.server.stuck and len(body) > 100000:
+            self.wfile.write(body[:len(body) // 2])
+            self.server.goes_on.wait()
+        else:
+            self.wfile.write(body)
+
+    def log_message(self, *_):  # pylint: disable=arguments-differ
+        pass
 
 
 class Updates(DesktopTest):
-    def serve(self):
-        """Has a web server show the folder that the feed is in; its address."""
-        self.feed = self.desktop.folder("feed") / "appcast.xml"
-        self.desktop.start(sys.executable, "-u", "-m", "http.server", "--bind", "127.0.0.1",
-                           "--directory", str(self.feed.parent), "0")
-        log = self.desktop.logs / f"{Path(sys.executable).name}.log"
-        return wait_for(lambda: re.search(r"http://127\.0\.0\.1:\d+/", log.read_text()), "the web server").group()
+    def setUp(self):
+        super().setUp()
+        self.server = self.enterContext(Server())
+        self.makers, self.public = self.key("makers")
+        self.apps = self.desktop.folder("apps", 0)
+        self.app = self.apps / "stowpocket.AppImage"
+        self.image("0.1.0", self.app)
+        self.old = self.app.read_bytes()
+
+    def release(self, *words):
+        return subprocess.run([PROJECT / "scripts/release", *words], check=True, capture_output=True).stdout
+
+    def key(self, name):
+        """A new key, and its public half."""
+        file = self.desktop.home / f"{name}.pem"
+        return file, self.release("key", file).split()[0].decode()
+
+    def image(self, version, file, starts=None):
+        """Makes an AppImage of the program, or of the script `starts`."""
+        folder = self.desktop.home / "AppDir"
+        for path in ("bin/stowpocket", "libexec/stowpocket/stowpocket-updater"):
+            (folder / path).parent.mkdir(parents=True, exist_ok=True)
+            subprocess.run(["strip", "-o", folder / path, BUILT / path], check=True)
+        shutil.copytree(BUILT / "share", folder / "share")
+        information = folder / "share/stowpocket/Info.plist"
+        information.write_bytes(plistlib.dumps(plistlib.loads(information.read_bytes()) | {
+            "SUFeedURL": f"{self.server.url}/appcast.xml", "SUPublicEDKey": self.public,
+            "CFBundleVersion": version, "CFBundleShortVersionString": version}))
+        if starts:
+            (folder / "AppRun").write_text(starts)
+            (folder / "AppRun").chmod(0o755)
+        else:
+            (folder / "AppRun").symlink_to("bin/stowpocket")
+        packaging = "packaging/appimage"
+        subprocess.run([PROJECT / packaging / "assemble", BUILT / packaging / "stowpocket_runtime", folder,
+                        f"stowpocket-{version}", file], check=True)
+        shutil.rmtree(folder)
+
+    def publish(self, version, key=None):
+        """Puts the next image on the server as this version."""
+        image = self.desktop.home / IMAGE
+        self.server.files = {
+            IMAGE: image.read_bytes(),
+            "appcast.xml": self.release("list", key or self.makers, self.server.url, version, image)}
+
+    def run_program(self, *files):
+        start_panel(self.desktop, "trayer")
+        self.stowpocket = Stowpocket(self.desktop, *files, program=self.app)
+        return self.stowpocket
+
+    def check(self, says):
+        """Asks for newer versions; the answer begins with `says`."""
+        if not self.stowpocket.shown("Check for Updates…"):
+            self.stowpocket.open_settings()
+            self.stowpocket.press("About")
+        self.stowpocket.press("Check for Updates…")
+        self.stowpocket.wait_for_shown(says)
 
     def install(self):
-        """Puts the program, its helper and its information list into a folder of their own."""
-        built, installed = Path(PROGRAM).resolve().parents[1], self.desktop.home / "installed"
-        for path in ("bin/stowpocket", "libexec/stowpocket/stowpocket-updater", "share/stowpocket/Info.plist"):
-            (installed / path).parent.mkdir(parents=True, exist_ok=True)
-            shutil.copy(built / path, installed / path)
-        information = installed / "share/stowpocket/Info.plist"
-        address = self.serve() + self.feed.name
-        information.write_bytes(plistlib.dumps(plistlib.loads(information.read_bytes()) | {"SUFeedURL": address}))
-        return installed / "bin/stowpocket"
+        self.check("stowpocket 0.2.0 is available")
+        self.stowpocket.press("Install")
 
-    def test_check_that_is_asked_for(self):
-        start_panel(self.desktop, "trayer")
-        stowpocket = self.stowpocket = Stowpocket(self.desktop, program=self.install())
-        stowpocket.open_settings()
-        stowpocket.press("About")
-        for feed in None, FEED.format(""):
-            if feed:
-                self.feed.write_text(feed)
-            stowpocket.press("Check for Updates…")
-            alert = stowpocket.wait_for_shown("You're up to date!")
-            stowpocket.wait_for_shown("stowpocket 0.1.0 is the latest version.")
-            stowpocket.press("OK")
-            wait_for(lambda: not stowpocket.shown("You're up to date!"), f"the alert to go, {alert.name}")
+    def refuse(self, says, leaves=()):
+        """Expects the update to end with these words and to have changed nothing."""
+        self.stowpocket.wait_for_shown(says)
+        self.desktop.picture("refused")
+        self.stowpocket.press("OK")
+        wait_for(lambda: not self.stowpocket.shown(says), f'"{says}" to go')
+        self.expect_old(leaves)
 
-        self.feed.write_text(FEED.format(ITEM.format("9.0")))
-        stowpocket.press("Check for Updates…")
-        stowpocket.wait_for_shown("stowpocket 9.0 is available")
-        self.desktop.picture("update")
-        stowpocket.press("Later")
-        wait_for(lambda: not stowpocket.shown("stowpocket 9.0 is available"), "the window to close")
+    def expect_old(self, leaves=()):
+        wait_for(lambda: sorted(os.listdir(self.apps)) == sorted([*leaves, self.app.name]), "the folder to be tidy")
+        self.assertEqual(self.app.read_bytes(), self.old)
 
-        stowpocket.press("Automatically download updates")
-        wait_for(lambda: stowpocket.preferences().get("SUAutomaticallyUpdate") is False, "the choice on the disk")
+    def test_whatever_goes_wrong_leaves_the_old_version_until_the_new_one_runs(self):
+        papers = self.desktop.folder("papers", 1)
+        stowpocket = self.run_program(*papers.iterdir())
+        self.image("0.2.0", self.desktop.home / IMAGE)
+        self.check("You're up to date!")
+        self.refuse("stowpocket 0.1.0 is the latest version.")
+        self.publish("0.0.9")
+        self.check("You're up to date!")
+        self.refuse("stowpocket 0.1.0 is the latest version.")
+        self.publish("0.2.0", self.key("others")[0])
+        self.check("New versions could not be looked for")
+        self.refuse("The list of versions on the server is not signed by the makers")
+
+        self.publish("0.2.0")
+        signed = self.server.files[IMAGE]
+        self.server.files[IMAGE] = signed[:-1] + bytes([signed[-1] ^ 1])
+        self.install()
+        self.refuse("The file on the server is not signed by the makers")
+        self.server.files[IMAGE] = signed
+        unlimited = resource.prlimit(stowpocket.process.pid, resource.RLIMIT_FSIZE, (100000, resource.RLIM_INFINITY))
+        self.install()
+        self.refuse("There is not enough room on the disk.")
+        resource.prlimit(stowpocket.process.pid, resource.RLIMIT_FSIZE, unlimited)
+
+        self.server.stuck = True
+        download = f".{self.app.name}.download"
+        for victim in "helper", "program":
+            self.install()
+            stowpocket.wait_for_shown("Downloading stowpocket 0.2.0")
+            wait_for((self.apps / download).exists, "the download")
+            if victim == "helper":
+                for helper in children_of(stowpocket.process.pid):
+                    os.kill(helper, signal.SIGKILL)
+                self.refuse("The update did not succeed. Nothing has been changed.", [download])
+            else:
+                stowpocket.end(signal.SIGKILL)
+                self.expect_old([download])
+                stowpocket.start()
+        self.server.stuck = False
+
+        self.install()
+        wait_for(lambda: self.app.read_bytes() == signed, "the new version to be in its place")
+        wait_for(lambda: stowpocket.preferences().get("SUInstalledVersion"), "the old one to end")
+        stowpocket.icon()
+        self.check("stowpocket 0.2.0 is the latest version.")
+        stowpocket.wait_for_shown("Version 0.2.0")
+        self.desktop.picture("updated")
+        self.assertEqual(stowpocket.filenames(), [file.name for file in papers.iterdir()])
+        self.assertEqual((self.apps / f"{self.app.name}.old").read_bytes(), self.old)
+        stowpocket.end()
+        stowpocket.start()
+        self.assertEqual(self.app.read_bytes(), signed)
+
+    def test_version_that_does_not_stay_is_taken_back(self):
+        stowpocket = self.run_program(*self.desktop.folder("papers", 1).iterdir())
+        next_image = self.desktop.home / IMAGE
+        self.image("0.2.0", next_image, "#!/bin/sh\nexit 1\n")
+        self.publish("0.2.0")
+        self.install()
+        self.assertEqual(stowpocket.process.wait(30), 1)
+        self.assertNotEqual(self.app.read_bytes(), self.old)
+        stowpocket.start()
+        self.refuse("The new version did not start or did not keep running")
+        self.assertEqual(len(stowpocket.filenames()), 1)
+
+        with open(PROGRAM, "rb") as program:
+            next_image.write_bytes(program.read(32) + struct.pack("<Q", 0) * 1000)
+        self.publish("0.2.0")
+        self.install()
+        self.refuse("The new version did not start or did not keep running")
 
 
 if __name__ == "__main__":
