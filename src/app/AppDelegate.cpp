@@ -48,7 +48,8 @@ void AppDelegate::applicationDidFinishLaunching() {
     auto manager = ShelfManager::make(services_.shelf);
     manager->load();
     manager->requestThumbnails();
-    shelfViewModel_ = ShelfViewModel::make(manager, services_.core.files, services_.core.dispatch);
+    shelfViewModel_ =
+        ShelfViewModel::make(manager, services_.core.files, services_.core.dispatch, services_.clipboard);
     setUpStatusItem();
     setUpPopover();
     setUpObservers();

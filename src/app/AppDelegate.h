@@ -4,6 +4,7 @@
 #include "app/HotkeyManager.h"
 #include "app/Settings.h"
 #include "intake/StatusItemDrop.h"
+#include "services/Clipboard.h"
 #include "services/Dispatch.h"
 #include "services/FileManagerSelection.h"
 #include "services/Files.h"
@@ -33,6 +34,7 @@ struct AppServices {
     ViewFactory& views;
     Application& application;
     EventMonitors& eventMonitors;
+    Clipboard& clipboard;
     FileManagerSelection& fileManagerSelection;
     FileOpener& opener;
     LoginItem& loginItem;

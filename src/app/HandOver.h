@@ -43,6 +43,7 @@ template <class Storage, class Desktop, class Updates>
         .views = desktop.views,
         .application = held(desktop.application),
         .eventMonitors = held(desktop.eventMonitors),
+        .clipboard = held(desktop.clipboard),
         .fileManagerSelection = desktop.fileManagerSelection,
         .opener = held(desktop.opener),
         .loginItem = held(desktop.loginItem),

@@ -46,6 +46,19 @@ std::string uriListOf(const std::vector<FileURL>& files) {
     return text;
 }
 
+std::vector<ClipboardForm> clipboardFormsOf(const std::vector<FileURL>& files) {
+    std::string copied = "copy";
+    std::string paths;
+    for (const FileURL& file : files) {
+        copied += "\n" + file.string();
+        paths += (paths.empty() ? "" : "\n") + file.path();
+    }
+    return {{"text/uri-list", uriListOf(files)},
+            {"x-special/gnome-copied-files", std::move(copied)},
+            {"application/x-kde-cutselection", "0"},
+            {"text/plain", std::move(paths)}};
+}
+
 std::vector<FileURL> FinderSelection::selectedFiles() const {
     std::vector<FileURL> files;
     const std::unique_ptr<Script> script = scripts_.makeScript(selectionScript);

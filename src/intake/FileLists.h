@@ -17,6 +17,17 @@ namespace stowpocket {
 /// Writes the same format, one URL per line.
 [[nodiscard]] std::string uriListOf(const std::vector<FileURL>& files);
 
+/// One form of data that another program may fetch from the clipboard, by the name of its type.
+struct ClipboardForm {
+    std::string type;
+    std::string bytes;
+    friend bool operator==(const ClipboardForm&, const ClipboardForm&) = default;
+};
+
+/// The forms in which Linux desktops exchange files: a list of URLs, the lists of the file managers, which also say
+/// that nothing is to be moved, and the paths for everything else.
+[[nodiscard]] std::vector<ClipboardForm> clipboardFormsOf(const std::vector<FileURL>& files);
+
 /// The Finder's selection, read by a script. Any failure yields an empty selection. Main thread, which waits for the
 /// script.
 class FinderSelection : public FileManagerSelection {

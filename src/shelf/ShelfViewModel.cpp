@@ -5,6 +5,8 @@
 #include "services/MainBundle.h"
 #include "shelf/ArrivingFiles.h"
 
+#include <algorithm>
+
 namespace stowpocket {
 namespace {
 
@@ -37,8 +39,10 @@ void loadContents(ItemProvider& provider, const std::shared_ptr<ArrivingFiles>& 
 }  // namespace
 
 std::shared_ptr<ShelfViewModel> ShelfViewModel::make(std::shared_ptr<ShelfManager> shelfManager,
-                                                     FileManager& fileManager, Dispatch& dispatch) {
-    return std::shared_ptr<ShelfViewModel>(new ShelfViewModel(std::move(shelfManager), fileManager, dispatch));
+                                                     FileManager& fileManager, Dispatch& dispatch,
+                                                     Clipboard& clipboard) {
+    return std::shared_ptr<ShelfViewModel>(
+        new ShelfViewModel(std::move(shelfManager), fileManager, dispatch, clipboard));
 }
 
 bool ShelfViewModel::isFull() const {
@@ -81,6 +85,37 @@ bool ShelfViewModel::handleDrop(const std::vector<std::shared_ptr<ItemProvider>>
             self->addFileURLs(files);
     });
     return true;
+}
+
+std::vector<FileURL> ShelfViewModel::availableFiles(std::span<const UUID> ids) const {
+    std::vector<FileURL> files;
+    for (const ShelfItem& item : shelfManager_->items()) {
+        if (item.isAvailable && std::ranges::find(ids, item.id) != ids.end())
+            files.push_back(item.fileURL);
+    }
+    return files;
+}
+
+void ShelfViewModel::copyFiles(std::span<const UUID> ids) {
+    const std::vector<FileURL> files = availableFiles(ids);
+    if (!files.empty())
+        clipboard_.copyFiles(files);
+}
+
+void ShelfViewModel::copyPaths(std::span<const UUID> ids) {
+    std::string lines;
+    for (const FileURL& file : availableFiles(ids))
+        lines += (lines.empty() ? "" : "\n") + file.path();
+    if (!lines.empty())
+        clipboard_.copyText(lines);
+}
+
+void ShelfViewModel::paste() {
+    clipboard_.read([weak = weak_from_this()](const std::vector<std::shared_ptr<ItemProvider>>& providers) {
+        const auto self = weak.lock();
+        if (self && !providers.empty())
+            static_cast<void>(self->handleDrop(providers));
+    });
 }
 
 void ShelfViewModel::setCapacityMessage(std::optional<std::string> message) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "services/Clipboard.h"
 #include "services/Dragging.h"
 #include "shelf/ShelfManager.h"
 
@@ -18,7 +19,8 @@ class ShelfViewModel : public std::enable_shared_from_this<ShelfViewModel> {
 public:
     /// `services` are those of the manager.
     [[nodiscard]] static std::shared_ptr<ShelfViewModel> make(std::shared_ptr<ShelfManager> shelfManager,
-                                                              FileManager& fileManager, Dispatch& dispatch);
+                                                              FileManager& fileManager, Dispatch& dispatch,
+                                                              Clipboard& clipboard);
 
     /// Adds dropped files, and sets the message if some did not fit.
     void addFileURLs(std::span<const FileURL> urls);
@@ -29,6 +31,14 @@ public:
     /// first. Returns false and does nothing if the shelf is already full.
     [[nodiscard]] bool handleDrop(const std::vector<std::shared_ptr<ItemProvider>>& providers);
 
+    /// Puts the files of these items on the clipboard, in the order of the shelf and without missing ones. Leaves the
+    /// clipboard alone if no file is left.
+    void copyFiles(std::span<const UUID> ids);
+    /// The same with their paths as text, one a line.
+    void copyPaths(std::span<const UUID> ids);
+    /// Adds what is on the clipboard as a drop of it would.
+    void paste();
+
     [[nodiscard]] ShelfManager& shelfManager() const { return *shelfManager_; }
     [[nodiscard]] FileManager& fileManager() const { return fileManager_; }
     [[nodiscard]] const std::optional<std::string>& capacityMessage() const { return capacityMessage_; }
@@ -37,14 +47,20 @@ public:
     Signal<> capacityMessageChanged;
 
 private:
-    ShelfViewModel(std::shared_ptr<ShelfManager> shelfManager, FileManager& fileManager, Dispatch& dispatch)
-        : shelfManager_(std::move(shelfManager)), fileManager_(fileManager), dispatch_(dispatch) {}
+    ShelfViewModel(std::shared_ptr<ShelfManager> shelfManager, FileManager& fileManager, Dispatch& dispatch,
+                   Clipboard& clipboard)
+        : shelfManager_(std::move(shelfManager)),
+          fileManager_(fileManager),
+          dispatch_(dispatch),
+          clipboard_(clipboard) {}
 
     [[nodiscard]] bool isFull() const;
+    [[nodiscard]] std::vector<FileURL> availableFiles(std::span<const UUID> ids) const;
 
     const std::shared_ptr<ShelfManager> shelfManager_;
     FileManager& fileManager_;
     Dispatch& dispatch_;
+    Clipboard& clipboard_;
     std::optional<std::string> capacityMessage_;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "fakes/FakeClipboard.h"
 #include "fakes/FakeCore.h"
 #include "fakes/FakePictures.h"
 #include "shelf/ShelfViewModel.h"
@@ -12,12 +13,13 @@ struct ShelfFixture : FakeCore {
     FakeThumbnails thumbnails;
     FakeIcons icons;
     FakeScreen screen;
+    FakeClipboard clipboard;
     ShelfServices services{core, files, thumbnails, icons, screen};
 
     int posts = 0;
     Subscription observer = notifications.observe(itemsChangedNotification, [this] { ++posts; });
     std::shared_ptr<ShelfManager> manager = ShelfManager::make(services);
-    std::shared_ptr<ShelfViewModel> viewModel = ShelfViewModel::make(manager, files, dispatch);
+    std::shared_ptr<ShelfViewModel> viewModel = ShelfViewModel::make(manager, files, dispatch, clipboard);
 
     /// Files "/files/<first>.txt" and on, which exist.
     std::vector<FileURL> makeFiles(int count, int first = 0) {
@@ -53,7 +55,7 @@ struct ShelfFixture : FakeCore {
     /// A new manager on what is stored, as at the next start.
     void restart() {
         manager = ShelfManager::make(services);
-        viewModel = ShelfViewModel::make(manager, files, dispatch);
+        viewModel = ShelfViewModel::make(manager, files, dispatch, clipboard);
         manager->load();
     }
 };

@@ -111,7 +111,8 @@ TEST(UriListTest, takesTheLocalFilesInOrder) {
     EXPECT_EQ(uriListOf(filesOfUriList(text, "Desk")), "file:///one\r\nfile:///three\r\nfile:///six\r\n");
     EXPECT_EQ(uriListOf(filesOfUriList("file:///a\0"s, "")), "file:///a\r\n");
     const std::vector<FileURL> files{*FileURL::fromPath("/a\nb"), *FileURL::fromPath("/\xFF #1")};
-    EXPECT_EQ(filesOfUriList(uriListOf(files), ""), files);
+    for (const std::size_t form : {0U, 1U})
+        EXPECT_EQ(filesOfUriList(clipboardFormsOf(files)[form].bytes, ""), files);
 }
 
 }  // namespace

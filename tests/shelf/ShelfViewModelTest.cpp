@@ -109,5 +109,26 @@ TEST_F(ShelfViewModelTest, keepsTheDropAliveUntilItHasLoadedAndDropsItWithTheMod
     EXPECT_TRUE(manager->items().empty());
 }
 
+TEST_F(ShelfViewModelTest, copiesWhatIsThereAndPastesAsADropWould) {
+    addFiles(3);
+    loseFile(1);
+    std::vector<UUID> ids;
+    for (const ShelfItem& item : manager->items())
+        ids.insert(ids.begin(), item.id);
+    viewModel->copyFiles(ids);
+    viewModel->copyPaths(ids);
+    EXPECT_EQ(clipboard.files, (std::vector{manager->items()[0].fileURL, manager->items()[2].fileURL}));
+    EXPECT_EQ(clipboard.text, "/files/0.txt\n/files/2.txt");
+    viewModel->copyFiles(std::vector{ids[1]});
+    EXPECT_EQ(clipboard.files.size(), 2U) << "nothing to copy leaves the clipboard alone";
+
+    const auto pasted = FakeItemProvider::withURL("file:///pasted");
+    clipboard.content = {pasted};
+    viewModel->paste();
+    pasted->finish();
+    dispatch.runAll();
+    EXPECT_EQ(names().back(), "pasted");
+}
+
 }  // namespace
 }  // namespace stowpocket

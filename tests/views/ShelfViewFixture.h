@@ -40,7 +40,7 @@ public:
 struct ShelfViewFixture : ShelfFixture {
     ShelfViewFixture() {
         manager = ShelfManager::make({core, files, thumbnails, painted, screen});
-        viewModel = ShelfViewModel::make(manager, files, dispatch);
+        viewModel = ShelfViewModel::make(manager, files, dispatch, clipboard);
     }
 
     /// Adds a file of that name and size, and answers its path.

@@ -49,6 +49,7 @@ LinuxDesktop::LinuxDesktop(std::unique_ptr<X11Connection> x11, const CoreService
       drops(*connection, core.dispatch, directSaves),
       statusBar(*connection, paintSymbol, drops, [this] { iconStands.occur(); }),
       fileDrag(*connection),
+      clipboard(core.dispatch),
       popoverHost(*connection, fileDrag),
       eventMonitors(connection->raw(), [this](std::function<void()> work) { fileDrag.whenOver(std::move(work)); }),
       fileManagerSelection(core.dispatch, *connection),

@@ -4,6 +4,7 @@
 #include "app/AppDelegate.h"
 #include "platform/linux/appearance/ColorScheme.h"
 #include "platform/linux/drags/DirectSaves.h"
+#include "platform/linux/drags/X11Clipboard.h"
 #include "platform/linux/drags/X11FileDrag.h"
 #include "platform/linux/drags/X11IncomingDrops.h"
 #include "platform/linux/files/Mounts.h"
@@ -47,6 +48,7 @@ struct LinuxDesktop {
     OneTimeEvent iconStands;
     X11StatusBar statusBar;
     X11FileDrag fileDrag;
+    X11Clipboard clipboard;
     X11PopoverHost popoverHost;
     X11EventMonitors eventMonitors;
     X11FileManagerSelection fileManagerSelection;

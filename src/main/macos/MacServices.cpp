@@ -69,6 +69,7 @@ MacDesktop::MacDesktop(const CoreServices& coreServices)
       statusBar(makeMacStatusBar()),
       fileDrag(makeMacFileDragSource()),
       eventMonitors(makeMacEventMonitors()),
+      clipboard(makeMacClipboard()),
       scripts(makeAppleScriptService()),
       fileManagerSelection(*scripts),
       opener(makeMacFileOpener()),

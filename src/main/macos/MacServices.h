@@ -59,6 +59,7 @@ struct MacDesktop {
     const std::unique_ptr<StatusBar> statusBar;
     const std::unique_ptr<FileDragSource> fileDrag;
     const std::unique_ptr<EventMonitors> eventMonitors;
+    const std::unique_ptr<Clipboard> clipboard;
     const std::unique_ptr<ScriptService> scripts;
     FinderSelection fileManagerSelection;
     const std::unique_ptr<FileOpener> opener;

@@ -20,4 +20,7 @@ private:
     NSPasteboard* const _Nonnull pasteboard_;
 };
 
+/// One provider per file. Without files one per item, in the form that its source prefers.
+[[nodiscard]] std::vector<std::shared_ptr<ItemProvider>> itemProvidersOn(NSPasteboard* _Nonnull pasteboard);
+
 }  // namespace stowpocket

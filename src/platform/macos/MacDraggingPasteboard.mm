@@ -205,6 +205,11 @@ std::vector<std::shared_ptr<FilePromiseReceiver>> MacDraggingPasteboard::filePro
     return receivers;
 }
 
+std::vector<std::shared_ptr<ItemProvider>> itemProvidersOn(NSPasteboard* pasteboard) {
+    const std::vector<std::shared_ptr<ItemProvider>> files = filesOn(pasteboard);
+    return files.empty() ? contentsOn(pasteboard) : files;
+}
+
 bool dragCarriesItems() {
     return dragPasteboard().pasteboardItems.count > 0;
 }

@@ -3,13 +3,14 @@
 
 #include "foundation/FileURL.h"
 #include "platform/macos/MacPictures.h"
+#include "services/Clipboard.h"
 #include "services/Dragging.h"
 
 #include <functional>
 #include <memory>
 #include <vector>
 
-// Drags into and out of views that the toolkit draws.
+// Drags into and out of views that the toolkit draws, and the clipboard.
 namespace stowpocket {
 
 /// Returns whether the drag now over one of our views carries anything at all. Main thread.
@@ -38,5 +39,8 @@ public:
 };
 
 [[nodiscard]] std::unique_ptr<FileDragSource> makeMacFileDragSource();
+
+/// The general pasteboard.
+[[nodiscard]] std::unique_ptr<Clipboard> makeMacClipboard();
 
 }  // namespace stowpocket

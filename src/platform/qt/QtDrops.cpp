@@ -18,9 +18,10 @@ constexpr std::array<ContentsKind, 2> pictures{{
     {QLatin1String("image/png"), "public.png", QLatin1String("Image"), QLatin1String("png")},
     {QLatin1String("image/jpeg"), "public.jpeg", QLatin1String("Image"), QLatin1String("jpg")},
 }};
-constexpr std::array<ContentsKind, 2> texts{{
+constexpr std::array<ContentsKind, 3> texts{{
     {QLatin1String("text/plain;charset=utf-8"), "public.utf8-plain-text", QLatin1String("Text"),
      QLatin1String("txt")},
+    {QLatin1String("UTF8_STRING"), "public.utf8-plain-text", QLatin1String("Text"), QLatin1String("txt")},
     {QLatin1String("text/plain"), "public.utf8-plain-text", QLatin1String("Text"), QLatin1String("txt")},
 }};
 
@@ -153,17 +154,20 @@ bool offersItems(const QMimeData& data, const IncomingDrops& drops) {
            std::ranges::any_of(pictureKinds(), isOffered) || std::ranges::any_of(textKinds(), isOffered);
 }
 
-std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const QMimeData& data, IncomingDrops& drops) {
+std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const ReceivedDrop& received) {
     std::vector<std::shared_ptr<ItemProvider>> providers;
-    for (FileURL& file : filesOf(drops.received()))
+    for (FileURL& file : filesOf(received))
         providers.push_back(std::make_shared<FileProvider>(std::move(file)));
-    if (!providers.empty())
-        return providers;
-    if (const auto& contents = drops.received().contents)
-        return {contents};
-    if (drops.promisesFiles(data))
+    if (providers.empty() && received.contents)
+        providers.push_back(received.contents);
+    return providers;
+}
+
+std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const QMimeData& data, IncomingDrops& drops) {
+    std::vector<std::shared_ptr<ItemProvider>> providers = itemProvidersOf(drops.received());
+    if (providers.empty() && drops.promisesFiles(data))
         return {drops.promiseProvider()};
-    return {};
+    return providers;
 }
 
 }  // namespace stowpocket

@@ -53,6 +53,9 @@ struct ReceivedDrop {
     std::shared_ptr<ItemProvider> contents;
 };
 
+/// One provider for each local file, in the source's order, or without files one for the contents.
+[[nodiscard]] std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const ReceivedDrop& received);
+
 /// The window system's part in drops from other programs. Their data is never read through Qt, which blocks until the
 /// source answers. Main thread.
 class IncomingDrops {
@@ -89,8 +92,7 @@ private:
 /// Whether `itemProvidersOf` could return anything for this drag. Decided by the names of its types alone.
 [[nodiscard]] bool offersItems(const QMimeData& data, const IncomingDrops& drops);
 
-/// Returns what was dropped: one provider for each local file, in the source's order. Without files it returns one
-/// for the received contents or the promised files, or none. Call it while the drop is handled.
+/// The same for a drop that may also promise files, which are then one item. Call it while the drop is handled.
 [[nodiscard]] std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const QMimeData& data, IncomingDrops& drops);
 
 }  // namespace stowpocket

@@ -11,8 +11,9 @@ namespace stowpocket {
 /// it does by itself the server has seen when the call returns.
 class FakeDragSource {
 public:
-    FakeDragSource() {
-        xcb_set_selection_owner(connection_, window_, session_->atom("XdndSelection"), XCB_CURRENT_TIME);
+    explicit FakeDragSource(const std::string& selection = "XdndSelection") {
+        xcb_set_selection_owner(connection_, window_, session_->atom(selection), XCB_CURRENT_TIME);
+        static_cast<void>(session_->serverTime());
     }
     /// Proposes a name for the file.
     void propose(const std::string& name) {
@@ -86,6 +87,8 @@ private:
             wasTaken_ = (message.data.data32[1] & 1) != 0;
     }
     void answer(const xcb_selection_request_event_t& request) {
+        if (request.target == session_->atom(X11Atom::targets))
+            return list(request);
         const auto offer = offers_.find(request.target);
         if (offer == offers_.end())
             return save(request);
@@ -100,6 +103,13 @@ private:
         } else {
             begin(request, offer->second);
         }
+        answerSelectionRequest(connection_, request, request.property);
+    }
+    void list(const xcb_selection_request_event_t& request) {
+        std::vector<xcb_atom_t> types;
+        for (const auto& [format, offer] : offers_)
+            types.push_back(format);
+        session_->setProperty(request.requestor, request.property, XCB_ATOM_ATOM, types);
         answerSelectionRequest(connection_, request, request.property);
     }
     void begin(const xcb_selection_request_event_t& request, const Offer& offer) {

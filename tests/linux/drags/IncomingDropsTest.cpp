@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "linux/drags/FakeDragSource.h"
+#include "platform/linux/drags/X11Clipboard.h"
 #include "platform/linux/drags/X11IncomingDrops.h"
 #include "platform/qt/QtDispatch.h"
 #include "platform/qt/QtDrops.h"
@@ -109,6 +110,28 @@ TEST_F(HastyDropsTest, waitForNoSourceAndTakeNothingFromABadOne) {
     FakeDragSource sound;
     sound.offer(uriList, "file:///a");
     EXPECT_TRUE(drop(sound));
+}
+
+TEST_F(HastyDropsTest, clipboardIsReadLikeADropAndWaitsForNoOwner) {
+    X11Clipboard clipboard(dispatch, {.silence = 100ms, .list = 1s, .contents = 1s});
+    const auto countPasted = [&](FakeDragSource& owner) {
+        std::optional<std::size_t> count;
+        clipboard.read([&](const auto& providers) { count = providers.size(); });
+        EXPECT_TRUE(comesTrue([&] { owner.work(); }, [&] { return count.has_value(); }));
+        return count.value_or(99);
+    };
+    for (const Manner manner : {Manner::silent, Manner::stopsInTheMiddle, Manner::wrongUnits, Manner::inPieces}) {
+        FakeDragSource owner("CLIPBOARD");
+        owner.offer("x-special/gnome-copied-files", "cut\nfile:///a\nfile:///b" + std::string(200'000, '\n'), manner);
+        EXPECT_EQ(countPasted(owner), manner == Manner::inPieces ? 2U : 0U);
+    }
+    FakeDragSource text("CLIPBOARD");
+    text.offer("UTF8_STRING", "words");
+    EXPECT_EQ(countPasted(text), 1U);
+    text.vanish();
+    EXPECT_EQ(countPasted(text), 0U);
+    clipboard.copyFiles({*FileURL::fromPath("/one"), *FileURL::fromPath("/bad\xFF")});
+    EXPECT_EQ(countPasted(text), 2U) << "its own offer, with every byte of the names";
 }
 
 TEST_F(HastyListsTest, waitLongerForContentsThanForAList) {

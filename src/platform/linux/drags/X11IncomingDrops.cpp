@@ -1,53 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/drags/X11IncomingDrops.h"
 
-#include "intake/FileLists.h"
-#include "platform/linux/drags/DirectSaves.h"
-#include "platform/linux/files/DurableFile.h"
 #include "services/MainBundle.h"
-
-#include <QFile>
-#include <QSysInfo>
-
-#include <fcntl.h>
-
-#include <algorithm>
 
 namespace stowpocket {
 namespace {
-
-constexpr std::string_view uriListFormat = "text/uri-list";
-
-bool offers(const std::vector<std::string>& formats, std::string_view format) {
-    return std::ranges::find(formats, format) != formats.end();
-}
-
-bool namesFiles(const std::string& list) {
-    return !filesOfUriList(list, QSysInfo::machineHostName().toStdString()).empty();
-}
-
-std::vector<std::span<const ContentsKind>> wantedKinds(const std::vector<std::string>& formats) {
-    if (offers(formats, DirectSaves::format))
-        return {pictureKinds()};
-    return {pictureKinds(), textKinds()};
-}
-
-std::optional<DroppedContents> contentsOf(DragData& data, const std::vector<std::string>& formats) {
-    for (const std::span<const ContentsKind> kinds : wantedKinds(formats)) {
-        for (const ContentsKind& kind : kinds) {
-            const std::string_view format(kind.format.data(), static_cast<std::size_t>(kind.format.size()));
-            if (!offers(formats, format))
-                continue;
-            DroppedContents contents(kind);
-            const std::optional<SelectionFailure> failure = data.write(format, contents.path());
-            if (!failure)
-                return contents;
-            if (failure == SelectionFailure::late)
-                return std::nullopt;
-        }
-    }
-    return std::nullopt;
-}
 
 /// The places of the fields in the messages (XDND 5).
 constexpr std::size_t sourceField = 0;
@@ -57,47 +14,7 @@ constexpr std::size_t dropTimeField = 2;
 constexpr std::uint32_t hasTypeListFlag = 1;
 
 constexpr std::size_t longestTypeList = 4096;
-constexpr std::size_t longestList = 1u << 20;
-constexpr std::size_t largestContents = 256u << 20;
 constexpr int mostReadings = 4;
-
-class SelectionDragData : public DragData {
-public:
-    SelectionDragData(XcbSession& session, xcb_timestamp_t dropTime, const DropPatience& patience)
-        : reader_(session, "XdndSelection"), dropTime_(dropTime), patience_(patience) {}
-
-    [[nodiscard]] List list(std::string_view format) override {
-        std::vector<std::byte> bytes;
-        const auto answer = reader_.read(std::string(format), dropTime_, {start_ + patience_.list, patience_.silence},
-                                         longestList, bytes);
-        const auto* const text = reinterpret_cast<const char*>(bytes.data());
-        if (answer.failure || answer.format != 8)
-            return {answer.failure.value_or(SelectionFailure::refused), {}};
-        return {std::nullopt, {text, bytes.size()}};
-    }
-
-    [[nodiscard]] std::optional<SelectionFailure> write(std::string_view format, const QString& path) override {
-        const FileDescriptor file(
-            ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
-        if (!file.isOpen())
-            return SelectionFailure::refused;
-        std::size_t size = 0;
-        const auto answer = reader_.read(
-            std::string(format), dropTime_, {start_ + patience_.contents, patience_.silence}, [&](auto part) {
-                size += part.size();
-                const std::string_view bytes(reinterpret_cast<const char*>(part.data()), part.size());
-                return size <= largestContents && !writeAll(file.get(), bytes);
-            });
-        const bool isUsable = answer.format == 8 && size > 0;
-        return answer.failure || isUsable ? answer.failure : SelectionFailure::refused;
-    }
-
-private:
-    SelectionReader reader_;
-    const xcb_timestamp_t dropTime_;
-    const DropPatience patience_;
-    const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-};
 
 /// The message contains three types. If there are more, the window of the source has the full list.
 std::vector<std::string> formatsOf(XcbSession& session, const xcb_client_message_event_t& entered) {
@@ -113,30 +30,13 @@ std::vector<std::string> formatsOf(XcbSession& session, const xcb_client_message
 DropReading readingOf(const xcb_client_message_event_t& drop, const xcb_client_message_event_t& entered,
                       const DropPatience& patience) {
     DropReading reading;
-    if (const auto session = XcbSession::open()) {
-        SelectionDragData data(*session, drop.data.data32[dropTimeField], patience);
-        reading = readDrop(data, formatsOf(*session, entered));
-    }
+    if (const auto session = XcbSession::open())
+        reading = readSelection(*session, {"XdndSelection", drop.data.data32[dropTimeField]},
+                                formatsOf(*session, entered), patience);
     return reading;
 }
 
 }  // namespace
-
-DropReading readDrop(DragData& data, const std::vector<std::string>& formats) {
-    DropReading reading;
-    if (offers(formats, uriListFormat)) {
-        DragData::List list = data.list(uriListFormat);
-        // A silent source would be silent again, and too long a list is no accident.
-        if (list.failure == SelectionFailure::late || list.failure == SelectionFailure::tooBig)
-            return reading;
-        if (!list.failure && namesFiles(list.text)) {
-            reading.uriList = std::move(list.text);
-            return reading;
-        }
-    }
-    reading.contents = contentsOf(data, formats);
-    return reading;
-}
 
 X11IncomingDrops::X11IncomingDrops(const X11Connection& connection, Dispatch& dispatch, DirectSaves& saves,
                                    const DropPatience& patience)

@@ -29,6 +29,9 @@ DECL_OPTIONS(NSUInteger, NSPasteboardWritingOptions){NSPasteboardWritingPromised
 @end
 @interface NSPasteboard : NSObject
 + (NSPasteboard*)pasteboardWithName:(NSPasteboardName)name;
+@property(class, readonly, strong) NSPasteboard* generalPasteboard;
+- (NSInteger)clearContents;
+- (BOOL)writeObjects:(NSArray<id<NSPasteboardWriting>>*)objects;
 @property(nullable, readonly, copy) NSArray<NSPasteboardItem*>* pasteboardItems;
 - (nullable NSArray*)readObjectsForClasses:(NSArray<Class>*)classes
                                    options:(nullable NSDictionary<NSPasteboardReadingOptionKey, id>*)options;

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/drags/DropReading.h"
+
+#include "intake/FileLists.h"
+#include "platform/linux/drags/DirectSaves.h"
+#include "platform/linux/files/DurableFile.h"
+
+#include <QFile>
+#include <QSysInfo>
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <array>
+
+namespace stowpocket {
+namespace {
+
+/// Best first. Some file managers put only the second one on the clipboard; its first line, "copy" or "cut", is no
+/// URL.
+constexpr std::array<std::string_view, 2> listFormats{"text/uri-list", "x-special/gnome-copied-files"};
+
+bool offers(const std::vector<std::string>& formats, std::string_view format) {
+    return std::ranges::find(formats, format) != formats.end();
+}
+
+bool namesFiles(const std::string& list) {
+    return !filesOfUriList(list, QSysInfo::machineHostName().toStdString()).empty();
+}
+
+std::vector<std::span<const ContentsKind>> wantedKinds(const std::vector<std::string>& formats) {
+    if (offers(formats, DirectSaves::format))
+        return {pictureKinds()};
+    return {pictureKinds(), textKinds()};
+}
+
+std::optional<DroppedContents> contentsOf(DragData& data, const std::vector<std::string>& formats) {
+    for (const std::span<const ContentsKind> kinds : wantedKinds(formats)) {
+        for (const ContentsKind& kind : kinds) {
+            const std::string_view format(kind.format.data(), static_cast<std::size_t>(kind.format.size()));
+            if (!offers(formats, format))
+                continue;
+            DroppedContents contents(kind);
+            const std::optional<SelectionFailure> failure = data.write(format, contents.path());
+            if (!failure)
+                return contents;
+            if (failure == SelectionFailure::late)
+                return std::nullopt;
+        }
+    }
+    return std::nullopt;
+}
+
+constexpr std::size_t longestFormatList = 4096;
+constexpr std::size_t longestList = 1u << 20;
+constexpr std::size_t largestContents = 256u << 20;
+
+class SelectionData : public DragData {
+public:
+    SelectionData(XcbSession& session, const SelectionInTime& which, const DropPatience& patience)
+        : reader_(session, which.selection), time_(which.time), patience_(patience) {}
+
+    [[nodiscard]] List list(std::string_view format) override {
+        std::vector<std::byte> bytes;
+        const auto answer = reader_.read(std::string(format), time_, {start_ + patience_.list, patience_.silence},
+                                         longestList, bytes);
+        const auto* const text = reinterpret_cast<const char*>(bytes.data());
+        if (answer.failure || answer.format != 8)
+            return {answer.failure.value_or(SelectionFailure::refused), {}};
+        return {std::nullopt, {text, bytes.size()}};
+    }
+
+    [[nodiscard]] std::optional<SelectionFailure> write(std::string_view format, const QString& path) override {
+        const FileDescriptor file(
+            ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
+        if (!file.isOpen())
+            return SelectionFailure::refused;
+        std::size_t size = 0;
+        const auto answer = reader_.read(
+            std::string(format), time_, {start_ + patience_.contents, patience_.silence}, [&](auto part) {
+                size += part.size();
+                const std::string_view bytes(reinterpret_cast<const char*>(part.data()), part.size());
+                return size <= largestContents && !writeAll(file.get(), bytes);
+            });
+        const bool isUsable = answer.format == 8 && size > 0;
+        return answer.failure || isUsable ? answer.failure : SelectionFailure::refused;
+    }
+
+private:
+    SelectionReader reader_;
+    const xcb_timestamp_t time_;
+    const DropPatience patience_;
+    const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+}  // namespace
+
+DropReading readDrop(DragData& data, const std::vector<std::string>& formats) {
+    DropReading reading;
+    for (const std::string_view format : listFormats) {
+        if (!offers(formats, format))
+            continue;
+        DragData::List list = data.list(format);
+        // A silent source would be silent again, and too long a list is no accident.
+        if (list.failure == SelectionFailure::late || list.failure == SelectionFailure::tooBig)
+            return reading;
+        if (!list.failure && namesFiles(list.text)) {
+            reading.uriList = std::move(list.text);
+            return reading;
+        }
+    }
+    reading.contents = contentsOf(data, formats);
+    return reading;
+}
+
+DropReading readSelection(XcbSession& session, const SelectionInTime& which, const std::vector<std::string>& formats,
+                          const DropPatience& patience) {
+    SelectionData data(session, which, patience);
+    return readDrop(data, formats);
+}
+
+std::vector<std::string> offeredFormats(XcbSession& session, const SelectionInTime& which,
+                                        const DropPatience& patience) {
+    SelectionReader reader(session, which.selection);
+    X11Property list;
+    const auto answer = reader.read("TARGETS", which.time, {std::chrono::steady_clock::now() + patience.list},
+                                    longestFormatList, list.bytes);
+    if (answer.failure)
+        return {};
+    list.format = answer.format;
+    return session.namesOf(list.words());
+}
+
+}  // namespace stowpocket
