@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 // What GNUstep's Foundation lacks, by means of what it has. Only as much as the adapters call.
 #include "gnustep/StandIns.h"
+#include "gnustep/Toolkit.h"
 
 #import <CoreFoundation/CoreFoundation.h>
 #import <dispatch/dispatch.h>
+#import <Foundation/NSDebug.h>
+#import <objc/runtime.h>
 #import <Sparkle/Sparkle.h>
 
 #include <array>
@@ -27,7 +30,7 @@ SPUUpdater* __unsafe_unretained updater;
 static std::mutex callsMutex;
 static std::vector<std::string> calls;
 
-static void record(std::string call) {
+void record(std::string call) {
     const std::lock_guard lock(callsMutex);
     calls.push_back(std::move(call));
 }
@@ -37,17 +40,33 @@ std::vector<std::string> takeCalls() {
     return std::exchange(calls, {});
 }
 
+std::function<void()> otherLoop;
+
 bool comesTrue(const std::function<bool()>& condition) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
     while (!condition()) {
         if (std::chrono::steady_clock::now() > end)
             return false;
+        if (otherLoop)
+            otherLoop();
         @autoreleasepool {
-            NSDate* const soon = [NSDate dateWithTimeIntervalSinceNow:0.01];
+            NSDate* const soon = [NSDate dateWithTimeIntervalSinceNow:0.002];
             [NSRunLoop.currentRunLoop runMode:NSDefaultRunLoopMode beforeDate:soon];
+            while (NSEvent* const event = [NSApp nextEventMatchingMask:NSAnyEventMask
+                                                             untilDate:nil
+                                                                inMode:NSDefaultRunLoopMode
+                                                               dequeue:YES])
+                [NSApp sendEvent:event];
         }
     }
     return true;
+}
+
+std::map<std::string, int> living() {
+    std::map<std::string, int> counts;
+    for (const Class* each = GSDebugAllocationClassList(); *each != Nil; ++each)
+        counts[class_getName(*each)] = GSDebugAllocationCount(*each);
+    return counts;
 }
 
 }  // namespace stowpocket::standIn
@@ -98,8 +117,10 @@ int getfsstat(struct statfs* buffer, int size, int) {
     _block = block;
 }
 - (void)run {
-    _block();
-    _block = nil;
+    @autoreleasepool {
+        _block();
+        _block = nil;
+    }
 }
 @end
 
@@ -110,6 +131,36 @@ void dispatch_async(dispatch_queue_t, dispatch_block_t block) {
     StandInWork* const work = [[StandInWork alloc] init];
     work.block = block;
     [work performSelectorOnMainThread:@selector(run) withObject:nil waitUntilDone:NO];
+}
+void standIn::onAnotherThread(void (^block)(void)) {
+    StandInWork* const work = [[StandInWork alloc] init];
+    work.block = block;
+    [NSThread detachNewThreadSelector:@selector(run) toTarget:work withObject:nil];
+}
+
+/// GNUstep's own main queue runs on threads of its own.
+@interface StandInMainQueue : NSOperationQueue
+@end
+@implementation StandInMainQueue
++ (NSOperationQueue*)standInMainQueue {
+    static StandInMainQueue* const queue = [[StandInMainQueue alloc] init];
+    return queue;
+}
+- (void)addOperation:(NSOperation*)operation {
+    [operation performSelectorOnMainThread:@selector(start) withObject:nil waitUntilDone:NO];
+}
+- (void)addOperationWithBlock:(void (^)(void))block {
+    [self addOperation:[NSBlockOperation blockOperationWithBlock:block]];
+}
+@end
+
+extern "C" void makeBlocksObjects(void);
+
+void standIn::begin() {
+    GSDebugAllocationActive(YES);
+    makeBlocksObjects();
+    method_exchangeImplementations(class_getClassMethod(NSOperationQueue.class, @selector(mainQueue)),
+                                   class_getClassMethod(StandInMainQueue.class, @selector(standInMainQueue)));
 }
 
 @interface StandInSemaphore : NSObject <OS_dispatch_semaphore>
@@ -256,8 +307,11 @@ static void (^__strong& handlerOf(Object* object))(Object*) {
         [NSThread detachNewThreadSelector:@selector(callReadabilityHandler) toTarget:self withObject:nil];
 }
 - (void)callReadabilityHandler {
-    while (const auto handler = self.readabilityHandler) {
+    for (;;) {
         @autoreleasepool {
+            const auto handler = self.readabilityHandler;
+            if (handler == nil)
+                return;
             handler(self);
         }
     }
@@ -310,9 +364,6 @@ static void (^__strong& handlerOf(Object* object))(Object*) {
     _completion = completion;
     _data = [NSMutableData data];
     return self;
-}
-- (void)dealloc {
-    standIn::record("request gone");
 }
 - (int64_t)countOfBytesReceived {
     return static_cast<int64_t>(_data.length);

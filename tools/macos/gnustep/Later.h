@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Read before every adapter that runs on GNUstep: GNUstep's Foundation and declarations of what it lacks of what the
+// Read before every adapter that runs on GNUstep: GNUstep's headers and declarations of what they lack of what the
 // adapters call. A class that GNUstep has in name only is replaced under another name.
 #pragma once
 
@@ -25,7 +25,9 @@
 #pragma pop_macro("NO")
 #pragma pop_macro("nil")
 
-#import <AppKit/AppKit.h>
+#undef SINCE
+#define SINCE(version)
+
 #import <Foundation/Foundation.h>
 #import <Foundation/NSByteCountFormatter.h>
 
@@ -100,6 +102,8 @@ NS_ASSUME_NONNULL_BEGIN
 - (nullable NSAppleEventDescriptor*)executeAndReturnError:(NSDictionary<NSString*, id>* _Nullable* _Nullable)error;
 @end
 NS_ASSUME_NONNULL_END
+
+#include "LaterAppKit.h"
 
 #undef nil
 #undef YES

@@ -1,12 +1,16 @@
 # SPDX-License-Identifier: MIT
-# gnustep_objects(VARIABLE SOURCES...) compiles Objective-C++ sources for GNUstep, with automatic reference counting, and
-# names their objects in VARIABLE. GNUSTEP_LIBRARIES are what they are linked with.
+# gnustep_objects(VARIABLE SOURCES...) compiles Objective-C++ sources for GNUstep, with automatic reference counting and
+# under the address sanitizer, and names their objects in VARIABLE. GNUSTEP_LIBRARIES are what they are linked with. They run with GNUSTEP_ENVIRONMENT.
 find_program(GNUSTEP_CLANG clang++-14 REQUIRED)
 execute_process(COMMAND gcc -print-file-name=include OUTPUT_VARIABLE gcc_headers OUTPUT_STRIP_TRAILING_WHITESPACE
     COMMAND_ERROR_IS_FATAL ANY)
 set(GNUSTEP_TOOLS ${CMAKE_CURRENT_LIST_DIR})
-set(GNUSTEP_LIBRARIES BlocksRuntime gnustep-gui gnustep-base objc dl)
-set(GNUSTEP_COMMAND ${GNUSTEP_CLANG} -std=c++20 -g -Wall -Wextra -Werror -Wno-unused-parameter
+set(GNUSTEP_LIBRARIES BlocksRuntime gnustep-gui gnustep-base objc dl -fsanitize=address)
+set(home ${CMAKE_CURRENT_BINARY_DIR}/libhome.so)
+set(GNUSTEP_ENVIRONMENT LD_PRELOAD=${home}
+    ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0:detect_stack_use_after_return=1)
+set(GNUSTEP_OPTIONS -g -Wall -Wextra -Werror -fsanitize=address)
+set(GNUSTEP_COMMAND ${GNUSTEP_CLANG} -std=c++20 ${GNUSTEP_OPTIONS} -Wno-unused-parameter
     -fobjc-runtime=gnustep-1.9 -fobjc-legacy-dispatch -fobjc-arc -fblocks -fexceptions -fobjc-exceptions
     -fconstant-string-class=NSConstantString -D_NATIVE_OBJC_EXCEPTIONS -DGNUSTEP -DGNUSTEP_BASE_LIBRARY=1
     -DGNU_GUI_LIBRARY=1 -DGNU_RUNTIME=1 -I${PROJECT_SOURCE_DIR}/src -I${PROJECT_SOURCE_DIR}/tests
@@ -29,8 +33,10 @@ function(gnustep_objects variable)
         add_custom_command(OUTPUT ${object} DEPENDS ${header} APPEND)
         list(APPEND objects ${object})
     endforeach()
+    add_custom_command(OUTPUT ${home} DEPENDS ${GNUSTEP_TOOLS}/Home.c VERBATIM
+        COMMAND ${GNUSTEP_CLANG} -x c -shared -fPIC ${GNUSTEP_TOOLS}/Home.c -o ${home} -ldl)
     set(runtime ${CMAKE_CURRENT_BINARY_DIR}/Runtime.o)
     add_custom_command(OUTPUT ${runtime} DEPENDS ${GNUSTEP_TOOLS}/Runtime.c VERBATIM
-        COMMAND ${GNUSTEP_CLANG} -x c -g -Wall -Wextra -Werror -c ${GNUSTEP_TOOLS}/Runtime.c -o ${runtime})
-    set(${variable} ${objects} ${runtime} PARENT_SCOPE)
+        COMMAND ${GNUSTEP_CLANG} -x c ${GNUSTEP_OPTIONS} -c ${GNUSTEP_TOOLS}/Runtime.c -o ${runtime})
+    set(${variable} ${objects} ${runtime} ${home} PARENT_SCOPE)
 endfunction()

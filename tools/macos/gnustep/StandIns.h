@@ -7,20 +7,67 @@
 #include <string>
 #include <vector>
 
+#import <ServiceManagement/ServiceManagement.h>
+
 @class SPUUpdater;
 
 namespace stowpocket::standIn {
+
+/// Called first of all, within a pool.
+void begin();
 
 /// The file systems that getfsstat() names: mount point, and whether it is on this machine.
 extern std::map<std::string, bool> mounts;
 /// What a script with that source returns, one item per line; other sources fail.
 extern std::map<std::string, std::string> scripts;
-/// Returns and forgets what scopes of security, requests and updaters were told, in that order.
+/// Remembers a call. Any thread.
+void record(std::string call);
+/// Returns and forgets what was recorded.
 [[nodiscard]] std::vector<std::string> takeCalls();
 /// The last updater, which the framework's controller owns.
-extern SPUUpdater* __unsafe_unretained updater;
+extern SPUUpdater* __unsafe_unretained _Nullable updater;
 
-/// Runs the main run loop until `condition` holds; false after five seconds.
+/// Runs the main run loop until `condition` holds; false after ten seconds.
 [[nodiscard]] bool comesTrue(const std::function<bool()>& condition);
+void onAnotherThread(void (^_Nonnull work)(void));
+/// How many objects of each class are alive of those made since begin().
+[[nodiscard]] std::map<std::string, int> living();
+
+// ---- AppKit
+
+extern bool isMotionReduced;
+extern bool isDark;
+extern NSStatusItem* __unsafe_unretained _Nullable statusItem;
+extern NSPopover* __unsafe_unretained _Nullable popover;
+/// What was set last on an object that GNUstep has no such property for. An image has its "symbol".
+[[nodiscard]] std::string noted(id _Nullable object, const std::string& property);
+void note(id _Nullable object, const std::string& property, const std::string& value);
+/// Returns what the monitors of this application's events leave of an event.
+[[nodiscard]] NSEvent* _Nullable throughMonitors(NSEvent* _Nonnull event);
+/// The user presses a button of the mouse in another application; false when no monitor wants to know.
+bool pressElsewhere(NSEventType type);
+/// The user presses a hotkey; false when nobody has registered it.
+bool pressHotkey(std::uint32_t keyCode, std::uint32_t modifiers);
+/// The user opens the program again; false when nobody handles that.
+bool reopen();
+extern SMAppServiceStatus loginItemStatus;
+
+// ---- what is dragged
+
+/// A file or other data on a pasteboard, and files that are promised.
+[[nodiscard]] NSPasteboardItem* _Nonnull itemOf(NSString* _Nonnull type, const std::string& text);
+[[nodiscard]] NSFilePromiseReceiver* _Nonnull promiseOf(NSArray* _Nonnull types,
+                                                        const std::vector<std::string>& files);
+/// Puts these on the pasteboard of drags, and returns what a destination is told.
+id<NSDraggingInfo> _Nonnull drag(NSArray* _Nonnull objects);
+struct Drag {
+    NSEvent* _Nonnull event;
+    id<NSDraggingSource> _Nonnull source;
+    id<NSPasteboardWriting> _Nonnull writer;
+    NSRect frame;
+    NSImage* _Nullable contents;
+};
+/// The last drag that began here.
+extern std::optional<Drag> begunDrag;
 
 }  // namespace stowpocket::standIn
