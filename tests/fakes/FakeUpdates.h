@@ -9,6 +9,8 @@
 #include "updates/UpdateStatus.h"
 #include "updates/UpdateTransport.h"
 
+#include <set>
+
 namespace stowpocket {
 
 class FakeUpdateFramework : public UpdateFramework {
@@ -46,61 +48,74 @@ public:
     std::vector<InformationalAlert> shown;
 };
 
-/// A disk-image tool that answers what the test says, and a parser for that answer.
+/// A machine on which disk images are mounted: its tool, a parser for what that says, and a trash.
 class FakeImageTool : public ChildProcess, public PropertyListParser, public Trash {
 public:
     [[nodiscard]] std::optional<Bytes> run(const std::string& executable,
                                            const std::vector<std::string>& arguments) override {
-        done.push_back(executable);
-        for (const std::string& argument : arguments)
-            done.back() += " " + argument;
-        const bool runs = canRun && (canDetach || arguments.front() != "detach");
-        return runs ? std::optional(Bytes{}) : std::nullopt;
+        if (executable != "/usr/bin/hdiutil" || !canRun)
+            return std::nullopt;
+        if (arguments == std::vector<std::string>{"info", "-plist"}) {
+            ++looks;
+            return Bytes{};
+        }
+        const bool isDetached = canDetach && arguments.front() == "detach" && arguments.back() == "-quiet";
+        if (isDetached)
+            detached.push_back(arguments.at(1));
+        return isDetached ? std::optional(Bytes{}) : std::nullopt;
     }
     [[nodiscard]] std::optional<PropertyValue> parse(const Bytes&) override { return info; }
     [[nodiscard]] bool trashItem(const FileURL& url) override {
-        done.push_back("trash " + url.path());
+        trashed.push_back(url.path());
         return true;
     }
 
-    std::vector<std::string> done;
+    int looks = 0;
+    std::vector<std::string> detached;
+    std::vector<std::string> trashed;
     bool canRun = true;
     bool canDetach = true;
     std::optional<PropertyValue> info;
 };
 
-/// Notes what it is to do and keeps the completion until the test answers.
+/// Is at work until the test ends the job.
 class FakeUpdateTransport : public UpdateTransport {
 public:
-    explicit FakeUpdateTransport(std::vector<std::string>& log) : log_(log) {}
     void readList(const std::string& url, const std::string& key, ListDone newDone) override {
-        log_.push_back("list " + url + " " + key);
+        ++lists;
+        keys.insert(url + ' ' + key);
         listDone = std::move(newDone);
     }
     void readNotes(const std::string& url, TextDone newDone) override {
-        log_.push_back("notes " + url);
-        notesDone = std::move(newDone);
+        if (url == "https://e.example/notes")
+            notesDone = std::move(newDone);
     }
     void download(const AppcastItem& item, const std::string& key, Progress newProgress, Done newDone) override {
-        log_.push_back("download " + item.version + " " + key);
+        keys.insert(key);
+        downloading = item.version;
         progress = std::move(newProgress);
         done = std::move(newDone);
     }
     void install(const AppcastItem& item, const std::string& key, Done newDone) override {
-        log_.push_back("install " + item.version + " " + key);
+        keys.insert(key);
+        installing = item.version;
         done = std::move(newDone);
     }
-    void cancel() override { log_.push_back("cancel"); }
-    void discardDownload() override { log_.push_back("discard"); }
-    void removeReplaced() override { log_.push_back("remove replaced"); }
+    void cancel() override { notesDone = {}; }
+    void discardDownload() override { downloading.clear(); }
+    void removeReplaced() override { isReplacedThere = false; }
 
+    /// How many lists were asked for, and with which addresses and keys anything was.
+    int lists = 0;
+    std::set<std::string> keys;
+    /// The versions that were asked for; empty: none.
+    std::string downloading;
+    std::string installing;
+    bool isReplacedThere = true;
     ListDone listDone;
     TextDone notesDone;
     Progress progress;
     Done done;
-
-private:
-    std::vector<std::string>& log_;
 };
 
 class FakeUpdateWindow : public UpdateWindow {

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "presentation/Layout.h"
 #include "presentation/ShelfPresentation.h"
 #include "presentation/Texts.h"
 #include "shelf/ShelfItem.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <limits>
 
 namespace stowpocket {
@@ -31,22 +29,6 @@ TEST(ByteCountTest, readsAsThePlatformWritesFileSizes) {
              Case{std::numeric_limits<std::int64_t>::min(), "-9.22 EB"},
          })
         EXPECT_EQ(byteCountText(bytes), text) << bytes;
-}
-
-TEST(AdaptiveGridTest, fillsItsColumnsInRowsAsHighAsTheirHighestTile) {
-    constexpr AdaptiveGrid grid{
-        .minimumColumnWidth = 80, .maximumColumnWidth = 100, .columnSpacing = 8, .rowSpacing = 8};
-    using Case = std::pair<double, std::size_t>;
-    for (const auto& [width, columns] : {Case{0, 1}, Case{167, 1}, Case{168, 2}, Case{300, 3}, Case{344, 4}})
-        EXPECT_EQ(grid.columnCount(width), columns) << width;
-    constexpr std::array<double, 5> heights{100, 110, 100, 90, 100};
-    const GridLayout layout = grid.layout(255, 80, heights);  // two columns, not wider than 100
-    EXPECT_EQ(layout.positions[0].x, (255 - 208) / 2.0 + 10);
-    EXPECT_EQ(layout.positions[1].x - layout.positions[0].x, 108);
-    EXPECT_EQ(layout.positions[0].y, 5) << "in the middle of the row";
-    EXPECT_EQ(layout.positions[2].y, 118);
-    EXPECT_EQ(layout.positions[4].y, 226);
-    EXPECT_EQ(layout.height, 326);
 }
 
 TEST(TilePresentationTest, aFileNameIsOneHonestLine) {

@@ -13,8 +13,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-using CallLog = std::vector<std::string>;
-
 class AppcastUpdaterTest : public testing::Test, protected FakeCore {
 protected:
     AppcastUpdaterTest() {
@@ -26,18 +24,17 @@ protected:
     }
     void start(bool ownsItsFile = true) {
         updater.reset();
-        log.clear();
         updater = std::make_unique<AppcastUpdater>(
             AppcastUpdaterServices{core,
                                    worker,
                                    window,
                                    {"linux", "6.1", "x86_64"},
                                    ownsItsFile,
-                                   [this](const std::string& url) { log.push_back("open " + url); },
-                                   [this] { log.push_back("restart"); }});
+                                   [this](const std::string& url) { openedPage = url; },
+                                   [this] { ++restarts; }});
     }
-    /// What it had to be done since the last call.
-    [[nodiscard]] CallLog done() { return std::exchange(log, {}); }
+    /// How many lists were asked for since the last call.
+    [[nodiscard]] int checks() { return std::exchange(worker.lists, 0); }
     [[nodiscard]] std::string title() const { return window.shown ? presentationOf(*window.shown).title : ""; }
     void answerWith(const char* version) const {
         AppcastItem item;
@@ -49,9 +46,10 @@ protected:
         worker.listDone(std::vector{item});
     }
 
-    CallLog log;
-    FakeUpdateTransport worker{log};
+    FakeUpdateTransport worker;
     FakeUpdateWindow window;
+    std::string openedPage;
+    int restarts = 0;
     std::unique_ptr<AppcastUpdater> updater;
 };
 
@@ -61,54 +59,57 @@ TEST_F(AppcastUpdaterTest, whatTheUserAsksForIsOfferedFetchedInstalledAndStarted
         updater->canCheckForUpdatesChanged().connect([&can](bool now) { can.push_back(now); });
     updater->checkForUpdates();
     updater->checkForUpdates();
-    EXPECT_EQ(done(), CallLog{"list feed key"});
+    EXPECT_EQ(checks(), 1);
     answerWith("2.1");
     EXPECT_EQ(can, (std::vector{false, true}));
     EXPECT_EQ(window.timesInFront, 1);
     EXPECT_EQ(title(), "stowpocket 2.1 is available");
     worker.notesDone("Better.");
     EXPECT_EQ(window.shown->item.notes, "Better.");
-    EXPECT_EQ(done(), CallLog{"notes https://e.example/notes"});
     window.choices.emit(UpdateChoice::install);
+    EXPECT_FALSE(worker.notesDone) << "notes that are still on their way are given up";
+    EXPECT_EQ(worker.downloading, "2.1");
     worker.progress(50);
     EXPECT_EQ(presentationOf(*window.shown).progress, 0.5);
     worker.progress(100);
     EXPECT_EQ(window.shown->state, UpdateState::verifying);
-    EXPECT_EQ(done(), (CallLog{"cancel", "download 2.1 key"}));
+    EXPECT_EQ(worker.installing, "");
     worker.done(std::nullopt);
-    EXPECT_EQ(done(), CallLog{"install 2.1 key"});
+    EXPECT_EQ(worker.installing, "2.1");
     EXPECT_EQ(presentationOf(*window.shown).onClose, std::nullopt);
     window.choices.emit(UpdateChoice::cancel);
+    EXPECT_EQ(restarts, 0);
     worker.done(std::nullopt);
-    EXPECT_EQ(done(), CallLog{"restart"});
+    EXPECT_EQ(restarts, 1);
     EXPECT_EQ(preferences.string(installedVersionKey), "2.1");
+    EXPECT_EQ(worker.keys, (std::set<std::string>{"feed key", "key"}));
 }
 
 TEST_F(AppcastUpdaterTest, looksOnceADayAndFetchesButNeverInstallsUnasked) {
     dispatch.advance(59s);
-    EXPECT_EQ(done(), CallLog());
+    EXPECT_EQ(checks(), 0);
     dispatch.advance(1s);
-    EXPECT_EQ(done(), (CallLog{"remove replaced", "list feed key"}));
+    EXPECT_EQ(checks(), 1);
     worker.listDone(UpdateFailure::unreachable);
     EXPECT_EQ(title(), "") << "in silence";
     dispatch.advance(1h);
-    EXPECT_EQ(done(), CallLog{"list feed key"}) << "what failed is tried again";
+    EXPECT_EQ(checks(), 1) << "what failed is tried again";
     answerWith("2.0");
     EXPECT_EQ(title(), "");
     dispatch.advance(23h);
-    EXPECT_EQ(done(), CallLog());
+    EXPECT_EQ(checks(), 0);
     dispatch.advance(2h);
-    EXPECT_EQ(done(), CallLog{"list feed key"});
+    EXPECT_EQ(checks(), 1);
     answerWith("2.1");
-    EXPECT_EQ(done(), CallLog{"download 2.1 key"});
+    EXPECT_EQ(worker.downloading, "2.1");
     worker.progress(100);
     EXPECT_EQ(title(), "");
     worker.done(std::nullopt);
     EXPECT_EQ(title(), "stowpocket 2.1 is ready to be installed");
-    EXPECT_EQ(done(), CallLog()) << "the user is asked";
+    EXPECT_EQ(worker.installing, "") << "the user is asked";
     EXPECT_EQ(window.timesInFront, 0) << "and left to type what they type";
     window.choices.emit(UpdateChoice::skip);
-    EXPECT_EQ(done(), (CallLog{"cancel", "discard"}));
+    EXPECT_EQ(worker.downloading, "") << "nothing of it is kept";
     dispatch.advance(25h);
     answerWith("2.1");
     EXPECT_EQ(title(), "") << "it was skipped";
@@ -127,9 +128,9 @@ TEST_F(AppcastUpdaterTest, asksBeforeItFetchesWhereTheUserWantsThatOrTheFileIsNo
     answerWith("2.1");
     window.choices.emit(UpdateChoice::install);
     EXPECT_EQ(presentationOf(*window.shown).buttons.back(), (UpdateButton{"Download Page", UpdateChoice::openPage}));
-    static_cast<void>(done());
     window.choices.emit(UpdateChoice::openPage);
-    EXPECT_EQ(done(), (CallLog{"open https://e.example/page", "cancel"}));
+    EXPECT_EQ(openedPage, "https://e.example/page");
+    EXPECT_EQ(worker.downloading, "");
     EXPECT_EQ(title(), "");
 }
 
@@ -160,10 +161,11 @@ TEST_F(AppcastUpdaterTest, theReplacedVersionGoesOnceTheNewOneHasRun) {
     preferences.setValue(installedVersionKey, "2.0");
     start();
     dispatch.advance(59s);
-    EXPECT_EQ(done(), CallLog());
+    EXPECT_TRUE(worker.isReplacedThere);
     dispatch.advance(24h);
-    EXPECT_EQ(done(), CallLog{"remove replaced"});
+    EXPECT_FALSE(worker.isReplacedThere);
     EXPECT_FALSE(preferences.value(installedVersionKey));
+    EXPECT_EQ(checks(), 0) << "checks are off";
 }
 
 TEST_F(AppcastUpdaterTest, aVersionThatWasTakenBackIsToldOfOnceAndNoMoreInstalledUnasked) {
@@ -177,7 +179,7 @@ TEST_F(AppcastUpdaterTest, aVersionThatWasTakenBackIsToldOfOnceAndNoMoreInstalle
     dispatch.advance(1min);
     answerWith("2.1");
     EXPECT_EQ(title(), "");
-    EXPECT_EQ(done().back(), "list feed key");
+    EXPECT_EQ(worker.downloading, "");
     start();
     dispatch.advance(1s);
     EXPECT_EQ(title(), "");
@@ -189,7 +191,7 @@ TEST_F(AppcastUpdaterTest, withoutAFeedThereIsNothingToDo) {
     EXPECT_FALSE(updater->canCheckForUpdates());
     updater->checkForUpdates();
     dispatch.advance(25h);
-    EXPECT_EQ(done(), CallLog());
+    EXPECT_EQ(checks(), 0);
     EXPECT_EQ(title(), "");
 }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "updates/UpdaterController.h"
-
 #include "fakes/FakeCore.h"
 #include "fakes/FakeUpdates.h"
 #include "services/Preferences.h"
+#include "updates/InstallerImageCleanup.h"
 
 #include <gtest/gtest.h>
 
@@ -98,6 +98,79 @@ TEST_F(UpdaterControllerTest, anAnswerAfterItsEndDoesNothing) {
     feed.answer(200, "<item>");
     dispatch.runMain();
     EXPECT_TRUE(alerts.shown.empty());
+}
+
+using namespace std::chrono_literals;
+using Array = PropertyValue::Array;
+using Dictionary = PropertyValue::Dictionary;
+
+class InstallerImageCleanupTest : public testing::Test, protected FakeCore {
+protected:
+    void cleanUp(const char* program = "/Applications/stowpocket.app") {
+        tool.looks = 0;
+        InstallerImageCleanup cleanup({core, tool, tool, tool}, *FileURL::fromPath(program),
+                                      FileURL::fromPath("/home/user"));
+        cleanup.cleanUp();
+        dispatch.advance(7999ms);
+        EXPECT_EQ(dispatch.backgroundCount(), 0u);
+        dispatch.advance(1ms);
+        EXPECT_EQ(tool.looks, 0) << "not on the main thread";
+        dispatch.runAll();
+    }
+    void expectUntouched() const { EXPECT_TRUE(tool.detached.empty() && tool.trashed.empty()); }
+    static Dictionary image(const char* path, const char* mountPoint) {
+        return {{"image-path", path},
+                {"system-entities",
+                 Array{"rubbish", Dictionary{{"dev-entry", "disk4"}}, Dictionary{{"mount-point", "/Volumes/EFI"}},
+                       Dictionary{{"mount-point", mountPoint}}}}};
+    }
+
+    FakeImageTool tool;
+};
+
+TEST_F(InstallerImageCleanupTest, theFirstImageWithTheSameBundleIsDetachedAndTrashed) {
+    files.add("/Volumes/nameless/stowpocket.app");
+    files.add("/Volumes/b/stowpocket.app");
+    files.add("/Volumes/c/stowpocket.app");
+    Dictionary nameless = image("", "/Volumes/nameless");
+    nameless.erase("image-path");
+    tool.info = Dictionary{
+        {"images", Array{3, nameless, Dictionary{{"image-path", "/bare.dmg"}}, image("/a.dmg", "/Volumes/a"),
+                         image("/b.dmg", "/Volumes/b"), image("/c.dmg", "/Volumes/c")}}};
+    tool.canDetach = false;
+    cleanUp();
+    expectUntouched();
+    tool.canDetach = true;
+    cleanUp();
+    EXPECT_EQ(tool.detached, std::vector<std::string>{"/Volumes/b"});
+    EXPECT_EQ(tool.trashed, std::vector<std::string>{"/b.dmg"});
+    EXPECT_EQ(dispatch.idleWork, 2);
+}
+
+TEST_F(InstallerImageCleanupTest, onlyACopyInAnApplicationsFolderLooks) {
+    for (const auto& [program, looks] : {std::pair("/Applications/stowpocket.app", 1),
+                                         {"/ApplicationsBackup/stowpocket.app", 1},
+                                         {"/home/user/Applications/stowpocket.app", 1},
+                                         {"/home/user/ApplicationsBackup/stowpocket.app", 1},
+                                         {"/Volumes/stowpocket/stowpocket.app", 0}}) {
+        cleanUp(program);
+        EXPECT_EQ(tool.looks, looks) << program;
+    }
+}
+
+TEST_F(InstallerImageCleanupTest, whatTheToolSaysMayBeAnything) {
+    for (const std::optional<PropertyValue>& answer :
+         {std::optional<PropertyValue>(),
+          {"text"},
+          {Dictionary{}},
+          {Dictionary{{"images", "none"}}},
+          {Dictionary{{"images", Array{image("/a.dmg", "relative")}}}}}) {
+        tool.info = answer;
+        cleanUp();
+    }
+    tool.canRun = false;
+    cleanUp();
+    expectUntouched();
 }
 
 }  // namespace
