@@ -73,13 +73,18 @@ public:
         mostAtOnce = std::max(mostAtOnce, registered.size());
         return std::make_unique<ListedToken<HotkeyRegistration, Registered>>(registered);
     }
-    [[nodiscard]] HotkeySource source() const override { return currentSource; }
+    void press(std::uint32_t keyCode, std::uint32_t modifiers) {
+        const auto pressed = std::ranges::find_if(registered, [&](const Registered& hotkey) {
+            return hotkey.keyCode == keyCode && hotkey.modifiers == modifiers;
+        });
+        if (pressed != registered.end())
+            handler(&pressed->identifier);
+    }
 
     Handler handler;
     std::list<Registered> registered;
     std::size_t mostAtOnce = 0;
     bool refuses = false;
-    HotkeySource currentSource = HotkeySource::windowSystem;
 };
 
 class FakeLoginItem : public LoginItem {

@@ -50,20 +50,6 @@ protected:
     std::map<std::uint32_t, int> presses;
 };
 
-TEST_F(HotkeyTest, stopsWhenTheRegistrationGoes) {
-    auto shelf = service.registerHotkey(virtualS, optionShift, {0, 1});
-    const auto drop = service.registerHotkey(virtualD, optionShift, {0, 2});
-    hand.press({key::control, key::alt, key::shift, key::s});
-    hand.press({key::alt, key::s});
-    shelf.reset();
-    pressS();
-    ASSERT_TRUE(pressDAndWait());
-    EXPECT_EQ(presses[1], 0) << "other modifiers are other combinations";
-    shelf = service.registerHotkey(virtualS, optionShift, {0, 3});
-    pressS();
-    EXPECT_TRUE(comesTrue([&] { return presses[3] == 1; }));
-}
-
 TEST_F(HotkeyTest, equalOnesShareTheirKeysUntilOneMovesAway) {
     auto shelf = service.registerHotkey(virtualS, optionShift, {0, 1});
     auto drop = service.registerHotkey(virtualS, optionShift, {0, 3});
@@ -75,6 +61,8 @@ TEST_F(HotkeyTest, equalOnesShareTheirKeysUntilOneMovesAway) {
     ASSERT_TRUE(pressDAndWait());
     EXPECT_EQ(presses[1], 1) << "the other one moved away";
     // The two change places: the first takes keys that the second still has.
+    hand.press({key::control, key::alt, key::shift, key::s});  // other modifiers are other combinations
+    hand.press({key::alt, key::s});
     shelf.reset();
     shelf = service.registerHotkey(virtualD, optionShift, {0, 2});
     drop.reset();
@@ -89,11 +77,7 @@ TEST_F(HotkeyTest, survivesACombinationThatAnotherProgramHolds) {
     const std::uint16_t withCapsLock = XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK;
     xcb_grab_key(other, 0, hand.session().root(), withCapsLock, key::s, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     hand.sync();
-    const auto drop = service.registerHotkey(virtualD, optionShift, {0, 2});
     EXPECT_FALSE(service.registerHotkey(virtualS, optionShift, {0, 1}));
-    pressS();
-    ASSERT_TRUE(pressDAndWait());
-    EXPECT_EQ(presses[1], 0);
     const std::uint16_t withoutLocks = XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT;
     const XcbAnswer<xcb_generic_error_t> error(
         xcb_request_check(other, xcb_grab_key_checked(other, 0, hand.session().root(), withoutLocks, key::s,

@@ -150,20 +150,5 @@ TEST_F(LinuxThumbnailsTest, triesAFileOnceUntilItChanges) {
     EXPECT_EQ(runCount(), 2);
 }
 
-TEST_F(LinuxThumbnailsTest, answersNobodyAfterItsEnd) {
-    ASSERT_EQ(::mkfifo(files_.path("never").c_str(), 0600), 0);
-    useScript("read -r line < '" + files_.path("never") + "'", 100ms);
-    bool isAnswered = false;
-    for (const char* const name : {"a.png", "b.png", "c.png"}) {
-        thumbnails_->generate({files_.draw(name, {60, 60}), {48, 48}, 1},
-                              [&isAnswered](const auto&) { isAnswered = true; });
-    }
-    thumbnails_.reset();
-    bool isDrained = false;
-    dispatch_.async([&isDrained] { isDrained = true; });
-    EXPECT_TRUE(comesTrue([&isDrained] { return isDrained; }));
-    EXPECT_FALSE(isAnswered);
-}
-
 }  // namespace
 }  // namespace stowpocket

@@ -18,9 +18,8 @@ TEST(OwnExecutableTest, isTheAppImageOnlyForCodeInsideIt) {
     const auto image = "/home/u/Stow pocket.AppImage";
     EXPECT_EQ(executableToStart("/tmp/.mount_x/usr/bin/stowpocket", image, "/tmp/.mount_x"), image);
     EXPECT_EQ(executableToStart("/tmp/.mount_x/usr/bin/stowpocket", image, "/tmp/.mount_x/"), image);
-    for (const char* folder : {"/usr/b", "/opt", "", "/"})
-        EXPECT_EQ(executableToStart("/usr/bin/stowpocket", image, folder), "/usr/bin/stowpocket")
-            << "inherited from whoever started it: " << folder;
+    for (const char* folder : {"/usr/b", "", "/"})  // inherited from whoever started it
+        EXPECT_EQ(executableToStart("/usr/bin/stowpocket", image, folder), "/usr/bin/stowpocket") << folder;
     EXPECT_EQ(executableToStart("/usr/bin/stowpocket (deleted)", "", ""), "/usr/bin/stowpocket");
     EXPECT_TRUE(ownExecutable().ends_with("/linux_tests")) << ownExecutable();
 }
@@ -47,12 +46,10 @@ TEST(ProgramLock, tellsTheSecondProgramWhereTheFirstRuns) {
     first.emplace(path);  // its place is shorter than the one before
     EXPECT_FALSE(first->holder());
     ::setenv("DISPLAY", ":18", 1);
-    const ProgramLock second(path, 0ms);
-    for (const std::optional<std::string>& holder : {second.holder(), ProgramLock::holderOf(path)}) {
-        ASSERT_TRUE(holder);
-        EXPECT_NE(holder->find(", display :17, "), std::string::npos) << *holder;
-        EXPECT_TRUE(holder->ends_with(", process " + std::to_string(::getpid()))) << *holder;
+    const std::string place = ", display :17, process " + std::to_string(::getpid());
+    while (!ProgramLock::holderOf(path).value().ends_with(place)) {  // a thread of its own writes it
     }
+    EXPECT_TRUE(ProgramLock(path, 0ms).holder().value().ends_with(place));
     first.reset();
     EXPECT_FALSE(ProgramLock::holderOf(path));
     EXPECT_FALSE(ProgramLock(path, 0ms).holder());
