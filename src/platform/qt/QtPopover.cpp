@@ -17,6 +17,7 @@ namespace {
 constexpr int shadowWidth = 14;
 constexpr int shadowDrop = 3;
 constexpr int shadowStrength = 70;  // of 255, summed over the whole width
+constexpr int borderWidth = 2;
 constexpr float borderOpacity = 0.22F;
 
 QRect qRect(const Rect& rect) {
@@ -100,7 +101,8 @@ void PopoverWindow::fitContent() {
     const int arrow = static_cast<int>(popoverArrowHeight);
     const QRect panel = frame.adjusted(0, placement_.arrowSide == ArrowSide::top ? arrow : 0, 0,
                                        placement_.arrowSide == ArrowSide::top ? 0 : -arrow);
-    content_->setGeometry(panel.translated(-window.topLeft()));
+    panel_ = panel.translated(-window.topLeft());
+    content_->setGeometry(panel_);
     // The size limits are widened before and closed after the change, so that size and place change in one request:
     // the window manager replies to each one, and Qt waits for the server at each reply.
     setMinimumSize(minimumSize().boundedTo(window.size()));
@@ -131,15 +133,27 @@ void PopoverWindow::keyPressEvent(QKeyEvent* event) {
         QWidget::keyPressEvent(event);
 }
 
-void PopoverWindow::paintEvent(QPaintEvent*) {
+/// Whether no border, corner or shadow is drawn in it.
+bool PopoverWindow::isPlain(const QRect& area) const {
+    const int corner = static_cast<int>(popoverCornerRadius);
+    return panel_.adjusted(borderWidth, corner, -borderWidth, -corner).contains(area) ||
+           panel_.adjusted(corner, borderWidth, -corner, -borderWidth).contains(area);
+}
+
+void PopoverWindow::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
+    // Qt shares out fills as high as the outline to other threads and waits for them, which may take long.
+    if (isPlain(event->rect())) {
+        painter.fillRect(event->rect(), palette().window());
+        return;
+    }
     painter.setRenderHint(QPainter::Antialiasing, edge_ == PopoverEdge::shadowed);
     if (edge_ == PopoverEdge::shadowed)
         paintShadow(painter, outline_);
     QColor border = palette().color(QPalette::WindowText);
     border.setAlphaF(borderOpacity);
     // Half of the line lies outside a cut edge, so it is drawn twice as wide there.
-    painter.setPen(QPen(border, edge_ == PopoverEdge::cut ? 2 : 1));
+    painter.setPen(QPen(border, edge_ == PopoverEdge::cut ? borderWidth : 1));
     painter.fillPath(outline_, palette().window());
     painter.drawPath(outline_);
 }

@@ -59,11 +59,15 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    [[nodiscard]] bool isPlain(const QRect& area) const;
+
     const PopoverEdge edge_;
     const Place place_;
     const std::function<void()> cancel_;
     QWidget* content_ = nullptr;
     PopoverPlacement placement_;
+    /// The panel without its arrow, in window coordinates.
+    QRect panel_;
     /// The panel with its arrow, in window coordinates.
     QPainterPath outline_;
 };

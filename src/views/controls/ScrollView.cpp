@@ -21,6 +21,8 @@ constexpr double minimumKnobLength = 24;
 constexpr double endMargin = 2;
 constexpr double knobOpacity = 0.3;
 constexpr double grabbedKnobOpacity = 0.5;
+/// Qt shares out fills of more than 95 lines to other threads and waits for them, which may take long.
+constexpr int linesAtOnce = 64;
 
 }  // namespace
 
@@ -53,7 +55,10 @@ void ScrollIndicator::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(Theme::color(ColorRole::primary, palette(), grab_ ? grabbedKnobOpacity : knobOpacity));
-    painter.drawRoundedRect(knob(), knobWidth / 2.0, knobWidth / 2.0);
+    for (int top = 0; top < height(); top += linesAtOnce) {
+        painter.setClipRect(0, top, width(), linesAtOnce);
+        painter.drawRoundedRect(knob(), knobWidth / 2.0, knobWidth / 2.0);
+    }
 }
 
 void ScrollIndicator::mousePressEvent(QMouseEvent* event) {

@@ -23,22 +23,21 @@ public:
         const std::lock_guard lock(mutex_);
         if (dispatch_ == nullptr)
             return;
+        // Takes no lock: the thread that posts may lose the processor to the main thread while it holds it.
         dispatch_->async([self = shared_from_this(), answer = std::move(answer)] {
-            if (self->isOpen())
+            if (self->isOpen_)
                 answer();
         });
     }
     void close() {
+        isOpen_ = false;
         const std::lock_guard lock(mutex_);
         dispatch_ = nullptr;
     }
 
 private:
-    bool isOpen() {
-        const std::lock_guard lock(mutex_);
-        return dispatch_ != nullptr;
-    }
-
+    /// Main thread only.
+    bool isOpen_ = true;
     std::mutex mutex_;
     Dispatch* dispatch_;
 };
