@@ -136,5 +136,57 @@ TEST(QtDispatch, queuesRunHoweverMuchHangsInTheBackground) {
     EXPECT_TRUE(comesTrue([] {}, [&] { return ended == jobs; }));
 }
 
+TEST(WorkerThreads, keepTheirLimitUnlessOneOnlyWaits) {
+    std::promise<void> go;
+    const std::shared_future<void> released(go.get_future());
+    std::atomic<int> ran{0};
+    WorkerThreads threads(1, 1ms);
+    threads.start([&threads, released] {
+        EXPECT_TRUE(threads.runWait([released] {
+            released.wait();
+            return true;
+        }));
+    });
+    threads.start([&ran, released] {
+        ++ran;
+        released.wait();
+    });
+    threads.start([&ran] { ++ran; });
+    EXPECT_TRUE(comesTrue([] {}, [&] { return ran == 1; }));
+    EXPECT_FALSE(threads.finish(WorkerThreads::Clock::now()));
+    threads.clear();
+    go.set_value();
+    EXPECT_TRUE(threads.finish(WorkerThreads::Clock::now() + 20s));
+    EXPECT_EQ(ran, 1) << "what was dropped never runs, nor two at a time";
+}
+
+TEST(WorkerThreads, whatHangsIsLeftBehindAndMayEndLater) {
+    std::promise<void> answer;
+    const auto ended = std::make_shared<std::promise<void>>();
+    std::future<void> end = ended->get_future();
+    {
+        std::promise<void> started;
+        WorkerThreads threads(2, 1ms);
+        threads.start([&started, ended, answered = std::shared_future<void>(answer.get_future())] {
+            started.set_value();
+            answered.wait();
+            ended->set_value();
+        });
+        started.get_future().wait();
+    }
+    answer.set_value();
+    EXPECT_EQ(end.wait_for(20s), std::future_status::ready);
+}
+
+TEST(WorkerThreads, runWhateverComesWhileThreadsEnd) {
+    constexpr int rounds = 2000;
+    std::atomic<int> ran{0};
+    WorkerThreads threads(3, 0ms);
+    for (int round = 0; round < rounds; ++round)
+        threads.start([&ran] { ++ran; });
+    EXPECT_TRUE(threads.finish(WorkerThreads::Clock::now() + 20s));
+    EXPECT_EQ(ran, rounds);
+}
+
 }  // namespace
 }  // namespace stowpocket

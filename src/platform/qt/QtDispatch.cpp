@@ -1,24 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtDispatch.h"
 
-#include <QDeadlineTimer>
-#include <QThread>
 #include <QTimer>
 
-#include <algorithm>
-#include <array>
+#include <pthread.h>
+#include <sched.h>
+
 #include <deque>
 #include <future>
-#include <limits>
 #include <mutex>
 #include <utility>
 
 namespace stowpocket {
 namespace {
 
-/// Enough for a refresh and a batch at the same time.
-constexpr int maxThreads = 4;
-constexpr int maxExitDelayMs = 500;
+constexpr std::chrono::milliseconds maxExitDelay{500};
 
 class QtScheduledWork : public ScheduledWork {
 public:
@@ -89,7 +85,7 @@ struct SerialState {
 class ThreadSerialQueue : public SerialQueue {
 public:
     /// `threads` can give each queue a thread.
-    ThreadSerialQueue(QThreadPool& threads, std::string label) : threads_(threads), label_(std::move(label)) {}
+    ThreadSerialQueue(WorkerThreads& threads, std::string label) : threads_(threads), label_(std::move(label)) {}
 
     void sync(const std::function<void()>& work) override {
         const std::lock_guard lock(state_->running);
@@ -115,41 +111,19 @@ public:
     [[nodiscard]] std::string label() const override { return label_; }
 
 private:
-    QThreadPool& threads_;
+    WorkerThreads& threads_;
     const std::string label_;
     const std::shared_ptr<SerialState> state_ = std::make_shared<SerialState>();
 };
 
 }  // namespace
 
-QtDispatch::QtDispatch()
-    : pool_(std::make_unique<QThreadPool>()),
-      idlePool_(std::make_unique<QThreadPool>()),
-      queueThreads_(std::make_unique<QThreadPool>()) {
-    pool_->setMaxThreadCount(maxThreads);
-    idlePool_->setMaxThreadCount(1);
-    idlePool_->setThreadPriority(QThread::IdlePriority);
-    // A queue is idle most of the time and needs no thread then.
-    queueThreads_->setMaxThreadCount(std::numeric_limits<int>::max());
-    queueThreads_->setExpiryTimeout(0);
-}
-
-QtDispatch::~QtDispatch() {
-    if (finish())
-        return;
-    static_cast<void>(pool_.release());
-    static_cast<void>(idlePool_.release());
-    static_cast<void>(queueThreads_.release());
-}
-
 bool QtDispatch::finish() {
-    pool_->clear();
-    idlePool_->clear();
-    const QDeadlineTimer deadline(maxExitDelayMs);
-    const std::array pools{pool_.get(), idlePool_.get(), queueThreads_.get()};
-    return std::ranges::all_of(pools, [&deadline](QThreadPool* pool) {
-        return pool->waitForDone(static_cast<int>(deadline.remainingTime()));
-    });
+    threads_.clear();
+    idleThread_.clear();
+    const auto deadline = WorkerThreads::Clock::now() + maxExitDelay;
+    const bool queuesEnded = queueThreads_.finish(deadline);
+    return threads_.finish(deadline) && idleThread_.finish(deadline) && queuesEnded;
 }
 
 void QtDispatch::async(Work work) {
@@ -165,22 +139,23 @@ std::unique_ptr<ScheduledWork> QtDispatch::every(std::chrono::milliseconds inter
 }
 
 void QtDispatch::background(Work work) {
-    pool_->start(std::move(work));
+    threads_.start(std::move(work));
 }
 
 void QtDispatch::whenIdle(Work work) {
-    idlePool_->start(std::move(work));
+    idleThread_.start([work = std::move(work)] {
+        const sched_param none{};
+        ::pthread_setschedparam(::pthread_self(), SCHED_IDLE, &none);
+        work();
+    });
 }
 
 bool QtDispatch::runWait(const std::function<bool()>& wait) {
-    pool_->releaseThread();
-    const bool answer = wait();
-    pool_->reserveThread();
-    return answer;
+    return threads_.runWait(wait);
 }
 
 std::unique_ptr<SerialQueue> QtDispatch::serialQueue(std::string label) {
-    return std::make_unique<ThreadSerialQueue>(*queueThreads_, std::move(label));
+    return std::make_unique<ThreadSerialQueue>(queueThreads_, std::move(label));
 }
 
 void OneTimeEvent::occur() {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/qt/WorkerThreads.h"
 #include "services/Dispatch.h"
 
 #include <QObject>
-#include <QThreadPool>
 
 #include <functional>
 #include <memory>
@@ -20,13 +20,15 @@ public:
     }
 };
 
-/// Dispatch on the Qt event loop, a bounded thread pool, and one thread for each queue that has work. Create it on
-/// the main thread, after the application.
+/// Dispatch on the Qt event loop, a bounded number of threads, and one thread for each queue that has work. Create it
+/// on the main thread, after the application.
 class QtDispatch : public Dispatch {
 public:
-    QtDispatch();
+    QtDispatch() = default;
+    QtDispatch(const QtDispatch&) = delete;
+    QtDispatch& operator=(const QtDispatch&) = delete;
     /// Finishes. A thread blocked by a dead mount is left behind, so that it cannot keep the program from exiting.
-    ~QtDispatch() override;
+    ~QtDispatch() override { static_cast<void>(finish()); }
 
     /// Drops background work that has not started and gives the rest a moment to finish. Returns false if some of it
     /// hangs; then everything it uses must stay alive, including this dispatch.
@@ -43,11 +45,15 @@ public:
     [[nodiscard]] bool runWait(const std::function<bool()>& wait);
 
 private:
+    /// Enough for a refresh and a batch at the same time.
+    static constexpr int maxThreads = 4;
+    static constexpr std::chrono::seconds expiry{30};
+
     QObject mainQueue_;
-    std::unique_ptr<QThreadPool> pool_;
-    /// Has no thread until it gets work.
-    std::unique_ptr<QThreadPool> idlePool_;
-    std::unique_ptr<QThreadPool> queueThreads_;
+    WorkerThreads threads_{maxThreads, expiry};
+    WorkerThreads idleThread_{1, expiry};
+    /// A queue is idle most of the time and needs no thread then.
+    WorkerThreads queueThreads_{WorkerThreads::unlimited, std::chrono::milliseconds(0)};
 };
 
 /// An event that happens once while the program runs, and the work that waits for it. The work runs in its own turn

@@ -9,8 +9,8 @@ namespace stowpocket {
 namespace {
 
 constexpr int threadCount = 2;
-constexpr int idleThreadExpiryMs = 2000;
-constexpr int maxExitDelayMs = 500;
+constexpr std::chrono::seconds idleThreadExpiry{2};
+constexpr std::chrono::milliseconds maxExitDelay{500};
 
 }  // namespace
 
@@ -43,20 +43,16 @@ private:
 };
 
 ThumbnailWorkers::ThumbnailWorkers(Dispatch& dispatch)
-    : mainThread_(std::make_shared<MainThread>(dispatch)), pool_(std::make_unique<QThreadPool>()) {
-    pool_->setMaxThreadCount(threadCount);
-    pool_->setExpiryTimeout(idleThreadExpiryMs);
-}
+    : mainThread_(std::make_shared<MainThread>(dispatch)), threads_(threadCount, idleThreadExpiry) {}
 
 ThumbnailWorkers::~ThumbnailWorkers() {
     mainThread_->close();
-    pool_->clear();
-    if (!pool_->waitForDone(maxExitDelayMs))
-        static_cast<void>(pool_.release());
+    threads_.clear();
+    static_cast<void>(threads_.finish(WorkerThreads::Clock::now() + maxExitDelay));
 }
 
 void ThumbnailWorkers::run(std::function<Answer()> job) {
-    pool_->start([mainThread = mainThread_, job = std::move(job)] { mainThread->post(job()); });
+    threads_.start([mainThread = mainThread_, job = std::move(job)] { mainThread->post(job()); });
 }
 
 namespace {

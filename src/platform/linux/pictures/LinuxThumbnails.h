@@ -3,10 +3,9 @@
 
 #include "platform/linux/pictures/DesktopThumbnailer.h"
 #include "platform/linux/pictures/LocalThumbnailer.h"
+#include "platform/qt/WorkerThreads.h"
 #include "services/Dispatch.h"
 #include "services/Pictures.h"
-
-#include <QThreadPool>
 
 #include <chrono>
 #include <functional>
@@ -36,7 +35,7 @@ private:
     class MainThread;
 
     std::shared_ptr<MainThread> mainThread_;
-    std::unique_ptr<QThreadPool> pool_;
+    WorkerThreads threads_;
 };
 
 /// Thumbnails from the cache that the desktop shares, from picture files decoded in a process of their own, or from
