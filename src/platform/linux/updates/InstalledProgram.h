@@ -21,8 +21,8 @@ namespace stowpocket {
 /// Where a newer version of the program whose file is `program` waits, and where the replaced one is kept.
 [[nodiscard]] std::string downloadPath(const std::string& program);
 [[nodiscard]] std::string replacedPath(const std::string& program);
-/// The mark that an AppImage which has just replaced another leaves when it starts. Where it is still there at the next
-/// start, the replaced one takes its place again.
+/// The mark that an AppImage which has just replaced another leaves when it starts. Where it is still there at the
+/// next start, the replaced one takes its place again.
 [[nodiscard]] std::string startedPath(const std::string& program);
 
 /// Removes that mark when this process ends in order.
