@@ -10,10 +10,8 @@
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
 
-#include <functional>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace stowpocket {
 
@@ -31,14 +29,19 @@ public:
     }
 
     QVariant colorScheme;
-    /// What it was asked, in order, with the shortcuts of each set.
-    std::vector<std::string> calls;
+    /// The program, the shortcuts that were asked for last, and how often: each time the user may see a dialog.
+    QString application;
+    std::string shortcuts;
+    int dialogs = 0;
+    /// Sessions and questions that are open.
+    int sessions = 0;
+    int requests = 0;
     QVariant version{2U};
     /// The arguments of the answers to a new session and to its shortcuts; none: as it should be.
     std::optional<QVariantList> created;
     std::optional<QVariantList> bound;
-    /// Replaces the whole answer to a set of shortcuts.
-    std::function<void()> onBind;
+    /// Leaves the user's answer to a set of shortcuts open.
+    bool isSilent = false;
 
     void setColorScheme(const QVariant& scheme) {
         colorScheme = scheme;
@@ -64,17 +67,17 @@ public:
             return bus_.send(arguments == QVariantList{appearance, schemeKey} && colorScheme.isValid()
                                  ? message.createReply(QVariant::fromValue(QDBusVariant(colorScheme)))
                                  : message.createErrorReply(QDBusError::UnknownMethod, QStringLiteral("none")));
-        calls.push_back(member.toStdString());
         const QVariantMap options = qdbus_cast<QVariantMap>(arguments.value(arguments.size() - 1));
         if (member == QStringLiteral("CreateSession")) {
+            ++sessions;
             session_ = handle(message, "session", options.value(QStringLiteral("session_handle_token")));
             respond(message, options, created, {{QStringLiteral("session_handle"), session_}});
         } else if (member == QStringLiteral("BindShortcuts")) {
             bind(message, options);
         } else if (member == QStringLiteral("Close")) {
-            calls.back() += message.path().contains(QStringLiteral("/session/")) ? " session" : " request";
-        } else {
-            calls.back() += ' ' + arguments.value(0).toString().toStdString();
+            --(message.path().contains(QStringLiteral("/session/")) ? sessions : requests);
+        } else if (member == QStringLiteral("Register")) {
+            application = arguments.value(0).toString();
             bus_.send(message.createReply());
         }
         return true;
@@ -91,11 +94,13 @@ private:
     }
     void bind(const QDBusMessage& call, const QVariantMap& options) {
         const auto entries = qdbus_cast<PortalShortcutEntries>(call.arguments().at(1));
+        ++dialogs;
+        shortcuts.clear();
         for (const PortalShortcutEntry& entry : entries)
-            calls.back() += ' ' + entry.id.toStdString() + ' ' +
-                            entry.properties.value(QStringLiteral("preferred_trigger")).toString().toStdString();
-        if (onBind)
-            onBind();
+            shortcuts += entry.id.toStdString() + ' ' +
+                         entry.properties.value(QStringLiteral("preferred_trigger")).toString().toStdString() + ' ';
+        if (isSilent)
+            ++requests;
         else
             respond(call, options, bound, {{QStringLiteral("shortcuts"), QVariant::fromValue(entries)}});
     }

@@ -11,9 +11,8 @@ namespace stowpocket {
 /// it does by itself the server has seen when the call returns.
 class FakeDragSource {
 public:
-    explicit FakeDragSource(const std::string& selection = "XdndSelection") {
-        xcb_set_selection_owner(connection_, window_, session_->atom(selection), XCB_CURRENT_TIME);
-        static_cast<void>(session_->serverTime());
+    FakeDragSource() {
+        xcb_set_selection_owner(connection_, window_, session_->atom("XdndSelection"), XCB_CURRENT_TIME);
     }
     /// Proposes a name for the file.
     void propose(const std::string& name) {
@@ -25,7 +24,7 @@ public:
         reply_ = std::move(reply);
         onSave_ = std::move(onSave);
     }
-    enum class Manner { atOnce, inPieces, stopsInTheMiddle, silent, wrongUnits };
+    enum class Manner { atOnce, inPieces, stopsInTheMiddle, silent };
     /// Offers data in one more format.
     void offer(const std::string& format, std::string bytes, Manner manner = Manner::atOnce) {
         offers_[session_->atom(format)] = {std::move(bytes), manner};
@@ -87,29 +86,16 @@ private:
             wasTaken_ = (message.data.data32[1] & 1) != 0;
     }
     void answer(const xcb_selection_request_event_t& request) {
-        if (request.target == session_->atom(X11Atom::targets))
-            return list(request);
         const auto offer = offers_.find(request.target);
         if (offer == offers_.end())
             return save(request);
         const auto& [bytes, manner] = offer->second;
         if (manner == Manner::silent)
             return;
-        if (manner == Manner::atOnce) {
+        if (manner == Manner::atOnce)
             write(request.requestor, request.property, bytes);
-        } else if (manner == Manner::wrongUnits) {
-            xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, request.requestor, request.property,
-                                XCB_ATOM_CARDINAL, 32, 1, &request.time);
-        } else {
+        else
             begin(request, offer->second);
-        }
-        answerSelectionRequest(connection_, request, request.property);
-    }
-    void list(const xcb_selection_request_event_t& request) {
-        std::vector<xcb_atom_t> types;
-        for (const auto& [format, offer] : offers_)
-            types.push_back(format);
-        session_->setProperty(request.requestor, request.property, XCB_ATOM_ATOM, types);
         answerSelectionRequest(connection_, request, request.property);
     }
     void begin(const xcb_selection_request_event_t& request, const Offer& offer) {

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "linux/drags/FakeDragSource.h"
-#include "platform/linux/drags/X11Clipboard.h"
 #include "platform/linux/drags/X11IncomingDrops.h"
 #include "platform/qt/QtDispatch.h"
 #include "platform/qt/QtDrops.h"
@@ -68,11 +67,6 @@ protected:
     HastyDropsTest() : IncomingDropsTest({.silence = 100ms, .list = 1h, .contents = 1h}) {}
 };
 
-class HastyListsTest : public IncomingDropsTest {
-protected:
-    HastyListsTest() : IncomingDropsTest({.silence = 1h, .list = 1ms, .contents = 1h}) {}
-};
-
 TEST_F(IncomingDropsTest, bringTheFilesOfEverySourceThatHandsThemOver) {
     for (const Manner manner : {Manner::atOnce, Manner::inPieces}) {
         FakeDragSource source;
@@ -84,19 +78,11 @@ TEST_F(IncomingDropsTest, bringTheFilesOfEverySourceThatHandsThemOver) {
 
 TEST_F(HastyDropsTest, waitForNoSourceAndTakeNothingFromABadOne) {
     const std::string long_(2'000'000, 'x');
-    struct Case {
-        std::string format, bytes;
-        Manner manner;
-    };
-    const std::vector<Case> cases{{uriList, "file:///a", Manner::silent},
-                                  {uriList, long_, Manner::stopsInTheMiddle},
-                                  {uriList, "file:///a\n" + long_, Manner::inPieces},
-                                  {uriList, "", Manner::wrongUnits},
-                                  {uriList, "", Manner::inPieces},
-                                  {uriList, "", Manner::atOnce},
-                                  {"image/png", long_, Manner::silent},
-                                  {"image/png", long_, Manner::stopsInTheMiddle}};
-    for (const auto& [format, bytes, manner] : cases) {
+    for (const auto& [format, bytes, manner] : {std::tuple(uriList, std::string("file:///a"), Manner::silent),
+                                                {uriList, "file:///a\n" + long_, Manner::inPieces},
+                                                {uriList, "", Manner::inPieces},
+                                                {"image/png", long_, Manner::silent},
+                                                {"image/png", long_, Manner::stopsInTheMiddle}}) {
         FakeDragSource source;
         source.offer(format, bytes, manner);
         EXPECT_FALSE(drop(source)) << static_cast<int>(manner);
@@ -110,36 +96,6 @@ TEST_F(HastyDropsTest, waitForNoSourceAndTakeNothingFromABadOne) {
     FakeDragSource sound;
     sound.offer(uriList, "file:///a");
     EXPECT_TRUE(drop(sound));
-}
-
-TEST_F(HastyDropsTest, clipboardIsReadLikeADropAndWaitsForNoOwner) {
-    X11Clipboard clipboard(dispatch, {.silence = 100ms, .list = 1s, .contents = 1s});
-    const auto countPasted = [&](FakeDragSource& owner) {
-        std::optional<std::size_t> count;
-        clipboard.read([&](const auto& providers) { count = providers.size(); });
-        EXPECT_TRUE(comesTrue([&] { owner.work(); }, [&] { return count.has_value(); }));
-        return count.value_or(99);
-    };
-    for (const Manner manner : {Manner::silent, Manner::stopsInTheMiddle, Manner::wrongUnits, Manner::inPieces}) {
-        FakeDragSource owner("CLIPBOARD");
-        owner.offer("x-special/gnome-copied-files", "cut\nfile:///a\nfile:///b" + std::string(200'000, '\n'), manner);
-        EXPECT_EQ(countPasted(owner), manner == Manner::inPieces ? 2U : 0U);
-    }
-    FakeDragSource text("CLIPBOARD");
-    text.offer("UTF8_STRING", "words");
-    EXPECT_EQ(countPasted(text), 1U);
-    text.vanish();
-    EXPECT_EQ(countPasted(text), 0U);
-    clipboard.copyFiles({*FileURL::fromPath("/one"), *FileURL::fromPath("/bad\xFF")});
-    EXPECT_EQ(countPasted(text), 2U) << "its own offer, with every byte of the names";
-}
-
-TEST_F(HastyListsTest, waitLongerForContentsThanForAList) {
-    for (const auto& [format, isTaken] : {std::pair(uriList, false), {std::string("image/png"), true}}) {
-        FakeDragSource source;
-        source.offer(format, "file:///a\n" + std::string(500'000, 'x'), Manner::inPieces);
-        EXPECT_EQ(drop(source), isTaken) << format;
-    }
 }
 
 TEST_F(IncomingDropsTest, bringAPictureAsAFileAndNotItsAddress) {

@@ -7,30 +7,34 @@
 #include "platform/qt/QtImages.h"
 #include "support/PrivateBus.h"
 
+#include <QDBusVirtualObject>
+
 namespace stowpocket {
 namespace {
 
 using namespace std::chrono_literals;
 
-QString thumbnailerName() {
-    return QStringLiteral("org.freedesktop.thumbnails.Thumbnailer1");
-}
-QString thumbnailerPath() {
-    return QStringLiteral("/org/freedesktop/thumbnails/Thumbnailer1");
-}
-
-}  // namespace
+const QString thumbnailerName = QStringLiteral("org.freedesktop.thumbnails.Thumbnailer1");
+const QString thumbnailerPath = QStringLiteral("/org/freedesktop/thumbnails/Thumbnailer1");
 
 /// What a desktop offers, answering as the test wants.
-class FakeThumbnailer : public QObject {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.thumbnails.Thumbnailer1")
-
+class FakeThumbnailer : public QDBusVirtualObject {
 public:
     explicit FakeThumbnailer(const QDBusConnection& bus) : bus_(bus) {
-        EXPECT_TRUE(bus_.registerObject(thumbnailerPath(), this, QDBusConnection::ExportAllSlots));
-        EXPECT_TRUE(bus_.registerService(thumbnailerName()));
+        EXPECT_TRUE(bus_.registerVirtualObject(thumbnailerPath, this) && bus_.registerService(thumbnailerName));
     }
+    [[nodiscard]] QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection&) override {
+        const QVariantList arguments = message.arguments();
+        asked << arguments.at(0).toStringList().join(u' ') + u' ' + arguments.at(1).toStringList().join(u' ') + u' ' +
+                     arguments.at(2).toString() + u' ' + arguments.at(3).toString();
+        onQueue();
+        send(beforeTheAnswer);
+        bus_.send(message.createReply(41u));
+        send(afterTheAnswer);
+        return true;
+    }
+
     using Signal = std::pair<const char*, QVariantList>;
     using Signals = std::vector<Signal>;
     /// What it says of each request.
@@ -39,21 +43,11 @@ public:
     std::function<void()> onQueue = [] {};
     QStringList asked;
 
-public Q_SLOTS:
-    uint Queue(const QStringList& uris, const QStringList& types, const QString& size, const QString& scheduler,
-               uint) {
-        asked << uris.join(u' ') + u' ' + types.join(u' ') + u' ' + size + u' ' + scheduler;
-        onQueue();
-        send(beforeTheAnswer);
-        QTimer::singleShot(0, this, [this] { send(afterTheAnswer); });
-        return 41;
-    }
-
 private:
     void send(const Signals& signalsToSend) {
         for (const auto& [name, arguments] : signalsToSend) {
             QDBusMessage message =
-                QDBusMessage::createSignal(thumbnailerPath(), thumbnailerName(), QString::fromUtf8(name));
+                QDBusMessage::createSignal(thumbnailerPath, thumbnailerName, QString::fromUtf8(name));
             message.setArguments(arguments);
             EXPECT_TRUE(bus_.send(message));
         }
@@ -61,8 +55,6 @@ private:
 
     QDBusConnection bus_;
 };
-
-namespace {
 
 class DesktopThumbnailerTest : public testing::Test {
 protected:
@@ -140,21 +132,14 @@ TEST_F(DesktopThumbnailerTest, providesWhatIsNotDecodedHere) {
     QtDispatch dispatch;
     LinuxThumbnails thumbnails(dispatch, IMAGE_DECODER, 30s, client());
     std::vector<std::optional<Image>> answers;
-    const auto generate = [&thumbnails, &answers](const FileURL& url) {
+    for (const FileURL& url : {film, files.write("notes.txt", "text"), files.write("cut.png", "\x89PNG\r\n\x1A\n")}) {
         thumbnails.generate({url, {48, 48}, 1}, [&answers](const auto& image) { answers.push_back(image); });
         EXPECT_TRUE(comesTrue([&answers, count = answers.size()] { return answers.size() > count; }));
-    };
-    generate(film);
-    generate(files.write("notes.txt", "text"));
-    generate(files.write("cut.png", "\x89PNG\r\n\x1A\n"));
-    ASSERT_TRUE(answers.at(0));
-    EXPECT_EQ(qtImage(*answers[0]).size(), QSize(48, 24));
-    EXPECT_FALSE(answers.at(1));
-    EXPECT_FALSE(answers.at(2));
+    }
+    EXPECT_EQ(qtImage(answers.at(0).value()).size(), QSize(48, 24));
+    EXPECT_FALSE(answers[1] || answers[2]);
     EXPECT_EQ(desktop.asked.size(), 1) << desktop.asked.join(u'\n').toStdString();
 }
 
 }  // namespace
 }  // namespace stowpocket
-
-#include "DesktopThumbnailerTest.moc"

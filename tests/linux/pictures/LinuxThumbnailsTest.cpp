@@ -6,6 +6,7 @@
 
 #include <QBuffer>
 #include <QDBusConnection>
+#include <QPainter>
 
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -44,24 +45,19 @@ protected:
 
 TEST_F(LinuxThumbnailsTest, fitsPicturesIntoTheTile) {
     use(IMAGE_DECODER);
-    const std::optional<Image> wide = thumbnail(files_.draw("wide.png", {400, 200}), 2);
-    ASSERT_TRUE(wide);
-    EXPECT_EQ(qtImage(*wide).size(), QSize(96, 48));
-    EXPECT_EQ(wide->size, (Size{48, 24}));
-    EXPECT_EQ(qtImage(*wide).pixelColor(50, 20), QColor(Qt::red));
-    EXPECT_EQ(qtImage(*wide).format(), QImage::Format_RGB32) << "which is drawn fast and packed small";
+    const Image wide = thumbnail(files_.draw("wide.png", {400, 200}), 2).value();
+    EXPECT_EQ(qtImage(wide).size(), QSize(96, 48));
+    EXPECT_EQ(wide.size, (Size{48, 24}));
+    EXPECT_EQ(qtImage(wide).pixelColor(50, 20), QColor(Qt::red));
+    EXPECT_EQ(qtImage(wide).format(), QImage::Format_RGB32) << "which is drawn fast and packed small";
     QImage glass(60, 60, QImage::Format_ARGB32);
     glass.fill(QColor(0, 0, 255, 100));
     ASSERT_TRUE(glass.save(QString::fromStdString(files_.path("glass.png"))));
     EXPECT_EQ(qtImage(thumbnail(files_.url("glass.png")).value()).pixelColor(5, 5).alpha(), 100);
 
-    const std::optional<Image> small = thumbnail(files_.draw("small.bmp", {10, 20}));
-    ASSERT_TRUE(small);
-    EXPECT_EQ(qtImage(*small).size(), QSize(10, 20)) << "never enlarged";
-    const std::optional<Image> line = thumbnail(files_.draw("line.png", {4000, 2}));
-    ASSERT_TRUE(line);
-    EXPECT_EQ(qtImage(*line).size(), QSize(48, 1));
-
+    const auto sizeOf = [this](const FileURL& url) { return qtImage(thumbnail(url).value()).size(); };
+    EXPECT_EQ(sizeOf(files_.draw("small.bmp", {10, 20})), QSize(10, 20)) << "never enlarged";
+    EXPECT_EQ(sizeOf(files_.draw("line.png", {4000, 2})), QSize(48, 1));
     files_.draw("misnamed.png", {60, 60});
     ASSERT_TRUE(QFile::rename(QString::fromStdString(files_.path("misnamed.png")),
                               QString::fromStdString(files_.path("misnamed.jpg"))));
@@ -72,10 +68,7 @@ TEST_F(LinuxThumbnailsTest, turnsPhotographsUpright) {
     use(IMAGE_DECODER);
     QImage photograph(400, 200, QImage::Format_RGB32);
     photograph.fill(Qt::white);
-    for (int y = 0; y < 200; ++y) {
-        for (int x = 0; x < 200; ++x)
-            photograph.setPixelColor(x, y, Qt::black);
-    }
+    QPainter(&photograph).fillRect(0, 0, 200, 200, Qt::black);
     QByteArray jpeg;
     QBuffer buffer(&jpeg);
     ASSERT_TRUE(photograph.save(&buffer, "jpg"));
@@ -84,11 +77,10 @@ TEST_F(LinuxThumbnailsTest, turnsPhotographsUpright) {
                                        "4d4d002a00000008000101120003000000010006000000000000"));
     files_.write("turned.jpg", jpeg);
 
-    const std::optional<Image> upright = thumbnail(files_.url("turned.jpg"));
-    ASSERT_TRUE(upright);
-    ASSERT_EQ(qtImage(*upright).size(), QSize(24, 48));
-    EXPECT_LT(qtImage(*upright).pixelColor(12, 5).lightness(), 50);
-    EXPECT_GT(qtImage(*upright).pixelColor(12, 43).lightness(), 200);
+    const QImage upright = qtImage(thumbnail(files_.url("turned.jpg")).value());
+    ASSERT_EQ(upright.size(), QSize(24, 48));
+    EXPECT_LT(upright.pixelColor(12, 5).lightness(), 50);
+    EXPECT_GT(upright.pixelColor(12, 43).lightness(), 200);
 }
 
 TEST_F(LinuxThumbnailsTest, givesNoneForWhatHasNoPicture) {
@@ -129,7 +121,6 @@ TEST_F(LinuxThumbnailsTest, givesDecodersNothingButTheFile) {
     EXPECT_FALSE(thumbnail(picture));
     const QByteArray text = files_.read("seen");
     EXPECT_TRUE(text.contains("0 -> " + QByteArray::fromStdString(picture.path())));
-    EXPECT_TRUE(text.contains("PNG")) << "from its start";
     EXPECT_EQ(text.left(text.indexOf("PNG")).count(" -> "), 4) << text.toStdString();  // one is the listing itself
     for (const char* const name : {"HOME=", "XDG_RUNTIME_DIR=", "DISPLAY=", "PATH="})
         EXPECT_FALSE(files_.read("environment").contains(name)) << name;

@@ -94,24 +94,20 @@ TEST_F(LinuxWorkspaceIconsTest, drawsItsOwnWithoutATheme) {
     files_.write("program", "#!");
     ASSERT_EQ(::chmod(files_.path("program").c_str(), 0755), 0);
     const std::pair<const char*, const char*> table[] = {
-        {"a.7z", "archive"},       {"a.flac", "audio"},      {"a.cpp", "code"},         {"a.py", "code"},
-        {"a.json", "code"},        {"a.exe", "executable"},  {"program", "executable"}, {"missing", "file"},
-        {"a.iso", "file"},         {"folder", "folder"},     {"a.svg", "image"},        {"a.PDF", "pdf"},
-        {"a.odp", "presentation"}, {"a.csv", "spreadsheet"}, {"a.xlsx", "spreadsheet"}, {"a.docx", "text"},
-        {"README", "text"},        {"a.webm", "video"},
+        {"a.7z", "archive"},       {"a.flac", "audio"},       {"a.cpp", "code"},  {"a.exe", "executable"},
+        {"program", "executable"}, {"missing", "file"},       {"a.iso", "file"},  {"folder", "folder"},
+        {"a.svg", "image"},        {"a.PDF", "pdf"},          {"README", "text"}, {"a.odp", "presentation"},
+        {"a.csv", "spreadsheet"},  {"a.xlsx", "spreadsheet"}, {"a.docx", "text"}, {"a.webm", "video"},
     };
-    std::map<std::string, QImage> drawings;
+    std::map<QByteArray, std::string> kinds;  // by their drawings
     for (const auto& [name, kind] : table) {
         const QImage drawing = bundledIcon(QString::fromUtf8(kind), 48);
         EXPECT_EQ(icon(name), drawing) << name;
         EXPECT_GT(drawing.pixelColor(24, 30).alpha(), 0) << kind << " is not empty";
-        drawings.emplace(kind, drawing);
+        const QByteArray pixels(reinterpret_cast<const char*>(drawing.constBits()), drawing.sizeInBytes());
+        EXPECT_EQ(kinds.emplace(pixels, kind).first->second, kind) << "another kind is drawn so too";
     }
-    for (auto one = drawings.begin(); one != drawings.end(); ++one) {
-        for (auto other = std::next(one); other != drawings.end(); ++other)
-            EXPECT_NE(one->second, other->second) << one->first << " and " << other->first;
-    }
-    EXPECT_EQ(icon(*FileURL::fromPath("/no/such/folder/")), drawings.at("folder"));
+    EXPECT_EQ(icon(*FileURL::fromPath("/no/such/folder/")), bundledIcon(QStringLiteral("folder"), 48));
 }
 
 TEST_F(LinuxWorkspaceIconsTest, drawsForTheScreen) {

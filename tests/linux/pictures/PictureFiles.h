@@ -7,6 +7,7 @@
 
 #include <QCryptographicHash>
 #include <QDir>
+#include <QFileInfo>
 #include <QImage>
 
 #include <gtest/gtest.h>
@@ -37,10 +38,13 @@ public:
         image.fill(Qt::blue);
         image.setText(QStringLiteral("Thumb::URI"), QString::fromStdString(uri));
         image.setText(QStringLiteral("Thumb::MTime"), QString::fromStdString(modified));
-        const QDir folder(qEnvironmentVariable("XDG_CACHE_HOME") + QStringLiteral("/thumbnails/") + sizeName);
-        EXPECT_TRUE(folder.mkpath(QStringLiteral(".")));
+        const QString file = cachePath(uri, sizeName);
+        EXPECT_TRUE(QDir().mkpath(QFileInfo(file).path()) && image.save(file));
+    }
+    static QString cachePath(const std::string& uri, const QString& sizeName = QStringLiteral("normal")) {
         const QByteArray key = QCryptographicHash::hash(QByteArray::fromStdString(uri), QCryptographicHash::Md5);
-        EXPECT_TRUE(image.save(folder.filePath(QString::fromLatin1(key.toHex()) + QStringLiteral(".png"))));
+        return QStringLiteral("%1/thumbnails/%2/%3.png")
+            .arg(qEnvironmentVariable("XDG_CACHE_HOME"), sizeName, QString::fromLatin1(key.toHex()));
     }
     static std::int64_t modifiedSeconds(const FileURL& url) {
         return RegularFile::stateAt(url.path())->modifiedSeconds;

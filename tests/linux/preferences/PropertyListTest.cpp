@@ -21,18 +21,13 @@ std::string repeated(const std::string& text, int times) {
     return all;
 }
 
-TEST(PropertyList, keepsEveryTypeOfValue) {
-    using Limits = std::numeric_limits<std::int64_t>;
+TEST(PropertyList, keepsWhatIsHardToWrite) {
     const PropertyValue value(PropertyValue::Dictionary{
         {"", "empty key"},
-        {"booleans", PropertyValue::Array{true, false}},
-        {"integers", PropertyValue::Array{0, -5, Limits::min(), Limits::max()}},
-        {"reals", PropertyValue::Array{1700000000.123456, 1795247336.631275, -0.1, 1e300, 5e-324,
+        {"reals", PropertyValue::Array{1700000000.123456, 1795247336.631275, -0.1, 5e-324,
                                        std::numeric_limits<double>::infinity()}},
-        {"text", PropertyValue::Array{"", "  ", "a\x01\x1f\r\n\t\x7f]]>&amp;<>\"'", "\xC3\xA9\xF0\x9F\x93\x81"}},
-        {"data", PropertyValue::Array{Bytes{}, Bytes{0, 255, '<', 10}, Bytes(100'000, 7)}},
-        {"dates", PropertyValue::Array{Date{}, Date{std::chrono::seconds(1'700'000'000)}}},
-        {"empty", PropertyValue::Array{PropertyValue::Array{}, PropertyValue::Dictionary{}}},
+        {"text", PropertyValue::Array{"a\x01\x1f\r\n\t\x7f]]>&amp;<>\"'", "\xC3\xA9\xF0\x9F\x93\x81"}},
+        {"data", Bytes(100'000, 7)},
     });
     const std::string before = std::setlocale(LC_ALL, nullptr);
     std::setlocale(LC_ALL, "de_DE.UTF-8");  // where it is installed, its decimal comma changes nothing

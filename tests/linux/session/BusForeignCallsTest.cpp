@@ -49,12 +49,13 @@ protected:
 
 TEST_F(BusForeignCallsTest, malformedRequestsAreAnsweredAndChangeNothing) {
     instance.serve(commands);
-    EXPECT_EQ(errorOf("Add", {}), "InvalidArgs");
-    EXPECT_EQ(errorOf("Add", {QStringLiteral("file:///a")}), "InvalidArgs");
-    EXPECT_EQ(errorOf("Add", {QStringList(), 1}), "InvalidArgs");
-    EXPECT_EQ(errorOf("Remove", {QVariantList{1, 2}}), "InvalidArgs");
-    EXPECT_EQ(errorOf("Clear", {true}), "InvalidArgs");
-    EXPECT_EQ(errorOf("Show", {}), "InvalidArgs");
+    for (const auto& [method, arguments] : {std::pair("Add", QVariantList()),
+                                            {"Add", {QStringLiteral("file:///a")}},
+                                            {"Add", {QStringList(), 1}},
+                                            {"Remove", {QVariantList{1, 2}}},
+                                            {"Clear", {true}},
+                                            {"Show", {}}})
+        EXPECT_EQ(errorOf(method, arguments), "InvalidArgs") << method;
     EXPECT_EQ(errorOf("Quit", {}), "UnknownMethod");
     EXPECT_FALSE(views.popover->isOpen);
     const QString key = QStringLiteral("activation-token");
@@ -141,11 +142,8 @@ TEST_F(BusForeignCallsTest, anotherUserIsRefused) {
 
 TEST_F(BusForeignCallsTest, requestsThatComeDuringTheStartAreKept) {
     const QDBusPendingCall early = stranger.asyncCall(shelfCall("Add", {QStringList{QStringLiteral("file:///a")}}));
-    const QDBusMessage ping =
-        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
-                                       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"));
     for (int round = 0; round < 5; ++round)
-        static_cast<void>(bus.call(stranger, ping));
+        EXPECT_TRUE(stranger.interface()->isServiceRegistered(shelfBus::service));
     instance.serve(commands);
     EXPECT_EQ(bus.answer(early).arguments(), (QVariantList{QStringList{QStringLiteral("added")}, QString()}));
 }

@@ -109,20 +109,11 @@ TEST_F(StartupTest, staysOutOfListsOfWindowsHoweverOftenItIsShown) {
 }
 
 TEST(StartupIdTest, readsTheTimeAtTheEnd) {
-    const std::vector<std::pair<const char*, std::optional<std::uint32_t>>> cases{
-        {"a_TIME12", 12},
-        {"_TIME4294967295", 4294967295},
-        {"a_TIME1_TIME2", 2},
-        {"a_TIME0", std::nullopt},
-        {"a_TIME", std::nullopt},
-        {"a_TIME-1", std::nullopt},
-        {"a_TIME12 ", std::nullopt},
-        {"a_TIME4294967296", std::nullopt},
-        {"TIME12", std::nullopt},
-        {"", std::nullopt},
-    };
-    for (const auto& [id, time] : cases)
+    for (const auto& [id, time] :
+         {std::pair("a_TIME12", 12u), {"_TIME4294967295", 4294967295u}, {"a_TIME1_TIME2", 2u}})
         EXPECT_EQ(startupTime(id), time) << id;
+    for (const char* const id : {"a_TIME0", "a_TIME", "a_TIME-1", "a_TIME12 ", "a_TIME4294967296", "TIME12", ""})
+        EXPECT_EQ(startupTime(id), std::nullopt) << id;
 }
 
 }  // namespace
