@@ -13,7 +13,6 @@
 #include <algorithm>
 #include <functional>
 #include <malloc.h>
-#include <unistd.h>
 
 namespace stowpocket {
 namespace {
@@ -91,10 +90,13 @@ const std::vector<BusInstance::Method>& BusInstance::methods() {
 }
 
 BusInstance::BusInstance(QDBusConnection bus, std::string version, Connect connectAgain)
-    : bus_(std::move(bus)), version_(std::move(version)), connect_(std::move(connectAgain)) {
+    : bus_(std::move(bus)),
+      version_(std::move(version)),
+      connect_(std::move(connectAgain)),
+      requests_(bus_, [this](const QDBusMessage& request) {
+          refuse(request, QDBusError::AccessDenied, QStringLiteral("this shelf belongs to another user"));
+      }) {
     qDBusRegisterMetaType<shelfBus::ItemList>();
-    turns_.setSingleShot(true);
-    connect(&turns_, &QTimer::timeout, this, [this] { takeTurns(); });
     quiet_.setSingleShot(true);
     quiet_.setInterval(quietTime);
     connect(&quiet_, &QTimer::timeout, this, [this] {
@@ -124,7 +126,7 @@ void BusInstance::joinAgain() {
         return QDBusConnection::disconnectFromBus(name);
     joining_.stop();
     bus_ = bus;
-    senders_.clear();
+    requests_.moveTo(bus);
     if (claim() == Claim::takenByAnother)
         qCWarning(sessionLog, "another program has the name on the session bus, this one cannot be reached any more");
 }
@@ -148,7 +150,7 @@ BusInstance::Claim BusInstance::claim() {
 
 void BusInstance::serve(ShelfRequests& commands) {
     commands_ = &commands;
-    takeTurns();
+    requests_.serve([this](const QDBusMessage& request) { carryOut(request); });
 }
 
 /// The interface from the installed description. The library writes the document around it.
@@ -172,65 +174,11 @@ bool BusInstance::handleMessage(const QDBusMessage& message, const QDBusConnecti
     else if (message.signature() != method->signature)
         refuse(message, QDBusError::InvalidArgs,
                QStringLiteral("%1 takes \"%2\"").arg(method->name, method->signature));
-    else if (commands_ == nullptr && waitingCount() >= maxWaitingRequests)
+    else if (commands_ == nullptr && requests_.count() >= maxWaitingRequests)
         refuse(message, QDBusError::LimitsExceeded, QStringLiteral("too many requests"));
     else
-        enqueue(message);
+        requests_.add(message);
     return true;
-}
-
-void BusInstance::enqueue(const QDBusMessage& request) {
-    const auto [sender, isNew] = senders_.try_emplace(request.service());
-    sender->second.requests.push_back(request);
-    if (isNew)
-        askForUser(request.service());
-}
-
-/// A bus may accept other users, but the shelf serves its owner only.
-void BusInstance::askForUser(const QString& sender) {
-    const QDBusMessage question = busCall(QStringLiteral("GetConnectionUnixUser"), {sender});
-    callOnBus(bus_, question, *this, [this, sender](const QDBusMessage& answer) {
-        const QDBusReply<uint> user = answer;
-        const auto asked = senders_.find(sender);
-        if (asked == senders_.end())
-            return;
-        if (user.isValid() && user.value() == ::geteuid()) {
-            asked->second.isOwner = true;
-            return takeTurns();
-        }
-        const Sender stranger = std::move(asked->second);
-        senders_.erase(asked);
-        for (const QDBusMessage& request : stranger.requests)
-            refuse(request, QDBusError::AccessDenied, QStringLiteral("this shelf belongs to another user"));
-    });
-}
-
-void BusInstance::takeTurns() {
-    if (commands_ == nullptr)
-        return;
-    // A sender is forgotten after its last request, since its name may be another's after a restart of the bus.
-    bool isMoreWaiting = false;
-    for (auto next = senders_.begin(); next != senders_.end();) {
-        const auto sender = next++;
-        if (!sender->second.isOwner)
-            continue;
-        const QDBusMessage request = std::move(sender->second.requests.front());
-        sender->second.requests.pop_front();
-        if (sender->second.requests.empty())
-            senders_.erase(sender);
-        else
-            isMoreWaiting = true;
-        carryOut(request);
-    }
-    if (isMoreWaiting)
-        turns_.start();
-}
-
-std::size_t BusInstance::waitingCount() const {
-    std::size_t count = 0;
-    for (const auto& [name, sender] : senders_)
-        count += sender.requests.size();
-    return count;
 }
 
 /// The memory of a flood of requests would otherwise stay with the allocator.

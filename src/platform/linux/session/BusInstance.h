@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/session/BusRequests.h"
 #include "services/MainBundle.h"
 #include "services/RunningShelf.h"
 
@@ -12,9 +13,7 @@
 #include <QTimer>
 #include <QVariantMap>
 
-#include <deque>
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -72,17 +71,6 @@ private:
     struct Method;
     static const std::vector<Method>& methods();
 
-    /// The requests of one connection, in order of arrival.
-    struct Sender {
-        bool isOwner = false;
-        std::deque<QDBusMessage> requests;
-    };
-
-    void enqueue(const QDBusMessage& request);
-    void askForUser(const QString& sender);
-    /// Carries out one waiting request of each sender, so that a flood from one does not delay the others.
-    void takeTurns();
-    [[nodiscard]] std::size_t waitingCount() const;
     void noteWeight(std::size_t names);
     void carryOut(const QDBusMessage& request);
     void answer(const QDBusMessage& request, const QVariantList& values);
@@ -102,9 +90,7 @@ private:
     /// Runs while the bus is down.
     QTimer joining_;
     ShelfRequests* commands_ = nullptr;
-    /// Senders with waiting requests, by unique name.
-    std::map<QString, Sender> senders_;
-    QTimer turns_;
+    BusRequests requests_;
     /// What requests have cost since memory was last returned to the system, which happens in a quiet moment.
     std::size_t weight_ = 0;
     QTimer quiet_;
