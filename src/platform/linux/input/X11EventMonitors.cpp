@@ -49,7 +49,13 @@ KeyEvent keyEventOf(const QKeyEvent& event, std::uint8_t physicalKey) {
 
 /// Buttons as the X protocol numbers them. Higher numbers are wheels and thumb buttons.
 constexpr std::uint32_t leftButton = 1;
+constexpr std::uint32_t middleButton = 2;
 constexpr std::uint32_t rightButton = 3;
+
+/// The bit of `pressedMouseButtons`.
+std::uint32_t bitOf(std::uint32_t button) {
+    return button == leftButton ? 1 : button == rightButton ? 2 : button == middleButton ? 4 : 0;
+}
 
 XcbAnswer<xcb_query_pointer_reply_t> pointerIn(xcb_connection_t* connection, xcb_window_t window) {
     return XcbAnswer<xcb_query_pointer_reply_t>(
@@ -107,22 +113,18 @@ X11ClickWatch::~X11ClickWatch() {
     QObject::disconnect(deactivation_);
 }
 
-std::uint32_t X11ClickWatch::pressedButtons() {
-    const std::uint32_t held = heldButtons();
-    staleButtons_ &= held;
-    return held & ~staleButtons_;
-}
-
 std::uint32_t X11ClickWatch::heldButtons() const {
     const auto pointer = pointerIn(connection_, root_);
-    const auto bit = [&pointer](xcb_button_mask_t button, std::uint32_t value) {
-        return pointer && (pointer->mask & button) != 0 ? value : 0;
+    const auto bit = [&pointer](xcb_button_mask_t mask, std::uint32_t button) {
+        return pointer && (pointer->mask & mask) != 0 ? bitOf(button) : 0;
     };
-    return bit(XCB_BUTTON_MASK_1, 1) | bit(XCB_BUTTON_MASK_3, 2) | bit(XCB_BUTTON_MASK_2, 4);
+    return bit(XCB_BUTTON_MASK_1, leftButton) | bit(XCB_BUTTON_MASK_2, middleButton) |
+           bit(XCB_BUTTON_MASK_3, rightButton);
 }
 
 void X11ClickWatch::monitorsChanged() {
     selectServerEvents();
+    staleButtons_ &= heldButtons();
     QObject::disconnect(deactivation_);
     if (monitors_.isEmpty() || !isWaylandSession())
         return;
@@ -158,9 +160,16 @@ void X11ClickWatch::selectServerEvents() {
 }
 
 bool X11ClickWatch::handleEvent(const xcb_generic_event_t& event) {
-    if (isOutsideClick(event))
-        reportClick();
+    const auto* const press = eventAs<xcb_input_raw_button_press_event_t>(event, XCB_GE_GENERIC);
+    if (press != nullptr && press->extension == inputExtension_ && press->event_type == XCB_INPUT_RAW_BUTTON_PRESS)
+        handlePress(press->detail);
     return false;
+}
+
+void X11ClickWatch::handlePress(std::uint32_t button) {
+    staleButtons_ &= ~bitOf(button);
+    if ((button == leftButton || button == rightButton) && !pointerIsOverOwnWindow())
+        reportClick();
 }
 
 void X11ClickWatch::reportClick() const {
@@ -168,13 +177,6 @@ void X11ClickWatch::reportClick() const {
         handler();
         return false;
     }));
-}
-
-bool X11ClickWatch::isOutsideClick(const xcb_generic_event_t& event) const {
-    const auto* const press = eventAs<xcb_input_raw_button_press_event_t>(event, XCB_GE_GENERIC);
-    return press != nullptr && press->extension == inputExtension_ &&
-           press->event_type == XCB_INPUT_RAW_BUTTON_PRESS &&
-           (press->detail == leftButton || press->detail == rightButton) && !pointerIsOverOwnWindow();
 }
 
 /// Raw events carry no position. Every window of this connection has a number from the connection's own range.

@@ -61,12 +61,12 @@ public:
         return monitors_.add(std::move(handler));
     }
     /// Bit 0 is left, bit 1 right, bit 2 middle.
-    [[nodiscard]] std::uint32_t pressedButtons();
+    [[nodiscard]] std::uint32_t pressedButtons() const { return heldButtons() & ~staleButtons_; }
 
 private:
     [[nodiscard]] std::uint32_t heldButtons() const;
     bool handleEvent(const xcb_generic_event_t& event) override;
-    [[nodiscard]] bool isOutsideClick(const xcb_generic_event_t& event) const;
+    void handlePress(std::uint32_t button);
     [[nodiscard]] bool pointerIsOverOwnWindow() const;
     void monitorsChanged();
     void selectServerEvents();
@@ -77,7 +77,8 @@ private:
     const AfterDrag afterDrag_;
     const xcb_window_t root_;
     std::uint8_t inputExtension_ = 0;
-    /// What the server still takes for held after a drag that ended over a Wayland window: it missed the release.
+    /// What the server still takes for held after a drag that ended over a Wayland window: it missed the release. The
+    /// next press of such a button shows that it has heard of the release since.
     std::uint32_t staleButtons_ = 0;
     QMetaObject::Connection deactivation_;
     MonitorList<Handler> monitors_{[this] { monitorsChanged(); }};
@@ -107,8 +108,7 @@ public:
 
 private:
     KeyDownMonitors keyDowns_;
-    /// Forgets, when asked, what is no longer so.
-    mutable X11ClickWatch clicks_;
+    X11ClickWatch clicks_;
 };
 
 }  // namespace stowpocket
