@@ -62,6 +62,34 @@ std::string jsonString(std::string_view text) {
     return quoted + '"';
 }
 
+using NameText = std::string (*)(std::string_view name);
+
+std::optional<std::string> field(char letter, const StagedFile& file, NameText nameText) {
+    switch (letter) {
+    case 'p':
+        return nameText(file.fileURL.path());
+    case 'n':
+        return nameText(file.fileURL.lastPathComponent());
+    case 'u':
+        return file.fileURL.string();
+    case 'i':
+        return file.id;
+    case 's':
+        return std::to_string(file.fileSize);
+    case '%':
+        return "%";
+    default:
+        return std::nullopt;
+    }
+}
+
+std::optional<std::string> escaped(char letter) {
+    constexpr std::string_view letters = "0nt\\";
+    constexpr std::string_view characters{"\0\n\t\\", letters.size()};
+    const std::size_t at = letters.find(letter);
+    return at == std::string_view::npos ? std::nullopt : std::optional(std::string(1, characters[at]));
+}
+
 }  // namespace
 
 std::string_view helpText() {
@@ -116,38 +144,6 @@ std::string printable(std::string_view text) {
     }
     return quoted + '\'';
 }
-
-namespace {
-
-using NameText = std::string (*)(std::string_view name);
-
-std::optional<std::string> field(char letter, const StagedFile& file, NameText nameText) {
-    switch (letter) {
-    case 'p':
-        return nameText(file.fileURL.path());
-    case 'n':
-        return nameText(file.fileURL.lastPathComponent());
-    case 'u':
-        return file.fileURL.string();
-    case 'i':
-        return file.id;
-    case 's':
-        return std::to_string(file.fileSize);
-    case '%':
-        return "%";
-    default:
-        return std::nullopt;
-    }
-}
-
-std::optional<std::string> escaped(char letter) {
-    constexpr std::string_view letters = "0nt\\";
-    constexpr std::string_view characters{"\0\n\t\\", letters.size()};
-    const std::size_t at = letters.find(letter);
-    return at == std::string_view::npos ? std::nullopt : std::optional(std::string(1, characters[at]));
-}
-
-}  // namespace
 
 std::optional<std::string> listText(std::span<const StagedFile> files, std::string_view format, char end) {
     const NameText nameText =

@@ -45,6 +45,22 @@ std::int64_t integerOf(double number) {
     return number < -limit ? std::numeric_limits<std::int64_t>::min() : static_cast<std::int64_t>(number);
 }
 
+using Values = PropertyValue::Dictionary;
+
+std::set<std::string> keysThatDiffer(const Values& some, const Values& others) {
+    std::set<std::string> keys;
+    const auto compare = [&keys](const Values& left, const Values& right) {
+        for (const auto& [key, value] : left) {
+            const PropertyValue* const other = find(right, key);
+            if (other == nullptr || *other != value)
+                keys.insert(key);
+        }
+    };
+    compare(some, others);
+    compare(others, some);
+    return keys;
+}
+
 }  // namespace
 
 bool PreferenceStore::boolean(std::string_view key) const {
@@ -71,26 +87,6 @@ std::string PreferenceStore::string(std::string_view key) const {
     const std::optional<PropertyValue> found = value(key);
     return found && found->string() != nullptr ? *found->string() : std::string();
 }
-
-namespace {
-
-using Values = PropertyValue::Dictionary;
-
-std::set<std::string> keysThatDiffer(const Values& some, const Values& others) {
-    std::set<std::string> keys;
-    const auto compare = [&keys](const Values& left, const Values& right) {
-        for (const auto& [key, value] : left) {
-            const PropertyValue* const other = find(right, key);
-            if (other == nullptr || *other != value)
-                keys.insert(key);
-        }
-    };
-    compare(some, others);
-    compare(others, some);
-    return keys;
-}
-
-}  // namespace
 
 void LayeredPreferenceStore::registerDefaults(PropertyValue::Dictionary defaults) {
     for (auto& [key, value] : defaults)

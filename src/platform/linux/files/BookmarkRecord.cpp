@@ -56,58 +56,6 @@ Moment momentOf(const struct statx_timestamp& time) {
     return {time.tv_sec, time.tv_nsec};
 }
 
-}  // namespace
-
-Sighting lookAt(int folder, const char* name, Detail detail) {
-    constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
-    struct statx found {};
-    if (::statx(folder, name, flags, STATX_BASIC_STATS | STATX_BTIME | STATX_MNT_ID, &found) != 0) {
-        const bool isAbsent = errno == ENOENT || errno == ENOTDIR || errno == ENAMETOOLONG;
-        return {isAbsent ? Sighting::Kind::absent : Sighting::Kind::unknown, {}};
-    }
-    FileIdentity identity{.type = typeOf(found.stx_mode),
-                          .inode = {.inode = found.stx_ino, .birth = std::nullopt},
-                          .handle = {},
-                          .size = static_cast<std::int64_t>(found.stx_size),
-                          .modified = momentOf(found.stx_mtime),
-                          .device = (std::uint64_t{found.stx_dev_major} << 32u) | found.stx_dev_minor,
-                          .mountId = (found.stx_mask & STATX_MNT_ID) != 0 ? found.stx_mnt_id : 0};
-    if ((found.stx_mask & STATX_BTIME) != 0)
-        identity.inode.birth = momentOf(found.stx_btime);
-    if (detail == Detail::handle || !identity.inode.birth)
-        identity.handle = handleOf(folder, name);
-    return {Sighting::Kind::present, std::move(identity)};
-}
-
-bool isSameFile(const FileIdentity& recorded, const FileIdentity& seen) {
-    if (recorded.type != seen.type || recorded.inode.inode != seen.inode.inode)
-        return false;
-    const bool bothHaveHandles = !recorded.handle.empty() && !seen.handle.empty();
-    if (bothHaveHandles && recorded.handle != seen.handle)
-        return false;
-    if (recorded.inode.birth && seen.inode.birth)
-        return recorded.inode.birth == seen.inode.birth;
-    return bothHaveHandles && recorded.size == seen.size && recorded.modified == seen.modified;
-}
-
-std::string volumeIdentifier(const std::string& mountPoint) {
-    // FS_IOC_GETFSUUID of newer kernel headers.
-    struct VolumeUUID {
-        unsigned char length;
-        std::array<unsigned char, 16> octets;
-    };
-    constexpr unsigned long getVolumeUUID = _IOR(0x15, 0, VolumeUUID);
-    const FileDescriptor root(::open(mountPoint.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    VolumeUUID uuid{};
-    if (!root.isOpen() || ::ioctl(root.get(), getVolumeUUID, &uuid) != 0)
-        return {};
-    const std::span<const unsigned char> octets(uuid.octets);
-    const auto isZero = [](unsigned char octet) { return octet == 0; };
-    return std::ranges::all_of(octets, isZero) ? std::string() : hexadecimal(octets);
-}
-
-namespace {
-
 constexpr qint64 formatVersion = 1;
 /// Four times what a path of the greatest length takes.
 constexpr std::size_t maxEncodedSize = std::size_t{64} * 1024;
@@ -173,6 +121,54 @@ std::vector<InodeIdentity> readAncestors(const QJsonArray& values) {
 }
 
 }  // namespace
+
+Sighting lookAt(int folder, const char* name, Detail detail) {
+    constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
+    struct statx found {};
+    if (::statx(folder, name, flags, STATX_BASIC_STATS | STATX_BTIME | STATX_MNT_ID, &found) != 0) {
+        const bool isAbsent = errno == ENOENT || errno == ENOTDIR || errno == ENAMETOOLONG;
+        return {isAbsent ? Sighting::Kind::absent : Sighting::Kind::unknown, {}};
+    }
+    FileIdentity identity{.type = typeOf(found.stx_mode),
+                          .inode = {.inode = found.stx_ino, .birth = std::nullopt},
+                          .handle = {},
+                          .size = static_cast<std::int64_t>(found.stx_size),
+                          .modified = momentOf(found.stx_mtime),
+                          .device = (std::uint64_t{found.stx_dev_major} << 32u) | found.stx_dev_minor,
+                          .mountId = (found.stx_mask & STATX_MNT_ID) != 0 ? found.stx_mnt_id : 0};
+    if ((found.stx_mask & STATX_BTIME) != 0)
+        identity.inode.birth = momentOf(found.stx_btime);
+    if (detail == Detail::handle || !identity.inode.birth)
+        identity.handle = handleOf(folder, name);
+    return {Sighting::Kind::present, std::move(identity)};
+}
+
+bool isSameFile(const FileIdentity& recorded, const FileIdentity& seen) {
+    if (recorded.type != seen.type || recorded.inode.inode != seen.inode.inode)
+        return false;
+    const bool bothHaveHandles = !recorded.handle.empty() && !seen.handle.empty();
+    if (bothHaveHandles && recorded.handle != seen.handle)
+        return false;
+    if (recorded.inode.birth && seen.inode.birth)
+        return recorded.inode.birth == seen.inode.birth;
+    return bothHaveHandles && recorded.size == seen.size && recorded.modified == seen.modified;
+}
+
+std::string volumeIdentifier(const std::string& mountPoint) {
+    // FS_IOC_GETFSUUID of newer kernel headers.
+    struct VolumeUUID {
+        unsigned char length;
+        std::array<unsigned char, 16> octets;
+    };
+    constexpr unsigned long getVolumeUUID = _IOR(0x15, 0, VolumeUUID);
+    const FileDescriptor root(::open(mountPoint.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    VolumeUUID uuid{};
+    if (!root.isOpen() || ::ioctl(root.get(), getVolumeUUID, &uuid) != 0)
+        return {};
+    const std::span<const unsigned char> octets(uuid.octets);
+    const auto isZero = [](unsigned char octet) { return octet == 0; };
+    return std::ranges::all_of(octets, isZero) ? std::string() : hexadecimal(octets);
+}
 
 Bytes encodeBookmark(const BookmarkRecord& record) {
     const FileIdentity& identity = record.identity;

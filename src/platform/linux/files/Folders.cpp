@@ -24,6 +24,13 @@ std::optional<std::string> baseDirectory(const char* variable, std::string_view 
     return home ? std::optional(home->append(belowHome)) : std::nullopt;
 }
 
+constexpr mode_t userOnly = 0700;
+
+bool isFolderOfUser(const std::string& path) {
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == ::geteuid();
+}
+
 }  // namespace
 
 std::optional<std::string> homeFolder() {
@@ -44,17 +51,6 @@ std::optional<std::string> configHome() {
 std::optional<std::string> dataHome() {
     return baseDirectory("XDG_DATA_HOME", "/.local/share");
 }
-
-namespace {
-
-constexpr mode_t userOnly = 0700;
-
-bool isFolderOfUser(const std::string& path) {
-    struct stat status {};
-    return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == ::geteuid();
-}
-
-}  // namespace
 
 bool makeFolders(const std::string& path) {
     for (std::size_t slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1)) {

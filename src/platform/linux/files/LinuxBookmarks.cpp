@@ -43,6 +43,19 @@ bool isVolumeAbsent(const BookmarkRecord& record, const Mounts& mounts) {
     return !record.volume.empty() && volumeIdentifier(record.mountPoint) != record.volume;
 }
 
+constexpr int depthInUserFolders = 3;
+
+/// The records of one mount and where their answers belong.
+struct Batch {
+    std::vector<BookmarkRecord> records;
+    std::vector<std::size_t> indexes;
+};
+
+std::optional<Bytes> encodedDescription(const FileURL& url, const Mounts& mounts) {
+    const std::optional<BookmarkRecord> record = describeFile(url, mounts);
+    return record ? std::optional(encodeBookmark(*record)) : std::nullopt;
+}
+
 }  // namespace
 
 std::optional<BookmarkRecord> describeFile(const FileURL& url, const Mounts& mounts) {
@@ -103,23 +116,6 @@ std::vector<std::optional<ResolvedBookmark>> locateFiles(const std::vector<Bookm
     }
     return answers;
 }
-
-namespace {
-
-constexpr int depthInUserFolders = 3;
-
-/// The records of one mount and where their answers belong.
-struct Batch {
-    std::vector<BookmarkRecord> records;
-    std::vector<std::size_t> indexes;
-};
-
-std::optional<Bytes> encodedDescription(const FileURL& url, const Mounts& mounts) {
-    const std::optional<BookmarkRecord> record = describeFile(url, mounts);
-    return record ? std::optional(encodeBookmark(*record)) : std::nullopt;
-}
-
-}  // namespace
 
 LinuxBookmarks::LinuxBookmarks(MountTable& mounts, FileProbe& probe, std::vector<SearchRoot> roots)
     : mounts_(mounts), probe_(probe), roots_(std::move(roots)) {}

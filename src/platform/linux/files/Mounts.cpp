@@ -58,25 +58,6 @@ std::optional<Mount> parseMount(std::string_view line) {
     return mount;
 }
 
-}  // namespace
-
-Mounts parseMounts(std::string_view text) {
-    Mounts mounts;
-    while (!text.empty()) {
-        if (std::optional<Mount> mount = parseMount(takeUntil(text, '\n')))
-            mounts.push_back(std::move(*mount));
-    }
-    return mounts;
-}
-
-MountChanges changesBetween(Mounts before, Mounts after) {
-    std::ranges::sort(before);
-    std::ranges::sort(after);
-    return {.mounted = !std::ranges::includes(before, after), .unmounted = !std::ranges::includes(after, before)};
-}
-
-namespace {
-
 std::string readFromStart(int file) {
     std::string text;
     std::array<char, 8192> part{};
@@ -104,6 +85,21 @@ std::optional<std::string> linkText(const std::string& path) {
 }
 
 }  // namespace
+
+Mounts parseMounts(std::string_view text) {
+    Mounts mounts;
+    while (!text.empty()) {
+        if (std::optional<Mount> mount = parseMount(takeUntil(text, '\n')))
+            mounts.push_back(std::move(*mount));
+    }
+    return mounts;
+}
+
+MountChanges changesBetween(Mounts before, Mounts after) {
+    std::ranges::sort(before);
+    std::ranges::sort(after);
+    return {.mounted = !std::ranges::includes(before, after), .unmounted = !std::ranges::includes(after, before)};
+}
 
 MountTable::MountTable()
     : file_(::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC)), mounts_(std::make_shared<const Mounts>()) {

@@ -126,25 +126,6 @@ bool isInside(const std::string& folder, const std::string& outer) {
     return inner && around && (std::string(inner.get()) + '/').starts_with(std::string(around.get()) + '/');
 }
 
-}  // namespace
-
-bool copyTree(const std::string& from, const std::string& to) {
-    // Opening a device may already do something, so it is looked at first.
-    struct stat status {};
-    if (::stat(from.c_str(), &status) != 0 || (!S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)))
-        return false;
-    // A folder copied into itself would grow while it is read.
-    const std::string folder = parentFolder(to);
-    if (S_ISDIR(status.st_mode) && isInside(folder, from))
-        return false;
-    const FileDescriptor target(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    const std::string name = to.substr(to.rfind('/') + 1);
-    return target.isOpen() && copyOpened(FileDescriptor(::open(from.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)),
-                                         {target.get(), name.c_str()}, 0);
-}
-
-namespace {
-
 bool isGone(int result) {
     return result == 0 || errno == ENOENT;
 }
@@ -167,18 +148,6 @@ bool removeEntry(int folder, const char* name, int depth) {
     return isGone(::unlinkat(folder, name, AT_REMOVEDIR));
 }
 
-}  // namespace
-
-bool removeTreeAt(int folder, const char* name) {
-    return removeEntry(folder, name, 0);
-}
-
-bool removeTree(const std::string& path) {
-    return removeEntry(AT_FDCWD, path.c_str(), 0);
-}
-
-namespace {
-
 /// None when there is nothing, or it may not be looked at. An automount point is not mounted just for looking.
 std::optional<struct statx> status(const std::string& path, int flags = 0) {
     struct statx found {};
@@ -199,6 +168,29 @@ std::optional<FileAttributes> attributesOf(const std::string& path) {
 }
 
 }  // namespace
+
+bool copyTree(const std::string& from, const std::string& to) {
+    // Opening a device may already do something, so it is looked at first.
+    struct stat status {};
+    if (::stat(from.c_str(), &status) != 0 || (!S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)))
+        return false;
+    // A folder copied into itself would grow while it is read.
+    const std::string folder = parentFolder(to);
+    if (S_ISDIR(status.st_mode) && isInside(folder, from))
+        return false;
+    const FileDescriptor target(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const std::string name = to.substr(to.rfind('/') + 1);
+    return target.isOpen() && copyOpened(FileDescriptor(::open(from.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)),
+                                         {target.get(), name.c_str()}, 0);
+}
+
+bool removeTreeAt(int folder, const char* name) {
+    return removeEntry(folder, name, 0);
+}
+
+bool removeTree(const std::string& path) {
+    return removeEntry(AT_FDCWD, path.c_str(), 0);
+}
 
 bool PosixFileManager::fileExists(const FileURL& url) {
     const std::string path = url.path();

@@ -72,40 +72,6 @@ void setValue(Section& section, QByteArrayView key, QByteArrayView value) {
         section.threshold = number(value, largestSize);
 }
 
-}  // namespace
-
-IconThemeIndex parsedIconThemeIndex(QByteArrayView text) {
-    IconThemeIndex index;
-    Section section;
-    const auto finish = [&] {
-        // A scaled folder holds what is drawn for a small size, as simple as that has to be; on a dense screen the
-        // folders of larger sizes serve.
-        if (section.size > 0 && !section.isScaled && holdsFileIcons(section))
-            index.folders.push_back(folderOf(section));
-    };
-    while (!text.isEmpty()) {
-        const qsizetype end = text.indexOf('\n');
-        const QByteArrayView line = (end < 0 ? text : text.first(end)).trimmed();
-        text = end < 0 ? QByteArrayView() : text.sliced(end + 1);
-        const qsizetype equals = line.indexOf('=');
-        if (line.startsWith('[') && line.endsWith(']')) {
-            finish();
-            section = {.name = line.sliced(1, line.size() - 2)};
-        } else if (equals > 0) {
-            const QByteArrayView key = line.first(equals).trimmed();
-            const QByteArrayView value = line.sliced(equals + 1).trimmed();
-            if (section.name == "Icon Theme" && key == "Inherits")
-                index.inherits = QString::fromUtf8(value).split(QLatin1Char(','), Qt::SkipEmptyParts);
-            else
-                setValue(section, key, value);
-        }
-    }
-    finish();
-    return index;
-}
-
-namespace {
-
 /// The longest known is a tenth of this.
 constexpr qint64 longestIndex = 2'000'000;
 constexpr std::array<const char*, 2> endings{".png", ".svg"};
@@ -176,6 +142,36 @@ bool anyFile(const std::vector<IconFolder>& folders, const QString& name, const 
 }
 
 }  // namespace
+
+IconThemeIndex parsedIconThemeIndex(QByteArrayView text) {
+    IconThemeIndex index;
+    Section section;
+    const auto finish = [&] {
+        // A scaled folder holds what is drawn for a small size, as simple as that has to be; on a dense screen the
+        // folders of larger sizes serve.
+        if (section.size > 0 && !section.isScaled && holdsFileIcons(section))
+            index.folders.push_back(folderOf(section));
+    };
+    while (!text.isEmpty()) {
+        const qsizetype end = text.indexOf('\n');
+        const QByteArrayView line = (end < 0 ? text : text.first(end)).trimmed();
+        text = end < 0 ? QByteArrayView() : text.sliced(end + 1);
+        const qsizetype equals = line.indexOf('=');
+        if (line.startsWith('[') && line.endsWith(']')) {
+            finish();
+            section = {.name = line.sliced(1, line.size() - 2)};
+        } else if (equals > 0) {
+            const QByteArrayView key = line.first(equals).trimmed();
+            const QByteArrayView value = line.sliced(equals + 1).trimmed();
+            if (section.name == "Icon Theme" && key == "Inherits")
+                index.inherits = QString::fromUtf8(value).split(QLatin1Char(','), Qt::SkipEmptyParts);
+            else
+                setValue(section, key, value);
+        }
+    }
+    finish();
+    return index;
+}
 
 QImage IconTheme::icon(const QString& name, int side) {
     if (!std::exchange(isReady_, true))

@@ -126,6 +126,13 @@ void end(pid_t child) {
     }
 }
 
+void warnOnce() {
+    static std::once_flag said;
+    std::call_once(said, [] {
+        qWarning("stowpocket: this kernel does not confine the decoder of pictures, so none are decoded");
+    });
+}
+
 }  // namespace
 
 std::optional<Bytes> outputOf(const OneShotChild& child, int input) {
@@ -141,17 +148,6 @@ std::optional<Bytes> outputOf(const OneShotChild& child, int input) {
     end(*process);
     return bytes;
 }
-
-namespace {
-
-void warnOnce() {
-    static std::once_flag said;
-    std::call_once(said, [] {
-        qWarning("stowpocket: this kernel does not confine the decoder of pictures, so none are decoded");
-    });
-}
-
-}  // namespace
 
 ImageDecoder::ImageDecoder(std::string executable, std::chrono::milliseconds limit)
     : executable_(std::move(executable)), limit_(limit) {}

@@ -50,28 +50,6 @@ constexpr std::array<Drawing, 11> drawingsOfGenericIcons{{{"application-x-execut
                                                           {"x-office-presentation", "presentation"},
                                                           {"x-office-spreadsheet", "spreadsheet"}}};
 
-}  // namespace
-
-QString bundledIconName(const QMimeType& type) {
-    for (const Drawing& drawing : drawingsOfTypes) {
-        if (type.inherits(QLatin1String(drawing.type)))
-            return QLatin1String(drawing.name);
-    }
-    for (const Drawing& drawing : drawingsOfGenericIcons) {
-        if (type.genericIconName() == QLatin1String(drawing.type))
-            return QLatin1String(drawing.name);
-    }
-    return QStringLiteral("file");
-}
-
-QImage bundledIcon(const QString& name, int side) {
-    registerPictures();
-    QFile drawing(QStringLiteral(":/pictures/icons/%1.svg").arg(name));
-    return svgImage(drawing, QSize(side, side));
-}
-
-namespace {
-
 constexpr Size iconSize{48, 48};
 /// Drawn for a screen of double density where there is no screen to ask.
 constexpr double defaultScale = 2.0;
@@ -101,6 +79,24 @@ IconNames iconNames(const FileURL& url) {
 }
 
 }  // namespace
+
+QString bundledIconName(const QMimeType& type) {
+    for (const Drawing& drawing : drawingsOfTypes) {
+        if (type.inherits(QLatin1String(drawing.type)))
+            return QLatin1String(drawing.name);
+    }
+    for (const Drawing& drawing : drawingsOfGenericIcons) {
+        if (type.genericIconName() == QLatin1String(drawing.type))
+            return QLatin1String(drawing.name);
+    }
+    return QStringLiteral("file");
+}
+
+QImage bundledIcon(const QString& name, int side) {
+    registerPictures();
+    QFile drawing(QStringLiteral(":/pictures/icons/%1.svg").arg(name));
+    return svgImage(drawing, QSize(side, side));
+}
 
 LinuxWorkspaceIcons::LinuxWorkspaceIcons(const MainScreen& screen) : screen_(screen) {}
 

@@ -73,6 +73,23 @@ bool isModestPng(std::span<const std::uint8_t> png) {
     return chunk.has_value();
 }
 
+struct CachedSize {
+    const char* name;
+    int side;
+};
+constexpr std::array<CachedSize, 4> cachedSizes{
+    {{"normal", 128}, {"large", 256}, {"x-large", 512}, {"xx-large", 1024}}};
+
+std::string environmentVariable(const char* name) {
+    const char* const value = std::getenv(name);
+    return value == nullptr ? std::string() : value;
+}
+
+std::string cacheRoot() {
+    const std::string cache = environmentVariable("XDG_CACHE_HOME");
+    return (cache.starts_with('/') ? cache : environmentVariable("HOME") + "/.cache") + "/thumbnails/";
+}
+
 }  // namespace
 
 std::optional<QImage> acceptedThumbnail(std::span<const std::uint8_t> file, std::string_view uri,
@@ -94,27 +111,6 @@ std::optional<QImage> acceptedThumbnail(std::span<const std::uint8_t> file, std:
         return std::nullopt;
     return image;
 }
-
-namespace {
-
-struct CachedSize {
-    const char* name;
-    int side;
-};
-constexpr std::array<CachedSize, 4> cachedSizes{
-    {{"normal", 128}, {"large", 256}, {"x-large", 512}, {"xx-large", 1024}}};
-
-std::string environmentVariable(const char* name) {
-    const char* const value = std::getenv(name);
-    return value == nullptr ? std::string() : value;
-}
-
-std::string cacheRoot() {
-    const std::string cache = environmentVariable("XDG_CACHE_HOME");
-    return (cache.starts_with('/') ? cache : environmentVariable("HOME") + "/.cache") + "/thumbnails/";
-}
-
-}  // namespace
 
 ThumbnailCache::ThumbnailCache() : root_(cacheRoot()) {}
 

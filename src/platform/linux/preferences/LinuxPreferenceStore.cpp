@@ -95,6 +95,11 @@ std::string problemOf(const std::error_code& error) {
     return error.message();
 }
 
+using namespace std::chrono_literals;
+
+/// Some programs put a file aside before they write the new one.
+constexpr auto replacementTime = 1000ms;
+
 }  // namespace
 
 /// The earlier version does not take the place of a file that is simply not there: its user may have removed it.
@@ -186,15 +191,6 @@ void PreferenceFile::warnOnce(const std::string& what) {
         return;
     qWarning("stowpocket: the preference file %s %s", path_.c_str(), what.c_str());
 }
-
-namespace {
-
-using namespace std::chrono_literals;
-
-/// Some programs put a file aside before they write the new one.
-constexpr auto replacementTime = 1000ms;
-
-}  // namespace
 
 LinuxPreferenceStore::LinuxPreferenceStore(Dispatch& dispatch, const std::string& path)
     : SavedPreferenceStore(dispatch, std::make_shared<PreferenceFile>(path)),

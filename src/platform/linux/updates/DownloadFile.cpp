@@ -33,31 +33,6 @@ std::optional<std::array<unsigned char, size>> decoded(std::string_view base64) 
     return isWhole && length == size ? std::optional(bytes) : std::nullopt;
 }
 
-}  // namespace
-
-bool isSigned(std::span<const std::uint8_t> bytes, std::string_view signature, std::string_view publicKey) {
-    const auto signatureBytes = decoded<crypto_sign_BYTES>(signature);
-    const auto keyBytes = decoded<crypto_sign_PUBLICKEYBYTES>(publicKey);
-    return sodium_init() >= 0 && signatureBytes && keyBytes &&
-           crypto_sign_verify_detached(signatureBytes->data(), bytes.data(), bytes.size(), keyBytes->data()) == 0;
-}
-
-std::optional<std::string_view> signedPart(std::string_view list, std::string_view publicKey) {
-    constexpr std::string_view opening = "<!-- edSignature: ";
-    constexpr std::string_view closing = " -->";
-    list = list.substr(0, list.find_last_not_of("\r\n") + 1);
-    const std::size_t start = list.rfind(opening);
-    if (start == std::string_view::npos || !list.ends_with(closing))
-        return std::nullopt;
-    const std::string_view signature = list.substr(start + opening.size());
-    const std::string_view part = list.substr(0, start);
-    const std::span bytes(reinterpret_cast<const std::uint8_t*>(part.data()), part.size());
-    return isSigned(bytes, signature.substr(0, signature.size() - closing.size()), publicKey) ? std::optional(part)
-                                                                                              : std::nullopt;
-}
-
-namespace {
-
 constexpr mode_t userOnly = 0600;
 constexpr mode_t userMayRun = 0100;
 constexpr mode_t permissions = 0777;
@@ -146,6 +121,27 @@ std::optional<UpdateFailure> exchange(const std::string& download, const std::st
 }
 
 }  // namespace
+
+bool isSigned(std::span<const std::uint8_t> bytes, std::string_view signature, std::string_view publicKey) {
+    const auto signatureBytes = decoded<crypto_sign_BYTES>(signature);
+    const auto keyBytes = decoded<crypto_sign_PUBLICKEYBYTES>(publicKey);
+    return sodium_init() >= 0 && signatureBytes && keyBytes &&
+           crypto_sign_verify_detached(signatureBytes->data(), bytes.data(), bytes.size(), keyBytes->data()) == 0;
+}
+
+std::optional<std::string_view> signedPart(std::string_view list, std::string_view publicKey) {
+    constexpr std::string_view opening = "<!-- edSignature: ";
+    constexpr std::string_view closing = " -->";
+    list = list.substr(0, list.find_last_not_of("\r\n") + 1);
+    const std::size_t start = list.rfind(opening);
+    if (start == std::string_view::npos || !list.ends_with(closing))
+        return std::nullopt;
+    const std::string_view signature = list.substr(start + opening.size());
+    const std::string_view part = list.substr(0, start);
+    const std::span bytes(reinterpret_cast<const std::uint8_t*>(part.data()), part.size());
+    return isSigned(bytes, signature.substr(0, signature.size() - closing.size()), publicKey) ? std::optional(part)
+                                                                                              : std::nullopt;
+}
 
 UpdateFailure failureOfErrno(int error) {
     switch (error) {

@@ -19,6 +19,39 @@ namespace {
 /// The body of an answer and the line before it, or the items of a list.
 constexpr qsizetype maxOutputSize = 2 * maxAnswerSize;
 
+std::optional<FeedResponse> responseOf(const UpdateHelperRun::Result& result) {
+    const qsizetype lineEnd = result.output.indexOf('\n');
+    bool isNumber = false;
+    const int status = result.output.left(lineEnd).toInt(&isNumber);
+    if (result.failure || lineEnd < 0 || !isNumber)
+        return std::nullopt;
+    const QByteArray body = result.output.mid(lineEnd + 1);
+    return FeedResponse{status, Bytes(body.begin(), body.end())};
+}
+
+QString text(const std::string& utf8) {
+    return QString::fromStdString(utf8);
+}
+
+/// The numbers that a download prints, a line each, in pieces of any size.
+class ProgressLines {
+public:
+    explicit ProgressLines(UpdateTransport::Progress progress) : progress_(std::move(progress)) {}
+    void operator()(const QByteArray& piece) {
+        unfinished_ += piece;
+        const qsizetype end = unfinished_.lastIndexOf('\n');
+        if (end < 0)
+            return;
+        const QByteArray last = unfinished_.left(end).split('\n').last();
+        unfinished_.remove(0, end + 1);
+        progress_(last.toLongLong());
+    }
+
+private:
+    UpdateTransport::Progress progress_;
+    QByteArray unfinished_;
+};
+
 }  // namespace
 
 UpdateHelperRun::UpdateHelperRun(const std::string& program, const QStringList& arguments, Done done, Output output)
@@ -80,20 +113,6 @@ void UpdateHelperRun::finish(std::optional<UpdateFailure> failure) {
     done({failure, failure ? QByteArray() : printed_});
 }
 
-namespace {
-
-std::optional<FeedResponse> responseOf(const UpdateHelperRun::Result& result) {
-    const qsizetype lineEnd = result.output.indexOf('\n');
-    bool isNumber = false;
-    const int status = result.output.left(lineEnd).toInt(&isNumber);
-    if (result.failure || lineEnd < 0 || !isNumber)
-        return std::nullopt;
-    const QByteArray body = result.output.mid(lineEnd + 1);
-    return FeedResponse{status, Bytes(body.begin(), body.end())};
-}
-
-}  // namespace
-
 bool HelperFeedSession::isValid(const std::string& url) const {
     return mayBeAsked(QUrl(QString::fromStdString(url), QUrl::StrictMode));
 }
@@ -108,33 +127,6 @@ void HelperFeedSession::dataTask(const std::string& url, Completion completion) 
             finished(responseOf(result));
         });
 }
-
-namespace {
-
-QString text(const std::string& utf8) {
-    return QString::fromStdString(utf8);
-}
-
-/// The numbers that a download prints, a line each, in pieces of any size.
-class ProgressLines {
-public:
-    explicit ProgressLines(UpdateTransport::Progress progress) : progress_(std::move(progress)) {}
-    void operator()(const QByteArray& piece) {
-        unfinished_ += piece;
-        const qsizetype end = unfinished_.lastIndexOf('\n');
-        if (end < 0)
-            return;
-        const QByteArray last = unfinished_.left(end).split('\n').last();
-        unfinished_.remove(0, end + 1);
-        progress_(last.toLongLong());
-    }
-
-private:
-    UpdateTransport::Progress progress_;
-    QByteArray unfinished_;
-};
-
-}  // namespace
 
 HelperUpdateTransport::HelperUpdateTransport(std::string program, const std::string& replaceable)
     : program_(std::move(program)), replaceable_(QFile::decodeName(replaceable.c_str())) {}

@@ -50,17 +50,6 @@ SelectionAnswer takePieces(SelectionExchange& exchange, const SelectionSink& sin
     }
 }
 
-}  // namespace
-
-SelectionAnswer transferSelection(SelectionExchange& exchange, const SelectionSink& sink) {
-    if (const auto failure = failureOf(exchange.awaitAnswer()))
-        return {failure};
-    const Property property = takeProperty(exchange, sink);
-    return property.announcesPieces ? takePieces(exchange, sink) : property.answer;
-}
-
-namespace {
-
 /// How much of a property is read at once, in bytes and a multiple of four. Owners may make a property as long as
 /// they like.
 constexpr std::size_t partSize = 64u << 10;
@@ -146,6 +135,13 @@ private:
 };
 
 }  // namespace
+
+SelectionAnswer transferSelection(SelectionExchange& exchange, const SelectionSink& sink) {
+    if (const auto failure = failureOf(exchange.awaitAnswer()))
+        return {failure};
+    const Property property = takeProperty(exchange, sink);
+    return property.announcesPieces ? takePieces(exchange, sink) : property.answer;
+}
 
 SelectionReader::SelectionReader(XcbSession& session, const std::string& selection)
     : session_(session), selection_(session.atom(selection)), property_(session.atom(X11Atom::selectionData)) {}
