@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/files/Mounts.h"
 
-#include <QDebug>
+#include <QLoggingCategory>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -15,6 +15,8 @@
 
 namespace stowpocket {
 namespace {
+
+Q_LOGGING_CATEGORY(filesLog, "stowpocket.files")
 
 std::string_view takeUntil(std::string_view& text, char separator) {
     const std::size_t end = text.find(separator);
@@ -162,7 +164,7 @@ std::optional<std::string> hangingMountOn(const Mounts& mounts, const std::strin
 
 MountInfoVolumes::MountInfoVolumes() : file_(QStringLiteral("/proc/self/mountinfo")) {
     if (!file_.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        qWarning() << "stowpocket: cannot watch volumes:" << file_.fileName() << file_.errorString();
+        qCWarning(filesLog) << "cannot watch volumes:" << file_.fileName() << file_.errorString();
         return;
     }
     mounts_ = read();

@@ -3,7 +3,7 @@
 
 #include "platform/linux/files/DurableFile.h"
 
-#include <QDebug>
+#include <QLoggingCategory>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -18,6 +18,8 @@
 
 namespace stowpocket {
 namespace {
+
+Q_LOGGING_CATEGORY(picturesLog, "stowpocket.pictures")
 
 using SteadyClock = std::chrono::steady_clock;
 constexpr std::size_t chunkSize = 65536;
@@ -129,7 +131,7 @@ void end(pid_t child) {
 void warnOnce() {
     static std::once_flag said;
     std::call_once(said, [] {
-        qWarning("stowpocket: this kernel does not confine the decoder of pictures, so none are decoded");
+        qCWarning(picturesLog, "this kernel does not confine the decoder of pictures, so none are decoded");
     });
 }
 

@@ -6,7 +6,7 @@
 #include "platform/linux/preferences/PropertyList.h"
 #include "services/Dispatch.h"
 
-#include <QtGlobal>
+#include <QLoggingCategory>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -18,6 +18,8 @@
 
 namespace stowpocket {
 namespace {
+
+Q_LOGGING_CATEGORY(preferencesLog, "stowpocket.preferences")
 
 enum class Finding { absent, unreadable, tooLarge, contents };
 
@@ -189,7 +191,7 @@ std::string PreferenceFile::previousPath() const {
 void PreferenceFile::warnOnce(const std::string& what) {
     if (std::exchange(hasWarned_, true))
         return;
-    qWarning("stowpocket: the preference file %s %s", path_.c_str(), what.c_str());
+    qCWarning(preferencesLog, "the preference file %s %s", path_.c_str(), what.c_str());
 }
 
 LinuxPreferenceStore::LinuxPreferenceStore(Dispatch& dispatch, const std::string& path)
