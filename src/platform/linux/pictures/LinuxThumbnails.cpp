@@ -11,6 +11,9 @@ namespace {
 constexpr int threadCount = 2;
 constexpr std::chrono::seconds idleThreadExpiry{2};
 constexpr std::chrono::milliseconds maxExitDelay{500};
+constexpr std::chrono::seconds maxDecodeTime{3};
+/// Far more than a shelf holds; beyond it the failures of long ago are tried once more.
+constexpr std::size_t maxRememberedFailures = 4096;
 
 }  // namespace
 
@@ -54,14 +57,6 @@ ThumbnailWorkers::~ThumbnailWorkers() {
 void ThumbnailWorkers::run(std::function<Answer()> job) {
     threads_.start([mainThread = mainThread_, job = std::move(job)] { mainThread->post(job()); });
 }
-
-namespace {
-
-constexpr std::chrono::seconds maxDecodeTime{3};
-/// Far more than a shelf holds; beyond it the failures of long ago are tried once more.
-constexpr std::size_t maxRememberedFailures = 4096;
-
-}  // namespace
 
 LinuxThumbnails::LinuxThumbnails(Dispatch& dispatch, std::string decoderExecutable)
     : LinuxThumbnails(dispatch, std::move(decoderExecutable), maxDecodeTime, DesktopThumbnailer::sessionBus) {}
