@@ -28,6 +28,12 @@ void ShelfSelection::select(const UUID& id, Selecting how) {
     become(std::move(selected));
 }
 
+void ShelfSelection::extend(const UUID& from, const UUID& to) {
+    if (!isSelected(from))
+        anchor_ = from;
+    select(to, Selecting::range);
+}
+
 void ShelfSelection::selectAll() {
     std::set<UUID> all;
     for (const ShelfItem& item : shelf_.items())

@@ -26,6 +26,9 @@ public:
     explicit ShelfSelection(const ShelfManager& shelf) : shelf_(shelf) {}
 
     void select(const UUID& id, Selecting how);
+    /// Selects a range up to `to` for a step of the keyboard, which begins a new range if it leaves a tile that is
+    /// not selected.
+    void extend(const UUID& from, const UUID& to);
     void selectAll();
     void clear();
 

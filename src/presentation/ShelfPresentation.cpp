@@ -35,7 +35,7 @@ std::string TilePresentation::accessibleName() const {
 }
 
 TilePresentation tilePresentation(const ShelfItem& item, const ByteCountText& byteCountText) {
-    return {displayName(item.filename), byteCountText(item.fileSize), !item.isAvailable, item.isAvailable};
+    return {displayName(item.filename), byteCountText(item.fileSize), !item.isAvailable};
 }
 
 }  // namespace stowpocket

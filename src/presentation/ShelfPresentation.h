@@ -48,7 +48,6 @@ struct TilePresentation {
     std::string name;
     std::string size;
     bool isMissing = false;
-    bool isDraggable = true;
 
     /// All of it as text, for assistive technology.
     [[nodiscard]] std::string accessibleName() const;

@@ -11,7 +11,6 @@ namespace {
 
 /// How far each picture lies from the one before it, to the right and downwards.
 constexpr double pictureStep = 5;
-constexpr std::size_t mostPictures = 3;
 constexpr double badgeHeight = 18;
 constexpr double badgePadding = 6;
 
@@ -96,7 +95,7 @@ DragPictureLayout layOutDragPicture(std::size_t fileCount, double side,
         layout.badge = {side - width / 2, 0, width, badgeHeight};
     }
     const double top = layout.badge.height / 3;
-    const std::size_t count = std::clamp<std::size_t>(fileCount, 1, mostPictures);
+    const std::size_t count = std::clamp<std::size_t>(fileCount, 1, mostDragPictures);
     for (std::size_t index = 0; index < count; ++index) {
         const double step = pictureStep * static_cast<double>(index);
         layout.pictures.push_back({step, top + step});

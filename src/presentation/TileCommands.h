@@ -55,6 +55,9 @@ private:
     ShelfSelection selection_;
 };
 
+/// How many pictures a drag shows at most.
+inline constexpr std::size_t mostDragPictures = 3;
+
 /// The picture of a drag: that of the file in hand in front, those of others behind it, and the number of files on a
 /// badge.
 struct DragPictureLayout {

@@ -386,7 +386,7 @@ void useEverything(FileProbe& probe, const TemporaryFolder& folder) {
         static_cast<void>(bookmarks->startAccessing(folder.url("file")));
         static_cast<void>(makeMacFileManager(probe)->attributes(folder.url("file")));
         static_cast<void>(makeMacWorkspaceIcons(keepPixels)->icon(folder.url("file")));
-        makeMacFileDragSource()->start((__bridge void*)standIn::statusItem.button, folder.url("file"), {}, [] {});
+        makeMacFileDragSource()->start((__bridge void*)standIn::statusItem.button, {folder.url("file")}, {}, [] {});
         standIn::begunDrag.reset();
         static_cast<void>(standIn::drag(@[ standIn::promiseOf(@ [@"public.png"], { "promised" }) ]));
         bool hasArrived = false;

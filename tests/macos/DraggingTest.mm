@@ -129,15 +129,15 @@ TEST(DesktopDropTest, prefersFilesToPromisesToContents) {
     }
 }
 
-TEST(DesktopFileDragTest, offersAFileAndItsContents) {
+TEST(DesktopFileDragTest, offersFilesAndTheirContents) {
     const TemporaryFolder folder;
     folder.write("a b.png", "pixels");
     int ended = 0;
     @autoreleasepool {
         const auto drags = makeMacFileDragSource();
         NSView* const view = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 50, 20)];
-        const auto start = [&](const DragPicture& picture) {
-            drags->start((__bridge void*)view, folder.url("a b.png"), picture, [&] { ++ended; });
+        const auto start = [&](const DragImage& image) {
+            drags->start((__bridge void*)view, {folder.url("a b.png"), folder.url("c")}, image, [&] { ++ended; });
         };
         start({});
         EXPECT_EQ(ended, 1) << "there is no window, and so no drag";
@@ -149,6 +149,7 @@ TEST(DesktopFileDragTest, offersAFileAndItsContents) {
         const NSPoint pointer = [view convertPoint:drag.event.locationInWindow fromView:nil];
         EXPECT_TRUE(NSEqualRects(drag.frame, NSMakeRect(pointer.x - 5, pointer.y - 16, 20, 20)));
         EXPECT_EQ(drag.contents.size.width, 20);
+        EXPECT_EQ(drag.count, 2u) << "an item a file";
 
         NSPasteboard* const board = [NSPasteboard pasteboardWithName:NSDragPboard];
         NSString* const fileURL = NSPasteboardTypeFileURL;

@@ -57,8 +57,8 @@ TEST_F(TileCommandsTest, clicksSelectAsInAFileManager) {
     EXPECT_EQ(selected(), "01345");
     selection.clear();
     EXPECT_EQ(selected(), "");
-    select(1, Selecting::range);
-    EXPECT_EQ(selected(), "1");
+    selection.extend(id(1), id(3));
+    EXPECT_EQ(selected(), "134");
 }
 
 TEST_F(TileCommandsTest, stepsStayInTheGrid) {

@@ -78,7 +78,7 @@ struct FirstRun : testing::Test, SettingsViewFixture {
     QtViewFactory factory{{
         .makePopover = {},
         .drops = {},
-        .tiles = {},
+        .tiles = {.startFileDrag = {}, .byteCountText = {}, .opener = opener},
         .settings = {core, monitors, loginItem, {}, {}},
         .whenIconStands = [this](std::function<void()> work) { iconStands.whenOccurred(std::move(work)); },
     }};

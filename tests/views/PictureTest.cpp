@@ -110,6 +110,7 @@ TEST(PictureTest, theShelfLooksAsItShould) {
              shelf.addThreeFiles();
              shelf.loseFile(1);
          }},
+        {"selected", [](ShelfViewFixture& shelf) { shelf.addThreeFiles(); }},
         {"full",
          [](ShelfViewFixture& shelf) {
              shelf.room = 420;
@@ -124,6 +125,8 @@ TEST(PictureTest, theShelfLooksAsItShould) {
             ShelfViewFixture shelf;
             scene(shelf);
             shelf.open();
+            if (name == "selected")
+                QTest::mouseClick(visible<ShelfItemView>(*shelf.view)[1], Qt::LeftButton);
             expectLooksLike(shelf.host, "shelf-" + name + suffix);
         }
     }

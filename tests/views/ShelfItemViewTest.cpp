@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "ShelfViewFixture.h"
 
+#include "views/shelf/DragHandle.h"
+
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QEnterEvent>
+#include <QMenu>
+#include <QStyleHints>
 #include <QTest>
 #include <QTextDocument>
 #include <QToolTip>
@@ -68,7 +73,7 @@ TEST_F(ShelfItemViewTest, aMissingFileCanBeRemovedButNotDragged) {
     loseFile(0);
     EXPECT_EQ(tile().accessibleName(), QLatin1String("0.txt, 8 bytes, Missing"));
     dragFrom(tile(), {40, 30}, {80, 60});
-    EXPECT_EQ(dragged.path, "");
+    EXPECT_TRUE(dragged.paths.empty());
     enter(tile());
     QTest::mouseClick(button(*view, "Remove from shelf"), Qt::LeftButton);
     EXPECT_TRUE(manager->items().empty());
@@ -80,11 +85,83 @@ TEST_F(ShelfItemViewTest, aDragBeginsOnceThePointerHasGoneFarEnough) {
     open();
     const int distance = QApplication::startDragDistance();
     dragFrom(tile(), {30, 20}, {30 + distance - 1, 20});
-    EXPECT_EQ(dragged.path, "");
+    EXPECT_TRUE(dragged.paths.empty());
     dragFrom(tile(), {30, 20}, {30 + distance, 20});
-    EXPECT_EQ(dragged.path, "/files/0.txt");
+    EXPECT_EQ(dragged.paths, std::vector<std::string>{"/files/0.txt"});
     EXPECT_EQ(dragged.picture.deviceIndependentSize(), QSizeF(48, 48));
     EXPECT_EQ(dragged.hotSpot, QPoint(14, 14)) << "where the picture was held";
+}
+
+TEST_F(ShelfItemViewTest, clicksSelectAndADragCarriesTheSelection) {
+    addFiles(4);
+    open();
+    const auto selected = [this] {
+        std::string numbers;
+        for (std::size_t index = 0; index < 4; ++index) {
+            const QAccessible::State state = QAccessible::queryAccessibleInterface(&tile(index))->state();
+            numbers += state.selectable && state.selected ? std::to_string(index) : "";
+        }
+        return numbers;
+    };
+    using Paths = std::vector<std::string>;
+    const QImage atRest = tile(2).grab().toImage();
+    QTest::mouseClick(&tile(2), Qt::LeftButton, {}, {40, 70});
+    const QImage clicked = tile(2).grab().toImage();
+    EXPECT_NE(clicked.pixelColor(4, 40), atRest.pixelColor(4, 40)) << "the ground";
+    QTest::mouseClick(&tile(0), Qt::LeftButton, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "02");
+    dragFrom(tile(2), {30, 20}, {60, 40});
+    EXPECT_EQ(dragged.paths, (Paths{"/files/0.txt", "/files/2.txt"}));
+    EXPECT_GT(dragged.picture.deviceIndependentSize().width(), 48);
+    EXPECT_GT(dragged.hotSpot.y(), 14) << "the badge takes room above";
+    dragFrom(tile(1), {30, 20}, {60, 40});
+    EXPECT_EQ(dragged.paths, Paths{"/files/1.txt"});
+    EXPECT_EQ(selected(), "02") << "a drag is no click";
+    QTest::mouseClick(&tile(1), Qt::LeftButton, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), "01");
+
+    DragHandle& badge = *visible<DragHandle>(*view)[0];
+    dragFrom(badge, {5, 5}, {50, 40});
+    EXPECT_EQ(dragged.paths.size(), 4U);
+    QTest::mouseClick(view, Qt::LeftButton, {}, {4, 100});
+    EXPECT_EQ(selected(), "") << "clicked beside the tiles";
+    QTest::mouseDClick(&tile(3), Qt::LeftButton);
+    EXPECT_EQ(opener.opened, std::vector<std::string>{"3.txt"});
+    view->hide();
+    view->show();
+    EXPECT_EQ(selected(), "") << "the shelf opens without a selection";
+}
+
+TEST_F(ShelfItemViewTest, theMenuOpensByButtonKeyFingerAndScreenReader) {
+    addFiles(2);
+    open();
+    QGuiApplication::styleHints()->setMousePressAndHoldInterval(1);
+    QPointingDevice* const touched = QTest::createTouchDevice();
+    const QPoint point(40, 30);
+    const std::function<void()> ways[] = {
+        [&] {
+            QContextMenuEvent event(QContextMenuEvent::Mouse, point, tile().mapToGlobal(point));
+            QApplication::sendEvent(&tile(), &event);
+        },
+        [&] { QTest::touchEvent(&tile(), touched).press(0, point, &tile()); },
+        [&] {
+            QAccessibleActionInterface& actions = *QAccessible::queryAccessibleInterface(&tile())->actionInterface();
+            actions.doAction(QAccessibleActionInterface::showMenuAction());
+        },
+    };
+    for (const auto& open : ways) {
+        open();
+        ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() != nullptr; }));
+        QApplication::activePopupWidget()->close();
+    }
+    QTest::touchEvent(&tile(), touched).release(0, point, &tile());
+    ways[0]();
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    EXPECT_EQ(menu->actions().first()->text(), QLatin1String("Open"));
+    menu->actions().last()->trigger();
+    EXPECT_EQ(names(), std::vector<std::string>{"1.txt"});
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << "gone with its tile";
 }
 
 TEST_F(ShelfItemViewTest, theThumbnailReplacesTheIconWhenItArrives) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "fakes/FakeDesktop.h"
 #include "fakes/FakeItemProvider.h"
 #include "fakes/ShelfFixture.h"
 #include "foundation/Text.h"
@@ -66,10 +67,12 @@ struct ShelfViewFixture : ShelfFixture {
             [this] { ++quits; },
             {[](const QMimeData& data) { return data.hasUrls() || data.hasFormat(promiseFormat); },
              [this](const QMimeData& data) { return providersOf(data); }},
-            {[this](QWidget&, const FileURL& url, const QPixmap& picture, QPoint hotSpot) {
-                 dragged = {url.path(), picture, hotSpot};
+            {[this](QWidget&, const std::vector<FileURL>& dragFiles, const QPixmap& picture, QPoint hotSpot) {
+                 dragged = {{}, picture, hotSpot};
+                 for (const FileURL& file : dragFiles)
+                     dragged.paths.push_back(file.path());
              },
-             byteCountText}});
+             byteCountText, opener}});
         view->setParent(&host);
         host.show();
         view->show();
@@ -98,7 +101,7 @@ struct ShelfViewFixture : ShelfFixture {
     }
 
     struct Drag {
-        std::string path;
+        std::vector<std::string> paths;
         QPixmap picture;
         QPoint hotSpot;
     };
@@ -109,6 +112,7 @@ struct ShelfViewFixture : ShelfFixture {
     int settingsOpened = 0;
     int quits = 0;
     Drag dragged;
+    FakeFileOpener opener;
     /// How high the host lets the view be.
     int room = QWIDGETSIZE_MAX;
     QWidget host;

@@ -251,6 +251,35 @@ TEST_F(ShelfViewTest, theKeyboardReachesTilesAndButtonsInReadingOrder) {
     EXPECT_EQ(QApplication::focusWidget(), tile[1]);
 }
 
+TEST_F(ShelfViewTest, keysSelectOpenPreviewAndRemove) {
+    addFiles(5);
+    open();
+    host.activateWindow();
+    const auto tile = tiles();
+    const auto press = [](int key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), modifiers);
+    };
+    const auto selected = [&] { return std::ranges::count_if(tile, &ShelfItemView::isSelected); };
+    view->setFocus();
+    press(Qt::Key_Right);
+    EXPECT_TRUE(tile[0]->hasFocus() && tile[0]->isSelected());
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), 4);
+    press(Qt::Key_Return);
+    EXPECT_EQ(opener.opened.size(), 4U);
+    press(Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_EQ(selected(), 4);
+    press(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_EQ(selected(), 5);
+    press(Qt::Key_Space);
+    EXPECT_EQ(opener.previewed, "4.txt");
+    press(Qt::Key_Left);
+    EXPECT_EQ(selected(), 1);
+    press(Qt::Key_A, Qt::ControlModifier);
+    press(Qt::Key_Delete);
+    EXPECT_TRUE(manager->items().empty());
+}
+
 class ClearConfirmationTest : public testing::Test, protected ShelfViewFixture {
 protected:
     ClearConfirmationTest() {

@@ -32,7 +32,7 @@ std::unique_ptr<Window> makeWindow(const QString& title, const QSize& contentSiz
     return makeMacWindow(kind, title.toStdString(), std::make_unique<QtHostedView>(std::move(content), contentSize));
 }
 
-DragPicture dragPictureOf(const QPixmap& picture, QPoint hotSpot) {
+DragImage imageOfDrag(const QPixmap& picture, QPoint hotSpot) {
     const QSizeF size = picture.deviceIndependentSize();
     return {.pixels = pixelsOfImage(picture.toImage()),
             .size = {size.width(), size.height()},
@@ -49,8 +49,8 @@ void releaseButton(QWidget& source) {
 }
 
 StartFileDrag startFileDragWith(FileDragSource& drags) {
-    return [&drags](QWidget& source, const FileURL& file, const QPixmap& picture, QPoint hotSpot) {
-        drags.start(reinterpret_cast<void*>(source.window()->winId()), file, dragPictureOf(picture, hotSpot),
+    return [&drags](QWidget& source, const std::vector<FileURL>& files, const QPixmap& picture, QPoint hotSpot) {
+        drags.start(reinterpret_cast<void*>(source.window()->winId()), files, imageOfDrag(picture, hotSpot),
                     [widget = QPointer(&source)] {
                         if (widget)
                             releaseButton(*widget);
@@ -80,7 +80,10 @@ MacDesktop::MacDesktop(const CoreServices& coreServices)
           .makePopover = makePopover,
           .drops = {.offersItems = [](const QMimeData&) { return dragCarriesItems(); },
                     .itemProviders = [](const QMimeData&) { return droppedItemProviders(); }},
-          .tiles = {.startFileDrag = startFileDragWith(*fileDrag), .byteCountText = macByteCountText},
+          .tiles = {.startFileDrag = startFileDragWith(*fileDrag),
+                    .byteCountText = macByteCountText,
+                    .opener = *opener,
+                    .fileCount = FileCount::bySystem},
           .settings = {
               .core = core,
               .eventMonitors = *eventMonitors,

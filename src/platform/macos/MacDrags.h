@@ -21,20 +21,20 @@ namespace stowpocket {
 [[nodiscard]] std::vector<std::shared_ptr<ItemProvider>> droppedItemProviders();
 
 /// A picture under the pointer, and the place where the pointer holds it: from its top left corner, in points.
-struct DragPicture {
+struct DragImage {
     Pixels pixels;
     Size size;
     double hotSpotX = 0;
     double hotSpotY = 0;
 };
 
-/// Drags a file out, to be copied or referenced, never moved. Main thread.
+/// Drags files out, to be copied or referenced, never moved. Main thread.
 class FileDragSource {
 public:
     virtual ~FileDragSource() = default;
     /// Called while a press or a move of the mouse in `nativeView` is handled. Returns at once. `ended` runs on the
-    /// main thread once the user has released the file, wherever that is.
-    virtual void start(void* nativeView, const FileURL& file, const DragPicture& picture,
+    /// main thread once the user has released the files, wherever that is. The system shows how many they are.
+    virtual void start(void* nativeView, const std::vector<FileURL>& files, const DragImage& image,
                        std::function<void()> ended) = 0;
 };
 

@@ -101,27 +101,33 @@ NSEvent* mouseEventIn(NSWindow* window) {
 }
 
 /// Returns the frame in the view's own coordinates, which run from the top or from the bottom.
-NSRect frameBelowPointer(NSView* view, NSEvent* event, const DragPicture& picture) {
+NSRect frameBelowPointer(NSView* view, NSEvent* event, const DragImage& image) {
     const NSPoint pointer = [view convertPoint:event.locationInWindow fromView:nil];
-    const double above = view.flipped ? picture.hotSpotY : picture.size.height - picture.hotSpotY;
-    return NSMakeRect(pointer.x - picture.hotSpotX, pointer.y - above, picture.size.width, picture.size.height);
+    const double above = view.flipped ? image.hotSpotY : image.size.height - image.hotSpotY;
+    return NSMakeRect(pointer.x - image.hotSpotX, pointer.y - above, image.size.width, image.size.height);
 }
 
 class MacFileDragSource : public FileDragSource {
 public:
-    void start(void* nativeView, const FileURL& file, const DragPicture& picture,
+    void start(void* nativeView, const std::vector<FileURL>& files, const DragImage& image,
                std::function<void()> ended) override {
         NSView* const view = (__bridge NSView*)nativeView;
         NSWindow* const window = view.window;
         NSEvent* const event = window == nil ? nil : mouseEventIn(window);
         if (event == nil)
             return ended();
-        NSDraggingItem* const item =
-            [[NSDraggingItem alloc] initWithPasteboardWriter:[[StowpocketFileWriter alloc] initWithFile:nsURL(file)]];
-        [item setDraggingFrame:frameBelowPointer(view, event, picture)
-                      contents:nsImageOf(picture.pixels, picture.size)];
+        // The picture stands for all files and belongs to the first.
+        NSImage* picture = nsImageOf(image.pixels, image.size);
+        NSMutableArray<NSDraggingItem*>* const items = [NSMutableArray arrayWithCapacity:files.size()];
+        for (const FileURL& file : files) {
+            NSDraggingItem* const item = [[NSDraggingItem alloc]
+                initWithPasteboardWriter:[[StowpocketFileWriter alloc] initWithFile:nsURL(file)]];
+            [item setDraggingFrame:frameBelowPointer(view, event, image) contents:picture];
+            [items addObject:item];
+            picture = nil;
+        }
         source_ = [[StowpocketDragSource alloc] initWithEnd:std::move(ended)];
-        [view beginDraggingSessionWithItems:@[ item ] event:event source:source_];
+        [view beginDraggingSessionWithItems:items event:event source:source_];
     }
 
 private:

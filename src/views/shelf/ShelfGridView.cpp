@@ -4,6 +4,9 @@
 #include "platform/qt/QtImages.h"
 #include "presentation/Layout.h"
 #include "views/controls/AccessibleRole.h"
+#include "views/controls/Compose.h"
+#include "views/controls/Menu.h"
+#include "views/shelf/TilePicture.h"
 
 #include <QAccessibleWidget>
 #include <QApplication>
@@ -21,19 +24,57 @@ constexpr AdaptiveGrid grid{.minimumColumnWidth = 80, .maximumColumnWidth = 100,
 constexpr std::size_t tilesPerTurn = 36;
 
 /// The thumbnail of the item, otherwise the icon of its type; null if the item is gone.
-QImage pictureOf(ShelfManager& shelf, const UUID& id) {
+QImage itemPicture(ShelfManager& shelf, const UUID& id) {
     if (const Image* const thumbnail = shelf.thumbnail(id))
         return qtImage(*thumbnail);
     const auto item = std::ranges::find(shelf.items(), id, &ShelfItem::id);
     return item == shelf.items().end() ? QImage() : qtImage(shelf.icon(*item));
 }
 
-QString removeAction() {
-    return QStringLiteral("remove");
+std::optional<GridStep> gridStep(int key) {
+    switch (key) {
+    case Qt::Key_Left:
+        return GridStep::left;
+    case Qt::Key_Right:
+        return GridStep::right;
+    case Qt::Key_Up:
+        return GridStep::up;
+    case Qt::Key_Down:
+        return GridStep::down;
+    case Qt::Key_Home:
+        return GridStep::first;
+    case Qt::Key_End:
+        return GridStep::last;
+    default:
+        return std::nullopt;
+    }
 }
 
-/// An item of the list, with an action that removes it. Any tile can be given the keyboard, though Tab stops at one
-/// of them only.
+/// Does to a tile what an assistive technology asks for by this name.
+struct TileAction {
+    QString name;
+    QString description;
+    void (*act)(ShelfItemView& tile);
+};
+
+const std::vector<TileAction>& tileActions() {
+    static const std::vector<TileAction> actions{
+        {QStringLiteral("remove"), QStringLiteral("Remove from shelf"),
+         [](ShelfItemView& tile) { tile.host().remove(tile); }},
+        {QAccessibleActionInterface::setFocusAction(), {}, [](ShelfItemView& tile) { tile.host().takeFocus(tile); }},
+        {QAccessibleActionInterface::pressAction(), QStringLiteral("Open"),
+         [](ShelfItemView& tile) { tile.host().perform(tile, TileCommand::open); }},
+        {QAccessibleActionInterface::toggleAction(), QStringLiteral("Select or deselect"),
+         [](ShelfItemView& tile) { tile.host().select(tile, Selecting::toggle); }},
+        {QAccessibleActionInterface::showMenuAction(),
+         {},
+         [](ShelfItemView& tile) { tile.host().openMenu(tile, tile.mapToGlobal(tile.rect().center())); }},
+    };
+    return actions;
+}
+
+/// An item of the list, with everything that can be done to it. Any tile can be given the keyboard, though Tab stops
+/// at one of them only.
 class AccessibleTile : public QAccessibleWidget {
 public:
     explicit AccessibleTile(ShelfItemView& tile) : QAccessibleWidget(&tile, QAccessible::ListItem), tile_(tile) {}
@@ -41,21 +82,33 @@ public:
     [[nodiscard]] QAccessible::State state() const override {
         QAccessible::State state = QAccessibleWidget::state();
         state.focusable = true;
+        state.selectable = true;
+        state.selected = tile_.isSelected();
         return state;
     }
-    [[nodiscard]] QStringList actionNames() const override { return {removeAction(), setFocusAction()}; }
+    [[nodiscard]] QStringList actionNames() const override {
+        QStringList names;
+        for (const TileAction& action : tileActions())
+            names.append(action.name);
+        return names;
+    }
     [[nodiscard]] QString localizedActionName(const QString& name) const override {
-        return name == removeAction() ? QStringLiteral("Remove from shelf")
-                                      : QAccessibleWidget::localizedActionName(name);
+        const TileAction* const action = named(name);
+        return action == nullptr || action->description.isEmpty() ? QAccessibleWidget::localizedActionName(name)
+                                                                  : action->description;
     }
     void doAction(const QString& name) override {
-        if (name == removeAction())
-            tile_.remove();
-        else if (name == setFocusAction())
-            tile_.takeFocus();
+        if (const TileAction* const action = named(name))
+            action->act(tile_);
     }
 
 private:
+    static const TileAction* named(const QString& name) {
+        const auto& actions = tileActions();
+        const auto action = std::ranges::find(actions, name, &TileAction::name);
+        return action == actions.end() ? nullptr : &*action;
+    }
+
     ShelfItemView& tile_;
 };
 
@@ -67,7 +120,10 @@ QAccessibleInterface* accessibleTile(const QString& /*className*/, QObject* obje
 }  // namespace
 
 ShelfGridView::ShelfGridView(std::shared_ptr<ShelfViewModel> viewModel, TileServices tileServices, int width)
-    : viewModel_(std::move(viewModel)), tileServices_(std::move(tileServices)), width_(width) {
+    : viewModel_(std::move(viewModel)),
+      tileServices_(std::move(tileServices)),
+      commands_(viewModel_, tileServices_.opener),
+      width_(width) {
     QAccessible::installFactory(accessibleTile);
     setAccessibleRole(*this, QAccessible::List);
     setAccessibleName(QStringLiteral("Files on the shelf"));
@@ -77,6 +133,10 @@ ShelfGridView::ShelfGridView(std::shared_ptr<ShelfViewModel> viewModel, TileServ
     connect(&making_, &QTimer::timeout, this, [this] {
         makeMoreTiles();
         layOut();
+    });
+    selectionChanged_ = commands_.selection().changed.connect([this] {
+        for (ShelfItemView* const tile : tiles_)
+            tile->setSelected(commands_.selection().isSelected(tile->id()));
     });
     resetTiles();
     layOut();
@@ -105,22 +165,82 @@ void ShelfGridView::updatePicture(const UUID& id) {
         tiles_[*index]->update();
 }
 
-void ShelfGridView::focusItem(const UUID& id) {
-    if (const std::optional<std::size_t> index = indexOf(id))
-        focusTile(*index);
-}
-
 ShelfItemView* ShelfGridView::makeTile(const ShelfItem& item) {
-    const ShelfViewModel* const model = viewModel_.get();
-    auto* const tile =
-        new ShelfItemView(item,
-                          {.onRemove = [viewModel = viewModel_, id = item.id] { viewModel->removeItem(id); },
-                           .picture = [model, id = item.id] { return pictureOf(model->shelfManager(), id); },
-                           .onFocusWanted = [this, id = item.id] { focusItem(id); },
-                           .services = tileServices_},
-                          this);
+    auto* const tile = new ShelfItemView(item.id, tilePresentation(item, tileServices_.byteCountText), *this, this);
+    tile->setSelected(commands_.selection().isSelected(item.id));
     tile->show();
     return tile;
+}
+
+QImage ShelfGridView::pictureOf(const ShelfItemView& tile) {
+    return itemPicture(viewModel_->shelfManager(), tile.id());
+}
+
+void ShelfGridView::click(ShelfItemView& tile, Selecting how) {
+    if (const std::optional<std::size_t> index = indexOf(tile.id()))
+        focusTile(*index, Qt::MouseFocusReason);
+    select(tile, how);
+}
+
+void ShelfGridView::select(ShelfItemView& tile, Selecting how) {
+    commands_.selection().select(tile.id(), how);
+}
+
+void ShelfGridView::startDrag(ShelfItemView& tile, QPoint held) {
+    const std::vector<ShelfItem> items = commands_.itemsOfDrag(tile.id());
+    if (items.empty())
+        return;
+    tile.setHovered(false);
+    startDrag(tile, items, tile.id(), held);
+}
+
+void ShelfGridView::startDragOfAll(QWidget& source) {
+    const std::vector<ShelfItem> items = commands_.itemsOfWholeDrag();
+    constexpr QPoint middle(tilePictureSide / 2, tilePictureSide / 2);
+    if (!items.empty())
+        startDrag(source, items, items.front().id, middle);
+}
+
+void ShelfGridView::startDrag(QWidget& source, const std::vector<ShelfItem>& items, const UUID& front, QPoint held) {
+    std::vector<FileURL> files;
+    std::vector<QImage> pictures;
+    for (const ShelfItem& item : items) {
+        files.push_back(item.fileURL);
+        // Those of a few are seen.
+        if (item.id == front || pictures.size() < mostDragPictures)
+            pictures.insert(item.id == front ? pictures.begin() : pictures.end(),
+                            tilePicture(itemPicture(viewModel_->shelfManager(), item.id), devicePixelRatioF()));
+    }
+    const DragPicture picture =
+        dragPicture(files.size(), pictures, tileServices_.fileCount, palette(), devicePixelRatioF());
+    const QPoint inside(std::clamp(held.x(), 0, tilePictureSide - 1), std::clamp(held.y(), 0, tilePictureSide - 1));
+    // A copy, since this may be gone before the drag ends.
+    const StartFileDrag start = tileServices_.startFileDrag;
+    start(source, files, picture.pixmap, picture.front + inside);
+}
+
+void ShelfGridView::perform(ShelfItemView& tile, TileCommand command) {
+    commands_.perform(command, tile.id());
+}
+
+void ShelfGridView::remove(ShelfItemView& tile) {
+    viewModel_->removeItem(tile.id());
+}
+
+void ShelfGridView::openMenu(ShelfItemView& tile, QPoint point) {
+    std::vector<MenuEntry> entries;
+    for (const TileMenuEntry& entry : commands_.menu(tile.id()))
+        entries.push_back(
+            {.title = displayText(entry.title),
+             .action = [this, command = entry.command, id = tile.id()] { commands_.perform(command, id); },
+             .isEnabled = entry.isEnabled,
+             .beginsGroup = entry.beginsGroup});
+    popUpMenu(tile, point, entries);
+}
+
+void ShelfGridView::takeFocus(ShelfItemView& tile) {
+    if (const std::optional<std::size_t> index = indexOf(tile.id()))
+        focusTile(*index, Qt::OtherFocusReason);
 }
 
 void ShelfGridView::insertTiles(const std::vector<std::size_t>& indexes) {
@@ -160,7 +280,7 @@ void ShelfGridView::removeTiles(const std::vector<std::size_t>& indexes) {
     if (tiles_.empty())
         return;
     if (focused && std::ranges::binary_search(indexes, *focused))
-        focusTile(std::min(indexes.front(), tiles_.size() - 1));
+        focusTile(std::min(indexes.front(), tiles_.size() - 1), Qt::OtherFocusReason);
     else if (!focused)
         setTabStop(0);
 }
@@ -169,7 +289,7 @@ void ShelfGridView::updateTiles(const std::vector<std::size_t>& indexes) {
     const auto& items = viewModel_->shelfManager().items();
     for (const std::size_t index : indexes) {
         if (index < tiles_.size())
-            tiles_[index]->setItem(items[index]);
+            tiles_[index]->setPresentation(tilePresentation(items[index], tileServices_.byteCountText));
     }
 }
 
@@ -206,43 +326,55 @@ QSize ShelfGridView::sizeHint() const {
 }
 
 void ShelfGridView::keyPressEvent(QKeyEvent* event) {
-    const std::optional<std::size_t> focused = focusedIndex();
-    if (!focused) {
-        event->ignore();
-        return;
+    event->setAccepted(handleKey(*event));
+}
+
+bool ShelfGridView::handleKey(const QKeyEvent& event) {
+    if (event.matches(QKeySequence::SelectAll)) {
+        commands_.selection().selectAll();
+        return true;
     }
-    const auto columns = static_cast<std::ptrdiff_t>(grid.columnCount(width_));
-    const auto moveBy = [&](std::ptrdiff_t step) {
-        const std::ptrdiff_t target = static_cast<std::ptrdiff_t>(*focused) + step;
-        if (target >= 0 && target < static_cast<std::ptrdiff_t>(tiles_.size()))
-            focusTile(static_cast<std::size_t>(target));
-    };
-    switch (event->key()) {
-    case Qt::Key_Left:
-        moveBy(-1);
-        break;
-    case Qt::Key_Right:
-        moveBy(1);
-        break;
-    case Qt::Key_Up:
-        moveBy(-columns);
-        break;
-    case Qt::Key_Down:
-        moveBy(columns);
-        break;
-    case Qt::Key_Home:
-        focusTile(0);
-        break;
-    case Qt::Key_End:
-        focusTile(tiles_.size() - 1);
-        break;
+    if (const std::optional<GridStep> step = gridStep(event.key()))
+        return takeStep(*step, event.modifiers());
+    const std::optional<std::size_t> focused = focusedIndex();
+    if (!focused)
+        return false;
+    const UUID id = tiles_[*focused]->id();
+    switch (event.key()) {
     case Qt::Key_Delete:
     case Qt::Key_Backspace:
-        tiles_[*focused]->remove();
-        break;
+        commands_.perform(TileCommand::remove, id);
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        commands_.perform(TileCommand::open, id);
+        return true;
+    case Qt::Key_Space:
+        if (event.modifiers().testFlag(Qt::ControlModifier))
+            commands_.selection().select(id, Selecting::toggle);
+        else
+            commands_.preview(id);
+        return true;
     default:
-        event->ignore();
+        return false;
     }
+}
+
+bool ShelfGridView::takeStep(GridStep step, Qt::KeyboardModifiers modifiers) {
+    const std::optional<std::size_t> from = focusedIndex();
+    if (tiles_.empty())
+        return false;
+    const std::optional<std::size_t> to =
+        from ? tileAfter(step, *from, tiles_.size(), grid.columnCount(width_)) : std::optional<std::size_t>(0);
+    if (!to)
+        return true;
+    focusTile(*to, Qt::OtherFocusReason);
+    ShelfSelection& selection = commands_.selection();
+    if (modifiers.testFlag(Qt::ShiftModifier))
+        selection.extend(tiles_[from.value_or(*to)]->id(), tiles_[*to]->id());
+    else if (!modifiers.testFlag(Qt::ControlModifier))
+        selection.select(tiles_[*to]->id(), Selecting::alone);
+    return true;
 }
 
 void ShelfGridView::setTabStop(std::size_t index) {
@@ -254,9 +386,9 @@ void ShelfGridView::setTabStop(std::size_t index) {
     setFocusPolicy(Qt::NoFocus);
 }
 
-void ShelfGridView::focusTile(std::size_t index) {
+void ShelfGridView::focusTile(std::size_t index, Qt::FocusReason reason) {
     setTabStop(index);
-    tiles_[index]->setFocus(Qt::OtherFocusReason);
+    tiles_[index]->setFocus(reason);
     onTileFocused(*tiles_[index]);
 }
 

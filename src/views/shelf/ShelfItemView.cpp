@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "views/shelf/ShelfItemView.h"
 
-#include "shelf/ShelfItem.h"
 #include "views/controls/Button.h"
 #include "views/controls/Compose.h"
 #include "views/controls/Drawing.h"
+#include "views/shelf/TilePicture.h"
 
+#include <QAccessible>
 #include <QApplication>
-#include <QCache>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyleHints>
 #include <QToolTip>
 
 #include <algorithm>
@@ -20,10 +21,6 @@ namespace {
 
 constexpr int tileWidth = 80;
 constexpr int verticalPadding = 6;
-constexpr int pictureSide = 48;
-constexpr double pictureRadius = 6;
-constexpr double edgeWidth = 1;
-constexpr int edgeStrength = 40;  // of 255
 constexpr int spacing = 4;
 constexpr int nameHeight = 26;
 
@@ -37,13 +34,15 @@ constexpr double hoverFillOpacity = 0.5;
 constexpr double borderWidth = 0.5;
 constexpr double hoverBorderOpacity = 0.06;
 constexpr double focusWidth = 2;
+constexpr double selectedFillOpacity = 0.16;
+constexpr double selectedBorderWidth = 1;
 
-constexpr QRect pictureFrame((tileWidth - pictureSide) / 2, verticalPadding, pictureSide, pictureSide);
+constexpr QRect pictureFrame((tileWidth - tilePictureSide) / 2, verticalPadding, tilePictureSide, tilePictureSide);
 /// Keeps the text away from the tile's border.
 constexpr int nameMargin = 2;
-constexpr QRect nameFrame(nameMargin, verticalPadding + pictureSide + spacing, tileWidth - 2 * nameMargin,
+constexpr QRect nameFrame(nameMargin, verticalPadding + tilePictureSide + spacing, tileWidth - 2 * nameMargin,
                           nameHeight);
-constexpr int detailsTop = verticalPadding + pictureSide + spacing + nameHeight;
+constexpr int detailsTop = verticalPadding + tilePictureSide + spacing + nameHeight;
 
 QFont nameFont() {
     return Theme::font(namePointSize);
@@ -61,57 +60,35 @@ int lineHeight(const QFont& font) {
     return QFontMetrics(font).height();
 }
 
-/// Adds a faint dark outline to the picture's content, so that white paper is visible on a light window.
-QImage withEdge(const QImage& picture) {
-    QImage shade = picture;
-    QPainter shading(&shade);
-    shading.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    shading.fillRect(QRectF(QPointF(), shade.deviceIndependentSize()), QColor(0, 0, 0, edgeStrength));
-    shading.end();
-    QImage edged = picture;
-    QPainter painter(&edged);
-    painter.setCompositionMode(QPainter::CompositionMode_DestinationOver);
-    for (const QPointF offset :
-         {QPointF(0, edgeWidth), QPointF(edgeWidth, 0), QPointF(-edgeWidth, 0), QPointF(0, -edgeWidth)})
-        painter.drawImage(offset, shade);
-    return edged;
-}
-
-/// Fits the picture into its frame. It is painted into the frame's shape, since clipping leaves jagged corners.
-QImage framed(const QImage& picture, double ratio) {
-    QImage framed(pictureFrame.size() * ratio, QImage::Format_ARGB32_Premultiplied);
-    framed.setDevicePixelRatio(ratio);
-    framed.fill(Qt::transparent);
-    if (picture.isNull())
-        return framed;
-
-    QRectF place(QPointF(), QSizeF(picture.size()).scaled(pictureFrame.size(), Qt::KeepAspectRatio));
-    place.moveCenter(QPointF(pictureSide, pictureSide) / 2);
-    QPainter painter(&framed);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    QPainterPath shape;
-    shape.addRect(place);
-    const QRectF frame(0, 0, pictureSide, pictureSide);
-    painter.fillPath(shape.intersected(continuousRoundedRect(frame, pictureRadius)), Qt::black);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter.drawImage(place, picture);
-    painter.end();
-    return withEdge(framed);
+Selecting selectingBy(Qt::KeyboardModifiers modifiers) {
+    if (modifiers.testFlag(Qt::ShiftModifier))
+        return Selecting::range;
+    return modifiers.testFlag(Qt::ControlModifier) ? Selecting::toggle : Selecting::alone;
 }
 
 }  // namespace
 
-ShelfItemView::ShelfItemView(const ShelfItem& item, TileActions actions, QWidget* parent)
-    : QWidget(parent), fileURL_(item.fileURL), actions_(std::move(actions)) {
+ShelfItemView::ShelfItemView(const UUID& id, TilePresentation shown, TileHost& host, QWidget* parent)
+    : QWidget(parent), id_(id), host_(host) {
     setFocusPolicy(Qt::NoFocus);  // the grid makes one tile at a time reachable by Tab
-    setItem(item);
+    setPresentation(std::move(shown));
 }
 
-void ShelfItemView::setItem(const ShelfItem& item) {
-    shown_ = tilePresentation(item, actions_.services.byteCountText);
+void ShelfItemView::setPresentation(TilePresentation shown) {
+    shown_ = std::move(shown);
     nameLines_.clear();
     setAccessibleName(QString::fromStdString(shown_.accessibleName()));
     setFixedSize(sizeHint());
+    update();
+}
+
+void ShelfItemView::setSelected(bool isSelected) {
+    if (std::exchange(isSelected_, isSelected) == isSelected)
+        return;
+    QAccessible::State change;
+    change.selected = true;
+    QAccessibleStateChangeEvent event(this, change);
+    QAccessible::updateAccessibility(&event);
     update();
 }
 
@@ -127,7 +104,7 @@ void ShelfItemView::setHovered(bool isHovered) {
         Button* const button = Button::ofSymbol(
             "xmark.circle.fill",
             {.pointSize = removePointSize, .role = ColorRole::onDisc, .secondaryRole = ColorRole::redDisc},
-            QStringLiteral("Remove from shelf"), [this] { remove(); });
+            QStringLiteral("Remove from shelf"), [this] { host_.remove(*this); });
         button->setParent(this);
         button->setToolTip(button->accessibleName());
         button->setFocusPolicy(Qt::NoFocus);  // Delete removes the tile that has the keyboard
@@ -171,49 +148,62 @@ void ShelfItemView::leaveEvent(QEvent*) {
 
 void ShelfItemView::hideEvent(QHideEvent*) {
     setHovered(false);
+    letGo();
+}
+
+void ShelfItemView::focusInEvent(QFocusEvent* event) {
+    showsFocus_ = event->reason() != Qt::MouseFocusReason;
+    QWidget::focusInEvent(event);
+}
+
+void ShelfItemView::letGo() {
     pressedAt_.reset();
+    longPress_.stop();
 }
 
 void ShelfItemView::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton)
-        pressedAt_ = event->position().toPoint();
+    if (event->button() != Qt::LeftButton)
+        return;
+    pressedAt_ = event->position().toPoint();
+    if (event->pointerType() == QPointingDevice::PointerType::Finger)
+        longPress_.start(QGuiApplication::styleHints()->mousePressAndHoldInterval(), this);
 }
 
 void ShelfItemView::mouseMoveEvent(QMouseEvent* event) {
-    if (!pressedAt_ || !shown_.isDraggable)
+    if (!pressedAt_ ||
+        (event->position().toPoint() - *pressedAt_).manhattanLength() < QApplication::startDragDistance())
         return;
-    if ((event->position().toPoint() - *pressedAt_).manhattanLength() >= QApplication::startDragDistance())
-        startDrag();
-}
-
-void ShelfItemView::mouseReleaseEvent(QMouseEvent*) {
-    pressedAt_.reset();
-}
-
-void ShelfItemView::startDrag() {
     const QPoint held = *pressedAt_ - pictureFrame.topLeft();
-    pressedAt_.reset();
-    setHovered(false);
-    const QPoint hotSpot(std::clamp(held.x(), 0, pictureSide - 1), std::clamp(held.y(), 0, pictureSide - 1));
-    const QPixmap picture = QPixmap::fromImage(framedPicture());
-    // Copies, since the tile may be deleted during the drag.
-    const StartFileDrag start = actions_.services.startFileDrag;
-    const FileURL url = fileURL_;
-    start(*this, url, picture, hotSpot);
+    letGo();
+    host_.startDrag(*this, held);
 }
 
-QImage ShelfItemView::framedPicture() const {
-    // As many as a tall popover shows at a time; each takes 9 KB on a screen of single density.
-    constexpr int keptPictures = 48;
-    static QCache<std::pair<qint64, double>, QImage> cache(keptPictures);
-    const QImage picture = actions_.picture();
-    const double ratio = devicePixelRatioF();
-    const std::pair key(picture.cacheKey(), ratio);
-    if (const QImage* const kept = cache.object(key))
-        return *kept;
-    QImage image = framed(picture, ratio);
-    cache.insert(key, new QImage(image));
-    return image;
+void ShelfItemView::mouseReleaseEvent(QMouseEvent* event) {
+    const bool isClick = pressedAt_ && event->button() == Qt::LeftButton;
+    letGo();
+    if (isClick)
+        host_.click(*this, selectingBy(event->modifiers()));
+}
+
+/// Its first click has selected the tile.
+void ShelfItemView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier)
+        host_.perform(*this, TileCommand::open);
+    else
+        mousePressEvent(event);
+}
+
+void ShelfItemView::contextMenuEvent(QContextMenuEvent* event) {
+    letGo();
+    host_.openMenu(*this, event->globalPos());
+}
+
+void ShelfItemView::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != longPress_.timerId() || !pressedAt_)
+        return QWidget::timerEvent(event);
+    const QPoint held = *pressedAt_;
+    letGo();
+    host_.openMenu(*this, mapToGlobal(held));
 }
 
 void ShelfItemView::paintEvent(QPaintEvent*) {
@@ -234,7 +224,14 @@ void ShelfItemView::paintDecoration(QPainter& painter) const {
             continuousRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), cornerRadius - inset),
             QPen(Theme::color(ColorRole::primary, palette(), hoverBorderOpacity), borderWidth));
     }
-    if (hasFocus()) {
+    if (isSelected_) {
+        const QRectF inside = QRectF(rect()).adjusted(selectedBorderWidth / 2, selectedBorderWidth / 2,
+                                                      -selectedBorderWidth / 2, -selectedBorderWidth / 2);
+        const QPainterPath shape = continuousRoundedRect(inside, cornerRadius - selectedBorderWidth / 2);
+        painter.fillPath(shape, Theme::color(ColorRole::accent, palette(), selectedFillOpacity));
+        painter.strokePath(shape, QPen(Theme::color(ColorRole::accent, palette()), selectedBorderWidth));
+    }
+    if (hasFocus() && showsFocus_) {
         constexpr double inset = focusWidth / 2;
         painter.strokePath(
             continuousRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), cornerRadius - inset),
@@ -243,7 +240,7 @@ void ShelfItemView::paintDecoration(QPainter& painter) const {
 }
 
 void ShelfItemView::paintPicture(QPainter& painter) const {
-    painter.drawImage(pictureFrame.topLeft(), framedPicture());
+    painter.drawImage(pictureFrame.topLeft(), tilePicture(host_.pictureOf(*this), devicePixelRatioF()));
 }
 
 void ShelfItemView::paintName(QPainter& painter) {

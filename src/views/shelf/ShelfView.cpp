@@ -3,6 +3,9 @@
 
 #include "services/Preferences.h"
 #include "views/controls/Motion.h"
+#include "views/shelf/DragHandle.h"
+
+#include <QKeyEvent>
 
 namespace stowpocket {
 namespace {
@@ -39,10 +42,13 @@ QLayout* ShelfView::header() {
     badge_ = text({}, {.pointSize = 10, .weight = FontWeight::medium, .role = ColorRole::secondary});
     constexpr SymbolStyle tray{.pointSize = 13, .weight = FontWeight::semibold, .role = ColorRole::orange};
     constexpr int titleSpacing = 6;
+    auto* const handle =
+        new DragHandle(vstack(0, panel(padded(badge_, {.horizontal = 7, .top = 3}),
+                                       {.role = ColorRole::secondary, .opacity = 0.1, .cornerRadius = capsule})),
+                       [this](QWidget& source) { content_->grid().startDragOfAll(source); });
     return padded(hstack(titleSpacing, symbol("tray.and.arrow.down", tray),
                          text(QStringLiteral("stowpocket"), {.pointSize = 13, .weight = FontWeight::bold}), Spacer{},
-                         panel(padded(badge_, {.horizontal = 7, .top = 3}),
-                               {.role = ColorRole::secondary, .opacity = 0.1, .cornerRadius = capsule})),
+                         handle),
                   {.horizontal = 14, .top = 10});
 }
 
@@ -128,6 +134,21 @@ void ShelfView::showEvent(QShowEvent* event) {
         setPresentation(now);
     setFocus();
     QWidget::showEvent(event);
+}
+
+void ShelfView::hideEvent(QHideEvent* event) {
+    content_->grid().clearSelection();
+    QWidget::hideEvent(event);
+}
+
+/// Presses beside the tiles end here.
+void ShelfView::mousePressEvent(QMouseEvent* event) {
+    content_->grid().clearSelection();
+    QWidget::mousePressEvent(event);
+}
+
+void ShelfView::keyPressEvent(QKeyEvent* event) {
+    event->setAccepted(content_->grid().handleKey(*event));
 }
 
 void ShelfView::confirmClear() {

@@ -66,6 +66,7 @@ struct Drag {
     id<NSPasteboardWriting> _Nonnull writer;
     NSRect frame;
     NSImage* _Nullable contents;
+    NSUInteger count;
 };
 /// The last drag that began here.
 extern std::optional<Drag> begunDrag;

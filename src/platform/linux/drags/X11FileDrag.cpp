@@ -35,10 +35,11 @@ X11FileDrag::X11FileDrag(const X11Connection& connection) : connection_(connecti
     });
 }
 
-void X11FileDrag::start(QWidget& source, const FileURL& file, const QPixmap& picture, const QPoint& hotSpot) {
+void X11FileDrag::start(QWidget& source, const std::vector<FileURL>& files, const QPixmap& picture,
+                        const QPoint& hotSpot) {
     forgetting_.stop();
     settling_.stop();
-    uriList_ = QByteArray::fromStdString(uriListOf({file}));
+    uriList_ = QByteArray::fromStdString(uriListOf(files));
     auto* const data = new QMimeData;
     data->setData(QStringLiteral("text/uri-list"), uriList_);
     auto* const drag = new QDrag(&source);  // deletes itself

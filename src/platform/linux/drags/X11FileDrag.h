@@ -15,8 +15,8 @@
 
 namespace stowpocket {
 
-/// Drags one file out to other programs, which may only copy it. No answer of theirs counts as proof that they did,
-/// so the file stays where it is. A drag that the server no longer knows is cancelled.
+/// Drags files out to other programs, which may only copy it. No answer of theirs counts as proof that they did,
+/// so the files stay where they are. A drag that the server no longer knows is cancelled.
 class X11FileDrag : private X11EventFilter {
 public:
     /// `connection` outlives it. Made after the application.
@@ -24,7 +24,7 @@ public:
 
     /// Called while the main button is held over `source`; returns when the button is released. `hotSpot` is the
     /// position of the pointer in `picture`.
-    void start(QWidget& source, const FileURL& file, const QPixmap& picture, const QPoint& hotSpot);
+    void start(QWidget& source, const std::vector<FileURL>& files, const QPixmap& picture, const QPoint& hotSpot);
     /// Runs `work` when no drag is under way and its effects on the desktop are over, which may be at once.
     void whenOver(std::function<void()> work);
 
