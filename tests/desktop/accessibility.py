@@ -5,7 +5,7 @@ from gi.repository import GLib
 from bus import Bus
 from x_display import Rect, wait_for
 
-FOCUSED, SHOWING = 12, 25
+FOCUSED, SELECTED, SHOWING = 12, 23, 25
 ROOT = "/org/a11y/atspi/accessible/root"
 
 
@@ -49,6 +49,9 @@ class Accessible:
 
     def is_focused(self):
         return self.has_state(FOCUSED)
+
+    def is_selected(self):
+        return self.has_state(SELECTED)
 
     def do(self, action):
         """Has the object do what it offers under this name. False when it offers nothing of the kind."""
