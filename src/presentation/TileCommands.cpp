@@ -42,6 +42,8 @@ std::vector<TileMenuEntry> TileCommands::menu(const UUID& id) {
     return {
         {TileCommand::open, title("Open", "Open ", " Files"), isAnyThere},
         {TileCommand::showInFolder, title("Show in Folder", "Show ", " Files in Folder"), isAnyThere},
+        {TileCommand::copy, title("Copy", "Copy ", " Files"), isAnyThere, true},
+        {TileCommand::copyPath, title("Copy Path", "Copy ", " Paths"), isAnyThere},
         {TileCommand::remove, title("Remove from Shelf", "Remove ", " Files from Shelf"), true, true},
     };
 }
@@ -51,11 +53,21 @@ void TileCommands::perform(TileCommand command, const UUID& id) {
     switch (command) {
     case TileCommand::open:
         if (const std::vector<FileURL> files = urlsOf(present(items)); !files.empty())
-            opener_.open(files, [](bool) {});
+            opener_.open(files, [model = std::weak_ptr(viewModel_), count = files.size()](bool areAllOpened) {
+                if (const auto viewModel = model.lock(); viewModel && !areAllOpened)
+                    viewModel->setCapacityMessage(count == 1 ? "No application opens this file."
+                                                             : "No application opens some of these files.");
+            });
         break;
     case TileCommand::showInFolder:
         if (const std::vector<FileURL> files = urlsOf(present(items)); !files.empty())
             opener_.showInFolder(files);
+        break;
+    case TileCommand::copy:
+        viewModel_->copyFiles(idsOf(present(items)));
+        break;
+    case TileCommand::copyPath:
+        viewModel_->copyPaths(idsOf(present(items)));
         break;
     case TileCommand::remove:
         viewModel_->removeItems(idsOf(items));

@@ -13,7 +13,7 @@
 
 namespace stowpocket {
 
-enum class TileCommand { open, showInFolder, remove };
+enum class TileCommand { open, showInFolder, copy, copyPath, remove };
 
 struct TileMenuEntry {
     TileCommand command;

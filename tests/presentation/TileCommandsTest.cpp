@@ -95,10 +95,18 @@ TEST_F(TileCommandsTest, theMenuActsOnTheSelectionAndSelectsAnotherTile) {
     loseFile(2);
     const std::vector<TileMenuEntry> two{{TileCommand::open, "Open 2 Files"},
                                          {TileCommand::showInFolder, "Show 2 Files in Folder"},
+                                         {TileCommand::copy, "Copy 2 Files", true, true},
+                                         {TileCommand::copyPath, "Copy 2 Paths"},
                                          {TileCommand::remove, "Remove 2 Files from Shelf", true, true}};
     EXPECT_EQ(commands.menu(id(2)), two);
     commands.perform(TileCommand::open, id(2));
     EXPECT_EQ(opener.opened, Names{"1.txt"}) << "without the missing one";
+    EXPECT_FALSE(viewModel->capacityMessage());
+    commands.perform(TileCommand::copyPath, id(2));
+    EXPECT_EQ(clipboard.text, "/files/1.txt");
+    opener.hasApplications = false;
+    commands.perform(TileCommand::open, id(1));
+    EXPECT_EQ(viewModel->capacityMessage(), "No application opens this file.");
     const int saves = preferences.saves;
     commands.perform(TileCommand::remove, id(2));
     EXPECT_EQ(preferences.saves, saves + 1) << "as one change";
@@ -107,6 +115,8 @@ TEST_F(TileCommandsTest, theMenuActsOnTheSelectionAndSelectsAnotherTile) {
     loseFile(3);
     const std::vector<TileMenuEntry> missing{{TileCommand::open, "Open", false},
                                              {TileCommand::showInFolder, "Show in Folder", false},
+                                             {TileCommand::copy, "Copy", false, true},
+                                             {TileCommand::copyPath, "Copy Path", false},
                                              {TileCommand::remove, "Remove from Shelf", true, true}};
     EXPECT_EQ(commands.menu(id(3)), missing);
     EXPECT_EQ(selected(), "5");

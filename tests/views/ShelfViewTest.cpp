@@ -275,7 +275,10 @@ TEST_F(ShelfViewTest, keysSelectOpenPreviewAndRemove) {
     EXPECT_EQ(opener.previewed, "4.txt");
     press(Qt::Key_Left);
     EXPECT_EQ(selected(), 1);
+    view->setFocus();
     press(Qt::Key_A, Qt::ControlModifier);
+    press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(clipboard.files.size(), 5U) << "no tile has the keyboard";
     press(Qt::Key_Delete);
     EXPECT_TRUE(manager->items().empty());
 }

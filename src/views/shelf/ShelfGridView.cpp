@@ -337,9 +337,17 @@ bool ShelfGridView::handleKey(const QKeyEvent& event) {
     if (const std::optional<GridStep> step = gridStep(event.key()))
         return takeStep(*step, event.modifiers());
     const std::optional<std::size_t> focused = focusedIndex();
-    if (!focused)
-        return false;
-    const UUID id = tiles_[*focused]->id();
+    const std::optional<UUID> atHand =
+        focused ? std::optional(tiles_[*focused]->id()) : commands_.selection().first();
+    return atHand && handleKey(event, *atHand);
+}
+
+/// A key that does something to a tile.
+bool ShelfGridView::handleKey(const QKeyEvent& event, const UUID& id) {
+    if (event.matches(QKeySequence::Copy)) {
+        commands_.perform(TileCommand::copy, id);
+        return true;
+    }
     switch (event.key()) {
     case Qt::Key_Delete:
     case Qt::Key_Backspace:

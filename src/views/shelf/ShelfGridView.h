@@ -65,6 +65,7 @@ private:
     void takeFocus(ShelfItemView& tile) override;
 
     void startDrag(QWidget& source, const std::vector<ShelfItem>& items, const UUID& front, QPoint held);
+    bool handleKey(const QKeyEvent& event, const UUID& id);
     bool takeStep(GridStep step, Qt::KeyboardModifiers modifiers);
     [[nodiscard]] ShelfItemView* makeTile(const ShelfItem& item);
     void insertTiles(const std::vector<std::size_t>& indexes);

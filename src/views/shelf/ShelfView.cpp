@@ -46,6 +46,7 @@ QLayout* ShelfView::header() {
         new DragHandle(vstack(0, panel(padded(badge_, {.horizontal = 7, .top = 3}),
                                        {.role = ColorRole::secondary, .opacity = 0.1, .cornerRadius = capsule})),
                        [this](QWidget& source) { content_->grid().startDragOfAll(source); });
+    handle->setToolTip(QStringLiteral("Drag to take all files"));
     return padded(hstack(titleSpacing, symbol("tray.and.arrow.down", tray),
                          text(QStringLiteral("stowpocket"), {.pointSize = 13, .weight = FontWeight::bold}), Spacer{},
                          handle),
