@@ -152,7 +152,10 @@ void ShelfItemView::hideEvent(QHideEvent*) {
 }
 
 void ShelfItemView::focusInEvent(QFocusEvent* event) {
-    showsFocus_ = event->reason() != Qt::MouseFocusReason;
+    const Qt::FocusReason reason = event->reason();
+    const bool isBack = reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason;
+    if (!isBack)
+        showsFocus_ = reason != Qt::MouseFocusReason;
     QWidget::focusInEvent(event);
 }
 
