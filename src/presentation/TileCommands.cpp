@@ -9,6 +9,9 @@
 namespace stowpocket {
 namespace {
 
+/// More windows could swamp the desktop.
+constexpr std::size_t mostOpenedUnasked = 10;
+
 /// How far each picture lies from the one before it, to the right and downwards.
 constexpr double pictureStep = 5;
 constexpr double badgeHeight = 18;
@@ -52,12 +55,10 @@ void TileCommands::perform(TileCommand command, const UUID& id) {
     const std::vector<ShelfItem> items = selection_.itemsWith(id);
     switch (command) {
     case TileCommand::open:
-        if (const std::vector<FileURL> files = urlsOf(present(items)); !files.empty())
-            opener_.open(files, [model = std::weak_ptr(viewModel_), count = files.size()](bool areAllOpened) {
-                if (const auto viewModel = model.lock(); viewModel && !areAllOpened)
-                    viewModel->setCapacityMessage(count == 1 ? "No application opens this file."
-                                                             : "No application opens some of these files.");
-            });
+        if (const std::vector<FileURL> files = urlsOf(present(items)); files.size() > mostOpenedUnasked)
+            confirmOpening(files.size(), [this, files] { open(files); });
+        else if (!files.empty())
+            open(files);
         break;
     case TileCommand::showInFolder:
         if (const std::vector<FileURL> files = urlsOf(present(items)); !files.empty())
@@ -73,6 +74,14 @@ void TileCommands::perform(TileCommand command, const UUID& id) {
         viewModel_->removeItems(idsOf(items));
         break;
     }
+}
+
+void TileCommands::open(const std::vector<FileURL>& files) {
+    opener_.open(files, [model = std::weak_ptr(viewModel_), count = files.size()](bool areAllOpened) {
+        if (const auto viewModel = model.lock(); viewModel && !areAllOpened)
+            viewModel->setCapacityMessage(count == 1 ? "No application opens this file."
+                                                     : "No application opens some of these files.");
+    });
 }
 
 void TileCommands::preview(const UUID& id) {

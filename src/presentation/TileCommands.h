@@ -46,7 +46,12 @@ public:
     /// What a drag of everything carries.
     [[nodiscard]] std::vector<ShelfItem> itemsOfWholeDrag();
 
+    /// Asks the user whether to open so many files. `open` does it.
+    std::function<void(std::size_t fileCount, std::function<void()> open)> confirmOpening =
+        [](std::size_t, const std::function<void()>& open) { open(); };
+
 private:
+    void open(const std::vector<FileURL>& files);
     /// Those whose file is there. The shelf checks all again if one has gone since its last check.
     [[nodiscard]] std::vector<ShelfItem> present(std::vector<ShelfItem> items);
 

@@ -89,6 +89,22 @@ TEST_F(TileCommandsTest, aDragCarriesTheSelectionItBeginsOnAndOnlyFilesThatAreTh
     EXPECT_EQ(commands.itemsOfDrag(id(99)).size(), 99U);
 }
 
+TEST_F(TileCommandsTest, asksBeforeItOpensManyFiles) {
+    std::function<void()> confirmed;
+    commands.confirmOpening = [&](std::size_t, std::function<void()> open) { confirmed = std::move(open); };
+    addFiles(5, 100);
+    selection.selectAll();
+    commands.perform(TileCommand::open, id(0));
+    EXPECT_EQ(opener.opened.size(), 0U);
+    ASSERT_TRUE(confirmed);
+    confirmed();
+    EXPECT_EQ(opener.opened.size(), 11U);
+    confirmed = nullptr;
+    select(0, Selecting::toggle);
+    commands.perform(TileCommand::open, id(1));
+    EXPECT_EQ(opener.opened.size(), 10U);
+}
+
 TEST_F(TileCommandsTest, theMenuActsOnTheSelectionAndSelectsAnotherTile) {
     select(1);
     select(2, Selecting::toggle);

@@ -40,7 +40,7 @@ public:
 
     /// Whether the key was one of the grid's. Some are, though no tile has the keyboard.
     bool handleKey(const QKeyEvent& event);
-    void clearSelection() { commands_.selection().clear(); }
+    [[nodiscard]] TileCommands& commands() { return commands_; }
     /// Called while the main button is held over `source`.
     void startDragOfAll(QWidget& source);
 

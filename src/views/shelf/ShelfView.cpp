@@ -34,6 +34,10 @@ ShelfView::ShelfView(Dependencies dependencies)
     setFocusPolicy(Qt::ClickFocus);
     compose(*this, vstack(defaultSpacing, header(), divider(), banner(), saveBanner(), content_, progressRow(),
                           divider(), footer()));
+    content_->grid().commands().confirmOpening = [this](std::size_t fileCount, std::function<void()> open) {
+        askOnce(openConfirmation_, *this, QStringLiteral("Open %1 Files?").arg(fileCount),
+                QStringLiteral("Each may open a window of its own."), QStringLiteral("Open"), std::move(open));
+    };
     observe();
     refresh();
 }
@@ -138,13 +142,13 @@ void ShelfView::showEvent(QShowEvent* event) {
 }
 
 void ShelfView::hideEvent(QHideEvent* event) {
-    content_->grid().clearSelection();
+    content_->grid().commands().selection().clear();
     QWidget::hideEvent(event);
 }
 
 /// Presses beside the tiles end here.
 void ShelfView::mousePressEvent(QMouseEvent* event) {
-    content_->grid().clearSelection();
+    content_->grid().commands().selection().clear();
     QWidget::mousePressEvent(event);
 }
 

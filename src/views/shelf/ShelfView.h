@@ -55,6 +55,7 @@ private:
     Button* clearButton_ = nullptr;
     ShelfPresentation shown_;
     QPointer<AlertView> clearConfirmation_;
+    QPointer<AlertView> openConfirmation_;
     std::vector<Subscription> observations_;
 };
 
