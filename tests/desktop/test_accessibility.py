@@ -27,6 +27,8 @@ class Accessibility(DesktopTest):
         last = shelf.children()[2]
         self.assertTrue(last.do("SetFocus"))
         wait_for(last.is_focused, "the last tile to have the keyboard")
+        self.assertTrue(last.do("Toggle"))
+        wait_for(last.is_selected, "the last tile to be selected")
         for left in (2, 1):
             self.assertTrue(shelf.children()[0].do("remove"))
             wait_for(lambda: len(stowpocket.filenames()) == left, f"{left} files on the shelf")
