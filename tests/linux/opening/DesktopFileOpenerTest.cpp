@@ -2,6 +2,7 @@
 #include "platform/linux/opening/DesktopFileOpener.h"
 #include "support/ComesTrue.h"
 #include "support/PrivateBus.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -50,6 +51,24 @@ TEST(DesktopFileOpenerTest, opensTheFoldersIfNoFileManagerShowsTheFiles) {
     fileManager.hangs = true;
     opener.showInFolder(files);
     EXPECT_TRUE(comesTrue([&] { return launched == folders; })) << "it hangs";
+}
+
+TEST(DesktopFileOpenerTest, opensThePageOfALinkAndStartsNoProgram) {
+    const TemporaryFolder folder;
+    folder.write("page.desktop",
+                 "[Desktop Entry]\nType=Link\nURL=https://example.com/a%20b\n[Other]\nURL=file:///x\n");
+    folder.write("file.desktop", "[Desktop Entry]\nType=Link\nURL=file:///etc/passwd\n");
+    folder.write("program.desktop", "[Desktop Entry]\nType=Application\nURL=https://example.com\nExec=true\n");
+    QStringList launched;
+    DesktopFileOpener opener(QDBusConnection(QStringLiteral("none")),
+                             [&](const QStringList& urls, const FileOpener::Completion&) { launched = urls; });
+    const std::vector<FileURL> files{folder.url("page.desktop"), folder.url("file.desktop"),
+                                     folder.url("program.desktop"), folder.url("gone.desktop")};
+    opener.open(files, [](bool) {});
+    QStringList wanted{QStringLiteral("https://example.com/a%20b")};
+    for (const char* const name : {"file.desktop", "program.desktop", "gone.desktop"})
+        wanted.append(QString::fromStdString(folder.url(name).string()));
+    EXPECT_EQ(launched, wanted);
 }
 
 }  // namespace

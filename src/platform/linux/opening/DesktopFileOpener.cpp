@@ -3,7 +3,11 @@
 
 #include "platform/linux/dbus/BusCalls.h"
 
+#include <QFile>
+#include <QFileInfo>
+#include <QMap>
 #include <QProcess>
+#include <QUrl>
 
 #include <utility>
 
@@ -23,6 +27,27 @@ QStringList urlTexts(std::span<const FileURL> files) {
     return texts;
 }
 
+/// The address in a link file to a web page, which applications would show as text. None for any other file, so that
+/// a desktop entry never starts a program here.
+std::optional<QString> linkedPage(const FileURL& file) {
+    constexpr qint64 largestSize = 65'536;
+    QFile entry(QFile::decodeName(file.path().c_str()));
+    if (file.pathExtension() != "desktop" || !QFileInfo(entry).isFile() || !entry.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    bool isInGroup = false;
+    QMap<QByteArray, QByteArray> values;
+    for (const QByteArray& line : entry.read(largestSize).split('\n')) {
+        if (line.startsWith('['))
+            isInGroup = line.trimmed() == "[Desktop Entry]";
+        else if (const qsizetype sign = line.indexOf('='); isInGroup && sign > 0)
+            values.insert(line.left(sign).trimmed(), line.mid(sign + 1).trimmed());
+    }
+    const QUrl page = QUrl::fromEncoded(values.value("URL"));
+    const bool isWebPage = page.scheme() == QLatin1String("https") || page.scheme() == QLatin1String("http");
+    return values.value("Type") == "Link" && isWebPage ? std::optional(page.toString(QUrl::FullyEncoded))
+                                                       : std::nullopt;
+}
+
 }  // namespace
 
 DesktopFileOpener::DesktopFileOpener(QDBusConnection bus, Launch launch, std::chrono::milliseconds patience)
@@ -33,7 +58,10 @@ DesktopFileOpener::DesktopFileOpener(QDBusConnection bus, Launch launch, std::ch
       patience_(patience) {}
 
 void DesktopFileOpener::open(std::span<const FileURL> files, Completion completion) {
-    launch_(urlTexts(files), std::move(completion));
+    QStringList urls;
+    for (const FileURL& file : files)
+        urls.append(linkedPage(file).value_or(urlText(file)));
+    launch_(urls, std::move(completion));
 }
 
 /// The process deletes itself, since the command outlives this program if need be, and so does the application in a
