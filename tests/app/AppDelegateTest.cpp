@@ -37,16 +37,12 @@ TEST_F(AppDelegateTest, theFirstLaunchSetsEverythingUpAndWelcomesTheUser) {
     views.onComplete();
 }
 
-TEST_F(AppDelegateTest, laterLaunchesLeaveAloneWhatIsAsTheUserWishes) {
+TEST_F(AppDelegateTest, laterLaunchesLeaveAloneWhatIsAsTheUserWishesAndPutTheInstallerImageAway) {
     loginItem.current = LoginItem::Status::enabled;
+    bundle.bundleURL = *FileURL::fromPath("/Applications/stowpocket.app");
     launch();
     EXPECT_EQ(loginItem.changes, 0);
     EXPECT_EQ(views.onboardingWindow, nullptr);
-}
-
-TEST_F(AppDelegateTest, aCopyInTheApplicationsFolderPutsItsInstallerImageAway) {
-    bundle.bundleURL = *FileURL::fromPath("/Applications/stowpocket.app");
-    launch();
     dispatch.advance(8s);
     dispatch.runAll();
     EXPECT_EQ(imageTool.looks, 1);

@@ -215,9 +215,7 @@ TEST_F(ShelfManagerTest, packsTheThumbnailsOfItemsThatHaveLeft) {
         thumbnails.asked[index].completion(fakeImage());
     }
     dispatch.runMain();
-    files.removeItem(manager->items()[1].fileURL);
-    manager->refreshAvailability();
-    dispatch.runAll();
+    loseFile(1);
     const auto packedCount = [&] {
         return std::ranges::count_if(ids, [&](const UUID& id) {
             return dynamic_cast<const FakeImageContent&>(*manager->thumbnail(id)->content).isPacked;
