@@ -57,7 +57,7 @@ Moment momentOf(const struct statx_timestamp& time) {
 }
 
 constexpr qint64 formatVersion = 1;
-/// Four times what a path of the greatest length takes.
+/// Four times the size of a record with the longest possible path.
 constexpr std::size_t maxEncodedSize = std::size_t{64} * 1024;
 
 namespace key {
@@ -86,7 +86,8 @@ QJsonValue momentValue(const std::optional<Moment>& moment) {
                        {key::nanoseconds, static_cast<qint64>(moment->nanoseconds)}};
 }
 
-/// JSON numbers are signed here; an inode number beyond that range is stored as the negative one of the same bits.
+/// JSON numbers are signed here. An inode number beyond that range is stored as the negative number with the same
+/// bits.
 QJsonObject inodeObject(const InodeIdentity& inode) {
     return {{key::inode, static_cast<qint64>(inode.inode)}, {key::birth, momentValue(inode.birth)}};
 }

@@ -18,7 +18,7 @@
 namespace stowpocket {
 namespace {
 
-/// How far a file may have moved from the folder above its own.
+/// How many levels below the parent of its own folder a moved file is looked for.
 constexpr int depthAroundOldFolder = 2;
 
 std::string joined(const std::string& folder, std::string_view name) {
@@ -32,7 +32,7 @@ bool isInTrash(const std::string& path) {
            path.find("/.Trash/") != std::string::npos;
 }
 
-/// Counts what the search has looked at.
+/// Counts the entries that the search has looked at.
 class Budget {
 public:
     Budget(std::size_t entries, std::chrono::milliseconds time)
@@ -53,7 +53,7 @@ private:
     std::chrono::steady_clock::time_point deadline_;
 };
 
-/// The entries of one folder, without those under which something is mounted: even a look at a mount may hang.
+/// The entries of one folder, without mount points: even a look at a mount may hang.
 class Folder {
 public:
     Folder(std::string path, const std::set<std::string, std::less<>>& mountPoints)
@@ -64,7 +64,7 @@ public:
         realPath_ = real ? real.get() : path_;
     }
 
-    /// Null at the end and when the budget is spent.
+    /// Returns null at the end and when the budget is spent.
     const dirent* next(Budget& budget) {
         while (const dirent* const entry = entries_.isOpen() ? entries_.next() : nullptr) {
             if (!budget.takeEntry())
@@ -124,7 +124,7 @@ public:
     }
 
 private:
-    /// The file system that a path is on, or was before its last folders went.
+    /// The file system that holds a path, or held it before its last folders disappeared.
     static std::uint64_t deviceAround(std::string path) {
         for (;;) {
             const Sighting sighting = lookAt(AT_FDCWD, path.c_str());
@@ -134,7 +134,7 @@ private:
         }
     }
 
-    /// Where the folder `level` steps above the file's own is now; the one that holds the file has level 0.
+    /// The present path of the folder `level` steps above the folder of the file; level 0 is the folder itself.
     std::optional<std::string> presentFolder(const BookmarkRecord& record, std::size_t level) {
         if (level >= record.ancestors.size())
             return std::nullopt;
@@ -178,7 +178,7 @@ private:
         }
     }
 
-    /// Compares the inode numbers that come with the names, and looks only at entries that have a wanted one.
+    /// Compares the inode numbers that are listed with the names, and looks only at entries with a wanted number.
     void scan(const std::string& path, int depth) {
         Folder folder(path, mountPoints_);
         while (const dirent* const entry = folder.next(budget_)) {

@@ -12,25 +12,25 @@
 
 namespace stowpocket {
 
-/// A folder in which moved files are looked for, and how many levels below it.
+/// A folder in which moved files are looked for, and how many levels deep.
 struct SearchRoot {
     std::string path;
     int depth = 0;
 };
 
-/// How much one search may look at, whatever it is asked for.
+/// How much one search may look at, however many files it looks for.
 struct SearchLimits {
-    /// The folders in which the files were, where most of those that were given another name still are.
+    /// The folders in which the files were. Most renamed files are still there.
     std::chrono::milliseconds timeInOwnFolders{1000};
     /// Everything else.
     std::size_t entries = 20'000;
     std::chrono::milliseconds time{150};
 };
 
-/// Finds files that are no longer where they were recorded: one answer per record, in order, with the file's path.
-/// First in the folder of each, wherever that has been renamed to; then, for all together, around those folders and
-/// below `roots`. Enters no other mount, no hidden folder and no trash. Nothing on the way to a record or root may
-/// hang.
+/// Finds files that are no longer at their recorded paths. Returns one answer per record, in order, with the path of
+/// the file. Looks first in the folder of each file, even if that was renamed; then, for all files together, around
+/// those folders and below `roots`. Enters no other mount, no hidden folder and no trash. Nothing on the way to a
+/// recorded path or a root may hang.
 [[nodiscard]] std::vector<std::optional<std::string>> searchForFiles(const std::vector<BookmarkRecord>& missing,
                                                                      const std::vector<SearchRoot>& roots,
                                                                      const Mounts& mounts,

@@ -20,7 +20,7 @@ namespace {
 constexpr mode_t userOnly = 0600;
 constexpr std::string_view unfinishedSuffix = ".new";
 
-/// The beginning of the names of unfinished files; the process id of their writer follows.
+/// The prefix of the names of unfinished files; the process id of the writer follows.
 std::string unfinishedPrefix(const std::string& path) {
     return '.' + path.substr(path.rfind('/') + 1) + '.';
 }
@@ -39,7 +39,7 @@ bool isRunning(pid_t process) {
     return ::kill(process, 0) == 0 || errno != ESRCH;
 }
 
-/// The writer of an unfinished file, by the file's name; 0 when it is no such file.
+/// The writer of an unfinished file, taken from the name of the file; 0 if it is not an unfinished file.
 pid_t writerOf(std::string_view name, std::string_view prefix) {
     if (!name.starts_with(prefix) || !name.ends_with(unfinishedSuffix) ||
         name.size() <= prefix.size() + unfinishedSuffix.size())
@@ -73,7 +73,8 @@ std::error_code replaceFile(const std::string& path, std::string_view bytes, Dur
     }
     if (durability == Durability::program)
         return {};
-    // The new file stands already; should the folder not reach the disk, a power failure brings the old one back.
+    // The new file is in place already. If the folder does not reach the disk, a power failure brings the old file
+    // back.
     const FileDescriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (directory.isOpen())
         static_cast<void>(::fsync(directory.get()));

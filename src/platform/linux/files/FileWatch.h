@@ -11,14 +11,14 @@ class QSocketNotifier;
 
 namespace stowpocket {
 
-/// Notices that a file, or the folder that it is in, has been removed or given another name. Main thread.
+/// Reports that a file, or the folder that contains it, has been removed or renamed. Main thread.
 class FileWatch {
 public:
     /// `onGone` is called from the main loop.
     FileWatch(const std::string& path, std::function<void()> onGone);
     ~FileWatch();
 
-    /// Watches the folder that is there now. Called again for one that was made anew.
+    /// Watches the folder that exists now. Must be called again after the folder has been created anew.
     void begin();
 
 private:

@@ -6,20 +6,20 @@
 
 namespace stowpocket {
 
-/// The user's folders by the XDG Base Directory rules: the variable when it holds an absolute path, else the usual
-/// place below the home folder; none when the user has no home folder. Not while another thread changes the
-/// environment.
+/// The user's folders by the XDG Base Directory rules: the value of the variable if it is an absolute path, else the
+/// usual place below the home folder; none if the user has no home folder. Must not run while another thread changes
+/// the environment.
 [[nodiscard]] std::optional<std::string> configHome();
 [[nodiscard]] std::optional<std::string> dataHome();
-/// `HOME` when it holds an absolute path, else what the user database says.
+/// `HOME` if it is an absolute path, else the home folder from the user database.
 [[nodiscard]] std::optional<std::string> homeFolder();
 
-/// Makes the folder at the absolute `path` and those missing above it, readable by the user alone. True when a folder
-/// of this user stands there afterwards; a symbolic link in the last place is not taken for one, since whoever set it
-/// decides where the user's files go.
+/// Creates the folder at the absolute `path` and its missing parents, readable by the user only. Returns true if a
+/// folder of this user is there afterwards. A symbolic link as the last component does not count, because whoever
+/// created it decides where the files of the user go.
 [[nodiscard]] bool makeFolders(const std::string& path);
 
-/// The folder that holds `path`.
+/// The folder that contains `path`.
 [[nodiscard]] std::string parentFolder(const std::string& path);
 
 }  // namespace stowpocket

@@ -34,7 +34,7 @@ std::vector<InodeIdentity> ancestorsOf(const FileURL& url, std::uint64_t device)
     return ancestors;
 }
 
-/// Whether the volume that held the file is not mounted, or another one is in its place.
+/// Whether the volume of the file is not mounted, or another one is mounted in its place.
 bool isVolumeAbsent(const BookmarkRecord& record, const Mounts& mounts) {
     if (record.mountPoint.empty())
         return false;
@@ -45,7 +45,7 @@ bool isVolumeAbsent(const BookmarkRecord& record, const Mounts& mounts) {
 
 constexpr int depthInUserFolders = 3;
 
-/// The records of one mount and where their answers belong.
+/// The records of one mount and the places of their answers.
 struct Batch {
     std::vector<BookmarkRecord> records;
     std::vector<std::size_t> indexes;
@@ -154,7 +154,7 @@ std::vector<std::optional<ResolvedBookmark>> LinuxBookmarks::search(std::span<co
 
 LinuxBookmarks::Answers LinuxBookmarks::locate(std::span<const Bytes> bookmarks, const Locate& locate) {
     Answers answers(bookmarks.size());
-    // One question for each mount that may hang: its files cost one wait together, not one each.
+    // One question per mount that may hang: its files take one wait together, not one each.
     std::map<std::optional<std::string>, Batch> batches;
     for (std::size_t index = 0; index < bookmarks.size(); ++index) {
         if (std::optional<BookmarkRecord> record = decodeBookmark(bookmarks[index])) {
@@ -164,7 +164,7 @@ LinuxBookmarks::Answers LinuxBookmarks::locate(std::span<const Bytes> bookmarks,
         }
     }
     for (auto& [mount, batch] : batches) {
-        // The question may outlive this call, and shares what it asks about.
+        // The question may outlive this call and shares ownership of its data.
         const auto records = std::make_shared<const std::vector<BookmarkRecord>>(std::move(batch.records));
         const std::optional<Answers> located =
             probe_.ask<Answers>(records->front().url.path(), [records, locate] { return locate(*records); });

@@ -119,8 +119,8 @@ std::shared_ptr<const Mounts> MountTable::mounts() {
 }
 
 bool mayHang(std::string_view fileSystemType) {
-    // Served over a network, by a program in user space, or mounted on first touch. "fuseblk" is a local disk whose
-    // driver happens to run in user space (NTFS), and is left out.
+    // Network file systems, those served by a program in user space, and those mounted on first access. "fuseblk" is
+    // left out: it is a local disk whose driver happens to run in user space (NTFS).
     constexpr std::array<std::string_view, 17> types = {"9p",   "afs",   "autofs",   "beegfs", "ceph",   "cifs",
                                                         "coda", "davfs", "fuse",     "gpfs",   "lustre", "ncpfs",
                                                         "nfs",  "nfs4",  "orangefs", "smb3",   "smbfs"};

@@ -18,7 +18,7 @@
 
 namespace stowpocket {
 
-/// One mounted file system: the kernel's number for the mount, where it stands, and what it is.
+/// One mounted file system: the kernel's number of the mount, its mount point and its type.
 struct Mount {
     std::uint64_t id = 0;
     std::string point;
@@ -28,8 +28,8 @@ struct Mount {
 };
 using Mounts = std::vector<Mount>;
 
-/// Reads the form of /proc/self/mountinfo (proc(5)), in its order, which is that of mounting; lines that do not have
-/// it are left out.
+/// Parses the format of /proc/self/mountinfo (proc(5)). Keeps its order, which is the order of mounting, and skips
+/// malformed lines.
 [[nodiscard]] Mounts parseMounts(std::string_view text);
 
 struct MountChanges {
@@ -37,16 +37,16 @@ struct MountChanges {
     bool unmounted = false;
 };
 
-/// What happened between two moments. A mount that moved was unmounted and mounted; one whose options or place in
-/// the list changed did neither.
+/// The difference between two states of the table. A mount that moved counts as unmounted and mounted; one whose
+/// options or position changed counts as neither.
 [[nodiscard]] MountChanges changesBetween(Mounts before, Mounts after);
 
-/// The mounted file systems as this process sees them, read again only when the kernel says that they changed. Any
+/// The mounted file systems as this process sees them. Read again only after the kernel has reported a change. Any
 /// thread.
 class MountTable {
 public:
     MountTable();
-    /// In the order of mounting; empty where there is no /proc.
+    /// In the order of mounting; empty if there is no /proc.
     [[nodiscard]] std::shared_ptr<const Mounts> mounts();
 
 private:
@@ -55,14 +55,14 @@ private:
     std::shared_ptr<const Mounts> mounts_;
 };
 
-/// Whether a file system of that type asks another machine or program, which may never answer.
+/// Whether a file system of that type depends on another machine or program, which may never answer.
 [[nodiscard]] bool mayHang(std::string_view fileSystemType);
 
-/// The first mount on the way to `path` that may hang; none when the whole way is local. Follows links on the way,
-/// without touching what lies behind such a mount.
+/// The first mount on the way to `path` that may hang; none if the whole way is local. Follows links on the way, but
+/// accesses nothing behind such a mount.
 [[nodiscard]] std::optional<std::string> hangingMountOn(const Mounts& mounts, const std::string& path);
 
-/// File systems that come and go, as the kernel tells this process. Wakes up only when the mount table changes, and
+/// Mounted and unmounted file systems, as the kernel reports them. Wakes up only when the mount table changes, and
 /// keeps nothing open on any volume.
 class MountInfoVolumes : public Volumes {
 public:

@@ -27,14 +27,15 @@ struct Place {
 
 enum class Progress { done, failed, unsupported };
 
-/// Within the kernel, sharing blocks where the file system can.
+/// Copies within the kernel, sharing blocks if the file system can.
 Progress copyInKernel(int from, int to) {
     constexpr std::size_t atOnce = std::size_t{1} << 30;
     for (bool isFirst = true;; isFirst = false) {
         const ssize_t copied = ::copy_file_range(from, nullptr, to, nullptr, atOnce, 0);
         if (copied < 0)
             return isFirst && errno != ENOSPC && errno != EIO ? Progress::unsupported : Progress::failed;
-        // Files that the kernel makes up while they are read (in /proc, on some FUSE mounts) have nothing to copy.
+        // Files whose contents the kernel generates while they are read (in /proc, on some FUSE mounts) have nothing
+        // to copy.
         if (copied == 0)
             return isFirst ? Progress::unsupported : Progress::done;
     }
@@ -61,7 +62,7 @@ bool copyFile(int from, mode_t mode, Place to) {
     const Progress progress = copyInKernel(from, copy.get());
     const bool isWhole =
         progress == Progress::done || (progress == Progress::unsupported && copyThroughMemory(from, copy.get()));
-    // On a file system without permissions the copy is good without them.
+    // On a file system without permissions the copy is complete without them.
     static_cast<void>(::fchmod(copy.get(), mode & permissionBits));
     if (!isWhole)
         removeTreeAt(to.folder, to.name);
@@ -98,7 +99,7 @@ bool copyFolder(FileDescriptor from, mode_t mode, Place to, int depth) {
     return isWhole;
 }
 
-/// `from` is opened without waiting: what looks like a file may have become a pipe.
+/// `from` is opened without waiting, because the file may have become a pipe meanwhile.
 bool copyOpened(FileDescriptor from, Place to, int depth) {
     struct stat status {};
     if (!from.isOpen() || ::fstat(from.get(), &status) != 0)
@@ -130,7 +131,7 @@ bool isGone(int result) {
     return result == 0 || errno == ENOENT;
 }
 
-/// Goes by open folders, so that nobody can put a link in the way between looking and removing.
+/// Uses open folders, so that nobody can insert a link between looking and removing.
 bool removeEntry(int folder, const char* name, int depth) {
     if (isGone(::unlinkat(folder, name, 0)) || errno == ENOTDIR)  // a file where its path wants a folder
         return true;
@@ -148,7 +149,7 @@ bool removeEntry(int folder, const char* name, int depth) {
     return isGone(::unlinkat(folder, name, AT_REMOVEDIR));
 }
 
-/// None when there is nothing, or it may not be looked at. An automount point is not mounted just for looking.
+/// None if there is nothing or access is denied. An automount point is not mounted for this.
 std::optional<struct statx> status(const std::string& path, int flags = 0) {
     struct statx found {};
     if (::statx(AT_FDCWD, path.c_str(), AT_NO_AUTOMOUNT | flags, STATX_BASIC_STATS, &found) != 0)
@@ -156,7 +157,7 @@ std::optional<struct statx> status(const std::string& path, int flags = 0) {
     return found;
 }
 
-/// Of a link itself, as on macOS.
+/// For a link, its own attributes, as on macOS.
 std::optional<FileAttributes> attributesOf(const std::string& path) {
     const std::optional<struct statx> found = status(path, AT_SYMLINK_NOFOLLOW);
     if (!found)
@@ -170,7 +171,7 @@ std::optional<FileAttributes> attributesOf(const std::string& path) {
 }  // namespace
 
 bool copyTree(const std::string& from, const std::string& to) {
-    // Opening a device may already do something, so it is looked at first.
+    // Opening a device may already have an effect, so its type is checked first.
     struct stat status {};
     if (::stat(from.c_str(), &status) != 0 || (!S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)))
         return false;

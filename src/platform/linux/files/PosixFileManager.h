@@ -23,7 +23,7 @@ public:
 
     [[nodiscard]] bool isOpen() const { return stream_ != nullptr; }
     [[nodiscard]] int folder() const { return ::dirfd(stream_.get()); }
-    /// Null at the end. Valid until the next call.
+    /// Returns null at the end. Valid until the next call.
     [[nodiscard]] const dirent* next() {
         for (;;) {
             errno = 0;
@@ -37,7 +37,7 @@ public:
                 return entry;
         }
     }
-    /// Whether the entries ended because the folder could not be read further.
+    /// Whether the entries ended because of a read error.
     [[nodiscard]] bool hasFailed() const { return hasFailed_; }
 
 private:
@@ -48,13 +48,13 @@ private:
     bool hasFailed_ = false;
 };
 
-/// Copies the file or folder at `from` to `to`, where nothing may be yet. A link at `from` is followed, links inside
-/// a folder are copied as links. Permissions are kept, but never the set-user and set-group bits. True when the whole
-/// copy stands; otherwise nothing of it is left. Pipes, sockets and devices are refused.
+/// Copies the file or folder at `from` to `to`, where nothing may exist yet. A link at `from` is followed; links
+/// inside a folder are copied as links. Permissions are kept, except for the set-user-ID and set-group-ID bits.
+/// Returns true if the copy is complete; otherwise no part of it remains. Pipes, sockets and devices are refused.
 [[nodiscard]] bool copyTree(const std::string& from, const std::string& to);
 
-/// Removes the file, link or folder at `path` with all that it holds, never what a link leads to. True when nothing
-/// is there afterwards.
+/// Removes the file, link or folder at `path` with its contents, but never the target of a link. Returns true if
+/// nothing is there afterwards.
 bool removeTree(const std::string& path);
 
 /// The same for a name in an open folder.
@@ -65,8 +65,8 @@ inline constexpr int maxTreeDepth = 128;
 
 class FileProbe;
 
-/// The files of this machine. `probe` must outlive this. Copying and removing are not cut short on any thread: a
-/// network file takes the time that it takes, and belongs in the background.
+/// The file system of this machine. `probe` must outlive this object. Copying and removing have no time limit on any
+/// thread: a file on a network takes as long as it takes and belongs in the background.
 class PosixFileManager : public FileManager {
 public:
     explicit PosixFileManager(FileProbe& probe) : probe_(probe) {}

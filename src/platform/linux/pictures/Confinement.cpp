@@ -17,18 +17,18 @@
 namespace stowpocket {
 namespace {
 
-/// What is handed to Landlock: the rights that are taken away wherever no rule gives them back, and there is none.
+/// The rule set for Landlock: the rights that are taken away unless a rule returns them, and there is no rule.
 struct LandlockRights {
     std::uint64_t files;
     std::uint64_t network;
     std::uint64_t scopes;
 };
-/// The rights that each version of Landlock knows. It refuses to hear of any other.
+/// The rights that each version of Landlock knows. It refuses unknown ones.
 constexpr std::array<LandlockRights, 6> landlockVersions{
     {{0x1fff, 0, 0}, {0x3fff, 0, 0}, {0x7fff, 0, 0}, {0x7fff, 3, 0}, {0xffff, 3, 0}, {0xffff, 3, 3}}};
 constexpr unsigned int askForVersion = 1;
 
-/// A second wall. Kernels that have none are no weaker in anything that the filter refuses as well.
+/// A second barrier. Kernels without it are no weaker in anything that the filter refuses as well.
 void giveUpRights() {
     const long version = ::syscall(SYS_landlock_create_ruleset, nullptr, 0, askForVersion);
     if (version < 1)
@@ -42,7 +42,7 @@ void giveUpRights() {
     ::close(static_cast<int>(rules));
 }
 
-/// What image libraries and their threads need once they are loaded.
+/// The system calls that image libraries and their threads need after they are loaded.
 constexpr std::array freeCalls{
     // files that are open
     SCMP_SYS(read), SCMP_SYS(pread64), SCMP_SYS(write), SCMP_SYS(lseek), SCMP_SYS(_llseek), SCMP_SYS(close),
@@ -67,7 +67,7 @@ public:
     Filter() : filter_(seccomp_init(SCMP_ACT_ERRNO(EPERM)), seccomp_release) {}
 
     bool enter() {
-        // What the C library asks of clone3 cannot be seen from here; without it, it takes clone.
+        // The filter cannot see the arguments of clone3. Without clone3 the C library uses clone.
         return filter_ && std::ranges::all_of(freeCalls, [this](int call) { return add(SCMP_ACT_ALLOW, call); }) &&
                add(SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3)) &&
                allow(SCMP_SYS(clone), {0, SCMP_CMP_MASKED_EQ, threadFlags | namespaceFlags, threadFlags}) &&

@@ -6,7 +6,7 @@
 namespace stowpocket {
 namespace {
 
-/// Both ends are the same program on the same machine, so numbers travel as they lie in memory.
+/// Both ends are the same program on the same machine, so numbers keep their byte order in memory.
 struct Header {
     std::uint32_t mark;
     std::uint32_t width;

@@ -9,15 +9,15 @@
 
 namespace stowpocket {
 
-/// The longest side of a picture that is ever asked of the decoder.
+/// The longest side of a picture that is ever requested from the decoder.
 constexpr int maxDecodedSide = 1024;
 
-/// What became of a file that was to be decoded.
+/// The outcome of decoding a file.
 struct DecoderReply {
     enum class Outcome {
         decoded,
         failed,
-        /// No picture in a format that is decoded here; others may know it.
+        /// Not a picture in a format that is decoded here; other programs may know it.
         unsupported,
         /// The kernel does not confine the decoder, so nothing is decoded.
         unconfined,
@@ -26,16 +26,16 @@ struct DecoderReply {
     QImage image;  ///< null unless decoded
 };
 
-/// The most bytes that a reply for pictures of up to `side` pixels can have.
+/// The maximum size in bytes of a reply for pictures of up to `side` pixels.
 [[nodiscard]] std::size_t replySizeLimit(int side);
 
-/// What the decoder writes: a mark, width and height, and the pixels row by row.
+/// The output of the decoder: a mark, width and height, and the pixels row by row.
 [[nodiscard]] Bytes encodedReply(const QImage& image);
-/// What it writes instead when there is no picture: the mark, no width, and why.
+/// The output if there is no picture: the mark, a width of zero, and the reason.
 [[nodiscard]] Bytes encodedReply(DecoderReply::Outcome outcome);
 
-/// Reads a reply that a hostile file may have got hold of: anything that is not exactly a picture of at most `side`
-/// pixels each way is a failure, found before memory is taken.
+/// Parses a reply that a hostile file may have manipulated. Anything but a picture of at most `side` pixels each way
+/// is a failure, which is detected before memory is allocated.
 [[nodiscard]] DecoderReply parsedReply(std::span<const std::uint8_t> reply, int side);
 
 }  // namespace stowpocket

@@ -24,8 +24,8 @@ QString objectPath() {
 
 }  // namespace
 
-/// The requests under way on one bus. Signals are listened to only while there are some, since the thumbnailer
-/// announces the work that it does for every program.
+/// The pending requests on one bus. Signals are received only while there are requests, because the thumbnailer
+/// announces its work for every program.
 class DesktopThumbnailer::Session : public QObject {
     Q_OBJECT
 
@@ -42,7 +42,7 @@ private:
 
     struct Pending {
         QString uri;
-        /// Names the request in signals; zero until the thumbnailer has answered the call.
+        /// Identifies the request in signals; zero until the thumbnailer has answered the call.
         uint handle = 0;
         Completion completion;
         std::unique_ptr<ScheduledWork> timeLimit;
@@ -93,7 +93,7 @@ void DesktopThumbnailer::Session::queue(const DesktopThumbnailRequest& request,
 }
 
 void DesktopThumbnailer::Session::listen() {
-    // Without the name of a sender, since Qt would wait for the bus to look up its owner.
+    // Without the name of a sender, because Qt would wait for the bus to look up its owner.
     bus_.connect({}, objectPath(), busName(), QStringLiteral("Ready"), this, SLOT(ready(uint, QStringList)));
     bus_.connect({}, objectPath(), busName(), QStringLiteral("Error"), this,
                  SLOT(failed(uint, QStringList, int, QString)));
@@ -108,10 +108,10 @@ void DesktopThumbnailer::Session::stopListening() {
 }
 
 void DesktopThumbnailer::Session::finishMatching(uint handle, const QStringList& uris, bool isMade) {
-    // Copied, since every completion may ask for more.
+    // Copied, because a completion may start another request.
     const std::list<std::shared_ptr<Pending>> candidates = pending_;
     for (const auto& pending : candidates) {
-        // A thumbnail that lay ready may be announced before the call is answered.
+        // An existing thumbnail may be announced before the call is answered.
         if (uris.contains(pending->uri) && (pending->handle == handle || pending->handle == 0))
             finish(pending, isMade);
     }
@@ -146,7 +146,7 @@ void DesktopThumbnailer::make(const DesktopThumbnailRequest& request, Completion
 }
 
 QDBusConnection DesktopThumbnailer::sessionBus() {
-    // Asked for a bus where there is none, the library starts one.
+    // The library starts a bus if there is none.
     const bool isRunning = qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
                            QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
     return isRunning ? QDBusConnection::sessionBus() : QDBusConnection(QStringLiteral("none"));

@@ -11,7 +11,7 @@ class QDBusConnection;
 
 namespace stowpocket {
 
-/// A file for which the desktop is asked to put a thumbnail into the shared cache.
+/// A request to the desktop to put a thumbnail of a file into the shared cache.
 struct DesktopThumbnailRequest {
     std::string uri;
     std::string mimeType;
@@ -19,21 +19,21 @@ struct DesktopThumbnailRequest {
 };
 
 /// The desktop's own thumbnailer, which knows documents and films. Many desktops have none. Main thread; the bus is
-/// not touched before the first request.
+/// not used before the first request.
 class DesktopThumbnailer {
 public:
     using Connect = std::function<QDBusConnection()>;
     /// Whether the thumbnail is in the cache now.
     using Completion = std::function<void(bool)>;
 
-    /// `connect` gives the session bus.
+    /// `connect` returns the session bus.
     DesktopThumbnailer(Dispatch& dispatch, Connect connect);
     ~DesktopThumbnailer();
 
     /// `completion` runs exactly once, perhaps before this returns; not after this object is destroyed.
     void make(const DesktopThumbnailRequest& request, Completion completion);
 
-    /// The session bus, if one is running: none is started. Blocks for the handshake, the first time.
+    /// The session bus, if one is running; never starts one. The first call blocks for the handshake.
     [[nodiscard]] static QDBusConnection sessionBus();
 
 private:

@@ -16,10 +16,10 @@
 namespace stowpocket {
 namespace {
 
-/// No icon is larger.
+/// The size limit of an icon.
 constexpr int largestSize = 4096;
 
-/// A section of the file; all but one describe a folder.
+/// A section of the file; all but one of them describe a folder.
 struct Section {
     QByteArrayView name = {};
     QByteArrayView context = {};
@@ -72,20 +72,20 @@ void setValue(Section& section, QByteArrayView key, QByteArrayView value) {
         section.threshold = number(value, largestSize);
 }
 
-/// The longest known is a tenth of this.
+/// Ten times the longest known file.
 constexpr qint64 longestIndex = 2'000'000;
 constexpr std::array<const char*, 2> endings{".png", ".svg"};
 
 std::optional<IconThemeIndex> readIndex(const QString& theme) {
     const QString path = theme + QStringLiteral("/index.theme");
     QFile file(path);
-    // Not a pipe, whose reading might never end.
+    // Not a pipe, which might never end.
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
     return parsedIconThemeIndex(file.read(longestIndex));
 }
 
-/// A theme may lie in several places at a time, and is described in the first that has a description.
+/// A theme may be installed in several places; the first one with a description is used.
 std::pair<QStringList, std::vector<IconFolder>> readTheme(const QString& name) {
     QStringList places;
     std::optional<IconThemeIndex> index;
@@ -110,7 +110,7 @@ std::pair<QStringList, std::vector<IconFolder>> readTheme(const QString& name) {
     return {index->inherits, std::move(folders)};
 }
 
-/// How badly the icons of a folder suit: one that is too small worse than one that is as much too large.
+/// How badly the icons of a folder fit; one that is too small is worse than one that is too large by as much.
 int distance(const IconFolder& folder, int side) {
     const int lacking = side - folder.largest;
     const int excess = folder.smallest - side;
@@ -147,8 +147,8 @@ IconThemeIndex parsedIconThemeIndex(QByteArrayView text) {
     IconThemeIndex index;
     Section section;
     const auto finish = [&] {
-        // A scaled folder holds what is drawn for a small size, as simple as that has to be; on a dense screen the
-        // folders of larger sizes serve.
+        // A scaled folder contains simple drawings, made for a small size. On a dense screen the folders of larger
+        // sizes are used instead.
         if (section.size > 0 && !section.isScaled && holdsFileIcons(section))
             index.folders.push_back(folderOf(section));
     };
@@ -202,7 +202,7 @@ void IconTheme::load() {
 }
 
 void IconTheme::addWithParents(const QString& name) {
-    // A part of a path, and not a way out of the folder of themes.
+    // A single path component, which does not lead out of the folder of themes.
     if (name.isEmpty() || name.contains(QLatin1Char('/')) || name == QLatin1String("..") || names_.contains(name))
         return;
     names_.append(name);

@@ -10,28 +10,29 @@
 
 namespace stowpocket {
 
-/// A folder of an icon theme, and for which sizes its icons are drawn: in pixels, from and to.
+/// A folder of an icon theme, and the range of sizes in pixels that its icons are drawn for.
 struct IconFolder {
     QString path;
     int smallest = 0;
     int largest = 0;
 };
 
-/// What an icon theme tells of itself, as far as it concerns icons of files. Paths of folders are relative to it.
+/// The part of the description of an icon theme that concerns icons of files. Paths of folders are relative to the
+/// theme.
 struct IconThemeIndex {
     QStringList inherits;
     std::vector<IconFolder> folders;
 };
 
-/// Reads an `index.theme`; what makes no sense in it is left out.
+/// Parses an `index.theme`; invalid entries are skipped.
 [[nodiscard]] IconThemeIndex parsedIconThemeIndex(QByteArrayView text);
 
-/// The icons of files in the desktop's icon theme. Outside the large desktops none is set up, though one is mostly
-/// installed: then the first one found serves. Loaded at the first question, by reading the themes' own lists: the
-/// toolkit takes ten times as long for them, and a popover waits. Main thread.
+/// The icons of files in the icon theme of the desktop. Outside the large desktops none is configured, though one is
+/// usually installed; then the first one found is used. Loaded at the first request, from the themes' own lists,
+/// because the toolkit takes ten times as long and a popover is waiting. Main thread.
 class IconTheme {
 public:
-    /// `side` pixels each way, or smaller where the theme has no such size; null when it has no such icon.
+    /// `side` pixels each way, or smaller if the theme does not have that size; null if it has no such icon.
     [[nodiscard]] QImage icon(const QString& name, int side);
 
 private:
@@ -43,7 +44,7 @@ private:
 
     bool isReady_ = false;
     QStringList names_;
-    /// In the order in which they are asked.
+    /// In order of priority.
     std::vector<Theme> themes_;
 };
 

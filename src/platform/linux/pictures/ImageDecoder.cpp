@@ -36,7 +36,7 @@ std::optional<Pipe> openPipe() {
     return Pipe{FileDescriptor(ends[0]), FileDescriptor(ends[1])};
 }
 
-/// All of the environment that a child gets: where libraries and plugins lie. No display, no bus, no secrets.
+/// The whole environment of a child: where libraries and plugins are. No display, no bus, no secrets.
 std::vector<char*> keptEnvironment() {
     constexpr std::array<std::string_view, 2> keptVariables{"LD_LIBRARY_PATH=", "QT_PLUGIN_PATH="};
     std::vector<char*> kept;
@@ -49,7 +49,7 @@ std::vector<char*> keptEnvironment() {
     return kept;
 }
 
-/// How a child starts: its three standard files and nothing else open, all signals at their defaults.
+/// How a child starts: with its three standard files and nothing else open, and default signal handlers.
 class SpawnSettings {
 public:
     SpawnSettings(int input, int output) {
@@ -106,7 +106,7 @@ bool isReadableBefore(SteadyClock::time_point deadline, int descriptor) {
     }
 }
 
-/// Reads to the end; none when there is more than `limit` or the end does not come in time.
+/// Reads to the end; none if there is more than `limit` or the end does not come in time.
 std::optional<Bytes> readAll(int descriptor, std::size_t limit, SteadyClock::time_point deadline) {
     Bytes bytes;
     while (bytes.size() <= limit && isReadableBefore(deadline, descriptor)) {

@@ -12,24 +12,24 @@
 
 namespace stowpocket {
 
-/// A program to run once, and how far it is trusted.
+/// A program to run once, and its limits.
 struct OneShotChild {
-    /// The program's path, then its arguments.
+    /// The path of the program, then its arguments.
     std::vector<std::string> command;
     std::size_t outputLimit = 0;
     std::chrono::milliseconds timeLimit{0};
 };
 
-/// Runs `child` with `input` as its standard input and answers what it wrote before it closed its output. None when
-/// it could not be started, wrote too much or took too long. It is killed and reaped before this returns, and it
-/// inherits no other open file. Blocks: never on the main thread.
+/// Runs `child` with `input` as its standard input and returns its output. None if it could not be started, wrote too
+/// much or took too long. The child is killed and reaped before this returns, and inherits no other open file.
+/// Blocks: never call it on the main thread.
 [[nodiscard]] std::optional<Bytes> outputOf(const OneShotChild& child, int input);
 
-/// Decodes picture files in a process of their own, one for each file: whatever a broken or hostile file does to the
-/// image libraries dies with that process.
+/// Decodes picture files, each in a process of its own: whatever a broken or hostile file does to the image libraries
+/// ends with that process.
 class ImageDecoder {
 public:
-    /// `executable` is `stowpocket-decoder`; a file that takes longer than `limit` is given up.
+    /// `executable` is `stowpocket-decoder`. A file that takes longer than `limit` is given up.
     ImageDecoder(std::string executable, std::chrono::milliseconds limit);
     /// The picture in `file`, at most `side` pixels each way and never enlarged. On a background thread.
     [[nodiscard]] DecoderReply decode(const RegularFile& file, int side) const;

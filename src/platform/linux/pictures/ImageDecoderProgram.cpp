@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// stowpocket-decoder SIDE: decodes the picture on standard input and writes the reply to standard output. It lives
-// for one picture, gives up everything that decoding does not need, and has no application object and no display.
+// stowpocket-decoder SIDE: decodes the picture on standard input and writes the reply to standard output. It runs for
+// one picture, gives up every right that decoding does not need, and has no application object and no display.
 #include "platform/linux/pictures/Confinement.h"
 #include "platform/linux/pictures/DecoderReply.h"
 
@@ -16,7 +16,7 @@
 #include <csignal>
 #include <cstdlib>
 
-// The sanitizers reserve terabytes of address space for their own bookkeeping.
+// The sanitizers reserve terabytes of address space for their own data.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define STOWPOCKET_NEEDS_ADDRESS_SPACE
 #elif defined(__has_feature)
@@ -35,7 +35,7 @@ constexpr rlim_t addressSpaceLimit = rlim_t{512} << 20u;
 #endif
 constexpr rlim_t processorSecondsLimit = 5;
 constexpr rlim_t openFilesLimit = 32;  // plugins are looked for and loaded
-/// Room for a photograph of 60 million pixels whose format cannot be scaled while it is read.
+/// Enough for a photograph of 60 million pixels in a format that cannot be scaled while it is read.
 constexpr int imageMegabytesLimit = 256;
 
 bool setLimit(decltype(RLIMIT_AS) resource, rlim_t value) {
@@ -43,14 +43,14 @@ bool setLimit(decltype(RLIMIT_AS) resource, rlim_t value) {
     return ::setrlimit(resource, &limit) == 0;
 }
 
-/// A crash of it is nobody's to look at, so none is kept either.
+/// Nobody looks at its crashes, so it leaves no core dump.
 bool setLimits() {
     return ::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && ::prctl(PR_SET_DUMPABLE, 0) == 0 &&
            setLimit(RLIMIT_AS, addressSpaceLimit) && setLimit(RLIMIT_CPU, processorSecondsLimit) &&
            setLimit(RLIMIT_FSIZE, 0) && setLimit(RLIMIT_NOFILE, openFilesLimit);
 }
 
-/// Plain pixel formats only. Drawings such as SVG run a whole interpreter and may name other files.
+/// Plain pixel formats only. Drawings such as SVG need a whole interpreter and may refer to other files.
 bool isDecodedHere(const QByteArray& format) {
     static constexpr std::array formats{"png", "jpeg", "jpg",  "gif",  "bmp", "webp", "tiff", "tif", "ico",
                                         "cur", "avif", "heif", "heic", "jxl", "tga",  "pbm",  "pgm", "ppm"};
@@ -79,12 +79,12 @@ bool writeAll(const Bytes& bytes) {
     return true;
 }
 
-/// Formats whose libraries load parts of themselves only when a picture is there, which is too late here.
+/// Formats whose libraries load parts of themselves only for a picture, which is too late here.
 bool isLoadedLate(const QByteArray& format) {
     return format == "heif" || format == "heic" || format == "avif";
 }
 
-/// Standard input, of which nothing is asked any more once it is open.
+/// Standard input, which is not queried after it is open.
 class InputFile : public QFile {
 public:
     InputFile() : size_(open(STDIN_FILENO, QIODevice::ReadOnly) ? QFile::size() : 0) {}
@@ -122,6 +122,6 @@ int main(int argc, char** argv) {
     using namespace stowpocket;
     const int side = argc == 2 ? QByteArray(argv[1]).toInt() : 0;
     const bool isDone = side >= 1 && side <= maxDecodedSide && setLimits() && decode(side);
-    // What libraries do at their end is no use to anybody, and some of it is no longer allowed.
+    // The exit handlers of libraries are of no use, and some are no longer allowed.
     std::_Exit(isDone ? EXIT_SUCCESS : EXIT_FAILURE);
 }

@@ -12,12 +12,12 @@ constexpr int threadCount = 2;
 constexpr std::chrono::seconds idleThreadExpiry{2};
 constexpr std::chrono::milliseconds maxExitDelay{500};
 constexpr std::chrono::seconds maxDecodeTime{3};
-/// Far more than a shelf holds; beyond it the failures of long ago are tried once more.
+/// Far more than a shelf contains. Beyond it, the failures so far are forgotten and those files are tried once more.
 constexpr std::size_t maxRememberedFailures = 4096;
 
 }  // namespace
 
-/// The way back, which outlives the workers for the sake of threads that were left behind.
+/// The connection to the main thread, which outlives the workers for the sake of threads that were left behind.
 class ThumbnailWorkers::MainThread : public std::enable_shared_from_this<MainThread> {
 public:
     explicit MainThread(Dispatch& dispatch) : dispatch_(&dispatch) {}

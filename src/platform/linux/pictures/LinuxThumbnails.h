@@ -17,18 +17,18 @@
 
 namespace stowpocket {
 
-/// Two threads of the thumbnails' own, so that files on a dead mount hold up nothing else of the program. They end
-/// soon after the last job.
+/// Two threads for thumbnails only, so that files on a dead mount block nothing else in the program. They end soon
+/// after the last job.
 class ThumbnailWorkers {
 public:
-    /// What a job hands back, to be run on the main thread.
+    /// The result of a job, to be run on the main thread.
     using Answer = std::function<void()>;
 
     explicit ThumbnailWorkers(Dispatch& dispatch);
-    /// No answer runs from here on. A thread that does not end soon is left behind.
+    /// No answer runs after this. A thread that does not end soon is left behind.
     ~ThumbnailWorkers();
 
-    /// Runs `job` on one of the threads, and what it answers on the main thread. Main thread.
+    /// Runs `job` on one of the threads, and its answer on the main thread. Main thread.
     void run(std::function<Answer()> job);
 
 private:
@@ -38,13 +38,13 @@ private:
     WorkerThreads threads_;
 };
 
-/// Thumbnails from the cache that the desktop shares, from picture files decoded in a process of their own, or from
-/// the desktop's thumbnailer, in this order. A file that gave none is not tried again before it changes.
+/// Thumbnails from the cache that the desktop shares, from picture files decoded in a separate process, or from the
+/// desktop's thumbnailer, in this order. A file without a thumbnail is not tried again before it changes.
 class LinuxThumbnails : public Thumbnails {
 public:
     /// `decoderExecutable` is the path of `stowpocket-decoder`.
     LinuxThumbnails(Dispatch& dispatch, std::string decoderExecutable);
-    /// With another limit for the decoding of one file, and another bus.
+    /// With a different limit for decoding one file, and a different bus.
     LinuxThumbnails(Dispatch& dispatch, std::string decoderExecutable, std::chrono::milliseconds decodeLimit,
                     DesktopThumbnailer::Connect connect);
 
@@ -52,7 +52,7 @@ public:
     void generate(const ThumbnailRequest& request, Completion completion) override;
 
 private:
-    /// Requests that differ in nothing share one answer.
+    /// Equal requests share one answer.
     using Key = std::tuple<FileURL, double, double, double>;
     struct Waiting {
         ThumbnailRequest request;
@@ -67,7 +67,7 @@ private:
     const LocalThumbnailer local_;
     std::map<Key, Waiting> waiting_;
     std::unordered_map<FileURL, FileState> failures_;
-    // Last, so that they go first: both drop what they would call back.
+    // Last, so that they are destroyed first: both drop their callbacks.
     DesktopThumbnailer desktop_;
     ThumbnailWorkers workers_;
 };

@@ -12,7 +12,7 @@
 #include <array>
 #include <cmath>
 
-/// Qt wants this outside any namespace.
+/// Qt requires this outside of any namespace.
 static void registerPictures() {
     Q_INIT_RESOURCE(pictures);
 }
@@ -25,7 +25,7 @@ struct Drawing {
     const char* name;
 };
 
-/// Types whose generic icon would say too little, with all types derived from them.
+/// Types whose generic icon would not say enough, including all derived types.
 constexpr std::array<Drawing, 10> drawingsOfTypes{{{"application/pdf", "pdf"},
                                                    {"text/csv", "spreadsheet"},
                                                    {"text/css", "code"},
@@ -37,7 +37,7 @@ constexpr std::array<Drawing, 10> drawingsOfTypes{{{"application/pdf", "pdf"},
                                                    {"text/x-makefile", "code"},
                                                    {"text/x-python", "code"}}};
 
-/// By the generic icon names that freedesktop icon themes share.
+/// The generic icon names that freedesktop icon themes share.
 constexpr std::array<Drawing, 11> drawingsOfGenericIcons{{{"application-x-executable", "executable"},
                                                           {"audio-x-generic", "audio"},
                                                           {"image-x-generic", "image"},
@@ -51,10 +51,10 @@ constexpr std::array<Drawing, 11> drawingsOfGenericIcons{{{"application-x-execut
                                                           {"x-office-spreadsheet", "spreadsheet"}}};
 
 constexpr Size iconSize{48, 48};
-/// Drawn for a screen of double density where there is no screen to ask.
+/// The scale if there is no screen.
 constexpr double defaultScale = 2.0;
 
-/// Where to look for an icon, the best place first.
+/// The places to look for an icon, the best one first.
 struct IconNames {
     QStringList inTheme;
     QString bundled;

@@ -10,14 +10,14 @@
 
 namespace stowpocket {
 
-/// The name of our own drawing that suits `type` best; "file" for what has none.
+/// The name of the bundled drawing that suits `type` best; "file" if none does.
 [[nodiscard]] QString bundledIconName(const QMimeType& type);
 
-/// Our own drawing called `name`, for desktops without an icon theme, `side` pixels each way. Main thread.
+/// The bundled drawing called `name`, for desktops without an icon theme, `side` pixels each way. Main thread.
 [[nodiscard]] QImage bundledIcon(const QString& name, int side);
 
-/// Icons by what a file's name says of its type: from the icon theme, or else our own drawings. The file itself is
-/// never opened, and only what the kernel remembers of it is asked: a dead mount costs nothing.
+/// Icons by the type that the name of a file suggests: from the icon theme, or else the bundled drawings. The file
+/// itself is never opened, and only what the kernel has in memory about it is used, so a dead mount costs nothing.
 class LinuxWorkspaceIcons : public WorkspaceIcons {
 public:
     explicit LinuxWorkspaceIcons(const MainScreen& screen);

@@ -13,7 +13,7 @@
 namespace stowpocket {
 namespace {
 
-/// As much as any rule of the type database looks at.
+/// The most bytes that any rule of the type database examines.
 constexpr std::size_t typeHeadSize = 16384;
 constexpr std::int64_t maxNetworkFileSize = std::int64_t{200} * 1000 * 1000;
 
@@ -21,7 +21,7 @@ int pixels(double points, double scale) {
     return std::clamp(static_cast<int>(std::lround(points * scale)), 1, maxDecodedSide);
 }
 
-/// Whether no pixel lets anything through. That an image has a channel for it does not say that it is used.
+/// Whether every pixel is opaque. An image may have an alpha channel without using it.
 bool isOpaque(const QImage& image) {
     for (int row = 0; row < image.height(); ++row) {
         const std::span line(reinterpret_cast<const QRgb*>(image.constScanLine(row)),
@@ -32,7 +32,7 @@ bool isOpaque(const QImage& image) {
     return true;
 }
 
-/// `source` made to fit the request, never larger than it is, in the form that is drawn fastest.
+/// `source` scaled to fit the request, never enlarged, in the format that is drawn fastest.
 Image fitted(const QImage& source, const ThumbnailRequest& request) {
     const QSize box(pixels(request.size.width, request.scale), pixels(request.size.height, request.scale));
     QImage image = source.width() <= box.width() && source.height() <= box.height()
@@ -54,7 +54,8 @@ QString typeName(const FileURL& url, const RegularFile& file) {
     return QMimeDatabase().mimeTypeForFileNameAndData(name, content).name();
 }
 
-/// What thumbnailers of the desktops make pictures of; asking one for anything else would only start it in vain.
+/// The types for which the thumbnailers of desktops make pictures; a request for another type would only start them
+/// in vain.
 bool isKnownToDesktops(const QString& type) {
     constexpr std::array<const char*, 11> prefixes{
         "image/",          "video/",           "audio/",          "font/",           "model/",

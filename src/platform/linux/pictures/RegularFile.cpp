@@ -35,8 +35,8 @@ std::optional<FileState> RegularFile::stateAt(const std::string& path) {
 }
 
 std::optional<RegularFile> RegularFile::open(const std::string& path) {
-    // Asked before opening, since opening a device can already set it in motion; and after, since a pipe may have
-    // taken the file's place in between. Without O_NONBLOCK that pipe would wait for a writer.
+    // The type is checked before opening, because opening a device may have an effect, and again afterwards, because
+    // a pipe may have replaced the file meanwhile. Without O_NONBLOCK that pipe would wait for a writer.
     if (!stateAt(path))
         return std::nullopt;
     FileDescriptor descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
@@ -66,7 +66,7 @@ bool RegularFile::isOnNetwork() const {
     if (::fstatfs(descriptor(), &system) != 0 || ::fstat(descriptor(), &status) != 0)
         return true;
     const auto magic = static_cast<std::uint32_t>(system.f_type);
-    // FUSE serves local disks (with a block device) as well as servers (without).
+    // FUSE is used for local disks (with a block device) as well as for servers (without one).
     if (magic == fuseMagic)
         return ::major(status.st_dev) == 0;
     return std::ranges::find(networkMagics, magic) != networkMagics.end();
@@ -76,7 +76,7 @@ std::optional<mode_t> cachedFileMode(const std::string& path) {
     open_how how{};
     how.flags = O_PATH | O_CLOEXEC;
     how.resolve = RESOLVE_CACHED;
-    // The C library has no function for this call yet.
+    // The C library does not have a function for this call yet.
     const FileDescriptor file(static_cast<int>(::syscall(SYS_openat2, AT_FDCWD, path.c_str(), &how, sizeof how)));
     struct statx status {};
     if (!file.isOpen() ||

@@ -13,7 +13,7 @@
 
 namespace stowpocket {
 
-/// One state of one file: another file at the same path, or the same file after a change, has a different one.
+/// One state of one file: another file at the same path has a different one, and so has the same file after a change.
 struct FileState {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
@@ -23,19 +23,19 @@ struct FileState {
     friend bool operator==(const FileState&, const FileState&) = default;
 };
 
-/// A file opened for reading that is sure not to be a pipe, a device or a folder: reading it comes to an end.
+/// A file opened for reading that is known not to be a pipe, a device or a folder, so reading it comes to an end.
 class RegularFile {
 public:
-    /// Follows links. None when there is no regular file at `path` that may be read. Waits for the file system.
+    /// Follows links. None if there is no readable regular file at `path`. Waits for the file system.
     [[nodiscard]] static std::optional<RegularFile> open(const std::string& path);
-    /// What a regular file at `path` is now; none without one.
+    /// The present state of the regular file at `path`; none if there is none.
     [[nodiscard]] static std::optional<FileState> stateAt(const std::string& path);
 
     [[nodiscard]] int descriptor() const { return descriptor_.get(); }
     [[nodiscard]] std::int64_t size() const { return size_; }
-    /// The first `limit` bytes, or fewer where the file is shorter. The place from which others read stays.
+    /// The first `limit` bytes, or fewer if the file is shorter. Does not move the read position.
     [[nodiscard]] Bytes head(std::size_t limit) const;
-    /// Whether reading it goes over a network, so that a large one costs everybody's time.
+    /// Whether it is read over a network, so that a large file costs everybody time.
     [[nodiscard]] bool isOnNetwork() const;
 
 private:
@@ -45,8 +45,8 @@ private:
     std::int64_t size_;
 };
 
-/// Type and rights of the file at `path`, links followed, if the kernel has them in memory: a disk or a server is
-/// never waited for. None for what was not asked for lately, and on kernels before 5.12. On any thread.
+/// The type and permissions of the file at `path`, following links, if the kernel has them in memory; never waits for
+/// a disk or a server. None for a file that was not accessed lately, and on kernels before 5.12. Any thread.
 [[nodiscard]] std::optional<mode_t> cachedFileMode(const std::string& path);
 
 }  // namespace stowpocket

@@ -16,7 +16,7 @@ namespace {
 
 /// The largest size that the cache knows ("xx-large").
 constexpr std::uint32_t maxSide = 1024;
-/// Texts are stored compressed: without a limit a small file could ask for gigabytes.
+/// Texts are compressed: without a limit a small file could require gigabytes.
 constexpr std::uint32_t maxTextLength = 8192;
 constexpr int maxTextCount = 32;
 
@@ -32,7 +32,7 @@ struct Chunk {
     std::span<const std::uint8_t> data;
 };
 
-/// Takes the first chunk off `png`; none when it is cut short.
+/// Removes the first chunk from `png` and returns it; none if it is cut off.
 std::optional<Chunk> takeChunk(std::span<const std::uint8_t>& png) {
     if (png.size() < chunkOverhead)
         return std::nullopt;
@@ -54,7 +54,7 @@ bool isModestHeader(const Chunk& chunk) {
            isModestSide(bigEndian(chunk.data.subspan(4)));
 }
 
-/// Whether the image library can be let loose on `png`: what it says of itself bounds the memory that it can take.
+/// Whether the image library can safely read `png`: its own header limits the memory that this takes.
 bool isModestPng(std::span<const std::uint8_t> png) {
     if (png.size() > maxThumbnailFileSize || png.size() < pngSignature.size() ||
         !std::ranges::equal(png.first(pngSignature.size()), pngSignature))
@@ -101,11 +101,11 @@ std::optional<QImage> acceptedThumbnail(std::span<const std::uint8_t> file, std:
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer, "png");
     reader.setAutoDetectImageFormat(false);
-    // The texts are asked of the image: the reader cuts their names at the first colon.
+    // The texts are read from the image, because the reader cuts their names at the first colon.
     QImage image = reader.read();
     if (image.isNull() || image.text(QStringLiteral("Thumb::URI")).toStdString() != uri)
         return std::nullopt;
-    // Some programs write fractions of a second here.
+    // Some programs write fractions of a second.
     const QString modified = image.text(QStringLiteral("Thumb::MTime")).section(QLatin1Char('.'), 0, 0);
     if (modified != QString::number(modifiedSeconds))
         return std::nullopt;

@@ -34,7 +34,7 @@ ReadResult unreadable() {
 }
 
 ReadResult readBounded(const std::string& path, std::size_t maxSize) {
-    // Without O_NONBLOCK a named pipe in this place would keep the program from starting.
+    // Without O_NONBLOCK a named pipe at this path would keep the program from starting.
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status {};
     if (!file.isOpen() || ::fstat(file.get(), &status) != 0)
@@ -68,7 +68,7 @@ std::string localTime() {
     return {text.data(), length};
 }
 
-/// Renames without ever covering an earlier file. Not every file system can refuse to by itself.
+/// Renames without ever replacing an earlier file. Not every file system supports this directly.
 bool renameToNewName(const std::string& from, const std::string& to) {
     if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
         return true;
@@ -87,7 +87,7 @@ std::optional<PropertyValue::Dictionary> valuesIn(const std::string& contents) {
     return dictionary == nullptr ? std::nullopt : std::optional(*dictionary);
 }
 
-/// In the words of the user, who knows of disks and folders.
+/// For the user, who knows disks and folders.
 std::string problemOf(const std::error_code& error) {
     if (error == std::errc::no_space_on_device || error.value() == EDQUOT)
         return "the disk is full";
@@ -99,12 +99,12 @@ std::string problemOf(const std::error_code& error) {
 
 using namespace std::chrono_literals;
 
-/// Some programs put a file aside before they write the new one.
+/// Some programs move a file away before they write the new one.
 constexpr auto replacementTime = 1000ms;
 
 }  // namespace
 
-/// The earlier version does not take the place of a file that is simply not there: its user may have removed it.
+/// The earlier version does not replace a file that is missing: the user may have removed it.
 PreferenceFile::Values PreferenceFile::read() {
     removeUnfinishedReplacements(path_);
     const bool wasThere = isThere();
@@ -115,7 +115,7 @@ PreferenceFile::Values PreferenceFile::read() {
     return contents_;
 }
 
-/// None when there is nothing to be read. What is damaged is out of the way then.
+/// None if there is nothing to read. A damaged file has been moved out of the way then.
 std::optional<PreferenceFile::Values> PreferenceFile::readFile() {
     seen_ = version();
     const ReadResult result = readBounded(path_, maxPropertyListSize);
@@ -132,7 +132,7 @@ std::optional<PreferenceFile::Values> PreferenceFile::readFile() {
     return values;
 }
 
-/// The earlier version stands in the place again before anything else happens, so that it cannot be missed later.
+/// The earlier version is put back first, so that a later failure cannot lose it.
 void PreferenceFile::setAside() {
     constexpr int maxAttempts = 100;
     const std::string file = linkTarget(path_);

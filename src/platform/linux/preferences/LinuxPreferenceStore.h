@@ -10,10 +10,10 @@
 
 namespace stowpocket {
 
-/// The file behind the preferences, with the version before it beside it. A file that is no property list is set
-/// aside, and the earlier version takes its place; one that cannot be read is left alone, and nothing is written over
-/// it for as long as it is there. What other programs write into the file meanwhile is kept, key by key. Whatever
-/// goes wrong is logged once.
+/// The file that contains the preferences, with its previous version beside it. A file that is not a property list is
+/// set aside, and the previous version takes its place. A file that cannot be read is left alone and not overwritten
+/// as long as it exists. What other programs write into the file meanwhile is kept, key by key. Each failure is
+/// logged once.
 class PreferenceFile : public PreferenceDisk {
 public:
     explicit PreferenceFile(std::string path) : path_(std::move(path)) {}
@@ -23,7 +23,7 @@ public:
     [[nodiscard]] bool isThere() override;
 
 private:
-    /// Which file stands there, and in which state: another program's writing changes one of them.
+    /// The file at the path and its state; writing by another program changes one of them.
     struct Version {
         std::uint64_t inode = 0;
         std::int64_t size = 0;
@@ -41,17 +41,17 @@ private:
     const std::string path_;
     bool isUnreadable_ = false;
     bool hasWarned_ = false;
-    /// What was last read or written, and the version of the file that holds it.
+    /// The values that were last read or written, and the version of the file that contains them.
     Values contents_;
     std::optional<Version> seen_;
 };
 
-/// Preferences in a property-list file, which is written again when somebody has removed it.
+/// Preferences in a property-list file, which is written again if somebody has removed it.
 class LinuxPreferenceStore : public SavedPreferenceStore {
 public:
     LinuxPreferenceStore(Dispatch& dispatch, const std::string& path);
 
-    /// The usual place of the file; none when the user has no home folder.
+    /// The default path of the file; none if the user has no home folder.
     [[nodiscard]] static std::optional<std::string> defaultPath();
 
 private:

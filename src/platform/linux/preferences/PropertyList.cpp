@@ -16,7 +16,7 @@
 namespace stowpocket {
 namespace {
 
-/// libplist reads numbers with atof, which takes a decimal comma in half of Europe and drops the fraction.
+/// libplist reads numbers with atof, which expects a decimal comma in half of Europe and drops the fraction.
 class PlainNumbers {
 public:
     PlainNumbers() : previous_(uselocale(plain())) {}
@@ -40,7 +40,7 @@ struct FreeMemory {
 };
 using Node = std::unique_ptr<void, FreeNode>;
 
-/// libplist counts dates from 2001, in 32 bits.
+/// libplist stores dates as 32-bit seconds since 2001.
 constexpr std::chrono::sys_seconds plistEpoch = std::chrono::sys_days(std::chrono::year(2001) / 1 / 1);
 
 std::optional<PropertyValue> valueOf(plist_t node);
@@ -48,7 +48,7 @@ std::optional<PropertyValue> valueOf(plist_t node);
 std::optional<PropertyValue> integerOf(plist_t node) {
     std::uint64_t bits = 0;
     plist_get_uint_val(node, &bits);
-    // Whether 2^63 and above was meant as a negative number shows only in how the node was stored.
+    // Only the way in which the node is stored tells whether 2^63 and above was meant as a negative number.
     const Node asSigned(plist_new_uint(bits));
     if (plist_compare_node_value(node, asSigned.get()) == 0)
         return std::nullopt;
@@ -138,7 +138,7 @@ std::optional<PropertyValue> valueOf(plist_t node) {
     return std::nullopt;
 }
 
-/// libplist takes text up to the first NUL.
+/// libplist reads text up to the first NUL.
 std::string plistText(std::string_view text) {
     std::string valid = validUtf8(text);
     for (std::size_t nul = valid.find('\0'); nul != std::string::npos; nul = valid.find('\0', nul))
@@ -183,8 +183,9 @@ plist_t newNode(const PropertyValue& value) {
 
 }  // namespace
 
-// The binary form is not read: nobody writes it here, and its objects may contain themselves, which cannot be seen
-// before libplist follows them. libplist frees nested nodes recursively, so the XML form is measured first.
+// The binary format is not read: nobody writes it here, and its objects may contain themselves, which cannot be
+// detected before libplist follows them. libplist frees nested nodes recursively, so the XML format is measured
+// first.
 std::optional<PropertyValue> parsePropertyList(std::string_view bytes) {
     if (bytes.size() > maxPropertyListSize || !isBoundedPropertyList(bytes))
         return std::nullopt;

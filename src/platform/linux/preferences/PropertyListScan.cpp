@@ -8,8 +8,8 @@ namespace {
 
 constexpr std::string_view whitespace = " \t\r\n";
 
-/// Walks from tag to tag. It must never believe an element closed that the parser behind it holds open, so whatever
-/// could hide a tag from one of the two (attributes, declarations below the top) ends the walk.
+/// Walks from tag to tag. It must never consider an element closed that the parser considers open, so anything that
+/// could hide a tag from one of the two (attributes, declarations below the top level) ends the walk.
 class Scan {
 public:
     explicit Scan(std::string_view xml) : rest_(xml) {}

@@ -6,9 +6,9 @@
 
 namespace stowpocket {
 
-/// Whether `xml` is harmless to a property-list parser that recurses over what it has read: its elements are closed
-/// in order, nested no deeper than `maxPropertyListDepth` and no more than `maxPropertyListElements`. Looks at tags
-/// only; whether they make a property list is for the parser to say.
+/// Whether `xml` is harmless to a recursive property-list parser: its elements are closed in order, nested no deeper
+/// than `maxPropertyListDepth`, and there are at most `maxPropertyListElements`. Looks at tags only; whether they
+/// form a property list is for the parser to decide.
 [[nodiscard]] bool isBoundedPropertyList(std::string_view xml);
 
 inline constexpr std::size_t maxPropertyListDepth = 64;

@@ -12,13 +12,13 @@
 namespace stowpocket {
 namespace {
 
-/// Given by the format; nothing is ever fetched from there.
+/// Defined by the format; nothing is ever fetched from there.
 constexpr QLatin1String updateNamespace("http://www.andymatuschak.org/xml-namespaces/sparkle");
 constexpr std::size_t maxItems = 500;
 constexpr qsizetype maxFieldLength = 256;
 constexpr qsizetype maxAddressLength = 2048;
 
-/// Fields that stand in an element of the item, or in an attribute of its enclosure.
+/// Fields in an element of the item, or in an attribute of its enclosure.
 struct Field {
     QLatin1String name;
     std::string AppcastItem::*member;
@@ -68,7 +68,7 @@ public:
     }
 
 private:
-    /// False at a document type.
+    /// Returns false at a document type.
     bool goToRoot() {
         while (!xml_.atEnd() && !xml_.isStartElement()) {
             xml_.readNext();

@@ -10,9 +10,9 @@
 
 namespace stowpocket {
 
-/// Reads a list of releases: RSS 2.0 with the elements and attributes of the update namespace. None when `bytes` are
-/// no such list to the end. A field that is too long, or an address that may not be asked, is left empty; a document
-/// type, which could define entities, makes it none.
+/// Parses a list of releases: RSS 2.0 with the elements and attributes of the update namespace. None if `bytes` are
+/// not a complete list. A field that is too long, or an address that may not be requested, is left empty. A document
+/// type, which could define entities, makes the list invalid.
 [[nodiscard]] std::optional<std::vector<AppcastItem>> readAppcast(const QByteArray& bytes);
 
 }  // namespace stowpocket

@@ -25,7 +25,7 @@ template <std::size_t size>
 std::optional<std::array<unsigned char, size>> decoded(std::string_view base64) {
     std::array<unsigned char, size> bytes{};
     std::size_t length = 0;
-    // The library takes some bytes that are no ASCII for characters of Base64.
+    // The library accepts some non-ASCII bytes as characters of Base64.
     if (std::ranges::any_of(base64, [](char character) { return static_cast<unsigned char>(character) > 127; }))
         return std::nullopt;
     const bool isWhole = sodium_base642bin(bytes.data(), size, base64.data(), base64.size(), nullptr, &length,
@@ -37,7 +37,7 @@ constexpr mode_t userOnly = 0600;
 constexpr mode_t userMayRun = 0100;
 constexpr mode_t permissions = 0777;
 
-/// The contents of a file, for as long as this lives.
+/// The contents of a file, valid as long as this object exists.
 class MappedFile {
 public:
     MappedFile(int descriptor, std::size_t size)
@@ -59,7 +59,7 @@ private:
     void* const memory_;
 };
 
-/// The processor that an executable is for; none when it is no executable.
+/// The processor that an executable is built for; none if the file is not an executable.
 std::optional<std::uint16_t> machineOf(std::span<const std::uint8_t> bytes) {
     Elf64_Ehdr header{};  // the fields that are read here lie at the same place in 32-bit files
     if (bytes.size() < sizeof header)
@@ -74,12 +74,12 @@ std::optional<std::uint16_t> machineOfThisProgram() {
     return machineOf(MappedFile(file.get(), sizeof(Elf64_Ehdr)).bytes());
 }
 
-/// Without O_NONBLOCK a pipe in the place of the file would be waited for.
+/// Without O_NONBLOCK a pipe at this path would block.
 FileDescriptor openDownload(const std::string& program) {
     return FileDescriptor(::open(downloadPath(program).c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
 }
 
-/// Whether the file at `path` is the one that is open.
+/// Whether the file at `path` is the open one.
 bool isAt(const std::string& path, int descriptor) {
     struct stat there {};
     struct stat open {};
@@ -101,9 +101,9 @@ std::optional<UpdateFailure> check(int descriptor, const SignedFile& expected) {
                                                         : std::optional(UpdateFailure::notForThisMachine);
 }
 
-/// A second name for the old file keeps `target` in its place all the time. Where the file system has no second
-/// names there is a moment between the two steps at which it has none. Only a name can be given to `target`, so that
-/// another file may have come under it; then the old one is put back.
+/// A second name for the old file keeps `target` in place all the time. On a file system without second names,
+/// `target` is missing for a moment between the two steps. Only a name can be renamed to `target`, so another file
+/// may have taken that name meanwhile; then the old file is put back.
 std::optional<UpdateFailure> exchange(const std::string& download, const std::string& target, int checked) {
     const std::string replaced = replacedPath(target);
     ::unlink(replaced.c_str());

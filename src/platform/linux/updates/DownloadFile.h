@@ -13,27 +13,27 @@
 
 namespace stowpocket {
 
-/// Whether `signature` is the Ed25519 signature over `bytes` by the owner of `publicKey`; both are in Base64. False
-/// also when one of them is none.
+/// Whether `signature` is the Ed25519 signature of `bytes` by the owner of `publicKey`; both are in Base64. False if
+/// either is invalid.
 [[nodiscard]] bool isSigned(std::span<const std::uint8_t> bytes, std::string_view signature,
                             std::string_view publicKey);
 
-/// What comes before the last line of `list`, when that line is `<!-- edSignature: SIGNATURE -->` and signs all of
-/// it; none otherwise. What was not signed is never looked at.
+/// The part of `list` before its last line, if that line is `<!-- edSignature: SIGNATURE -->` and signs all of it;
+/// none otherwise. Unsigned content is never parsed.
 [[nodiscard]] std::optional<std::string_view> signedPart(std::string_view list, std::string_view publicKey);
 
-/// What is known of a file before it is fetched.
+/// What is known about a file before it is fetched.
 struct SignedFile {
     std::int64_t length = 0;
     std::string signature;
     std::string publicKey;
 };
 
-/// A newer version of the program while it is being fetched, beside the program's file, so that it can take its place
-/// at one stroke. Readable by the user alone; without the right to be run.
+/// A newer version of the program during the download. It is stored beside the file of the program, so that it can
+/// replace that file in one step. Readable by the user only, and not executable.
 class DownloadFile {
 public:
-    /// Makes the file anew, and has room for it set aside where the file system can.
+    /// Creates the file anew and reserves space for it, if the file system can.
     [[nodiscard]] std::optional<UpdateFailure> create(const std::string& program, std::int64_t length);
     [[nodiscard]] std::optional<UpdateFailure> write(std::string_view bytes);
     [[nodiscard]] std::int64_t size() const { return size_; }
@@ -43,13 +43,13 @@ private:
     std::int64_t size_ = 0;
 };
 
-/// A fetched file that is whole, signed and a program for this machine. It is held open, so that what is installed is
-/// what was checked.
+/// A downloaded file that is complete, signed and a program for this machine. It is kept open, so that the file that
+/// is installed is the one that was checked.
 class CheckedDownload {
 public:
     [[nodiscard]] static std::variant<CheckedDownload, UpdateFailure> open(const std::string& program,
                                                                            const SignedFile& expected);
-    /// Puts the file in the place of the program, which has its old contents or the new ones at every moment; the old
+    /// Replaces the program with the file. At every moment the program has its old contents or its new ones; the old
     /// file is kept beside it. After a failure everything is as before.
     [[nodiscard]] std::optional<UpdateFailure> install() const;
 
@@ -61,7 +61,7 @@ private:
     FileDescriptor file_;
 };
 
-/// What errno says of a failed write.
+/// The failure that errno describes after a failed write.
 [[nodiscard]] UpdateFailure failureOfErrno(int error);
 
 }  // namespace stowpocket

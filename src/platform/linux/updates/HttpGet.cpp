@@ -26,7 +26,7 @@ QNetworkRequest requestFor(const QUrl& url, const HttpLimits& limits) {
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
-    // What is packed could unpack without end.
+    // Compressed data could expand without end.
     request.setRawHeader("Accept-Encoding", "identity");
     request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("stowpocket"));
     request.setTransferTimeout(static_cast<int>(limits.silence.count()));
@@ -37,13 +37,13 @@ int statusOf(const QNetworkReply& reply) {
     return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
 }
 
-/// Whether a status is the last word. That of a redirection may be left standing when redirections end nowhere.
+/// Whether a status is final. The status of a redirection may remain if the redirections lead nowhere.
 bool isFinal(int status) {
     constexpr std::array redirections{301, 302, 303, 307, 308};
     return status >= 200 && std::ranges::find(redirections, status) == redirections.end();
 }
 
-/// Whether the server has given a whole answer; that it refuses is one too.
+/// Whether the server has sent a complete answer; a refusal is one too.
 bool isAnswered(const QNetworkReply& reply) {
     const int error = reply.error();
     return isFinal(statusOf(reply)) &&
@@ -113,7 +113,7 @@ HttpAnswer httpGet(const QUrl& url, const HttpLimits& limits, const HttpSink& si
     if (!mayBeAsked(url))
         return {UpdateFailure::unreachable, 0};
     QNetworkAccessManager manager;
-    // What is on this machine is not asked through a proxy.
+    // Addresses on this machine are not requested through a proxy.
     if (url.scheme() == QLatin1String("https"))
         QNetworkProxyFactory::setUseSystemConfiguration(true);
     const std::unique_ptr<QNetworkReply> reply(manager.get(requestFor(url, limits)));

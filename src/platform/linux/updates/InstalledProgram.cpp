@@ -72,7 +72,7 @@ void tellEndInOrder() {
 }
 
 int becomeReplaced(const std::string& program) {
-    // An AppImage stays mounted while one of the files that it handed down is open.
+    // An AppImage stays mounted while any file that it passed on is open.
     ::closefrom(STDERR_FILENO + 1);
     execute(program);
     if (std::rename(replacedPath(program).c_str(), linkTarget(program).c_str()) == 0)

@@ -8,14 +8,14 @@
 
 namespace stowpocket {
 
-/// `relativePath` in the folder that holds the folder of the running code: the same whether it was installed, runs
-/// out of an AppImage or lies in a build folder.
+/// `relativePath` in the parent of the folder that contains the running code. It is the same for an installed
+/// program, an AppImage and a build folder.
 [[nodiscard]] std::string installedFile(const std::string& relativePath);
 
-/// The running program, with its information list.
+/// The running program with its information list.
 [[nodiscard]] MainBundle installedBundle();
 
-/// The AppImage that this program runs out of; none when it does not.
+/// The AppImage that this program runs from; none if it does not run from one.
 [[nodiscard]] std::optional<std::string> runningAppImage();
 
 /// Where a newer version of the program whose file is `program` waits, and where the replaced one is kept.

@@ -41,7 +41,7 @@ std::string utf8Of(std::uint32_t point) {
             byte(0x80u | ((point >> 6u) & 0x3Fu)), byte(0x80u | (point & 0x3Fu))};
 }
 
-/// The character that a reference such as "amp" or "#8217" stands for; none for one that is unknown.
+/// The character for a reference such as "amp" or "#8217"; none if it is unknown.
 std::optional<std::string> referenced(std::string_view name) {
     using Entity = std::pair<std::string_view, std::string_view>;
     static constexpr std::array entities{
@@ -69,7 +69,7 @@ bool isTag(std::string_view text) {
     return text.size() > 1 && text[0] == '<' && first.find(text[1]) != std::string_view::npos;
 }
 
-/// At most so long, without half a character at the end.
+/// At most that long, without an incomplete character at the end.
 std::string shortened(std::string text) {
     if (text.size() <= maxNotesSize)
         return text;
@@ -80,7 +80,7 @@ std::string shortened(std::string text) {
     return text;
 }
 
-/// Words with single spaces between them, and never more than one empty line.
+/// Words with single spaces between them, and never more than one empty line in a row.
 class NotesWriter {
 public:
     void add(std::string_view text) {
@@ -92,7 +92,7 @@ public:
         text_ += text;
     }
     void addSpace() { isSpaceDue_ = newlines_ == 0; }
-    /// `newlines` at least; two leave an empty line.
+    /// At least `newlines`; two make an empty line.
     void startLine(std::size_t newlines) {
         newlines_ = std::max(newlines_, newlines);
         isSpaceDue_ = false;
@@ -147,7 +147,7 @@ private:
             writer_.add("\u2022 ");
     }
 
-    /// To the end tag, in capitals or not.
+    /// Up to the end tag, in upper or lower case.
     void skipElement(const std::string& tag) {
         while (!left_.empty()) {
             skipPast("</");

@@ -16,7 +16,7 @@
 namespace stowpocket {
 namespace {
 
-/// The body of an answer and the line before it, or the items of a list.
+/// The maximum output: the body of an answer and the line before it, or the items of a list.
 constexpr qsizetype maxOutputSize = 2 * maxAnswerSize;
 
 std::optional<FeedResponse> responseOf(const UpdateHelperRun::Result& result) {
@@ -33,7 +33,7 @@ QString text(const std::string& utf8) {
     return QString::fromStdString(utf8);
 }
 
-/// The numbers that a download prints, a line each, in pieces of any size.
+/// The numbers that a download prints, one per line, which arrive in pieces of any size.
 class ProgressLines {
 public:
     explicit ProgressLines(UpdateTransport::Progress progress) : progress_(std::move(progress)) {}
@@ -61,10 +61,10 @@ UpdateHelperRun::UpdateHelperRun(const std::string& program, const QStringList& 
       output_(std::move(output)) {
     process_->setStandardErrorFile(QProcess::nullDevice());
     process_->setStandardInputFile(QProcess::nullDevice());
-    // What puts a new file in place runs to its end, come what may.
+    // A process that installs a new file always runs to its end.
     if (arguments.value(0) != QLatin1String(updaterCommand::install))
         process_->setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
-    // Queued: the process may fail inside start(), and `done` may destroy this.
+    // Queued, because the process may fail inside start(), and `done` may destroy this object.
     QObject::connect(process_, &QProcess::readyReadStandardOutput, context_.get(), [this] { read(); });
     QObject::connect(
         process_, &QProcess::errorOccurred, context_.get(),
@@ -84,7 +84,7 @@ UpdateHelperRun::UpdateHelperRun(const std::string& program, const QStringList& 
 }
 
 UpdateHelperRun::~UpdateHelperRun() {
-    // This may be the end of one of its own slots.
+    // This may run at the end of one of its own slots.
     QObject* const context = context_.release();
     process_->disconnect(context);
     QCoreApplication::removePostedEvents(context);

@@ -17,18 +17,20 @@ class QProcess;
 
 namespace stowpocket {
 
-/// One run of `stowpocket-updater`. Ended at once, and without its completion, when this is destroyed. Main thread.
+/// One run of `stowpocket-updater`. It is ended at once, without its completion, when this object is destroyed. Main
+/// thread.
 class UpdateHelperRun {
 public:
     struct Result {
         std::optional<UpdateFailure> failure;
-        /// All that it printed; of a failure nothing.
+        /// Its whole output; empty after a failure.
         QByteArray output;
     };
     using Done = std::function<void(const Result&)>;
     using Output = std::function<void(const QByteArray& piece)>;
 
-    /// `done` runs once, later, and may destroy this. With `output` what is printed goes there, piece by piece.
+    /// `done` runs once, later, and may destroy this object. If `output` is given, it receives the output piece by
+    /// piece.
     UpdateHelperRun(const std::string& program, const QStringList& arguments, Done done, Output output = {});
     UpdateHelperRun(const UpdateHelperRun&) = delete;
     UpdateHelperRun& operator=(const UpdateHelperRun&) = delete;
@@ -39,14 +41,15 @@ private:
     void finish(std::optional<UpdateFailure> failure);
 
     QProcess* process_;
-    /// Takes what is still queued with it when it goes.
+    /// Discards its queued events when it is destroyed.
     std::unique_ptr<QObject> context_;
     Done done_;
     Output output_;
     QByteArray printed_;
 };
 
-/// Documents fetched by `stowpocket-updater`. Completions run on the main thread, and no more once this is gone.
+/// Documents fetched by `stowpocket-updater`. Completions run on the main thread, and not after this object is
+/// destroyed.
 class HelperFeedSession : public FeedSession {
 public:
     explicit HelperFeedSession(std::string program) : program_(std::move(program)) {}
@@ -58,10 +61,10 @@ private:
     std::list<std::unique_ptr<UpdateHelperRun>> tasks_;
 };
 
-/// The work of updates done by `stowpocket-updater`, a process a job.
+/// The work of updates, done by `stowpocket-updater` in one process per job.
 class HelperUpdateTransport : public UpdateTransport {
 public:
-    /// `replaceable` is the file that new versions take the place of; empty where there is none.
+    /// `replaceable` is the file that new versions replace; empty if there is none.
     HelperUpdateTransport(std::string program, const std::string& replaceable);
 
     void readList(const std::string& url, const std::string& publicKey, ListDone done) override;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// stowpocket-updater: what an update has to do with the network and with the bytes that come from there.
+// stowpocket-updater: the part of an update that uses the network and reads the bytes from there.
 #include "platform/linux/files/DurableFile.h"
 #include "platform/linux/updates/AppcastReader.h"
 #include "platform/linux/updates/DownloadFile.h"
@@ -35,7 +35,7 @@ constexpr auto silenceLimit = 1min;
 constexpr auto downloadTimeLimit = 6h;
 constexpr std::int64_t maxDownloadSize = std::int64_t{1} << 30u;
 constexpr rlim_t processorSecondsLimit = 60;
-/// How many times a download tells how far it is, at most.
+/// The maximum number of progress reports of a download.
 constexpr std::int64_t progressSteps = 200;
 
 Outcome print(const QByteArray& bytes) {
@@ -82,13 +82,13 @@ Outcome list(const Arguments& arguments) {
 
 Outcome notes(const Arguments& arguments) {
     const Page page = pageAt(arguments[0]);
-    // Through QString, so that every byte that is no UTF-8 is replaced.
+    // Through QString, which replaces all bytes that are not UTF-8.
     return page.answer.failure
                ? page.answer.failure
                : print(QByteArray::fromStdString(plainNotes(QString::fromUtf8(page.body).toStdString())));
 }
 
-/// The file on the server on its way into `file`.
+/// A transfer from the server into `file`.
 Outcome transfer(const QByteArray& url, std::int64_t length, DownloadFile& file) {
     std::int64_t told = 0;
     const HttpLimits limits{length, silenceLimit, downloadTimeLimit};
@@ -190,8 +190,8 @@ constexpr std::array jobs{
         [](const Arguments& arguments) { return removeReplaced(arguments[0].toStdString()); }, giveUpNothing},
 };
 
-/// Carries out the one job that the arguments name and returns the exit code. It may do little more than that: what
-/// comes from the network is read here, far from the shelf.
+/// Carries out the one job that the arguments name and returns the exit code. It has few other rights, because data
+/// from the network is read here, away from the shelf.
 int runUpdater(int argc, char** argv) {
     const QByteArray name(argc > 1 ? argv[1] : "");
     const auto* const job = std::ranges::find_if(jobs, [&](const Job& known) { return name == known.name; });

@@ -11,16 +11,16 @@ class QUrl;
 
 namespace stowpocket {
 
-/// How the program talks to `stowpocket-updater`, which is started anew for each of these jobs, with the arguments
-/// that are named here, and ends with `updaterExitCode`.
+/// The interface between the program and `stowpocket-updater`, which is started for each of these jobs with the
+/// arguments named here and ends with `updaterExitCode`.
 namespace updaterCommand {
 /// URL. Prints the HTTP status, a line feed and the body.
 inline constexpr auto fetch = "fetch";
 /// URL of a list of releases, public key or nothing. Prints its items as `encodedItems` writes them.
 inline constexpr auto list = "list";
-/// URL of a page. Prints its words.
+/// URL of a page. Prints its text.
 inline constexpr auto notes = "notes";
-/// URL, length, signature, public key, the program's file. Prints how many bytes are there, a line each time.
+/// URL, length, signature, public key, the program's file. Prints the number of bytes received, one line each time.
 inline constexpr auto download = "download";
 /// Length, signature, public key, the program's file.
 inline constexpr auto install = "install";
@@ -37,7 +37,7 @@ constexpr int firstFailureCode = 10;
     return failure ? detail::firstFailureCode + static_cast<int>(*failure) : 0;
 }
 
-/// None for success. Codes of no failure are `other`: the process was killed, or could not be started.
+/// None for success. An exit code that is no failure is `other`: the process was killed, or could not be started.
 [[nodiscard]] constexpr std::optional<UpdateFailure> failureOfExitCode(int code) {
     if (code == 0)
         return std::nullopt;
@@ -46,10 +46,11 @@ constexpr int firstFailureCode = 10;
                                                                          : UpdateFailure::other;
 }
 
-/// Whether `url` may be asked: over HTTPS, or over HTTP on this very machine.
+/// Whether `url` may be requested: over HTTPS, or over HTTP on this machine only.
 [[nodiscard]] bool mayBeAsked(const QUrl& url);
 
-/// Whether an answer may send on from one address to the other. Nobody on the way sends to a program of this machine.
+/// Whether an answer may redirect from one address to the other. Nobody on the network may redirect to a program on
+/// this machine.
 [[nodiscard]] bool mayRedirect(const QUrl& from, const QUrl& to);
 
 }  // namespace stowpocket
