@@ -136,14 +136,14 @@ TEST_F(ShelfItemViewTest, theMenuOpensByButtonKeyFingerAndScreenReader) {
     addFiles(2);
     open();
     QGuiApplication::styleHints()->setMousePressAndHoldInterval(1);
-    QPointingDevice* const touched = QTest::createTouchDevice();
+    const std::unique_ptr<QPointingDevice> touched(QTest::createTouchDevice());
     const QPoint point(40, 30);
     const std::function<void()> ways[] = {
         [&] {
             QContextMenuEvent event(QContextMenuEvent::Mouse, point, tile().mapToGlobal(point));
             QApplication::sendEvent(&tile(), &event);
         },
-        [&] { QTest::touchEvent(&tile(), touched).press(0, point, &tile()); },
+        [&] { QTest::touchEvent(&tile(), touched.get()).press(0, point, &tile()); },
         [&] {
             QAccessibleActionInterface& actions = *QAccessible::queryAccessibleInterface(&tile())->actionInterface();
             actions.doAction(QAccessibleActionInterface::showMenuAction());
@@ -154,7 +154,7 @@ TEST_F(ShelfItemViewTest, theMenuOpensByButtonKeyFingerAndScreenReader) {
         ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() != nullptr; }));
         QApplication::activePopupWidget()->close();
     }
-    QTest::touchEvent(&tile(), touched).release(0, point, &tile());
+    QTest::touchEvent(&tile(), touched.get()).release(0, point, &tile());
     ways[0]();
     auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     EXPECT_EQ(menu->actions().first()->text(), QLatin1String("Open"));
