@@ -111,6 +111,7 @@ protected:
 };
 
 TEST_F(UpdateTest, theNewVersionRunsAndTheOldOneGoesOnlyThen) {
+    folder.write("app/.program.started", "1");  // by a version before
     EXPECT_EQ(update(), std::nullopt);
     EXPECT_EQ(runningVersion(), "2");
     EXPECT_EQ(files(), (std::vector<std::string>{"program", "program.old"}));
