@@ -44,11 +44,13 @@ INSTANTIATE_TYPED_TEST_SUITE_P(PreferencesOnMacOS, PreferencesContract, MacPrefe
 
 namespace {
 
+using standIn::comesTrue;
+
 using Calls = std::vector<std::string>;
 
 TEST(ConversionsTest, carryEveryNameBothWays) {
-    for (const std::string name : {"a b.txt", "100%.txt", "%41", "#1?.txt", "a;b&c=d", "\"q\"", "back\\slash",
-                                   "\xC3\xA9", "e\xCC\x81", "\xF0\x9F\x93\x81", "line\nname", "a:b", "[x]", "\x01"}) {
+    for (const std::string name : {"a b.txt", "100%.txt", "#1?.txt", "a;b&c=d", "\"q\"", "back\\slash", "e\xCC\x81",
+                                   "\xF0\x9F\x93\x81", "line\nname", "a:b", "[x]", "\x01", "folder/"}) {
         const FileURL url = *FileURL::fromPath("/folder/" + name);
         EXPECT_EQ(fileURLOf(nsURL(url)), url) << name;
         EXPECT_EQ(utf8(nsPath(url)), url.path()) << name;
@@ -56,23 +58,16 @@ TEST(ConversionsTest, carryEveryNameBothWays) {
     const FileURL foreign = *FileURL::fromPath("/folder/d\xFFr");
     EXPECT_EQ(fileURLOf(nsURL(foreign)), foreign);
     EXPECT_EQ(utf8(nsPath(foreign)), "");
-    EXPECT_EQ(fileURLOf([NSURL URLWithString:@"https://example.com/x"]), std::nullopt);
-    EXPECT_EQ(fileURLOf(nil), std::nullopt);
+    EXPECT_FALSE(fileURLOf([NSURL URLWithString:@"https://example.com/x"]) || fileURLOf(nil) || utf8(nil));
     EXPECT_EQ(utf8(nsString("a\xFFz")), "a\xEF\xBF\xBDz");
     EXPECT_EQ(utf8(nsString(std::string("a\0b", 3))), std::string("a\0b", 3));
-    EXPECT_EQ(utf8(nsString("")), "");
-    EXPECT_EQ(utf8(nil), std::nullopt);
 }
 
 TEST(ConversionsTest, leaveOutWhatNoPropertyListHolds) {
-    EXPECT_EQ(propertyValueOf(nil), std::nullopt);
-    EXPECT_EQ(propertyValueOf(@[ @1, [NSNull null], @"x" ]), PropertyValue(PropertyValue::Array{1, "x"}));
-    EXPECT_EQ(propertyValueOf(
-                  @{@1 : @"no text",
-                    @"a" : @YES,
-                    @"b" : [NSNull null]}),
-              PropertyValue(PropertyValue::Dictionary{{"a", true}}));
-    EXPECT_EQ(propertyValueOf([NSDate dateWithTimeIntervalSince1970:1e12]), std::nullopt);
+    NSDictionary* const mixed = @{@1 : @"no text", @"a" : @[ @YES, [NSNull null], @"x" ], @"b" : [NSNull null]};
+    EXPECT_EQ(propertyValueOf(mixed),
+              PropertyValue(PropertyValue::Dictionary{{"a", PropertyValue::Array{true, "x"}}}));
+    EXPECT_FALSE(propertyValueOf(nil) || propertyValueOf([NSDate dateWithTimeIntervalSince1970:1e12]));
     NSArray* nested = @[];
     for (int level = 0; level < 100; ++level)
         nested = @[ nested ];
@@ -84,13 +79,13 @@ TEST(ConversionsTest, leaveOutWhatNoPropertyListHolds) {
 }
 
 TEST(PropertyListParserTest, readsLists) {
-    const auto parser = makeMacPropertyListParser();
-    const auto parsed = [&](const std::string& text) { return parser->parse(Bytes(text.begin(), text.end())); };
-    EXPECT_EQ(parsed("<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\"><dict><key>a</key><true/>"
-                     "<key>b</key><integer>7</integer><key>c</key><real>.5</real></dict></plist>"),
-              PropertyValue(PropertyValue::Dictionary{{"a", true}, {"b", 7}, {"c", 0.5}}));
-    for (const std::string text : {"", "bplist00", "<plist>", "rubbish \xFF"})
-        EXPECT_FALSE(parsed(text)) << text;
+    const auto parsed = [](const std::string& text) {
+        return makeMacPropertyListParser()->parse(Bytes(text.begin(), text.end()));
+    };
+    EXPECT_EQ(parsed("<?xml version=\"1.0\"?><plist "
+                     "version=\"1.0\"><dict><key>a</key><true/><key>b</key><integer>7</integer></dict></plist>"),
+              PropertyValue(PropertyValue::Dictionary{{"a", true}, {"b", 7}}));
+    EXPECT_FALSE(parsed("") || parsed("bplist00") || parsed("<plist>") || parsed("rubbish \xFF"));
 }
 
 class MacFilesTest : public testing::Test {
@@ -122,7 +117,7 @@ TEST_F(MacFilesTest, knowsTheUsersFoldersAndTheTrash) {
     folder.write("image");
     EXPECT_TRUE(makeMacTrash()->trashItem(folder.url("image")));
     EXPECT_FALSE(makeMacTrash()->trashItem(folder.url("image")));
-    EXPECT_TRUE(std::filesystem::exists(home + "/.Trash/image"));
+    EXPECT_TRUE(std::filesystem::remove(home + "/.Trash/image"));
 }
 
 TEST_F(MacFilesTest, endsEveryAccessThatItBegan) {
@@ -133,10 +128,9 @@ TEST_F(MacFilesTest, endsEveryAccessThatItBegan) {
         const auto bookmarks = makeMacBookmarks(mac.probe);
         const Bytes bookmark = bookmarks->create(file).value();
         EXPECT_EQ(bookmarks->resolve(std::span(&bookmark, 1)).at(0).value().url, file);
-        EXPECT_TRUE(bookmarks->startAccessing(file));
-        EXPECT_TRUE(bookmarks->startAccessing(file));
+        EXPECT_TRUE(bookmarks->startAccessing(file) && bookmarks->startAccessing(file));
         bookmarks->stopAccessing(file);
-        EXPECT_EQ(standIn::takeCalls(), (Calls{"begin file", "begin file", "end file"}));
+        EXPECT_EQ(standIn::takeCalls(), (Calls{"begin resolved file", "begin file", "end resolved file"}));
     }
     EXPECT_EQ(standIn::takeCalls(), Calls{"end file"});
 }
@@ -155,11 +149,9 @@ TEST(MacChildProcessTest, returnsAllOutputOfWhatEnds) {
         const std::optional<Bytes> bytes = process->run("/bin/sh", {"-c", script, "a b"});
         return bytes ? std::string(bytes->begin(), bytes->end()) : "none";
     };
-    EXPECT_EQ(output("echo \"$0\""), "a b\n");
-    EXPECT_EQ(output("cat; echo end"), "end\n") << "there is no input";
+    EXPECT_EQ(output("echo \"$0\"; cat; exit 1"), "a b\n") << "there is no input";
     EXPECT_EQ(output("head -c 300000 /dev/zero >&2; echo end"), "end\n") << "nobody reads its complaints";
     EXPECT_EQ(output("exec yes"), "none") << "it writes without end";
-    EXPECT_EQ(output("exit 1"), "");
     EXPECT_EQ(process->run("/nowhere/tool", {}), std::nullopt);
 }
 
@@ -168,54 +160,41 @@ TEST(AppleScriptTest, readsItemsFromTheFirstOn) {
     EXPECT_EQ(service->makeScript("refused")->execute(), nullptr);
     standIn::scripts = {{"list \xC3\xA9", "one\ntwo\n"}};
     const auto list = service->makeScript("list \xC3\xA9")->execute();
-    ASSERT_NE(list, nullptr);
     EXPECT_EQ(list->numberOfItems(), 2);
-    EXPECT_EQ(list->descriptorAtIndex(1)->stringValue(), "one");
     EXPECT_EQ(list->descriptorAtIndex(2)->stringValue(), "two");
     EXPECT_EQ(list->descriptorAtIndex(3), nullptr);
 }
 
-class MacFeedSessionTest : public testing::Test {
-protected:
-    std::optional<FeedResponse> answer(const std::string& url) {
-        std::optional<std::optional<FeedResponse>> received;
-        @autoreleasepool {
-            session->dataTask(url, [&](const std::optional<FeedResponse>& response) {
-                EXPECT_TRUE(NSThread.isMainThread);
-                received = response;
-            });
-        }
-        EXPECT_TRUE(standIn::comesTrue([&] { return received.has_value(); }));
-        return received.value_or(std::nullopt);
-    }
-    TemporaryFolder folder;
-    std::unique_ptr<FeedSession> session = makeMacFeedSession();
-};
-
-TEST_F(MacFeedSessionTest, answersOnTheMainThreadUpToItsLimit) {
+TEST(MacFeedSessionTest, answersOnTheMainThreadUpToItsLimit) {
+    const TemporaryFolder folder;
     folder.write("feed", "12345");
     folder.write("large", std::string(maxAnswerSize + 1, 'x'));
     static_cast<void>(standIn::takeCalls());
-    const std::optional<FeedResponse> feed = answer(folder.url("feed").string());
-    EXPECT_EQ(feed.value_or(FeedResponse{}).statusCode, 200);
-    EXPECT_EQ(feed.value_or(FeedResponse{}).body, (Bytes{'1', '2', '3', '4', '5'}));
-    EXPECT_EQ(answer(folder.url("large").string()), std::nullopt);
-    EXPECT_EQ(standIn::takeCalls(), Calls{"request cancelled"});
-    EXPECT_EQ(answer(folder.url("absent").string()).value_or(FeedResponse{}).statusCode, 404);
-    EXPECT_EQ(answer("ht tp://x y"), std::nullopt);
-    EXPECT_FALSE(session->isValid("ht tp://x y"));
-    EXPECT_TRUE(standIn::comesTrue([] { return standIn::living()["StandInURLSessionDataTask"] == 0; }));
-}
-
-TEST_F(MacFeedSessionTest, tellsNothingOnceItIsGone) {
-    folder.write("feed", "12345");
-    bool isTold = false;
+    auto session = makeMacFeedSession();
+    std::map<std::string, std::optional<FeedResponse>> answers;
+    const auto ask = [&](const std::string& url) {
+        session->dataTask(url, [&answers, url](const std::optional<FeedResponse>& response) {
+            EXPECT_TRUE(NSThread.isMainThread);
+            answers[url] = response;
+        });
+        return url;
+    };
     @autoreleasepool {
-        session->dataTask(folder.url("feed").string(), [&](const auto&) { isTold = true; });
+        const std::string feed = ask(folder.url("feed").string());
+        const std::string large = ask(folder.url("large").string());
+        const std::string absent = ask(folder.url("absent").string());
+        const std::string invalid = ask("ht tp://x y");
+        EXPECT_TRUE(comesTrue([&] { return answers.size() == 4; }));
+        EXPECT_EQ(answers[feed].value().body, (Bytes{'1', '2', '3', '4', '5'}));
+        EXPECT_EQ(answers[absent].value().statusCode, 404);
+        EXPECT_FALSE(answers[large] || answers[invalid] || session->isValid(invalid));
+        EXPECT_EQ(standIn::takeCalls(), Calls{"request cancelled"});
+        answers.clear();
+        ask(feed);
         session.reset();
     }
-    EXPECT_TRUE(standIn::comesTrue([] { return standIn::living()["StandInURLSessionDataTask"] == 0; }));
-    EXPECT_FALSE(isTold);
+    EXPECT_TRUE(comesTrue([] { return standIn::living()["StandInURLSessionDataTask"] == 0; }));
+    EXPECT_TRUE(answers.empty());
 }
 
 TEST(StandardUpdateFrameworkTest, followsTheUpdaterUntilItEnds) {
@@ -229,36 +208,15 @@ TEST(StandardUpdateFrameworkTest, followsTheUpdaterUntilItEnds) {
         [updater setCanCheckForUpdates:YES];
         EXPECT_TRUE(framework->canCheckForUpdates());
         [updater setCanCheckForUpdates:NO];
-        EXPECT_EQ(told, (std::vector<bool>{true, false}));
         framework->setAutomaticallyDownloadsUpdates(true);
         EXPECT_TRUE(updater.automaticallyDownloadsUpdates);
         framework->checkForUpdates();
         framework.reset();
         [updater setCanCheckForUpdates:YES];
-        EXPECT_EQ(told.size(), 2u);
+        EXPECT_EQ(told, (std::vector<bool>{true, false}));
     }
     EXPECT_EQ(standIn::takeCalls(), (Calls{"updater started", "check for updates", "updater gone"}));
 }
 
-TEST(ByteCountTest, writesSizes) {
-    EXPECT_FALSE(macByteCountText(1'500'000).empty());
-}
-
 }  // namespace
 }  // namespace stowpocket
-
-int main(int argc, char** argv) {
-    std::optional<stowpocket::TemporaryFolder> home;
-    if (::getenv("DISPLAY") == nullptr)
-        ::setenv("HOME", home.emplace().path().c_str(), 1);
-    std::freopen("/proc/version", "r", stdin);  // so that a child that inherits it shows
-    ::setenv("LC_ALL", "C.UTF-8", 1);
-    ::setenv("GNUSTEP_STRING_ENCODING", "NSUTF8StringEncoding", 1);
-    @autoreleasepool {
-        stowpocket::standIn::begin();
-        testing::InitGoogleTest(&argc, argv);
-        if (!home)
-            [NSApplication sharedApplication];
-        return RUN_ALL_TESTS();
-    }
-}

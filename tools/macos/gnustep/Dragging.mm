@@ -175,7 +175,13 @@ static NSArray* objectsOf(Class wanted, NSPasteboard* pasteboard) {
                                               event:(NSEvent*)event
                                              source:(id<NSDraggingSource>)source {
     NSDraggingItem* const item = items.firstObject;
-    standIn::begunDrag = {event, source, item->_writer, item->_frame, item->_contents, items.count};
+    standIn::begunDrag = {event,
+                          source,
+                          item->_writer,
+                          item->_frame,
+                          item->_contents,
+                          items.count,
+                          [NSPasteboard pasteboardWithName:NSDragPboard]};
     return [[NSDraggingSession alloc] init];
 }
 @end

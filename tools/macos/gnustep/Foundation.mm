@@ -212,6 +212,16 @@ static std::optional<ino_t> fileNumberAt(const std::string& path) {
     return lstat(path.c_str(), &found) == 0 ? std::optional(found.st_ino) : std::nullopt;
 }
 
+/// The right to use a file belongs to the very object that was resolved.
+@interface StandInResolvedURL : NSURL
+@end
+@implementation StandInResolvedURL
+@end
+static std::string scopeOf(NSURL* url) {
+    return ([url isKindOfClass:StandInResolvedURL.class] ? "resolved " : "") +
+           std::string(url.lastPathComponent.UTF8String);
+}
+
 @implementation NSURL (Later)
 + (NSURL*)fileURLWithFileSystemRepresentation:(const char*)path
                                   isDirectory:(BOOL)isDirectory
@@ -225,7 +235,7 @@ static std::optional<ino_t> fileNumberAt(const std::string& path) {
     }
     if (isDirectory && !text.ends_with('/'))
         text += '/';
-    return [NSURL URLWithString:[NSString stringWithUTF8String:text.c_str()]];
+    return [[self alloc] initWithString:[NSString stringWithUTF8String:text.c_str()]];
 }
 
 - (NSData*)bookmarkDataWithOptions:(NSUInteger)options
@@ -253,20 +263,23 @@ static std::optional<ino_t> fileNumberAt(const std::string& path) {
     if (*isStale) {
         for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(path).parent_path())) {
             if (fileNumberAt(entry.path()) == number)
-                return [self fileURLWithFileSystemRepresentation:entry.path().c_str()
-                                                     isDirectory:NO
-                                                   relativeToURL:nil];
+                return [StandInResolvedURL fileURLWithFileSystemRepresentation:entry.path().c_str()
+                                                                   isDirectory:NO
+                                                                 relativeToURL:nil];
         }
     }
-    return there ? [self fileURLWithFileSystemRepresentation:path.c_str() isDirectory:NO relativeToURL:nil] : nil;
+    return there ? [StandInResolvedURL fileURLWithFileSystemRepresentation:path.c_str()
+                                                               isDirectory:NO
+                                                             relativeToURL:nil]
+                 : nil;
 }
 
 - (BOOL)startAccessingSecurityScopedResource {
-    standIn::record("begin " + std::string(self.lastPathComponent.UTF8String));
+    standIn::record("begin " + scopeOf(self));
     return YES;
 }
 - (void)stopAccessingSecurityScopedResource {
-    standIn::record("end " + std::string(self.lastPathComponent.UTF8String));
+    standIn::record("end " + scopeOf(self));
 }
 @end
 
@@ -351,7 +364,8 @@ static void (^__strong& handlerOf(Object* object))(Object*) {
 }
 @end
 
-/// Loads files, on a thread of its own and bit by bit, and answers as a web server would.
+/// Loads files, on a thread of its own and bit by bit, and answers as a web server would. Keeps its handler as long
+/// as it lives.
 @implementation NSURLSessionDataTask {
     NSURL* _url;
     void (^_completion)(NSData*, NSURLResponse*, NSError*);
@@ -393,7 +407,6 @@ static void (^__strong& handlerOf(Object* object))(Object*) {
             _completion(nil, nil, [NSError errorWithDomain:NSURLErrorDomain code:NSURLErrorCancelled userInfo:nil]);
         else
             _completion(_data, response, nil);
-        _completion = nil;
     }
 }
 @end

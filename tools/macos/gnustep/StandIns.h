@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "gnustep/Toolkit.h"
+#include "platform/macos/MacWindows.h"
+
 #import <ServiceManagement/ServiceManagement.h>
 
 @class SPUUpdater;
@@ -39,11 +42,11 @@ extern bool isMotionReduced;
 extern bool isDark;
 extern NSStatusItem* __unsafe_unretained _Nullable statusItem;
 extern NSPopover* __unsafe_unretained _Nullable popover;
-/// What was set last on an object that GNUstep has no such property for. An image has its "symbol".
+/// Returns and forgets what was set on an object that GNUstep has no such property for. An image has its "symbol".
 [[nodiscard]] std::string noted(id _Nullable object, const std::string& property);
 void note(id _Nullable object, const std::string& property, const std::string& value);
-/// Returns what the monitors of this application's events leave of an event.
-[[nodiscard]] NSEvent* _Nullable throughMonitors(NSEvent* _Nonnull event);
+/// The user presses a key in this application; whether a monitor keeps the event to itself.
+[[nodiscard]] bool isSwallowed(NSString* _Nonnull text, unsigned short keyCode, NSUInteger flags);
 /// The user presses a button of the mouse in another application; false when no monitor wants to know.
 bool pressElsewhere(NSEventType type);
 /// The user presses a hotkey; false when nobody has registered it.
@@ -51,6 +54,26 @@ bool pressHotkey(std::uint32_t keyCode, std::uint32_t modifiers);
 /// The user opens the program again; false when nobody handles that.
 bool reopen();
 extern SMAppServiceStatus loginItemStatus;
+
+/// A view of the toolkit without the toolkit. It tells when it is shown, hidden and gone.
+class Content : public HostedView {
+public:
+    explicit Content(std::vector<std::string>& told) : told_(told) {}
+    ~Content() override { told_.push_back("gone"); }
+    [[nodiscard]] void* _Nonnull nativeView() override { return (__bridge void*)view; }
+    [[nodiscard]] Size size() const override { return wanted; }
+    [[nodiscard]] Signal<>& sizeChanged() override { return changed; }
+    void setCancel(std::function<void()> newCancel) override { cancel = std::move(newCancel); }
+    void setShown(bool isShown) override { told_.push_back(isShown ? "shown" : "hidden"); }
+
+    NSView* const _Nonnull view = (__bridge_transfer NSView*)makeQtView(nullptr);
+    Size wanted{200, 100};
+    Signal<> changed;
+    std::function<void()> cancel;
+
+private:
+    std::vector<std::string>& told_;
+};
 
 // ---- what is dragged
 
@@ -67,6 +90,7 @@ struct Drag {
     NSRect frame;
     NSImage* _Nullable contents;
     NSUInteger count;
+    NSPasteboard* _Nonnull board;
 };
 /// The last drag that began here.
 extern std::optional<Drag> begunDrag;

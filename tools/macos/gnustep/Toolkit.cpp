@@ -3,7 +3,9 @@
 #include "gnustep/Toolkit.h"
 
 #include <QApplication>
+#include <QFileOpenEvent>
 #include <QImage>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QTimer>
 #include <QWidget>
@@ -89,6 +91,21 @@ WId QWidget::winId() const {
                          [widget] { stowpocket::standIn::releaseQtView(views.extract(widget).mapped()); });
     }
     return reinterpret_cast<WId>(place->second);
+}
+
+void stowpocket::standIn::openFiles(const std::vector<std::string>& paths) {
+    for (const std::string& path : paths) {
+        QFileOpenEvent event(QString::fromStdString(path));
+        QCoreApplication::sendEvent(qApp, &event);
+    }
+}
+
+void stowpocket::standIn::pressEscape() {
+    for (QWidget* const window : QApplication::topLevelWidgets()) {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        if (window->isVisible())
+            QCoreApplication::sendEvent(window, &event);
+    }
 }
 
 int stowpocketMain(int argc, char** argv);

@@ -9,6 +9,8 @@
 #include "CoreGraphics/CoreGraphics.h"
 
 #include <functional>
+#include <string>
+#include <vector>
 
 namespace stowpocket::standIn {
 
@@ -26,6 +28,10 @@ void releaseQtView(void* view);
 extern std::function<void()> otherLoop;
 /// Asks the toolkit instead when the application is told to terminate, as the toolkit's own delegate does.
 void terminateThrough(std::function<void()> quit);
+/// The user opens files with the program.
+void openFiles(const std::vector<std::string>& paths);
+/// The user presses a key in the toolkit's view that has the keyboard.
+void pressEscape();
 /// Runs the program's own main(), and `user` as soon as its main loop runs. Returns what main() does.
 [[nodiscard]] int runProgram(const std::function<void()>& user);
 

@@ -19,7 +19,8 @@ SMAppServiceStatus loginItemStatus = SMAppServiceStatusNotRegistered;
 static std::map<std::pair<const void*, std::string>, std::string> notes;
 
 std::string noted(id object, const std::string& property) {
-    return notes[{(__bridge void*)object, property}];
+    const auto note = notes.extract({(__bridge void*)object, property});
+    return note ? note.mapped() : "";
 }
 void note(id object, const std::string& property, const std::string& value) {
     notes[{(__bridge void*)object, property}] = value;
@@ -225,12 +226,22 @@ static NSMutableArray<StandInMonitor*>* monitors() {
 
 namespace stowpocket::standIn {
 
-NSEvent* throughMonitors(NSEvent* event) {
+bool isSwallowed(NSString* text, unsigned short keyCode, NSUInteger flags) {
+    NSEvent* event = [NSEvent keyEventWithType:NSKeyDown
+                                      location:NSZeroPoint
+                                 modifierFlags:flags
+                                     timestamp:0
+                                  windowNumber:0
+                                       context:nil
+                                    characters:text
+                   charactersIgnoringModifiers:text
+                                     isARepeat:NO
+                                       keyCode:keyCode];
     for (StandInMonitor* monitor in [monitors() copy]) {
-        if (event != nil && monitor->local != nil && (monitor->mask & NSEventMaskFromType(event.type)) != 0)
+        if (event != nil && monitor->local != nil && (monitor->mask & NSKeyDownMask) != 0)
             event = monitor->local(event);
     }
-    return event;
+    return event == nil;
 }
 
 bool pressElsewhere(NSEventType type) {
