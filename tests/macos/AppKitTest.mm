@@ -159,6 +159,20 @@ TEST(DesktopSystemTest, answersAboutTheSystem) {
     }
 }
 
+TEST(DesktopFileOpenerTest, showsFilesToTheUser) {
+    @autoreleasepool {
+        const auto item = makeMacStatusBar()->makeStatusItem();
+        standIn::keyWindow = standIn::statusItem.button.window;
+        const auto opener = makeMacFileOpener();
+        const std::vector<FileURL> files{*FileURL::fromPath("/a"), *FileURL::fromPath("/b")};
+        static_cast<void>(standIn::takeCalls());
+        opener->showInFolder(files);
+        opener->preview(files[1]);
+        EXPECT_EQ(standIn::takeCalls(), (Texts{"select a", "select b", "preview b"}));
+        standIn::keyWindow = nil;
+    }
+}
+
 struct KeptPixels : ImageContent {
     explicit KeptPixels(Pixels newPixels) : pixels(std::move(newPixels)) {}
     const Pixels pixels;

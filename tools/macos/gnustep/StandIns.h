@@ -40,6 +40,7 @@ void onAnotherThread(void (^_Nonnull work)(void));
 
 extern bool isMotionReduced;
 extern bool isDark;
+extern NSWindow* __unsafe_unretained _Nullable keyWindow;
 extern NSStatusItem* __unsafe_unretained _Nullable statusItem;
 extern NSPopover* __unsafe_unretained _Nullable popover;
 /// Returns and forgets what was set on an object that GNUstep has no such property for. An image has its "symbol".

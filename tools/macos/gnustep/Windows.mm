@@ -12,6 +12,7 @@ namespace stowpocket::standIn {
 
 bool isMotionReduced = false;
 bool isDark = false;
+NSWindow* __unsafe_unretained keyWindow;
 NSStatusItem* __unsafe_unretained statusItem;
 NSPopover* __unsafe_unretained popover;
 SMAppServiceStatus loginItemStatus = SMAppServiceStatusNotRegistered;
@@ -29,6 +30,9 @@ void note(id object, const std::string& property, const std::string& value) {
 }  // namespace stowpocket::standIn
 
 using namespace stowpocket;
+
+@interface NSApplication (StandIn)
+@end
 
 static NSWindow* plainWindow(NSRect frame) {
     NSWindow* const window = [[NSWindow alloc] initWithContentRect:frame
@@ -56,6 +60,14 @@ static NSWindow* plainWindow(NSRect frame) {
 }
 - (void)setStyleMask:(NSUInteger)mask {
     standIn::note(self, "styleMask", std::to_string(mask));
+}
+@end
+
+/// GNUstep's own is that of the window manager, which knows nothing of this process without its main loop.
+#pragma clang diagnostic ignored "-Wobjc-protocol-method-implementation"
+@implementation NSApplication (StandIn)
+- (NSWindow*)keyWindow {
+    return standIn::keyWindow;
 }
 @end
 
