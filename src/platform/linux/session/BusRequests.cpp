@@ -65,7 +65,7 @@ void BusRequests::takeTurns() {
         const auto sender = next++;
         if (!sender->second.isOwner)
             continue;
-        const QDBusMessage request = std::move(sender->second.requests.front());
+        const QDBusMessage request = sender->second.requests.front();
         sender->second.requests.pop_front();
         if (sender->second.requests.empty())
             senders_.erase(sender);
