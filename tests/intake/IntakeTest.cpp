@@ -156,6 +156,23 @@ TEST_F(StatusItemDropTest, eachReceiverIsWaitedForOnceHoweverManyFilesItBrings) 
     EXPECT_EQ(drops[0].size(), 2u);
 }
 
+TEST_F(StatusItemDropTest, aReceiverThatBringsAllAtOnceStandsForNoOther) {
+    struct Hasty : FakePromiseReceiver {
+        void receivePromisedFiles(const FileURL& folder, Reader newReader) override {
+            newReader(folder.appending("one"));
+            newReader(folder.appending("two"));
+        }
+    };
+    const auto slow = std::make_shared<FakePromiseReceiver>();
+    pasteboard.receivers = {std::make_shared<Hasty>(), slow};
+    EXPECT_TRUE(view().performDragOperation(pasteboard));
+    dispatch.runAll();
+    EXPECT_TRUE(drops.empty());
+    slow->arrive("three");
+    dispatch.runAll();
+    EXPECT_EQ(drops.at(0).size(), 3u);
+}
+
 TEST_F(StatusItemDropTest, promisesGiveWayToPlainFilesAndMayComeToNothing) {
     const auto receiver = std::make_shared<FakePromiseReceiver>();
     pasteboard.receivers = {receiver};

@@ -136,15 +136,5 @@ TEST(QtImageContent, isNearlyTheSameWhenPackedAndMuchSmaller) {
     }
 }
 
-TEST(QtImageContent, keepsTransparencyAndLeavesOutTexts) {
-    QImage original = irregular(QImage::Format_ARGB32_Premultiplied);
-    original.setText(QStringLiteral("Thumb::URI"), QString(2000, QLatin1Char('x')));
-    const Image packed{QtImageContent(original).packed(), Size{48, 36}};
-    const QImage unpacked = qtImage(packed);
-    EXPECT_EQ(unpacked.convertToFormat(original.format()), original);
-    EXPECT_EQ(unpacked.textKeys(), QStringList());
-    EXPECT_EQ(QtImageContent(QImage()).packed(), nullptr);
-}
-
 }  // namespace
 }  // namespace stowpocket

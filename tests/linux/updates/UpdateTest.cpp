@@ -69,12 +69,16 @@ protected:
     [[nodiscard]] bool reaches(UpdateState state) {
         return comesTrue([&] { return updater->status().state == state; });
     }
-    /// How the update ends that the user has asked for.
-    std::optional<UpdateFailure> update() {
+    /// Starts version 1 and has the version that is offered installed.
+    void install() {
         start("1");
         updater->checkForUpdates();
         EXPECT_TRUE(reaches(UpdateState::offered));
         window.choices.emit(UpdateChoice::install);
+    }
+    /// How the update ends that the user has asked for.
+    std::optional<UpdateFailure> update() {
+        install();
         EXPECT_TRUE(comesTrue([this] {
             return updater->status().state == UpdateState::installed ||
                    updater->status().state == UpdateState::failed;
@@ -227,10 +231,7 @@ TEST_F(UpdateTest, cancellingEndsTheTransferAndLeavesNothing) {
                  "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(executable.size() + 2) + "\r\n\r\n" +
                      executable.substr(0, executable.size() / 2),
                  Afterwards::wait);
-    start("1");
-    updater->checkForUpdates();
-    ASSERT_TRUE(reaches(UpdateState::offered));
-    window.choices.emit(UpdateChoice::install);
+    install();
     ASSERT_TRUE(comesTrue([this] { return updater->status().received > 0; }));
     EXPECT_EQ(files().size(), 2u);
     window.choices.emit(UpdateChoice::cancel);
