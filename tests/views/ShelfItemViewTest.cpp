@@ -132,18 +132,23 @@ TEST_F(ShelfItemViewTest, clicksSelectAndADragCarriesTheSelection) {
     EXPECT_EQ(selected(), "") << "the shelf opens without a selection";
 }
 
-TEST_F(ShelfItemViewTest, theMenuOpensByButtonKeyFingerAndScreenReader) {
+TEST_F(ShelfItemViewTest, theMenuOpensByFingerButtonAndScreenReader) {
     addFiles(2);
     open();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&host)) << "a program that becomes active closes its menus";
     QGuiApplication::styleHints()->setMousePressAndHoldInterval(1);
     const std::unique_ptr<QPointingDevice> touched(QTest::createTouchDevice());
     const QPoint point(40, 30);
     const std::function<void()> ways[] = {
         [&] {
+            QMouseEvent event(QEvent::MouseButtonPress, point, tile().mapToGlobal(point), Qt::LeftButton,
+                              Qt::LeftButton, {}, touched.get());
+            QApplication::sendEvent(&tile(), &event);
+        },
+        [&] {
             QContextMenuEvent event(QContextMenuEvent::Mouse, point, tile().mapToGlobal(point));
             QApplication::sendEvent(&tile(), &event);
         },
-        [&] { QTest::touchEvent(&tile(), touched.get()).press(0, point, &tile()); },
         [&] {
             QAccessibleActionInterface& actions = *QAccessible::queryAccessibleInterface(&tile())->actionInterface();
             actions.doAction(QAccessibleActionInterface::showMenuAction());
@@ -154,8 +159,7 @@ TEST_F(ShelfItemViewTest, theMenuOpensByButtonKeyFingerAndScreenReader) {
         ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() != nullptr; }));
         QApplication::activePopupWidget()->close();
     }
-    QTest::touchEvent(&tile(), touched.get()).release(0, point, &tile());
-    ways[0]();
+    ways[1]();
     auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     EXPECT_EQ(menu->actions().first()->text(), QLatin1String("Open"));
     menu->actions().last()->trigger();
