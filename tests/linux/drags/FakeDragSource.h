@@ -29,7 +29,7 @@ public:
     void offer(const std::string& format, std::string bytes, Manner manner = Manner::atOnce) {
         offers_[session_->atom(format)] = {std::move(bytes), manner};
     }
-    /// Drags all that over a window and lets go there.
+    /// Drags all that over a window and lets go there. Says at the end that it left, as wlroots does.
     void drop(xcb_window_t target) {
         std::vector<xcb_atom_t> types;
         for (const auto& [format, offer] : offers_)
@@ -40,6 +40,7 @@ public:
         const xcb_timestamp_t now = session_->serverTime();
         send(target, "XdndPosition", {window_, 0, 0, now, session_->atom("XdndActionCopy")});
         send(target, "XdndDrop", {window_, 0, now, 0, 0});
+        send(target, "XdndLeave", {window_});
     }
     /// Whether the drop was taken, once that is known.
     [[nodiscard]] std::optional<bool> wasTaken() const { return wasTaken_; }

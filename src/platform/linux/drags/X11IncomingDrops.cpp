@@ -52,6 +52,9 @@ bool X11IncomingDrops::handleEvent(const xcb_generic_event_t& event) {
         return false;
     if (said->type == connection_.atom(X11Atom::dragEnter))
         handleEnter(*said);
+    // Compositors made with wlroots tell of the end of a drag after its drop. What has been dropped stays.
+    if (said->type == connection_.atom(X11Atom::dragLeave))
+        return state_ != State::idle;
     return said->type == connection_.atom(X11Atom::dragDrop) && handleDrop(*said);
 }
 

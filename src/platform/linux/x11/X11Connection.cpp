@@ -33,6 +33,7 @@ constexpr std::array<std::string_view, atomCount> x11AtomNames{
     "_XSETTINGS_SETTINGS",
     "XdndSelection",
     "XdndEnter",
+    "XdndLeave",
     "XdndDrop",
     "XdndTypeList",
     "XdndDirectSave0",

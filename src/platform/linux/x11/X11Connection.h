@@ -48,6 +48,7 @@ enum class X11Atom : std::size_t {
     settings,
     dragSelection,
     dragEnter,
+    dragLeave,
     dragDrop,
     dragTypeList,
     directSave,
