@@ -21,9 +21,10 @@ class DesktopTest(unittest.TestCase):
     desktop_type = PrivateDesktop
 
     def setUp(self):
-        logs = PROJECT / "build/desktop" / self.id().removeprefix("__main__.")
+        logs = PROJECT / "build/desktop" / self.id()
         self.addCleanup(self.check_log, logs / "stowpocket.log")
         self.desktop = self.enterContext(self.desktop_type(logs))
+        self.x = self.desktop.x
 
     def check_log(self, log):
         """What the program says itself is meant to be read; whatever Qt says there is a fault of the program."""
@@ -37,9 +38,15 @@ class DesktopTest(unittest.TestCase):
         self.stowpocket = Stowpocket(self.desktop, *files, icon=STATUS_ITEM if panel else POCKET)
         return self.stowpocket
 
+    def stage(self, panel, count):
+        """The same, with so many files on the shelf."""
+        self.files = self.desktop.files("papers", count)
+        self.start(panel, *self.files).wait_for_files([file.name for file in self.files])
+        return self.stowpocket
+
     def offer(self, panel, file_manager, count):
         """The same, with so many files in the file manager in front."""
-        self.folder = self.desktop.folder("papers", count)
-        self.names = sorted(file.name for file in self.folder.iterdir())
+        self.names = [file.name for file in self.desktop.files("papers", count)]
+        self.folder = self.desktop.home / "papers"
         stowpocket = self.start(panel)
         return stowpocket, file_manager(self.desktop, self.folder, LEFT)

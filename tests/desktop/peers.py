@@ -1,5 +1,7 @@
 # SPDX-License-Identifier: MIT
-"""The programs that share the desktop with ours: panels that show tray icons, and file managers."""
+"""The programs that share the desktop with ours: panels that show tray icons, file managers and an archive."""
+import zipfile
+
 from drag import Drag
 from x_display import Rect, wait_for
 
@@ -146,3 +148,20 @@ class PcmanfmQt(FileManager):
     def confirm_drop(self):
         menu = self.x.rect(wait_for(lambda: self.x.find("pcmanfm-qt"), "the menu of the drop"))
         self.x.click(menu.x + menu.width // 2, menu.y + 12)
+
+
+class Archive:
+    """A window on an archive, from which files can be dragged; they are unpacked only where they are dropped."""
+
+    def __init__(self, desktop, *names):
+        self.x = desktop.x
+        archive = desktop.home / "papers.zip"
+        with zipfile.ZipFile(archive, "w") as packed:
+            for name in names:
+                packed.writestr(name, f"content of {name}")
+        desktop.start("file-roller", str(archive))
+        self.program = desktop.tree.program("file-roller")
+
+    def drag(self, name):
+        cell = wait_for(lambda: self.program.find(name, "table cell"), f"{name} in the archive")
+        return Drag(self.x, cell.centre())

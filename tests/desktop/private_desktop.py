@@ -136,6 +136,10 @@ class PrivateDesktop:
             (made / f"file {number:02}.txt").write_text(f"{name} {number}\n" * number)
         return made
 
+    def files(self, name, count):
+        """The files of such a folder, by name."""
+        return sorted(self.folder(name, count).iterdir())
+
     def picture(self, name):
         self.x.picture().save(self.logs / f"{name}.png")
 
@@ -154,9 +158,9 @@ class PrivateDesktop:
         for process in self.started[::-1]:
             if process is not self.server:
                 self.end(process)
-        self.end_orphans({process.pid for process in self.started})
         if hasattr(self, "x"):
             self.x.close()
+        self.end_orphans({process.pid for process in self.started})
         for process in self.started[:]:
             self.end(process)  # the server, last of all
 

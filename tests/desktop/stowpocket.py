@@ -72,10 +72,16 @@ class Stowpocket:
         """The window of the open popover, or nothing."""
         return self.x.find("stowpocket shelf")
 
+    def wait_open(self):
+        return wait_for(self.popover, "the popover")
+
+    def wait_closed(self):
+        wait_for(lambda: not self.popover(), "the popover to close")
+
     def open_popover(self):
         if not self.popover():
             self.x.click(*self.icon())
-        return wait_for(self.popover, "the popover")
+        return self.wait_open()
 
     def open_settings(self):
         self.open_popover()

@@ -3,58 +3,48 @@
 import json
 import os
 import re
-import unittest
 
 from case import DesktopTest
 from stowpocket import PROJECT
 from terminal import run
 from x_display import wait_for
 
-NOT_RUNNING = "stowpocket: stowpocket is not running\n"
+NOT_RUNNING = 3, "", "stowpocket: stowpocket is not running\n"
 GONE = "stowpocket: gone: no such file, or it may not be looked at\n"
 
 
 class CommandLine(DesktopTest):
     def setUp(self):
         super().setUp()
-        self.first, self.second = sorted(self.desktop.folder("my papers", 2).iterdir())
-        self.broken = self.desktop.home / os.fsdecode(b"caf\xe9")
-        self.broken.mkdir()
+        self.first, self.second = self.desktop.files("my papers", 2)
 
     def command(self, *arguments):
         return run(self.desktop, self.stowpocket.program, *arguments)
 
     def check(self, *rows):
-        for arguments, expected in rows:
+        for arguments, *expected in rows:
             with self.subTest(arguments):
-                self.assertEqual(self.command(*arguments), expected)
-
-    def listed(self):
-        return json.loads(self.command("list", "--json").out)
+                self.assertEqual(self.command(*arguments), tuple(expected))
 
     def test_files_come_and_go(self):
         self.start("trayer")
+        broken = self.desktop.folder(os.fsdecode(b"caf\xe9"))
         printed = f"$'{self.desktop.home}/caf\\xe9'"
-        paths = f"{self.second}\n{self.first}\n{self.first.parent}\n{printed}\n"
-        self.check(
-            (["add", self.second, "my papers/../my papers/./file 01.txt"],
-             (0, f"added: {self.second}\nadded: {self.first}\n", "")),
-            (["add", self.first.as_uri(), "gone", "my papers"],
-             (1, f"already on the shelf: {self.first}\nadded: {self.first.parent}\n", GONE)),
-            (["add", "--", self.broken, "file://elsewhere/file"],
-             (1, f"added: {printed}\n", "stowpocket: file://elsewhere/file: not a file of this machine\n")),
-            (["list"], (0, paths, "")))
-        listed = self.listed()
-        self.assertEqual([item["path"] for item in listed], [*paths.splitlines()[:3], None])
-        self.assertEqual([listed[1][key] for key in ("url", "available", "size")],
-                         [self.first.as_uri(), True, self.first.stat().st_size])
-        self.stowpocket.wait_for_files(["file 02.txt", "file 01.txt", "my papers", "caf\ufffd"])
-        self.check(
-            (["remove", listed[0]["id"], "my papers/file 01.txt", "gone"],
-             (1, f"removed: {listed[0]['id']}\nremoved: my papers/file 01.txt\n",
-              "stowpocket: gone: not on the shelf\n")),
-            (["clear"], (0, "", "")), (["list"], (0, "", "")), (["list", "--json"], (0, "[]\n", "")))
-        self.assertTrue(self.first.exists() and self.broken.exists())
+        self.check((["add", self.second, "my papers/../my papers/./file 01.txt"],
+                    0, f"added: {self.second}\nadded: {self.first}\n", ""),
+                   (["add", self.first.as_uri(), "gone", "--", broken, "file://elsewhere/file"],
+                    1, f"already on the shelf: {self.first}\nadded: {printed}\n",
+                    GONE + "stowpocket: file://elsewhere/file: not a file of this machine\n"),
+                   (["list"], 0, f"{self.second}\n{self.first}\n{printed}\n", ""))
+        self.stowpocket.wait_for_files(["file 02.txt", "file 01.txt", "caf\ufffd"])
+        listed = json.loads(self.command("list", "--json").out)
+        self.assertEqual([(item["path"], item["available"]) for item in listed],
+                         [(str(self.second), True), (str(self.first), True), (None, True)])
+        self.check((["remove", listed[0]["id"], "my papers/file 01.txt", "gone"],
+                    1, f"removed: {listed[0]['id']}\nremoved: my papers/file 01.txt\n",
+                    "stowpocket: gone: not on the shelf\n"),
+                   (["clear"], 0, "", ""), (["list"], 0, "", ""), (["list", "--json"], 0, "[]\n", ""))
+        self.assertTrue(self.first.exists() and broken.exists())
 
     def test_examples_of_the_man_page(self):
         """All of them in their order, with programs that write their words down in the places of others."""
@@ -77,31 +67,30 @@ class CommandLine(DesktopTest):
         staged = [f"{pictures}/{name}|" for name in (names[2], *names[:2])]
         opened, attached = ((self.desktop.home / f"{name}.words").read_text() for name in ("xdg-open", "xdg-email"))
         self.assertEqual((opened, attached), ("".join(staged), "".join("--attach|" + file for file in staged)))
-        self.assertEqual([item["path"] for item in self.listed()], [str(pictures / name) for name in names[:2]])
+        listed = json.loads(self.command("list", "--json").out)
+        self.assertEqual([item["path"] for item in listed], [str(pictures / name) for name in names[:2]])
 
     def test_verbs_open_and_close_the_shelf(self):
         shelf = self.start("xfce4-panel")
         self.desktop.environment["DESKTOP_STARTUP_ID"] = "launcher_TIME1"
-        for verb, opens in (("show", True), ("show", True), ("toggle", False), ("quick-drop", False), ("toggle", True),
-                            ("toggle", False)):
-            with self.subTest(verb):
-                self.assertEqual(self.command(verb), (0, "", ""))
-                wait_for(lambda: bool(shelf.popover()) == opens, f"{verb} to be obeyed")
+        for verb, opens in (("show", True), ("show", True), ("toggle", False), ("quick-drop", False), ("toggle", True)):
+            self.check(([verb], 0, "", ""))
+            wait_for(lambda: bool(shelf.popover()) == opens, f"{verb} to be obeyed")
             if verb == "show":
-                self.assertEqual(self.desktop.x.property(shelf.popover(), "_NET_STARTUP_ID"), b"launcher_TIME1")
-        many = sorted(self.desktop.folder("many", 21).iterdir())
+                self.assertEqual(self.x.property(shelf.popover(), "_NET_STARTUP_ID"), b"launcher_TIME1")
+        self.x.click(*shelf.icon())
+        shelf.wait_closed()
+        many = self.desktop.files("many", 21)
         answer = self.command("add", *many)
         self.assertEqual((answer.code, answer.err), (1, f"stowpocket: {many[20]}: not added, the shelf is full\n"))
-        wait_for(shelf.popover, "the popover to say so")
+        shelf.wait_open()  # to say so
 
-    def test_second_start_hands_its_files_over(self):
+    def test_second_start_hands_its_files_over_or_opens_the_shelf(self):
         shelf = self.start("trayer")
-        self.check(([self.second, "my papers/file 01.txt"], (0, f"added: {self.second}\nadded: {self.first}\n", "")))
+        self.check(([], 0, "", ""))
+        shelf.wait_open()
+        self.check(([self.second, "my papers/file 01.txt"], 0, f"added: {self.second}\nadded: {self.first}\n", ""))
         shelf.tile("file 01.txt")
-        self.desktop.x.click(*shelf.icon())
-        wait_for(lambda: not shelf.popover(), "the popover to close")
-        self.check(([], (0, "", "")))
-        wait_for(shelf.popover, "the popover")
         self.assertEqual([program.name for program in self.desktop.tree.programs()].count("stowpocket"), 1)
         self.assertIsNone(shelf.process.poll())
 
@@ -109,38 +98,24 @@ class CommandLine(DesktopTest):
         shelf = self.start("trayer")
         shelf.end()
         self.assertRegex(self.command("--version").out, r"^stowpocket \d+\.\d+\.\d+\n$")
-        self.assertIn("Usage: stowpocket [FILES...]", self.command("list", "--help").out)
-        hint = "Try 'stowpocket --help' for more information.\n"
-        self.check(
-            *[(verb, (3, "", NOT_RUNNING)) for verb in (["list"], ["list", "--json"], ["remove", "file"], ["clear"])],
-            (["add"], (2, "", f"stowpocket: add: which files?\n{hint}")),
-            (["show", "file"], (2, "", f"stowpocket: show: takes no files\n{hint}")),
-            (["lst"], (2, "", f"stowpocket: lst is neither a verb nor a file; the nearest verb is list\n{hint}")),
-            (["add", "gone"], (1, "", GONE)), (["list"], (3, "", NOT_RUNNING)),
-            (["add", self.first], (0, f"added: {self.first}\n", "")), (["list"], (0, f"{self.first}\n", "")))
+        self.check((["clear"], *NOT_RUNNING), (["add", "gone"], 1, "", GONE), (["list"], *NOT_RUNNING),
+                   (["lst"], 2, "", "stowpocket: lst is neither a verb nor a file; the nearest verb is list\n"
+                    "Try 'stowpocket --help' for more information.\n"),
+                   (["add", self.first], 0, f"added: {self.first}\n", ""), (["list"], 0, f"{self.first}\n", ""))
         shelf.icon()
 
     def test_starts_at_the_same_moment_make_one_program(self):
         shelf = self.start("trayer")
         shelf.end()
-        files = sorted(self.desktop.folder("many", 4).iterdir())
+        files = self.desktop.files("many", 4)
         starts = [self.desktop.start("env", shelf.program, str(file)) for file in files]  # with a log of their own
         wait_for(lambda: [start.poll() for start in starts].count(0) == 3, "three of them to hand their files over")
         self.assertEqual(sorted(self.command("list").out.splitlines()), [str(file) for file in files])
 
-    def test_program_that_cannot_be_started(self):
+    def test_where_the_program_cannot_be_started_or_reached(self):
         self.start("trayer").end()
         self.desktop.environment["QT_QPA_PLATFORM"] = "none"
-        self.check((["add", self.first], (3, "", "stowpocket: stowpocket is not running and could not be started\n")))
-
-    def test_without_a_session_bus(self):
-        shelf = self.start("trayer")
-        shelf.end()
-        self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nowhere"
-        answer = 3, "", "stowpocket: there is no session bus to reach the program on\n"
-        self.check(*[([verb], answer) for verb in ("list", "show", "toggle")])
-        shelf.start()
-
-
-if __name__ == "__main__":
-    unittest.main()
+        self.check((["add", self.first], 3, "", "stowpocket: stowpocket is not running and could not be started\n"))
+        self.desktop.environment |= {"QT_QPA_PLATFORM": "", "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}
+        self.check((["toggle"], 3, "", "stowpocket: there is no session bus to reach the program on\n"))
+        self.stowpocket.start()

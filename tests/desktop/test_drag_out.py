@@ -1,7 +1,5 @@
 # SPDX-License-Identifier: MIT
 """Files dragged from the shelf to other programs."""
-import unittest
-
 from case import DesktopTest
 from drag import Drag
 from peers import RIGHT, PcmanfmQt, Thunar
@@ -11,21 +9,19 @@ from x_display import wait_for
 
 class DragOut(DesktopTest):
     def show_five(self, panel, file_manager):
-        source, self.target = self.desktop.folder("papers", 5), self.desktop.folder("desk")
-        self.files = sorted(source.iterdir())
-        self.start(panel, *self.files).open_popover()
+        self.target = self.desktop.folder("desk")
+        self.stage(panel, 5).open_popover()
         self.window = file_manager(self.desktop, self.target, RIGHT)
 
     def drop_in_window(self, drag, files):
         """Drops what is dragged in the window, which then has these files too, as has the shelf."""
         drag.hover(self.window.blank_place())
-        self.assertIsNone(self.desktop.x.find(POCKET), "what comes from the shelf is not for the shelf")
+        self.assertIsNone(self.x.find(POCKET), "what comes from the shelf is not for the shelf")
         drag.release()
         self.window.confirm_drop()
         for file in files:
-            copy = self.target / file.name
-            wait_for(lambda path=copy: path.exists(), f"the copy {copy}")
-            wait_for(lambda path=copy, of=file: path.read_bytes() == of.read_bytes(), f"the whole content of {copy}")
+            wait_for(lambda copy=self.target / file.name, of=file: copy.exists() and copy.read_bytes() == of.read_bytes(),
+                     f"the copy of {file.name} and all its content")
         self.assertTrue(all(file.exists() for file in self.files))
         self.assertEqual(self.stowpocket.filenames(), [file.name for file in self.files])
 
@@ -35,8 +31,8 @@ class DragOut(DesktopTest):
         self.assertEqual(len(list(self.target.iterdir())), 1)
         self.stowpocket.open_popover()
         for file in self.files[::2]:
-            with self.desktop.x.holding("Control_L"):
-                self.desktop.x.click(*self.stowpocket.tile(file.name).centre())
+            with self.x.holding("Control_L"):
+                self.x.click(*self.stowpocket.tile(file.name).centre())
             wait_for(lambda tile=self.stowpocket.tile(file.name): tile.is_selected(), f"{file.name} to be selected")
         self.drop_in_window(self.stowpocket.drag_tile("file 03.txt"), self.files[::2])
         self.assertEqual(len(list(self.target.iterdir())), 4)
@@ -44,9 +40,5 @@ class DragOut(DesktopTest):
     def test_pcmanfm_qt_gets_copies_of_everything(self):
         self.show_five("xfce4-panel", PcmanfmQt)
         self.stowpocket.placed("stowpocket shelf")
-        drag = Drag(self.desktop.x, self.stowpocket.wait_for_shown("5/20").centre())
+        drag = Drag(self.x, self.stowpocket.wait_for_shown("5/20").centre())
         self.drop_in_window(drag, self.files)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,10 +1,8 @@
 # SPDX-License-Identifier: MIT
-"""Files dragged from a file manager onto the shelf."""
-import unittest
-
+"""What is dragged onto the shelf from other programs."""
 from case import DesktopTest
 from drag import Drag
-from peers import PcmanfmQt, Thunar
+from peers import Archive, PcmanfmQt, Thunar
 from x_display import wait_for
 
 
@@ -21,8 +19,8 @@ class Drop(DesktopTest):
     def test_open_popover_takes_files(self):
         stowpocket, window = self.offer("trayer", Thunar, 3)
         start = window.select_all()  # before, as a click elsewhere closes the popover
-        middle = self.desktop.x.rect(stowpocket.open_popover()).centre()
-        Drag(self.desktop.x, start).drop(middle)
+        middle = self.x.rect(stowpocket.open_popover()).centre()
+        Drag(self.x, start).drop(middle)
         stowpocket.wait_for_files(self.names)
 
     def test_drag_that_only_passes_over_the_icon_adds_nothing(self):
@@ -33,6 +31,10 @@ class Drop(DesktopTest):
         stowpocket.wait_for_shown("0/20")
         self.assertEqual(stowpocket.filenames(), [])
 
-
-if __name__ == "__main__":
-    unittest.main()
+    def test_icon_takes_a_file_out_of_an_archive(self):
+        stowpocket = self.start("xfce4-panel")
+        stowpocket.take_drop(Archive(self.desktop, "letter.txt", "other.txt").drag("letter.txt"))
+        stowpocket.wait_for_files(["letter.txt"])
+        spool = self.desktop.home / "data/com.example.stowpocket/FilePromises"
+        self.assertEqual([file.read_text() for file in spool.rglob("*.txt")], ["content of letter.txt"])
+        self.assertEqual(spool.stat().st_mode & 0o777, 0o700)

@@ -3,67 +3,62 @@
 import os
 import shutil
 import signal
-import unittest
 
 from gi.repository import Gio
 
 from case import DesktopTest
 from peers import LEFT, RIGHT, PcmanfmQt, Thunar, start_panel
 from private_desktop import children_of
-from stowpocket import PROGRAM, Stowpocket
+from stowpocket import PROGRAM, STATUS_ITEM, Stowpocket
 from terminal import run
 from x_display import wait_for
 
 
 class Lifetime(DesktopTest):
     def test_shelf_outlives_the_program(self):
-        files = sorted(self.desktop.folder("papers", 3).iterdir())
-        stowpocket = self.start("xfce4-panel", *files)
-        stowpocket.wait_for_files([file.name for file in files])
+        stowpocket = self.stage("xfce4-panel", 3)
         saved = stowpocket.shelf()
-        for how in (signal.SIGTERM, signal.SIGKILL):
+        for how, status in ((signal.SIGTERM, 0), (signal.SIGKILL, -signal.SIGKILL)):
             with self.subTest(how):
-                self.assertEqual(stowpocket.end(how), 0 if how == signal.SIGTERM else -how)
+                self.assertEqual(stowpocket.end(how), status)
                 stowpocket.start()
                 stowpocket.open_popover()
-                for file in files:
+                for file in self.files:
                     self.assertNotIn("Missing", stowpocket.tile(file.name).name)
                 self.assertEqual(stowpocket.shelf(), saved)
 
     def test_damaged_settings_are_set_aside(self):
-        folder = self.desktop.home / "config/stowpocket"
-        folder.mkdir()
-        (folder / "preferences.plist").write_bytes(b"<?xml version='1.0'?><plist><dict><key>shelf")
-        file, = self.desktop.folder("papers", 1).iterdir()
-        stowpocket = self.start("trayer")
-        self.assertTrue(list(folder.glob("*.damaged-*")))
-        welcome = wait_for(lambda: self.desktop.x.find("Welcome to stowpocket"), "the first run's window")
-        wait_for(lambda: self.desktop.x.active_window() == welcome, "the first run's window to be active")
-        self.desktop.x.keys("Escape")
-        wait_for(lambda: not self.desktop.x.find("Welcome to stowpocket"), "the first run's window to go")
-        window = Thunar(self.desktop, file.parent, LEFT)
+        settings = self.desktop.home / "config/stowpocket/preferences.plist"
+        settings.parent.mkdir()
+        settings.write_bytes(b"<?xml version='1.0'?><plist><dict><key>shelf")
+        stowpocket, window = self.offer("trayer", Thunar, 1)
+        self.assertTrue(list(settings.parent.glob("*.damaged-*")))
+        welcome = wait_for(lambda: self.x.find("Welcome to stowpocket"), "the first run's window")
+        self.x.click(*self.x.rect(welcome).centre())
+        wait_for(lambda: self.x.active_window() == welcome, "the first run's window to be active")
+        self.x.keys("Escape")
+        wait_for(lambda: not self.x.find("Welcome to stowpocket"), "the first run's window to go")
         stowpocket.take_drop(window.drag_all())
-        stowpocket.wait_for_files([file.name])
+        stowpocket.wait_for_files(self.names)
 
     def test_icon_returns_with_the_panel(self):
-        window = PcmanfmQt(self.desktop, self.desktop.folder("papers", 1), LEFT)
-        stowpocket = self.start("xfce4-panel", *self.desktop.folder("staged", 2).iterdir())
-        stowpocket.wait_for_shown("Shelf with 2 items")
+        stowpocket = self.stage("xfce4-panel", 2)
+        window = PcmanfmQt(self.desktop, self.desktop.folder("more", 3), LEFT)
         self.desktop.end(self.panel, signal.SIGKILL)
-        wait_for(lambda: not self.desktop.x.find("stowpocket status item"), "the icon to go with the panel")
+        wait_for(lambda: not self.x.find(STATUS_ITEM), "the icon to go with the panel")
         start_panel(self.desktop, "trayer")
         stowpocket.icon()
         stowpocket.wait_for_shown("Shelf with 2 items")
         stowpocket.take_drop(window.drag_all())
-        stowpocket.wait_for_shown("Shelf with 3 items")
+        stowpocket.wait_for_shown("Shelf with 5 items")
 
     def test_start_leaves_the_focus_where_it_is(self):
         window = Thunar(self.desktop, self.desktop.folder("papers", 1), RIGHT)
         window.activate()
-        stowpocket = self.start("trayer")
-        stowpocket.x.keys("Control_L", "a")
+        self.start("trayer")
+        self.x.keys("Control_L", "a")
         wait_for(lambda: window.status.name.startswith('"file 01.txt"'), "the key to reach the file manager")
-        self.assertEqual(self.desktop.x.active_window(), window.window)
+        self.assertEqual(self.x.active_window(), window.window)
 
     def test_login_starts_the_program_wherever_it_lies(self):
         self.start("trayer").end()
@@ -78,7 +73,3 @@ class Lifetime(DesktopTest):
         wait_for(lambda: moved.program in (os.path.realpath(f"/proc/{each}/exe") for each in children_of(os.getpid())),
                  "the program to be started")
         moved.icon()
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,39 +1,37 @@
 # SPDX-License-Identifier: MIT
 """The place for drops that depends on no panel."""
 import signal
-import unittest
 
 from case import DesktopTest
 from drag import Drag
-from peers import LEFT, CopyingTray, PcmanfmQt, Thunar, start_panel
+from peers import CopyingTray, PcmanfmQt, Thunar, start_panel
 from stowpocket import POCKET, STATUS_ITEM
 from x_display import Rect, wait_for
 
 
 class Pocket(DesktopTest):
     def pocket(self):
-        return self.desktop.x.find(POCKET)
+        return self.x.find(POCKET)
 
     def wait_until_gone(self):
         wait_for(lambda: not self.pocket(), "the pocket to go")
 
     def drag_to_the_icon(self, panel, file_manager):
         """Begins a drag, over whose target the pocket then lies."""
-        x, stowpocket = self.desktop.x, self.start(panel)
-        window = file_manager(self.desktop, self.desktop.folder("papers", 1), LEFT)
+        stowpocket, window = self.offer(panel, file_manager, 1)
         self.wait_until_gone()
         drag = window.drag_all()
         pocket = wait_for(self.pocket, "the pocket")
-        self.assertEqual(x.rect(pocket), x.rect(x.find(STATUS_ITEM)))
+        self.assertEqual(self.x.rect(pocket), self.x.rect(self.x.find(STATUS_ITEM)))
         drag.hover(stowpocket.icon(), stowpocket.popover)
         return window, drag
 
     def test_goes_after_each_drag(self):
         window, drag = self.drag_to_the_icon("xfce4-panel", PcmanfmQt)
         drag.release()
-        self.stowpocket.wait_for_files(["file 01.txt"])
+        self.stowpocket.wait_for_files(self.names)
         self.wait_until_gone()
-        drag = Drag(self.desktop.x, window.first_icon())
+        drag = Drag(self.x, window.first_icon())
         wait_for(self.pocket, "the pocket once more")
         drag.leave()
         drag.release()
@@ -46,24 +44,21 @@ class Pocket(DesktopTest):
         self.wait_until_gone()
 
     def test_is_the_icon_until_a_tray_comes(self):
-        stowpocket, x = self.start(None), self.desktop.x
-        window = Thunar(self.desktop, self.desktop.folder("papers", 2), LEFT)
-        narrow = x.rect(self.pocket()).width
+        stowpocket, window = self.offer(None, Thunar, 2)
+        narrow = self.x.rect(self.pocket()).width
         stowpocket.take_drop(window.drag_all())
-        stowpocket.wait_for_files(["file 01.txt", "file 02.txt"])
-        wait_for(lambda: x.rect(self.pocket()).width > narrow, "room for the count")
-        x.click(*stowpocket.icon())
-        wait_for(lambda: not stowpocket.popover(), "the popover to close")
+        stowpocket.wait_for_files(self.names)
+        wait_for(lambda: self.x.rect(self.pocket()).width > narrow, "room for the count")
+        self.x.click(*stowpocket.icon())
+        stowpocket.wait_closed()
         start_panel(self.desktop, "xfce4-panel")
         self.wait_until_gone()
         stowpocket.icon_window = STATUS_ITEM
-        stowpocket.icon()
         stowpocket.wait_for_shown("Shelf with 2 items")
         stowpocket.open_popover()
 
     def test_item_in_a_panel_is_the_icon_where_the_tray_only_copies(self):
-        stowpocket, x = self.start(None), self.desktop.x
-        tray = CopyingTray(x)
+        stowpocket, x, tray = self.start(None), self.x, CopyingTray(self.x)
         tray.take_in(STATUS_ITEM)
         wait_for(lambda: not x.find(STATUS_ITEM), "the tray to be left")
         for _ in range(2):
@@ -75,17 +70,12 @@ class Pocket(DesktopTest):
             wait_for(lambda: (pixels := sorted(x.pixels(item)))[0] < 100 and pixels[len(pixels) // 3] > 200,
                      "the item in the panel")
             x.click(*item.centre())
-            popover = x.rect(wait_for(stowpocket.popover, "the popover"))
-            self.assertLess(popover.y, 60)
-            self.assertGreater(popover.x + popover.width, item.x)
+            popover = x.rect(stowpocket.wait_open())
+            self.assertTrue(popover.y < 60 and popover.x + popover.width > item.x, popover)
             x.click(*item.centre())
-            wait_for(lambda: not stowpocket.popover(), "the popover to close")
+            stowpocket.wait_closed()
             self.desktop.end(panel, signal.SIGKILL)
         tray.end()
         start_panel(self.desktop, "trayer")
         wait_for(lambda: x.find(STATUS_ITEM), "the icon in a tray that shows itself")
         self.wait_until_gone()
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: MIT
 """The popover and what can be done in it."""
 import time
-import unittest
 
 from case import DesktopTest
 from stowpocket import STATUS_ITEM
@@ -10,42 +9,32 @@ from x_display import wait_for
 
 
 class Popover(DesktopTest):
-    def start_with_files(self, panel, count):
-        self.files = sorted(self.desktop.folder("papers", count).iterdir())
-        stowpocket = self.start(panel, *self.files)
-        stowpocket.wait_for_files([file.name for file in self.files])
-        return stowpocket
-
     def click_opens_and_closes(self, panel):
-        stowpocket = self.start_with_files(panel, 1)
-        x = self.desktop.x
-        wait_for(lambda: x.contrast(x.rect(x.find(STATUS_ITEM))) > 150, "the icon to stand out from its panel")
+        stowpocket = self.stage(panel, 1)
+        wait_for(lambda: self.x.contrast(self.x.rect(self.x.find(STATUS_ITEM))) > 150,
+                 "the icon to stand out from its panel")
         for _ in range(2):
             stowpocket.open_popover()
             stowpocket.tile("file 01.txt")
-            self.desktop.x.click(*stowpocket.icon())
-            wait_for(lambda: not stowpocket.popover(), "the popover to close")
-
-    def test_click_on_the_icon_in_trayer_opens_and_closes(self):
-        self.click_opens_and_closes("trayer")
+            self.x.click(*stowpocket.icon())
+            stowpocket.wait_closed()
 
     def test_click_on_the_icon_in_xfce4_panel_opens_and_closes(self):
         self.desktop.environment["GTK_THEME"] = "Adwaita:dark"
         self.click_opens_and_closes("xfce4-panel")
 
-    def test_click_elsewhere_closes_after_a_moment(self):
-        stowpocket = self.start_with_files("trayer", 1)
+    def test_click_on_the_icon_in_trayer_opens_and_elsewhere_closes_after_a_moment(self):
+        self.click_opens_and_closes("trayer")
         terminal = Terminal(self.desktop)
         for number in (1, 3):
-            stowpocket.open_popover()
+            self.stowpocket.open_popover()
             clicked = time.monotonic()
-            self.desktop.x.click(*terminal.centre(), number)
-            wait_for(lambda: not stowpocket.popover(), "the popover to close")
+            self.x.click(*terminal.centre(), number)
+            self.stowpocket.wait_closed()
             self.assertGreater(time.monotonic() - clicked, 0.28)
 
     def test_follows_the_theme_of_a_desktop_that_comes_and_goes(self):
-        stowpocket, x = self.start_with_files("trayer", 1), self.desktop.x
-        place = x.rect(stowpocket.open_popover())
+        x, place = self.x, self.x.rect(self.stage("trayer", 1).open_popover())
 
         def wait_for_look(is_dark, what):
             wait_for(lambda: (sorted(x.pixels(place))[place.width * place.height] < 100) == is_dark, what)
@@ -59,7 +48,3 @@ class Popover(DesktopTest):
         settings.destroy()
         x.sync()
         wait_for_look(False, "the look without a theme")
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -2,7 +2,6 @@
 """What is selected in the file manager in front, added without a drag."""
 import signal
 import time
-import unittest
 
 from case import DesktopTest
 from clipboard import Clipboard
@@ -16,29 +15,32 @@ KEYS = "Alt_L", "Shift_L", "d"
 
 class QuickDrop(DesktopTest):
     def press_keys(self):
-        self.desktop.x.keys(*KEYS)
+        self.x.keys(*KEYS)
 
     def hold_keys(self, names):
         """Holds the keys until the files are there and the popover that shows them has the keyboard."""
-        with self.desktop.x.holding(*KEYS):
+        with self.x.holding(*KEYS):
             self.stowpocket.wait_for_files(names)
-            popover = wait_for(self.stowpocket.popover, "the popover")
-        wait_for(lambda: self.desktop.x.active_window() == popover, "the popover to be active")
+            popover = self.stowpocket.wait_open()
+        wait_for(lambda: self.x.active_window() == popover, "the popover to be active")
 
     def take(self, names):
         """The same, and closes the popover."""
         self.hold_keys(names)
-        self.desktop.x.keys("Escape")
-        wait_for(lambda: not self.stowpocket.popover(), "the popover to close")
+        self.x.keys("Escape")
+        self.stowpocket.wait_closed()
 
     def clear(self):
-        self.desktop.start(self.stowpocket.program, "clear")
-        self.stowpocket.wait_for_files([])
+        run(self.desktop, self.stowpocket.program, "clear")
 
     def take_first_again(self, window):
         self.clear()
         window.select_first()
         self.take(self.names[:1])
+
+    def next_begins(self, clipboard):
+        """Presses the keys until they have an effect: until a quick drop has ended no other begins."""
+        wait_for(lambda: clipboard.was_read(times=2) or self.press_keys(), "the next quick drop to begin")
 
     def check_three_and_one(self, panel, file_manager):
         _, window = self.offer(panel, file_manager, 3)
@@ -55,10 +57,10 @@ class QuickDrop(DesktopTest):
     def check_marked_text_is_no_selection(self, window, clipboard, *keys):
         """Text is copied with the same keys as files."""
         window.activate()
-        self.desktop.x.keys(*keys)
+        self.x.keys(*keys)
         wait_for(window.is_text_edited, f"{keys} to have text edited")
         clipboard.fill()
-        with self.desktop.x.holding(*KEYS):
+        with self.x.holding(*KEYS):
             wait_for(lambda: not clipboard.is_held() and clipboard.text() == "precious",
                      "the text to be copied and the clipboard to be as before")
         self.assertEqual((self.stowpocket.filenames(), self.stowpocket.popover()), (self.names[:1], None))
@@ -66,8 +68,8 @@ class QuickDrop(DesktopTest):
     def test_files_of_thunar(self):
         window, clipboard = self.check_three_and_one("trayer", Thunar)
         self.check_marked_text_is_no_selection(window, clipboard, "F2")
-        self.desktop.x.keys("a")
-        self.desktop.x.keys("Return")
+        self.x.keys("a")
+        self.x.keys("Return")
         wait_for((self.folder / "a.txt").exists, "the name that was edited all the time")
 
     def test_files_of_pcmanfm_qt(self):
@@ -81,7 +83,7 @@ class QuickDrop(DesktopTest):
         _, window = self.offer("xfce4-panel", Thunar, 1)
         window.select_all()
         run(self.desktop, "setxkbmap", "us,us", "-variant", ",dvorak", "-option", "grp:caps_toggle")
-        self.desktop.x.keys("Caps_Lock")
+        self.x.keys("Caps_Lock")
         self.take(self.names)
 
     def test_clipboard_that_cannot_be_saved_keeps_the_files_and_one_that_nobody_holds_stays_so(self):
@@ -89,7 +91,8 @@ class QuickDrop(DesktopTest):
         clipboard = Clipboard(self.desktop, "precious")
         window.select_all()
         clipboard.process.send_signal(signal.SIGSTOP)
-        self.take(self.names)
+        self.assertEqual(run(self.desktop, self.stowpocket.program, "quick-drop"), (0, "", ""))
+        self.stowpocket.wait_for_files(self.names)
         clipboard.process.send_signal(signal.SIGCONT)
         self.assertIn(self.names[0], clipboard.text())
         clipboard.fill()
@@ -98,40 +101,25 @@ class QuickDrop(DesktopTest):
         self.take_first_again(window)
         self.assertEqual(clipboard.owner(), 0)
 
-    def test_one_file_of_thunar_by_command(self):
-        _, window = self.offer("trayer", Thunar, 1)
-        window.select_all()
-        self.assertEqual(run(self.desktop, self.stowpocket.program, "quick-drop"), (0, "", ""))
-        self.stowpocket.wait_for_files(self.names)
-
     def test_file_manager_that_is_busy_is_waited_for(self):
         _, window = self.offer("trayer", Thunar, 2)
         clipboard = Clipboard(self.desktop, "precious")
         window.select_all()
         window.process.send_signal(signal.SIGSTOP)
         pressed = time.monotonic()
-        self.press_keys()
-        # Until a quick drop has ended no other begins.
-        wait_for(lambda: clipboard.was_read(times=2) or self.press_keys(), "the next quick drop to begin")
+        self.next_begins(clipboard)
         self.assertGreater(time.monotonic() - pressed, 2, "one that is not busy gets less than a second")
         window.process.send_signal(signal.SIGCONT)
         self.stowpocket.wait_for_files(self.names)
 
     def test_nothing_selected_adds_nothing_that_was_copied_before(self):
-        old, = self.desktop.folder("old", 1).iterdir()
+        old, = self.desktop.files("old", 1)
         stowpocket, window = self.offer("trayer", Thunar, 2)
         clipboard = Clipboard(self.desktop, old.as_uri(), "text/uri-list")
         window.activate()
-        self.press_keys()
-        wait_for(clipboard.was_read, "the quick drop to begin")
-        # It waits a while for files that do not come. Until it has ended no other begins.
-        wait_for(lambda: clipboard.was_read(times=2) or self.press_keys(), "the next quick drop to begin")
+        self.next_begins(clipboard)  # after a while, as files that do not come are waited for
         self.assertEqual((stowpocket.filenames(), stowpocket.popover()), ([], None))
         window.select_all()
         wait_for(lambda: stowpocket.filenames() or self.press_keys(), "the files that are selected now")
         self.assertEqual(stowpocket.filenames(), self.names)
         wait_for(lambda: clipboard.text() == old.as_uri(), "the clipboard to be as before")
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -11,7 +11,6 @@ import signal
 import struct
 import subprocess
 import threading
-import unittest
 from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
 from pathlib import Path
 
@@ -202,7 +201,3 @@ class Updates(DesktopTest):
         self.publish("0.2.0")
         self.install()
         self.refuse("The new version did not start or did not keep running")
-
-
-if __name__ == "__main__":
-    unittest.main()

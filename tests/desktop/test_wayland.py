@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: MIT
 """The program in a Wayland session, among windows that are no X11 windows."""
 import signal
-import unittest
 
 from case import DesktopTest
 from drag import Drag
@@ -51,7 +50,3 @@ class Kwin(DesktopTest):
         drag.over(stowpocket.icon(), stowpocket.popover, "the shelf to open")
         drag.release()
         stowpocket.wait_for_files(["file 01.txt", "file 02.txt"])
-
-
-if __name__ == "__main__":
-    unittest.main()
