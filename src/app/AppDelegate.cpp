@@ -16,6 +16,9 @@ using namespace std::chrono_literals;
 constexpr auto missingItemsInterval = 5s;
 /// Long enough for a click elsewhere to turn out to be the start of a drag.
 constexpr auto closeDelay = 300ms;
+/// Desktops let a program see the clipboard some time after they gave it the keyboard.
+constexpr auto clipboardLookInterval = 200ms;
+constexpr int clipboardLooks = 5;
 
 constexpr std::uint32_t leftButton = 1;
 
@@ -65,6 +68,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 
 void AppDelegate::applicationWillTerminate() {
     pendingCloseWork_.reset();
+    nextClipboardLook_.reset();
     missingItemsTimer_.reset();
     globalClickMonitor_.reset();
 }
@@ -206,6 +210,8 @@ void AppDelegate::bringUpPopover() {
 
 void AppDelegate::closePopover() {
     pendingCloseWork_.reset();
+    nextClipboardLook_.reset();
+    forgetCopyFirst();
     popover_->performClose();
     globalClickMonitor_.reset();
 }
@@ -233,6 +239,12 @@ void AppDelegate::dragEntered() {
 }
 
 void AppDelegate::quickDrop() {
+    if (!services_.fileManagerSelection.isKnown()) {
+        forgetCopyFirst();
+        bringUpPopover();
+        clipboardLooksLeft_ = clipboardLooks;
+        return lookAtClipboardSoon();
+    }
     services_.fileManagerSelection.read([weak = weak_from_this()](const std::vector<FileURL>& urls) {
         const auto self = weak.lock();
         if (!self || urls.empty())
@@ -240,6 +252,35 @@ void AppDelegate::quickDrop() {
         self->shelfViewModel_->addFileURLs(urls);
         self->showPopover(Animation::animated);
     });
+}
+
+void AppDelegate::lookAtClipboardSoon() {
+    nextClipboardLook_ = services_.core.dispatch.after(clipboardLookInterval, weakly(&AppDelegate::lookAtClipboard));
+}
+
+void AppDelegate::lookAtClipboard() {
+    services_.clipboard.read([weak = weak_from_this()](const std::vector<std::shared_ptr<ItemProvider>>& items) {
+        if (const auto self = weak.lock())
+            self->addCopiedFiles(items);
+    });
+}
+
+/// Texts and pictures that were copied are no files that were selected.
+void AppDelegate::addCopiedFiles(std::vector<std::shared_ptr<ItemProvider>> items) {
+    if (!popover_->isShown())
+        return;
+    std::erase_if(items, [](const auto& item) { return !item->hasItemConformingTo(uniformType::fileURL); });
+    if (!items.empty())
+        static_cast<void>(shelfViewModel_->handleDrop(items));
+    else if (--clipboardLooksLeft_ > 0)
+        lookAtClipboardSoon();
+    else
+        shelfViewModel_->setCapacityMessage(std::string(copyFirstMessage));
+}
+
+void AppDelegate::forgetCopyFirst() {
+    if (shelfViewModel_->capacityMessage() == copyFirstMessage)
+        shelfViewModel_->setCapacityMessage(std::nullopt);
 }
 
 void AppDelegate::installLocalKeyMonitors() {

@@ -46,6 +46,9 @@ struct AppServices {
     std::optional<InstallerImageServices> installerImage;
 };
 
+/// Shown by a quick drop that can only take what has been copied, when that is no file.
+inline constexpr std::string_view copyFirstMessage = "Copy files first, then press the shortcut";
+
 /// Whether the popover opens with an animation.
 enum class Animation { animated, none };
 
@@ -66,7 +69,8 @@ public:
     void bringUpPopover();
     void closePopover();
     void togglePopover();
-    /// Adds what is selected in the file manager and then opens the shelf.
+    /// Adds what is selected in the file manager and then opens the shelf. Where that cannot be known, opens the
+    /// shelf and adds the files that have been copied.
     void quickDrop();
     /// Where all drops arrive.
     [[nodiscard]] ShelfViewModel& shelfViewModel() const { return *shelfViewModel_; }
@@ -102,6 +106,11 @@ private:
     void clickedElsewhere();
     void closeUnlessDragging();
 
+    void lookAtClipboardSoon();
+    void lookAtClipboard();
+    void addCopiedFiles(std::vector<std::shared_ptr<ItemProvider>> items);
+    void forgetCopyFirst();
+
     void openSettings();
     void openOnboarding();
     void completeOnboarding();
@@ -120,6 +129,8 @@ private:
     std::unique_ptr<EventMonitorToken> quickDropLocalMonitor_;
     std::unique_ptr<EventMonitorToken> globalClickMonitor_;
     std::unique_ptr<ScheduledWork> pendingCloseWork_;
+    std::unique_ptr<ScheduledWork> nextClipboardLook_;
+    int clipboardLooksLeft_ = 0;
     std::unique_ptr<ScheduledWork> missingItemsTimer_;
     std::optional<InstallerImageCleanup> installerImageCleanup_;
     std::vector<Subscription> observers_;

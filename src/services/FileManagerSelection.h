@@ -17,6 +17,8 @@ public:
     using Completion = std::function<void(const std::vector<FileURL>&)>;
 
     virtual ~FileManagerSelection() = default;
+    /// Whether the program in front can be asked at all. Some desktops keep programs of another kind apart.
+    [[nodiscard]] virtual bool isKnown() const { return true; }
     /// Runs `completion` once, on the main thread, during the call or later, with the selected files in the order of
     /// the selection. It gets no files if nothing is selected, no file manager is in front, or the file manager does
     /// not respond.

@@ -2,6 +2,7 @@
 #include "app/AppDelegate.h"
 
 #include "fakes/AppFixture.h"
+#include "fakes/FakeItemProvider.h"
 
 #include <gtest/gtest.h>
 
@@ -89,6 +90,31 @@ TEST_F(AppDelegateTest, theIconAndPressedHotkeysDoWhatTheyAreForAndQuitEndsThePr
     EXPECT_EQ(opening(), "animated");
     views.onQuit();
     EXPECT_TRUE(application.isTerminated);
+}
+
+TEST_F(AppDelegateTest, aQuickDropThatCannotKnowTheSelectionAddsTheFilesThatWereCopied) {
+    launch();
+    fileManagerSelection.known = false;
+    clipboard.content = {std::make_shared<FakeItemProvider>()};
+    notifications.post(quickDropNotification);
+    EXPECT_EQ(opening(), "animated");
+    dispatch.advance(999ms);
+    EXPECT_EQ(app->shelfViewModel().capacityMessage(), std::nullopt) << "the desktop may still hand the files over";
+    dispatch.advance(1ms);
+    EXPECT_EQ(app->shelfViewModel().capacityMessage(), "Copy files first, then press the shortcut");
+    const auto file = FakeItemProvider::withURL(makeFiles(1).front().string());
+    clipboard.content.push_back(file);
+    notifications.post(quickDropNotification);
+    dispatch.advance(200ms);
+    file->finish();
+    dispatch.runAll();
+    EXPECT_EQ(app->shelfViewModel().capacityMessage(), std::nullopt);
+    EXPECT_EQ(shelf().items().size(), 1u) << "without what is no file";
+    clipboard.content.clear();
+    notifications.post(quickDropNotification);
+    dispatch.advance(1s);
+    notifications.post(togglePopoverNotification);
+    EXPECT_EQ(app->shelfViewModel().capacityMessage(), std::nullopt) << "it is forgotten with the closed shelf";
 }
 
 TEST_F(AppDelegateTest, aClickElsewhereClosesTheShelfAfterAMomentAndEscapeAtOnce) {

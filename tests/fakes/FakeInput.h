@@ -108,8 +108,10 @@ private:
 
 class FakeSelection : public FileManagerSelection {
 public:
+    [[nodiscard]] bool isKnown() const override { return known; }
     void read(Completion completion) override { completion(files); }
     std::vector<FileURL> files;
+    bool known = true;
 };
 
 class FakeVolumes : public Volumes {

@@ -84,6 +84,10 @@ X11FileManagerSelection::X11FileManagerSelection(Dispatch& dispatch, const X11Co
 
 X11FileManagerSelection::~X11FileManagerSelection() = default;
 
+bool X11FileManagerSelection::isKnown() const {
+    return !isWaylandSession() || windows_.lastForeign() != x11None;
+}
+
 void X11FileManagerSelection::read(Completion completion) {
     if (completion_) {
         completion({});

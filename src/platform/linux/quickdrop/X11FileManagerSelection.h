@@ -24,6 +24,8 @@ public:
     X11FileManagerSelection(const X11FileManagerSelection&) = delete;
     X11FileManagerSelection& operator=(const X11FileManagerSelection&) = delete;
 
+    /// False in front of a Wayland program.
+    [[nodiscard]] bool isKnown() const override;
     void read(Completion completion) override;
 
 private:

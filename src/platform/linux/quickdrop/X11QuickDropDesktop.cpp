@@ -53,9 +53,10 @@ bool X11ActiveWindow::handleEvent(const xcb_generic_event_t& event) {
 }
 
 void X11ActiveWindow::readActiveWindow() {
-    const std::vector<std::uint32_t> active = connection_.property(connection_.root(), X11Atom::activeWindow);
-    if (!active.empty() && active.front() != x11None && !connection_.isOwn(active.front()))
-        lastForeign_ = active.front();
+    const std::vector<std::uint32_t> read = connection_.property(connection_.root(), X11Atom::activeWindow);
+    const xcb_window_t active = read.empty() ? x11None : read.front();
+    if (active == x11None ? isWaylandSession() : !connection_.isOwn(active))
+        lastForeign_ = active;
 }
 
 void X11WindowPing::prepare(xcb_window_t window) {

@@ -11,13 +11,14 @@
 
 namespace stowpocket {
 
-/// Remembers which window of another program was active last. Qt's connection gets the events for that anyway.
+/// Remembers which window of another program was active last. Qt's connection gets the events for that anyway. In a
+/// Wayland session no X11 window is active while a Wayland program is in front.
 class X11ActiveWindow : private X11EventFilter {
 public:
     /// `connection` outlives it. Made after the application, on the main thread.
     explicit X11ActiveWindow(const X11Connection& connection);
 
-    /// Any thread. 0 when there was none. The window may be gone by now.
+    /// Any thread. 0 when there was none, or it was of a Wayland program. The window may be gone by now.
     [[nodiscard]] xcb_window_t lastForeign() const { return lastForeign_; }
     /// Any thread.
     [[nodiscard]] bool isOwn(xcb_window_t window) const { return connection_.isOwn(window); }
