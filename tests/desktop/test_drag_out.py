@@ -20,8 +20,9 @@ class DragOut(DesktopTest):
         drag.release()
         self.window.confirm_drop()
         for file in files:
-            wait_for(lambda copy=self.target / file.name, of=file: copy.exists() and copy.read_bytes() == of.read_bytes(),
-                     f"the copy of {file.name} and all its content")
+            copy = self.target / file.name
+            wait_for(lambda copy=copy, of=file: copy.exists() and copy.read_bytes() == of.read_bytes(),
+                     f"{copy} and all its content")
         self.assertTrue(all(file.exists() for file in self.files))
         self.assertEqual(self.stowpocket.filenames(), [file.name for file in self.files])
 

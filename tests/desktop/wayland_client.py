@@ -1,9 +1,14 @@
 # SPDX-License-Identifier: MIT
 """A client of a Wayland compositor that only sends: enough to move the pointer where test programs may do so."""
+import os
 import socket
 import struct
+import time
 
 DISPLAY, REGISTRY = 1, 2
+BUTTONS = {1: 0x110, 2: 0x112, 3: 0x111}
+KEYMAP = b"""xkb_keymap { xkb_keycodes { include "evdev" }; xkb_types { include "complete" };
+xkb_compat { include "complete" }; xkb_symbols { include "pc+us" }; };\0"""
 
 
 class WaylandClient:
@@ -19,8 +24,9 @@ class WaylandClient:
     def close(self):
         self.socket.close()
 
-    def send(self, target, opcode, arguments=b""):
-        self.socket.sendall(struct.pack("IHH", target, opcode, 8 + len(arguments)) + arguments)
+    def send(self, target, opcode, arguments=b"", descriptors=()):
+        message = struct.pack("IHH", target, opcode, 8 + len(arguments)) + arguments
+        socket.send_fds(self.socket, [message], descriptors)
 
     @staticmethod
     def text(value):
@@ -69,8 +75,6 @@ class WaylandClient:
 class KwinPointer:
     """The pointer of a KWin that was started without checks of permissions, moved by its fake-input protocol."""
 
-    BUTTONS = {1: 0x110, 2: 0x112, 3: 0x111}
-
     def __init__(self, path):
         self.client = WaylandClient(path)
         self.input = self.client.bind("org_kde_kwin_fake_input", 4)
@@ -87,4 +91,38 @@ class KwinPointer:
         self.request(9, struct.pack("ii", int(x) * 256, int(y) * 256))  # in 24.8 fixed point
 
     def button(self, press, number):
-        self.request(2, struct.pack("II", self.BUTTONS[number], int(press)))
+        self.request(2, struct.pack("II", BUTTONS[number], int(press)))
+
+
+class WlrootsPointer:
+    """The pointer of a compositor made with wlroots, and a keyboard, without which no window there is ever active."""
+
+    def __init__(self, path, size):
+        self.client, self.size = WaylandClient(path), size
+        seat = self.client.bind("wl_seat", 1)
+        self.pointer = self.make("zwlr_virtual_pointer_manager_v1", seat)
+        keyboard, keymap = self.make("zwp_virtual_keyboard_manager_v1", seat), os.memfd_create("keymap")
+        os.write(keymap, KEYMAP)
+        self.client.send(keyboard, 0, struct.pack("II", 1, len(KEYMAP)), [keymap])
+        os.close(keymap)
+        self.client.sync()
+
+    def make(self, manager, seat):
+        manager, made = self.client.bind(manager, 1), self.client.new_id()
+        self.client.send(manager, 0, struct.pack("II", seat, made))
+        return made
+
+    def close(self):
+        self.client.close()
+
+    def request(self, opcode, *values):
+        now = int(time.monotonic() * 1000) & 0xffffffff
+        self.client.send(self.pointer, opcode, struct.pack(f"{len(values) + 1}I", now, *values))
+        self.client.send(self.pointer, 4)  # these requests belong together
+        self.client.sync()
+
+    def move(self, x, y):
+        self.request(1, int(x), int(y), *self.size)
+
+    def button(self, press, number):
+        self.request(2, BUTTONS[number], int(press))

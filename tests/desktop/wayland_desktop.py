@@ -4,8 +4,10 @@
 A compositor is one subclass of `WaylandDesktop`, which starts it and gives the pointer and a way to take pictures;
 everything else is shared.
 """
+import io
 import os
 import shutil
+import subprocess
 import sys
 import threading
 from pathlib import Path
@@ -14,7 +16,7 @@ from PIL import Image
 from gi.repository import Gio, GLib
 
 from private_desktop import PrivateDesktop
-from wayland_client import KwinPointer
+from wayland_client import KwinPointer, WlrootsPointer
 from x_display import XDisplay, wait_for
 
 WINDOW = Path(__file__).with_name("wayland_window.py")
@@ -51,7 +53,7 @@ class WaylandDesktop(PrivateDesktop):
         self.server = self.start_compositor(tell)
         wait_for(told.exists, "the compositor")
         # What many a user of Wayland has in his environment must not keep the program from XWayland.
-        self.environment |= {"WAYLAND_DISPLAY": self.socket.name, "DISPLAY": told.read_text().strip(),
+        self.environment |= {"WAYLAND_DISPLAY": str(self.socket), "DISPLAY": told.read_text().strip(),
                              "QT_QPA_PLATFORM": "wayland"}
         self.x = XWayland(self.environment["DISPLAY"], self.make_pointer(), self.screen_picture)
 
@@ -86,6 +88,30 @@ class KwinDesktop(WaylandDesktop):
             reader.join()
         about = answer.unpack()[0]
         return Image.frombytes("RGB", (about["width"], about["height"]), written[0], "raw", "BGRX", about["stride"])
+
+
+class SwayDesktop(WaylandDesktop):
+    def start_compositor(self, tell_display):
+        own = self.home / "sway"  # the folder of its socket must be its user's, who is never root
+        own.mkdir(mode=0o700)
+        self.socket = own / "wayland-1"
+        (own / "config").write_text(f"output HEADLESS-1 resolution {self.size} position 0 0\nxwayland force\n"
+                                    f"exec xhost +si:localuser:$(id -nu {os.geteuid()}) && {tell_display}\n")
+        command = ["env", f"XDG_RUNTIME_DIR={own}", "WLR_BACKENDS=headless", "WLR_RENDERER=pixman",
+                   "WLR_LIBINPUT_NO_DEVICES=1", "sway", "--config", str(own / "config")]
+        if os.geteuid() == 0:
+            self.home.chmod(0o777)
+            for path in own, own / "config":
+                shutil.chown(path, "nobody")
+            command = ["setpriv", "--reuid=nobody", "--regid=nogroup", "--clear-groups", *command]
+        return self.start(*command)
+
+    def make_pointer(self):
+        return WlrootsPointer(self.socket, [int(side) for side in self.size.split("x")])
+
+    def screen_picture(self):
+        shot = subprocess.run(["grim", "-c", "-"], env=self.environment, capture_output=True, check=True)
+        return Image.open(io.BytesIO(shot.stdout)).convert("RGB")
 
 
 class WaylandWindow:
