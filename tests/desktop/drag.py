@@ -55,8 +55,3 @@ class Drag:
     def drop(self, point):
         self.hover(point)
         self.release()
-
-    def drop_nowhere(self):
-        self.leave()
-        self.release()
-        wait_for(lambda: not self.x.is_dragging(), "the drag to end")

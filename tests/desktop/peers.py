@@ -48,10 +48,6 @@ class CopyingTray:
         window.map()
         self.x.send(window, 0, "_XEMBED")
 
-    def end(self):
-        self.window.destroy()
-        self.x.sync()
-
 
 class FileManager:
     """A window on a folder, in icon view."""

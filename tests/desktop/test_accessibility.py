@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The shelf without a pointer and without a screen."""
+"""The shelf without a screen."""
 from case import DesktopTest
 from x_display import wait_for
 
@@ -27,15 +27,3 @@ class Accessibility(DesktopTest):
         self.assertTrue(self.files[0].exists())
         self.files[2].unlink()
         wait_for(lambda: stowpocket.tile("file 03.txt").name.endswith(", Missing"), "the missing file to be told")
-
-    def test_keyboard_reaches_the_tiles_and_closes_the_popover(self):
-        stowpocket = self.stage("trayer", 5)
-        stowpocket.open_popover()
-        wait_for(lambda: self.x.active_window() == stowpocket.popover(), "the popover to have the keyboard")
-        for key, tile in (("Tab", 1), ("Down", 4), ("Right", 5), ("Delete", 4)):
-            self.x.keys(key)
-            wait_for(lambda: stowpocket.tile(f"file 0{tile}.txt").is_focused(), f"file {tile} to have the keyboard")
-        stowpocket.wait_for_files([file.name for file in self.files[:4]])
-        self.x.keys("Escape")
-        stowpocket.wait_closed()
-        stowpocket.open_popover()  # the icon still opens it, so it was closed in earnest

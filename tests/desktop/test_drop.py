@@ -23,14 +23,6 @@ class Drop(DesktopTest):
         Drag(self.x, start).drop(middle)
         stowpocket.wait_for_files(self.names)
 
-    def test_drag_that_only_passes_over_the_icon_adds_nothing(self):
-        stowpocket, window = self.offer("xfce4-panel", Thunar, 3)
-        drag = window.drag_all()
-        drag.hover(stowpocket.icon(), stowpocket.popover)
-        drag.drop_nowhere()
-        stowpocket.wait_for_shown("0/20")
-        self.assertEqual(stowpocket.filenames(), [])
-
     def test_icon_takes_a_file_out_of_an_archive(self):
         stowpocket = self.start("xfce4-panel")
         stowpocket.take_drop(Archive(self.desktop, "letter.txt", "other.txt").drag("letter.txt"))

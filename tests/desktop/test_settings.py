@@ -12,6 +12,8 @@ class Settings(DesktopTest):
 
     def test_recorded_shortcut_takes_over_and_a_cleared_one_is_dead(self):
         stowpocket, keys = self.start("trayer"), self.x.keys
+        keys("Alt_L", "Shift_L", "s")
+        stowpocket.wait_open()
         stowpocket.open_settings()
         self.record("Open/Close Shelf, Alt+Shift+S", "Alt_L", "Shift_L", "s")  # is grabbed, and yet recorded
         self.record("Open/Close Shelf, Alt+Shift+S", "k")

@@ -72,20 +72,17 @@ class WaylandClient:
         return taken
 
 
-class KwinPointer:
+class KwinPointer(WaylandClient):
     """The pointer of a KWin that was started without checks of permissions, moved by its fake-input protocol."""
 
     def __init__(self, path):
-        self.client = WaylandClient(path)
-        self.input = self.client.bind("org_kde_kwin_fake_input", 4)
-        self.request(0, self.client.text("test") + self.client.text("test"))
-
-    def close(self):
-        self.client.close()
+        super().__init__(path)
+        self.input = self.bind("org_kde_kwin_fake_input", 4)
+        self.request(0, self.text("test") + self.text("test"))
 
     def request(self, opcode, arguments):
-        self.client.send(self.input, opcode, arguments)
-        self.client.sync()
+        self.send(self.input, opcode, arguments)
+        self.sync()
 
     def move(self, x, y):
         self.request(9, struct.pack("ii", int(x) * 256, int(y) * 256))  # in 24.8 fixed point
@@ -94,32 +91,29 @@ class KwinPointer:
         self.request(2, struct.pack("II", BUTTONS[number], int(press)))
 
 
-class WlrootsPointer:
+class WlrootsPointer(WaylandClient):
     """The pointer of a compositor made with wlroots, and a keyboard, without which no window there is ever active."""
 
     def __init__(self, path, size):
-        self.client, self.size = WaylandClient(path), size
-        seat = self.client.bind("wl_seat", 1)
+        super().__init__(path)
+        self.size, seat = size, self.bind("wl_seat", 1)
         self.pointer = self.make("zwlr_virtual_pointer_manager_v1", seat)
-        keyboard, keymap = self.make("zwp_virtual_keyboard_manager_v1", seat), os.memfd_create("keymap")
-        os.write(keymap, KEYMAP)
-        self.client.send(keyboard, 0, struct.pack("II", 1, len(KEYMAP)), [keymap])
-        os.close(keymap)
-        self.client.sync()
+        with os.fdopen(os.memfd_create("keymap"), "wb", buffering=0) as keymap:
+            keymap.write(KEYMAP)
+            keyboard = self.make("zwp_virtual_keyboard_manager_v1", seat)
+            self.send(keyboard, 0, struct.pack("II", 1, len(KEYMAP)), [keymap.fileno()])
+        self.sync()
 
     def make(self, manager, seat):
-        manager, made = self.client.bind(manager, 1), self.client.new_id()
-        self.client.send(manager, 0, struct.pack("II", seat, made))
+        manager, made = self.bind(manager, 1), self.new_id()
+        self.send(manager, 0, struct.pack("II", seat, made))
         return made
-
-    def close(self):
-        self.client.close()
 
     def request(self, opcode, *values):
         now = int(time.monotonic() * 1000) & 0xffffffff
-        self.client.send(self.pointer, opcode, struct.pack(f"{len(values) + 1}I", now, *values))
-        self.client.send(self.pointer, 4)  # these requests belong together
-        self.client.sync()
+        self.send(self.pointer, opcode, struct.pack(f"{len(values) + 1}I", now, *values))
+        self.send(self.pointer, 4)  # these requests belong together
+        self.sync()
 
     def move(self, x, y):
         self.request(1, int(x), int(y), *self.size)
