@@ -123,6 +123,9 @@ class WaylandWindow:
         self.heard = 0
         desktop.start(sys.executable, str(WINDOW), str(folder), str(self.log))
         self.wait_for("active")
+        # Only then does it hear of a drag too.
+        wait_for(lambda: desktop.x.click(300, 600) or self.says("pressed"), "the window to hear of a click")
+        self.forget()
 
     def says(self, line):
         """Whether it has said so since the last time."""
