@@ -12,7 +12,8 @@
 namespace stowpocket {
 
 /// Files are opened by the command `gio open`, which starts the application that the desktop's settings name; no
-/// shell reads their names. Of a link file the page is opened. The file manager and the previewer are called on the session bus.
+/// shell reads their names. Of a link file the page is opened. The file manager and the previewer are called on the
+/// session bus.
 class DesktopFileOpener : public FileOpener {
 public:
     using Launch = std::function<void(const QStringList& urls, Completion completion)>;
