@@ -34,7 +34,6 @@ struct FakedInput {
 
 /// Qt's connection to the display, and a user at it.
 struct DisplayInput {
-    DisplayInput() { foreign = hand.openForeignWindow(); }
     ~DisplayInput() { hand.buttonUp(1); }
 
     void prepareOwnWindow() {
@@ -62,7 +61,7 @@ struct DisplayInput {
     }
 
     DisplayHand hand;
-    xcb_window_t foreign = 0;
+    const xcb_window_t foreign = hand.openForeignWindow();
     X11EventMonitors monitors{connectionOfQt()};
     X11HotkeyService hotkeys{connectionOfQt()};
     QWidget window;

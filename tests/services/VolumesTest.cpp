@@ -17,8 +17,8 @@ namespace {
 struct Faked {
     FakeVolumes volumes;
     static bool isPermitted() { return true; }
-    void mount() { volumes.mounted.emit(); }
-    void unmount() { volumes.unmounted.emit(); }
+    void mount() const { volumes.mounted.emit(); }
+    void unmount() const { volumes.unmounted.emit(); }
 };
 
 /// A volume in a mount table of this process alone.
@@ -32,11 +32,11 @@ struct OnLinux {
     [[nodiscard]] bool isListed() const {
         return std::ranges::count(*MountTable().mounts(), folder.path(), &Mount::point) == 1;
     }
-    void mount() {
+    void mount() const {
         ASSERT_EQ(::mount("none", folder.path().c_str(), "tmpfs", 0, nullptr), 0);
         EXPECT_TRUE(isListed());
     }
-    void unmount() {
+    void unmount() const {
         ASSERT_EQ(::mount("none", folder.path().c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
         ASSERT_EQ(::umount(folder.path().c_str()), 0) << "nothing is kept open there";
         EXPECT_FALSE(isListed());
