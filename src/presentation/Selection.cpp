@@ -46,12 +46,6 @@ void ShelfSelection::clear() {
     become({});
 }
 
-std::optional<UUID> ShelfSelection::first() const {
-    const auto item =
-        std::ranges::find_if(shelf_.items(), [this](const ShelfItem& each) { return isSelected(each.id); });
-    return item == shelf_.items().end() ? std::nullopt : std::optional(item->id);
-}
-
 std::vector<ShelfItem> ShelfSelection::itemsWith(const UUID& id) const {
     std::vector<ShelfItem> wanted;
     std::ranges::copy_if(shelf_.items(), std::back_inserter(wanted),

@@ -33,8 +33,6 @@ public:
     void clear();
 
     [[nodiscard]] bool isSelected(const UUID& id) const { return selected_.contains(id); }
-    /// The first one on the shelf; none if nothing is selected.
-    [[nodiscard]] std::optional<UUID> first() const;
     /// What is done to this item is done to these, in the order of the shelf: the selection if the item is part of
     /// it, otherwise the item alone.
     [[nodiscard]] std::vector<ShelfItem> itemsWith(const UUID& id) const;

@@ -278,7 +278,7 @@ TEST_F(ShelfViewTest, keysSelectOpenPreviewAndRemove) {
     view->setFocus();
     press(Qt::Key_A, Qt::ControlModifier);
     press(Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(clipboard.files.size(), 5U) << "no tile has the keyboard";
+    EXPECT_EQ(clipboard.files.size(), 5U) << "a tile has the keyboard again";
     press(Qt::Key_Delete);
     EXPECT_TRUE(manager->items().empty());
 }

@@ -331,15 +331,15 @@ void ShelfGridView::keyPressEvent(QKeyEvent* event) {
 
 bool ShelfGridView::handleKey(const QKeyEvent& event) {
     if (event.matches(QKeySequence::SelectAll)) {
+        if (!focusedIndex() && !tiles_.empty())
+            focusTile(0, Qt::OtherFocusReason);  // where the next key goes
         commands_.selection().selectAll();
         return true;
     }
     if (const std::optional<GridStep> step = gridStep(event.key()))
         return takeStep(*step, event.modifiers());
     const std::optional<std::size_t> focused = focusedIndex();
-    const std::optional<UUID> atHand =
-        focused ? std::optional(tiles_[*focused]->id()) : commands_.selection().first();
-    return atHand && handleKey(event, *atHand);
+    return focused && handleKey(event, tiles_[*focused]->id());
 }
 
 /// A key that does something to a tile.
