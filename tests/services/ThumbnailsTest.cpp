@@ -11,7 +11,7 @@ namespace {
 
 struct Faked {
     std::unique_ptr<FakeThumbnails> thumbnails = std::make_unique<FakeThumbnails>();
-    void settle() {
+    void settle() const {
         for (const FakeThumbnails::Asked& each : std::exchange(thumbnails->asked, {}))
             each.completion(each.request.fileURL.pathExtension() == "png" ? std::optional(fakeImage())
                                                                           : std::nullopt);
