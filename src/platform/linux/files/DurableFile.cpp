@@ -63,7 +63,7 @@ std::error_code replaceFile(const std::string& path, std::string_view bytes, Dur
     std::error_code error = writeNewFile(unfinished, bytes, durability);
     if (!error && !previous.empty()) {
         ::unlink(previous.c_str());
-        static_cast<void>(::link(target.c_str(), previous.c_str()));
+        [[maybe_unused]] const int result = ::link(target.c_str(), previous.c_str());
     }
     if (!error && std::rename(unfinished.c_str(), target.c_str()) != 0)
         error = lastError();

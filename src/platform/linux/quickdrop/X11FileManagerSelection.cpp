@@ -47,7 +47,7 @@ public:
 private:
     void wake() const {
         const std::uint64_t one = 1;
-        static_cast<void>(write(wakeUp_, &one, sizeof one));
+        [[maybe_unused]] const ssize_t result = write(wakeUp_, &one, sizeof one);
     }
     [[nodiscard]] bool wasWoken() const {
         std::uint64_t count = 0;

@@ -82,10 +82,10 @@ class X11EventFilter : private QAbstractNativeEventFilter {
 public:
     X11EventFilter(const X11EventFilter&) = delete;
     X11EventFilter& operator=(const X11EventFilter&) = delete;
+    ~X11EventFilter() override = default;
 
 protected:
     X11EventFilter();
-    ~X11EventFilter() override = default;
 
     /// Returns true to keep the event from Qt. Must not ask the server anything, because Qt could handle the next
     /// event meanwhile.
