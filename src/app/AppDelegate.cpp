@@ -20,6 +20,9 @@ constexpr auto closeDelay = 300ms;
 constexpr auto clipboardLookInterval = 200ms;
 constexpr int clipboardLooks = 5;
 
+/// How long removed items can be brought back while the shelf is closed.
+constexpr auto undoTime = 1min;
+
 constexpr std::uint32_t leftButton = 1;
 
 constexpr double iconPointSize = 16;
@@ -70,6 +73,7 @@ void AppDelegate::applicationWillTerminate() {
     pendingCloseWork_.reset();
     nextClipboardLook_.reset();
     missingItemsTimer_.reset();
+    undoLimit_.reset();
     globalClickMonitor_.reset();
 }
 
@@ -126,6 +130,18 @@ void AppDelegate::startMissingItemsTimer() {
 void AppDelegate::shelfChanged() {
     updateStatusItemIcon();
     pauseTimerOfEmptyShelf();
+    limitUndo();
+}
+
+/// While the shelf is open, what was removed can be brought back for as long as it likes.
+void AppDelegate::limitUndo() {
+    undoLimit_.reset();
+    ShelfManager& shelf = shelfViewModel_->shelfManager();
+    if (!popover_->isShown() && shelf.undoable())
+        undoLimit_ = services_.core.dispatch.after(undoTime, [weak = weak_from_this()] {
+            if (const auto self = weak.lock())
+                self->shelfViewModel_->shelfManager().forgetUndo();
+        });
 }
 
 /// No item of an empty shelf can be missing, so the timer would only cause wake-ups.
@@ -198,6 +214,7 @@ void AppDelegate::showPopover(Animation animation) {
     globalClickMonitor_.reset();
     if (!popover_->isShown())
         return;
+    limitUndo();
     globalClickMonitor_ = services_.eventMonitors.addGlobalMouseDownMonitor(weakly(&AppDelegate::clickedElsewhere));
 }
 
@@ -214,6 +231,7 @@ void AppDelegate::closePopover() {
     forgetCopyFirst();
     popover_->performClose();
     globalClickMonitor_.reset();
+    limitUndo();
 }
 
 void AppDelegate::clickedElsewhere() {

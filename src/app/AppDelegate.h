@@ -91,6 +91,7 @@ private:
     void startMissingItemsTimer();
     void shelfChanged();
     void pauseTimerOfEmptyShelf();
+    void limitUndo();
     void updateStatusItemIcon();
     void refreshAvailability();
     void checkForMissingItems();
@@ -132,6 +133,7 @@ private:
     std::unique_ptr<ScheduledWork> nextClipboardLook_;
     int clipboardLooksLeft_ = 0;
     std::unique_ptr<ScheduledWork> missingItemsTimer_;
+    std::unique_ptr<ScheduledWork> undoLimit_;
     std::optional<InstallerImageCleanup> installerImageCleanup_;
     std::vector<Subscription> observers_;
 };

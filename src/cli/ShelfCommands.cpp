@@ -128,16 +128,17 @@ std::vector<StagedFile> ShelfCommands::list() const {
 void ShelfCommands::remove(std::span<const std::string> names, const RemoveCompletion& completion) {
     ItemFinder finder(shelf().items());
     std::vector<RemoveOutcome> outcomes;
+    std::vector<UUID> all;
     for (const std::string& name : names) {
         const std::vector<UUID> ids = finder.take(name);
-        for (const UUID& id : ids)
-            app_.shelfViewModel().removeItem(id);
+        all.insert(all.end(), ids.begin(), ids.end());
         if (!ids.empty())
             outcomes.push_back(RemoveOutcome::removed);
         else
             outcomes.push_back(UUID::parse(name) || fileNamed(name) ? RemoveOutcome::notOnShelf
                                                                     : RemoveOutcome::malformed);
     }
+    app_.shelfViewModel().removeItems(all);
     completeWhenSaved(std::move(outcomes), completion);
 }
 

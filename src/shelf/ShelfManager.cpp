@@ -174,6 +174,7 @@ std::size_t ShelfManager::append(std::vector<ShelfItem> built) {
 }
 
 void ShelfManager::announceAdded(std::size_t first) {
+    forgetUndo();
     commit({ShelfChange::Kind::inserted, indexRange(first, items_.size())});
     requestThumbnails();
 }
@@ -190,10 +191,16 @@ void ShelfManager::removeItem(const UUID& id) {
 }
 
 void ShelfManager::removeItems(std::span<const UUID> ids) {
-    removeIf([&](const ShelfItem& item) { return std::ranges::find(ids, item.id) != ids.end(); });
+    const auto isNamed = [&](const ShelfItem& item) { return std::ranges::find(ids, item.id) != ids.end(); };
+    if (std::ranges::none_of(items_, isNamed))
+        return;
+    remember(Undoable::removal);
+    removeIf(isNamed);
 }
 
 void ShelfManager::clear() {
+    if (!items_.empty())
+        remember(Undoable::clear);
     for (const FileURL& url : accessedResourceURLs_)
         services_.bookmarks.stopAccessing(url);
     accessedResourceURLs_.clear();
@@ -205,7 +212,13 @@ void ShelfManager::clear() {
 }
 
 void ShelfManager::removeMissingItems() {
-    removeIf([](const ShelfItem& item) { return !item.isAvailable; });
+    const auto isMissing = [](const ShelfItem& item) { return !item.isAvailable; };
+    if (std::ranges::none_of(items_, isMissing))
+        return;
+    if (!undo_)
+        remember(Undoable::removal);
+    noteMissing();
+    removeIf(isMissing);
 }
 
 void ShelfManager::removeIf(const std::function<bool(const ShelfItem&)>& isUnwanted) {
@@ -226,6 +239,84 @@ void ShelfManager::removeIf(const std::function<bool(const ShelfItem&)>& isUnwan
 void ShelfManager::erase(const std::vector<std::size_t>& indexes) {
     std::for_each(indexes.rbegin(), indexes.rend(),
                   [this](std::size_t index) { items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index)); });
+}
+
+void ShelfManager::remember(Undoable what) {
+    undo_ = std::make_shared<Undo>(Undo{what, items_, {}, accessedResourceURLs_});
+    noteMissing();
+}
+
+void ShelfManager::noteMissing() {
+    for (const ShelfItem& item : items_) {
+        if (!item.isAvailable)
+            undo_->missing.insert(item.id);
+    }
+}
+
+std::optional<Undoable> ShelfManager::undoable() const {
+    return undo_ ? std::optional(undo_->what) : std::nullopt;
+}
+
+void ShelfManager::undo() {
+    if (!undo_)
+        return;
+    std::vector<std::pair<UUID, FileURL>> missing;
+    for (const ShelfItem& item : undo_->before) {
+        if (undo_->missing.contains(item.id))
+            missing.emplace_back(item.id, item.fileURL);
+    }
+    if (missing.empty())
+        return bringBack({});
+    services_.core.dispatch.background(
+        [weak = weak_from_this(), services = services_, undo = undo_, missing = std::move(missing)] {
+            std::set<UUID> found;
+            for (const auto& [id, url] : missing) {
+                if (services.core.files.fileExists(url))
+                    found.insert(id);
+            }
+            services.core.dispatch.async([weak, undo, found = std::move(found)] {
+                if (const auto self = weak.lock(); self && self->undo_ == undo)
+                    self->bringBack(found);
+            });
+        });
+}
+
+void ShelfManager::bringBack(const std::set<UUID>& found) {
+    std::int64_t room = capacity() - static_cast<std::int64_t>(items_.size()) - pendingAddCount_;
+    std::vector<ShelfItem> items;
+    std::vector<ShelfItem> returned;
+    ShelfChange change{ShelfChange::Kind::inserted, {}};
+    for (const ShelfItem& item : undo_->before) {
+        const auto present = std::ranges::find(items_, item.id, &ShelfItem::id);
+        if (present != items_.end()) {
+            items.push_back(*present);
+        } else if (room > 0 && (!undo_->missing.contains(item.id) || found.contains(item.id))) {
+            --room;
+            change.indexes.push_back(items.size());
+            items.push_back(item);
+            items.back().isAvailable = true;
+            returned.push_back(item);
+        }
+    }
+    if (returned.empty())
+        return;
+    items_ = std::move(items);
+    beginAccessAgain(returned);
+    forgetUndo();
+    commit(change);
+    requestThumbnails();
+    refreshAvailability();
+}
+
+/// Only a bookmark that was just resolved gives the right to use its file.
+void ShelfManager::beginAccessAgain(const std::vector<ShelfItem>& items) {
+    for (const ShelfItem& item : items) {
+        if (!undo_->accessed.contains(item.fileURL))
+            continue;
+        if (item.bookmarkData)
+            static_cast<void>(services_.bookmarks.resolve({&*item.bookmarkData, 1}));
+        beginAccess(item.fileURL, services_.bookmarks, accessedResourceURLs_);
+    }
 }
 
 void ShelfManager::endAccess(const FileURL& url) {
@@ -292,6 +383,7 @@ void ShelfManager::applySearch(const std::vector<SearchAnswer>& answers) {
     requestThumbnails();
     if (removed.indexes.empty())
         return;
+    forgetUndo();
     erase(removed.indexes);
     itemsChanged.emit(removed);
     services_.core.notifications.post(itemsChangedNotification);

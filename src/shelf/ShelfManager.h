@@ -40,6 +40,9 @@ struct ShelfChange {
     std::vector<std::size_t> indexes;
 };
 
+/// What the shelf can take back.
+enum class Undoable { clear, removal };
+
 /// Posted after every change of which items are on the shelf; not for changes of an item and not for loading.
 inline constexpr std::string_view itemsChangedNotification = "StowpocketItemsChanged";
 
@@ -75,6 +78,15 @@ public:
     void clear();
     /// Removes the items that the last check found missing.
     void removeMissingItems();
+
+    /// The last thing that took items off the shelf, if it can still be taken back. What was missing goes off by
+    /// itself and is brought back together with what the user took off before.
+    [[nodiscard]] std::optional<Undoable> undoable() const;
+    /// Brings those items back into their places, the same as they were, as many as the capacity allows. Those that
+    /// were missing come back only if their files did, which is looked up in the background.
+    void undo();
+    void forgetUndo() { undo_.reset(); }
+
     /// Checks in the background which files still exist, and marks the items. One check runs at a time; a request
     /// during a check starts another one afterwards.
     void refreshAvailability();
@@ -115,6 +127,11 @@ private:
     std::size_t append(std::vector<ShelfItem> built);
     void announceAdded(std::size_t first);
     void setIsLoading(bool isLoading);
+    void remember(Undoable what);
+    void noteMissing();
+    void bringBack(const std::set<UUID>& found);
+    /// Begins access again to the files of items that were loaded with it.
+    void beginAccessAgain(const std::vector<ShelfItem>& items);
     void removeIf(const std::function<bool(const ShelfItem&)>& isUnwanted);
     void erase(const std::vector<std::size_t>& indexes);
     void endAccess(const FileURL& url);
@@ -141,6 +158,15 @@ private:
     /// Access to each of these has begun and ends once, when its item leaves the shelf.
     std::set<FileURL> accessedResourceURLs_;
     std::set<UUID> thumbnailsOnTheirWay_;
+    /// The shelf as it was. Anything that is added makes it forgotten.
+    struct Undo {
+        Undoable what = Undoable::removal;
+        std::vector<ShelfItem> before;
+        /// Items that were missing when they left.
+        std::set<UUID> missing;
+        std::set<FileURL> accessed;
+    };
+    std::shared_ptr<Undo> undo_;
     /// Null while no check is running.
     std::shared_ptr<AvailabilityCheck> availabilityCheck_;
 };

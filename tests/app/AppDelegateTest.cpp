@@ -208,6 +208,7 @@ TEST_F(AppDelegateTest, aProgramAtRestWakesUpForNoMoreThanItsFiles) {
     EXPECT_EQ(wakeUpsIn(2s), 2) << "in the rhythm of the start";
     EXPECT_EQ(wakeUpsIn(60s), 12 * 2) << "the timer and its turn on the main queue, no answer";
     shelf().clear();
+    EXPECT_EQ(wakeUpsIn(61s), 1) << "when it can no longer be undone";
     EXPECT_EQ(wakeUpsIn(60s), 0);
 }
 

@@ -152,8 +152,14 @@ void ShelfView::mousePressEvent(QMouseEvent* event) {
     QWidget::mousePressEvent(event);
 }
 
+/// Keys that no control inside takes.
 void ShelfView::keyPressEvent(QKeyEvent* event) {
-    event->setAccepted(content_->grid().handleKey(*event));
+    if (event->matches(QKeySequence::Paste))
+        viewModel_.paste();
+    else if (event->matches(QKeySequence::Undo))
+        viewModel_.shelfManager().undo();
+    else
+        event->setAccepted(content_->grid().handleKey(*event));
 }
 
 void ShelfView::confirmClear() {
