@@ -3,6 +3,7 @@
 
 #include "app/Settings.h"
 #include "foundation/Invariant.h"
+#include "presentation/IconMenu.h"
 #include "services/Files.h"
 #include "services/MainBundle.h"
 
@@ -94,6 +95,7 @@ void AppDelegate::setUpStatusItem() {
     if (!button)
         return;
     button->setAction(weakly(&AppDelegate::statusItemClicked));
+    setUpMenu(*button);
     updateStatusItemIcon();
     statusItemDropHandler_ = std::make_shared<StatusItemDropHandler>(
         button, services_.core.files, services_.core.dispatch,
@@ -103,6 +105,51 @@ void AppDelegate::setUpStatusItem() {
         },
         weakly(&AppDelegate::dragEntered));
     statusItemDropHandler_->install();
+}
+
+void AppDelegate::setUpMenu(StatusItemButton& button) {
+    StatusItemMenu menu;
+    menu.entries = [weak = weak_from_this()] {
+        const auto self = weak.lock();
+        return self ? iconMenu(self->shelfViewModel_->shelfManager()) : std::vector<StatusItemMenuEntry>();
+    };
+    menu.choose = [weak = weak_from_this()](int id) {
+        if (const auto self = weak.lock())
+            self->chooseFromMenu(id);
+    };
+    button.setMenu(std::move(menu));
+}
+
+void AppDelegate::chooseFromMenu(int id) {
+    const std::optional<IconCommand> command = iconCommand(id, shelfViewModel_->shelfManager());
+    if (!command)
+        return;
+    switch (*command) {
+    case IconCommand::openShelf:
+        return bringUpPopover();
+    case IconCommand::quickDrop:
+        return quickDrop();
+    case IconCommand::paste:
+        return paste();
+    case IconCommand::undo:
+        return shelfViewModel_->shelfManager().undo();
+    case IconCommand::clear:
+        return askToClear();
+    case IconCommand::settings:
+        return openSettings();
+    case IconCommand::quit:
+        return quit();
+    }
+}
+
+void AppDelegate::askToClear() {
+    bringUpPopover();
+    shelfViewModel_->clearRequested.emit();
+}
+
+void AppDelegate::paste() {
+    shelfViewModel_->paste();
+    bringUpPopover();
 }
 
 void AppDelegate::setUpPopover() {

@@ -72,6 +72,8 @@ public:
     /// Adds what is selected in the file manager and then opens the shelf. Where that cannot be known, opens the
     /// shelf and adds the files that have been copied.
     void quickDrop();
+    /// Adds what is on the clipboard, as a drop of it would, and opens the shelf.
+    void paste();
     /// Where all drops arrive.
     [[nodiscard]] ShelfViewModel& shelfViewModel() const { return *shelfViewModel_; }
 
@@ -86,6 +88,9 @@ private:
     void observe(std::string_view notification, Action action);
 
     void setUpStatusItem();
+    void setUpMenu(StatusItemButton& button);
+    void chooseFromMenu(int id);
+    void askToClear();
     void setUpPopover();
     void setUpObservers();
     void startMissingItemsTimer();

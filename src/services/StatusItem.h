@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace stowpocket {
 
@@ -34,6 +35,25 @@ struct StatusItemTitle {
     friend bool operator==(const StatusItemTitle&, const StatusItemTitle&) = default;
 };
 
+/// One line of the icon's menu.
+struct StatusItemMenuEntry {
+    /// Above 0, and the same however the menu changes.
+    int id = 0;
+    std::string title;
+    bool isEnabled = true;
+    /// Whether a line separates it from the entry before.
+    bool beginsGroup = false;
+    friend bool operator==(const StatusItemMenuEntry&, const StatusItemMenuEntry&) = default;
+};
+
+/// The menu for clicks with the other button.
+struct StatusItemMenu {
+    /// The entries for this moment. Called whenever the menu opens.
+    std::function<std::vector<StatusItemMenuEntry>()> entries;
+    /// Gets the id of the chosen entry, or any other number where another program shows the menu.
+    std::function<void(int id)> choose;
+};
+
 /// The icon in the menu bar. Where the bar may disappear and return, the icon keeps its contents and shows them
 /// again. Main thread.
 class StatusItemButton {
@@ -43,6 +63,7 @@ public:
     virtual void setTitle(const StatusItemTitle& title) = 0;
     /// Runs on every click with the main button.
     virtual void setAction(std::function<void()> action) = 0;
+    virtual void setMenu(StatusItemMenu menu) = 0;
     /// Puts a transparent drop view over the whole icon. The button owns it.
     virtual void addDropView(std::shared_ptr<DraggingDestination> dropView) = 0;
 };

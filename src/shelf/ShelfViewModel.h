@@ -45,6 +45,8 @@ public:
     void setCapacityMessage(std::optional<std::string> message);
 
     Signal<> capacityMessageChanged;
+    /// Emitted when the open shelf is to ask whether all items are to go.
+    Signal<> clearRequested;
 
 private:
     ShelfViewModel(std::shared_ptr<ShelfManager> shelfManager, FileManager& fileManager, Dispatch& dispatch,

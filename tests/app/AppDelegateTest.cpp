@@ -3,6 +3,7 @@
 
 #include "fakes/AppFixture.h"
 #include "fakes/FakeItemProvider.h"
+#include "presentation/IconMenu.h"
 
 #include <gtest/gtest.h>
 
@@ -210,6 +211,45 @@ TEST_F(AppDelegateTest, aProgramAtRestWakesUpForNoMoreThanItsFiles) {
     shelf().clear();
     EXPECT_EQ(wakeUpsIn(61s), 1) << "when it can no longer be undone";
     EXPECT_EQ(wakeUpsIn(60s), 0);
+}
+
+TEST_F(AppDelegateTest, theIconsMenuOffersWhatCanBeDoneAndNothingElseIsDone) {
+    const auto titles = [this] {
+        std::string line;
+        for (const StatusItemMenuEntry& entry : statusBar.button->menu.entries())
+            line += (entry.isEnabled ? entry.title : "-") + "|";
+        return line;
+    };
+    const auto choose = [this](IconCommand command) {
+        statusBar.button->menu.choose(static_cast<int>(command));
+        dispatch.runAll();
+    };
+    launch();
+    EXPECT_EQ(titles(), "Open Shelf|Quick Drop|Paste|-|Settings\u2026|Quit stowpocket|");
+    statusBar.button->menu.choose(-4);
+    choose(IconCommand::clear);
+    EXPECT_FALSE(views.popover->isOpen);
+
+    files.add("/pasted");
+    clipboard.content = {FakeItemProvider::withURL("file:///pasted")};
+    choose(IconCommand::paste);
+    static_cast<FakeItemProvider&>(*clipboard.content[0]).finish();
+    dispatch.runAll();
+    EXPECT_EQ(opening(), "animated");
+    EXPECT_EQ(shelf().items().size(), 1U);
+    int questions = 0;
+    const Subscription asked = app->shelfViewModel().clearRequested.connect([&] { ++questions; });
+    choose(IconCommand::clear);
+    EXPECT_EQ(questions, 1);
+    EXPECT_EQ(shelf().items().size(), 1U) << "only once the question is answered";
+    shelf().clear();
+    EXPECT_EQ(titles(), "Open Shelf|Quick Drop|Paste|Undo Clear|-|Settings\u2026|Quit stowpocket|");
+    choose(IconCommand::undo);
+    EXPECT_EQ(shelf().items().size(), 1U);
+    choose(IconCommand::settings);
+    EXPECT_TRUE(views.settingsWindow->isOpen);
+    choose(IconCommand::quit);
+    EXPECT_TRUE(application.isTerminated);
 }
 
 TEST_F(AppDelegateTest, volumesThatComeAndGoAreLookedAtAndAHangingLookDoesNotPileUp) {

@@ -40,11 +40,13 @@ public:
     void setImage(const StatusItemImage& newImage) override { image = newImage; }
     void setTitle(const StatusItemTitle& newTitle) override { title = newTitle; }
     void setAction(std::function<void()> newAction) override { action = std::move(newAction); }
+    void setMenu(StatusItemMenu newMenu) override { menu = std::move(newMenu); }
     void addDropView(std::shared_ptr<DraggingDestination> newDropView) override { dropView = std::move(newDropView); }
 
     StatusItemImage image;
     StatusItemTitle title;
     std::function<void()> action;
+    StatusItemMenu menu;
     std::shared_ptr<DraggingDestination> dropView;
 };
 

@@ -61,16 +61,48 @@ static NSDragOperation systemOperation(stowpocket::DragOperation operation) {
 @interface StowpocketClickTarget : NSObject
 - (void)clicked:(id)sender;
 - (void)runOnClick:(std::function<void()>)action;
+- (void)offerMenu:(stowpocket::StatusItemMenu)menu;
 @end
 
 @implementation StowpocketClickTarget {
     std::function<void()> _action;
+    stowpocket::StatusItemMenu _menu;
 }
 
 - (void)clicked:(id)sender {
+    NSEvent* const event = NSApplication.sharedApplication.currentEvent;
+    const bool isOtherButton = event != nil && event.type == NSEventTypeRightMouseUp;
+    if (isOtherButton && _menu.entries)
+        return [self showMenuOn:static_cast<NSView*>(sender)];
     const std::function<void()> action = _action;  // a copy, because a click may set another action
     if (action)
         action();
+}
+
+/// Returns when the menu is closed.
+- (void)showMenuOn:(NSView*)view {
+    NSMenu* const menu = [[NSMenu alloc] initWithTitle:@""];
+    menu.autoenablesItems = NO;
+    for (const stowpocket::StatusItemMenuEntry& entry : _menu.entries()) {
+        if (entry.beginsGroup)
+            [menu addItem:NSMenuItem.separatorItem];
+        NSMenuItem* const item = [[NSMenuItem alloc] initWithTitle:stowpocket::nsString(entry.title)
+                                                            action:@selector(chosen:)
+                                                     keyEquivalent:@""];
+        item.target = self;
+        item.tag = entry.id;
+        item.enabled = entry.isEnabled;
+        [menu addItem:item];
+    }
+    [menu popUpMenuPositioningItem:nil atLocation:NSPoint{0, view.bounds.size.height} inView:view];
+}
+
+- (void)chosen:(NSMenuItem*)item {
+    _menu.choose(static_cast<int>(item.tag));
+}
+
+- (void)offerMenu:(stowpocket::StatusItemMenu)menu {
+    _menu = std::move(menu);
 }
 
 - (void)runOnClick:(std::function<void()>)action {
@@ -114,6 +146,7 @@ MacStatusItemButton::MacStatusItemButton(NSStatusBarButton* button)
     button_.imagePosition = NSImageLeading;
     button_.target = target_;
     button_.action = @selector(clicked:);
+    [button_ sendActionOn:NSEventMaskLeftMouseUp | NSEventMaskRightMouseUp];
 }
 
 MacStatusItemButton::~MacStatusItemButton() {
@@ -138,6 +171,10 @@ void MacStatusItemButton::setTitle(const StatusItemTitle& title) {
 
 void MacStatusItemButton::setAction(std::function<void()> action) {
     [target_ runOnClick:std::move(action)];
+}
+
+void MacStatusItemButton::setMenu(StatusItemMenu menu) {
+    [target_ offerMenu:std::move(menu)];
 }
 
 void MacStatusItemButton::addDropView(std::shared_ptr<DraggingDestination> dropView) {

@@ -21,6 +21,7 @@ public:
     void setImage(const StatusItemImage& image) override;
     void setTitle(const StatusItemTitle& title) override;
     void setAction(std::function<void()> action) override;
+    void setMenu(StatusItemMenu menu) override;
     void addDropView(std::shared_ptr<DraggingDestination> dropView) override;
 
     /// The view that a popover is attached to.

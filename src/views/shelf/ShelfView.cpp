@@ -104,6 +104,7 @@ void ShelfView::observe() {
         shelf.thumbnailChanged.connect([this](const UUID& id) { content_->grid().updatePicture(id); }));
     observations_.push_back(shelf.isLoadingChanged.connect([this] { refresh(); }));
     observations_.push_back(viewModel_.capacityMessageChanged.connect([this] { refresh(); }));
+    observations_.push_back(viewModel_.clearRequested.connect([this] { confirmClear(); }));
     observations_.push_back(shelf.preferences().saveProblemChanged().connect([this] { refresh(); }));
 }
 

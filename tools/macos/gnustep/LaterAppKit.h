@@ -11,12 +11,15 @@
 typedef NSString* NSPasteboardType;
 enum : NSUInteger {
     NSEventMaskLeftMouseDown = NSLeftMouseDownMask,
+    NSEventMaskLeftMouseUp = NSLeftMouseUpMask,
+    NSEventMaskRightMouseUp = NSRightMouseUpMask,
     NSEventMaskRightMouseDown = NSRightMouseDownMask,
     NSEventMaskKeyDown = NSKeyDownMask,
     NSDataReadingMappedIfSafe = 1,
 };
 #define NSEventTypeLeftMouseDown NSLeftMouseDown
 #define NSEventTypeLeftMouseDragged NSLeftMouseDragged
+#define NSEventTypeRightMouseUp NSRightMouseUp
 #define NSAlertStyleInformational NSInformationalAlertStyle
 #define NSImageLeading NSImageLeft
 #define NSPasteboardNameDrag NSDragPboard
@@ -34,6 +37,18 @@ NS_ASSUME_NONNULL_BEGIN
 @end
 @interface NSView (Later)
 @property(readonly, getter=isFlipped) BOOL flipped;
+@end
+@interface NSMenuItem (Later)
+@property(class, readonly) NSMenuItem* separatorItem;
+@property(nullable, weak) id target;
+@property NSInteger tag;
+@property(getter=isEnabled) BOOL enabled;
+@end
+@interface NSMenu (Later)
+@property BOOL autoenablesItems;
+- (BOOL)popUpMenuPositioningItem:(nullable NSMenuItem*)item
+                      atLocation:(NSPoint)location
+                          inView:(nullable NSView*)view;
 @end
 @interface NSWorkspace (Later)
 @property(readonly) BOOL accessibilityDisplayShouldReduceMotion;

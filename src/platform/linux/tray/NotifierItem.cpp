@@ -121,19 +121,18 @@ void NotifierHost::askForHost() {
     });
 }
 
-NotifierItem::NotifierItem(const QDBusConnection& bus, NotifierContent content,
-                           std::function<void(const QPoint&)> onActivate, std::function<void(bool)> onSeen)
+NotifierItem::NotifierItem(const QDBusConnection& bus, NotifierContent content, NotifierActions actions)
     : bus_(bus),
       service_(nextServiceName()),
       content_(std::move(content)),
-      onActivate_(std::move(onActivate)),
-      onSeen_(std::move(onSeen)) {
+      actions_(std::move(actions)),
+      menu_(bus, actions_.menu) {
     hosts_.setConnection(bus_);
     hosts_.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
     connect(&hosts_, &QDBusServiceWatcher::serviceUnregistered, this, [this](const QString& host) {
         hosts_.removeWatchedService(host);
         if (hosts_.watchedServices().isEmpty())
-            onSeen_(false);
+            actions_.onSeen(false);
     });
     registerNotifierPixmaps();
     bus_.registerVirtualObject(itemPath, this);
@@ -158,6 +157,7 @@ void NotifierItem::setContent(NotifierContent content) {
     content_ = std::move(content);
     for (const char* const signal : {"NewIcon", "NewTitle", "NewToolTip"})
         announce(signal);
+    menu_.announceChange();
 }
 
 void NotifierItem::announce(const char* signal) const {
@@ -177,7 +177,7 @@ QVariantMap NotifierItem::properties() const {
         {QStringLiteral("IconPixmap"), QVariant::fromValue(pixmaps)},
         {QStringLiteral("ToolTip"), QVariant::fromValue(toolTip)},
         {QStringLiteral("ItemIsMenu"), false},
-        {QStringLiteral("Menu"), QVariant::fromValue(QDBusObjectPath(QStringLiteral("/NO_DBUSMENU")))},
+        {QStringLiteral("Menu"), QVariant::fromValue(QDBusObjectPath(NotifierMenu::path))},
     };
 }
 
@@ -186,6 +186,8 @@ QString NotifierItem::introspect(const QString& path) const {
         return {};
     QString xml = QStringLiteral("<interface name=\"%1\">"
                                  "<method name=\"Activate\"><arg type=\"i\" direction=\"in\"/>"
+                                 "<arg type=\"i\" direction=\"in\"/></method>"
+                                 "<method name=\"ContextMenu\"><arg type=\"i\" direction=\"in\"/>"
                                  "<arg type=\"i\" direction=\"in\"/></method>"
                                  "<signal name=\"NewIcon\"/><signal name=\"NewTitle\"/><signal name=\"NewToolTip\"/>")
                       .arg(itemInterface);
@@ -212,7 +214,7 @@ void NotifierItem::askedBy(const QString& host) {
     if (hosts_.watchedServices().contains(host))
         return;
     hosts_.addWatchedService(host);
-    onSeen_(true);
+    actions_.onSeen(true);
 }
 
 QDBusMessage NotifierItem::answerAboutProperties(const QDBusMessage& question) const {
@@ -225,10 +227,14 @@ QDBusMessage NotifierItem::answerAboutProperties(const QDBusMessage& question) c
     return question.createReply(QVariant::fromValue(QDBusVariant(*value)));
 }
 
-/// Only the plain click has a meaning here, as on the docked icon.
 QDBusMessage NotifierItem::answer(const QDBusMessage& call) const {
-    if (call.member() == QStringLiteral("Activate") && call.signature() == QStringLiteral("ii"))
-        onActivate_({call.arguments().at(0).toInt(), call.arguments().at(1).toInt()});
+    if (call.signature() != QStringLiteral("ii"))
+        return call.createReply();
+    const QPoint place(call.arguments().at(0).toInt(), call.arguments().at(1).toInt());
+    if (call.member() == QStringLiteral("Activate"))
+        actions_.onActivate(place);
+    else if (call.member() == QStringLiteral("ContextMenu"))
+        actions_.onContextMenu(place);
     return call.createReply();
 }
 

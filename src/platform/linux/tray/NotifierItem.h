@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/tray/NotifierMenu.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
@@ -36,15 +38,22 @@ struct NotifierContent {
     QList<QImage> pictures;
 };
 
-/// The icon as a StatusNotifierItem. The panel fetches its picture over D-Bus and reports clicks, but passes on no
-/// drops. Registered with the watcher of the session from construction to destruction.
+/// What an item does for its hosts. None of it may destroy the item.
+struct NotifierActions {
+    StatusItemMenu menu;
+    /// Both get the position of the click in pixels, or (0, 0) when the panel does not report it. The menu is asked
+    /// for by hosts that show no menus of items themselves.
+    std::function<void(const QPoint&)> onActivate;
+    std::function<void(const QPoint&)> onContextMenu;
+    /// Gets whether any host is there that has asked for the content, as only hosts that show the item do.
+    std::function<void(bool isSeen)> onSeen;
+};
+
+/// The icon as a StatusNotifierItem. The panel fetches its picture and its menu over D-Bus and reports clicks, but
+/// passes on no drops. Registered with the watcher of the session from construction to destruction.
 class NotifierItem : public QDBusVirtualObject {
 public:
-    /// `onActivate` gets the position of the click in pixels, or (0, 0) when the panel does not report it. `onSeen`
-    /// gets whether any host is there that has asked for the content, as only hosts that show the item do. It must
-    /// not destroy this.
-    NotifierItem(const QDBusConnection& bus, NotifierContent content, std::function<void(const QPoint&)> onActivate,
-                 std::function<void(bool isSeen)> onSeen);
+    NotifierItem(const QDBusConnection& bus, NotifierContent content, NotifierActions actions);
     ~NotifierItem() override;
 
     void setContent(NotifierContent content);
@@ -63,8 +72,8 @@ private:
     QDBusConnection bus_;
     const QString service_;
     NotifierContent content_;
-    const std::function<void(const QPoint&)> onActivate_;
-    const std::function<void(bool)> onSeen_;
+    const NotifierActions actions_;
+    NotifierMenu menu_;
     /// Watches the hosts that have asked for the content.
     QDBusServiceWatcher hosts_;
 };

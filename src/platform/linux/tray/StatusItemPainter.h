@@ -30,6 +30,7 @@ struct StatusItemContent {
     StatusItemImage image;
     StatusItemTitle title;
     std::shared_ptr<DraggingDestination> dropView;
+    StatusItemMenu menu = {};
 };
 
 [[nodiscard]] StatusItemMeasure measureContent(const StatusItemContent& content);

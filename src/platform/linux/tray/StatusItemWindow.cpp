@@ -5,7 +5,10 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/qt/QtDrops.h"
 
+#include <QApplication>
+#include <QContextMenuEvent>
 #include <QDragEnterEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QWindow>
 
@@ -34,6 +37,24 @@ bool wantsBlending(const X11Connection& connection, xcb_window_t manager) {
 
 }  // namespace
 
+void showStatusItemMenu(const StatusItemMenu& menu, const QPoint& place) {
+    if (!menu.entries)
+        return;
+    auto* const shown = new QMenu;
+    shown->setAttribute(Qt::WA_DeleteOnClose);
+    for (const StatusItemMenuEntry& entry : menu.entries()) {
+        if (entry.beginsGroup)
+            shown->addSeparator();
+        QAction* const action = shown->addAction(QString::fromStdString(entry.title));
+        action->setEnabled(entry.isEnabled);
+        // Later, because the menu still holds the keyboard, and may be destroyed with the icon.
+        QObject::connect(
+            action, &QAction::triggered, qApp, [choose = menu.choose, id = entry.id] { choose(id); },
+            Qt::QueuedConnection);
+    }
+    shown->popup(place);
+}
+
 StatusItemWindow::StatusItemWindow(const StatusItemContent& content, IncomingDrops& drops)
     : content_(content), drops_(drops) {
     setWindowFlags(Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
@@ -58,6 +79,10 @@ void StatusItemWindow::describe() {
     const QString description = QString::fromStdString(content_.image.accessibilityDescription);
     setAccessibleName(description);
     setToolTip(description);
+}
+
+void StatusItemWindow::contextMenuEvent(QContextMenuEvent* event) {
+    showStatusItemMenu(content_.menu, event->globalPos());
 }
 
 void StatusItemWindow::dragEnterEvent(QDragEnterEvent* event) {

@@ -10,6 +10,9 @@
 
 namespace stowpocket {
 
+/// Opens the icon's menu at that place on the screen. It closes by itself.
+void showStatusItemMenu(const StatusItemMenu& menu, const QPoint& place);
+
 /// The base of all windows of the icon. It takes clicks and drops, describes itself to assistive technology and never
 /// takes the keyboard. Window managers ignore it.
 class StatusItemWindow : public QAbstractButton {
@@ -26,6 +29,7 @@ public:
 protected:
     [[nodiscard]] const StatusItemContent& content() const { return content_; }
     void showEvent(QShowEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;

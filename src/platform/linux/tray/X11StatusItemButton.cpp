@@ -155,9 +155,8 @@ void X11StatusItemButton::setPlace(const IconPlacing& placing) {
     if (placing.place() != IconPlacing::Place::notifier)
         notifier_.reset();
     else if (!notifier_)
-        notifier_ = std::make_unique<NotifierItem>(
-            QDBusConnection::sessionBus(), notifierContent(), [this](const QPoint& pixels) { activated(pixels); },
-            [this](bool isSeen) { itemSeen.emit(isSeen); });
+        notifier_ =
+            std::make_unique<NotifierItem>(QDBusConnection::sessionBus(), notifierContent(), notifierActions());
 }
 
 void X11StatusItemButton::dragBegan() {
@@ -188,11 +187,25 @@ void X11StatusItemButton::click() {
         action_();
 }
 
-void X11StatusItemButton::activated(const QPoint& pixels) {
+NotifierActions X11StatusItemButton::notifierActions() {
+    return {.menu = content_.menu,
+            .onActivate =
+                [this](const QPoint& pixels) {
+                    meet(pixels);
+                    click();
+                },
+            .onContextMenu =
+                [this](const QPoint& pixels) {
+                    meet(pixels);
+                    showStatusItemMenu(content_.menu, rectOnScreen().center());
+                },
+            .onSeen = [this](bool isSeen) { itemSeen.emit(isSeen); }};
+}
+
+void X11StatusItemButton::meet(const QPoint& pixels) {
     lastPlace_ = isPlaceOnScreen(pixels) ? pointsOf(QRect(pixels, QSize(1, 1))) : std::nullopt;
     if (!lastPlace_ && !isWaylandSession())
         lastPlace_ = QRect(QCursor::pos(), QSize(1, 1));
-    click();
 }
 
 void X11StatusItemButton::pocketChanged() {

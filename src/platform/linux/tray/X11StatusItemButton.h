@@ -20,6 +20,7 @@ public:
     void setImage(const StatusItemImage& image) override;
     void setTitle(const StatusItemTitle& title) override;
     void setAction(std::function<void()> action) override { action_ = std::move(action); }
+    void setMenu(StatusItemMenu menu) override { content_.menu = std::move(menu); }
     void addDropView(std::shared_ptr<DraggingDestination> dropView) override;
     [[nodiscard]] QRect rectOnScreen() const override;
     [[nodiscard]] QRect barOnScreen() const override;
@@ -65,7 +66,9 @@ private:
     void showContent();
     void showTitle();
     void click();
-    void activated(const QPoint& pixels);
+    [[nodiscard]] NotifierActions notifierActions();
+    /// A host reports a click there.
+    void meet(const QPoint& pixels);
     void pocketChanged();
 
     const X11Connection& connection_;

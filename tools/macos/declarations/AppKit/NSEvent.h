@@ -5,13 +5,14 @@
 #import <Foundation/Foundation.h>
 
 NS_ASSUME_NONNULL_BEGIN
-DECL_OPTIONS(unsigned long long, NSEventMask){NSEventMaskLeftMouseDown = 1ULL << 1,
-                                              NSEventMaskLeftMouseUp = 1ULL << 2,
-                                              NSEventMaskRightMouseDown = 1ULL << 3, NSEventMaskKeyDown = 1ULL << 10};
+DECL_OPTIONS(unsigned long long, NSEventMask){
+    NSEventMaskLeftMouseDown = 1ULL << 1, NSEventMaskLeftMouseUp = 1ULL << 2, NSEventMaskRightMouseDown = 1ULL << 3,
+    NSEventMaskRightMouseUp = 1ULL << 4, NSEventMaskKeyDown = 1ULL << 10};
 DECL_OPTIONS(NSUInteger,
              NSEventModifierFlags){NSEventModifierFlagShift = 1UL << 17, NSEventModifierFlagControl = 1UL << 18,
                                    NSEventModifierFlagOption = 1UL << 19, NSEventModifierFlagCommand = 1UL << 20};
-DECL_ENUM(NSUInteger, NSEventType){NSEventTypeLeftMouseDown = 1, NSEventTypeLeftMouseDragged = 6};
+DECL_ENUM(NSUInteger, NSEventType){NSEventTypeLeftMouseDown = 1, NSEventTypeRightMouseUp = 4,
+                                   NSEventTypeLeftMouseDragged = 6};
 @class NSGraphicsContext;
 @interface NSEvent : NSObject <NSCopying, NSCoding>
 @property(class, readonly) NSUInteger pressedMouseButtons;

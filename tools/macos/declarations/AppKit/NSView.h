@@ -44,6 +44,24 @@ DECL_ENUM(NSUInteger, NSCellImagePosition){NSImageLeading = 7};
 @interface NSControl : NSView
 @property(nullable, weak) id target;
 @property(nullable) SEL action;
+- (NSInteger)sendActionOn:(NSEventMask)mask;
+@end
+@interface NSMenuItem : NSObject
+- (instancetype)initWithTitle:(NSString*)title
+                       action:(nullable SEL)action
+                keyEquivalent:(NSString*)key NS_DESIGNATED_INITIALIZER;
+@property(class, readonly, strong) NSMenuItem* separatorItem;
+@property(nullable, weak) id target;
+@property NSInteger tag;
+@property(getter=isEnabled) BOOL enabled;
+@end
+@interface NSMenu : NSObject
+- (instancetype)initWithTitle:(NSString*)title NS_DESIGNATED_INITIALIZER;
+@property BOOL autoenablesItems;
+- (void)addItem:(NSMenuItem*)item;
+- (BOOL)popUpMenuPositioningItem:(nullable NSMenuItem*)item
+                      atLocation:(NSPoint)location
+                          inView:(nullable NSView*)view;
 @end
 @interface NSButton : NSControl
 @property(nullable, strong) NSImage* image;
