@@ -25,6 +25,9 @@ constexpr std::array<ContentsKind, 3> texts{{
     {QLatin1String("text/plain"), "public.utf8-plain-text", QLatin1String("Text"), QLatin1String("txt")},
 }};
 
+constexpr ContentsKind link{QLatin1String("text/x-moz-url"), "public.url", QLatin1String("Link"),
+                            QLatin1String("desktop")};
+
 class ContentsProvider : public ItemProvider {
 public:
     ContentsProvider(DroppedContents contents, Dispatch& dispatch)
@@ -116,11 +119,25 @@ std::span<const ContentsKind> textKinds() {
     return texts;
 }
 
+const ContentsKind& linkKind() {
+    return link;
+}
+
+/// The time has milliseconds, because contents with equal names would replace each other where they are stored.
 DroppedContents::DroppedContents(const ContentsKind& kind)
-    : kind_(&kind), folder_(std::make_shared<const QTemporaryDir>()) {
-    // With milliseconds, because contents with equal names would replace each other where they are stored.
-    const QString now = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh.mm.ss.zzz"));
-    path_ = folder_->filePath(QStringLiteral("%1 %2.%3").arg(kind.name, now, kind.extension));
+    : kind_(&kind),
+      folder_(std::make_shared<const QTemporaryDir>()),
+      time_(QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh.mm.ss.zzz"))),
+      path_(pathFor(kind.name)) {}
+
+QString DroppedContents::pathFor(const QString& name) const {
+    return folder_->filePath(QStringLiteral("%1 %2.%3").arg(name, time_, kind_->extension));
+}
+
+void DroppedContents::nameAfter(const std::string& words) {
+    const QString named = pathFor(QString::fromStdString(words));
+    if (!words.empty() && QFile::rename(path_, named))
+        path_ = named;
 }
 
 std::shared_ptr<ItemProvider> providerOf(DroppedContents contents, Dispatch& dispatch) {

@@ -26,8 +26,10 @@ struct ContentsKind {
 /// Best kind first, since sources offer the same contents in several kinds.
 [[nodiscard]] std::span<const ContentsKind> pictureKinds();
 [[nodiscard]] std::span<const ContentsKind> textKinds();
+/// A file that leads to an address of the web.
+[[nodiscard]] const ContentsKind& linkKind();
 
-/// A dropped picture or text in a temporary file, named after its kind and the time of the drop.
+/// A dropped picture, text or link in a temporary file, named after its kind and the time of the drop.
 class DroppedContents {
 public:
     explicit DroppedContents(const ContentsKind& kind);
@@ -36,10 +38,15 @@ public:
     /// The file for its bytes, which exists as long as any copy of this object. Writing fails if the folder could not
     /// be created.
     [[nodiscard]] const QString& path() const { return path_; }
+    /// Renames the file, which has been written: these words then stand for the kind, unless there are none.
+    void nameAfter(const std::string& words);
 
 private:
+    [[nodiscard]] QString pathFor(const QString& name) const;
+
     const ContentsKind* kind_;
     std::shared_ptr<const QTemporaryDir> folder_;
+    QString time_;
     QString path_;
 };
 

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtDrops.h"
 
+#include "intake/DroppedTexts.h"
 #include "linux/drags/FakeDrops.h"
 #include "platform/linux/drags/X11IncomingDrops.h"
 #include "platform/qt/QtDispatch.h"
 
+#include <QFileInfo>
 #include <QMimeData>
 #include <QSysInfo>
 #include <QTemporaryDir>
@@ -107,6 +109,10 @@ TEST(DropData, offersFilesByNameAlone) {
     EXPECT_FALSE(offersItems(Formats({QStringLiteral("image/x-something")}), drops));
 }
 
+QString nameOf(const DropReading& reading) {
+    return reading.contents ? QFileInfo(reading.contents->path()).fileName() : QString();
+}
+
 TEST(DropData, readsOnlyWhatTheShelfTakesIn) {
     const std::string page = "http://example.org/a";
     FakeData files({{"text/uri-list", "file:///a"}, {"image/png", "p"}, {"text/plain", "t"}});
@@ -121,8 +127,14 @@ TEST(DropData, readsOnlyWhatTheShelfTakesIn) {
 
     FakeData archive({{"XdndDirectSave0", ""}, {"text/plain", "t"}});
     EXPECT_FALSE(archive.read().contents) << "the promise is worth more than text";
-    FakeData text({{"text/plain", "t"}, {"text/uri-list", page}});
-    EXPECT_TRUE(text.read().contents);
+    FakeData text({{"text/plain", "../first words\n" + page}});
+    EXPECT_TRUE(nameOf(text.read()).startsWith(QStringLiteral("first words http example.org a 2"))) << page;
+    FakeData link({{"text/plain", page}, {"text/uri-list", page}});
+    const DropReading web2 = link.read();
+    EXPECT_TRUE(nameOf(web2).startsWith(QStringLiteral("http example.org a 2")));
+    EXPECT_EQ(nameOf(web2).last(8), QStringLiteral(".desktop"));
+    std::ifstream entry(web2.contents->path().toStdString());
+    EXPECT_EQ(std::string(std::istreambuf_iterator(entry), {}), desktopEntryOf({page, page}));
     for (const auto failure : {SelectionFailure::late, SelectionFailure::tooBig}) {
         text.failure = failure;
         EXPECT_FALSE(text.read().contents);

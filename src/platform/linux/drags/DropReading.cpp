@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/drags/DropReading.h"
 
+#include "intake/DroppedTexts.h"
 #include "intake/FileLists.h"
 #include "platform/linux/drags/DirectSaves.h"
 #include "platform/linux/files/DurableFile.h"
@@ -20,6 +21,8 @@ namespace {
 /// URL.
 constexpr std::array<std::string_view, 2> listFormats{"text/uri-list", "x-special/gnome-copied-files"};
 
+constexpr std::string_view mozURLFormat = "text/x-moz-url";
+
 bool offers(const std::vector<std::string>& formats, std::string_view format) {
     return std::ranges::find(formats, format) != formats.end();
 }
@@ -28,27 +31,68 @@ bool namesFiles(const std::string& list) {
     return !filesOfUriList(list, QSysInfo::machineHostName().toStdString()).empty();
 }
 
-std::vector<std::span<const ContentsKind>> wantedKinds(const std::vector<std::string>& formats) {
-    if (offers(formats, DirectSaves::format))
-        return {pictureKinds()};
-    return {pictureKinds(), textKinds()};
+struct ContentsSearch {
+    std::optional<DroppedContents> contents;
+    /// The source was silent, and would be again.
+    bool isOver = false;
+};
+
+ContentsSearch contentsOfKinds(DragData& data, const std::vector<std::string>& formats,
+                               std::span<const ContentsKind> kinds) {
+    for (const ContentsKind& kind : kinds) {
+        const std::string_view format(kind.format.data(), static_cast<std::size_t>(kind.format.size()));
+        if (!offers(formats, format))
+            continue;
+        DroppedContents contents(kind);
+        const std::optional<SelectionFailure> failure = data.write(format, contents.path());
+        if (!failure)
+            return {std::move(contents)};
+        if (failure == SelectionFailure::late)
+            return {std::nullopt, true};
+    }
+    return {};
 }
 
-std::optional<DroppedContents> contentsOf(DragData& data, const std::vector<std::string>& formats) {
-    for (const std::span<const ContentsKind> kinds : wantedKinds(formats)) {
-        for (const ContentsKind& kind : kinds) {
-            const std::string_view format(kind.format.data(), static_cast<std::size_t>(kind.format.size()));
-            if (!offers(formats, format))
-                continue;
-            DroppedContents contents(kind);
-            const std::optional<SelectionFailure> failure = data.write(format, contents.path());
-            if (!failure)
-                return contents;
-            if (failure == SelectionFailure::late)
-                return std::nullopt;
-        }
-    }
-    return std::nullopt;
+/// With the title of the page, where the source knows it.
+std::optional<DroppedLink> linkOf(const DragData::List& named, const std::string& uriList) {
+    std::optional<DroppedLink> link = named.failure ? std::nullopt : linkOfMozURL(named.text);
+    return link ? link : linkOfUriList(uriList);
+}
+
+std::optional<DroppedContents> linkFileOf(const DroppedLink& link) {
+    DroppedContents contents(linkKind());
+    QFile file(contents.path());
+    const std::string entry = desktopEntryOf(link);
+    if (!file.open(QIODevice::WriteOnly) || file.write(entry.data(), static_cast<qint64>(entry.size())) < 0)
+        return std::nullopt;
+    file.close();
+    contents.nameAfter(firstWords(link.title));
+    return contents;
+}
+
+/// The text is named after what it begins with.
+void nameText(DroppedContents& contents) {
+    constexpr qint64 longestBeginning = 2048;
+    QFile file(contents.path());
+    if (file.open(QIODevice::ReadOnly))
+        contents.nameAfter(firstWords(file.read(longestBeginning).toStdString()));
+}
+
+/// A picture, else a link, else a text. Links and texts give way to promised files.
+std::optional<DroppedContents> contentsOf(DragData& data, const std::vector<std::string>& formats,
+                                          const std::string& uriList) {
+    const ContentsSearch picture = contentsOfKinds(data, formats, pictureKinds());
+    if (picture.contents || picture.isOver || offers(formats, DirectSaves::format))
+        return picture.contents;
+    const DragData::List named = offers(formats, mozURLFormat) ? data.list(mozURLFormat) : DragData::List();
+    if (const std::optional<DroppedLink> link = linkOf(named, uriList))
+        return linkFileOf(*link);
+    if (named.failure == SelectionFailure::late)
+        return std::nullopt;
+    ContentsSearch text = contentsOfKinds(data, formats, textKinds());
+    if (text.contents)
+        nameText(*text.contents);
+    return text.contents;
 }
 
 constexpr std::size_t longestFormatList = 4096;
@@ -97,6 +141,7 @@ private:
 
 DropReading readDrop(DragData& data, const std::vector<std::string>& formats) {
     DropReading reading;
+    std::string addresses;
     for (const std::string_view format : listFormats) {
         if (!offers(formats, format))
             continue;
@@ -108,8 +153,9 @@ DropReading readDrop(DragData& data, const std::vector<std::string>& formats) {
             reading.uriList = std::move(list.text);
             return reading;
         }
+        addresses += list.text;
     }
-    reading.contents = contentsOf(data, formats);
+    reading.contents = contentsOf(data, formats, addresses);
     return reading;
 }
 

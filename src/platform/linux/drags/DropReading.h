@@ -43,9 +43,9 @@ struct DropReading {
 };
 
 /// Reads what a drop of these formats brings to the shelf. That is the list of files. If the list names no file on
-/// this machine, it is a picture, or text if no file is promised either. A picture goes before a promise: web
-/// browsers offer both, and keep the promise by fetching the picture again, which may bring an error page. A source
-/// that was late once is not asked again.
+/// this machine, it is a picture, or a link or text if no file is promised either. A picture goes before a promise:
+/// web browsers offer both, and keep the promise by fetching the picture again, which may bring an error page. A
+/// source that was late once is not asked again.
 [[nodiscard]] DropReading readDrop(DragData& data, const std::vector<std::string>& formats);
 
 /// Which data to read, and the time of the event that it is read for.
