@@ -152,6 +152,12 @@ void AppDelegate::paste() {
     bringUpPopover();
 }
 
+void AppDelegate::openItems(std::span<const UUID> ids) {
+    const std::vector<FileURL> files = shelfViewModel_->availableFiles(ids);
+    if (!files.empty())
+        services_.opener.open(files, [](bool) {});
+}
+
 void AppDelegate::setUpPopover() {
     popover_ = services_.views.makeShelfPopover(shelfViewModel_, weakly(&AppDelegate::openSettings),
                                                 weakly(&AppDelegate::quit));

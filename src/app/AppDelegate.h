@@ -18,6 +18,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -74,6 +75,8 @@ public:
     void quickDrop();
     /// Adds what is on the clipboard, as a drop of it would, and opens the shelf.
     void paste();
+    /// Opens the files of these items with their applications. Those that are missing are left out.
+    void openItems(std::span<const UUID> ids);
     /// Where all drops arrive.
     [[nodiscard]] ShelfViewModel& shelfViewModel() const { return *shelfViewModel_; }
 

@@ -22,18 +22,22 @@ struct VerbRule {
     Operands operands;
 };
 
-constexpr VerbRule openRule{"", Verb::open, Operands::any};
-constexpr std::array<VerbRule, 7> verbRules{{{"add", Verb::add, Operands::some},
-                                             {"list", Verb::list, Operands::none},
-                                             {"remove", Verb::remove, Operands::some},
-                                             {"clear", Verb::clear, Operands::none},
-                                             {"show", Verb::show, Operands::none},
-                                             {"toggle", Verb::toggle, Operands::none},
-                                             {"quick-drop", Verb::quickDrop, Operands::none}}};
+constexpr VerbRule startRule{"", Verb::start, Operands::any};
+constexpr std::array<VerbRule, 11> verbRules{{{"add", Verb::add, Operands::some},
+                                              {"list", Verb::list, Operands::none},
+                                              {"remove", Verb::remove, Operands::some},
+                                              {"clear", Verb::clear, Operands::none},
+                                              {"undo", Verb::undo, Operands::none},
+                                              {"copy", Verb::copy, Operands::any},
+                                              {"paste", Verb::paste, Operands::none},
+                                              {"open", Verb::open, Operands::any},
+                                              {"show", Verb::show, Operands::none},
+                                              {"toggle", Verb::toggle, Operands::none},
+                                              {"quick-drop", Verb::quickDrop, Operands::none}}};
 
 const VerbRule& ruleFor(std::string_view word) {
     const auto rule = std::ranges::find(verbRules, word, &VerbRule::word);
-    return rule == verbRules.end() ? openRule : *rule;
+    return rule == verbRules.end() ? startRule : *rule;
 }
 
 /// The number of letters to replace, insert or delete to turn one word into the other.
@@ -65,7 +69,7 @@ bool isWord(std::string_view argument) {
 }
 
 std::string named(const VerbRule& rule) {
-    return rule.verb == Verb::open ? std::string() : std::string(rule.word) + ": ";
+    return rule.verb == Verb::start ? std::string() : std::string(rule.word) + ": ";
 }
 
 constexpr std::string_view formatOption = "--format=";
@@ -110,8 +114,8 @@ void goUp(std::string& path, const LinkTarget& linkTarget) {
 
 std::variant<Command, UsageError> parsedCommandLine(std::span<const std::string> arguments,
                                                     const std::function<bool(const std::string& argument)>& isThere) {
-    const VerbRule& rule = arguments.empty() ? openRule : ruleFor(arguments.front());
-    if (rule.verb != Verb::open)
+    const VerbRule& rule = arguments.empty() ? startRule : ruleFor(arguments.front());
+    if (rule.verb != Verb::start)
         arguments = arguments.subspan(1);
     Command command{.verb = rule.verb};
     bool optionsEnded = false;
@@ -130,7 +134,7 @@ std::variant<Command, UsageError> parsedCommandLine(std::span<const std::string>
         if (command.verb == Verb::help || command.verb == Verb::version)
             return Command{.verb = command.verb};
     }
-    if (rule.verb == Verb::open && !arguments.empty() && isWord(arguments.front()) && !isThere(arguments.front()))
+    if (rule.verb == Verb::start && !arguments.empty() && isWord(arguments.front()) && !isThere(arguments.front()))
         return UsageError{printable(arguments.front()) + " is neither a verb nor a file; the nearest verb is " +
                           std::string(nearestVerb(arguments.front()))};
     if (rule.operands == Operands::some && command.operands.empty())

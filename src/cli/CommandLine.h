@@ -13,11 +13,11 @@
 
 namespace stowpocket {
 
-/// What the program was started for. `open` is a start without a verb.
-enum class Verb { open, add, list, remove, clear, show, toggle, quickDrop, help, version };
+/// What the program was started for. `start` is a start without a verb.
+enum class Verb { start, add, list, remove, clear, undo, copy, paste, open, show, toggle, quickDrop, help, version };
 
 struct Command {
-    Verb verb = Verb::open;
+    Verb verb = Verb::start;
     /// For `list`: output for programs instead of people.
     bool asJSON = false;
     /// Files, URLs of files or ids of items, as they were typed.

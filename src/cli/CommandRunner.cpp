@@ -5,6 +5,7 @@
 #include "foundation/UUID.h"
 #include "services/RunningShelf.h"
 
+#include <algorithm>
 #include <span>
 
 namespace stowpocket {
@@ -45,6 +46,19 @@ void report(CommandResult& result, const std::string& operand, RemoveOutcome out
         refuse(result, operand, "not on the shelf");
 }
 
+void report(CommandResult& result, const std::string& operand, UseOutcome outcome, ItemUse what) {
+    switch (outcome) {
+    case UseOutcome::done:
+        result.out += (what == ItemUse::copy ? "copied: " : "opened: ") + printable(operand) + '\n';
+        return;
+    case UseOutcome::missing:
+        return refuse(result, operand, "the file is missing");
+    case UseOutcome::notOnShelf:
+    case UseOutcome::malformed:
+        return refuse(result, operand, "not on the shelf");
+    }
+}
+
 void noteSaving(CommandResult& result, const RunningShelf& shelf) {
     if (shelf.saveProblem().empty() || result.code == ExitCode::notSaved)
         return;
@@ -80,15 +94,20 @@ CommandResult runAdd(const Command& command, const CommandEnvironment& environme
         return failed(std::move(result), shelf);
     const bool added = requestInParts<FileURL, FileURL>(
         files, files, result, shelf, [&](std::span<const FileURL> part) { return shelf.add(part); });
-    if (!added || (command.verb == Verb::open && !shelf.perform(ShelfAction::show)))
+    if (!added || (command.verb == Verb::start && !shelf.perform(ShelfAction::show)))
         return failed(std::move(result), shelf);
     return result;
 }
 
-CommandResult runRemove(const Command& command, const CommandEnvironment& environment, RunningShelf& shelf) {
-    CommandResult result;
+/// The operands as the shelf knows them, ids or URLs, and as they were typed. Each other operand adds a line to
+/// `result`.
+struct ItemNames {
     std::vector<std::string> names;
     std::vector<std::string> operands;
+};
+
+ItemNames itemNames(const Command& command, const CommandEnvironment& environment, CommandResult& result) {
+    ItemNames items;
     for (const std::string& operand : command.operands) {
         std::optional<std::string> name;
         if (UUID::parse(operand))
@@ -100,14 +119,46 @@ CommandResult runRemove(const Command& command, const CommandEnvironment& enviro
             refuse(result, operand, "not a file of this machine");
             continue;
         }
-        names.push_back(std::move(*name));
-        operands.push_back(operand);
+        items.names.push_back(std::move(*name));
+        items.operands.push_back(operand);
     }
-    const bool removed =
-        shelf.reach(StartProgram::never) &&
-        requestInParts<std::string, std::string>(
-            names, operands, result, shelf, [&](std::span<const std::string> part) { return shelf.remove(part); });
+    return items;
+}
+
+CommandResult runRemove(const Command& command, const CommandEnvironment& environment, RunningShelf& shelf) {
+    CommandResult result;
+    const ItemNames items = itemNames(command, environment, result);
+    const bool removed = shelf.reach(StartProgram::never) &&
+                         requestInParts<std::string, std::string>(
+                             items.names, items.operands, result, shelf,
+                             [&](std::span<const std::string> part) { return shelf.remove(part); });
     return removed ? result : failed(std::move(result), shelf);
+}
+
+/// Without operands it is for everything on the shelf.
+CommandResult runUse(ItemUse what, const Command& command, const CommandEnvironment& environment,
+                     RunningShelf& shelf) {
+    CommandResult result;
+    ItemNames items = itemNames(command, environment, result);
+    if (!shelf.reach(StartProgram::never))
+        return failed(std::move(result), shelf);
+    if (command.operands.empty()) {
+        const std::optional<std::vector<StagedFile>> files = shelf.list();
+        if (!files)
+            return failed(std::move(result), shelf);
+        for (const StagedFile& file : *files) {
+            items.names.push_back(file.id);
+            items.operands.push_back(file.fileURL.path());
+        }
+    }
+    if (items.names.empty())
+        return result;
+    const std::optional<std::vector<UseOutcome>> outcomes = shelf.use(what, items.names);
+    if (!outcomes)
+        return failed(std::move(result), shelf);
+    for (std::size_t at = 0; at < std::min(outcomes->size(), items.operands.size()); ++at)
+        report(result, items.operands[at], (*outcomes)[at], what);
+    return result;
 }
 
 CommandResult runList(const Command& command, RunningShelf& shelf) {
@@ -155,7 +206,7 @@ CommandResult usageErrorResult(const std::string& message) {
 
 CommandResult runCommand(const Command& command, const CommandEnvironment& environment, RunningShelf& shelf) {
     switch (command.verb) {
-    case Verb::open:
+    case Verb::start:
     case Verb::add:
         return runAdd(command, environment, shelf);
     case Verb::list:
@@ -164,6 +215,14 @@ CommandResult runCommand(const Command& command, const CommandEnvironment& envir
         return runRemove(command, environment, shelf);
     case Verb::clear:
         return runAction(ShelfAction::clear, StartProgram::never, shelf);
+    case Verb::undo:
+        return runAction(ShelfAction::undo, StartProgram::never, shelf);
+    case Verb::copy:
+        return runUse(ItemUse::copy, command, environment, shelf);
+    case Verb::paste:
+        return runAction(ShelfAction::paste, StartProgram::ifNeeded, shelf);
+    case Verb::open:
+        return runUse(ItemUse::open, command, environment, shelf);
     case Verb::show:
         return runAction(ShelfAction::show, StartProgram::ifNeeded, shelf);
     case Verb::toggle:

@@ -37,7 +37,7 @@ struct CommandResult {
 /// The result for invalid arguments.
 [[nodiscard]] CommandResult usageErrorResult(const std::string& message);
 
-/// The existing files that the operands of `open` and `add` name. Each other operand adds a line to `result`.
+/// The existing files that the operands of `start` and `add` name. Each other operand adds a line to `result`.
 [[nodiscard]] std::vector<FileURL> filesToAdd(const Command& command, const CommandEnvironment& environment,
                                               CommandResult& result);
 

@@ -103,6 +103,10 @@ Verbs:
   list                 print the files on the shelf, one a line, oldest first
   remove FILES|IDS...  take files off the shelf; the files themselves stay
   clear                take all files off the shelf
+  undo                 bring back what was taken off the shelf last
+  copy [FILES|IDS...]  put files of the shelf, or all of them, on the clipboard
+  paste                add what is on the clipboard; starts the program if needed
+  open [FILES|IDS...]  open files of the shelf, or all of them, with their applications
   show                 open the shelf; starts the program if needed
   toggle               open or close the shelf; starts the program if needed
   quick-drop           add what is selected in the file manager; starts the program if needed

@@ -66,6 +66,11 @@ private:
     std::unordered_map<std::string, std::vector<UUID>> idsByPath_;
 };
 
+bool isThere(const ShelfManager& shelf, const UUID& id) {
+    const auto item = std::ranges::find(shelf.items(), id, &ShelfItem::id);
+    return item != shelf.items().end() && item->isAvailable;
+}
+
 }  // namespace
 
 ShelfCommands::ShelfCommands(AppDelegate& app, UseTokens useTokens)
@@ -142,11 +147,30 @@ void ShelfCommands::remove(std::span<const std::string> names, const RemoveCompl
     completeWhenSaved(std::move(outcomes), completion);
 }
 
+std::vector<UseOutcome> ShelfCommands::use(ItemUse what, std::span<const std::string> names) {
+    ItemFinder finder(shelf().items());
+    std::vector<UUID> all;
+    std::vector<UseOutcome> outcomes;
+    for (const std::string& name : names) {
+        const std::vector<UUID> ids = finder.take(name);
+        all.insert(all.end(), ids.begin(), ids.end());
+        if (ids.empty())
+            outcomes.push_back(UUID::parse(name) || fileNamed(name) ? UseOutcome::notOnShelf : UseOutcome::malformed);
+        else
+            outcomes.push_back(isThere(shelf(), ids.front()) ? UseOutcome::done : UseOutcome::missing);
+    }
+    if (what == ItemUse::copy)
+        app_.shelfViewModel().copyFiles(all);
+    else
+        app_.openItems(all);
+    return outcomes;
+}
+
 void ShelfCommands::perform(ShelfAction action, const StartupTokens& tokens, const ActionCompletion& completion) {
     if (useTokens_ && tokens != StartupTokens())
         useTokens_(tokens);
     carryOut(action);
-    if (action == ShelfAction::clear)
+    if (action == ShelfAction::clear || action == ShelfAction::undo)
         shelf().preferences().whenSaved(completion);
     else
         completion(std::nullopt);
@@ -157,6 +181,10 @@ void ShelfCommands::carryOut(ShelfAction action) {
     case ShelfAction::clear:
         shelf().clear();
         return app_.shelfViewModel().setCapacityMessage(std::nullopt);
+    case ShelfAction::undo:
+        return shelf().undo();
+    case ShelfAction::paste:
+        return app_.paste();
     case ShelfAction::show:
         return app_.bringUpPopover();
     case ShelfAction::toggle:

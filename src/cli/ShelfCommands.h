@@ -27,6 +27,7 @@ public:
     void add(std::span<const std::string> urls, AddCompletion completion) override;
     [[nodiscard]] std::vector<StagedFile> list() const override;
     void remove(std::span<const std::string> names, const RemoveCompletion& completion) override;
+    [[nodiscard]] std::vector<UseOutcome> use(ItemUse what, std::span<const std::string> names) override;
     void perform(ShelfAction action, const StartupTokens& tokens, const ActionCompletion& completion) override;
 
 private:

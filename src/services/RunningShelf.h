@@ -19,8 +19,12 @@ namespace stowpocket {
 enum class AddOutcome { added, alreadyOnShelf, shelfFull, malformed };
 enum class RemoveOutcome { removed, notOnShelf, malformed };
 
+/// What another process asked to do with items of the shelf, and the result for one of them.
+enum class ItemUse { copy, open };
+enum class UseOutcome { done, notOnShelf, missing, malformed };
+
 /// Requests without arguments.
-enum class ShelfAction { clear, show, toggle, quickDrop };
+enum class ShelfAction { clear, undo, show, toggle, quickDrop, paste };
 
 /// One item, as other processes see it.
 struct StagedFile {
@@ -42,6 +46,7 @@ namespace detail {
 /// In the order of the enumerations.
 inline constexpr std::array<std::string_view, 4> addWords{"added", "already-on-shelf", "shelf-full", "malformed"};
 inline constexpr std::array<std::string_view, 3> removeWords{"removed", "not-on-shelf", "malformed"};
+inline constexpr std::array<std::string_view, 4> useWords{"done", "not-on-shelf", "missing", "malformed"};
 
 template <class Outcome>
 std::optional<Outcome> outcomeFor(std::span<const std::string_view> words, std::string_view word) {
@@ -63,6 +68,12 @@ std::optional<Outcome> outcomeFor(std::span<const std::string_view> words, std::
 }
 [[nodiscard]] inline std::optional<RemoveOutcome> removeOutcome(std::string_view word) {
     return detail::outcomeFor<RemoveOutcome>(detail::removeWords, word);
+}
+[[nodiscard]] inline std::string_view word(UseOutcome outcome) {
+    return detail::useWords.at(static_cast<std::size_t>(outcome));
+}
+[[nodiscard]] inline std::optional<UseOutcome> useOutcome(std::string_view word) {
+    return detail::outcomeFor<UseOutcome>(detail::useWords, word);
 }
 
 /// What the desktop gave the requesting process so that a window opened for it may take the focus. Either may be
@@ -91,6 +102,9 @@ public:
     [[nodiscard]] virtual std::optional<std::vector<StagedFile>> list() = 0;
     /// Names are ids of items or URLs of files, at most `maxFilesPerRequest`.
     [[nodiscard]] virtual std::optional<std::vector<RemoveOutcome>> remove(std::span<const std::string> names) = 0;
+    /// Uses these items together. Names are as for `remove`.
+    [[nodiscard]] virtual std::optional<std::vector<UseOutcome>> use(ItemUse what,
+                                                                     std::span<const std::string> names) = 0;
     [[nodiscard]] virtual bool perform(ShelfAction action) = 0;
     /// Why the last call had no response, as text for the user.
     [[nodiscard]] virtual std::string problem() const = 0;
@@ -119,6 +133,8 @@ public:
     [[nodiscard]] virtual std::vector<StagedFile> list() const = 0;
     /// Names are ids of items or URLs of files.
     virtual void remove(std::span<const std::string> names, const RemoveCompletion& completion) = 0;
+    /// Uses these items together. Returns one outcome per name.
+    [[nodiscard]] virtual std::vector<UseOutcome> use(ItemUse what, std::span<const std::string> names) = 0;
     virtual void perform(ShelfAction action, const StartupTokens& tokens, const ActionCompletion& completion) = 0;
 };
 

@@ -31,6 +31,8 @@ public:
     /// first. Returns false and does nothing if the shelf is already full.
     [[nodiscard]] bool handleDrop(const std::vector<std::shared_ptr<ItemProvider>>& providers);
 
+    /// The files of these items, in the order of the shelf and without missing ones.
+    [[nodiscard]] std::vector<FileURL> availableFiles(std::span<const UUID> ids) const;
     /// Puts the files of these items on the clipboard, in the order of the shelf and without missing ones. Leaves the
     /// clipboard alone if no file is left.
     void copyFiles(std::span<const UUID> ids);
@@ -57,7 +59,6 @@ private:
           clipboard_(clipboard) {}
 
     [[nodiscard]] bool isFull() const;
-    [[nodiscard]] std::vector<FileURL> availableFiles(std::span<const UUID> ids) const;
 
     const std::shared_ptr<ShelfManager> shelfManager_;
     FileManager& fileManager_;

@@ -20,12 +20,12 @@ std::variant<Command, UsageError> parsed(const Words& arguments) {
 
 TEST(CommandLineTest, readsVerbsOptionsAndFiles) {
     const std::vector<std::pair<Words, Command>> table{
-        {{}, {Verb::open, false, {}}},
-        {{"a.txt", "b"}, {Verb::open, false, {"a.txt", "b"}}},
-        {{"./add"}, {Verb::open, false, {"./add"}}},
-        {{"--", "add"}, {Verb::open, false, {"add"}}},
-        {{"a.txt", "list"}, {Verb::open, false, {"a.txt", "list"}}},
-        {{"bogus/", "file:bogus"}, {Verb::open, false, {"bogus/", "file:bogus"}}},
+        {{}, {Verb::start, false, {}}},
+        {{"a.txt", "b"}, {Verb::start, false, {"a.txt", "b"}}},
+        {{"./add"}, {Verb::start, false, {"./add"}}},
+        {{"--", "add"}, {Verb::start, false, {"add"}}},
+        {{"a.txt", "list"}, {Verb::start, false, {"a.txt", "list"}}},
+        {{"bogus/", "file:bogus"}, {Verb::start, false, {"bogus/", "file:bogus"}}},
         {{"add", "add"}, {Verb::add, false, {"add"}}},
         {{"add", "--", "--json", "--", "-"}, {Verb::add, false, {"--json", "--", "-"}}},
         {{"add", ""}, {Verb::add, false, {""}}},
@@ -143,10 +143,16 @@ struct FakeRunningShelf : RunningShelf {
         requests.push_back(files.size());
         return answers ? std::optional(std::vector(files.size(), AddOutcome::added)) : std::nullopt;
     }
-    [[nodiscard]] std::optional<std::vector<StagedFile>> list() override { return std::vector<StagedFile>(); }
+    [[nodiscard]] std::optional<std::vector<StagedFile>> list() override { return onShelf; }
     [[nodiscard]] std::optional<std::vector<RemoveOutcome>> remove(std::span<const std::string> names) override {
         removed.assign(names.begin(), names.end());
         return std::vector(names.size(), RemoveOutcome::removed);
+    }
+    [[nodiscard]] std::optional<std::vector<UseOutcome>> use(ItemUse, std::span<const std::string> names) override {
+        used.assign(names.begin(), names.end());
+        std::vector<UseOutcome> outcomes(names.size(), UseOutcome::missing);
+        outcomes.front() = UseOutcome::done;
+        return outcomes;
     }
     [[nodiscard]] bool perform(ShelfAction action) override {
         actions.push_back(action);
@@ -156,6 +162,8 @@ struct FakeRunningShelf : RunningShelf {
     [[nodiscard]] bool runsElsewhere() const override { return isElsewhere; }
     [[nodiscard]] std::string saveProblem() const override { return diskProblem; }
 
+    std::vector<StagedFile> onShelf;
+    std::vector<std::string> used;
     std::vector<std::string> removed;
     std::string diskProblem;
     bool isElsewhere = false;
@@ -185,7 +193,7 @@ TEST_F(CommandRunnerTest, onlyWhatIsOfUseAfterAStartStartsTheProgram) {
         EXPECT_EQ(run(verb).code, ExitCode::unreachable);
     EXPECT_EQ(run(Verb::add, {"gone"}).code, ExitCode::partlyDone);
     EXPECT_FALSE(shelf.isRunning) << "nothing to add, nothing to start";
-    EXPECT_EQ(run(Verb::open).code, ExitCode::done);
+    EXPECT_EQ(run(Verb::start).code, ExitCode::done);
     EXPECT_EQ(run(Verb::clear).code, ExitCode::done);
     EXPECT_EQ(shelf.actions, (std::vector{ShelfAction::show, ShelfAction::clear}));
 
@@ -196,6 +204,19 @@ TEST_F(CommandRunnerTest, onlyWhatIsOfUseAfterAStartStartsTheProgram) {
     EXPECT_EQ(run(Verb::toggle).code, ExitCode::unreachable);
     shelf.isElsewhere = true;
     EXPECT_EQ(run(Verb::toggle).code, ExitCode::runsElsewhere);
+}
+
+TEST_F(CommandRunnerTest, copiesAndOpensAllOfTheShelfOrWhatIsNamed) {
+    shelf.isRunning = true;
+    EXPECT_EQ(run(Verb::copy).code, ExitCode::done) << "an empty shelf";
+    shelf.onShelf = {{"ID", *FileURL::fromPath("/a"), true, 1}, {"ID2", *FileURL::fromPath("/b"), true, 1}};
+    const CommandResult all = run(Verb::copy);
+    EXPECT_EQ(all.out + all.err, "copied: /a\nstowpocket: /b: the file is missing\n");
+    EXPECT_EQ(shelf.used, (std::vector<std::string>{"ID", "ID2"}));
+    const CommandResult one = run(Verb::open, {"x", "file:nothing"});
+    EXPECT_EQ(one.out, "opened: x\n");
+    EXPECT_EQ(shelf.used, std::vector<std::string>{"file:///home/u/x"});
+    EXPECT_EQ(one.code, ExitCode::partlyDone);
 }
 
 TEST_F(CommandRunnerTest, saysWhatIsDoneButNotSaved) {

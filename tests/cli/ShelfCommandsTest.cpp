@@ -116,5 +116,20 @@ TEST_F(ShelfCommandsTest, removesByEitherName) {
     EXPECT_EQ(staged(), std::vector<std::string>{"a"});
 }
 
+TEST_F(ShelfCommandsTest, usesWhatIsOnTheShelfAndBringsBackWhatWas) {
+    files.add("/a");
+    add({"file:///a", "file:///gone"});
+    const std::vector<std::string> names{"file:///gone", commands->list().at(0).id, "file:///b", "nonsense"};
+    for (const ItemUse what : {ItemUse::copy, ItemUse::open})
+        EXPECT_EQ(commands->use(what, names), (std::vector{UseOutcome::missing, UseOutcome::done,
+                                                           UseOutcome::notOnShelf, UseOutcome::malformed}));
+    EXPECT_EQ(clipboard.files, std::vector{*FileURL::fromPath("/a")});
+    EXPECT_EQ(opener.opened, std::vector<std::string>{"a"});
+    remove({"file:///a", "file:///gone"});
+    commands->perform(ShelfAction::undo, {}, [](const auto&) {});
+    dispatch.runAll();
+    EXPECT_EQ(staged(), std::vector<std::string>{"a"});
+}
+
 }  // namespace
 }  // namespace stowpocket

@@ -114,7 +114,7 @@ int main(int argc, char** argv) {
     if (command == nullptr)
         return finish(usageErrorResult(std::get<UsageError>(parsed).message));
     const StartupTokens tokens = startupTokens();
-    if (command->verb != Verb::open)
+    if (command->verb != Verb::start)
         return runCommand(argc, argv, *command, tokens);
     bool isRestartAsked = false;
     tellEndInOrder();

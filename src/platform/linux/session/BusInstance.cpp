@@ -72,6 +72,11 @@ const std::vector<BusInstance::Method>& BusInstance::methods() {
     const auto action = [](ShelfAction which) {
         return [which](BusInstance& self, const QDBusMessage& request) { self.perform(which, request); };
     };
+    const auto use = [](ItemUse what) {
+        return [what](BusInstance& self, const QDBusMessage& request) {
+            self.answer(request, {words(self.commands_->use(what, namesOf(request)))});
+        };
+    };
     static const QString names = QStringLiteral("as");
     static const QString tokens = QStringLiteral("a{sv}");
     static const std::vector<Method> all{
@@ -79,6 +84,10 @@ const std::vector<BusInstance::Method>& BusInstance::methods() {
         {QStringLiteral("List"), {}, &BusInstance::list},
         {QStringLiteral("Remove"), names, &BusInstance::remove},
         {QStringLiteral("Clear"), {}, action(ShelfAction::clear)},
+        {QStringLiteral("Undo"), {}, action(ShelfAction::undo)},
+        {QStringLiteral("Copy"), names, use(ItemUse::copy)},
+        {QStringLiteral("Open"), names, use(ItemUse::open)},
+        {QStringLiteral("Paste"), tokens, action(ShelfAction::paste)},
         {QStringLiteral("Show"), tokens, action(ShelfAction::show)},
         {QStringLiteral("Toggle"), tokens, action(ShelfAction::toggle)},
         {QStringLiteral("QuickDrop"), tokens, action(ShelfAction::quickDrop)},
@@ -223,8 +232,8 @@ void BusInstance::perform(ShelfAction action, const QDBusMessage& request) {
     const auto complete = [self = QPointer(this), action, request](const std::optional<std::string>& problem) {
         if (!self)
             return;
-        self->answer(request,
-                     action == ShelfAction::clear ? QVariantList{text(problem.value_or(""))} : QVariantList());
+        const bool isChange = action == ShelfAction::clear || action == ShelfAction::undo;
+        self->answer(request, isChange ? QVariantList{text(problem.value_or(""))} : QVariantList());
     };
     commands_->perform(action, tokensOf(request), complete);
 }

@@ -88,6 +88,13 @@ QString text(std::string_view bytes) {
     return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
 }
 
+QStringList texts(std::span<const std::string> names) {
+    QStringList list;
+    for (const std::string& name : names)
+        list.push_back(text(name));
+    return list;
+}
+
 std::string problemOf(const QDBusMessage& reply) {
     switch (QDBusError(reply).type()) {
     case QDBusError::ServiceUnknown:
@@ -114,6 +121,10 @@ QString methodFor(ShelfAction action) {
     switch (action) {
     case ShelfAction::clear:
         return QStringLiteral("Clear");
+    case ShelfAction::undo:
+        return QStringLiteral("Undo");
+    case ShelfAction::paste:
+        return QStringLiteral("Paste");
     case ShelfAction::show:
         return QStringLiteral("Show");
     case ShelfAction::toggle:
@@ -190,10 +201,12 @@ std::optional<std::vector<AddOutcome>> BusRunningShelf::add(std::span<const File
 }
 
 std::optional<std::vector<RemoveOutcome>> BusRunningShelf::remove(std::span<const std::string> names) {
-    QStringList list;
-    for (const std::string& name : names)
-        list.push_back(text(name));
-    return callWithNames<RemoveOutcome>(QStringLiteral("Remove"), list, removeOutcome);
+    return callWithNames<RemoveOutcome>(QStringLiteral("Remove"), texts(names), removeOutcome);
+}
+
+std::optional<std::vector<UseOutcome>> BusRunningShelf::use(ItemUse what, std::span<const std::string> names) {
+    const QString method = what == ItemUse::copy ? QStringLiteral("Copy") : QStringLiteral("Open");
+    return callWithNames<UseOutcome>(method, texts(names), useOutcome);
 }
 
 std::optional<std::vector<StagedFile>> BusRunningShelf::list() {
@@ -209,7 +222,7 @@ std::optional<std::vector<StagedFile>> BusRunningShelf::list() {
 }
 
 bool BusRunningShelf::perform(ShelfAction action) {
-    if (action == ShelfAction::clear) {
+    if (action == ShelfAction::clear || action == ShelfAction::undo) {
         const std::optional<QVariantList> answer = call(methodFor(action), {});
         saveProblem_ = answer ? answer->value(0).toString().toStdString() : std::string();
         return answer.has_value();

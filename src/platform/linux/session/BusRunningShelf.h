@@ -21,6 +21,8 @@ public:
     [[nodiscard]] std::optional<std::vector<AddOutcome>> add(std::span<const FileURL> files) override;
     [[nodiscard]] std::optional<std::vector<StagedFile>> list() override;
     [[nodiscard]] std::optional<std::vector<RemoveOutcome>> remove(std::span<const std::string> names) override;
+    [[nodiscard]] std::optional<std::vector<UseOutcome>> use(ItemUse what,
+                                                             std::span<const std::string> names) override;
     [[nodiscard]] bool perform(ShelfAction action) override;
     [[nodiscard]] std::string problem() const override { return problem_; }
     [[nodiscard]] bool runsElsewhere() const override { return runsElsewhere_; }
