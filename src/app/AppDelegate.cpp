@@ -24,6 +24,8 @@ constexpr int clipboardLooks = 5;
 /// How long removed items can be brought back while the shelf is closed.
 constexpr auto undoTime = 1min;
 
+constexpr auto signTime = 1500ms;
+
 constexpr std::uint32_t leftButton = 1;
 
 constexpr double iconPointSize = 16;
@@ -75,6 +77,7 @@ void AppDelegate::applicationWillTerminate() {
     nextClipboardLook_.reset();
     missingItemsTimer_.reset();
     undoLimit_.reset();
+    iconSign_.reset();
     globalClickMonitor_.reset();
 }
 
@@ -218,6 +221,7 @@ void AppDelegate::refreshAvailability() {
 }
 
 void AppDelegate::updateStatusItemIcon() {
+    iconSign_.reset();
     const std::shared_ptr<StatusItemButton> button = statusItem_->button();
     if (!button)
         return;
@@ -318,8 +322,10 @@ void AppDelegate::quickDrop() {
     }
     services_.fileManagerSelection.read([weak = weak_from_this()](const std::vector<FileURL>& urls) {
         const auto self = weak.lock();
-        if (!self || urls.empty())
+        if (!self)
             return;
+        if (urls.empty())
+            return self->showNothingSelected();
         self->shelfViewModel_->addFileURLs(urls);
         self->showPopover(Animation::animated);
     });
@@ -352,6 +358,15 @@ void AppDelegate::addCopiedFiles(std::vector<std::shared_ptr<ItemProvider>> item
 void AppDelegate::forgetCopyFirst() {
     if (shelfViewModel_->capacityMessage() == copyFirstMessage)
         shelfViewModel_->setCapacityMessage(std::nullopt);
+}
+
+void AppDelegate::showNothingSelected() {
+    const std::shared_ptr<StatusItemButton> button = statusItem_->button();
+    if (!button)
+        return;
+    button->setImage({"exclamationmark.triangle.fill", iconPointSize, FontWeight::medium,
+                      "Quick Drop: no file is selected in the file manager"});
+    iconSign_ = services_.core.dispatch.after(signTime, weakly(&AppDelegate::updateStatusItemIcon));
 }
 
 void AppDelegate::installLocalKeyMonitors() {

@@ -110,6 +110,8 @@ private:
     void registerHotkeys() const;
     void shortcutChanged();
 
+    /// The icon shows for a moment that a quick drop found nothing, and says so to assistive technology.
+    void showNothingSelected();
     void filesDropped(const std::vector<FileURL>& urls);
     void dragEntered();
     void clickedElsewhere();
@@ -142,6 +144,8 @@ private:
     int clipboardLooksLeft_ = 0;
     std::unique_ptr<ScheduledWork> missingItemsTimer_;
     std::unique_ptr<ScheduledWork> undoLimit_;
+    /// Ends the sign on the icon.
+    std::unique_ptr<ScheduledWork> iconSign_;
     std::optional<InstallerImageCleanup> installerImageCleanup_;
     std::vector<Subscription> observers_;
 };

@@ -52,6 +52,13 @@ void HotkeyManager::registerQuickDropHotkey() {
         registration(preferenceKey::quickDropKeyCode, preferenceKey::quickDropModifiers, quickDropHotkey);
 }
 
+bool HotkeyManager::isTaken(const HotkeyIdentifier& hotkey) const {
+    const bool isShelf = hotkey == shelfHotkey;
+    const auto& registered = isShelf ? shelfHotKeyRef_ : quickDropHotKeyRef_;
+    const std::string_view key = isShelf ? preferenceKey::shelfHotkeyKeyCode : preferenceKey::quickDropKeyCode;
+    return registered == nullptr && preferences_.integer(key) >= 0 && service_.source() == HotkeySource::windowSystem;
+}
+
 std::unique_ptr<HotkeyRegistration> HotkeyManager::registration(std::string_view keyCodeKey,
                                                                 std::string_view modifiersKey,
                                                                 HotkeyIdentifier identifier) const {

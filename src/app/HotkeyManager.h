@@ -29,6 +29,8 @@ public:
     /// Each replaces the registration with one for the stored shortcut. A cleared shortcut is not registered.
     void registerShelfHotkey();
     void registerQuickDropHotkey();
+    /// Whether a shortcut is stored that the system refused, because another program has it.
+    [[nodiscard]] bool isTaken(const HotkeyIdentifier& hotkey) const;
 
 private:
     [[nodiscard]] std::unique_ptr<HotkeyRegistration>

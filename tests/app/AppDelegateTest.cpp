@@ -85,6 +85,9 @@ TEST_F(AppDelegateTest, theIconAndPressedHotkeysDoWhatTheyAreForAndQuitEndsThePr
     EXPECT_FALSE(isOpen());
     notifications.post(quickDropNotification);
     EXPECT_FALSE(isOpen()) << "nothing is selected";
+    EXPECT_EQ(statusBar.button->image.symbolName, "exclamationmark.triangle.fill");
+    dispatch.advance(2s);
+    EXPECT_EQ(statusBar.button->image.accessibilityDescription, "Shelf");
     fileManagerSelection.files = makeFiles(1);
     notifications.post(quickDropNotification);
     EXPECT_EQ(shelf().items().size(), 1u);

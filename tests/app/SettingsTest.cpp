@@ -35,8 +35,10 @@ TEST_F(HotkeyManagerTest, registersTheStoredShortcutsOnceEach) {
     preferences.setValue(preferenceKey::shelfHotkeyKeyCode, -1);
     manager.registerShelfHotkey();
     EXPECT_EQ(service.registered.size(), 1u);
+    EXPECT_FALSE(manager.isTaken(shelfHotkey) || manager.isTaken(quickDropHotkey));
     service.refuses = true;
     manager.registerQuickDropHotkey();
+    EXPECT_TRUE(manager.isTaken(quickDropHotkey) && !manager.isTaken(shelfHotkey)) << "one is refused, one cleared";
     EXPECT_TRUE(service.registered.empty()) << "the old one is gone even when the new one is refused";
 }
 

@@ -73,7 +73,11 @@ QtViewFactory::Platform LinuxDesktop::platformOfViews() {
                      .loginItem = loginItem,
                      .openURL = openInBrowser,
                      .hotkeySource =
-                         [this] { return hotkeyService ? hotkeyService->source() : HotkeySource::windowSystem; }},
+                         [this] { return hotkeyService ? hotkeyService->source() : HotkeySource::windowSystem; },
+                     .isHotkeyTaken =
+                         [this](const HotkeyIdentifier& hotkey) {
+                             return hotkeyManager && hotkeyManager->isTaken(hotkey);
+                         }},
         .blendsWindows = [this] { return popoverHost.blendsWindows(); },
         .whenIconStands = [this](std::function<void()> work) { iconStands.whenOccurred(std::move(work)); },
     };

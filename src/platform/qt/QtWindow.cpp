@@ -29,8 +29,9 @@ void FramelessWindow::mouseMoveEvent(QMouseEvent* event) {
         move(pos() + offset);
 }
 
-void FramelessWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
+void ClosableWindow::keyPressEvent(QKeyEvent* event) {
+    const bool isControlW = event->key() == Qt::Key_W && event->modifiers() == Qt::ControlModifier;
+    if (event->key() == Qt::Key_Escape || isControlW)
         close();
     else
         QWidget::keyPressEvent(event);
@@ -38,7 +39,7 @@ void FramelessWindow::keyPressEvent(QKeyEvent* event) {
 
 QtWindow::QtWindow(const QString& title, const QSize& contentSize, Level level, std::unique_ptr<QWidget> content,
                    Frame frame)
-    : window_(frame == Frame::none ? new FramelessWindow : new QWidget) {
+    : window_(frame == Frame::none ? new FramelessWindow : new ClosableWindow) {
     constexpr Qt::WindowFlags titled = Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
     window_->setWindowFlags(Qt::Window | (frame == Frame::none ? Qt::FramelessWindowHint : titled));
     window_->setWindowFlag(Qt::WindowStaysOnTopHint, level == Level::floating);

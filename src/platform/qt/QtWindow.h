@@ -13,13 +13,17 @@
 
 namespace stowpocket {
 
-/// A window without the desktop's frame. Dragging any part that does not take the mouse moves it. Escape closes it,
-/// as the desktop's own ways do.
-class FramelessWindow : public QWidget {
+/// A window that Escape and Ctrl+W close unless something inside takes these keys.
+class ClosableWindow : public QWidget {
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+};
+
+/// A window without the desktop's frame. Dragging any part that does not take the mouse moves it.
+class FramelessWindow : public ClosableWindow {
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     /// Where the button was pressed, until the window manager takes over the movement.
@@ -33,7 +37,7 @@ public:
     enum class Level { normal, floating };
     enum class Frame {
         titled,
-        none,  ///< only the content is shown; dragging it moves the window, and Escape closes it
+        none,  ///< only the content is shown; dragging it moves the window
     };
 
     QtWindow(const QString& title, const QSize& contentSize, Level level, std::unique_ptr<QWidget> content,

@@ -70,6 +70,7 @@ Button* Button::ofSymbol(std::string_view symbolName, SymbolStyle style, const Q
     button->symbolName_ = symbolName;
     button->symbolStyle_ = style;
     button->setAccessibleName(accessibleName);
+    button->setToolTip(accessibleName);
     button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     return button;
 }

@@ -34,8 +34,13 @@ Text* caption(const QString& words) {
     return paragraph(words, {.pointSize = captionPointSize, .role = ColorRole::secondary});
 }
 
-QWidget* recorderRow(HotkeyRecorderView* recorder, const QString& purpose) {
-    return formRow(vstack(captionSpacing, recorder, caption(purpose)));
+QWidget* recorderRow(HotkeyRecorderView* recorder, Text* taken, const QString& purpose) {
+    return formRow(vstack(captionSpacing, recorder, taken, caption(purpose)));
+}
+
+Text* takenMark() {
+    return paragraph(QStringLiteral("In use by another program"),
+                     {.pointSize = captionPointSize, .role = ColorRole::red});
 }
 
 constexpr int columnWidth = 340;
@@ -91,6 +96,7 @@ GeneralPage::GeneralPage(const SettingsDependencies& dependencies, QWidget& wind
     observe();
     refresh();
     showHotkeySource();
+    showTakenHotkeys();
 }
 
 QWidget* GeneralPage::general() {
@@ -127,14 +133,18 @@ QWidget* GeneralPage::shortcuts() {
     auto* const quickDrop = new HotkeyRecorderView(
         HotkeyRecorder::make(recording, quickDropShortcut, shelfShortcut, shortcutChangedNotification),
         QStringLiteral("Quick Drop"));
+    shelfHotkeyTaken_ = takenMark();
+    quickDropTaken_ = takenMark();
     hotkeySource_ = caption({});
     hotkeySourceRow_ = formRow(vstack(0, hotkeySource_));
     const int labelWidth = std::max(shelf->labelWidth(), quickDrop->labelWidth());
     shelf->setLabelWidth(labelWidth);
     quickDrop->setLabelWidth(labelWidth);
-    return formSection(QStringLiteral("Keyboard Shortcuts"),
-                       {recorderRow(shelf, QStringLiteral("Opens or closes the shelf popover from any app.")),
-                        recorderRow(quickDrop, QString::fromUtf8(platformTexts.quickDropCaption)), hotkeySourceRow_});
+    return formSection(
+        QStringLiteral("Keyboard Shortcuts"),
+        {recorderRow(shelf, shelfHotkeyTaken_, QStringLiteral("Opens or closes the shelf popover from any app.")),
+         recorderRow(quickDrop, quickDropTaken_, QString::fromUtf8(platformTexts.quickDropCaption)),
+         hotkeySourceRow_});
 }
 
 void GeneralPage::observe() {
@@ -142,6 +152,9 @@ void GeneralPage::observe() {
         if (key == preferenceKey::launchAtLogin || key == shelfCapacityKey)
             refresh();
     }));
+    // The shortcuts are registered anew before this window hears that they have changed.
+    observations_.push_back(dependencies_.services.core.notifications.observe(shortcutChangedNotification,
+                                                                              [this] { showTakenHotkeys(); }));
     if (dependencies_.viewModel)
         observations_.push_back(
             dependencies_.viewModel->shelfManager().itemsChanged.connect([this](const ShelfChange&) { refresh(); }));
@@ -164,9 +177,16 @@ void GeneralPage::showHotkeySource() {
     hotkeySourceRow_->setVisible(!words.empty());
 }
 
+void GeneralPage::showTakenHotkeys() {
+    const auto& isTaken = dependencies_.services.isHotkeyTaken;
+    shelfHotkeyTaken_->setVisible(isTaken && isTaken(shelfHotkey));
+    quickDropTaken_->setVisible(isTaken && isTaken(quickDropHotkey));
+}
+
 /// Nothing announces that the desktop was restarted or its shortcuts were changed.
 void GeneralPage::showEvent(QShowEvent* event) {
     showHotkeySource();
+    showTakenHotkeys();
     QWidget::showEvent(event);
 }
 

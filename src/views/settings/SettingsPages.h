@@ -34,6 +34,7 @@ private:
     void observe();
     void refresh();
     void showHotkeySource();
+    void showTakenHotkeys();
     void setLaunchAtLogin(bool wanted);
     void confirmClear();
     void clearShelf();
@@ -45,6 +46,8 @@ private:
     Text* itemsOnShelf_ = nullptr;
     QWidget* clearRow_ = nullptr;
     Text* hotkeySource_ = nullptr;
+    Text* shelfHotkeyTaken_ = nullptr;
+    Text* quickDropTaken_ = nullptr;
     QWidget* hotkeySourceRow_ = nullptr;
     QPointer<AlertView> clearConfirmation_;
     std::vector<Subscription> observations_;

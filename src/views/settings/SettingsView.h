@@ -19,6 +19,7 @@ class LoginItem;
 class ShelfViewModel;
 class UpdaterController;
 enum class HotkeySource;
+struct HotkeyIdentifier;
 
 /// What the settings show and change, apart from the shelf. All of it outlives the settings window.
 struct SettingsServices {
@@ -29,6 +30,8 @@ struct SettingsServices {
     std::function<void(const std::string& url)> openURL;
     /// What currently makes the shortcuts work.
     std::function<HotkeySource()> hotkeySource;
+    /// Whether another program has the shortcut that is stored for the hotkey.
+    std::function<bool(const HotkeyIdentifier&)> isHotkeyTaken = {};
 };
 
 struct SettingsDependencies {

@@ -6,10 +6,12 @@
 #include "views/controls/ScrollView.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QScreen>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -159,6 +161,17 @@ bool UpdateView::answerForClosing() {
         return false;
     chosen_(*onClose_);
     return true;
+}
+
+/// In the middle of the screen where the user is, at the first time.
+void UpdateView::showEvent(QShowEvent* event) {
+    const QScreen* const screen = QGuiApplication::screenAt(QCursor::pos());
+    if (screen != nullptr && !testAttribute(Qt::WA_Moved)) {
+        QRect place({}, size());
+        place.moveCenter(screen->availableGeometry().center());
+        move(place.topLeft());
+    }
+    QWidget::showEvent(event);
 }
 
 /// The answer decides whether the window closes.
