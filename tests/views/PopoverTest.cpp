@@ -28,6 +28,7 @@ public:
     void setImage(const StatusItemImage&) override {}
     void setTitle(const StatusItemTitle&) override {}
     void setAction(std::function<void()>) override {}
+    void setMenu(StatusItemMenu) override {}
     void addDropView(std::shared_ptr<DraggingDestination>) override {}
     [[nodiscard]] QRect rectOnScreen() const override { return rect; }
     [[nodiscard]] QRect barOnScreen() const override { return bar; }

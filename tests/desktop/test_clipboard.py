@@ -1,0 +1,78 @@
+# SPDX-License-Identifier: MIT
+"""Files by the clipboard, the icon's menu, and what was removed brought back."""
+import unittest
+
+from case import DesktopTest
+from peers import LEFT, PcmanfmQt, Thunar
+from stowpocket import STATUS_ITEM
+from x_display import wait_for
+
+
+class ClipboardAndMenu(DesktopTest):
+    def exchange(self, panel, file_manager):
+        """Copies files in a file manager, pastes them in the shelf, and the other way round into another folder."""
+        stowpocket, window = self.offer(panel, file_manager, 3)
+        x = self.desktop.x
+        window.select_all()
+        x.keys("Control_L", "c")
+        wait_for(lambda: x.selection_owner("CLIPBOARD"), "the files to be copied")
+        owner = x.selection_owner("CLIPBOARD")
+        stowpocket.open_popover()
+        x.keys("Control_L", "v")
+        stowpocket.wait_for_files(self.names)
+        x.keys("Control_L", "a")
+        x.keys("Control_L", "c")
+        wait_for(lambda: x.selection_owner("CLIPBOARD") != owner, "the shelf to be copied")
+        target = file_manager(self.desktop, self.desktop.folder("target"), LEFT)
+        target.activate()
+        x.keys("Control_L", "v")
+        wait_for(lambda: sorted(file.name for file in target.folder.iterdir()) == self.names, "the files to arrive")
+        self.assertEqual(sorted(file.name for file in self.folder.iterdir()), self.names)
+        return stowpocket
+
+    def test_thunar_and_the_shelf_exchange_files(self):
+        self.exchange("xfce4-panel", Thunar)
+
+    def test_pcmanfm_and_the_shelf_exchange_files_and_a_removal_comes_back(self):
+        stowpocket, x = self.exchange("trayer", PcmanfmQt), self.desktop.x
+        stowpocket.open_popover()
+        x.keys("Control_L", "a")
+        x.click(*stowpocket.tile(self.names[0]).centre())
+        x.keys("Delete")
+        stowpocket.wait_for_files(self.names[1:])
+        x.keys("Control_L", "z")
+        stowpocket.wait_for_files(self.names)
+
+    def choose(self, number):
+        """Chooses that entry of the icon's menu, counted from 1."""
+        x = self.desktop.x
+        x.click(*self.stowpocket.icon(), number=3)
+        wait_for(lambda: x.find("stowpocket"), "the menu")
+        for _ in range(number):
+            x.keys("Down")
+        x.keys("Return")
+        wait_for(lambda: not x.find("stowpocket"), "the menu to close")
+
+    def test_the_icon_has_a_menu(self):
+        stowpocket = self.start("trayer", *self.desktop.folder("staged", 2).iterdir())
+        names = wait_for(stowpocket.filenames, "the files")
+        x = self.desktop.x
+
+        def width():
+            return x.rect(x.find(STATUS_ITEM)).width
+        wide = wait_for(lambda: width() > 24 and width(), "room for the count")
+        clear, undo = 4, 4
+        self.choose(clear)
+        stowpocket.wait_for_shown("Clear Shelf?")
+        x.keys("Tab")
+        x.keys("space")
+        stowpocket.wait_for_files([])
+        wait_for(lambda: width() < wide, "the icon to be narrow again")
+        x.click(*stowpocket.icon())
+        wait_for(lambda: not stowpocket.popover(), "the popover to close")
+        self.choose(undo)
+        stowpocket.wait_for_files(names)
+
+
+if __name__ == "__main__":
+    unittest.main()
