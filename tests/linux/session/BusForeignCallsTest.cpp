@@ -68,13 +68,17 @@ TEST_F(BusForeignCallsTest, malformedRequestsAreAnsweredAndChangeNothing) {
 TEST_F(BusForeignCallsTest, describesWhatItServes) {
     instance.serve(commands);
     const QString description = instance.introspect(shelfBus::path);
-    EXPECT_EQ(description.count(QLatin1String("<method name=")), 8);
+    EXPECT_EQ(description.count(QLatin1String("<method name=")), 12);
     const QVariantList names{QStringList()};
     const QVariantList noTokens{QVariantMap()};
     for (const auto& [method, arguments, answer] : {std::tuple("Add", names, "ass"),
                                                     {"Remove", names, "ass"},
                                                     {"List", {}, "aa{sv}"},
                                                     {"Clear", {}, "s"},
+                                                    {"Undo", {}, "s"},
+                                                    {"Copy", names, "as"},
+                                                    {"Open", names, "as"},
+                                                    {"Paste", noTokens, ""},
                                                     {"Show", noTokens, ""},
                                                     {"Toggle", noTokens, ""},
                                                     {"QuickDrop", noTokens, ""},
