@@ -164,7 +164,7 @@ class PrivateDesktop:
         for process in self.started[:]:
             self.end(process)  # the server, last of all
 
-    def end_orphans(self, spared):
+    def end_orphans(self, spared, how=signal.SIGTERM):
         """Programs that other programs started become our children when those end; the last of them go here."""
         def are_gone():
             left = set(children_of(os.getpid())) - spared
@@ -172,7 +172,7 @@ class PrivateDesktop:
                 if is_zombie(pid):
                     os.waitpid(pid, 0)
                 else:
-                    os.kill(pid, signal.SIGTERM)
+                    os.kill(pid, how)
             return not left
         wait_for(are_gone, "the programs left behind to end")
 

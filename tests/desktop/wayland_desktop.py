@@ -7,6 +7,7 @@ everything else is shared.
 import io
 import os
 import shutil
+import signal
 import subprocess
 import sys
 import threading
@@ -56,6 +57,10 @@ class WaylandDesktop(PrivateDesktop):
         self.environment |= {"WAYLAND_DISPLAY": str(self.socket), "DISPLAY": told.read_text().strip(),
                              "QT_QPA_PLATFORM": "wayland"}
         self.x = XWayland(self.environment["DISPLAY"], self.make_pointer(), self.screen_picture)
+
+    def end_everything(self):
+        super().end_everything()
+        self.end_orphans(set(), signal.SIGKILL)  # now and then an XWayland without its compositor
 
 
 class KwinDesktop(WaylandDesktop):
