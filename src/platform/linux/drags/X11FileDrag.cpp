@@ -4,8 +4,11 @@
 #include "intake/FileLists.h"
 #include "platform/linux/x11/X11Connection.h"
 
+#include <QBitmap>
 #include <QDrag>
+#include <QGuiApplication>
 #include <QMimeData>
+#include <QWindow>
 
 #include <chrono>
 #include <utility>
@@ -22,6 +25,18 @@ constexpr auto lookInterval = 200ms;
 constexpr int looksUntilLost = 3;
 /// Changes of the focus may follow the end of a drag.
 constexpr auto settlingTime = 200ms;
+
+/// Cuts the window of the drag's picture to what is opaque. Qt does so before the window exists, which has no effect:
+/// without a compositor the picture lay on a white box.
+void cutToPicture(const QPixmap& picture) {
+    QPixmap mask = picture.mask();
+    mask.setDevicePixelRatio(1);
+    const QRegion shape(QBitmap::fromPixmap(mask.scaled(picture.deviceIndependentSize().toSize())));
+    for (QWindow* const window : QGuiApplication::topLevelWindows()) {
+        if (window->inherits("QShapedPixmapWindow"))
+            window->setMask(shape);
+    }
+}
 
 }  // namespace
 
@@ -53,6 +68,8 @@ void X11FileDrag::start(QWidget& source, const std::vector<FileURL>& files, cons
     looksWithoutButton_ = 0;
     isDragging_ = true;
     kwinDrop_.begin();
+    if (connection_.selectionOwner(X11Atom::compositorOwner) == x11None)
+        QTimer::singleShot(0, drag, [&picture] { cutToPicture(picture); });
     drag->exec(Qt::CopyAction, Qt::CopyAction);
     kwinDrop_.end();
     isDragging_ = false;
