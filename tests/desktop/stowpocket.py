@@ -27,10 +27,9 @@ class Stowpocket:
     def start(self, *files):
         self.process = self.desktop.start(self.program, *map(str, files))
         self.icon()
-        if self.icon_window == STATUS_ITEM:
-            # Panels map the window before they give it room: until then a click there meets the panel.
-            wait_for(lambda: (window := self.x.find(STATUS_ITEM)) and self.x.contrast(self.x.rect(window)) > PAINTED,
-                     "the icon to be painted")
+        # It is on the screen before it is painted, and in panels before it has room: until then a click meets others.
+        wait_for(lambda: (window := self.x.find(self.icon_window)) and self.x.contrast(self.x.rect(window)) > PAINTED,
+                 "the icon to be painted")
 
     def end(self, how=signal.SIGTERM):
         return self.desktop.end(self.process, how)
