@@ -62,6 +62,8 @@ static NSDragOperation systemOperation(stowpocket::DragOperation operation) {
 - (void)clicked:(id)sender;
 - (void)runOnClick:(std::function<void()>)action;
 - (void)offerMenu:(stowpocket::StatusItemMenu)menu;
+- (void)showMenuOn:(NSView*)view;
+- (void)chosen:(NSMenuItem*)item;
 @end
 
 @implementation StowpocketClickTarget {
