@@ -82,6 +82,11 @@ class Stowpocket:
             self.x.click(*self.icon())
         return self.wait_open()
 
+    def open_for_keys(self):
+        """Opens it until it has the keyboard."""
+        popover = self.open_popover()
+        wait_for(lambda: self.x.active_window() == popover, "the popover to have the keyboard")
+
     def open_settings(self):
         self.open_popover()
         self.press("Settings")

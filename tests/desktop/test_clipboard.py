@@ -1,7 +1,5 @@
 # SPDX-License-Identifier: MIT
 """Files by the clipboard, the icon's menu, and what was removed brought back."""
-import unittest
-
 from case import DesktopTest
 from peers import LEFT, PcmanfmQt, Thunar
 from stowpocket import STATUS_ITEM
@@ -17,7 +15,7 @@ class ClipboardAndMenu(DesktopTest):
         x.keys("Control_L", "c")
         wait_for(lambda: x.selection_owner("CLIPBOARD"), "the files to be copied")
         owner = x.selection_owner("CLIPBOARD")
-        stowpocket.open_popover()
+        stowpocket.open_for_keys()
         x.keys("Control_L", "v")
         stowpocket.wait_for_files(self.names)
         x.keys("Control_L", "a")
@@ -35,9 +33,12 @@ class ClipboardAndMenu(DesktopTest):
 
     def test_pcmanfm_and_the_shelf_exchange_files_and_a_removal_comes_back(self):
         stowpocket, x = self.exchange("trayer", PcmanfmQt), self.desktop.x
-        stowpocket.open_popover()
-        x.keys("Control_L", "a")
-        x.click(*stowpocket.tile(self.names[0]).centre())
+        stowpocket.wait_closed()
+        stowpocket.open_for_keys()
+        first = stowpocket.tile(self.names[0])
+        stowpocket.placed("stowpocket shelf")
+        x.click(*first.centre())
+        wait_for(first.is_selected, "the first file to be selected")
         x.keys("Delete")
         stowpocket.wait_for_files(self.names[1:])
         x.keys("Control_L", "z")
@@ -72,7 +73,3 @@ class ClipboardAndMenu(DesktopTest):
         wait_for(lambda: not stowpocket.popover(), "the popover to close")
         self.choose(undo)
         stowpocket.wait_for_files(names)
-
-
-if __name__ == "__main__":
-    unittest.main()
