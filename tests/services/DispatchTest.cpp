@@ -117,6 +117,24 @@ TEST(QtDispatch, syncComesAfterEarlierBlocksOfItsQueue) {
     EXPECT_EQ(seen, 50);
 }
 
+TEST(QtDispatch, mainWorkEndsOnTheMainThreadWithAllThatItOwns) {
+    QtDispatch dispatch;
+    constexpr int jobs = 500;
+    std::atomic<int> ended{0};
+    std::atomic<int> endedElsewhere{0};
+    const auto note = [&, mainThread = std::this_thread::get_id()](const int* owned) {
+        delete owned;
+        endedElsewhere += std::this_thread::get_id() == mainThread ? 0 : 1;
+        ++ended;
+    };
+    dispatch.background([&] {
+        for (int job = 0; job < jobs; ++job)
+            dispatch.async([owned = std::shared_ptr<const int>(new int(job), note)] {});
+    });
+    EXPECT_TRUE(comesTrue([] {}, [&] { return ended == jobs; }));
+    EXPECT_EQ(endedElsewhere, 0);
+}
+
 TEST(QtDispatch, queuesRunHoweverMuchHangsInTheBackground) {
     QtDispatch dispatch;
     std::promise<void> mountAnswers;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtDispatch.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QTimer>
 
 #include <pthread.h>
@@ -116,7 +118,30 @@ private:
     const std::shared_ptr<SerialState> state_ = std::make_shared<SerialState>();
 };
 
+class WorkEvent : public QEvent {
+public:
+    explicit WorkEvent(std::function<void()> brought) : QEvent(workType()), work(std::move(brought)) {}
+
+    static Type workType() {
+        static const auto registered = static_cast<Type>(registerEventType());
+        return registered;
+    }
+
+    const std::function<void()> work;
+};
+
 }  // namespace
+
+void WorkQueue::post(std::function<void()> work) {
+    QCoreApplication::postEvent(this, new WorkEvent(std::move(work)));
+}
+
+bool WorkQueue::event(QEvent* event) {
+    if (event->type() != WorkEvent::workType())
+        return QObject::event(event);
+    static_cast<const WorkEvent*>(event)->work();
+    return true;
+}
 
 bool QtDispatch::finish() {
     threads_.clear();
@@ -127,7 +152,7 @@ bool QtDispatch::finish() {
 }
 
 void QtDispatch::async(Work work) {
-    QMetaObject::invokeMethod(&mainQueue_, std::move(work), Qt::QueuedConnection);
+    mainQueue_.post(std::move(work));
 }
 
 std::unique_ptr<ScheduledWork> QtDispatch::after(std::chrono::milliseconds delay, Work work) {

@@ -20,6 +20,17 @@ public:
     }
 };
 
+/// Work that runs in order on the thread of this object, and is destroyed there too: `QMetaObject::invokeMethod` may
+/// leave its end to the thread that called it, together with all that it owns.
+class WorkQueue : public QObject {
+public:
+    /// Any thread.
+    void post(std::function<void()> work);
+
+protected:
+    bool event(QEvent* event) override;
+};
+
 /// Dispatch on the Qt event loop, a bounded number of threads, and one thread for each queue that has work. Create it
 /// on the main thread, after the application.
 class QtDispatch : public Dispatch {
@@ -49,7 +60,7 @@ private:
     static constexpr int maxThreads = 4;
     static constexpr std::chrono::seconds expiry{30};
 
-    QObject mainQueue_;
+    WorkQueue mainQueue_;
     WorkerThreads threads_{maxThreads, expiry};
     WorkerThreads idleThread_{1, expiry};
     /// A queue is idle most of the time and needs no thread then.
