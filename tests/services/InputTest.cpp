@@ -110,9 +110,10 @@ TYPED_TEST(InputContract, clicksElsewhereReachEveryMonitorUntilItGoes) {
     this->subject.clickElsewhere();
     EXPECT_TRUE(comesTrue([&] { return one == 2; }));
     EXPECT_EQ(other, 1);
-    EXPECT_EQ(this->monitors.pressedMouseButtons(), 0u);
+    // The window manager may hold the pointer's events for a moment.
+    EXPECT_TRUE(comesTrue([&] { return this->monitors.pressedMouseButtons() == 0; }));
     this->subject.holdLeftButton();
-    EXPECT_EQ(this->monitors.pressedMouseButtons(), 1u);
+    EXPECT_TRUE(comesTrue([&] { return this->monitors.pressedMouseButtons() == 1; }));
 }
 
 TYPED_TEST(InputContract, aHotkeyFiresWhileItIsRegistered) {

@@ -179,9 +179,9 @@ QDBusMessage NotifierMenu::answer(const QDBusMessage& call) {
     if (method == QStringLiteral("GetProperty:is"))
         return propertyOfEntry(call);
     if (method == QStringLiteral("Event:isvu"))
-        return event(call);
+        return handleEvent(call);
     if (method == QStringLiteral("EventGroup:a(isvu)"))
-        return eventGroup(call);
+        return handleEventGroup(call);
     if (method == QStringLiteral("AboutToShow:i"))
         return call.createReply(isToBeFetched());
     if (method == QStringLiteral("AboutToShowGroup:ai")) {
@@ -235,13 +235,13 @@ QDBusMessage NotifierMenu::propertyOfEntry(const QDBusMessage& call) const {
     return call.createReply(QVariant::fromValue(QDBusVariant(row->values.value(call.arguments().at(1).toString()))));
 }
 
-QDBusMessage NotifierMenu::event(const QDBusMessage& call) {
+QDBusMessage NotifierMenu::handleEvent(const QDBusMessage& call) {
     happen(call.arguments().at(0).toInt(), call.arguments().at(1).toString());
     return call.createReply();
 }
 
 /// Of many events that come together the first is taken: a user chooses one entry.
-QDBusMessage NotifierMenu::eventGroup(const QDBusMessage& call) {
+QDBusMessage NotifierMenu::handleEventGroup(const QDBusMessage& call) {
     const auto events = call.arguments().at(0).value<QDBusArgument>();
     int id = root;
     QString kind;

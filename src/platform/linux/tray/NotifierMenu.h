@@ -37,8 +37,8 @@ private:
     [[nodiscard]] QDBusMessage layout(const QDBusMessage& call);
     [[nodiscard]] QDBusMessage propertiesOfEntries(const QDBusMessage& call) const;
     [[nodiscard]] QDBusMessage propertyOfEntry(const QDBusMessage& call) const;
-    [[nodiscard]] QDBusMessage event(const QDBusMessage& call);
-    [[nodiscard]] QDBusMessage eventGroup(const QDBusMessage& call);
+    [[nodiscard]] QDBusMessage handleEvent(const QDBusMessage& call);
+    [[nodiscard]] QDBusMessage handleEventGroup(const QDBusMessage& call);
     [[nodiscard]] bool isToBeFetched() const { return entriesNow() != delivered_; }
     void happen(int id, const QString& event);
 
