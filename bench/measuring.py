@@ -7,7 +7,7 @@ import time
 from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parents[1]
-sys.path.insert(0, str(PROJECT / "tests/desktop"))
+sys.path.insert(0, str(PROJECT / "tools/desktop"))
 from gi.repository import GLib
 from x_display import wait_for
 

@@ -11,7 +11,7 @@ from pathlib import Path
 from PIL import Image, ImageChops
 
 PROJECT = Path(__file__).resolve().parents[1]
-sys.path.insert(0, str(PROJECT / "tests/desktop"))
+sys.path.insert(0, str(PROJECT / "tools/desktop"))
 from drag import Drag
 from peers import Thunar, start_panel
 from private_desktop import PrivateDesktop

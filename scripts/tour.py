@@ -9,7 +9,7 @@ from pathlib import Path
 from PIL import Image
 
 PROJECT = Path(__file__).resolve().parents[1]
-sys.path.insert(0, str(PROJECT / "tests/desktop"))
+sys.path.insert(0, str(PROJECT / "tools/desktop"))
 from peers import LEFT, RIGHT, PcmanfmQt, Thunar, start_panel
 from private_desktop import PrivateDesktop
 from stowpocket import POCKET, Stowpocket

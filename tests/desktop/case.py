@@ -1,7 +1,13 @@
 # SPDX-License-Identifier: MIT
-"""What all desktop tests share: a desktop for each test, with a panel and the program in it."""
-import unittest
+"""What all desktop tests share: a desktop for each test, with a panel and the program in it.
 
+Tests import it first: it knows where the modules of the desktop are.
+"""
+import sys
+import unittest
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools/desktop"))
 from peers import LEFT, start_panel
 from private_desktop import PrivateDesktop
 from stowpocket import POCKET, PROJECT, STATUS_ITEM, Stowpocket

@@ -11,7 +11,7 @@ import sys
 import tempfile
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "desktop"))
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools/desktop"))
 from peers import start_panel
 from private_desktop import PrivateDesktop
 from stowpocket import Stowpocket

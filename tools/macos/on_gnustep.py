@@ -8,7 +8,7 @@ import sys
 from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parents[2]
-sys.path.insert(0, str(PROJECT / "tests/desktop"))
+sys.path.insert(0, str(PROJECT / "tools/desktop"))
 from private_desktop import PrivateDesktop
 
 with PrivateDesktop(PROJECT / "build/desktop/macos") as desktop:

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The program under test, as a user and the disk see it."""
+"""Our program, as a user and the disk see it."""
 import os
 import plistlib
 import signal
