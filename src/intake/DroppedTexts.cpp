@@ -121,14 +121,6 @@ std::string escaped(std::string_view value) {
     return text;
 }
 
-std::optional<DroppedLink> linkOf(std::string_view address, std::string_view title) {
-    constexpr std::size_t longestTitle = 300;
-    if (!isLinkAddress(address))
-        return std::nullopt;
-    std::string line = oneLine(title, longestTitle);
-    return DroppedLink{std::string(address), line.empty() ? std::string(address) : std::move(line)};
-}
-
 /// Takes the first line off the text. Lines end in CR LF, in LF, in NUL or not at all.
 std::string_view takeLine(std::string_view& text) {
     constexpr std::string_view ends("\r\n\0", 3);
@@ -140,17 +132,29 @@ std::string_view takeLine(std::string_view& text) {
 
 }  // namespace
 
+std::string contentsFileName(const ContentsKind& kind, std::string_view words, std::string_view time) {
+    return std::string(words.empty() ? kind.name : words).append(" ").append(time).append(".").append(kind.extension);
+}
+
+std::optional<DroppedLink> linkTo(std::string_view address, std::string_view title) {
+    constexpr std::size_t longestTitle = 300;
+    if (!isLinkAddress(address))
+        return std::nullopt;
+    std::string line = oneLine(title, longestTitle);
+    return DroppedLink{std::string(address), line.empty() ? std::string(address) : std::move(line)};
+}
+
 std::optional<DroppedLink> linkOfMozURL(std::string_view bytes) {
     const std::string text = utf8OfUtf16(bytes);
     std::string_view rest = text;
     const std::string_view address = takeLine(rest);
-    return linkOf(address, takeLine(rest));
+    return linkTo(address, takeLine(rest));
 }
 
 std::optional<DroppedLink> linkOfUriList(std::string_view text) {
     while (!text.empty()) {
         const std::string_view line = takeLine(text);
-        if (std::optional<DroppedLink> link = linkOf(line, {}))
+        if (std::optional<DroppedLink> link = linkTo(line, {}))
             return link;
     }
     return std::nullopt;

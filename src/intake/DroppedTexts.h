@@ -7,6 +7,24 @@
 
 namespace stowpocket {
 
+/// A kind of contents that becomes a file where it is dropped without one.
+struct ContentsKind {
+    /// The uniform type identifier.
+    std::string_view type;
+    /// What it is called where nothing better is known.
+    std::string_view name;
+    std::string_view extension;
+};
+
+namespace contentsKind {
+inline constexpr ContentsKind png{"public.png", "Image", "png"};
+inline constexpr ContentsKind jpeg{"public.jpeg", "Image", "jpg"};
+inline constexpr ContentsKind text{"public.utf8-plain-text", "Text", "txt"};
+}  // namespace contentsKind
+
+/// "words time.extension", with the kind's name in the place of missing words.
+[[nodiscard]] std::string contentsFileName(const ContentsKind& kind, std::string_view words, std::string_view time);
+
 /// A link as it is dragged from a web browser.
 struct DroppedLink {
     /// An address of the web or of mail, in printable ASCII.
@@ -16,8 +34,9 @@ struct DroppedLink {
     friend bool operator==(const DroppedLink&, const DroppedLink&) = default;
 };
 
-/// The link in the format text/x-moz-url: UTF-16, the address on the first line and the title on the second. None for
-/// other kinds of address, which a link file must not hold.
+/// None for other kinds of address, which a link file must not hold. The title may be anything.
+[[nodiscard]] std::optional<DroppedLink> linkTo(std::string_view address, std::string_view title);
+/// The link in the format text/x-moz-url: UTF-16, the address on the first line and the title on the second.
 [[nodiscard]] std::optional<DroppedLink> linkOfMozURL(std::string_view bytes);
 /// The first such link of a list in the format text/uri-list.
 [[nodiscard]] std::optional<DroppedLink> linkOfUriList(std::string_view text);

@@ -14,19 +14,15 @@
 namespace stowpocket {
 namespace {
 
-constexpr std::array<ContentsKind, 2> pictures{{
-    {QLatin1String("image/png"), "public.png", QLatin1String("Image"), QLatin1String("png")},
-    {QLatin1String("image/jpeg"), "public.jpeg", QLatin1String("Image"), QLatin1String("jpg")},
+constexpr std::array<ContentsFormat, 2> pictures{{
+    {QLatin1String("image/png"), contentsKind::png},
+    {QLatin1String("image/jpeg"), contentsKind::jpeg},
 }};
-constexpr std::array<ContentsKind, 3> texts{{
-    {QLatin1String("text/plain;charset=utf-8"), "public.utf8-plain-text", QLatin1String("Text"),
-     QLatin1String("txt")},
-    {QLatin1String("UTF8_STRING"), "public.utf8-plain-text", QLatin1String("Text"), QLatin1String("txt")},
-    {QLatin1String("text/plain"), "public.utf8-plain-text", QLatin1String("Text"), QLatin1String("txt")},
+constexpr std::array<ContentsFormat, 3> texts{{
+    {QLatin1String("text/plain;charset=utf-8"), contentsKind::text},
+    {QLatin1String("UTF8_STRING"), contentsKind::text},
+    {QLatin1String("text/plain"), contentsKind::text},
 }};
-
-constexpr ContentsKind link{QLatin1String("text/x-moz-url"), "public.url", QLatin1String("Link"),
-                            QLatin1String("desktop")};
 
 class ContentsProvider : public ItemProvider {
 public:
@@ -111,31 +107,27 @@ private:
 
 }  // namespace
 
-std::span<const ContentsKind> pictureKinds() {
+std::span<const ContentsFormat> pictureFormats() {
     return pictures;
 }
 
-std::span<const ContentsKind> textKinds() {
+std::span<const ContentsFormat> textFormats() {
     return texts;
-}
-
-const ContentsKind& linkKind() {
-    return link;
 }
 
 /// The time has milliseconds, because contents with equal names would replace each other where they are stored.
 DroppedContents::DroppedContents(const ContentsKind& kind)
-    : kind_(&kind),
+    : kind_(kind),
       folder_(std::make_shared<const QTemporaryDir>()),
       time_(QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh.mm.ss.zzz"))),
-      path_(pathFor(kind.name)) {}
+      path_(pathFor({})) {}
 
-QString DroppedContents::pathFor(const QString& name) const {
-    return folder_->filePath(QStringLiteral("%1 %2.%3").arg(name, time_, kind_->extension));
+QString DroppedContents::pathFor(std::string_view words) const {
+    return folder_->filePath(QString::fromStdString(contentsFileName(kind_, words, time_.toStdString())));
 }
 
 void DroppedContents::nameAfter(const std::string& words) {
-    const QString named = pathFor(QString::fromStdString(words));
+    const QString named = pathFor(words);
     if (!words.empty() && QFile::rename(path_, named))
         path_ = named;
 }
@@ -166,9 +158,9 @@ bool offersAnyOf(const QMimeData& data, const std::vector<std::string>& types, c
 }
 
 bool offersItems(const QMimeData& data, const IncomingDrops& drops) {
-    const auto isOffered = [&](const ContentsKind& kind) { return data.hasFormat(kind.format); };
+    const auto isOffered = [&](const ContentsFormat& each) { return data.hasFormat(each.format); };
     return data.hasFormat(uriListFormat) || drops.promisesFiles(data) ||
-           std::ranges::any_of(pictureKinds(), isOffered) || std::ranges::any_of(textKinds(), isOffered);
+           std::ranges::any_of(pictureFormats(), isOffered) || std::ranges::any_of(textFormats(), isOffered);
 }
 
 std::vector<std::shared_ptr<ItemProvider>> itemProvidersOf(const ReceivedDrop& received) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "intake/DroppedTexts.h"
 #include "services/Dispatch.h"
 #include "services/Dragging.h"
 
@@ -15,26 +16,22 @@
 
 namespace stowpocket {
 
-/// A kind of contents that is accepted from drags without files.
-struct ContentsKind {
+/// A format of contents that is accepted from drags without files.
+struct ContentsFormat {
     QLatin1String format;
-    std::string_view type;
-    QLatin1String name;
-    QLatin1String extension;
+    ContentsKind kind;
 };
 
-/// Best kind first, since sources offer the same contents in several kinds.
-[[nodiscard]] std::span<const ContentsKind> pictureKinds();
-[[nodiscard]] std::span<const ContentsKind> textKinds();
-/// A file that leads to an address of the web.
-[[nodiscard]] const ContentsKind& linkKind();
+/// Best format first, since sources offer the same contents in several.
+[[nodiscard]] std::span<const ContentsFormat> pictureFormats();
+[[nodiscard]] std::span<const ContentsFormat> textFormats();
 
 /// A dropped picture, text or link in a temporary file, named after its kind and the time of the drop.
 class DroppedContents {
 public:
     explicit DroppedContents(const ContentsKind& kind);
 
-    [[nodiscard]] const ContentsKind& kind() const { return *kind_; }
+    [[nodiscard]] const ContentsKind& kind() const { return kind_; }
     /// The file for its bytes, which exists as long as any copy of this object. Writing fails if the folder could not
     /// be created.
     [[nodiscard]] const QString& path() const { return path_; }
@@ -42,9 +39,9 @@ public:
     void nameAfter(const std::string& words);
 
 private:
-    [[nodiscard]] QString pathFor(const QString& name) const;
+    [[nodiscard]] QString pathFor(std::string_view words) const;
 
-    const ContentsKind* kind_;
+    ContentsKind kind_;
     std::shared_ptr<const QTemporaryDir> folder_;
     QString time_;
     QString path_;

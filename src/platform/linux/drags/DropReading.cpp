@@ -23,6 +23,8 @@ constexpr std::array<std::string_view, 2> listFormats{"text/uri-list", "x-specia
 
 constexpr std::string_view mozURLFormat = "text/x-moz-url";
 
+constexpr ContentsKind linkFile{"public.url", "Link", "desktop"};
+
 bool offers(const std::vector<std::string>& formats, std::string_view format) {
     return std::ranges::find(formats, format) != formats.end();
 }
@@ -37,13 +39,13 @@ struct ContentsSearch {
     bool isOver = false;
 };
 
-ContentsSearch contentsOfKinds(DragData& data, const std::vector<std::string>& formats,
-                               std::span<const ContentsKind> kinds) {
-    for (const ContentsKind& kind : kinds) {
-        const std::string_view format(kind.format.data(), static_cast<std::size_t>(kind.format.size()));
+ContentsSearch contentsIn(DragData& data, const std::vector<std::string>& formats,
+                          std::span<const ContentsFormat> wanted) {
+    for (const ContentsFormat& each : wanted) {
+        const std::string_view format(each.format.data(), static_cast<std::size_t>(each.format.size()));
         if (!offers(formats, format))
             continue;
-        DroppedContents contents(kind);
+        DroppedContents contents(each.kind);
         const std::optional<SelectionFailure> failure = data.write(format, contents.path());
         if (!failure)
             return {std::move(contents)};
@@ -60,7 +62,7 @@ std::optional<DroppedLink> linkOf(const DragData::List& named, const std::string
 }
 
 std::optional<DroppedContents> linkFileOf(const DroppedLink& link) {
-    DroppedContents contents(linkKind());
+    DroppedContents contents(linkFile);
     QFile file(contents.path());
     const std::string entry = desktopEntryOf(link);
     if (!file.open(QIODevice::WriteOnly) || file.write(entry.data(), static_cast<qint64>(entry.size())) < 0)
@@ -81,7 +83,7 @@ void nameText(DroppedContents& contents) {
 /// A picture, else a link, else a text. Links and texts give way to promised files.
 std::optional<DroppedContents> contentsOf(DragData& data, const std::vector<std::string>& formats,
                                           const std::string& uriList) {
-    const ContentsSearch picture = contentsOfKinds(data, formats, pictureKinds());
+    const ContentsSearch picture = contentsIn(data, formats, pictureFormats());
     if (picture.contents || picture.isOver || offers(formats, DirectSaves::format))
         return picture.contents;
     const DragData::List named = offers(formats, mozURLFormat) ? data.list(mozURLFormat) : DragData::List();
@@ -89,7 +91,7 @@ std::optional<DroppedContents> contentsOf(DragData& data, const std::vector<std:
         return linkFileOf(*link);
     if (named.failure == SelectionFailure::late)
         return std::nullopt;
-    ContentsSearch text = contentsOfKinds(data, formats, textKinds());
+    ContentsSearch text = contentsIn(data, formats, textFormats());
     if (text.contents)
         nameText(*text.contents);
     return text.contents;
