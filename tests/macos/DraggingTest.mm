@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <set>
 
 namespace stowpocket {
 namespace {
@@ -53,6 +54,59 @@ TEST(DesktopDropTest, prefersFilesToPromisesToContents) {
             isThere = url && std::filesystem::exists(url->path());
         });
         EXPECT_TRUE(isThere);
+    }
+}
+
+using Kept = std::vector<std::pair<std::string, std::string>>;
+
+/// The names, which differ, without their times, and the contents of the files that are made of what is dropped.
+Kept keptOf(NSArray* items) {
+    constexpr std::string_view time = " 2000-01-01 00.00.00.000";
+    static_cast<void>(standIn::drag(items));
+    Kept kept;
+    std::set<std::string> names;
+    for (const auto& provider : droppedItemProviders()) {
+        std::atomic<bool> isRead = false;
+        provider->loadFileRepresentation(
+            provider->registeredTypeIdentifiers().at(0), [&](const std::optional<FileURL>& url) {
+                std::string name = url.value().lastPathComponent();
+                EXPECT_TRUE(names.insert(name).second) << name;
+                name.erase(name.rfind('.') - time.size(), time.size());
+                const Bytes bytes = bytesOf([NSData dataWithContentsOfFile:nsPath(*url)]);
+                kept.emplace_back(name, std::string(bytes.begin(), bytes.end()));
+                isRead = true;
+            });
+        EXPECT_TRUE(comesTrue([&] { return isRead.load(); }));
+    }
+    return kept;
+}
+
+TEST(DesktopDropTest, makesFilesOfLinksTextsAndPictures) {
+    @autoreleasepool {
+        const std::string address = "https://a.org/?q=<1>&r=%20";
+        const std::string title = "../A page: \x1B\u202Eof\n" + std::string(10'000, 'x');
+        NSArray* const types = @[ @"public.utf8-plain-text", @"public.url", @"public.url-name" ];
+        const Kept links = keptOf(@[
+            itemOf(types, {address, address, title}), itemOf(@"public.url", "mailto:a@b"),
+            itemOf(@"public.url", "mailto:a@b")
+        ]);
+        ASSERT_EQ(links.size(), 3u);
+        EXPECT_EQ(links[0].first, "A page of " + std::string(47, 'x') + ".webloc");
+        const NSData* const bytes = nsData(Bytes(links[0].second.begin(), links[0].second.end()));
+        NSDictionary* const list = [NSPropertyListSerialization propertyListWithData:(NSData*)bytes
+                                                                             options:0
+                                                                              format:nil
+                                                                               error:nil];
+        EXPECT_EQ(utf8(list[@"URL"]), address);
+        EXPECT_EQ(links[1].first, "mailto a@b.webloc");
+        EXPECT_EQ(keptOf(@[ itemOf(types, {"/text", "file:///etc/passwd", "page"}) ]), (Kept{{"text.txt", "/text"}}));
+        EXPECT_EQ(keptOf(@[
+                      itemOf(@ [@"public.rtf", @"public.utf8-plain-text"], { "{", " \n" }),
+                      itemOf(@ [@"public.url", @"public.tiff"], { address, "pixels" })
+                  ]),
+                  (Kept{{"Text.txt", " \n"}, {"Image.tiff", "pixels"}}));
+        for (const std::string& bad : {std::string("javascript:alert(1)"), "http://" + std::string(10'000, 'a')})
+            EXPECT_EQ(keptOf(@[ itemOf(@"public.url", bad), itemOf(@"public.png", "") ]), Kept());
     }
 }
 

@@ -20,7 +20,8 @@ private:
     NSPasteboard* const _Nonnull pasteboard_;
 };
 
-/// One provider per file. Without files one per item, in the form that its source prefers.
+/// One provider per file. Without files one per item: as a picture, link or text in a file, or else in the form that
+/// its source prefers.
 [[nodiscard]] std::vector<std::shared_ptr<ItemProvider>> itemProvidersOn(NSPasteboard* _Nonnull pasteboard);
 
 }  // namespace stowpocket

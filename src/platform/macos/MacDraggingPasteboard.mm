@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #import "platform/macos/MacDraggingPasteboard.h"
 
-#include "foundation/UUID.h"
 #import "platform/macos/Conversions.h"
 #include "platform/macos/MacDrags.h"
+#import "platform/macos/MacDroppedContents.h"
 
 #include <atomic>
 
@@ -96,28 +96,6 @@ std::shared_ptr<ItemProvider> providerOf(NSData* data, NSString* type) {
     return std::make_shared<MacItemProvider>(provider);
 }
 
-/// A folder that is removed once nobody needs the files in it.
-class TemporaryFolder {
-public:
-    TemporaryFolder()
-        : url_([NSURL
-              fileURLWithPath:[NSTemporaryDirectory() stringByAppendingPathComponent:nsString(UUID::random().text())]
-                  isDirectory:YES]) {
-        [NSFileManager.defaultManager createDirectoryAtURL:url_
-                               withIntermediateDirectories:YES
-                                                attributes:nil
-                                                     error:nil];
-    }
-    ~TemporaryFolder() { [NSFileManager.defaultManager removeItemAtURL:url_ error:nil]; }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    [[nodiscard]] NSURL* url() const { return url_; }
-
-private:
-    NSURL* const url_;
-};
-
 /// A promise may deliver several files, but a provider answers once: the first file to arrive is the answer. The
 /// folder is removed after the last file.
 class PromisedFileProvider : public ItemProvider {
@@ -135,7 +113,7 @@ public:
         completion(std::nullopt);  // a promise is a file, never plain bytes
     }
     void loadFileRepresentation(std::string_view, Completion completion) override {
-        const auto folder = std::make_shared<const TemporaryFolder>();
+        const auto folder = std::make_shared<const ScratchFolder>();
         const auto answered = std::make_shared<std::atomic<bool>>(false);
         NSFilePromiseReceiver* const receiver = receiver_;
         [receiver_ receivePromisedFilesAtDestination:folder->url()
@@ -170,13 +148,22 @@ std::vector<std::shared_ptr<ItemProvider>> promisesOn(NSPasteboard* pasteboard) 
     return providers;
 }
 
-/// Returns each item in the form that its source prefers.
+/// Returns each item as the file that can be made of it, else in the form that its source prefers.
 std::vector<std::shared_ptr<ItemProvider>> contentsOn(NSPasteboard* pasteboard) {
+    constexpr NSTimeInterval betweenItems = 0.001;
     std::vector<std::shared_ptr<ItemProvider>> providers;
+    NSTimeInterval later = 0;
     for (NSPasteboardItem* item in pasteboard.pasteboardItems) {
+        NSDate* const time = [NSDate dateWithTimeIntervalSinceNow:later += betweenItems];
+        if (auto provider = contentsFileOf(item, time)) {
+            providers.push_back(std::move(provider));
+            continue;
+        }
+        if (isAddress(item))
+            continue;
         NSString* const type = item.types.firstObject;
         NSData* const data = type == nil ? nil : [item dataForType:type];
-        if (type != nil && data != nil)
+        if (type != nil && data.length > 0)
             providers.push_back(providerOf(data, type));
     }
     return providers;

@@ -10,14 +10,17 @@ NSPasteboardType const NSPasteboardTypeFileURL = @"public.file-url";
 
 @implementation NSPasteboardItem {
 @public
-    NSString* _type;
-    std::string _text;
+    NSArray* _types;
+    std::vector<std::string> _texts;
 }
 - (NSArray<NSPasteboardType>*)types {
-    return @[ _type ];
+    return _types;
 }
 - (NSData*)dataForType:(NSPasteboardType)type {
-    return [type isEqual:_type] ? [NSData dataWithBytes:_text.data() length:_text.size()] : nil;
+    if (![_types containsObject:type])
+        return nil;
+    const std::string& text = _texts.at([_types indexOfObject:type]);
+    return [NSData dataWithBytes:text.data() length:text.size()];
 }
 - (NSString*)stringForType:(NSPasteboardType)type {
     NSData* const data = [self dataForType:type];
@@ -190,11 +193,15 @@ namespace stowpocket::standIn {
 
 std::optional<Drag> begunDrag;
 
-NSPasteboardItem* itemOf(NSString* type, const std::string& text) {
+NSPasteboardItem* itemOf(NSArray* types, const std::vector<std::string>& texts) {
     NSPasteboardItem* const item = [[NSPasteboardItem alloc] init];
-    item->_type = type;
-    item->_text = text;
+    item->_types = types;
+    item->_texts = texts;
     return item;
+}
+
+NSPasteboardItem* itemOf(NSString* type, const std::string& text) {
+    return itemOf(@ [type], { text });
 }
 
 NSFilePromiseReceiver* promiseOf(NSArray* types, const std::vector<std::string>& files) {

@@ -125,9 +125,15 @@ int getfsstat(struct statfs* buffer, int size, int) {
 @end
 
 dispatch_queue_t dispatch_get_main_queue() {
-    return nil;  // the only queue that the adapters use
+    return nil;
 }
-void dispatch_async(dispatch_queue_t, dispatch_block_t block) {
+dispatch_queue_t dispatch_get_global_queue(intptr_t, uintptr_t) {
+    static id const queue = [[NSObject alloc] init];
+    return queue;
+}
+void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
+    if (queue != nil)
+        return standIn::onAnotherThread(block);
     StandInWork* const work = [[StandInWork alloc] init];
     work.block = block;
     [work performSelectorOnMainThread:@selector(run) withObject:nil waitUntilDone:NO];

@@ -78,8 +78,9 @@ private:
 
 // ---- what is dragged
 
-/// A file or other data on a pasteboard, and files that are promised.
+/// A file or other data on a pasteboard, in one type or in several, and files that are promised.
 [[nodiscard]] NSPasteboardItem* _Nonnull itemOf(NSString* _Nonnull type, const std::string& text);
+[[nodiscard]] NSPasteboardItem* _Nonnull itemOf(NSArray* _Nonnull types, const std::vector<std::string>& texts);
 [[nodiscard]] NSFilePromiseReceiver* _Nonnull promiseOf(NSArray* _Nonnull types,
                                                         const std::vector<std::string>& files);
 /// Puts these on the pasteboard of drags, and returns what a destination is told.

@@ -31,6 +31,14 @@ DECL_OPTIONS(NSUInteger, NSSearchPathDomainMask){NSUserDomainMask = 1};
 @end
 @interface NSFormatter : NSObject <NSCopying, NSCoding>
 @end
+@interface NSLocale : NSObject <NSCopying, NSSecureCoding>
++ (instancetype)localeWithLocaleIdentifier:(NSString*)identifier;
+@end
+@interface NSDateFormatter : NSFormatter
+@property(null_resettable, copy) NSLocale* locale;
+@property(null_resettable, copy) NSString* dateFormat;
+- (NSString*)stringFromDate:(NSDate*)date;
+@end
 DECL_ENUM(NSInteger, NSByteCountFormatterCountStyle){NSByteCountFormatterCountStyleFile = 0};
 @interface NSByteCountFormatter : NSFormatter
 @property NSByteCountFormatterCountStyle countStyle;

@@ -22,6 +22,7 @@ DECL_OPTIONS(NSUInteger, NSURLBookmarkResolutionOptions){NSURLBookmarkResolution
                                               error:(NSError* _Nullable* _Nullable)error;
 @property(nullable, readonly, copy) NSString* absoluteString;
 @property(nullable, readonly, copy) NSURL* filePathURL;
+- (nullable NSURL*)URLByAppendingPathComponent:(NSString*)component;
 - (nullable NSData*)bookmarkDataWithOptions:(NSURLBookmarkCreationOptions)options
              includingResourceValuesForKeys:(nullable NSArray<NSURLResourceKey>*)keys
                               relativeToURL:(nullable NSURL*)base
@@ -35,6 +36,7 @@ DECL_OPTIONS(NSUInteger, NSDataReadingOptions){NSDataReadingMappedIfSafe = 1UL <
 + (nullable instancetype)dataWithContentsOfURL:(NSURL*)url
                                        options:(NSDataReadingOptions)options
                                          error:(NSError* _Nullable* _Nullable)error;
+- (BOOL)writeToURL:(NSURL*)url atomically:(BOOL)atomically;
 @end
 
 @interface NSURLResponse : NSObject <NSSecureCoding, NSCopying>

@@ -51,6 +51,7 @@ typedef NSString* NSAttributedStringKey;
 @property(readonly) const void* bytes;
 @end
 @interface NSDate : NSObject <NSCopying, NSSecureCoding>
++ (instancetype)dateWithTimeIntervalSinceNow:(NSTimeInterval)seconds;
 + (instancetype)dateWithTimeIntervalSince1970:(NSTimeInterval)seconds;
 @property(readonly) NSTimeInterval timeIntervalSince1970;
 @end
@@ -82,6 +83,7 @@ typedef NSString* NSAttributedStringKey;
 @end
 
 DECL_OPTIONS(NSUInteger, NSPropertyListReadOptions){NSPropertyListImmutable = 0};
+typedef NSUInteger NSPropertyListWriteOptions;
 DECL_ENUM(NSUInteger, NSPropertyListFormat){NSPropertyListXMLFormat_v1_0 = 100,
                                             NSPropertyListBinaryFormat_v1_0 = 200};
 @interface NSPropertyListSerialization : NSObject
@@ -89,6 +91,10 @@ DECL_ENUM(NSUInteger, NSPropertyListFormat){NSPropertyListXMLFormat_v1_0 = 100,
                             options:(NSPropertyListReadOptions)options
                              format:(nullable NSPropertyListFormat*)format
                               error:(NSError* _Nullable* _Nullable)error;
++ (nullable NSData*)dataWithPropertyList:(id)list
+                                  format:(NSPropertyListFormat)format
+                                 options:(NSPropertyListWriteOptions)options
+                                   error:(NSError* _Nullable* _Nullable)error;
 @end
 @interface NSUserDefaults : NSObject
 @property(class, readonly, strong) NSUserDefaults* standardUserDefaults;
