@@ -3,6 +3,7 @@
 
 As a program it runs the command that it is given on such a desktop.
 """
+import contextlib
 import ctypes
 import os
 import shutil
@@ -28,8 +29,11 @@ SERVICES = ["org.xfce.Xfconf.service", "org.a11y.Bus.service"]
 
 def children_of(parent):
     """The processes whose parent is `parent`, as the kernel lists them."""
-    tasks = Path(f"/proc/{parent}/task").iterdir()
-    return [int(pid) for task in tasks for pid in (task / "children").read_text().split()]
+    children = []
+    for task in Path(f"/proc/{parent}/task").iterdir():
+        with contextlib.suppress(FileNotFoundError, ProcessLookupError):  # A thread that ended meanwhile.
+            children += map(int, (task / "children").read_text().split())
+    return children
 
 
 def is_zombie(pid):
