@@ -19,6 +19,9 @@ constexpr int shadowDrop = 3;
 constexpr int shadowStrength = 70;  // of 255, summed over the whole width
 constexpr int borderWidth = 2;
 constexpr float borderOpacity = 0.22F;
+/// Qt shares fills of more than 95 spans out to other threads and waits for them, which may take long. A line of the
+/// outline has at most three.
+constexpr int bandHeight = 30;
 
 QRect qRect(const Rect& rect) {
     return QRectF(rect.x, rect.y, rect.width, rect.height).toRect();
@@ -142,12 +145,19 @@ bool PopoverWindow::isPlain(const QRect& area) const {
 
 void PopoverWindow::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    // Qt shares out fills as high as the outline to other threads and waits for them, which may take long.
-    if (isPlain(event->rect())) {
-        painter.fillRect(event->rect(), palette().window());
+    const QRect area = event->rect();
+    if (isPlain(area)) {
+        painter.fillRect(area, palette().window());
         return;
     }
     painter.setRenderHint(QPainter::Antialiasing, edge_ == PopoverEdge::shadowed);
+    for (int top = area.top(); top <= area.bottom(); top += bandHeight) {
+        painter.setClipRect(QRect(area.left(), top, area.width(), bandHeight) & area);
+        paintOutline(painter);
+    }
+}
+
+void PopoverWindow::paintOutline(QPainter& painter) const {
     if (edge_ == PopoverEdge::shadowed)
         paintShadow(painter, outline_);
     QColor border = palette().color(QPalette::WindowText);

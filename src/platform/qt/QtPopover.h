@@ -60,6 +60,7 @@ protected:
 
 private:
     [[nodiscard]] bool isPlain(const QRect& area) const;
+    void paintOutline(QPainter& painter) const;
 
     const PopoverEdge edge_;
     const Place place_;
