@@ -3,7 +3,7 @@
 
 #include "app/Settings.h"
 #include "foundation/Invariant.h"
-#include "presentation/IconMenu.h"
+#include "presentation/ShelfPresentation.h"
 #include "services/Files.h"
 #include "services/MainBundle.h"
 

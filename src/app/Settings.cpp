@@ -2,7 +2,7 @@
 #include "app/Settings.h"
 
 #include "services/Input.h"
-#include "services/LoginItem.h"
+#include "services/MainBundle.h"
 
 namespace stowpocket {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/FileURL.h"
-#include "services/FileManagerSelection.h"
+#include "services/OtherPrograms.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "foundation/Geometry.h"
+#include "foundation/Values.h"
 
 #include <cstddef>
 #include <span>

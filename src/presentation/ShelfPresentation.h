@@ -1,16 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "services/StatusItem.h"
+#include "shelf/ShelfManager.h"
+
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace stowpocket {
 
 class ShelfViewModel;
-struct ShelfItem;
 
 /// The contents of the shelf popover.
 struct ShelfPresentation {
@@ -54,5 +58,14 @@ struct TilePresentation {
 };
 
 [[nodiscard]] TilePresentation tilePresentation(const ShelfItem& item, const ByteCountText& byteCountText);
+
+/// What the icon's menu offers. Panels of other programs name them by these numbers.
+enum class IconCommand { openShelf = 1, quickDrop, paste, undo, clear, settings, quit };
+
+/// The icon's menu for the shelf as it is now.
+[[nodiscard]] std::vector<StatusItemMenuEntry> iconMenu(const ShelfManager& shelf);
+
+/// The command with that number, unless the menu would not offer it now.
+[[nodiscard]] std::optional<IconCommand> iconCommand(int id, const ShelfManager& shelf);
 
 }  // namespace stowpocket

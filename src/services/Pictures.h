@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/FileURL.h"
-#include "foundation/Geometry.h"
+#include "foundation/Values.h"
 
 #include <functional>
 #include <memory>

@@ -4,7 +4,7 @@
 #include "foundation/Signal.h"
 #include "services/CoreServices.h"
 #include "services/Pictures.h"
-#include "shelf/ShelfItem.h"
+#include "shelf/PersistedShelf.h"
 
 #include <cstddef>
 #include <cstdint>

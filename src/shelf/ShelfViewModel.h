@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/Clipboard.h"
 #include "services/Dragging.h"
 #include "shelf/ShelfManager.h"
 

@@ -3,7 +3,7 @@
 
 #include "services/Dispatch.h"
 #include "services/Files.h"
-#include "services/Processes.h"
+#include "services/OtherPrograms.h"
 
 namespace stowpocket {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "fakes/AppFixture.h"
 #include "fakes/FakeItemProvider.h"
-#include "presentation/IconMenu.h"
+#include "presentation/ShelfPresentation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/Clipboard.h"
+#include "services/Dragging.h"
 
 namespace stowpocket {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/Opening.h"
+#include "services/OtherPrograms.h"
 #include "services/StatusItem.h"
 #include "services/Windows.h"
 

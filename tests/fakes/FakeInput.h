@@ -2,10 +2,10 @@
 #pragma once
 
 #include "fakes/FakeDesktop.h"
-#include "services/FileManagerSelection.h"
 #include "services/Files.h"
 #include "services/Input.h"
-#include "services/LoginItem.h"
+#include "services/MainBundle.h"
+#include "services/OtherPrograms.h"
 
 #include <algorithm>
 #include <list>

@@ -3,7 +3,7 @@
 
 #include "services/Files.h"
 #include "services/MainBundle.h"
-#include "services/Processes.h"
+#include "services/OtherPrograms.h"
 #include "services/UpdateFramework.h"
 #include "services/Windows.h"
 #include "updates/UpdateStatus.h"

@@ -4,8 +4,8 @@
 #include "fakes/FakeFiles.h"
 #include "intake/FileLists.h"
 #include "intake/StatusItemDrop.h"
-#include "services/FileManagerSelection.h"
 #include "services/MainBundle.h"
+#include "services/OtherPrograms.h"
 #include "shelf/ShelfManager.h"
 
 #include <gtest/gtest.h>

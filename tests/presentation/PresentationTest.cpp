@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/ShelfPresentation.h"
 #include "presentation/Texts.h"
-#include "shelf/ShelfItem.h"
+#include "shelf/PersistedShelf.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ShelfViewFixture.h"
 
-#include "views/shelf/DragHandle.h"
+#include "views/shelf/ShelfView.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "views/controls/Theme.h"
 #include "ShelfViewFixture.h"
-#include "views/controls/Symbol.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "views/updates/QtUpdateWindow.h"
+#include "views/updates/UpdateWindow.h"
 
 #include <QApplication>
 #include <QPushButton>

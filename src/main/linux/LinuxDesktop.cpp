@@ -10,7 +10,6 @@
 #include "platform/qt/QtDrops.h"
 #include "platform/qt/QtPopover.h"
 #include "presentation/Texts.h"
-#include "views/controls/Symbol.h"
 #include "views/controls/Theme.h"
 
 #include <QDesktopServices>

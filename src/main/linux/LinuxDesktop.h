@@ -17,8 +17,8 @@
 #include "platform/linux/tray/X11PopoverHost.h"
 #include "platform/linux/tray/X11StatusItem.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "platform/qt/QtApplication.h"
 #include "platform/qt/QtDispatch.h"
+#include "platform/qt/QtWindow.h"
 #include "services/RunningShelf.h"
 #include "views/QtViewFactory.h"
 

@@ -4,7 +4,7 @@
 #include "app/HandOver.h"
 #include "platform/linux/appearance/XSettings.h"
 #include "platform/linux/updates/InstalledProgram.h"
-#include "platform/qt/QtApplication.h"
+#include "platform/qt/QtWindow.h"
 #include "updates/AppcastUpdater.h"
 
 #include <QApplication>

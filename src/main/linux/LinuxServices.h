@@ -11,7 +11,7 @@
 #include "platform/posix/FileProbe.h"
 #include "platform/qt/QtDispatch.h"
 #include "services/MainBundle.h"
-#include "views/updates/QtUpdateWindow.h"
+#include "views/updates/UpdateWindow.h"
 
 #include <memory>
 #include <optional>

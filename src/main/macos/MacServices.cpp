@@ -4,8 +4,8 @@
 #include "app/HandOver.h"
 #include "platform/macos/MacWindows.h"
 #include "platform/macos/QtBridge.h"
-#include "platform/qt/QtApplication.h"
 #include "platform/qt/QtImages.h"
+#include "platform/qt/QtWindow.h"
 
 #include <QApplication>
 #include <QDesktopServices>

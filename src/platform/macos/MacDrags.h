@@ -3,7 +3,6 @@
 
 #include "foundation/FileURL.h"
 #include "platform/macos/MacPictures.h"
-#include "services/Clipboard.h"
 #include "services/Dragging.h"
 
 #include <functional>

@@ -4,8 +4,8 @@
 #include "services/Bookmarks.h"
 #include "services/Files.h"
 #include "services/MainBundle.h"
+#include "services/OtherPrograms.h"
 #include "services/Preferences.h"
-#include "services/Processes.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/FileManagerSelection.h"
 #include "services/Files.h"
 #include "services/Input.h"
-#include "services/LoginItem.h"
-#include "services/Opening.h"
+#include "services/MainBundle.h"
+#include "services/OtherPrograms.h"
 #include "services/Pictures.h"
-#include "services/Processes.h"
 #include "services/UpdateFramework.h"
 #include "services/Windows.h"
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "foundation/Signal.h"
-#include "platform/qt/QtStatusItemButton.h"
 #include "presentation/Layout.h"
+#include "services/StatusItem.h"
 #include "services/Windows.h"
 
 #include <QPainterPath>
@@ -15,6 +15,17 @@
 #include <memory>
 
 namespace stowpocket {
+
+/// The icon as seen by the windows that are attached to it.
+class QtStatusItemButton : public StatusItemButton {
+public:
+    /// Where attached windows should point; a corner of the screen while the icon is in no bar.
+    [[nodiscard]] virtual QRect rectOnScreen() const = 0;
+    /// The bar that contains the icon; empty while no such bar is known.
+    [[nodiscard]] virtual QRect barOnScreen() const { return {}; }
+    /// Emitted when the icon has changed its size or, as far as it knows, its place.
+    Signal<> moved;
+};
 
 /// What a popover needs from the window system beyond what Qt offers. Main thread.
 class PopoverHost {

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "services/Pictures.h"
 #include "services/Windows.h"
 
 #include <QIcon>
 #include <QPointer>
+#include <QProxyStyle>
 #include <QWidget>
 
 #include <functional>
@@ -90,6 +92,26 @@ private:
     bool isCentered_ = false;
     /// Exists from the request until the window is made. Deferred work does nothing without it.
     std::shared_ptr<const Request> request_;
+};
+
+/// The running Qt application.
+class QtApplication : public Application {
+public:
+    void activate() override;
+    void terminate() override;
+};
+
+/// The primary screen of the Qt application.
+class QtMainScreen : public MainScreen {
+public:
+    [[nodiscard]] std::optional<double> backingScaleFactor() const override;
+};
+
+/// The desktop's style without animations, for users who have asked for reduced motion.
+class MotionlessStyle : public QProxyStyle {
+public:
+    [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                                QStyleHintReturn* returnData) const override;
 };
 
 }  // namespace stowpocket

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "views/controls/Button.h"
 
-#include "views/controls/AccessibleRole.h"
+#include "views/controls/Compose.h"
 #include "views/controls/Drawing.h"
-#include "views/controls/Symbol.h"
 #include "views/controls/Theme.h"
 
 #include <QKeyEvent>

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "views/controls/Choices.h"
 
-#include "views/controls/AccessibleRole.h"
 #include "views/controls/Compose.h"
 #include "views/controls/Theme.h"
 

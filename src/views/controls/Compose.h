@@ -3,6 +3,7 @@
 
 #include "views/controls/Theme.h"
 
+#include <QAccessible>
 #include <QBoxLayout>
 #include <QFont>
 #include <QLabel>
@@ -111,5 +112,10 @@ inline constexpr double capsule = 1000;
 
 /// Breaks `text` into as many lines of that width as necessary.
 [[nodiscard]] QStringList brokenIntoLines(const QString& text, const QFont& font, int width);
+
+/// Tells assistive technology what the view is if the toolkit's own description would be wrong. Buttons with such a
+/// role can be pressed, and tabs say which one is selected. Call it before setting the view's name or text, because
+/// the toolkit then decides once and for all how it describes the view.
+void setAccessibleRole(QWidget& view, QAccessible::Role role);
 
 }  // namespace stowpocket

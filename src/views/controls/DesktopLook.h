@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "views/controls/Symbol.h"
 #include "views/controls/Theme.h"
 
 #include <optional>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "views/controls/Compose.h"
+
 #include <QScrollArea>
 #include <QWidget>
 
@@ -55,5 +57,12 @@ protected:
 private:
     ScrollIndicator* const indicator_;
 };
+
+/// A form, which scrolls if it is higher than its place: sections below each other, each with a title above a rounded
+/// panel of rows. Null sections are skipped.
+[[nodiscard]] QWidget* form(std::initializer_list<QWidget*> sections);
+/// The title may be empty. Hidden rows and the lines above them take no room.
+[[nodiscard]] QWidget* formSection(const QString& title, std::initializer_list<QWidget*> rows);
+[[nodiscard]] QWidget* formRow(QLayout* stack);
 
 }  // namespace stowpocket

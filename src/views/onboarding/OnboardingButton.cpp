@@ -2,7 +2,7 @@
 #include "views/onboarding/OnboardingButton.h"
 
 #include "views/controls/Drawing.h"
-#include "views/controls/Symbol.h"
+#include "views/controls/Theme.h"
 
 #include <QKeyEvent>
 #include <QPainter>

@@ -4,7 +4,6 @@
 #include "presentation/Onboarding.h"
 #include "views/controls/Compose.h"
 #include "views/controls/Drawing.h"
-#include "views/controls/Symbol.h"
 #include "views/controls/Theme.h"
 
 #include <QPainter>

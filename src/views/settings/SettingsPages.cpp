@@ -9,7 +9,6 @@
 #include "updates/UpdaterController.h"
 #include "views/controls/Button.h"
 #include "views/controls/Choices.h"
-#include "views/controls/Form.h"
 #include "views/controls/ScrollView.h"
 #include "views/settings/HotkeyRecorderView.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/Signal.h"
-#include "views/controls/AlertView.h"
+#include "views/controls/Popups.h"
 #include "views/settings/SettingsView.h"
 
 #include <QWidget>

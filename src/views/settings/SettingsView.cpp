@@ -2,7 +2,6 @@
 #include "views/settings/SettingsView.h"
 
 #include "presentation/SettingsPresentation.h"
-#include "views/controls/AccessibleRole.h"
 #include "views/controls/Choices.h"
 #include "views/controls/Compose.h"
 #include "views/settings/SettingsPages.h"

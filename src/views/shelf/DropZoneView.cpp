@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "views/shelf/DropZoneView.h"
 
-#include "views/controls/AccessibleRole.h"
+#include "views/controls/Compose.h"
 #include "views/controls/Drawing.h"
 #include "views/controls/Motion.h"
-#include "views/controls/Symbol.h"
 #include "views/controls/Theme.h"
 
 #include <QFontMetrics>

@@ -3,9 +3,8 @@
 
 #include "platform/qt/QtImages.h"
 #include "presentation/Layout.h"
-#include "views/controls/AccessibleRole.h"
 #include "views/controls/Compose.h"
-#include "views/controls/Menu.h"
+#include "views/controls/Popups.h"
 #include "views/shelf/TilePicture.h"
 
 #include <QAccessibleWidget>

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "foundation/UUID.h"
-#include "presentation/Selection.h"
 #include "presentation/ShelfPresentation.h"
 #include "presentation/TileCommands.h"
 

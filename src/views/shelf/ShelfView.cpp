@@ -3,9 +3,12 @@
 
 #include "services/Preferences.h"
 #include "views/controls/Motion.h"
-#include "views/shelf/DragHandle.h"
 
+#include <QApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
+
+#include <utility>
 
 namespace stowpocket {
 namespace {
@@ -25,6 +28,28 @@ QWidget* warningBanner(Text* words, Ends... ends) {
 }
 
 }  // namespace
+
+DragHandle::DragHandle(QLayout* stack, std::function<void(QWidget& handle)> startDrag)
+    : startDrag_(std::move(startDrag)) {
+    setLayout(stack);
+}
+
+void DragHandle::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        pressedAt_ = event->position().toPoint();
+}
+
+void DragHandle::mouseMoveEvent(QMouseEvent* event) {
+    if (!pressedAt_ ||
+        (event->position().toPoint() - *pressedAt_).manhattanLength() < QApplication::startDragDistance())
+        return;
+    pressedAt_.reset();
+    startDrag_(*this);
+}
+
+void DragHandle::mouseReleaseEvent(QMouseEvent*) {
+    pressedAt_.reset();
+}
 
 ShelfView::ShelfView(Dependencies dependencies)
     : dependencies_(std::move(dependencies)),

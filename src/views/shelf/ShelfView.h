@@ -1,11 +1,33 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "views/controls/AlertView.h"
 #include "views/controls/Button.h"
+#include "views/controls/Popups.h"
 #include "views/shelf/ShelfContentView.h"
 
+#include <QLayout>
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
 namespace stowpocket {
+
+/// A stack of views by which something can be dragged.
+class DragHandle : public QWidget {
+public:
+    /// `startDrag` runs while the main button is held and the pointer has moved far enough.
+    DragHandle(QLayout* stack, std::function<void(QWidget& handle)> startDrag);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    const std::function<void(QWidget& handle)> startDrag_;
+    std::optional<QPoint> pressedAt_;
+};
 
 /// The content of the shelf popover: the staged files between a header with their count and a footer with buttons. It
 /// keeps no state of the shelf and reads it again after each change. Its preferred height is that of its content;

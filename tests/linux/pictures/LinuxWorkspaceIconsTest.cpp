@@ -2,8 +2,8 @@
 #include "platform/linux/pictures/LinuxWorkspaceIcons.h"
 #include "fakes/FakePictures.h"
 #include "linux/pictures/PictureFiles.h"
-#include "platform/qt/QtApplication.h"
 #include "platform/qt/QtImages.h"
+#include "platform/qt/QtWindow.h"
 
 #include <QIcon>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/drags/DropReading.h"
-#include "services/Clipboard.h"
+#include "services/Dragging.h"
 
 #include <memory>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/quickdrop/X11QuickDropDesktop.h"
-#include "services/FileManagerSelection.h"
+#include "services/OtherPrograms.h"
 
 #include <atomic>
 #include <memory>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/LoginItem.h"
+#include "services/MainBundle.h"
 
 #include <optional>
 #include <string>

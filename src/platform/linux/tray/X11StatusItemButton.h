@@ -6,7 +6,7 @@
 #include "platform/linux/tray/Pocket.h"
 #include "platform/linux/tray/StatusItemPainter.h"
 #include "platform/linux/tray/StatusItemWindow.h"
-#include "platform/qt/QtStatusItemButton.h"
+#include "platform/qt/QtPopover.h"
 
 namespace stowpocket {
 

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "views/controls/AlertView.h"
+#include "views/controls/Popups.h"
 
 #include "presentation/Layout.h"
 #include "views/controls/Button.h"
 #include "views/controls/Drawing.h"
 
 #include <QAccessible>
+#include <QEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QPainter>
 
 #include <algorithm>
@@ -38,6 +40,22 @@ protected:
         const QPainterPath shape = continuousRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), sheetRadius);
         painter.fillPath(shape, palette().color(QPalette::Window));
         painter.strokePath(shape, Theme::color(ColorRole::primary, palette(), edgeOpacity));
+    }
+};
+
+/// Deletes itself when it closes.
+class Menu : public QMenu {
+public:
+    explicit Menu(QWidget& owner) : QMenu(&owner) {
+        setAttribute(Qt::WA_DeleteOnClose);
+        owner.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == parent() && event->type() == QEvent::Hide)
+            close();
+        return QMenu::eventFilter(watched, event);
     }
 };
 
@@ -134,6 +152,16 @@ void askOnce(QPointer<AlertView>& shown, QWidget& below, const QString& title, c
                               {QStringLiteral("Cancel"), Role::cancel, [] {}},
                           });
     shown->open();
+}
+
+void popUpMenu(QWidget& owner, const QPoint& point, const std::vector<MenuEntry>& entries) {
+    auto* const menu = new Menu(owner);
+    for (const MenuEntry& entry : entries) {
+        if (entry.beginsGroup)
+            menu->addSeparator();
+        menu->addAction(entry.title, menu, entry.action)->setEnabled(entry.isEnabled);
+    }
+    menu->popup(point);
 }
 
 }  // namespace stowpocket

@@ -2,10 +2,13 @@
 #pragma once
 
 #include <QPointer>
+#include <QString>
 #include <QWidget>
 
 #include <functional>
 #include <vector>
+
+class QPoint;
 
 namespace stowpocket {
 
@@ -46,5 +49,17 @@ private:
 /// Asks whether to do something destructive. Does nothing while `shown`, which holds the question, is unanswered.
 void askOnce(QPointer<AlertView>& shown, QWidget& below, const QString& title, const QString& message,
              const QString& destroy, std::function<void()> action);
+
+struct MenuEntry {
+    QString title;
+    std::function<void()> action;
+    bool isEnabled = true;
+    /// Whether a line separates it from the entry before.
+    bool beginsGroup = false;
+};
+
+/// Opens a menu in the desktop's own look at this point of the screen and returns at once. The menu closes with the
+/// window of `owner`.
+void popUpMenu(QWidget& owner, const QPoint& point, const std::vector<MenuEntry>& entries);
 
 }  // namespace stowpocket
