@@ -70,8 +70,16 @@ void X11StatusItem::handleMessage(const xcb_client_message_event_t& message) {
 void X11StatusItem::handleParent(const xcb_reparent_notify_event_t& moved) {
     if (moved.parent == connection_.root() && moved.window == button_->window())
         later([this] { takeStep(docking_.lostWindow(), x11None); });
+    else if (moved.window == button_->window())
+        later(placingTime, [this, window = moved.window] { embeddedSilently(window); });
     else if (standsIn(moved.window))
         later([this] { watchBar(); });
+}
+
+/// JWM embeds the window and shows it, but does not say so.
+void X11StatusItem::embeddedSilently(xcb_window_t window) {
+    if (docking_.state() == TrayDocking::State::requested && connection_.isViewable(window))
+        embedded(window);
 }
 
 void X11StatusItem::handlePlace(xcb_window_t window) {

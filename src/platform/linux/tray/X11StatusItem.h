@@ -32,6 +32,7 @@ private:
     void windowGone(xcb_window_t window);
     void managerAppeared(xcb_window_t manager);
     void embedded(xcb_window_t window);
+    void embeddedSilently(xcb_window_t window);
     void checkForProxy();
     void watchBar();
     enum class Change { ofIcon, ofBar };
