@@ -35,13 +35,16 @@ bool isPlaceOnScreen(const QPoint& pixels) {
     return pixels.x() > largestIcon || pixels.y() > largestIcon;
 }
 
-/// Where an icon would most likely be.
+/// Where an icon would most likely be: at the end of a panel below, if there is one and none above.
 QRect usualCorner() {
     const QScreen* const screen = QGuiApplication::primaryScreen();
     if (screen == nullptr)
         return {};
     constexpr int distanceFromEdge = 24;
-    return {usableArea(*screen).topRight() - QPoint(distanceFromEdge, 0), QSize(1, 0)};
+    const QRect whole = screen->geometry(), usable = usableArea(*screen);
+    const bool isPanelBelow = usable.top() == whole.top() && usable.bottom() < whole.bottom();
+    const QPoint corner = isPanelBelow ? usable.bottomRight() + QPoint(0, 1) : usable.topRight();
+    return {corner - QPoint(distanceFromEdge, 0), QSize(1, 0)};
 }
 
 }  // namespace
@@ -133,8 +136,10 @@ void X11StatusItemButton::showDocked() {
 void X11StatusItemButton::undock() {
     bar_ = x11None;
     forgetPlaces();
-    if (window_)
-        window_.release()->deleteLater();  // later, since it may be handling a click or a drag
+    if (!window_)
+        return;
+    window_.release()->deleteLater();  // later, since it may be handling a click or a drag
+    moved.emit();
 }
 
 void X11StatusItemButton::barChanged(xcb_window_t bar) {
