@@ -17,13 +17,8 @@ using namespace std::chrono_literals;
 constexpr auto missingItemsInterval = 5s;
 /// Long enough for a click elsewhere to turn out to be the start of a drag.
 constexpr auto closeDelay = 300ms;
-/// Desktops let a program see the clipboard some time after they gave it the keyboard.
-constexpr auto clipboardLookInterval = 200ms;
-constexpr int clipboardLooks = 5;
-
 /// How long removed items can be brought back while the shelf is closed.
 constexpr auto undoTime = 1min;
-
 constexpr auto signTime = 1500ms;
 
 constexpr std::uint32_t leftButton = 1;
@@ -59,6 +54,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     manager->requestThumbnails();
     shelfViewModel_ =
         ShelfViewModel::make(manager, services_.core.files, services_.core.dispatch, services_.clipboard);
+    copiedFilesDrop_.emplace(shelfViewModel_, services_.clipboard, services_.core.dispatch);
     setUpStatusItem();
     setUpPopover();
     setUpObservers();
@@ -74,7 +70,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 
 void AppDelegate::applicationWillTerminate() {
     pendingCloseWork_.reset();
-    nextClipboardLook_.reset();
+    copiedFilesDrop_->end();
     missingItemsTimer_.reset();
     undoLimit_.reset();
     iconSign_.reset();
@@ -284,8 +280,7 @@ void AppDelegate::bringUpPopover() {
 
 void AppDelegate::closePopover() {
     pendingCloseWork_.reset();
-    nextClipboardLook_.reset();
-    forgetCopyFirst();
+    copiedFilesDrop_->end();
     popover_->performClose();
     globalClickMonitor_.reset();
     limitUndo();
@@ -315,10 +310,10 @@ void AppDelegate::dragEntered() {
 
 void AppDelegate::quickDrop() {
     if (!services_.fileManagerSelection.isKnown()) {
-        forgetCopyFirst();
         bringUpPopover();
-        clipboardLooksLeft_ = clipboardLooks;
-        return lookAtClipboardSoon();
+        if (popover_->isShown())
+            copiedFilesDrop_->begin();
+        return;
     }
     services_.fileManagerSelection.read([weak = weak_from_this()](const std::vector<FileURL>& urls) {
         const auto self = weak.lock();
@@ -329,35 +324,6 @@ void AppDelegate::quickDrop() {
         self->shelfViewModel_->addFileURLs(urls);
         self->showPopover(Animation::animated);
     });
-}
-
-void AppDelegate::lookAtClipboardSoon() {
-    nextClipboardLook_ = services_.core.dispatch.after(clipboardLookInterval, weakly(&AppDelegate::lookAtClipboard));
-}
-
-void AppDelegate::lookAtClipboard() {
-    services_.clipboard.read([weak = weak_from_this()](const std::vector<std::shared_ptr<ItemProvider>>& items) {
-        if (const auto self = weak.lock())
-            self->addCopiedFiles(items);
-    });
-}
-
-/// Texts and pictures that were copied are no files that were selected.
-void AppDelegate::addCopiedFiles(std::vector<std::shared_ptr<ItemProvider>> items) {
-    if (!popover_->isShown())
-        return;
-    std::erase_if(items, [](const auto& item) { return !item->hasItemConformingTo(uniformType::fileURL); });
-    if (!items.empty())
-        static_cast<void>(shelfViewModel_->handleDrop(items));
-    else if (--clipboardLooksLeft_ > 0)
-        lookAtClipboardSoon();
-    else
-        shelfViewModel_->setCapacityMessage(std::string(copyFirstMessage));
-}
-
-void AppDelegate::forgetCopyFirst() {
-    if (shelfViewModel_->capacityMessage() == copyFirstMessage)
-        shelfViewModel_->setCapacityMessage(std::nullopt);
 }
 
 void AppDelegate::showNothingSelected() {

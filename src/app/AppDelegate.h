@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/CopiedFilesDrop.h"
 #include "app/HotkeyManager.h"
 #include "app/Settings.h"
 #include "intake/StatusItemDrop.h"
@@ -45,9 +46,6 @@ struct AppServices {
     /// None on systems that do not install programs from disk images.
     std::optional<InstallerImageServices> installerImage;
 };
-
-/// Shown by a quick drop that can only take what has been copied, when that is no file.
-inline constexpr std::string_view copyFirstMessage = "Copy files first, then press the shortcut";
 
 /// Whether the popover opens with an animation.
 enum class Animation { animated, none };
@@ -116,11 +114,6 @@ private:
     void clickedElsewhere();
     void closeUnlessDragging();
 
-    void lookAtClipboardSoon();
-    void lookAtClipboard();
-    void addCopiedFiles(std::vector<std::shared_ptr<ItemProvider>> items);
-    void forgetCopyFirst();
-
     void openSettings();
     void openOnboarding();
     void completeOnboarding();
@@ -139,8 +132,7 @@ private:
     std::unique_ptr<EventMonitorToken> quickDropLocalMonitor_;
     std::unique_ptr<EventMonitorToken> globalClickMonitor_;
     std::unique_ptr<ScheduledWork> pendingCloseWork_;
-    std::unique_ptr<ScheduledWork> nextClipboardLook_;
-    int clipboardLooksLeft_ = 0;
+    std::optional<CopiedFilesDrop> copiedFilesDrop_;
     std::unique_ptr<ScheduledWork> missingItemsTimer_;
     std::unique_ptr<ScheduledWork> undoLimit_;
     /// Ends the sign on the icon.
