@@ -90,7 +90,7 @@ try() {
 }
 check
 try shelf/ShelfManager.cpp '"platform/posix/FileProbe.h"'
-try shelf/ShelfManager.cpp '"intake/FileLists.h"'
+try shelf/ShelfManager.cpp '"intake/ExchangeFormats.h"'
 try services/Preferences.cpp '"app/Settings.h"'
 try foundation/UUID.cpp '<unistd.h>'
 try platform/qt/QtWindow.cpp '"platform/linux/files/DurableFile.h"'

@@ -3,7 +3,7 @@
 #include "foundation/Signal.h"
 #include "foundation/Text.h"
 #include "foundation/UUID.h"
-#include "intake/FileLists.h"
+#include "intake/ExchangeFormats.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 // Whatever a drag source writes as a link or a text: it becomes a file name, and a file that desktops follow.
 #include "foundation/Invariant.h"
 #include "foundation/Text.h"
-#include "intake/DroppedTexts.h"
+#include "intake/ExchangeFormats.h"
 
 #include <algorithm>
 #include <cstddef>

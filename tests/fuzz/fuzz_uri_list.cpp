@@ -2,7 +2,7 @@
 // Whatever a drag source writes into its list of URLs.
 #include "foundation/Invariant.h"
 #include "foundation/Text.h"
-#include "intake/FileLists.h"
+#include "intake/ExchangeFormats.h"
 
 using namespace stowpocket;
 

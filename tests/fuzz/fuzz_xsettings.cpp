@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The settings that a desktop shares, as any program may write them.
 #include "foundation/Invariant.h"
-#include "platform/linux/appearance/XSettings.h"
+#include "platform/linux/appearance/DesktopSettings.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "intake/DroppedTexts.h"
+#include "intake/ExchangeFormats.h"
 
 #include "foundation/Text.h"
 

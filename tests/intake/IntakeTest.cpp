@@ -2,7 +2,7 @@
 #include "fakes/FakeDesktop.h"
 #include "fakes/FakeDispatch.h"
 #include "fakes/FakeFiles.h"
-#include "intake/FileLists.h"
+#include "intake/ExchangeFormats.h"
 #include "intake/StatusItemDrop.h"
 #include "services/MainBundle.h"
 #include "services/OtherPrograms.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "platform/linux/appearance/ColorScheme.h"
+#include "platform/linux/appearance/DesktopSettings.h"
 #include "platform/linux/drags/DirectSaves.h"
 #include "platform/linux/drags/X11Clipboard.h"
 #include "platform/linux/drags/X11FileDrag.h"

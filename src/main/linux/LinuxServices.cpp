@@ -2,7 +2,7 @@
 #include "main/linux/LinuxServices.h"
 
 #include "app/HandOver.h"
-#include "platform/linux/appearance/XSettings.h"
+#include "platform/linux/appearance/DesktopSettings.h"
 #include "platform/linux/updates/InstalledProgram.h"
 #include "platform/qt/QtWindow.h"
 #include "updates/AppcastUpdater.h"

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "intake/FileLists.h"
+#include "foundation/FileURL.h"
+#include "intake/ExchangeFormats.h"
 #include "platform/macos/MacDrags.h"
 #include "platform/macos/MacPictures.h"
 #include "platform/macos/MacStorage.h"
@@ -12,8 +13,12 @@
 #include "platform/qt/QtDispatch.h"
 #include "views/QtViewFactory.h"
 
+#include <QObject>
+
+#include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace stowpocket {
 
@@ -90,6 +95,23 @@ private:
     MacStorage storage_;
     MacDesktop desktop_;
     MacUpdates updates_;
+};
+
+/// The files that the user has the program open, `open -a stowpocket FILES` for one. The system tells of one after
+/// the other; those that come together are delivered together.
+class OpenedFiles : public QObject {
+public:
+    using Delivery = std::function<void(const std::vector<FileURL>&)>;
+
+    /// Files may come as soon as the main loop runs; `deliver` runs later than all that was queued there before.
+    explicit OpenedFiles(Delivery deliver);
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void arrived(const QString& path);
+
+    const Delivery deliver_;
+    std::vector<FileURL> files_;
 };
 
 }  // namespace stowpocket

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "main/macos/MacServices.h"
-#include "main/macos/OpenedFiles.h"
 
 #include <QApplication>
 

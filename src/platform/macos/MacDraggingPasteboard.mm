@@ -173,6 +173,26 @@ NSPasteboard* dragPasteboard() {
     return [NSPasteboard pasteboardWithName:NSPasteboardNameDrag];
 }
 
+/// The system keeps what was copied, also after the end of the program, and offers the paths of files as text.
+class MacClipboard : public Clipboard {
+public:
+    void copyFiles(const std::vector<FileURL>& files) override {
+        NSMutableArray* const urls = [NSMutableArray arrayWithCapacity:files.size()];
+        for (const FileURL& file : files)
+            [urls addObject:nsURL(file)];
+        replaceContent(urls);
+    }
+    void copyText(const std::string& text) override { replaceContent(@[ nsString(text) ]); }
+    void read(Completion completion) override { completion(itemProvidersOn(NSPasteboard.generalPasteboard)); }
+
+private:
+    static void replaceContent(NSArray* objects) {
+        NSPasteboard* const pasteboard = NSPasteboard.generalPasteboard;
+        [pasteboard clearContents];
+        [pasteboard writeObjects:objects];
+    }
+};
+
 }  // namespace
 
 std::vector<PasteboardItem> MacDraggingPasteboard::items() {
@@ -208,6 +228,10 @@ std::vector<std::shared_ptr<ItemProvider>> droppedItemProviders() {
     if (providers.empty())
         providers = contentsOn(dragPasteboard());
     return providers;
+}
+
+std::unique_ptr<Clipboard> makeMacClipboard() {
+    return std::make_unique<MacClipboard>();
 }
 
 }  // namespace stowpocket

@@ -2,7 +2,7 @@
 #import "platform/macos/MacDroppedContents.h"
 
 #include "foundation/UUID.h"
-#include "intake/DroppedTexts.h"
+#include "intake/ExchangeFormats.h"
 #import "platform/macos/Conversions.h"
 
 #import <dispatch/dispatch.h>

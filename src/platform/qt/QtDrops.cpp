@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtDrops.h"
 
-#include "intake/FileLists.h"
+#include "intake/ExchangeFormats.h"
 
 #include <QDateTime>
 #include <QFile>

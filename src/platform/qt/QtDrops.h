@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "intake/DroppedTexts.h"
+#include "intake/ExchangeFormats.h"
 #include "services/Dispatch.h"
 #include "services/Dragging.h"
 

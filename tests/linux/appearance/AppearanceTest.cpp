@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/appearance/ColorScheme.h"
-#include "platform/linux/appearance/XSettings.h"
+#include "platform/linux/appearance/DesktopSettings.h"
 #include "support/FakePortal.h"
 #include "support/PrivateBus.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtDrops.h"
 
-#include "intake/DroppedTexts.h"
+#include "intake/ExchangeFormats.h"
 #include "linux/drags/FakeDrops.h"
 #include "platform/linux/drags/X11IncomingDrops.h"
 #include "platform/qt/QtDispatch.h"

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/drags/DropReading.h"
 
-#include "intake/DroppedTexts.h"
-#include "intake/FileLists.h"
+#include "intake/ExchangeFormats.h"
 #include "platform/linux/drags/DirectSaves.h"
 #include "platform/linux/files/DurableFile.h"
 

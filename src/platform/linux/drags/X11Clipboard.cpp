@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/drags/X11Clipboard.h"
 
-#include "intake/FileLists.h"
+#include "intake/ExchangeFormats.h"
 #include "services/MainBundle.h"
 
 #include <QClipboard>

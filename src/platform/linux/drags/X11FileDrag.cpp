@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/drags/X11FileDrag.h"
 
-#include "intake/FileLists.h"
+#include "intake/ExchangeFormats.h"
 #include "platform/linux/x11/X11Connection.h"
 
 #include <QBitmap>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/files/FileWatch.h"
+#include "platform/linux/files/Folders.h"
 #include "services/SavedPreferenceStore.h"
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/quickdrop/X11QuickDropDesktop.h"
 
-#include "intake/FileLists.h"
+#include "intake/ExchangeFormats.h"
 #include "platform/linux/quickdrop/CopyCommands.h"
 
 #include <QLoggingCategory>
