@@ -336,6 +336,7 @@ void ShelfManager::save() {
 
 void ShelfManager::search(std::vector<UUID> ids) {
     std::vector<Bytes> bookmarks;
+    bookmarks.reserve(ids.size());
     for (const UUID& id : ids)
         bookmarks.push_back(*std::ranges::find(items_, id, &ShelfItem::id)->bookmarkData);
     services_.core.dispatch.background(
