@@ -33,9 +33,8 @@ public:
     QString application;
     std::string shortcuts;
     int dialogs = 0;
-    /// Sessions and questions that are open.
+    /// Those that are open.
     int sessions = 0;
-    int requests = 0;
     QVariant version{2U};
     /// The arguments of the answers to a new session and to its shortcuts; none: as it should be.
     std::optional<QVariantList> created;
@@ -75,7 +74,7 @@ public:
         } else if (member == QStringLiteral("BindShortcuts")) {
             bind(message, options);
         } else if (member == QStringLiteral("Close")) {
-            --(message.path().contains(QStringLiteral("/session/")) ? sessions : requests);
+            sessions -= message.path().contains(QStringLiteral("/session/")) ? 1 : 0;
         } else if (member == QStringLiteral("Register")) {
             application = arguments.value(0).toString();
             bus_.send(message.createReply());
@@ -99,9 +98,7 @@ private:
         for (const PortalShortcutEntry& entry : entries)
             shortcuts += entry.id.toStdString() + ' ' +
                          entry.properties.value(QStringLiteral("preferred_trigger")).toString().toStdString() + ' ';
-        if (isSilent)
-            ++requests;
-        else
+        if (!isSilent)
             respond(call, options, bound, {{QStringLiteral("shortcuts"), QVariant::fromValue(entries)}});
     }
     void respond(const QDBusMessage& call, const QVariantMap& options, const std::optional<QVariantList>& wanted,

@@ -197,16 +197,6 @@ private:
     std::promise<void> released_;
 };
 
-TEST(FileProbe, asksOnAnotherThreadWhereAFileSystemCouldHang) {
-    const std::thread::id here = std::this_thread::get_id();
-    const std::function<std::thread::id()> question = [] { return std::this_thread::get_id(); };
-    FileProbe network(firstFolder, {20s, 20s});
-    const auto answer = network.ask("/net/file", question);
-    EXPECT_TRUE(answer && *answer != here);
-    FileProbe local([](const std::string&) { return std::nullopt; }, {0ms, 0ms});
-    EXPECT_EQ(local.ask("/home", question), here);
-}
-
 TEST(FileProbe, holdsOneThreadForAMountThatHangsAndTrustsTheOthers) {
     FileProbe probe(firstFolder, {5ms, 10ms});
     std::atomic<int> waits{0};

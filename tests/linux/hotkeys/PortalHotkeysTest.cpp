@@ -97,8 +97,7 @@ TEST_F(PortalHotkeysTest, bindsInOneSessionWhatIsRegisteredInOneTurn) {
     portal->press(QStringLiteral("nobody's"));
     portal->activate({QVariant::fromValue(QDBusObjectPath(QStringLiteral("/another/session"))),
                       QStringLiteral("shelf"), qulonglong{1}, QVariantMap()});
-    for (const QVariantList& rubbish : {QVariantList(), QVariantList{1}, QVariantList{QStringLiteral("shelf")}})
-        portal->activate(rubbish);
+    portal->activate({QStringLiteral("shelf")});
     portal->press(QStringLiteral("shelf"));
     portal->press(QStringLiteral("drop"), QStringLiteral("token"));
     bus.waitUntil([&] { return presses.size() >= 8; });
@@ -124,25 +123,6 @@ TEST_F(PortalHotkeysTest, asksAgainOnlyForAnotherSet) {
     portal->press(QStringLiteral("shelf"));
     comeToRest();
     EXPECT_EQ(presses, "");
-}
-
-TEST_F(PortalHotkeysTest, takesBackWhatItAskedFor) {
-    startPortal();
-    portal->isSilent = true;
-    start();
-    registerHotkeys();
-    bus.waitUntil([&] { return portal->dialogs == 1; });
-    EXPECT_EQ(service->source(), HotkeySource::none) << "while the user is asked";
-    shelf.reset();
-    comeToRest();
-    EXPECT_EQ(portal->shortcuts, "drop ALT+SHIFT+d ");
-    EXPECT_EQ(portal->requests, 1);
-    EXPECT_EQ(portal->sessions, 1);
-    drop.reset();
-    service.reset();
-    comeToRest();
-    EXPECT_EQ(portal->requests, 0);
-    EXPECT_EQ(portal->sessions, 0);
 }
 
 TEST_F(PortalHotkeysTest, aRefusalHoldsUntilTheHotkeysChange) {
@@ -205,14 +185,10 @@ TEST_F(PortalHotkeysTest, takesAPortalThatTalksNonsenseForNone) {
     const QVariantMap nothing;
     const std::optional<QVariantList> proper;
     const std::vector<std::tuple<QVariant, std::optional<QVariantList>, std::optional<QVariantList>>> cases{
-        {QStringLiteral("two"), proper, proper},
         {0U, proper, proper},
-        {2U, QVariantList{QStringLiteral("0"), nothing}, proper},
-        {2U, QVariantList{0U, nothing}, proper},
         {2U, QVariantList{0U, QVariantMap{{session, QStringLiteral("not a path")}}}, proper},
         {2U, proper, QVariantList{2U, nothing}},
-        {2U, proper, QVariantList{0U, QVariantMap{{shortcuts, QStringList{QStringLiteral("shelf")}}}}},
-        {2U, proper, QVariantList{0U, QStringList()}}};
+        {2U, proper, QVariantList{0U, QVariantMap{{shortcuts, QStringList{QStringLiteral("shelf")}}}}}};
     for (const auto& each : cases) {
         SCOPED_TRACE(&each - cases.data());
         startPortal();
@@ -234,14 +210,11 @@ TEST(ShortcutTriggerTest, namesKeysByTheirBaseSymbol) {
     using Case = std::tuple<std::uint32_t, std::uint32_t, std::string>;
     for (const auto& [key, modifiers, trigger] : {Case{1, optionShift, "ALT+SHIFT+s"},
                                                   {2, controlCommand | 0x400, "CTRL+LOGO+d"},
-                                                  {0, 0x1B00, "CTRL+ALT+SHIFT+LOGO+a"},
                                                   {41, 0, "semicolon"},
                                                   {90, 0, "F20"},
                                                   {126, 0, "Up"},
                                                   {92, 0, "KP_9"},
                                                   {52, optionShift, ""},
-                                                  {127, 0, ""},
-                                                  {0x100 + 50, 0, ""},
                                                   {0xFFFFFFFF, optionShift, ""}})
         EXPECT_EQ(shortcutTrigger(key, modifiers), trigger) << key;
 }

@@ -108,6 +108,23 @@ TEST_F(EventMonitorsTest, takesALostKeyboardForAClickInAWaylandSession) {
     EXPECT_TRUE(comesTrue([this] { return outside == 1; }));
 }
 
+TEST_F(EventMonitorsTest, theOneAddedLastSwallowsFirstAndMayRemoveItself) {
+    std::string seen;
+    const auto first = monitors.addLocalKeyDownMonitor([&](const KeyEvent&) {
+        seen += "first ";
+        return false;
+    });
+    std::unique_ptr<EventMonitorToken> last;
+    last = monitors.addLocalKeyDownMonitor([&](const KeyEvent&) {
+        seen += "last ";
+        last.reset();
+        return true;
+    });
+    hand.press({key::s});
+    hand.press({key::d});
+    EXPECT_TRUE(comesTrue([&] { return seen == "last first "; })) << seen;
+}
+
 TEST_F(EventMonitorsTest, seesLeftAndRightClicksElsewhereOnly) {
     const xcb_window_t foreign = hand.openForeignWindow();
     const auto monitor = monitors.addGlobalMouseDownMonitor([this] { ++outside; });
@@ -121,7 +138,9 @@ TEST_F(EventMonitorsTest, seesLeftAndRightClicksElsewhereOnly) {
     click(1);
     EXPECT_TRUE(comesTrue([this] { return widget.clicks == 1; }));
     ASSERT_TRUE(hand.putUnder(foreign, {inside.x(), inside.y()}));
-    click(1);
+    hand.buttonDown(1);
+    EXPECT_TRUE(comesTrue([this] { return monitors.pressedMouseButtons() == 1; }));
+    hand.buttonUp(1);
     EXPECT_TRUE(comesTrue([this] { return outside == 3; })) << "another program's window lies over the own one";
 }
 

@@ -77,12 +77,6 @@ protected:
     DesktopThumbnailer thumbnailer_{dispatch_, client()};
 };
 
-TEST_F(DesktopThumbnailerTest, saysAtOnceThatThereIsNone) {
-    expectAnswer(false);
-    EXPECT_EQ(dispatch_.scheduledCount(), 0u);
-    EXPECT_FALSE(DesktopThumbnailer::sessionBus().isConnected()) << "no bus is started where none runs";
-}
-
 TEST_F(DesktopThumbnailerTest, hearsHowItsOwnRequestEnds) {
     FakeThumbnailer desktop(bus_.connection(QStringLiteral("desktop")));
     const QStringList other{QStringLiteral("file:///tmp/other.pdf")};
@@ -92,7 +86,6 @@ TEST_F(DesktopThumbnailerTest, hearsHowItsOwnRequestEnds) {
     const FakeThumbnailer::Signal error{"Error", {41u, own, 2, reason}};
     const std::vector<std::tuple<FakeThumbnailer::Signals, FakeThumbnailer::Signals, bool>> table{
         {{ready}, {}, true},
-        {{}, {ready}, true},
         {{}, {error}, false},
         {{}, {{"Finished", {41u}}}, false},
         {{{"Ready", {41u, other}}, error}, {}, false},

@@ -58,9 +58,8 @@ TEST_F(LinuxThumbnailsTest, fitsPicturesIntoTheTile) {
     const auto sizeOf = [this](const FileURL& url) { return qtImage(thumbnail(url).value()).size(); };
     EXPECT_EQ(sizeOf(files_.draw("small.bmp", {10, 20})), QSize(10, 20)) << "never enlarged";
     EXPECT_EQ(sizeOf(files_.draw("line.png", {4000, 2})), QSize(48, 1));
-    files_.draw("misnamed.png", {60, 60});
-    ASSERT_TRUE(QFile::rename(QString::fromStdString(files_.path("misnamed.png")),
-                              QString::fromStdString(files_.path("misnamed.jpg"))));
+    files_.draw("whole.png", {60, 60});
+    files_.rename("whole.png", "misnamed.jpg");
     EXPECT_TRUE(thumbnail(files_.url("misnamed.jpg"))) << "the content decides";
 }
 
@@ -139,6 +138,16 @@ TEST_F(LinuxThumbnailsTest, triesAFileOnceUntilItChanges) {
     files_.draw("broken.png", {61, 61}, Qt::green);
     EXPECT_FALSE(thumbnail(broken));
     EXPECT_EQ(runCount(), 2);
+}
+
+TEST_F(LinuxThumbnailsTest, answersNobodyAfterItsEnd) {
+    use(IMAGE_DECODER);
+    for (const char* const name : {"a.png", "b.png", "c.png"})
+        thumbnails_->generate({files_.draw(name, {60, 60}), {48, 48}, 1}, [](const auto&) { FAIL(); });
+    thumbnails_.reset();
+    bool isDrained = false;
+    dispatch_.async([&isDrained] { isDrained = true; });
+    EXPECT_TRUE(comesTrue([&isDrained] { return isDrained; }));
 }
 
 }  // namespace

@@ -3,7 +3,9 @@
 #include "platform/linux/updates/AppcastReader.h"
 #include "platform/linux/updates/HttpGet.h"
 #include "platform/linux/updates/NotesText.h"
+#include "platform/linux/updates/UpdateHelper.h"
 #include "platform/linux/updates/UpdateHelperProtocol.h"
+#include "support/ComesTrue.h"
 
 #include <QUrl>
 
@@ -64,6 +66,38 @@ TEST(HttpGet, takesWholeAnswersOnly) {
     server.serve("/answer", std::string(ok) + "\r\nx", Afterwards::repeat);
     EXPECT_EQ(outcome(server.url("/answer"), {std::int64_t{1} << 40u, 20s, 300ms}), "unreachable") << "never ends";
     EXPECT_EQ(outcome("http://stowpocket.example/", {4096, 20s, 20s}), "unreachable") << "not in clear";
+}
+
+TEST(HelperFeedSession, answersOnceAndLaterWithEveryByteOrWithNothing) {
+    LocalServer server;
+    const std::string feed("<item \xff\0", 8);
+    const std::string large(std::size_t{3} << 20u, 'x');
+    server.serveBody("/feed", feed);
+    server.serveBody("/long", large);
+    server.serve("/gone", std::string(ok) + "\r\n" + std::string(4096, 'x'), Afterwards::repeat);
+    HelperFeedSession session(UPDATER);
+    HelperFeedSession missing("/nowhere/updater");
+    std::vector<std::string> answers;
+    const auto note = [&](const std::optional<FeedResponse>& response) {
+        answers.push_back(response ? std::to_string(response->statusCode.value_or(0)) +
+                                         std::string(response->body.begin(), response->body.end())
+                                   : "none");
+    };
+    HelperFeedSession(UPDATER).dataTask(server.url("/feed"), [](const auto&) { FAIL() << "after its end"; });
+    for (const auto& [path, expected] :
+         {std::pair("/feed", "200" + feed), {"/long", "200" + large}, {"/missing", "404"}, {"/gone", "none"}}) {
+        answers.clear();
+        session.dataTask(server.url(path), note);
+        EXPECT_TRUE(answers.empty());
+        ASSERT_TRUE(comesTrue([&] { return !answers.empty(); }));
+        EXPECT_TRUE(answers == std::vector{expected}) << path;
+    }
+    answers.clear();
+    missing.dataTask(server.url("/feed"), note);
+    ASSERT_TRUE(comesTrue([&] { return answers == std::vector<std::string>{"none"}; }));
+    EXPECT_TRUE(session.isValid("https://stowpocket.example/appcast.xml"));
+    for (const char* const url : {"http://stowpocket.example/", "ftp://127.0.0.1/", "https://", "no address", ""})
+        EXPECT_FALSE(session.isValid(url)) << url;
 }
 
 TEST(WebAddress, nothingLeavesThisMachineInClearAndNobodySendsIntoIt) {
