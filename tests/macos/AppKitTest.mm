@@ -113,29 +113,6 @@ TEST(DesktopStatusItemTest, showsPictureAndTitle) {
     }
 }
 
-TEST(DesktopInputTest, tellsKeysAndPressesElsewhere) {
-    @autoreleasepool {
-        const auto monitors = makeMacEventMonitors();
-        std::vector<KeyEvent> keys;
-        auto keyMonitor = monitors->addLocalKeyDownMonitor([&](const KeyEvent& key) {
-            keys.push_back(key);
-            return key.keyCode == 1;
-        });
-        EXPECT_FALSE(standIn::isSwallowed(@"a", 0, 0));
-        EXPECT_TRUE(standIn::isSwallowed(@"\u00e9", 1, NSCommandKeyMask));
-        ASSERT_EQ(keys.size(), 2u);
-        EXPECT_EQ(keys[1].capitals, "\xC3\x89");
-        EXPECT_EQ(keys[1].modifierFlags, modifierFlag::command);
-        keyMonitor.reset();
-        EXPECT_FALSE(standIn::isSwallowed(@"b", 1, 0));
-        int presses = 0;
-        const auto mouseMonitor = monitors->addGlobalMouseDownMonitor([&] { ++presses; });
-        for (const NSEventType type : {NSLeftMouseDown, NSRightMouseDown, NSLeftMouseUp})
-            standIn::pressElsewhere(type);
-        EXPECT_EQ(presses, 2);
-    }
-}
-
 TEST(DesktopSystemTest, answersAboutTheSystem) {
     @autoreleasepool {
         const auto item = makeMacLoginItem();

@@ -5,17 +5,6 @@
 #include "support/TemporaryFolder.h"
 
 namespace stowpocket {
-namespace {
-
-/// Everything that other tests keep settings in.
-class InMemory {
-public:
-    [[nodiscard]] PreferenceStore& store() { return store_; }
-    void restart() {}
-
-private:
-    LayeredPreferenceStore store_;
-};
 
 class LinuxPreferences {
 public:
@@ -31,9 +20,6 @@ private:
     std::optional<LinuxPreferenceStore> store_{std::in_place, dispatch_, folder_.path("preferences.plist")};
 };
 
-}  // namespace
-
-INSTANTIATE_TYPED_TEST_SUITE_P(PreferencesInMemory, PreferencesContract, InMemory);
-INSTANTIATE_TYPED_TEST_SUITE_P(PreferencesOnLinux, PreferencesContract, LinuxPreferences);
+INSTANTIATE_TYPED_TEST_SUITE_P(OnLinux, PreferencesContract, LinuxPreferences);
 
 }  // namespace stowpocket

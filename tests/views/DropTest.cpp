@@ -15,11 +15,6 @@ protected:
     [[nodiscard]] QWidget& target() const { return *visible<ShelfContentView>(*view)[0]; }
     [[nodiscard]] bool isHighlighted() const { return visible<DropZoneView>(*view)[0]->isTargeted(); }
 
-    /// Of the drop zone.
-    [[nodiscard]] int blueAt(QPoint place) const {
-        return visible<DropZoneView>(*view)[0]->grab().toImage().pixelColor(place).blue();
-    }
-
     static std::unique_ptr<QMimeData> urls(const QStringList& texts) {
         auto data = std::make_unique<QMimeData>();
         data->setUrls(QUrl::fromStringList(texts));
@@ -53,9 +48,9 @@ TEST_F(DropTest, filesLandOnTheShelf) {
     const auto data = urls({QStringLiteral("file:///files/0.txt"), QStringLiteral("file:///files/1.txt")});
     EXPECT_TRUE(enter(*data));
     EXPECT_TRUE(isHighlighted());
-    const int tinted = 220;  // of the window's 239, below orange at 8 %
-    EXPECT_TRUE(QTest::qWaitFor([&] { return blueAt({60, 20}) <= tinted; }, 1000)) << "within a moment";
-    EXPECT_EQ(blueAt({60, 20}), tinted);
+    constexpr int tinted = 220;  // of the window's 239, below orange at 8 %
+    const auto blue = [&] { return visible<DropZoneView>(*view)[0]->grab().toImage().pixelColor(60, 20).blue(); };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return blue() == tinted; }, 1000)) << "within a moment";
     EXPECT_TRUE(drop(*data));
     EXPECT_FALSE(isHighlighted());
     EXPECT_EQ(names(), (std::vector<std::string>{"0.txt", "1.txt"}));

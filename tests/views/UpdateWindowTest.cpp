@@ -57,14 +57,12 @@ TEST(UpdateWindow, asksAnswersAndChangesWithTheUpdate) {
 
 TEST(Alerts, sayWhatTheySayUntilTheyAreAnswered) {
     QtAlerts alerts;
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
-        alerts.runModal({"You're up to date!", "<b>", "OK"});
-        ASSERT_NE(window(), nullptr);
-        EXPECT_TRUE(window()->isModal());
-        EXPECT_EQ(buttons(), QStringList{QStringLiteral("OK")});
-        QTest::keyClick(window()->focusWidget(), key);
-        EXPECT_EQ(window(), nullptr);
-    }
+    alerts.runModal({"You're up to date!", "<b>", "OK"});
+    ASSERT_NE(window(), nullptr);
+    EXPECT_TRUE(window()->isModal());
+    EXPECT_EQ(buttons(), QStringList{QStringLiteral("OK")});
+    QTest::keyClick(window()->focusWidget(), Qt::Key_Escape);
+    EXPECT_EQ(window(), nullptr);
 }
 
 }  // namespace

@@ -3,8 +3,7 @@
 #include "linux/drags/FakeDragSource.h"
 #include "platform/qt/QtDispatch.h"
 #include "support/ComesTrue.h"
-
-#include <QTemporaryDir>
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -39,8 +38,8 @@ protected:
     std::unique_ptr<X11Connection> connection = X11Connection::ofApplication();
     QtDispatch dispatch;
     FakeDragSource source;
-    QTemporaryDir folder;
-    FileURL spool = *FileURL::fromPath(folder.path().toStdString());
+    TemporaryFolder folder;
+    FileURL spool = *FileURL::fromPath(folder.path());
     std::vector<std::optional<FileURL>> answers;
     DirectSaves saves{*connection, dispatch};
 };
@@ -50,6 +49,7 @@ TEST_F(DirectSavesTest, deliversEveryFileThatArrivedOnceThereIsContent) {
     source.replyWith("S", [&](const std::string& url) { late.open(pathOf(url)); });
     receive(saves);
     ASSERT_TRUE(waitFor([&] { return late.is_open(); }));
+    source.propose("../../a\xFF\n");
     source.replyWith("S", [](const std::string& url) {
         write(url);
         write(url.substr(0, url.rfind('/')) + "/second");
@@ -61,7 +61,8 @@ TEST_F(DirectSavesTest, deliversEveryFileThatArrivedOnceThereIsContent) {
     EXPECT_EQ(answers[1]->lastPathComponent(), "second");
     EXPECT_EQ(answers[0]->parent().parent(), spool);
     EXPECT_TRUE(fs::exists(answers[0]->path()));
-    late << "late" << std::flush;
+    late << "late";
+    late.close();
     ASSERT_TRUE(waitFor([this] { return answers.size() == 3; }));
     EXPECT_EQ(fs::file_size(answers[2].value().path()), 4U);
 }

@@ -89,6 +89,7 @@ TEST_F(PosixFileManagerTest, leavesNothingOfAFailedCopy) {
     EXPECT_FALSE(fs::exists(folder.path("to")));
     EXPECT_FALSE(files.copyItem(folder.url("from/pipe"), folder.url("to")));
     EXPECT_FALSE(files.copyItem(*FileURL::fromPath("/dev/zero"), folder.url("to")));
+    ASSERT_TRUE(files.removeItem(folder.url("from/pipe")));
     EXPECT_FALSE(files.copyItem(folder.url("from"), folder.url("from/inside")));
     EXPECT_EQ(folder.names(), (std::vector<std::string>{"deep", "from"}));
 }

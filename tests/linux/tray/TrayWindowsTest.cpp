@@ -27,15 +27,19 @@ private:
     std::vector<std::string> types_{std::string(pasteboardType::fileURL)};
 };
 
-TEST(PocketTest, standsInTheCornerOnceTheIconIsNowhereElse) {
-    const auto connection = X11Connection::ofApplication();
-    const StatusItemContent content;
+class PocketTest : public testing::Test {
+protected:
+    const QRect icon{400, 300, 31, 22};
+    std::unique_ptr<X11Connection> connection = X11Connection::ofApplication();
+    const StatusItemContent content{{}, {}, std::make_shared<FakeDropView>()};
     FakeDrops drops;
     const SymbolPainter paintSymbol = [](const StatusItemImage&, const QColor&, int) { return QImage(); };
-    Pocket pocket(*connection, content, paintSymbol, drops, [] {});
+    Pocket pocket{*connection, content, paintSymbol, drops, [] {}};
+};
+
+TEST_F(PocketTest, standsInTheCornerOnceTheIconIsNowhereElse) {
     pocket.setResident(true);
     const std::optional<QRect> corner = pocket.rectOnScreen();
-    const QRect icon(400, 300, 31, 22);
     for (const bool hasDragEnded : {true, false}) {
         pocket.setResident(false);
         pocket.dragBegan(icon);
@@ -47,18 +51,12 @@ TEST(PocketTest, standsInTheCornerOnceTheIconIsNowhereElse) {
     }
 }
 
-TEST(PocketTest, waitsForADropThatIsLateUnlessItsSourceHasGone) {
-    const auto connection = X11Connection::ofApplication();
-    const StatusItemContent content{{}, {}, std::make_shared<FakeDropView>()};
-    FakeDrops drops;
-    const SymbolPainter paintSymbol = [](const StatusItemImage&, const QColor&, int) { return QImage(); };
-    Pocket pocket(*connection, content, paintSymbol, drops, [] {});
-    pocket.dragBegan(QRect(400, 300, 31, 22));
+TEST_F(PocketTest, waitsForADropThatIsLateUnlessItsSourceHasGone) {
+    pocket.dragBegan(icon);
     QMimeData files;
     files.setUrls({QUrl(QStringLiteral("file:///late.txt"))});
     QDragEnterEvent enter(QPoint(1, 1), Qt::CopyAction, &files, Qt::LeftButton, {});
     QApplication::sendEvent(QApplication::topLevelAt(401, 301), &enter);
-
     pocket.dragEnded(DragEnd::released);
     EXPECT_TRUE(pocket.rectOnScreen());
     pocket.dragEnded(DragEnd::sourceGone);
