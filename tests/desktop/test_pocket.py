@@ -4,7 +4,7 @@ import signal
 
 from case import DesktopTest
 from drag import Drag
-from peers import CopyingTray, PcmanfmQt, Thunar, start_panel
+from peers import CopyingTray, PcmanfmQt, Thunar, embed_silently, start_panel
 from stowpocket import POCKET, STATUS_ITEM
 from x_display import Rect, wait_for
 
@@ -56,6 +56,14 @@ class Pocket(DesktopTest):
         stowpocket.icon_window = STATUS_ITEM
         stowpocket.wait_for_shown("Shelf with 2 items")
         stowpocket.open_popover()
+
+    def test_tray_that_embeds_without_a_word_shows_the_icon(self):
+        stowpocket = self.start(None)
+        embed_silently(self.x, STATUS_ITEM)
+        self.wait_until_gone()
+        self.x.click(*self.x.rect(self.x.find(STATUS_ITEM)).centre())
+        popover = self.x.rect(stowpocket.wait_open())
+        self.assertTrue(24 <= popover.y < 60 and popover.x < 652 < popover.x + popover.width, popover)
 
     def test_item_in_a_panel_is_the_icon_where_the_tray_only_copies(self):
         stowpocket, x = self.start(None), self.x

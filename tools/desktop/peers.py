@@ -49,6 +49,20 @@ class CopyingTray:
         self.x.send(window, 0, "_XEMBED")
 
 
+def embed_silently(x, title):
+    """Takes a window into a bar of a tray's as JWM does, which does not say that it has embedded it."""
+    x.manage("_NET_SYSTEM_TRAY_S0")
+    window = wait_for(lambda: next(x.titled(title.__eq__), None), f"{title} to be offered")
+    bar = x.new_window()
+    bar.configure(x=600, width=100)
+    slot = bar.create_window(40, 0, 24, 24, 0, depth=0)
+    window.reparent(slot, 0, 0)
+    window.configure(width=24, height=24)
+    window.map()
+    slot.map()
+    x.sync()
+
+
 class FileManager:
     """A window on a folder, in icon view."""
 

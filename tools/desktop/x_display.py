@@ -112,7 +112,7 @@ class XDisplay:
         return window
 
     def active_window(self):
-        window, = self.property(self.root, "_NET_ACTIVE_WINDOW") or [X.NONE]
+        window, *_ = self.property(self.root, "_NET_ACTIVE_WINDOW") or [X.NONE]
         return self.display.create_resource_object("window", window)
 
     # Mouse and keyboard
