@@ -116,7 +116,9 @@ class WlrootsPointer(WaylandClient):
         self.sync()
 
     def move(self, x, y):
-        self.request(1, int(x), int(y), *self.size)
+        """XWayland takes the last movement for made once more when a button is pressed, so that one is small."""
+        for place in x - 1, x:
+            self.request(1, int(place), int(y), *self.size)
 
     def button(self, press, number):
         self.request(2, BUTTONS[number], int(press))

@@ -100,6 +100,7 @@ class SwayDesktop(WaylandDesktop):
         own = self.home / "sway"  # the folder of its socket must be its user's, who is never root
         own.mkdir(mode=0o700)
         self.socket = own / "wayland-1"
+        self.environment["SWAYSOCK"] = str(own / "sway.sock")
         (own / "config").write_text(f"output HEADLESS-1 resolution {self.size} position 0 0\nxwayland force\n"
                                     f"exec xhost +si:localuser:$(id -nu {os.geteuid()}) && {tell_display}\n")
         command = ["env", f"XDG_RUNTIME_DIR={own}", "WLR_BACKENDS=headless", "WLR_RENDERER=pixman",
