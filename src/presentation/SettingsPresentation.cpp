@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/SettingsPresentation.h"
 
-#include "services/Input.h"
 #include "services/MainBundle.h"
 #include "shelf/PersistedShelf.h"
 
@@ -18,18 +17,6 @@ std::optional<std::size_t> chosenCapacity(const PreferenceStore& preferences) {
 
 std::string itemsOnShelfText(std::size_t count, const PreferenceStore& preferences) {
     return std::to_string(count) + " / " + std::to_string(shelfCapacity(preferences));
-}
-
-std::string_view hotkeySourceText(HotkeySource source) {
-    switch (source) {
-    case HotkeySource::windowSystem:
-        return {};
-    case HotkeySource::portal:
-        return "Your desktop manages these shortcuts.";
-    case HotkeySource::none:
-        break;
-    }
-    return "To use shortcuts here, bind \"stowpocket toggle\" in your desktop's keyboard settings.";
 }
 
 std::string versionText(const MainBundle& bundle) {

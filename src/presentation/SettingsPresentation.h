@@ -10,7 +10,6 @@
 namespace stowpocket {
 
 class PreferenceStore;
-enum class HotkeySource;
 struct MainBundle;
 
 struct SettingsTab {
@@ -29,9 +28,6 @@ inline constexpr std::array<std::int64_t, 3> capacityChoices{20, 50, 100};
 [[nodiscard]] std::optional<std::size_t> chosenCapacity(const PreferenceStore& preferences);
 /// The number of items and the current capacity.
 [[nodiscard]] std::string itemsOnShelfText(std::size_t count, const PreferenceStore& preferences);
-
-/// What the user should know about shortcuts from this source; empty if they simply work.
-[[nodiscard]] std::string_view hotkeySourceText(HotkeySource source);
 
 [[nodiscard]] std::string versionText(const MainBundle& bundle);
 

@@ -58,6 +58,15 @@ class Session(DesktopTest):
 class Sway(Session):
     desktop_type = SwayDesktop
 
+    def test_settings_have_the_lines_that_bind_the_shortcuts(self):
+        stowpocket = self.start(None)
+        stowpocket.open_popover()
+        line = f"bindsym Mod1+Shift+s exec {stowpocket.program} toggle"
+        for button in "Settings", f"Copy {line}":
+            stowpocket.wait_for_shown(button).do("Press")
+        stowpocket.wait_for_shown(f"Copied {line}")
+        wait_for(lambda: run(self.desktop, "wl-paste", "--no-newline")[1] == line, "the line on the clipboard")
+
 
 class Kwin(Session):
     desktop_type = KwinDesktop

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/DesktopShortcuts.h"
 #include "app/Settings.h"
+#include "fakes/FakeDesktopSettings.h"
 #include "fakes/FakeInput.h"
 #include "fakes/FakeUpdates.h"
 #include "ShelfViewFixture.h"
@@ -22,7 +24,7 @@ struct SettingsViewFixture : ShelfViewFixture {
     SettingsView& openSettings(std::shared_ptr<ShelfViewModel> model) {
         delete settings;
         settings = new SettingsView(
-            {{core, monitors, loginItem, [this](const auto& url) { opened = url; }, [this] { return hotkeySource; }},
+            {{core, monitors, loginItem, [this](const auto& url) { opened = url; }, {}, makerOfDesktopShortcuts()},
              std::move(model),
              updater});
         settings->setParent(&host);
@@ -35,6 +37,16 @@ struct SettingsViewFixture : ShelfViewFixture {
         return *settings;
     }
 
+    std::function<std::shared_ptr<DesktopShortcuts>()> makerOfDesktopShortcuts() {
+        if (!shortcutDesktop)
+            return {};
+        return [this] {
+            return DesktopShortcuts::make({core, clipboard, desktopSettings, [this] { return hotkeySource; },
+                                           [](std::uint32_t key) { return key == 1 ? "s" : "d"; }, *shortcutDesktop,
+                                           "stowpocket"});
+        };
+    }
+
     FakeEventMonitors monitors;
     FakeLoginItem loginItem;
     FakeFeedSession feed;
@@ -42,7 +54,10 @@ struct SettingsViewFixture : ShelfViewFixture {
     std::shared_ptr<UpdaterController> updater =
         UpdaterController::make({core, feed, alerts, [this] { return std::make_unique<FakeUpdateFramework>(); }});
     std::string opened;
-    HotkeySource hotkeySource = HotkeySource::windowSystem;
+    /// None where the window system gives shortcuts.
+    std::optional<ShortcutDesktop> shortcutDesktop;
+    HotkeySource hotkeySource = HotkeySource::none;
+    std::shared_ptr<FakeDesktopSettings> desktopSettings = std::make_shared<FakeDesktopSettings>();
     SettingsView* settings = nullptr;
 };
 

@@ -99,17 +99,35 @@ TEST_F(SettingsViewTest, shortcutsAreRecordedFromButtonAndKeyboard) {
 }
 
 TEST_F(SettingsViewTest, whereShortcutsComeFromIsToldWhenTheyAreNotGrabbed) {
-    const QString portal = QStringLiteral("Your desktop manages these shortcuts.");
     openSettings(viewModel);
-    EXPECT_FALSE(shownTexts(*settings).contains(portal) || shownTexts(*settings).contains(QString()));
+    EXPECT_FALSE(shownTexts(*settings).contains(QString()));
+    shortcutDesktop = ShortcutDesktop::sway;
+    openSettings(viewModel);
+    click(named<Button>(*settings, QStringLiteral("Copy bindsym Mod1+Shift+d exec stowpocket quick-drop")));
+    EXPECT_EQ(clipboard.text, "bindsym Mod1+Shift+d exec stowpocket quick-drop");
+    EXPECT_TRUE(shows("Copied"));
     hotkeySource = HotkeySource::portal;
     openTab("About");
     openTab("General");
-    EXPECT_TRUE(shownTexts(*settings).contains(portal));
+    EXPECT_TRUE(shows("Your desktop manages these shortcuts."));
+    EXPECT_FALSE(shows("Copied") || shows("Copy"));
+
     hotkeySource = HotkeySource::none;
+    shortcutDesktop = ShortcutDesktop::gnome;
+    desktopSettings->values["org.gnome.settings-daemon.plugins.media-keys custom-keybindings"] = "@as []";
+    openSettings(viewModel);
+    dispatch.runAll();
+    auto* const toggle = named<Toggle>(*settings, QStringLiteral("Use GNOME's custom shortcuts"));
+    EXPECT_FALSE(toggle->isChecked());
+    click(toggle);
+    dispatch.runAll();
+    EXPECT_TRUE(shows("They are among the custom shortcuts in GNOME's keyboard settings."));
+    desktopSettings->values.clear();
     settings->hide();
     settings->show();
-    EXPECT_TRUE(shows("To use shortcuts here, bind \"stowpocket toggle\" in your desktop's keyboard settings."));
+    dispatch.runAll();
+    EXPECT_FALSE(toggle->isVisible());
+    EXPECT_TRUE(shows("stowpocket toggle"));
 }
 
 TEST_F(SettingsViewTest, aboutShowsTheVersionAndKeepsUpdatesInStep) {

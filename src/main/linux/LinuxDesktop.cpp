@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "main/linux/LinuxDesktop.h"
 
+#include "app/DesktopShortcuts.h"
 #include "platform/linux/files/Folders.h"
+#include "platform/linux/hotkeys/CommandBinding.h"
 #include "platform/linux/hotkeys/PortalHotkeyService.h"
 #include "platform/linux/hotkeys/X11HotkeyService.h"
 #include "platform/linux/session/OwnProcess.h"
@@ -71,14 +73,30 @@ QtViewFactory::Platform LinuxDesktop::platformOfViews() {
                      .eventMonitors = eventMonitors,
                      .loginItem = loginItem,
                      .openURL = openInBrowser,
-                     .hotkeySource =
-                         [this] { return hotkeyService ? hotkeyService->source() : HotkeySource::windowSystem; },
                      .isHotkeyTaken =
                          [this](const HotkeyIdentifier& hotkey) {
                              return hotkeyManager && hotkeyManager->isTaken(hotkey);
-                         }},
+                         },
+                     .makeDesktopShortcuts = makerOfDesktopShortcuts()},
         .blendsWindows = [this] { return popoverHost.blendsWindows(); },
         .whenIconStands = [this](std::function<void()> work) { iconStands.whenOccurred(std::move(work)); },
+    };
+}
+
+/// Empty where keys are taken from the X server.
+std::function<std::shared_ptr<DesktopShortcuts>()> LinuxDesktop::makerOfDesktopShortcuts() {
+    if (!isWaylandSession())
+        return {};
+    return [this] {
+        return DesktopShortcuts::make(
+            {.core = core,
+             .clipboard = clipboard,
+             .programs = makeSettingsPrograms(),
+             .source = [this] { return hotkeyService ? hotkeyService->source() : HotkeySource::none; },
+             .keySymbol = [keys = X11KeyCharacters(connection->raw())](
+                              std::uint32_t keyCode) { return keys.symbolName(keyCode); },
+             .desktop = shortcutDesktopOf(sessionNames()),
+             .program = shellCommand(ownExecutable())});
     };
 }
 

@@ -65,6 +65,7 @@ private:
     [[nodiscard]] std::unique_ptr<HotkeyService> makeHotkeyService();
     [[nodiscard]] std::unique_ptr<HotkeyService> makeKeyGrabs();
     [[nodiscard]] QtViewFactory::Platform platformOfViews();
+    [[nodiscard]] std::function<std::shared_ptr<DesktopShortcuts>()> makerOfDesktopShortcuts();
 };
 
 }  // namespace stowpocket

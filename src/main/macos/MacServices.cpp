@@ -91,7 +91,6 @@ MacDesktop::MacDesktop(const CoreServices& coreServices)
               .eventMonitors = *eventMonitors,
               .loginItem = *loginItem,
               .openURL = [](const std::string& url) { QDesktopServices::openUrl(QUrl(QString::fromStdString(url))); },
-              .hotkeySource = [this] { return hotkeyService->source(); },
               .isHotkeyTaken =
                   [this](const HotkeyIdentifier& hotkey) { return sharedHotkeyManager().isTaken(hotkey); }},
           .makeWindow = makeWindow,

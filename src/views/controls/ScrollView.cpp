@@ -142,8 +142,10 @@ QWidget* formRow(QLayout* stack) {
 
 QWidget* formSection(const QString& title, std::initializer_list<QWidget*> rows) {
     QLayout* const list = vstack(0);
-    for (QWidget* const row : rows)
-        list->addWidget(row);
+    for (QWidget* const row : rows) {
+        if (row != nullptr)
+            list->addWidget(row);
+    }
     QWidget* const box = panel(list, {.role = ColorRole::formBackground, .cornerRadius = panelRadius});
     if (title.isEmpty())
         return box;

@@ -59,7 +59,7 @@ private:
 };
 
 /// A form, which scrolls if it is higher than its place: sections below each other, each with a title above a rounded
-/// panel of rows. Null sections are skipped.
+/// panel of rows. Null sections and rows are skipped.
 [[nodiscard]] QWidget* form(std::initializer_list<QWidget*> sections);
 /// The title may be empty. Hidden rows and the lines above them take no room.
 [[nodiscard]] QWidget* formSection(const QString& title, std::initializer_list<QWidget*> rows);

@@ -10,6 +10,7 @@
 #include "views/controls/Button.h"
 #include "views/controls/Choices.h"
 #include "views/controls/ScrollView.h"
+#include "views/settings/DesktopShortcutsView.h"
 #include "views/settings/HotkeyRecorderView.h"
 
 #include <algorithm>
@@ -94,7 +95,6 @@ GeneralPage::GeneralPage(const SettingsDependencies& dependencies, QWidget& wind
     compose(*this, vstack(0, form({generalSection, shelfSection, shortcutsSection})));
     observe();
     refresh();
-    showHotkeySource();
     showTakenHotkeys();
 }
 
@@ -134,16 +134,16 @@ QWidget* GeneralPage::shortcuts() {
         QStringLiteral("Quick Drop"));
     shelfHotkeyTaken_ = takenMark();
     quickDropTaken_ = takenMark();
-    hotkeySource_ = caption({});
-    hotkeySourceRow_ = formRow(vstack(0, hotkeySource_));
     const int labelWidth = std::max(shelf->labelWidth(), quickDrop->labelWidth());
     shelf->setLabelWidth(labelWidth);
     quickDrop->setLabelWidth(labelWidth);
+    if (services.makeDesktopShortcuts)
+        desktopShortcuts_ = new DesktopShortcutsView(services.makeDesktopShortcuts());
     return formSection(
         QStringLiteral("Keyboard Shortcuts"),
         {recorderRow(shelf, shelfHotkeyTaken_, QStringLiteral("Opens or closes the shelf popover from any app.")),
          recorderRow(quickDrop, quickDropTaken_, QString::fromUtf8(platformTexts.quickDropCaption)),
-         hotkeySourceRow_});
+         desktopShortcuts_ == nullptr ? nullptr : desktopShortcuts_->row()});
 }
 
 void GeneralPage::observe() {
@@ -170,12 +170,6 @@ void GeneralPage::refresh() {
     clearRow_->setVisible(count > 0);
 }
 
-void GeneralPage::showHotkeySource() {
-    const std::string_view words = hotkeySourceText(dependencies_.services.hotkeySource());
-    hotkeySource_->setText(displayText(words));
-    hotkeySourceRow_->setVisible(!words.empty());
-}
-
 void GeneralPage::showTakenHotkeys() {
     const auto& isTaken = dependencies_.services.isHotkeyTaken;
     shelfHotkeyTaken_->setVisible(isTaken && isTaken(shelfHotkey));
@@ -184,7 +178,8 @@ void GeneralPage::showTakenHotkeys() {
 
 /// Nothing announces that the desktop was restarted or its shortcuts were changed.
 void GeneralPage::showEvent(QShowEvent* event) {
-    showHotkeySource();
+    if (desktopShortcuts_ != nullptr)
+        desktopShortcuts_->look();
     showTakenHotkeys();
     QWidget::showEvent(event);
 }

@@ -12,6 +12,7 @@
 
 namespace stowpocket {
 
+class DesktopShortcutsView;
 class HotkeyRecorderView;
 class SegmentedPicker;
 class Text;
@@ -33,7 +34,6 @@ private:
 
     void observe();
     void refresh();
-    void showHotkeySource();
     void showTakenHotkeys();
     void setLaunchAtLogin(bool wanted);
     void confirmClear();
@@ -45,10 +45,10 @@ private:
     SegmentedPicker* capacity_ = nullptr;
     Text* itemsOnShelf_ = nullptr;
     QWidget* clearRow_ = nullptr;
-    Text* hotkeySource_ = nullptr;
     Text* shelfHotkeyTaken_ = nullptr;
     Text* quickDropTaken_ = nullptr;
-    QWidget* hotkeySourceRow_ = nullptr;
+    /// Null where the window system gives them.
+    DesktopShortcutsView* desktopShortcuts_ = nullptr;
     QPointer<AlertView> clearConfirmation_;
     std::vector<Subscription> observations_;
 };

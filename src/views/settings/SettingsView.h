@@ -14,11 +14,11 @@ class QStackedWidget;
 
 namespace stowpocket {
 
+class DesktopShortcuts;
 class EventMonitors;
 class LoginItem;
 class ShelfViewModel;
 class UpdaterController;
-enum class HotkeySource;
 struct HotkeyIdentifier;
 
 /// What the settings show and change, apart from the shelf. All of it outlives the settings window.
@@ -28,10 +28,10 @@ struct SettingsServices {
     LoginItem& loginItem;
     /// Opens a web page in the user's browser.
     std::function<void(const std::string& url)> openURL;
-    /// What currently makes the shortcuts work.
-    std::function<HotkeySource()> hotkeySource;
     /// Whether another program has the shortcut that is stored for the hotkey.
     std::function<bool(const HotkeyIdentifier&)> isHotkeyTaken = {};
+    /// Given where the window system gives no shortcuts.
+    std::function<std::shared_ptr<DesktopShortcuts>()> makeDesktopShortcuts = {};
 };
 
 struct SettingsDependencies {

@@ -27,8 +27,6 @@ constexpr std::array<std::pair<std::uint16_t, std::string_view>, 37> names{{
     {115, "↖"},  {119, "↘"},   {116, "⇞"},   {121, "⇟"},   {114, "⎀"},
 }};
 
-using Keymap = std::unique_ptr<xkb_keymap, decltype(&xkb_keymap_unref)>;
-
 /// The bits of the modifier state that hold the current layout (X Keyboard Extension, section 2.2.2).
 constexpr std::uint32_t layoutShift = 13;
 constexpr std::uint32_t layoutMask = 3;
@@ -67,18 +65,31 @@ std::string nameOfKey(std::uint16_t virtualKey) {
 X11KeyCharacters::X11KeyCharacters(xcb_connection_t* connection)
     : connection_(connection), context_(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES), xkb_context_unref) {}
 
-std::string X11KeyCharacters::operator()(std::uint8_t key, std::uint32_t state) const {
+X11KeyCharacters::Keymap X11KeyCharacters::presentKeymap() const {
     const std::int32_t device = context_ ? xkb_x11_get_core_keyboard_device_id(connection_) : -1;
-    std::string character;
-    if (device >= 0) {
-        const Keymap keymap(
-            xkb_x11_keymap_new_from_device(context_.get(), connection_, device, XKB_KEYMAP_COMPILE_NO_FLAGS),
-            xkb_keymap_unref);
-        if (keymap)
-            character = characterIn(keymap.get(), key, state >> layoutShift & layoutMask);
-    }
+    return {device < 0
+                ? nullptr
+                : xkb_x11_keymap_new_from_device(context_.get(), connection_, device, XKB_KEYMAP_COMPILE_NO_FLAGS),
+            xkb_keymap_unref};
+}
+
+std::string X11KeyCharacters::operator()(std::uint8_t key, std::uint32_t state) const {
+    const Keymap keymap = presentKeymap();
+    const std::string character =
+        keymap ? characterIn(keymap.get(), key, state >> layoutShift & layoutMask) : std::string();
     return character.empty() ? nameOfKey(virtualKeyOf(key))
                              : QString::fromStdString(character).toUpper().toStdString();
+}
+
+std::string X11KeyCharacters::symbolName(std::uint32_t virtualKey) const {
+    const std::optional<std::uint8_t> key = physicalKeyOf(virtualKey);
+    const Keymap keymap = presentKeymap();
+    const xkb_keysym_t* symbols = nullptr;
+    std::array<char, 64> name{};
+    if (key && keymap && xkb_keymap_key_get_syms_by_level(keymap.get(), *key, 0, 0, &symbols) == 1 &&
+        xkb_keysym_get_name(*symbols, name.data(), name.size()) > 0)
+        return name.data();
+    return {};
 }
 
 }  // namespace stowpocket

@@ -7,6 +7,7 @@
 #include <xcb/xcb.h>
 
 struct xkb_context;
+struct xkb_keymap;
 
 namespace stowpocket {
 
@@ -25,8 +26,14 @@ public:
     /// The character without modifiers, in capitals, in the layout that this modifier state selects. A key without a
     /// character has its label.
     [[nodiscard]] std::string operator()(std::uint8_t key, std::uint32_t state) const;
+    /// The name of the symbol in the first layout, by the key's virtual code. Empty for a key without one.
+    [[nodiscard]] std::string symbolName(std::uint32_t virtualKey) const;
 
 private:
+    using Keymap = std::unique_ptr<xkb_keymap, void (*)(xkb_keymap*)>;
+    /// Null when the server does not tell it.
+    [[nodiscard]] Keymap presentKeymap() const;
+
     xcb_connection_t* const connection_;
     const std::shared_ptr<xkb_context> context_;
 };
