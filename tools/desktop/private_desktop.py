@@ -159,14 +159,13 @@ class PrivateDesktop:
         if hasattr(self, "tree"):
             self.tree.close()
             self.bus.close()
-        for process in self.started[::-1]:
-            if process is not self.server:
-                self.end(process)
+        while self.started and self.started[-1] is not self.server:
+            self.end(self.started[-1])
         if hasattr(self, "x"):
             self.x.close()
         self.end_orphans({process.pid for process in self.started})
-        for process in self.started[:]:
-            self.end(process)  # the server, last of all
+        for process in self.started[::-1]:
+            self.end(process)  # the server, and what it needs
 
     def end_orphans(self, spared, how=signal.SIGTERM):
         """Programs that other programs started become our children when those end; the last of them go here."""

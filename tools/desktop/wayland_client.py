@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""A client of a Wayland compositor that only sends: enough to move the pointer where test programs may do so."""
+"""Pointers of Wayland compositors, moved through a client that only sends, or through the compositor's own script."""
 import os
 import socket
 import struct
@@ -122,3 +122,24 @@ class WlrootsPointer(WaylandClient):
 
     def button(self, press, number):
         self.request(2, BUTTONS[number], int(press))
+
+
+class GnomePointer:
+    """The pointer of a GNOME Shell that runs our scripts, and a keyboard, without which no window there hears that
+    it is active."""
+
+    def __init__(self, evaluate):
+        self.evaluate = evaluate
+        evaluate("""const {Clutter, GLib} = imports.gi, seat = Clutter.get_default_backend().get_default_seat();
+            global.pointer = seat.create_virtual_device(Clutter.InputDeviceType.POINTER_DEVICE);
+            global.keyboard = seat.create_virtual_device(Clutter.InputDeviceType.KEYBOARD_DEVICE);
+            global.now = () => GLib.get_monotonic_time(); null""")
+
+    def close(self):
+        """It goes with the Shell."""
+
+    def move(self, x, y):
+        self.evaluate(f"global.pointer.notify_absolute_motion(global.now(), {int(x)}, {int(y)})")
+
+    def button(self, press, number):
+        self.evaluate(f"global.pointer.notify_button(global.now(), {number}, {int(press)})")
