@@ -27,7 +27,10 @@ class Stowpocket:
     def start(self, *files):
         self.process = self.desktop.start(self.program, *map(str, files))
         self.icon()
-        # It is on the screen before it is painted, and in panels before it has room: until then a click meets others.
+        self.wait_for_painted_icon()
+
+    def wait_for_painted_icon(self):
+        """It is on the screen before it is painted, and in panels before it has room: until then a click meets others."""
         wait_for(lambda: (window := self.x.find(self.icon_window)) and self.x.contrast(self.x.rect(window)) > PAINTED,
                  "the icon to be painted")
 

@@ -1,0 +1,111 @@
+# SPDX-License-Identifier: MIT
+"""What holds in every Wayland session, among windows that are no X11 windows."""
+import signal
+
+from case import DesktopTest
+from drag import Drag
+from peers import start_panel
+from stowpocket import PAINTED, POCKET, Stowpocket
+from terminal import run
+from wayland_desktop import WaylandWindow
+from x_display import Rect, wait_for
+
+FREE = (300, 600)
+
+
+class Session(DesktopTest):
+    """Each session is a subclass. The window comes first: one that takes the keyboard closes the shelf."""
+
+    takes_through_pocket = True  # whether a drag that the pocket has opened the shelf for can go on into it
+
+    icon_window = POCKET  # where there is no tray
+
+    def start(self, *files):  # pylint: disable=arguments-differ
+        self.stowpocket = Stowpocket(self.desktop, *files, icon=self.icon_window)
+        return self.stowpocket
+
+    def begin(self, count):
+        self.names = [file.name for file in self.desktop.files("papers", count)]
+        self.window = WaylandWindow(self.desktop, self.desktop.home / "papers")
+        return self.start()
+
+    def command(self, verb):
+        self.assertEqual(run(self.desktop, self.stowpocket.program, verb), (0, "", ""))
+
+    def click_away(self):
+        self.x.click(*FREE)
+        return not self.stowpocket.popover()
+
+    def test_pocket_and_a_command_open_the_shelf_and_a_click_elsewhere_closes_it(self):
+        stowpocket = self.begin(0)
+        stowpocket.open_popover()
+        self.x.click(*stowpocket.icon())
+        stowpocket.wait_closed()
+        self.command("show")
+        wait_for(lambda: self.x.active_window() == stowpocket.wait_open(), "the shelf to have the keyboard")
+        wait_for(self.click_away, "the shelf to close")
+        self.window.wait_for("pressed")
+
+    def drag_to_the_pocket(self):
+        """Whoever lets go before the pocket has said that it takes the drop drops nothing."""
+        drag = Drag(self.x, FREE)
+        pocket = wait_for(lambda: self.x.find(POCKET), "the pocket")
+        drag.over(self.x.rect(pocket).centre(), self.is_shelf_painted, "the shelf to open")
+        return drag
+
+    def is_shelf_painted(self):
+        """It is after the pocket has answered."""
+        popover = self.stowpocket.popover()
+        return popover and self.x.contrast(self.x.rect(popover)) > PAINTED
+
+    def is_lit(self, zone):
+        """Whether the left edge of the zone for drops has the colour of one that takes a drop."""
+        edge = self.x.pixels(Rect(zone.x, zone.y, 8, zone.height // 2))
+        return any(max(pixel) - min(pixel) > PAINTED for pixel in zip(edge[::3], edge[1::3], edge[2::3]))
+
+    def test_pocket_and_shelf_take_what_a_wayland_window_drags(self):
+        stowpocket = self.begin(2)
+        drag = self.drag_to_the_pocket()
+        drag.release()
+        stowpocket.wait_for_files(self.names)
+        if self.takes_through_pocket:
+            self.command("clear")
+            wait_for(self.click_away, "the shelf to close")
+            drag = self.drag_to_the_pocket()
+            stowpocket.placed("stowpocket shelf")
+            zone = stowpocket.shown("Drop zone").rect()
+            drag.over(zone.centre(), lambda: self.is_lit(zone), "the shelf to take the drop")
+            drag.release()
+            stowpocket.wait_for_files(self.names)
+
+    def start_tray(self):
+        self.panel = start_panel(self.desktop, "trayer")
+
+    def end_tray(self):
+        self.desktop.end(self.panel, signal.SIGKILL)
+
+    def test_follows_the_desktop(self):
+        self.desktop.start_portal()
+        stowpocket = self.start()
+        self.start_tray()
+        wait_for(lambda: not self.x.find(POCKET), "the pocket to make room for the icon")
+        self.end_tray()
+        stowpocket.icon_window = POCKET
+        stowpocket.wait_for_painted_icon()
+        place = self.x.rect(stowpocket.open_popover())
+        self.desktop.ask_for_dark_colours()
+        wait_for(lambda: (pixels := sorted(self.x.pixels(place)))[len(pixels) // 2] < 100, "the shelf to be dark")
+
+    def copy(self, file):
+        self.desktop.start("wl-copy", "--foreground", "--type", "text/uri-list", file.as_uri())
+
+    def test_quick_drop_takes_what_was_copied(self):
+        stowpocket = self.begin(1)
+        self.command("quick-drop")
+        stowpocket.wait_for_shown("Copy files first, then press the shortcut")
+        wait_for(self.click_away, "the shelf to close")
+        copied, = self.desktop.files("copied", 1)
+        self.copy(copied)
+        self.command("quick-drop")
+        stowpocket.wait_for_files([copied.name])
+        self.assertIsNone(stowpocket.shown("Copy files first"))
