@@ -25,12 +25,12 @@ platform/linux/files: platform/posix services foundation
 platform/linux/preferences: platform/linux/files services foundation
 platform/linux/pictures: platform/linux/dbus platform/linux/files platform/qt services foundation
 platform/linux/appearance: platform/linux/dbus platform/linux/x11 platform/qt services foundation
-platform/linux/session: platform/linux/dbus platform/linux/files platform/linux/x11 services foundation
+platform/linux/session: platform/linux/dbus platform/linux/files services foundation
 platform/linux/input: platform/linux/x11 services foundation
 platform/linux/hotkeys: platform/linux/dbus platform/linux/input platform/linux/x11 services foundation
 platform/linux/quickdrop: platform/linux/x11 intake services foundation
-platform/linux/drags: platform/linux/files platform/linux/session platform/linux/x11 platform/qt intake services foundation
-platform/linux/tray: platform/linux/dbus platform/linux/drags platform/linux/session platform/linux/x11 platform/qt presentation services foundation
+platform/linux/drags: platform/linux/files platform/linux/x11 platform/qt intake services foundation
+platform/linux/tray: platform/linux/dbus platform/linux/drags platform/linux/x11 platform/qt presentation services foundation
 platform/linux/opening: platform/linux/dbus services foundation
 platform/linux/updates: platform/linux/files platform/linux/preferences platform/linux/session updates services foundation
 views/controls: platform/qt presentation services foundation

@@ -2,7 +2,6 @@
 #include "shelf/PersistedShelf.h"
 
 #include "foundation/Text.h"
-#include "services/Bookmarks.h"
 #include "services/Files.h"
 
 #include <cmath>

@@ -3,7 +3,6 @@
 
 #include "foundation/Invariant.h"
 #include "foundation/Text.h"
-#include "services/Bookmarks.h"
 #include "services/Dispatch.h"
 #include "services/Files.h"
 #include "services/MainBundle.h"

@@ -5,7 +5,6 @@
 #include "services/UpdateFramework.h"
 #include "updates/Appcast.h"
 #include "updates/UpdateStatus.h"
-#include "updates/UpdateTransport.h"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/Bookmarks.h"
 #include "services/Files.h"
 
 #include <map>

@@ -7,7 +7,6 @@
 #include "services/UpdateFramework.h"
 #include "services/Windows.h"
 #include "updates/UpdateStatus.h"
-#include "updates/UpdateTransport.h"
 
 #include <set>
 

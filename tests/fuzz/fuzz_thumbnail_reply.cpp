@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What a decoder that a hostile picture has taken over may answer, and what may lie in the thumbnail cache.
 #include "foundation/Invariant.h"
-#include "platform/linux/pictures/DecoderReply.h"
-#include "platform/linux/pictures/ThumbnailCache.h"
+#include "platform/linux/pictures/ImageDecoder.h"
+#include "platform/linux/pictures/LocalThumbnailer.h"
 
 #include <algorithm>
 

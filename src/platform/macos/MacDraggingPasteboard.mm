@@ -3,7 +3,6 @@
 
 #import "platform/macos/Conversions.h"
 #include "platform/macos/MacDrags.h"
-#import "platform/macos/MacDroppedContents.h"
 
 #include <atomic>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#import "platform/macos/MacDroppedContents.h"
+#import "platform/macos/MacDraggingPasteboard.h"
 
 #include "foundation/UUID.h"
 #include "intake/ExchangeFormats.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "linux/pictures/PictureFiles.h"
-#include "platform/linux/pictures/DecoderReply.h"
-#include "platform/linux/pictures/ThumbnailCache.h"
+#include "platform/linux/pictures/ImageDecoder.h"
+#include "platform/linux/pictures/LocalThumbnailer.h"
 #include "platform/qt/QtImages.h"
 
 #include <QBuffer>

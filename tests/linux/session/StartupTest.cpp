@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/session/X11Startup.h"
 #include "platform/linux/tray/X11PopoverHost.h"
 #include "platform/linux/x11/XcbSession.h"
 #include "support/ComesTrue.h"

@@ -3,7 +3,7 @@
 
 #include "platform/linux/files/BookmarkSearch.h"
 #include "platform/linux/files/Mounts.h"
-#include "services/Bookmarks.h"
+#include "services/Files.h"
 
 #include <functional>
 #include <optional>

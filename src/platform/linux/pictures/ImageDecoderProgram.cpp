@@ -2,7 +2,7 @@
 // stowpocket-decoder SIDE: decodes the picture on standard input and writes the reply to standard output. It runs for
 // one picture, gives up every right that decoding does not need, and has no application object and no display.
 #include "platform/linux/pictures/Confinement.h"
-#include "platform/linux/pictures/DecoderReply.h"
+#include "platform/linux/pictures/ImageDecoder.h"
 
 #include <QFile>
 #include <QImageReader>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "updates/UpdateTransport.h"
+#include "updates/UpdateStatus.h"
 
 #include <QByteArray>
 

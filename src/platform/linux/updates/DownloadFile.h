@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/files/DurableFile.h"
-#include "updates/UpdateTransport.h"
+#include "updates/UpdateStatus.h"
 
 #include <cstdint>
 #include <optional>

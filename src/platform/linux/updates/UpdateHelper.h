@@ -2,7 +2,7 @@
 #pragma once
 
 #include "services/UpdateFramework.h"
-#include "updates/UpdateTransport.h"
+#include "updates/UpdateStatus.h"
 
 #include <QByteArray>
 #include <QStringList>

@@ -2,12 +2,11 @@
 #pragma once
 
 #include "services/UpdateFramework.h"
-#include "updates/UpdateTransport.h"
+#include "updates/UpdateStatus.h"
 
-#include <array>
+#include <QUrl>
+
 #include <optional>
-
-class QUrl;
 
 namespace stowpocket {
 
@@ -31,7 +30,12 @@ inline constexpr auto removeReplaced = "remove-replaced";
 
 namespace detail {
 constexpr int firstFailureCode = 10;
+
+[[nodiscard]] inline bool isLoopback(const QUrl& url) {
+    const QString host = url.host();
+    return host == QLatin1String("127.0.0.1") || host == QLatin1String("::1") || host == QLatin1String("localhost");
 }
+}  // namespace detail
 
 [[nodiscard]] constexpr int updaterExitCode(std::optional<UpdateFailure> failure) {
     return failure ? detail::firstFailureCode + static_cast<int>(*failure) : 0;
@@ -47,10 +51,15 @@ constexpr int firstFailureCode = 10;
 }
 
 /// Whether `url` may be requested: over HTTPS, or over HTTP on this machine only.
-[[nodiscard]] bool mayBeAsked(const QUrl& url);
+[[nodiscard]] inline bool mayBeAsked(const QUrl& url) {
+    const bool isPlainLoopback = url.scheme() == QLatin1String("http") && detail::isLoopback(url);
+    return url.isValid() && !url.host().isEmpty() && (url.scheme() == QLatin1String("https") || isPlainLoopback);
+}
 
 /// Whether an answer may redirect from one address to the other. Nobody on the network may redirect to a program on
 /// this machine.
-[[nodiscard]] bool mayRedirect(const QUrl& from, const QUrl& to);
+[[nodiscard]] inline bool mayRedirect(const QUrl& from, const QUrl& to) {
+    return mayBeAsked(to) && (detail::isLoopback(from) || !detail::isLoopback(to));
+}
 
 }  // namespace stowpocket
