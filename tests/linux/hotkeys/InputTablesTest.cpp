@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/X11KeyGrabs.h"
-#include "platform/linux/input/KeyTables.h"
+#include "platform/linux/input/Keys.h"
 #include "services/Input.h"
 
 #include <gtest/gtest.h>

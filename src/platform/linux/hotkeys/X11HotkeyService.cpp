@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/X11HotkeyService.h"
 
-#include "platform/linux/input/KeyTables.h"
+#include "platform/linux/input/Keys.h"
 
 #include <QLoggingCategory>
 

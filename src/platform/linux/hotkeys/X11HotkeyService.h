@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/hotkeys/X11KeyGrabs.h"
-#include "platform/linux/input/KeyCharacters.h"
+#include "platform/linux/input/Keys.h"
 #include "platform/linux/x11/X11Events.h"
 #include "services/Input.h"
 

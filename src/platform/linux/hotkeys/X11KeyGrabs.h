@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/input/KeyTables.h"
+#include "platform/linux/input/Keys.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/input/X11EventMonitors.h"
 
-#include "platform/linux/input/KeyTables.h"
+#include "platform/linux/input/Keys.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Events.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/input/KeyCharacters.h"
+#include "platform/linux/input/Keys.h"
 #include "platform/linux/x11/X11Events.h"
 #include "services/Input.h"
 
