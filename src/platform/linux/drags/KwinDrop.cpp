@@ -3,7 +3,6 @@
 
 #include <QCoreApplication>
 
-#include <array>
 #include <chrono>
 #include <utility>
 
@@ -15,56 +14,12 @@ using namespace std::chrono_literals;
 /// Targets ask within some 20 ms. Those that know the data already do not ask again, and wait for nothing either.
 constexpr auto longestDelay = 200ms;
 
-/// Windows of this depth may be transparent.
-constexpr std::uint8_t blendingDepth = 32;
-
-/// Returns 0 when the server has none.
-xcb_visualid_t blendingVisual(const xcb_screen_t& screen) {
-    for (auto depth = xcb_screen_allowed_depths_iterator(&screen); depth.rem > 0; xcb_depth_next(&depth)) {
-        if (depth.data->depth == blendingDepth && depth.data->visuals_len > 0)
-            return xcb_depth_visuals(depth.data)->visual_id;
-    }
-    return 0;
-}
-
 }  // namespace
 
-void ReleaseCatcher::show() {
-    xcb_connection_t* const server = connection_.raw();
-    const xcb_screen_t& screen = *xcb_setup_roots_iterator(xcb_get_setup(server)).data;
-    const xcb_visualid_t visual = blendingVisual(screen);
-    if (visual == 0)
-        return;
-    colors_ = xcb_generate_id(server);
-    xcb_create_colormap(server, XCB_COLORMAP_ALLOC_NONE, colors_, screen.root, visual);
-    window_ = xcb_generate_id(server);
-    // The server paints the background, as KWin passes over a window that nothing was painted into.
-    const std::array<std::uint32_t, 4> values{0, 0, 1, colors_};
-    xcb_create_window(server, blendingDepth, window_, screen.root, 0, 0, screen.width_in_pixels,
-                      screen.height_in_pixels, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
-                      XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_COLORMAP,
-                      values.data());
-    constexpr std::uint32_t below = XCB_STACK_MODE_BELOW;
-    xcb_configure_window(server, window_, XCB_CONFIG_WINDOW_STACK_MODE, &below);
-    xcb_map_window(server, window_);
-    xcb_flush(server);
-}
-
-void ReleaseCatcher::hide() {
-    if (window_ == x11None)
-        return;
-    xcb_destroy_window(connection_.raw(), std::exchange(window_, x11None));
-    xcb_free_colormap(connection_.raw(), colors_);
-    xcb_flush(connection_.raw());
-}
-
-KwinDrop::KwinDrop(const X11Connection& connection) : connection_(connection), catcher_(connection) {
+KwinDrop::KwinDrop(const X11Connection& connection)
+    : connection_(connection), catcher_(connection, X11ScreenCover::Kind::unmanaged) {
     limit_.setSingleShot(true);
     connect(&limit_, &QTimer::timeout, this, &KwinDrop::releaseNow);
-}
-
-KwinDrop::~KwinDrop() {
-    catcher_.hide();
 }
 
 void KwinDrop::begin() {

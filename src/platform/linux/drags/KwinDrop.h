@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/ScreenCover.h"
 
 #include <QEvent>
 #include <QObject>
@@ -12,23 +12,6 @@
 
 namespace stowpocket {
 
-/// A window without a picture over the whole screen, below all others of the X server.
-/// KWin tells the release of the button that ends a drag to the window that it then finds under the pointer. If that
-/// is a Wayland window, XWayland regards the button as held from then on. KWin looks at the X11 windows first that it
-/// does not manage, wherever they are stacked.
-class ReleaseCatcher {
-public:
-    explicit ReleaseCatcher(const X11Connection& connection) : connection_(connection) {}
-
-    void show();
-    void hide();
-
-private:
-    const X11Connection& connection_;
-    xcb_window_t window_ = x11None;
-    xcb_colormap_t colors_ = x11None;
-};
-
 /// Sees to the end of a drag over a Wayland window on KWin: that the release of the button arrives, and that it is
 /// reported only when the target has asked for the data, or after a moment.
 /// KWin tells a Wayland target and this program of the release at the same time. If this program then reports the
@@ -37,7 +20,6 @@ private:
 class KwinDrop : public QObject {
 public:
     explicit KwinDrop(const X11Connection& connection);
-    ~KwinDrop() override;
 
     /// Called before Qt runs the drag. Does nothing elsewhere than on KWin.
     void begin();
@@ -51,7 +33,10 @@ private:
     void releaseNow();
 
     const X11Connection& connection_;
-    ReleaseCatcher catcher_;
+    /// KWin tells the release of the button that ends a drag to the window that it then finds under the pointer. If
+    /// that is a Wayland window, XWayland regards the button as held from then on. KWin looks at the X11 windows
+    /// first that it does not manage, wherever they are stacked.
+    X11ScreenCover catcher_;
     bool isOn_ = false;
     QTimer limit_;
     QPointer<QObject> receiver_;
