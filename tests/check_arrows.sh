@@ -26,7 +26,7 @@ platform/linux/preferences: platform/linux/files services foundation
 platform/linux/pictures: platform/linux/dbus platform/linux/files platform/qt services foundation
 platform/linux/appearance: platform/linux/dbus platform/linux/x11 platform/qt services foundation
 platform/linux/session: platform/linux/dbus platform/linux/files services foundation
-platform/linux/input: platform/linux/x11 services foundation
+platform/linux/input: platform/linux/dbus platform/linux/x11 services foundation
 platform/linux/hotkeys: platform/linux/dbus platform/linux/input platform/linux/x11 services foundation
 platform/linux/quickdrop: platform/linux/x11 intake services foundation
 platform/linux/drags: platform/linux/files platform/linux/x11 platform/qt intake services foundation

@@ -18,6 +18,14 @@ class Gnome(session.Session):
     def end_tray(self):
         self.desktop.enable_indicators(False)
 
+    def test_bare_desktop_and_overview_close_the_shelf(self):
+        stowpocket = self.start()
+        stowpocket.open_for_keys()
+        wait_for(self.click_away, "the shelf to close")
+        stowpocket.open_for_keys()
+        self.desktop.evaluate("Main.overview.show()")
+        stowpocket.wait_closed()
+
     def copy(self, file):
         super().copy(file)
         wait_for(lambda: self.x.selection_owner("CLIPBOARD"), "the Shell to let a new window copy")

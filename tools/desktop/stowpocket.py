@@ -30,7 +30,7 @@ class Stowpocket:
         self.wait_for_painted_icon()
 
     def wait_for_painted_icon(self):
-        """It is on the screen before it is painted, and in panels before it has room: until then a click meets others."""
+        """It is on the screen before that, and in panels before it has room: until then a click meets others."""
         wait_for(lambda: (window := self.x.find(self.icon_window)) and self.x.contrast(self.x.rect(window)) > PAINTED,
                  "the icon to be painted")
 

@@ -52,7 +52,7 @@ LinuxDesktop::LinuxDesktop(std::unique_ptr<X11Connection> x11, const CoreService
       fileDrag(*connection),
       clipboard(core.dispatch),
       popoverHost(*connection, fileDrag),
-      eventMonitors(connection->raw(), [this](std::function<void()> work) { fileDrag.whenOver(std::move(work)); }),
+      eventMonitors(*connection, [this](std::function<void()> work) { fileDrag.whenOver(std::move(work)); }),
       fileManagerSelection(core.dispatch, *connection),
       opener(QDBusConnection::sessionBus()),
       loginItem(configHome(), ownExecutable()),

@@ -53,7 +53,8 @@ protected:
     }
 
     DisplayHand hand;
-    X11EventMonitors monitors{qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection()};
+    const std::unique_ptr<X11Connection> connection = X11Connection::ofApplication();
+    X11EventMonitors monitors{*connection};
     CountingWidget widget;
     int outside = 0;
 };

@@ -100,11 +100,9 @@ bool KeyDownMonitors::eventFilter(QObject* receiver, QEvent* event) {
     return true;
 }
 
-X11ClickWatch::X11ClickWatch(xcb_connection_t* connection, AfterDrag afterDrag)
-    : connection_(connection),
-      afterDrag_(std::move(afterDrag)),
-      root_(xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root) {
-    const xcb_query_extension_reply_t* const extension = xcb_get_extension_data(connection, &xcb_input_id);
+X11ClickWatch::X11ClickWatch(const X11Connection& connection, AfterDrag afterDrag)
+    : x11_(connection), connection_(connection.raw()), afterDrag_(std::move(afterDrag)), root_(connection.root()) {
+    const xcb_query_extension_reply_t* const extension = xcb_get_extension_data(connection_, &xcb_input_id);
     if (extension != nullptr && extension->present != 0)
         inputExtension_ = extension->major_opcode;
 }
@@ -126,6 +124,7 @@ void X11ClickWatch::monitorsChanged() {
     selectServerEvents();
     staleButtons_ &= heldButtons();
     QObject::disconnect(deactivation_);
+    gnome_.reset();
     if (monitors_.isEmpty() || !isWaylandSession())
         return;
     deactivation_ =
@@ -133,6 +132,8 @@ void X11ClickWatch::monitorsChanged() {
             if (state == Qt::ApplicationInactive)
                 reportLostKeyboard();
         });
+    if (GnomeClicks::areNeeded(x11_))
+        gnome_.emplace(x11_, [this] { reportClick(); });
 }
 
 /// KWin activates the window under a drag and does not report a click on it afterwards.
@@ -184,6 +185,8 @@ bool X11ClickWatch::pointerIsOverOwnWindow() const {
     const xcb_setup_t* const setup = xcb_get_setup(connection_);
     xcb_window_t window = root_;
     while (window != XCB_WINDOW_NONE) {
+        if (gnome_ && gnome_->isDesktop(window))
+            return false;
         if ((window & ~setup->resource_id_mask) == setup->resource_id_base)
             return true;
         const auto pointer = pointerIn(connection_, window);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/input/GnomeClicks.h"
 #include "platform/linux/input/Keys.h"
 #include "platform/linux/x11/X11Events.h"
 #include "services/Input.h"
@@ -48,13 +49,13 @@ private:
 /// grabbed the pointer. Without monitors the server sends nothing. It uses Qt's connection, which has negotiated the
 /// input extension; without that extension there are no clicks. A click on a Wayland window reaches the server only
 /// as a loss of the keyboard, so in a Wayland session that loss counts as a click. During a drag out of this program
-/// it counts once the drag has ended.
+/// it counts once the drag has ended. `connection` outlives it.
 class X11ClickWatch : private X11EventFilter {
 public:
     using Handler = std::function<void()>;
     using AfterDrag = std::function<void(std::function<void()> work)>;
 
-    X11ClickWatch(xcb_connection_t* connection, AfterDrag afterDrag);
+    X11ClickWatch(const X11Connection& connection, AfterDrag afterDrag);
     ~X11ClickWatch() override;
 
     [[nodiscard]] std::unique_ptr<EventMonitorToken> add(Handler handler) {
@@ -73,6 +74,7 @@ private:
     void reportClick() const;
     void reportLostKeyboard();
 
+    const X11Connection& x11_;
     xcb_connection_t* const connection_;
     const AfterDrag afterDrag_;
     const xcb_window_t root_;
@@ -81,16 +83,18 @@ private:
     /// next press of such a button shows that it has heard of the release since.
     std::uint32_t staleButtons_ = 0;
     QMetaObject::Connection deactivation_;
+    std::optional<GnomeClicks> gnome_;
     MonitorList<Handler> monitors_{[this] { monitorsChanged(); }};
 };
 
 /// Event monitors of the X11 desktop: Qt's events for this program's keys, the server's for clicks elsewhere.
 class X11EventMonitors : public EventMonitors {
 public:
-    /// `afterDrag` runs its work at once, or at the end of a drag out of this program that is under way.
+    /// `connection` outlives it. `afterDrag` runs its work at once, or at the end of a drag out of this program that
+    /// is under way.
     explicit X11EventMonitors(
-        xcb_connection_t* connection, X11ClickWatch::AfterDrag afterDrag = [](const auto& work) { work(); })
-        : keyDowns_(X11KeyCharacters(connection)), clicks_(connection, std::move(afterDrag)) {}
+        const X11Connection& connection, X11ClickWatch::AfterDrag afterDrag = [](const auto& work) { work(); })
+        : keyDowns_(X11KeyCharacters(connection.raw())), clicks_(connection, std::move(afterDrag)) {}
 
     [[nodiscard]] std::unique_ptr<EventMonitorToken>
     addLocalKeyDownMonitor(std::function<bool(const KeyEvent&)> handler) override {
