@@ -228,14 +228,21 @@ TEST(OnboardingTimelineTest, goesStepByStep) {
     };
     for (const auto& [property, shown, pressed, value] : {
              Sample{&State::appeared, 0.1, {}, easeOut(0.1 / 0.3)},
+             Sample{&State::iconLanded, 0.2, {}, 0},
              Sample{&State::iconLanded, 0.5, {}, Spring{0.6, 0.7}.position(0.3)},
+             Sample{&State::titleVisible, 0.7, {}, easeOut(0.5)},
              Sample{&State::bullet3Visible, 1.1, {}, easeOut(0.1 / 0.35)},
              Sample{&State::glowPulse, 1.3, {}, 0},
              Sample{&State::glowPulse, 1.8, {}, easeInOut(0.25)},
+             Sample{&State::glowPulse, 4.8, {}, easeInOut(0.25)},
+             Sample{&State::circleTrim, 60, {}, 0},
              Sample{&State::currentScreen, 0.8, Seconds(0.1), easeInOut(0.25)},
              Sample{&State::checkmarkTrim, 1.75, Seconds(1.05), easeOut(0.5)},
              Sample{&State::glowOpacity, 1.9, Seconds(1.2), 0.3},
+             Sample{&State::glowOpacity, 4.3, Seconds(3.6), 0.3},
+             Sample{&State::headlineVisible, 2.2, Seconds(1.5), easeOut(0.5)},
              Sample{&State::button2Visible, 3.0, Seconds(2.25), easeInOut(0.5)},
+             Sample{&State::shimmerPhase, 5.5, Seconds(4.8), 0.25},
              Sample{&State::bullet3Visible, 2.7, Seconds(2.0), 1},
          })
         EXPECT_NEAR(onboardingState({Seconds(shown), pressed}).*property, value, 1e-6) << shown;
@@ -248,6 +255,26 @@ TEST(OnboardingTimelineTest, restsWhileNothingMoves) {
     EXPECT_NEAR(wait(0.1, {}), 1 / 60.0, 1e-9);
     EXPECT_NEAR(wait(0.8, Seconds(0.42)), 0.08, 1e-9) << "until the circle is drawn";
     EXPECT_NEAR(wait(20, Seconds(10)), 1 / 30.0, 1e-9);
+}
+
+TEST(OnboardingPresentationTest, eachPartGoesFromItsStartToItsPlace) {
+    const OnboardingPresentation start = onboardingPresentation({});
+    const OnboardingPresentation end = onboardingPresentation({.iconLanded = 1,
+                                                               .bullet2Visible = 1,
+                                                               .buttonVisible = 1,
+                                                               .glowPulse = 1,
+                                                               .glowOpacity = 1,
+                                                               .button2Visible = 1});
+    for (const auto& [first, last, startsAt, endsAt] : {std::tuple{start.emblemOffset, end.emblemOffset, -30.0, 0.0},
+                                                        {start.emblemGlow, end.emblemGlow, 0.08, 0.25},
+                                                        {start.points[0].offset, end.points[0].offset, 8.0, 8.0},
+                                                        {start.points[1].offset, end.points[1].offset, 8.0, 0.0},
+                                                        {start.getStarted.scale, end.getStarted.scale, 0.9, 1.02},
+                                                        {start.startUsing.scale, end.startUsing.scale, 0.88, 1.0},
+                                                        {start.ringOpacity, end.ringOpacity, 0.09, 0.3}}) {
+        EXPECT_DOUBLE_EQ(first, startsAt);
+        EXPECT_DOUBLE_EQ(last, endsAt);
+    }
 }
 
 TEST(OnboardingPresentationTest, slidesFromScreenToScreenAndLightOverTheButton) {
