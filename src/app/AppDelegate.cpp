@@ -95,6 +95,10 @@ void AppDelegate::setUpStatusItem() {
         return;
     button->setAction(weakly(&AppDelegate::statusItemClicked));
     setUpMenu(*button);
+    button->setDragSource([weak = weak_from_this()](IconDrag drag) {
+        const auto self = weak.lock();
+        return self ? self->filesOfDrag(drag) : std::vector<FileURL>();
+    });
     updateStatusItemIcon();
     statusItemDropHandler_ = std::make_shared<StatusItemDropHandler>(
         button, services_.core.files, services_.core.dispatch,
@@ -117,6 +121,16 @@ void AppDelegate::setUpMenu(StatusItemButton& button) {
             self->chooseFromMenu(id);
     };
     button.setMenu(std::move(menu));
+}
+
+std::vector<FileURL> AppDelegate::filesOfDrag(IconDrag drag) const {
+    std::vector<FileURL> files;
+    for (const ShelfItem& item : shelfViewModel_->presentItems(shelfViewModel_->shelfManager().items()))
+        files.push_back(item.fileURL);
+    // The shelf appends what is new.
+    if (drag == IconDrag::newest && !files.empty())
+        files.erase(files.begin(), files.end() - 1);
+    return files;
 }
 
 void AppDelegate::chooseFromMenu(int id) {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "presentation/TileCommands.h"
 
-#include "services/Files.h"
-
 #include <algorithm>
 #include <utility>
 
@@ -127,20 +125,21 @@ void TileCommands::perform(TileCommand command, const UUID& id) {
     const std::vector<ShelfItem> items = selection_.itemsWith(id);
     switch (command) {
     case TileCommand::open:
-        if (const std::vector<FileURL> files = urlsOf(present(items)); files.size() > mostOpenedUnasked)
+        if (const std::vector<FileURL> files = urlsOf(viewModel_->presentItems(items));
+            files.size() > mostOpenedUnasked)
             confirmOpening(files.size(), [this, files] { open(files); });
         else if (!files.empty())
             open(files);
         break;
     case TileCommand::showInFolder:
-        if (const std::vector<FileURL> files = urlsOf(present(items)); !files.empty())
+        if (const std::vector<FileURL> files = urlsOf(viewModel_->presentItems(items)); !files.empty())
             opener_.showInFolder(files);
         break;
     case TileCommand::copy:
-        viewModel_->copyFiles(idsOf(present(items)));
+        viewModel_->copyFiles(idsOf(viewModel_->presentItems(items)));
         break;
     case TileCommand::copyPath:
-        viewModel_->copyPaths(idsOf(present(items)));
+        viewModel_->copyPaths(idsOf(viewModel_->presentItems(items)));
         break;
     case TileCommand::remove:
         viewModel_->removeItems(idsOf(items));
@@ -164,19 +163,11 @@ void TileCommands::preview(const UUID& id) {
 }
 
 std::vector<ShelfItem> TileCommands::itemsOfDrag(const UUID& id) {
-    return present(selection_.itemsWith(id));
+    return viewModel_->presentItems(selection_.itemsWith(id));
 }
 
 std::vector<ShelfItem> TileCommands::itemsOfWholeDrag() {
-    return present(viewModel_->shelfManager().items());
-}
-
-std::vector<ShelfItem> TileCommands::present(std::vector<ShelfItem> items) {
-    std::erase_if(items, [](const ShelfItem& item) { return !item.isAvailable; });
-    FileManager& files = viewModel_->fileManager();
-    if (std::erase_if(items, [&](const ShelfItem& item) { return !files.fileExists(item.fileURL); }) > 0)
-        viewModel_->shelfManager().refreshAvailability();
-    return items;
+    return viewModel_->presentItems(viewModel_->shelfManager().items());
 }
 
 DragPictureLayout layOutDragPicture(std::size_t fileCount, double side,

@@ -100,8 +100,6 @@ public:
 
 private:
     void open(const std::vector<FileURL>& files);
-    /// Those whose file is there. The shelf checks all again if one has gone since its last check.
-    [[nodiscard]] std::vector<ShelfItem> present(std::vector<ShelfItem> items);
 
     const std::shared_ptr<ShelfViewModel> viewModel_;
     FileOpener& opener_;

@@ -54,6 +54,9 @@ struct StatusItemMenu {
     std::function<void(int id)> choose;
 };
 
+/// What a drag out of the icon carries.
+enum class IconDrag { newest, everything };
+
 /// The icon in the menu bar. Where the bar may disappear and return, the icon keeps its contents and shows them
 /// again. Main thread.
 class StatusItemButton {
@@ -66,6 +69,9 @@ public:
     virtual void setMenu(StatusItemMenu menu) = 0;
     /// Puts a transparent drop view over the whole icon. The button owns it.
     virtual void addDropView(std::shared_ptr<DraggingDestination> dropView) = 0;
+    /// The files that a drag out of the icon carries; none if there are none. Left alone by icons that cannot be
+    /// dragged from.
+    virtual void setDragSource(std::function<std::vector<FileURL>(IconDrag)> /*files*/) {}
 };
 
 /// A place in the menu bar, as wide as its button needs.

@@ -96,6 +96,13 @@ std::vector<FileURL> ShelfViewModel::availableFiles(std::span<const UUID> ids) c
     return files;
 }
 
+std::vector<ShelfItem> ShelfViewModel::presentItems(std::vector<ShelfItem> items) const {
+    std::erase_if(items, [](const ShelfItem& item) { return !item.isAvailable; });
+    if (std::erase_if(items, [&](const ShelfItem& item) { return !fileManager_.fileExists(item.fileURL); }) > 0)
+        shelfManager_->refreshAvailability();
+    return items;
+}
+
 void ShelfViewModel::copyFiles(std::span<const UUID> ids) {
     const std::vector<FileURL> files = availableFiles(ids);
     if (!files.empty())

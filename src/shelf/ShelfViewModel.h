@@ -32,6 +32,9 @@ public:
 
     /// The files of these items, in the order of the shelf and without missing ones.
     [[nodiscard]] std::vector<FileURL> availableFiles(std::span<const UUID> ids) const;
+    /// Looks at the files of these items now, and leaves out missing ones. The shelf checks all again if one has gone
+    /// since its last check.
+    [[nodiscard]] std::vector<ShelfItem> presentItems(std::vector<ShelfItem> items) const;
     /// Puts the files of these items on the clipboard, in the order of the shelf and without missing ones. Leaves the
     /// clipboard alone if no file is left.
     void copyFiles(std::span<const UUID> ids);

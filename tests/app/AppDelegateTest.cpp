@@ -182,6 +182,17 @@ TEST_F(AppDelegateTest, aFileThatVanishesIsMarkedAtOneTickAndGoneAtTheNext) {
     EXPECT_EQ(statusBar.button->title.text, " 1");
 }
 
+TEST_F(AppDelegateTest, aDragOutOfTheIconCarriesTheNewestFileThatIsThereOrAllOfThem) {
+    launch();
+    const auto& dragged = statusBar.button->dragSource;
+    EXPECT_TRUE(dragged(IconDrag::newest).empty());
+    const std::vector<FileURL> added = makeFiles(3);
+    shelf().addFiles(added);
+    files.removeItem(added[2]);
+    EXPECT_EQ(dragged(IconDrag::newest), std::vector{added[1]});
+    EXPECT_EQ(dragged(IconDrag::everything), (std::vector{added[0], added[1]}));
+}
+
 TEST_F(AppDelegateTest, aProgramAtRestWakesUpForNoMoreThanItsFiles) {
     launch();
     const auto wakeUpsIn = [this](std::chrono::seconds time) {
