@@ -97,8 +97,6 @@ std::optional<DroppedContents> contentsOf(DragData& data, const std::vector<std:
 }
 
 constexpr std::size_t longestFormatList = 4096;
-constexpr std::size_t longestList = 1u << 20;
-constexpr std::size_t largestContents = 256u << 20;
 
 class SelectionData : public DragData {
 public:

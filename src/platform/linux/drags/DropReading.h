@@ -36,6 +36,10 @@ public:
     [[nodiscard]] virtual std::optional<SelectionFailure> write(std::string_view format, const QString& path) = 0;
 };
 
+/// No list of files is longer, and no picture or text that is taken in a drop is larger. In bytes.
+inline constexpr std::size_t longestList = 1u << 20;
+inline constexpr std::size_t largestContents = 256u << 20;
+
 /// What was read of a drop. Made on any thread.
 struct DropReading {
     std::string uriList;
