@@ -30,7 +30,8 @@ platform/linux/input: platform/linux/dbus platform/linux/x11 services foundation
 platform/linux/hotkeys: platform/linux/dbus platform/linux/input platform/linux/x11 services foundation
 platform/linux/quickdrop: platform/linux/x11 intake services foundation
 platform/linux/drags: platform/linux/files platform/linux/x11 platform/qt intake services foundation
-platform/linux/tray: platform/linux/dbus platform/linux/drags platform/linux/x11 platform/qt presentation services foundation
+platform/linux/wayland:
+platform/linux/tray: platform/linux/dbus platform/linux/drags platform/linux/wayland platform/linux/x11 platform/qt presentation intake services foundation
 platform/linux/opening: platform/linux/dbus services foundation
 platform/linux/updates: platform/linux/files platform/linux/preferences platform/linux/session updates services foundation
 views/controls: platform/qt presentation services foundation
