@@ -48,9 +48,9 @@ class Session(DesktopTest):
 
     def drag_to_the_pocket(self):
         """Whoever lets go before the pocket has said that it takes the drop drops nothing."""
-        drag = Drag(self.x, FREE)
-        pocket = wait_for(lambda: self.x.find(POCKET), "the pocket")
-        drag.over(self.x.rect(pocket).centre(), self.is_shelf_painted, "the shelf to open")
+        drag = Drag(self.x, FREE, lambda: self.window.says("drag begun"))
+        pocket = wait_for(self.stowpocket.pocket, "the pocket")
+        drag.over(pocket.centre(), self.is_shelf_painted, "the shelf to open")
         return drag
 
     def is_shelf_painted(self):
@@ -88,7 +88,7 @@ class Session(DesktopTest):
         self.desktop.start_portal()
         stowpocket = self.start()
         self.start_tray()
-        wait_for(lambda: not self.x.find(POCKET), "the pocket to make room for the icon")
+        wait_for(lambda: not stowpocket.pocket(), "the pocket to make room for the icon")
         self.end_tray()
         stowpocket.icon_window = POCKET
         stowpocket.wait_for_painted_icon()

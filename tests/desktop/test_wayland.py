@@ -4,14 +4,35 @@ import signal
 
 import session
 from case import DesktopTest
+from drag import Drag
 from session import FREE
+from stowpocket import POCKET
+from terminal import run
 from wayland_desktop import KwinDesktop, SwayDesktop, WaylandWindow
 from x_display import wait_for
 
 HURRIED = (700, 300)
 
 
-class Sway(session.Session):
+class Layers(session.Session):
+    """A compositor that shows the pocket itself."""
+
+    def test_pocket_gives_its_newest_file_to_a_wayland_window(self):
+        *_, newest = files = self.desktop.files("staged", 3)
+        window, stowpocket = WaylandWindow(self.desktop, self.desktop.folder("more")), self.start(*files)
+        stowpocket.wait_for_files([file.name for file in files])
+        self.assertIsNone(self.x.find(POCKET), "it is no X11 window")
+        wait_for(self.click_away, "the shelf to close")
+        window.forget()
+        x, y = stowpocket.icon()
+        # The count is on the right, and stands for all files.
+        drag = Drag(self.x, (x - 12, y), lambda: window.says("drag over it"))
+        drag.over(FREE, lambda: window.says("drag over it"), "the window to be dragged over")
+        drag.release()
+        window.wait_for(f"dropped {newest.as_uri()}")
+
+
+class Sway(Layers):
     desktop_type = SwayDesktop
     takes_through_pocket = False
 
@@ -25,7 +46,7 @@ class Sway(session.Session):
         wait_for(lambda: run(self.desktop, "wl-paste", "--no-newline")[1] == line, "the line on the clipboard")
 
 
-class Kwin(session.Session):
+class Kwin(Layers):
     desktop_type = KwinDesktop
     takes_through_pocket = False  # now and then it does not hear of the drag there
 
@@ -64,3 +85,6 @@ class Dense(DesktopTest):
         shelf = self.x.rect(stowpocket.open_popover())
         self.assertGreater(shelf.width, 2 * 320)  # the width of what is in it, in points
         self.assertEqual(self.x.picture().size, tuple(self.x.rect(self.x.root)[2:]))  # so that nothing enlarges it
+
+
+del Layers  # by itself it is no test

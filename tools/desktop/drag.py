@@ -6,15 +6,18 @@ BARE_DESKTOP = (625, 600)
 
 
 class Drag:
-    """Begun when made. Each step waits until the programs have answered it: nothing here is timed."""
+    """Begun when made. Each step waits until the programs have answered it: nothing here is timed.
 
-    def __init__(self, x, start):
+    `has_begun` tells of the drags of programs that are unknown to the X server.
+    """
+
+    def __init__(self, x, start, has_begun=None):
         self.x, self.at = x, start
         x.forget_drag()
         x.point(*start)
         x.button(True)
         # Programs begin a drag only after a few pixels of movement with the button held.
-        wait_for(lambda: self.nudge(2) or x.is_dragging(), "the drag to begin")
+        wait_for(lambda: self.nudge(2) or (has_begun or x.is_dragging)(), "the drag to begin")
 
     def nudge(self, by):
         self.at = self.at[0] + by, self.at[1]

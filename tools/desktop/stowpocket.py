@@ -31,8 +31,7 @@ class Stowpocket:
 
     def wait_for_painted_icon(self):
         """It is on the screen before that, and in panels before it has room: until then a click meets others."""
-        wait_for(lambda: (window := self.x.find(self.icon_window)) and self.x.contrast(self.x.rect(window)) > PAINTED,
-                 "the icon to be painted")
+        wait_for(lambda: (icon := self.icon_rect()) and self.x.contrast(icon) > PAINTED, "the icon to be painted")
 
     def end(self, how=signal.SIGTERM):
         return self.desktop.end(self.process, how)
@@ -43,13 +42,25 @@ class Stowpocket:
         self.settings.write_bytes(plistlib.dumps(self.preferences() | preferences))
         self.start()
 
+    def window_rect(self, title):
+        window = self.x.find(title)
+        return window and self.x.rect(window)
+
+    def pocket(self):
+        """Where the pocket is, or nothing. One that is no X11 window is in the picture of the screen alone."""
+        if not self.x.pocket:
+            return self.window_rect(POCKET)
+        return self.x.contrast(self.x.pocket) > PAINTED and self.x.pocket
+
+    def icon_rect(self):
+        return self.pocket() if self.icon_window == POCKET else self.window_rect(self.icon_window)
+
     def icon(self):
         """The middle of the icon, once it has its place: one that no panel has placed lies beyond the screen's edge."""
         screen = self.x.rect(self.x.root)
 
         def place():
-            window = self.x.find(self.icon_window)
-            icon = window and self.x.rect(window)
+            icon = self.icon_rect()
             return icon and icon.x + icon.width <= screen.width and icon
         return wait_for(place, "the icon").centre()
 

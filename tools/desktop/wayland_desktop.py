@@ -20,7 +20,7 @@ from gi.repository import Gio, GLib
 
 from private_desktop import PrivateDesktop
 from wayland_client import GnomePointer, KwinPointer, WlrootsPointer
-from x_display import XDisplay, wait_for
+from x_display import Rect, XDisplay, wait_for
 
 WINDOW = Path(__file__).with_name("wayland_window.py")
 
@@ -47,6 +47,7 @@ class WaylandDesktop(PrivateDesktop):
     """`start_compositor` starts one that tells `tell_display` its X11 display, and the other two reach into it."""
 
     portal_backend = "gtk"
+    has_layers = True  # whether it shows the pocket itself
 
     def __init__(self, log_folder, size="1280x900", scale=1):
         super().__init__(log_folder, size)
@@ -68,6 +69,10 @@ class WaylandDesktop(PrivateDesktop):
         self.environment |= {"WAYLAND_DISPLAY": str(self.socket), "DISPLAY": told.read_text().strip(),
                              "QT_QPA_PLATFORM": "wayland"}
         self.x = XWayland(self.environment["DISPLAY"], self.make_pointer(), self.screen_picture, self.scale)
+        if self.has_layers:
+            # Without a count; the count widens it to the left.
+            pocket = int(self.size.split("x")[0]) - 52, 56, 44, 44
+            self.x.pocket = Rect(*(self.scale * length for length in pocket))
 
     def start_portal(self):
         """Starts what tells programs which colours the user wants."""
@@ -156,7 +161,7 @@ class SwayDesktop(WaylandDesktop):
 class GnomeDesktop(WaylandDesktop):
     """GNOME Shell, which does everything that is asked of it here by running a script of ours inside itself."""
 
-    portal_backend = "gnome"
+    portal_backend, has_layers = "gnome", False
     has_indicators = False  # whether the extension that shows tray icons is on at first
     extension = "ubuntu-appindicators@ubuntu.com"
 

@@ -45,6 +45,8 @@ class CursorName(rq.ReplyRequest):
 class XDisplay:
     """Windows are those of python3-xlib."""
 
+    pocket = None  # where the compositor itself shows the pocket, if it does
+
     def __init__(self, name):
         self.name, self.display = name, display.Display(name)
         self.display.set_error_handler(lambda *_: None)

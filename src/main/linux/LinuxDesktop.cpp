@@ -23,6 +23,9 @@ namespace {
 /// The helper that decodes pictures, installed beside the program.
 constexpr auto decoderProgram = "libexec/stowpocket/stowpocket-decoder";
 
+/// The pocket for Wayland compositors, installed beside the program.
+constexpr auto waylandModule = "libexec/stowpocket/stowpocket-wayland.so";
+
 /// The symbol drawn so that its square is as large as the place in the icon.
 QImage paintSymbol(const StatusItemImage& image, const QColor& color, int pixelSize) {
     const double pointSize = image.pointSize * pixelSize / Symbol::side(image.pointSize);
@@ -48,7 +51,8 @@ LinuxDesktop::LinuxDesktop(std::unique_ptr<X11Connection> x11, const CoreService
       icons(screen),
       directSaves(*connection, core.dispatch),
       drops(*connection, core.dispatch, directSaves),
-      statusBar(*connection, paintSymbol, drops, [this] { iconStands.occur(); }),
+      statusBar(*connection, paintSymbol, drops, {core.dispatch, installedFile(waylandModule)},
+                [this] { iconStands.occur(); }),
       fileDrag(*connection),
       clipboard(core.dispatch),
       popoverHost(*connection, fileDrag),

@@ -172,6 +172,7 @@ void QtPopover::show(StatusItemButton& anchor) {
     auto* const button = dynamic_cast<QtStatusItemButton*>(&anchor);
     invariant(button != nullptr, "a popover hangs on an icon of its own desktop");
     anchor_ = button;
+    button->setAttached(true);
     isShown_ = true;
     prepareWindow();
     anchorMoved_ = button->moved.connect([this] { window_->fitContent(); });
@@ -199,7 +200,7 @@ void QtPopover::performClose() {
     isShown_ = false;
     anchorMoved_.reset();
     screens_.reset();
-    anchor_ = nullptr;
+    std::exchange(anchor_, nullptr)->setAttached(false);
     if (fades())
         fade(window_->windowOpacity(), 0);
     else

@@ -23,6 +23,8 @@ public:
     [[nodiscard]] virtual QRect rectOnScreen() const = 0;
     /// The bar that contains the icon; empty while no such bar is known.
     [[nodiscard]] virtual QRect barOnScreen() const { return {}; }
+    /// Called when a window is attached to it, and when it no longer is.
+    virtual void setAttached(bool /*isAttached*/) {}
     /// Emitted when the icon has changed its size or, as far as it knows, its place.
     Signal<> moved;
 };
@@ -114,7 +116,7 @@ private:
     std::unique_ptr<PopoverWindow> window_;
     std::unique_ptr<QPropertyAnimation> fade_;
     /// Null while closed: a window that fades out stays where the icon was.
-    const QtStatusItemButton* anchor_ = nullptr;
+    QtStatusItemButton* anchor_ = nullptr;
     QRect anchorRect_;
     QRect barRect_;
     Subscription anchorMoved_;

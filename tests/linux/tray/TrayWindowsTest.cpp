@@ -3,6 +3,7 @@
 #include "platform/linux/tray/Pocket.h"
 #include "platform/linux/tray/StatusItemWindow.h"
 #include "platform/linux/x11/XcbSession.h"
+#include "platform/qt/QtDispatch.h"
 #include "support/ComesTrue.h"
 
 #include <QApplication>
@@ -34,7 +35,9 @@ protected:
     const StatusItemContent content{{}, {}, std::make_shared<FakeDropView>()};
     FakeDrops drops;
     const SymbolPainter paintSymbol = [](const StatusItemImage&, const QColor&, int) { return QImage(); };
-    Pocket pocket{*connection, content, paintSymbol, drops, [] {}};
+    QtDispatch dispatch;
+    const WaylandSupport wayland{dispatch, {}};
+    Pocket pocket{*connection, content, paintSymbol, drops, wayland, [] {}};
 };
 
 TEST_F(PocketTest, standsInTheCornerOnceTheIconIsNowhereElse) {
@@ -42,7 +45,7 @@ TEST_F(PocketTest, standsInTheCornerOnceTheIconIsNowhereElse) {
     const std::optional<QRect> corner = pocket.rectOnScreen();
     for (const bool hasDragEnded : {true, false}) {
         pocket.setResident(false);
-        pocket.dragBegan(icon);
+        pocket.dragBegan(DragOrigin::x11, icon);
         ASSERT_EQ(pocket.rectOnScreen(), icon);
         if (hasDragEnded)
             pocket.dragEnded(DragEnd::sourceGone);
@@ -52,7 +55,7 @@ TEST_F(PocketTest, standsInTheCornerOnceTheIconIsNowhereElse) {
 }
 
 TEST_F(PocketTest, waitsForADropThatIsLateUnlessItsSourceHasGone) {
-    pocket.dragBegan(icon);
+    pocket.dragBegan(DragOrigin::x11, icon);
     QMimeData files;
     files.setUrls({QUrl(QStringLiteral("file:///late.txt"))});
     QDragEnterEvent enter(QPoint(1, 1), Qt::CopyAction, &files, Qt::LeftButton, {});

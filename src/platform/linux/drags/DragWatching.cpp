@@ -149,7 +149,7 @@ void X11DragWatch::takeStep(DragWatching::Step step, xcb_timestamp_t time) {
         return;
     }
     if (step == Step::announce)
-        return began.emit();
+        return began.emit(waylandDrag_.isActive() ? DragOrigin::wayland : DragOrigin::x11);
     buttons_.stop();
     if (step == Step::settle)
         settling_.start(settlingTime);

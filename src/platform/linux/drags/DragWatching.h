@@ -23,6 +23,9 @@ enum class DragOffer { nothing, files, promise, unknown };
                                   std::span<const std::uint32_t> typeList, std::uint32_t uriList,
                                   std::uint32_t directSave);
 
+/// Which programs can hear of a drag by themselves: those of the same kind as its source.
+enum class DragOrigin { x11, wayland };
+
 /// How a drag ended, as seen by other programs.
 enum class DragEnd {
     released,    ///< the buttons are up, but a drop on one of our windows may still arrive
@@ -71,7 +74,7 @@ public:
     /// `connection` outlives it.
     explicit X11DragWatch(const X11Connection& connection);
 
-    Signal<> began;
+    Signal<DragOrigin> began;
     /// Emitted when an announced drag is over, and again if its source goes away later.
     Signal<DragEnd> ended;
 

@@ -4,27 +4,21 @@
 #include "platform/linux/x11/X11Connection.h"
 
 #include <QGuiApplication>
-#include <QPainterPath>
 #include <QScreen>
+
+#include <utility>
 
 namespace stowpocket {
 namespace {
-
-/// Alone on the screen the icon may be larger than in a bar, which makes it easier to hit.
-constexpr double contentScale = 1.4;
-constexpr double padding = 7;
-constexpr double cornerRadius = 10;
-constexpr float borderOpacity = 0.22F;
 
 /// KWin lets Wayland programs drop only into X11 windows that it manages.
 bool needsManager(const X11Connection& connection) {
     return isWaylandSession() && connection.windowManagerName() == "KWin";
 }
 
-QPainterPath panelOutline(const QRectF& room) {
-    QPainterPath path;
-    path.addRoundedRect(room, cornerRadius, cornerRadius);
-    return path;
+/// Compositors made with wlroots pass the drags of X11 programs to no Wayland program.
+bool keepsX11DragsIn(const X11Connection& connection) {
+    return connection.windowManagerName() == "wlroots wm";
 }
 
 QPixmap picture(const QRect& place) {
@@ -75,41 +69,44 @@ void PocketWindow::showContent() {
     StatusItemWindow::showContent();
     if (!covered_.isNull())
         return;
-    const Size wish = preferredStatusItemSize(measureContent(content()));
-    setFixedSize(QSizeF(wish.width * contentScale + 2 * padding, wish.height * contentScale + 2 * padding).toSize());
+    setFixedSize(pocketSize(content()));
 }
 
 void PocketWindow::resizeEvent(QResizeEvent*) {
     if (!testAttribute(Qt::WA_TranslucentBackground) && covered_.isNull())
-        setMask(QRegion(panelOutline(rect()).toFillPolygon().toPolygon()));
+        setMask(QRegion(pocketOutline(rect()).toFillPolygon().toPolygon()));
 }
 
 void PocketWindow::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (!covered_.isNull())
         return painter.drawPixmap(rect(), covered_);
-    const bool isBlended = testAttribute(Qt::WA_TranslucentBackground);
-    QColor border = palette().color(QPalette::WindowText);
-    border.setAlphaF(borderOpacity);
-    painter.setRenderHint(QPainter::Antialiasing, isBlended);
-    // Half of the line is outside the outline. Where the window ends at the outline, the line is drawn twice as wide.
-    const QPainterPath outline = panelOutline(isBlended ? QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5) : rect());
-    painter.fillPath(outline, palette().window());
-    painter.setPen(QPen(border, isBlended ? 1 : 2));
-    painter.drawPath(outline);
-    painter.translate(padding, padding);
-    const StatusItemLayout layout =
-        layOutStatusItem(measureContent(content()), {width() - 2.0 * padding, height() - 2.0 * padding});
-    paintContent(painter, content(), paintSymbol_, layout, palette().color(QPalette::WindowText));
+    paintPocket(painter, size(), content(), paintSymbol_, palette(), testAttribute(Qt::WA_TranslucentBackground));
 }
 
 Pocket::Pocket(const X11Connection& connection, const StatusItemContent& content, const SymbolPainter& paintSymbol,
-               IncomingDrops& drops, std::function<void()> onClick)
+               IncomingDrops& drops, const WaylandSupport& wayland, const std::function<void()>& onClick)
     : connection_(connection),
       content_(content),
       paintSymbol_(paintSymbol),
       drops_(drops),
-      onClick_(std::move(onClick)) {}
+      onClick_(onClick),
+      surface_(wayland, content, paintSymbol, onClick),
+      surfaceReady_(surface_.readyChanged.connect([this] {
+          presence_.setHovered(false);
+          showOrHide();
+      })),
+      surfaceHovered_(surface_.hovered.connect([this](bool isHovered) { hover(isHovered); })),
+      surfaceDropped_(surface_.dropped.connect([this] { finishDrop(); })),
+      surfaceDragsOut_(surface_.dragsOut.connect([this](bool dragsOut) {
+          presence_.setDragsOut(dragsOut);
+          showOrHide();
+      })) {
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    if (screen != nullptr)
+        QObject::connect(screen, &QScreen::availableGeometryChanged, &context_, [this] { moveToCorner(); });
+    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &context_, [this] { moveToCorner(); });
+}
 
 Pocket::~Pocket() = default;
 
@@ -123,14 +120,16 @@ void Pocket::setResident(bool isResident) {
     showOrHide();
 }
 
-void Pocket::dragBegan(const std::optional<QRect>& icon) {
+void Pocket::dragBegan(DragOrigin origin, const std::optional<QRect>& icon) {
     presence_.dragBegan();
+    isX11Drag_ = origin == DragOrigin::x11;
     if (icon != icon_)
         closeWindow();
     icon_ = icon;
     showOrHide();
     // Windows that were opened since may be above it.
-    window_->raise();
+    if (window_)
+        window_->raise();
 }
 
 void Pocket::dragEnded(DragEnd end) {
@@ -138,42 +137,60 @@ void Pocket::dragEnded(DragEnd end) {
     showOrHide();
 }
 
+void Pocket::setShelfOpen(bool isOpen) {
+    presence_.setBesideShelf(isOpen && surface_.isReady() && keepsX11DragsIn(connection_));
+    showOrHide();
+}
+
 void Pocket::showContent() {
-    if (!window_)
-        return;
-    window_->showContent();
+    if (window_)
+        window_->showContent();
     moveToCorner();
+    if (isSurfaceShown_)
+        surface_.showContent();
 }
 
 std::optional<QRect> Pocket::rectOnScreen() const {
+    if (isSurfaceShown_)
+        return corner();
     return window_ ? std::optional(window_->geometry()) : std::nullopt;
 }
 
+void Pocket::hover(bool isHovered) {
+    presence_.setHovered(isHovered);
+    showOrHide();
+}
+
+void Pocket::finishDrop() {
+    presence_.dropped();
+    showOrHide();
+}
+
+/// An X11 drag that is over the window now may still be dropped there.
+bool Pocket::wantsSurface() const {
+    return presence_.isShown() && surface_.isReady() && !(isX11Drag_ && presence_.isInDrag());
+}
+
 void Pocket::showOrHide() {
-    if (presence_.isShown() == (window_ != nullptr))
+    const bool hadSurface = std::exchange(isSurfaceShown_, wantsSurface());
+    if (hadSurface && !isSurfaceShown_)
+        surface_.hide();
+    const bool wantsWindow = presence_.isShown() && !isSurfaceShown_;
+    if (isSurfaceShown_ == hadSurface && wantsWindow == (window_ != nullptr))
         return;
-    if (presence_.isShown())
+    if (wantsWindow && !window_)
         makeWindow();
-    else
+    else if (!wantsWindow)
         closeWindow();
+    moveToCorner();
     changed.emit();
 }
 
 void Pocket::makeWindow() {
     window_ = std::make_unique<PocketWindow>(connection_, content_, paintSymbol_, drops_);
     QObject::connect(window_.get(), &QAbstractButton::clicked, onClick_);
-    hovered_ = window_->hovered.connect([this](bool isHovered) {
-        presence_.setHovered(isHovered);
-        showOrHide();
-    });
-    dropped_ = window_->dropped.connect([this] {
-        presence_.dropped();
-        showOrHide();
-    });
-    const QScreen* const screen = QGuiApplication::primaryScreen();
-    if (screen != nullptr)
-        QObject::connect(screen, &QScreen::availableGeometryChanged, window_.get(), [this] { moveToCorner(); });
-    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, window_.get(), [this] { moveToCorner(); });
+    hovered_ = window_->hovered.connect([this](bool isHovered) { hover(isHovered); });
+    dropped_ = window_->dropped.connect([this] { finishDrop(); });
     if (icon_)
         window_->cover(*icon_);
     else
@@ -181,21 +198,35 @@ void Pocket::makeWindow() {
     window_->show();
 }
 
+QRect Pocket::corner() const {
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    const QRect available = screen == nullptr ? QRect() : usableArea(*screen);
+    const QSize size = window_ ? window_->size() : pocketSize(content_);
+    return {available.topRight() + QPoint(1 - distanceFromEdge - size.width(), distanceFromEdge), size};
+}
+
 void Pocket::moveToCorner() {
     const QScreen* const screen = QGuiApplication::primaryScreen();
-    if (icon_ || screen == nullptr)
+    if (icon_ || screen == nullptr || (!window_ && !isSurfaceShown_))
         return;
-    const QRect available = usableArea(*screen);
-    window_->move(available.right() + 1 - distanceFromEdge - window_->width(), available.top() + distanceFromEdge);
+    const QRect place = corner();
+    const QRect whole = screen->geometry();
+    if (window_)
+        window_->move(place.topLeft());
+    if (isSurfaceShown_)
+        surface_.show({.size = place.size(),
+                       .fromTop = place.top() - whole.top(),
+                       .fromRight = whole.right() - place.right(),
+                       .output = screen->name().toStdString()});
     changed.emit();
 }
 
 void Pocket::closeWindow() {
     hovered_.reset();
     dropped_.reset();
-    presence_.setHovered(false);
     if (!window_)
         return;
+    presence_.setHovered(false);
     window_->hide();
     window_.release()->deleteLater();  // later, since it may be handling a click or a drop
 }

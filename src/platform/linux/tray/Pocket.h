@@ -3,6 +3,7 @@
 
 #include "platform/linux/drags/DragWatching.h"
 #include "platform/linux/tray/StatusItemWindow.h"
+#include "platform/linux/tray/WaylandPocket.h"
 #include "platform/linux/x11/X11Connection.h"
 
 #include <QPixmap>
@@ -24,12 +25,21 @@ public:
     /// The drop was on the pocket, so the drag is certainly over.
     void dropped() { isDragOn_ = isHovered_ = false; }
 
-    [[nodiscard]] bool isShown() const { return isResident_ || isDragOn_ || isHovered_; }
+    /// The shelf is open where files can be dragged out to Wayland programs from the pocket alone.
+    void setBesideShelf(bool isBeside) { isBesideShelf_ = isBeside; }
+    /// Files are being dragged out of it.
+    void setDragsOut(bool dragsOut) { dragsOut_ = dragsOut; }
+
+    [[nodiscard]] bool isShown() const { return isResident_ || isInDrag() || isBesideShelf_ || dragsOut_; }
+    /// Whether a drag is under way, or over the pocket, as far as is known.
+    [[nodiscard]] bool isInDrag() const { return isDragOn_ || isHovered_; }
 
 private:
     bool isResident_ = false;
     bool isDragOn_ = false;
     bool isHovered_ = false;
+    bool isBesideShelf_ = false;
+    bool dragsOut_ = false;
 };
 
 /// The window of the pocket, made each time that it appears. It is above all other windows, and no window manager or
@@ -55,18 +65,21 @@ private:
 
 /// A place for drops that depends on no panel. During a drag it lies exactly over the icon, for panels that keep
 /// drops to themselves. If the position of the icon is unknown, or its picture cannot be read, it is in the corner of
-/// the screen. Where there is no tray at all, it stays there as the icon.
+/// the screen. Where there is no tray at all, it stays there as the icon. On Wayland compositors that can show it
+/// themselves it is a surface of theirs, but not while an X11 program drags: some pass such a drag to X11 windows
+/// alone.
 class Pocket {
 public:
     /// All references outlive it.
     Pocket(const X11Connection& connection, const StatusItemContent& content, const SymbolPainter& paintSymbol,
-           IncomingDrops& drops, std::function<void()> onClick);
+           IncomingDrops& drops, const WaylandSupport& wayland, const std::function<void()>& onClick);
     ~Pocket();
 
     void setResident(bool isResident);
     /// `icon` is the position of the icon on the screen, if that is known.
-    void dragBegan(const std::optional<QRect>& icon);
+    void dragBegan(DragOrigin origin, const std::optional<QRect>& icon);
     void dragEnded(DragEnd end);
+    void setShelfOpen(bool isOpen);
     void showContent();
 
     /// Returns nothing while it is not on the screen.
@@ -75,8 +88,12 @@ public:
     Signal<> changed;
 
 private:
+    void hover(bool isHovered);
+    void finishDrop();
     void showOrHide();
+    [[nodiscard]] bool wantsSurface() const;
     void makeWindow();
+    [[nodiscard]] QRect corner() const;
     void moveToCorner();
     void closeWindow();
 
@@ -87,9 +104,18 @@ private:
     const std::function<void()> onClick_;
     PocketPresence presence_;
     std::optional<QRect> icon_;
+    bool isX11Drag_ = false;
     std::unique_ptr<PocketWindow> window_;
     Subscription hovered_;
     Subscription dropped_;
+    WaylandPocket surface_;
+    bool isSurfaceShown_ = false;
+    Subscription surfaceReady_;
+    Subscription surfaceHovered_;
+    Subscription surfaceDropped_;
+    Subscription surfaceDragsOut_;
+    /// Ends the connections to the screens.
+    QObject context_;
 };
 
 }  // namespace stowpocket

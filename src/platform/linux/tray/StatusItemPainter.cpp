@@ -2,7 +2,6 @@
 #include "platform/linux/tray/StatusItemPainter.h"
 
 #include <QFontMetricsF>
-#include <QPainterPath>
 #include <QThread>
 
 #include <cmath>
@@ -10,6 +9,12 @@
 
 namespace stowpocket {
 namespace {
+
+/// Alone on the screen the icon may be larger than in a bar, which makes it easier to hit.
+constexpr double pocketScale = 1.4;
+constexpr double pocketPadding = 7;
+constexpr double pocketRadius = 10;
+constexpr float borderOpacity = 0.22F;
 
 QRectF qRect(const Rect& rect) {
     return {rect.x, rect.y, rect.width, rect.height};
@@ -54,6 +59,11 @@ void paintCount(QPainter& painter, const StatusItemLayout& layout, const StatusI
     }
 }
 
+StatusItemLayout layOutPocket(const QSize& size, const StatusItemContent& content) {
+    return layOutStatusItem(measureContent(content),
+                            {size.width() - 2.0 * pocketPadding, size.height() - 2.0 * pocketPadding});
+}
+
 }  // namespace
 
 std::optional<QColor> announcedForeground(std::span<const std::uint32_t> property) {
@@ -88,6 +98,39 @@ void paintContent(QPainter& painter, const StatusItemContent& content, const Sym
     painter.setClipping(false);
     paintCount(painter, layout, content.title, color);
     painter.restore();
+}
+
+QSize pocketSize(const StatusItemContent& content) {
+    const Size wish = preferredStatusItemSize(measureContent(content));
+    return QSizeF(wish.width * pocketScale + 2 * pocketPadding, wish.height * pocketScale + 2 * pocketPadding)
+        .toSize();
+}
+
+QPainterPath pocketOutline(const QRectF& room) {
+    QPainterPath path;
+    path.addRoundedRect(room, pocketRadius, pocketRadius);
+    return path;
+}
+
+void paintPocket(QPainter& painter, const QSize& size, const StatusItemContent& content,
+                 const SymbolPainter& paintSymbol, const QPalette& palette, bool isBlended) {
+    QColor border = palette.color(QPalette::WindowText);
+    border.setAlphaF(borderOpacity);
+    painter.setRenderHint(QPainter::Antialiasing, isBlended);
+    // Half of the line is outside the outline. Where the window ends at the outline, the line is drawn twice as wide.
+    const QRectF room({0, 0}, QSizeF(size));
+    const QPainterPath outline = pocketOutline(isBlended ? room.adjusted(0.5, 0.5, -0.5, -0.5) : room);
+    painter.fillPath(outline, palette.window());
+    painter.setPen(QPen(border, isBlended ? 1 : 2));
+    painter.drawPath(outline);
+    painter.translate(pocketPadding, pocketPadding);
+    paintContent(painter, content, paintSymbol, layOutPocket(size, content), palette.color(QPalette::WindowText));
+}
+
+IconDrag pocketDragAt(const QPointF& point, const QSize& size, const StatusItemContent& content) {
+    const StatusItemLayout layout = layOutPocket(size, content);
+    const bool isCount = layout.countPlace != CountPlace::none && point.x() - pocketPadding >= layout.count.x;
+    return isCount ? IconDrag::everything : IconDrag::newest;
 }
 
 QColor readableOn(const QColor& background) {

@@ -7,6 +7,8 @@
 #include <QColor>
 #include <QImage>
 #include <QPainter>
+#include <QPainterPath>
+#include <QPalette>
 
 #include <cstdint>
 #include <functional>
@@ -31,6 +33,7 @@ struct StatusItemContent {
     StatusItemTitle title;
     std::shared_ptr<DraggingDestination> dropView;
     StatusItemMenu menu = {};
+    std::function<std::vector<FileURL>(IconDrag)> dragSource = {};
 };
 
 [[nodiscard]] StatusItemMeasure measureContent(const StatusItemContent& content);
@@ -41,6 +44,17 @@ void loadCountFont();
 /// Draws symbol and count in one colour. `layout` is relative to the origin of the painter.
 void paintContent(QPainter& painter, const StatusItemContent& content, const SymbolPainter& paintSymbol,
                   const StatusItemLayout& layout, const QColor& color);
+
+/// The pocket: the icon on a small panel of its own, in points.
+[[nodiscard]] QSize pocketSize(const StatusItemContent& content);
+/// Draws it with its top left corner at the origin of the painter, in the colours of the palette. `isBlended` tells
+/// whether what is behind it shows through.
+void paintPocket(QPainter& painter, const QSize& size, const StatusItemContent& content,
+                 const SymbolPainter& paintSymbol, const QPalette& palette, bool isBlended);
+/// What a drag that begins there carries: everything if it is the count, otherwise the newest file.
+[[nodiscard]] IconDrag pocketDragAt(const QPointF& point, const QSize& size, const StatusItemContent& content);
+/// The outline of its panel.
+[[nodiscard]] QPainterPath pocketOutline(const QRectF& room);
 
 /// White or nearly black, whichever stands out from `background`.
 [[nodiscard]] QColor readableOn(const QColor& background);

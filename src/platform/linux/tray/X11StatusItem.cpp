@@ -25,10 +25,10 @@ constexpr std::uint32_t xembedEmbeddedNotify = 0;
 }  // namespace
 
 X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops,
-                             std::function<void()> onPlaced)
+                             const WaylandSupport& wayland, std::function<void()> onPlaced)
     : connection_(connection),
       onPlaced_(std::move(onPlaced)),
-      button_(std::make_shared<X11StatusItemButton>(connection, std::move(paintSymbol), drops)),
+      button_(std::make_shared<X11StatusItemButton>(connection, std::move(paintSymbol), drops, wayland)),
       dragWatch_(connection),
       completed_(
           button_->completed.connect([this] { managerAppeared(connection_.selectionOwner(X11Atom::trayOwner)); })),
@@ -36,7 +36,7 @@ X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter pain
           placing_.setItemSeen(isSeen);
           placeIcon();
       })),
-      dragBegan_(dragWatch_.began.connect([this] { button_->dragBegan(); })),
+      dragBegan_(dragWatch_.began.connect([this](DragOrigin origin) { button_->dragBegan(origin); })),
       dragEnded_(dragWatch_.ended.connect([this](DragEnd end) { button_->dragEnded(end); })) {
     connection_.hearAlso(connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     later(answeringTime, [this] {

@@ -18,7 +18,7 @@ class X11StatusItem : public StatusItem, private X11EventFilter {
 public:
     /// `onPlaced` runs whenever the icon has found a place.
     X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops,
-                  std::function<void()> onPlaced);
+                  const WaylandSupport& wayland, std::function<void()> onPlaced);
 
     [[nodiscard]] std::shared_ptr<StatusItemButton> button() override { return button_; }
 
@@ -66,20 +66,22 @@ class X11StatusBar : public StatusBar {
 public:
     /// `connection` and `drops` outlive every item. `onPlaced` runs whenever an item has found a place on the screen.
     X11StatusBar(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops,
-                 std::function<void()> onPlaced)
+                 WaylandSupport wayland, std::function<void()> onPlaced)
         : connection_(connection),
           paintSymbol_(std::move(paintSymbol)),
           drops_(drops),
+          wayland_(std::move(wayland)),
           onPlaced_(std::move(onPlaced)) {}
 
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override {
-        return std::make_unique<X11StatusItem>(connection_, paintSymbol_, drops_, onPlaced_);
+        return std::make_unique<X11StatusItem>(connection_, paintSymbol_, drops_, wayland_, onPlaced_);
     }
 
 private:
     const X11Connection& connection_;
     const SymbolPainter paintSymbol_;
     IncomingDrops& drops_;
+    const WaylandSupport wayland_;
     const std::function<void()> onPlaced_;
 };
 

@@ -50,11 +50,11 @@ QRect usualCorner() {
 }  // namespace
 
 X11StatusItemButton::X11StatusItemButton(const X11Connection& connection, SymbolPainter paintSymbol,
-                                         IncomingDrops& drops)
+                                         IncomingDrops& drops, const WaylandSupport& wayland)
     : connection_(connection),
       paintSymbol_(std::move(paintSymbol)),
       drops_(drops),
-      pocket_(connection_, content_, paintSymbol_, drops_, [this] { click(); }),
+      pocket_(connection_, content_, paintSymbol_, drops_, wayland, [this] { click(); }),
       pocketChanged_(pocket_.changed.connect([this] { pocketChanged(); })) {}
 
 void X11StatusItemButton::setImage(const StatusItemImage& image) {
@@ -164,10 +164,10 @@ void X11StatusItemButton::setPlace(const IconPlacing& placing) {
             std::make_unique<NotifierItem>(QDBusConnection::sessionBus(), notifierContent(), notifierActions());
 }
 
-void X11StatusItemButton::dragBegan() {
+void X11StatusItemButton::dragBegan(DragOrigin origin) {
     // In a Wayland session the server has no picture of the screen to lay over the icon.
     const bool isSeen = window_ && window_->isVisible() && !isWaylandSession();
-    pocket_.dragBegan(isSeen ? dockedRect() : std::nullopt);
+    pocket_.dragBegan(origin, isSeen ? dockedRect() : std::nullopt);
 }
 
 NotifierContent X11StatusItemButton::notifierContent() const {

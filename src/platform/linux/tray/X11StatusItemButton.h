@@ -15,13 +15,18 @@ namespace stowpocket {
 class X11StatusItemButton : public QtStatusItemButton {
 public:
     /// All references outlive it.
-    X11StatusItemButton(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops);
+    X11StatusItemButton(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops,
+                        const WaylandSupport& wayland);
 
     void setImage(const StatusItemImage& image) override;
     void setTitle(const StatusItemTitle& title) override;
     void setAction(std::function<void()> action) override { action_ = std::move(action); }
     void setMenu(StatusItemMenu menu) override { content_.menu = std::move(menu); }
     void addDropView(std::shared_ptr<DraggingDestination> dropView) override;
+    void setDragSource(std::function<std::vector<FileURL>(IconDrag)> files) override {
+        content_.dragSource = std::move(files);
+    }
+    void setAttached(bool isAttached) override { pocket_.setShelfOpen(isAttached); }
     [[nodiscard]] QRect rectOnScreen() const override;
     [[nodiscard]] QRect barOnScreen() const override;
 
@@ -46,7 +51,7 @@ public:
 
     /// Shows or hides the icon in other places than the tray.
     void setPlace(const IconPlacing& placing);
-    void dragBegan();
+    void dragBegan(DragOrigin origin);
     void dragEnded(DragEnd end) { pocket_.dragEnded(end); }
 
 private:

@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/tray/WaylandPocket.h"
+
+#include "intake/FileLists.h"
+#include "platform/linux/drags/PipeData.h"
+#include "platform/linux/tray/StatusItemWindow.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "services/MainBundle.h"
+
+#include <QEvent>
+#include <QFontMetrics>
+#include <QGuiApplication>
+#include <QLibrary>
+#include <QLoggingCategory>
+#include <QScreen>
+
+#include <algorithm>
+#include <utility>
+
+namespace stowpocket {
+namespace {
+
+Q_LOGGING_CATEGORY(waylandLog, "stowpocket.wayland")
+
+constexpr int mostReadings = 4;
+
+/// A drag with these formats; its data are read by other means.
+std::unique_ptr<QMimeData> formatsOnly(const std::vector<std::string>& formats) {
+    auto data = std::make_unique<QMimeData>();
+    for (const std::string& format : formats)
+        data->setData(QString::fromStdString(format), {});
+    return data;
+}
+
+/// The text on a small panel, a little away from the pointer, which is at the top left corner.
+QImage dragPicture(const QString& text, const QPalette& palette, double scale) {
+    constexpr int widestText = 240;
+    constexpr QSize fromPointer(12, 12);
+    constexpr QSize padding(10, 6);
+    const QFontMetrics metrics{QFont()};
+    const QString shown = metrics.elidedText(text, Qt::ElideMiddle, widestText);
+    const QRect panel(QPoint(fromPointer.width(), fromPointer.height()),
+                      QSize(metrics.horizontalAdvance(shown), metrics.height()) + 2 * padding);
+    QImage picture((fromPointer + panel.size()) * scale, QImage::Format_ARGB32_Premultiplied);
+    picture.setDevicePixelRatio(scale);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(palette.color(QPalette::Mid));
+    painter.setBrush(palette.window());
+    painter.drawPath(pocketOutline(QRectF(panel).adjusted(0.5, 0.5, -0.5, -0.5)));
+    painter.setPen(palette.color(QPalette::WindowText));
+    painter.drawText(panel, Qt::AlignCenter, shown);
+    return picture;
+}
+
+/// The point below the left edge of the pocket, as the X server counts. Nothing that X11 programs show is above it.
+QPoint below(const LayerPlace& place) {
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    if (screen == nullptr)
+        return {};
+    return screen->geometry().topRight() +
+           QPoint(1 - place.fromRight - place.size.width(), place.fromTop + place.size.height());
+}
+
+}  // namespace
+
+void WaylandPocket::PaletteWatch::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange)
+        onChange_();
+}
+
+WaylandPocket::WaylandPocket(const WaylandSupport& support, const StatusItemContent& content,
+                             const SymbolPainter& paintSymbol, std::function<void()> onClick)
+    : support_(support), content_(content), paintSymbol_(paintSymbol), onClick_(std::move(onClick)) {
+    if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        QMetaObject::invokeMethod(
+            &context_, [this] { load(); }, Qt::QueuedConnection);
+}
+
+WaylandPocket::~WaylandPocket() = default;
+
+/// The module stays loaded until the process ends: what it read of a drop may outlive the pocket.
+void WaylandPocket::load() {
+    QLibrary module(QString::fromStdString(support_.module));
+    const auto make = reinterpret_cast<MakeLayerPocket>(module.resolve(makeLayerPocketName));
+    if (make == nullptr)
+        qCInfo(waylandLog, "the pocket is an X11 window: %s", qPrintable(module.errorString()));
+    else
+        layer_.reset(make(*this));
+    if (layer_)
+        palette_ = std::make_unique<PaletteWatch>([this] { showContent(); });
+}
+
+void WaylandPocket::layerReady() {
+    isReady_ = true;
+    readyChanged.emit();
+}
+
+void WaylandPocket::layerLost(const std::string& why) {
+    // Most compositors that cannot show it never could, which is no news.
+    if (std::exchange(isReady_, false))
+        qCWarning(waylandLog, "the pocket is an X11 window from now on; the compositor has lost it: %s", why.c_str());
+    QMetaObject::invokeMethod(
+        &context_, [this] { layer_.reset(); }, Qt::QueuedConnection);
+    readyChanged.emit();
+}
+
+void WaylandPocket::show(const LayerPlace& place) {
+    place_ = place;
+    if (layer_)
+        layer_->show(place);
+}
+
+void WaylandPocket::hide() {
+    if (layer_)
+        layer_->hide();
+}
+
+void WaylandPocket::showContent() {
+    if (layer_)
+        layer_->repaint();
+}
+
+QImage WaylandPocket::layerPicture(double scale) {
+    QImage picture((QSizeF(place_.size) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+    picture.setDevicePixelRatio(scale);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    paintPocket(painter, place_.size, content_, paintSymbol_, palette_->palette(), true);
+    return picture;
+}
+
+void WaylandPocket::layerMenuAsked() {
+    showStatusItemMenu(content_.menu, below(place_));
+}
+
+LayerDrag WaylandPocket::layerDrag(const QPointF& pressed, double scale) {
+    if (!content_.dragSource)
+        return {};
+    const std::vector<FileURL> files = content_.dragSource(pocketDragAt(pressed, place_.size, content_));
+    if (files.empty())
+        return {};
+    std::string paths;
+    for (const FileURL& file : files)
+        paths += (paths.empty() ? "" : "\n") + file.path();
+    const QString text = files.size() == 1 ? QString::fromStdString(files.front().lastPathComponent())
+                                           : QStringLiteral("%1 files").arg(files.size());
+    dragsOut.emit(true);
+    return {uriListOf(files), paths, dragPicture(text, palette_->palette(), scale)};
+}
+
+/// Where nothing stands for the file of a picture, as in the drags of browsers, the picture itself becomes the file.
+bool WaylandPocket::promisesFiles(const QMimeData& data) const {
+    return (!isDropping_ || received_.contents) &&
+           std::ranges::any_of(pictureFormats(),
+                               [&](const ContentsFormat& each) { return data.hasFormat(each.format); });
+}
+
+bool WaylandPocket::layerEntered(const std::vector<std::string>& formats) {
+    const auto data = formatsOnly(formats);
+    if (!content_.dropView || !offersAnyOf(*data, content_.dropView->registeredDraggedTypes(), *this))
+        return false;
+    QtDraggingPasteboard pasteboard(*data, *this);
+    const bool isWanted = content_.dropView->draggingEntered(pasteboard) == DragOperation::copy;
+    hovered.emit(isWanted);
+    return isWanted;
+}
+
+void WaylandPocket::layerDropped(std::shared_ptr<OfferedData> data) {
+    if (readings_ == mostReadings)
+        return dropped.emit();
+    ++readings_;
+    auto work = [&dispatch = support_.dispatch, self = std::weak_ptr(self_), data = std::move(data)]() mutable {
+        PipeData pipes([&](const std::string& format) { return data->open(format); }, DropPatience());
+        auto reading = std::make_shared<const DropReading>(readDrop(pipes, data->formats()));
+        dispatch.async([self, data = std::move(data), reading = std::move(reading)] {
+            if (const auto pocket = self.lock())
+                (*pocket)->finishDrop(*data, *reading);
+        });
+    };
+    support_.dispatch.serialQueue(std::string(bundleIdentifier) + ".dropped")->async(std::move(work));
+}
+
+void WaylandPocket::finishDrop(OfferedData& data, const DropReading& reading) {
+    --readings_;
+    isDropping_ = true;
+    received_.uriList = reading.uriList;
+    if (reading.contents)
+        received_.contents = providerOf(*reading.contents, support_.dispatch);
+    const auto formats = formatsOnly(data.formats());
+    QtDraggingPasteboard pasteboard(*formats, *this);
+    if (content_.dropView && content_.dropView->performDragOperation(pasteboard))
+        data.finish();
+    received_ = {};
+    isDropping_ = false;
+    dropped.emit();
+}
+
+}  // namespace stowpocket

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/Signal.h"
+#include "platform/linux/drags/DropReading.h"
+#include "platform/linux/tray/StatusItemPainter.h"
+#include "platform/linux/wayland/LayerPocket.h"
+#include "platform/qt/QtDrops.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace stowpocket {
+
+/// What a pocket on a Wayland surface is made with.
+struct WaylandSupport {
+    Dispatch& dispatch;
+    /// The file of the module, which may not be there.
+    std::string module;
+};
+
+/// The pocket as a surface of the Wayland compositor, which takes the drops of Wayland programs without a detour. Not
+/// every compositor can show one, and in X11 sessions there is none, nor anything of it in memory.
+class WaylandPocket : private LayerPocketOwner, private IncomingDrops {
+public:
+    /// All references outlive it.
+    WaylandPocket(const WaylandSupport& support, const StatusItemContent& content, const SymbolPainter& paintSymbol,
+                  std::function<void()> onClick);
+    ~WaylandPocket() override;
+
+    /// Whether it can be shown, as far as is known now.
+    [[nodiscard]] bool isReady() const { return isReady_; }
+    void show(const LayerPlace& place);
+    void hide();
+    void showContent();
+
+    Signal<> readyChanged;
+    /// Emitted when a drag has entered it or left it.
+    Signal<bool> hovered;
+    Signal<> dropped;
+    /// Emitted when files are dragged out of it, and when that is over.
+    Signal<bool> dragsOut;
+
+private:
+    /// Learns of new colours.
+    class PaletteWatch : public QWidget {
+    public:
+        explicit PaletteWatch(std::function<void()> onChange) : onChange_(std::move(onChange)) {}
+
+    protected:
+        void changeEvent(QEvent* event) override;
+
+    private:
+        const std::function<void()> onChange_;
+    };
+
+    void load();
+
+    void layerReady() override;
+    void layerLost(const std::string& why) override;
+    [[nodiscard]] QImage layerPicture(double scale) override;
+    void layerClicked() override { onClick_(); }
+    void layerMenuAsked() override;
+    [[nodiscard]] bool layerEntered(const std::vector<std::string>& formats) override;
+    void layerLeft() override { hovered.emit(false); }
+    void layerDropped(std::shared_ptr<OfferedData> data) override;
+    [[nodiscard]] LayerDrag layerDrag(const QPointF& pressed, double scale) override;
+    void layerDragEnded() override { dragsOut.emit(false); }
+
+    [[nodiscard]] const ReceivedDrop& received() const override { return received_; }
+    [[nodiscard]] bool promisesFiles(const QMimeData& data) const override;
+    [[nodiscard]] std::shared_ptr<FilePromiseReceiver> promiseReceiver() override { return nullptr; }
+    [[nodiscard]] std::shared_ptr<ItemProvider> promiseProvider() override { return nullptr; }
+
+    void finishDrop(OfferedData& data, const DropReading& reading);
+
+    const WaylandSupport& support_;
+    const StatusItemContent& content_;
+    const SymbolPainter& paintSymbol_;
+    const std::function<void()> onClick_;
+    bool isReady_ = false;
+    LayerPlace place_;
+    /// What has been read of the drop that is being handled; nothing before.
+    ReceivedDrop received_;
+    bool isDropping_ = false;
+    /// How many drops are being read. A source that hangs keeps a thread for a while.
+    int readings_ = 0;
+    std::unique_ptr<PaletteWatch> palette_;
+    std::unique_ptr<LayerPocket> layer_;
+    /// Ends what is still to be done on its behalf.
+    QObject context_;
+    const std::shared_ptr<WaylandPocket*> self_ = std::make_shared<WaylandPocket*>(this);
+};
+
+}  // namespace stowpocket
