@@ -37,7 +37,7 @@ class Sway(Layers):
     takes_through_pocket = False
 
     def test_settings_have_the_lines_that_bind_the_shortcuts(self):
-        stowpocket = self.start(None)
+        stowpocket = self.start()
         stowpocket.open_popover()
         line = f"bindsym Mod1+Shift+s exec {stowpocket.program} toggle"
         for button in "Settings", f"Copy {line}":

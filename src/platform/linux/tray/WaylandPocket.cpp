@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/tray/WaylandPocket.h"
 
-#include "intake/FileLists.h"
+#include "intake/ExchangeFormats.h"
 #include "platform/linux/drags/PipeData.h"
 #include "platform/linux/tray/StatusItemWindow.h"
 #include "platform/linux/x11/X11Connection.h"
