@@ -1,37 +1,89 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <signal.h>
+#include <sys/prctl.h>
+
 #include <functional>
+#include <stdexcept>
 
 namespace stowpocket {
 
 /// A session bus of our own, which lets every user in. It ends with this object.
 class PrivateBus {
 public:
-    PrivateBus();
-    ~PrivateBus();
+    PrivateBus() {
+        constexpr auto configuration =
+            R"(<busconfig><type>session</type><listen>unix:path=%1/bus</listen><auth>EXTERNAL</auth>
+<policy context="default"><allow user="*"/><allow own="*"/><allow send_destination="*"/><allow receive_sender="*"/>
+</policy></busconfig>)";
+        QFile::setPermissions(folder_.path(), QFile::Permissions(0x7777));
+        QFile file(folder_.filePath(QStringLiteral("bus.conf")));
+        if (!file.open(QIODevice::WriteOnly) ||
+            file.write(QString::fromUtf8(configuration).arg(folder_.path()).toUtf8()) < 0)
+            throw std::runtime_error("no configuration of a private bus");
+        file.close();
+        // It ends with a test that is killed, too.
+        daemon_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
+        start();
+    }
+    ~PrivateBus() {
+        for (const QString& name : connections_)
+            QDBusConnection::disconnectFromBus(name);
+        end();
+    }
 
     /// Ends it and starts it anew at the same address. Connections have to be made anew too.
-    void restart();
+    void restart() {
+        end();
+        start();
+    }
 
     [[nodiscard]] const QString& address() const { return address_; }
-    [[nodiscard]] QDBusConnection connection(const QString& name);
+    [[nodiscard]] QDBusConnection connection(const QString& name) {
+        connections_.push_back(name);
+        return QDBusConnection::connectToBus(address_, name);
+    }
 
     /// Runs before each wait for events.
     std::function<void()> beforeWaiting = [] {};
     /// Handles events until `condition` holds; a test that waits in vain is ended by its time limit.
-    void waitUntil(const std::function<bool()>& condition) const;
-    [[nodiscard]] QDBusMessage call(QDBusConnection connection, const QDBusMessage& message);
-    [[nodiscard]] QDBusMessage answer(const QDBusPendingCall& call);
+    void waitUntil(const std::function<bool()>& condition) const {
+        while (!condition()) {
+            beforeWaiting();
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+    }
+    [[nodiscard]] QDBusMessage call(QDBusConnection connection, const QDBusMessage& message) {
+        return answer(connection.asyncCall(message));
+    }
+    [[nodiscard]] QDBusMessage answer(const QDBusPendingCall& call) {
+        const QDBusPendingCallWatcher watcher(call);
+        waitUntil([&watcher] { return watcher.isFinished(); });
+        return watcher.reply();
+    }
 
 private:
-    void start();
+    void start() {
+        daemon_.start(QStringLiteral("dbus-daemon"),
+                      {QStringLiteral("--nofork"), QStringLiteral("--print-address"), QStringLiteral("--config-file"),
+                       folder_.filePath(QStringLiteral("bus.conf"))});
+        if (!daemon_.waitForReadyRead())
+            throw std::runtime_error("dbus-daemon does not start: " + daemon_.readAllStandardError().toStdString());
+        address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
+    }
+    void end() {
+        daemon_.terminate();
+        daemon_.waitForFinished();
+    }
 
     QTemporaryDir folder_;
     QProcess daemon_;

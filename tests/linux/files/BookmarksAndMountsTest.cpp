@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/files/LinuxBookmarks.h"
 #include "platform/linux/files/BookmarkRecord.h"
+#include "platform/linux/files/LinuxBookmarks.h"
 #include "platform/linux/files/Mounts.h"
 #include "platform/posix/FileProbe.h"
 #include "support/ComesTrue.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/pictures/LinuxWorkspaceIcons.h"
 #include "fakes/FakePictures.h"
 #include "linux/pictures/PictureFiles.h"
 #include "platform/linux/pictures/ImageDecoder.h"
+#include "platform/linux/pictures/LinuxWorkspaceIcons.h"
 #include "platform/linux/pictures/LocalThumbnailer.h"
 #include "platform/qt/QtImages.h"
 #include "platform/qt/QtWindow.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/pictures/DesktopThumbnailer.h"
 #include "fakes/FakeDispatch.h"
 #include "linux/pictures/PictureFiles.h"
+#include "platform/linux/pictures/DesktopThumbnailer.h"
 #include "platform/linux/pictures/ImageDecoder.h"
 #include "platform/linux/pictures/LinuxThumbnails.h"
 #include "platform/qt/QtDispatch.h"
