@@ -1,10 +1,13 @@
 # SPDX-License-Identifier: MIT
 """The program in desktops that are too large for every run."""
+import shutil
+
 import session
+from drag import Drag
 from session import FREE
-from stowpocket import STATUS_ITEM
-from wayland_desktop import GnomeDesktop, WaylandWindow
-from x_display import wait_for
+from stowpocket import PAINTED, STATUS_ITEM, Stowpocket
+from wayland_desktop import GnomeDesktop, PlasmaDesktop, WaylandWindow
+from x_display import Rect, wait_for
 
 
 class Gnome(session.Session):
@@ -50,3 +53,50 @@ class GnomeWithIndicators(Gnome):
 
     class desktop_type(GnomeDesktop):  # pylint: disable=invalid-name
         has_indicators = True
+
+
+class InPlasmasPanel(Stowpocket):
+    """There the panel alone knows where the icon is."""
+
+    def icon(self):
+        return wait_for(lambda: self.desktop.shown("plasmashell", "Shelf"), "the icon in the panel").centre()
+
+    def wait_for_painted_icon(self):
+        self.icon()
+
+
+class Plasma(session.InSession):
+    desktop_type = PlasmaDesktop
+
+    def test_panel_and_dolphin(self):
+        staged = shutil.copy("/etc/hostname", self.desktop.folder("staged"))
+        self.desktop.files("papers", 2)
+        stowpocket = self.stowpocket = InPlasmasPanel(self.desktop, staged)
+        stowpocket.open_popover()
+        self.x.click(*stowpocket.icon())
+        stowpocket.wait_closed()
+        self.desktop.start("dolphin", "--new-window", str(self.desktop.home / "papers"))
+        file = wait_for(lambda: self.desktop.shown("dolphin", "file 02.txt"), "Dolphin")
+        pocket, before = self.x.pocket, self.x.pixels(self.x.pocket)
+        drag = Drag(self.x, file.centre(), lambda: self.x.pixels(pocket) != before)
+        drag.over(pocket.centre(), self.is_shelf_painted, "the shelf to open")
+        drag.release()
+        stowpocket.wait_for_files(["hostname", "file 02.txt"])
+        stowpocket.open_popover()
+        drag = stowpocket.drag_tile("hostname")
+        drag.over(FREE, drag.is_taken, "Dolphin to take the drop")
+        x, y = FREE
+        self.choose(Rect(x + 20, y + 30, 60, 16), drag.release)  # to copy it here
+        wait_for((self.desktop.home / "papers/hostname").exists, "Dolphin's copy")
+        # The panel shows the menu of the icon itself, right above its edge. The last entry ends the program.
+        x, y = stowpocket.icon()
+        self.choose(Rect(x, y - 50, 60, 16), lambda: self.x.click(x, y, 3))
+        wait_for(lambda: stowpocket.process.poll() == 0, "the program to end")
+
+    def choose(self, entry, act):
+        """Chooses the entry of a menu at its place, once the menu that `act` opens is there."""
+        before = self.x.pixels(entry)
+        act()
+        wait_for(lambda: self.x.contrast(entry) > PAINTED and self.x.pixels(entry) != before, "the menu")
+        self.desktop.picture("menu")
+        self.x.click(*entry.centre())

@@ -23,8 +23,6 @@ BUS_CONFIG = """<busconfig>
 <type>session</type><listen>unix:path={home}/bus</listen><servicedir>{home}/services</servicedir><auth>EXTERNAL</auth>
 <policy context="default"><allow send_destination="*"/><allow receive_sender="*"/><allow own="*"/></policy>
 </busconfig>"""
-# The only programs that the bus may start: the settings of the Xfce programs and the accessibility bus.
-SERVICES = ["org.xfce.Xfconf.service", "org.a11y.Bus.service"]
 
 
 def children_of(parent):
@@ -48,6 +46,9 @@ class PrivateDesktop:
 
     Logs, and the last picture of the screen, lie in `log_folder`.
     """
+
+    # The only programs that the bus may start: the settings of the Xfce programs and the accessibility bus.
+    services = ["org.xfce.Xfconf.service", "org.a11y.Bus.service"]
 
     def __init__(self, log_folder, size="1280x900"):
         self.logs = Path(log_folder)
@@ -96,7 +97,7 @@ class PrivateDesktop:
         self.environment["DISPLAY"] = ":" + number
 
     def start_bus(self):
-        for service in SERVICES:
+        for service in self.services:
             shutil.copy(f"/usr/share/dbus-1/services/{service}", self.home / "services")
         (self.home / "bus.conf").write_text(BUS_CONFIG.format(home=self.home))
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = f"unix:path={self.home}/bus"

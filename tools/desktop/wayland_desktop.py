@@ -96,6 +96,8 @@ class WaylandDesktop(PrivateDesktop):
 
 
 class KwinDesktop(WaylandDesktop):
+    settings = ""
+
     def start_compositor(self, tell_display):
         # The installed file has a privilege that containers refuse, so that it cannot be run there; a copy has none.
         program = shutil.copy("/usr/bin/kwin_wayland", self.home)
@@ -103,7 +105,7 @@ class KwinDesktop(WaylandDesktop):
             "XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5", "KWIN_COMPOSE": "O2",
             "KWIN_WAYLAND_NO_PERMISSION_CHECKS": "1", "KWIN_SCREENSHOT_NO_PERMISSION_CHECKS": "1"}
         # As Plasma sets it up: X11 programs are drawn pixel by pixel, and told how many there are.
-        (self.home / "config/kwinrc").write_text(f"[Xwayland]\nScale={self.scale}\n")
+        (self.home / "config/kwinrc").write_text(f"[Xwayland]\nScale={self.scale}\n{self.settings}")
         with open(tell_display, "a", encoding="ascii") as script:
             script.write(f"echo Xft.dpi: {self.scale * 96} | xrdb -merge\n")
         width, height = self.size.split("x")
@@ -131,6 +133,29 @@ class KwinDesktop(WaylandDesktop):
             reader.join()
         about = answer.unpack()[0]
         return Image.frombytes("RGB", (about["width"], about["height"]), written[0], "raw", "BGRX", about["stride"])
+
+
+class PlasmaDesktop(KwinDesktop):
+    """KWin with Plasma's panel along the lower edge, which shows tray icons of the bus."""
+
+    # So that the places of what is in other programs' windows, which those tell, are places on the screen.
+    settings = "[Windows]\nPlacement=Maximizing\nBorderlessMaximizedWindows=true\n"
+    services = [*KwinDesktop.services, "org.kde.ActivityManager.service", "org.kde.kded5.service"]
+
+    def start_screen(self):
+        super().start_screen()
+        bus, known = "org.freedesktop.DBus", GLib.Variant("(a{ss})", (self.environment,))
+        self.bus.call(bus, "/org/freedesktop/DBus", bus, "UpdateActivationEnvironment", known)
+        self.start("plasmashell")
+        self.x.pocket = self.x.pocket._replace(y=8)  # there the upper edge is known to be free
+
+    def shown(self, program, start):
+        """What the program shows whose name begins so, or nothing."""
+        for window in self.tree.program(program).children():
+            for each in window.everything():
+                if each.name.startswith(start) and each.is_showing():
+                    return each
+        return None
 
 
 class SwayDesktop(WaylandDesktop):
