@@ -48,7 +48,6 @@ class Sway(Layers):
 
 class Kwin(Layers):
     desktop_type = KwinDesktop
-    takes_through_pocket = False  # now and then it does not hear of the drag there
 
     def test_drag_out_leaves_the_shelf_working(self):
         first, = self.desktop.files("staged", 1)
