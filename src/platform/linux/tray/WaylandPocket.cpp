@@ -7,6 +7,7 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "services/MainBundle.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -30,6 +31,12 @@ std::unique_ptr<QMimeData> formatsOnly(const std::vector<std::string>& formats) 
     for (const std::string& format : formats)
         data->setData(QString::fromStdString(format), {});
     return data;
+}
+
+/// Returns whether one was open.
+bool closeMenu() {
+    QWidget* const menu = QApplication::activePopupWidget();
+    return menu != nullptr && menu->close();
 }
 
 /// The text on a small panel, a little away from the pointer, which is at the top left corner.
@@ -131,8 +138,15 @@ QImage WaylandPocket::layerPicture(double scale) {
     return picture;
 }
 
+/// The X server, which an open menu hears of clicks from, does not know of those on the pocket.
+void WaylandPocket::layerClicked() {
+    if (!closeMenu())
+        onClick_();
+}
+
 void WaylandPocket::layerMenuAsked() {
-    showStatusItemMenu(content_.menu, below(place_));
+    if (!closeMenu())
+        showStatusItemMenu(content_.menu, below(place_));
 }
 
 LayerDrag WaylandPocket::layerDrag(const QPointF& pressed, double scale) {

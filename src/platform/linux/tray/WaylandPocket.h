@@ -62,7 +62,7 @@ private:
     void layerReady() override;
     void layerLost(const std::string& why) override;
     [[nodiscard]] QImage layerPicture(double scale) override;
-    void layerClicked() override { onClick_(); }
+    void layerClicked() override;
     void layerMenuAsked() override;
     [[nodiscard]] bool layerEntered(const std::vector<std::string>& formats) override;
     void layerLeft() override { hovered.emit(false); }
