@@ -61,7 +61,7 @@ bool isOf(const BoundCommand& command, const std::string& writtenPath) {
 }  // namespace
 
 std::shared_ptr<DesktopShortcuts> DesktopShortcuts::make(Services services) {
-    const std::shared_ptr<DesktopShortcuts> made(new DesktopShortcuts(std::move(services)));
+    std::shared_ptr<DesktopShortcuts> made(new DesktopShortcuts(std::move(services)));
     made->recordings_ = made->services_.core.notifications.observe(
         shortcutChangedNotification, [self = made.get()] { self->begin(Task::follow); });
     return made;

@@ -29,8 +29,8 @@ UpdateSystem thisSystem() {
 
 }  // namespace
 
-LinuxStorage::LinuxStorage(std::string preferencesPath)
-    : preferences(dispatch, std::move(preferencesPath)), bundle(installedBundle()) {}
+LinuxStorage::LinuxStorage(const std::string& preferencesPath)
+    : preferences(dispatch, preferencesPath), bundle(installedBundle()) {}
 
 LinuxUpdates::LinuxUpdates(const CoreServices& coreServices, Application& program)
     : core(coreServices),
@@ -56,18 +56,18 @@ std::unique_ptr<UpdateFramework> LinuxUpdates::startFramework() {
 
 std::unique_ptr<LinuxServices> LinuxServices::make() {
     auto connection = X11Connection::ofApplication();
-    std::optional<std::string> preferencesPath = LinuxPreferenceStore::defaultPath();
+    const std::optional<std::string> preferencesPath = LinuxPreferenceStore::defaultPath();
     if (!connection || !preferencesPath) {
         std::fprintf(stderr, "stowpocket: %s\n", connection ? "there is no home folder" : "this is no X11 desktop");
         return nullptr;
     }
     if (isMotionReduced(*connection))
         QApplication::setStyle(new MotionlessStyle);
-    return std::unique_ptr<LinuxServices>(new LinuxServices(std::move(connection), std::move(*preferencesPath)));
+    return std::unique_ptr<LinuxServices>(new LinuxServices(std::move(connection), *preferencesPath));
 }
 
-LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, std::string preferencesPath)
-    : storage_(std::move(preferencesPath)),
+LinuxServices::LinuxServices(std::unique_ptr<X11Connection> connection, const std::string& preferencesPath)
+    : storage_(preferencesPath),
       desktop_(std::move(connection), coreServicesOf(storage_)),
       updates_(coreServicesOf(storage_), desktop_.application) {}
 

@@ -35,7 +35,7 @@ struct LinuxBackground {
 
 /// Files, preferences and time. What runs in the background ends before anything that it uses.
 struct LinuxStorage {
-    explicit LinuxStorage(std::string preferencesPath);
+    explicit LinuxStorage(const std::string& preferencesPath);
 
     const OutlivesBackgroundWork<LinuxBackground> background{new LinuxBackground};
     Dispatch& dispatch = background->dispatch;
@@ -80,7 +80,7 @@ public:
     [[nodiscard]] std::optional<std::string> finishSaving() { return storage_.preferences.finish(); }
 
 private:
-    LinuxServices(std::unique_ptr<X11Connection> connection, std::string preferencesPath);
+    LinuxServices(std::unique_ptr<X11Connection> connection, const std::string& preferencesPath);
 
     LinuxStorage storage_;
     LinuxDesktop desktop_;

@@ -251,7 +251,7 @@ QImage x11ParentBackground(const X11Connection& connection, xcb_window_t window,
     const std::uint32_t parentRelative = XCB_BACK_PIXMAP_PARENT_RELATIVE;
     xcb_change_window_attributes(connection.raw(), window, XCB_CW_BACK_PIXMAP, &parentRelative);
     xcb_clear_area(connection.raw(), 0, window, 0, 0, 0, 0);
-    const QImage background = x11Pixels(connection, window, QRect({0, 0}, size));
+    QImage background = x11Pixels(connection, window, QRect({0, 0}, size));
     if (!background.isNull())
         return background;
     const std::optional<QRect> place = connection.geometryOnRoot(window);
