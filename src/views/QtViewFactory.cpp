@@ -4,7 +4,6 @@
 #include "platform/qt/QtImages.h"
 #include "platform/qt/QtWindow.h"
 #include "views/controls/Motion.h"
-#include "views/onboarding/OnboardingScreens.h"
 #include "views/onboarding/OnboardingView.h"
 #include "views/settings/SettingsView.h"
 #include "views/shelf/ShelfView.h"

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/hotkeys/PortalRequest.h"
 #include "platform/linux/hotkeys/PortalShortcuts.h"
 
 #include <QDBusConnection>

@@ -12,8 +12,8 @@
 #include "views/controls/Button.h"
 #include "views/controls/Choices.h"
 #include "views/controls/ScrollView.h"
-#include "views/settings/HotkeyRecorderView.h"
 #include "views/settings/SettingsView.h"
+#include "views/settings/ShortcutViews.h"
 
 namespace stowpocket {
 

@@ -10,8 +10,7 @@
 #include "views/controls/Button.h"
 #include "views/controls/Choices.h"
 #include "views/controls/ScrollView.h"
-#include "views/settings/DesktopShortcutsView.h"
-#include "views/settings/HotkeyRecorderView.h"
+#include "views/settings/ShortcutViews.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/drags/PipeData.h"
+#include "platform/linux/drags/DropReading.h"
 
 #include <QFileInfo>
 #include <QTemporaryDir>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/hotkeys/X11KeyGrabs.h"
+#include "platform/linux/hotkeys/X11HotkeyService.h"
 #include "platform/linux/input/Keys.h"
 #include "services/Input.h"
 

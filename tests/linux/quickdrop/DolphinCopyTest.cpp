@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/quickdrop/CopyCommands.h"
+#include "platform/linux/quickdrop/QuickDropRun.h"
 #include "support/ComesTrue.h"
 
 #include <QDBusConnection>

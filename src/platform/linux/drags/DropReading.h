@@ -5,7 +5,9 @@
 #include "platform/qt/QtDrops.h"
 
 #include <chrono>
+#include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -65,5 +67,28 @@ struct SelectionInTime {
 /// The formats that the owner of a selection offers; none if it does not answer in time. Any thread.
 [[nodiscard]] std::vector<std::string> offeredFormats(XcbSession& session, const SelectionInTime& which,
                                                       const DropPatience& patience);
+
+/// The data of a drag whose source writes it into a pipe, as Wayland programs do. Any thread.
+class PipeData : public DragData {
+public:
+    /// Returns the end to read from, or -1 when there is none.
+    using Open = std::function<int(const std::string& format)>;
+
+    PipeData(Open open, const DropPatience& patience) : open_(std::move(open)), patience_(patience) {}
+
+    [[nodiscard]] List list(std::string_view format) override;
+    [[nodiscard]] std::optional<SelectionFailure> write(std::string_view format, const QString& path) override;
+
+private:
+    using Time = std::chrono::steady_clock::time_point;
+
+    /// Hands the bytes on as they arrive. Fails as "too big" when `sink` returns false.
+    [[nodiscard]] std::optional<SelectionFailure> read(std::string_view format, Time deadline,
+                                                       const SelectionSink& sink) const;
+
+    const Open open_;
+    const DropPatience patience_;
+    const Time start_ = std::chrono::steady_clock::now();
+};
 
 }  // namespace stowpocket

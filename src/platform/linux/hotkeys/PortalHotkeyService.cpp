@@ -2,7 +2,6 @@
 #include "platform/linux/hotkeys/PortalHotkeyService.h"
 
 #include "platform/linux/dbus/BusCalls.h"
-#include "platform/linux/hotkeys/PortalRequest.h"
 #include "platform/linux/hotkeys/PortalShortcuts.h"
 #include "services/MainBundle.h"
 #include "services/Preferences.h"

@@ -2,7 +2,7 @@
 #include "platform/linux/quickdrop/X11QuickDropDesktop.h"
 
 #include "intake/ExchangeFormats.h"
-#include "platform/linux/quickdrop/CopyCommands.h"
+#include "platform/linux/quickdrop/QuickDropRun.h"
 
 #include <QLoggingCategory>
 #include <QString>

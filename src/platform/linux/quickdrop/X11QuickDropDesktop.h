@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/linux/quickdrop/Clipboard.h"
-#include "platform/linux/quickdrop/CopyCommands.h"
 #include "platform/linux/quickdrop/QuickDropRun.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/XcbSession.h"

@@ -2,7 +2,7 @@
 #include "platform/linux/tray/WaylandPocket.h"
 
 #include "intake/ExchangeFormats.h"
-#include "platform/linux/drags/PipeData.h"
+#include "platform/linux/drags/DropReading.h"
 #include "platform/linux/tray/StatusItemWindow.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "services/MainBundle.h"

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/wayland/DropTarget.h"
-#include "platform/linux/wayland/FileSource.h"
 #include "platform/linux/wayland/LayerSurface.h"
 #include "platform/linux/wayland/PocketPointer.h"
+#include "platform/linux/wayland/WaylandDrags.h"
 
 #include <QTimer>
 

@@ -2,13 +2,30 @@
 #pragma once
 
 #include "platform/linux/wayland/LayerPocket.h"
-#include "platform/linux/wayland/SurfacePixels.h"
 #include "platform/linux/wayland/WaylandDisplay.h"
 
+#include <QImage>
+
 #include <functional>
+#include <list>
 #include <vector>
 
 namespace stowpocket {
+
+/// The pictures that a surface shows, in memory that is shared with the compositor. Each is kept until the compositor
+/// no longer reads it.
+class SurfacePixels {
+public:
+    /// `memory` outlives it.
+    explicit SurfacePixels(wl_shm* memory) : memory_(memory) {}
+
+    /// Attaches the picture to the surface, for the next commit. Returns false when there is no memory for it.
+    [[nodiscard]] bool attach(wl_surface* surface, const QImage& picture);
+
+private:
+    wl_shm* const memory_;
+    std::list<Owned<wl_buffer>> buffers_;
+};
 
 /// A surface in the top right corner of a screen, above everything there, which never takes the keyboard. It has as
 /// many pixels a point as its screen, also where that is no whole number.
