@@ -34,7 +34,6 @@ class Layers(session.Session):
 
 class Sway(Layers):
     desktop_type = SwayDesktop
-    takes_through_pocket = False
 
     def test_settings_have_the_lines_that_bind_the_shortcuts(self):
         stowpocket = self.start()

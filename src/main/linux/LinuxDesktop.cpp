@@ -16,6 +16,7 @@
 
 #include <QDesktopServices>
 #include <QUrl>
+#include <QWidget>
 
 namespace stowpocket {
 namespace {
@@ -51,18 +52,30 @@ LinuxDesktop::LinuxDesktop(std::unique_ptr<X11Connection> x11, const CoreService
       icons(screen),
       directSaves(*connection, core.dispatch),
       drops(*connection, core.dispatch, directSaves),
-      statusBar(*connection, paintSymbol, drops, {core.dispatch, installedFile(waylandModule)},
+      dragWatch(*connection),
+      statusBar(*connection, paintSymbol, drops, dragWatch, {core.dispatch, installedFile(waylandModule)},
                 [this] { iconStands.occur(); }),
       fileDrag(*connection),
       clipboard(core.dispatch),
       popoverHost(*connection, fileDrag),
-      eventMonitors(*connection, [this](std::function<void()> work) { fileDrag.whenOver(std::move(work)); }),
+      eventMonitors(*connection,
+                    {.afterOwn = [this](std::function<void()> work) { fileDrag.whenOver(std::move(work)); },
+                     .isWaylandDragOn = [this] { return dragWatch.isWaylandDragOn(); }}),
       fileManagerSelection(core.dispatch, *connection),
       opener(QDBusConnection::sessionBus()),
       loginItem(configHome(), ownExecutable()),
       colorScheme(QDBusConnection::sessionBus(), *connection,
                   [](bool isDark) { Theme::setAppearance(isDark ? Appearance::dark : Appearance::light); }),
-      views(platformOfViews()) {}
+      views(platformOfViews()),
+      waylandDragEnded_(dragWatch.waylandDragEnded.connect([this] { eventMonitors.waylandDragEnded(); })),
+      waylandDropped_(dragWatch.waylandDropped.connect([this](xcb_window_t window) { takeKeyboard(window); })) {}
+
+/// A Wayland window on the way of the drag has it now, and a shelf that was dropped on would close without it.
+void LinuxDesktop::takeKeyboard(xcb_window_t droppedOn) {
+    QWidget* const window = QWidget::find(droppedOn);
+    if (window != nullptr && window->isWindow() && !window->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus))
+        popoverHost.focus(*window);
+}
 
 QtViewFactory::Platform LinuxDesktop::platformOfViews() {
     return {

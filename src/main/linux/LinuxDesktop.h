@@ -4,6 +4,7 @@
 #include "app/AppDelegate.h"
 #include "platform/linux/appearance/DesktopSettings.h"
 #include "platform/linux/drags/DirectSaves.h"
+#include "platform/linux/drags/DragWatching.h"
 #include "platform/linux/drags/X11Clipboard.h"
 #include "platform/linux/drags/X11FileDrag.h"
 #include "platform/linux/drags/X11IncomingDrops.h"
@@ -46,6 +47,7 @@ struct LinuxDesktop {
     DirectSaves directSaves;
     X11IncomingDrops drops;
     OneTimeEvent iconStands;
+    X11DragWatch dragWatch;
     X11StatusBar statusBar;
     X11FileDrag fileDrag;
     X11Clipboard clipboard;
@@ -62,10 +64,14 @@ struct LinuxDesktop {
     QtViewFactory views;
 
 private:
+    void takeKeyboard(xcb_window_t droppedOn);
     [[nodiscard]] std::unique_ptr<HotkeyService> makeHotkeyService();
     [[nodiscard]] std::unique_ptr<HotkeyService> makeKeyGrabs();
     [[nodiscard]] QtViewFactory::Platform platformOfViews();
     [[nodiscard]] std::function<std::shared_ptr<DesktopShortcuts>()> makerOfDesktopShortcuts();
+
+    const Subscription waylandDragEnded_;
+    const Subscription waylandDropped_;
 };
 
 }  // namespace stowpocket

@@ -164,5 +164,37 @@ TEST(DragWatching, endsOnceWhereADragFollowsAtOnce) {
     EXPECT_EQ(watching.answered(DragOffer::nothing), Watch::end);
 }
 
+TEST(WaylandDrag, endsWithTheFirstSignOfItsEndOrSomeTimeAfterTheLastOfItsLife) {
+    using namespace std::chrono_literals;
+    constexpr WaylandDrag::Pointer place{640, 450};
+    WaylandDrag drag;
+    EXPECT_FALSE(drag.isOn(0s, {}));
+    const auto begin = [&drag](WaylandDrag::Types types) { drag.begin(100s, place, types); };
+
+    begin(WaylandDrag::Types::toldAtTimes);
+    EXPECT_FALSE(drag.isOn(101s, {641, 450})) << "the server sees the pointer move";
+    drag.answered(false, 101s);
+    EXPECT_TRUE(drag.isOn(109s, place));
+    EXPECT_FALSE(drag.isOn(111s, place) || drag.isWorthAsking(109s));
+    drag.seen(DragSign::entered, 105s);
+    EXPECT_TRUE(drag.isOn(500s, place));
+    drag.seen(DragSign::left, 105s);
+    EXPECT_TRUE(drag.isOn(107s, place));
+    EXPECT_FALSE(drag.isOn(108s, place));
+    drag.seen(DragSign::entered, 108s);
+    drag.seen(DragSign::dropped, 109s);
+    EXPECT_FALSE(drag.isOn(109s, place));
+
+    begin(WaylandDrag::Types::toldThroughout);
+    EXPECT_FALSE(drag.isWorthAsking(100s));
+    EXPECT_TRUE(drag.isWorthAsking(101s));
+    drag.answered(true, 108s);
+    EXPECT_FALSE(drag.isWorthAsking(108s));
+    drag.seen(DragSign::left, 108s);
+    EXPECT_TRUE(drag.isOn(117s, place));
+    drag.answered(false, 117s);
+    EXPECT_FALSE(drag.isOn(117s, place));
+}
+
 }  // namespace
 }  // namespace stowpocket

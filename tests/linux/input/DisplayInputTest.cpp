@@ -57,7 +57,8 @@ protected:
 
     DisplayHand hand;
     const std::unique_ptr<X11Connection> connection = X11Connection::ofApplication();
-    X11EventMonitors monitors{*connection};
+    bool isWaylandDragOn = false;
+    X11EventMonitors monitors{*connection, {.isWaylandDragOn = [this] { return isWaylandDragOn; }}};
     CountingWidget widget;
     int outside = 0;
 };
@@ -108,8 +109,19 @@ TEST_F(EventMonitorsTest, takesALostKeyboardForAClickInAWaylandSession) {
     qputenv("WAYLAND_DISPLAY", "wayland-0");
     const auto monitor = monitors.addGlobalMouseDownMonitor([this] { ++outside; });
     qunsetenv("WAYLAND_DISPLAY");
+    isWaylandDragOn = true;
     ASSERT_NE(hand.openForeignWindow(), 0u);
-    EXPECT_TRUE(comesTrue([this] { return outside == 1; }));
+    EXPECT_TRUE(comesTrue([] { return QGuiApplication::applicationState() == Qt::ApplicationInactive; }));
+    EXPECT_EQ(outside, 0) << "not before the drag has ended";
+    EXPECT_EQ(monitors.pressedMouseButtons(), 1U);
+    isWaylandDragOn = false;
+    monitors.waylandDragEnded();
+    EXPECT_EQ(outside, 1);
+    EXPECT_EQ(monitors.pressedMouseButtons(), 0U);
+    EXPECT_TRUE(hand.bringToFront(static_cast<xcb_window_t>(widget.winId())));
+    EXPECT_TRUE(comesTrue([] { return QGuiApplication::applicationState() == Qt::ApplicationActive; }));
+    ASSERT_NE(hand.openForeignWindow(), 0u);
+    EXPECT_TRUE(comesTrue([this] { return outside == 2; }));
 }
 
 TEST_F(EventMonitorsTest, theOneAddedLastSwallowsFirstAndMayRemoveItself) {

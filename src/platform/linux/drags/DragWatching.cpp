@@ -16,8 +16,11 @@ using namespace std::chrono_literals;
 constexpr auto buttonInterval = 100ms;
 /// Drops arrive a few milliseconds after the release of the button.
 constexpr auto settlingTime = 300ms;
-/// Some compositors do not report the end of a drag, so after this time it counts as over.
-constexpr auto longestWaylandDrag = 20s;
+/// Enough to bring a file to the pocket.
+constexpr auto longestUnseen = 10s;
+/// Who has been over one of our windows may come back.
+constexpr auto timeAfterLeaving = 3s;
+constexpr auto askingInterval = 1s;
 
 }  // namespace
 
@@ -79,6 +82,40 @@ DragWatching::Step DragWatching::finishDrag() {
     return std::exchange(isAnnounced_, false) ? Step::end : Step::rest;
 }
 
+void WaylandDrag::begin(Time now, Pointer pointer, Types types) {
+    isOn_ = true;
+    pointer_ = pointer;
+    types_ = types;
+    lastTime_ = now + longestUnseen;
+    answeredAt_ = now;
+}
+
+void WaylandDrag::answered(bool hasTypes, Time now) {
+    if (types_ == Types::toldAtTimes)
+        return;
+    answeredAt_ = now;
+    lastTime_ = std::max(lastTime_, now + longestUnseen);
+    if (!hasTypes)
+        end();
+}
+
+void WaylandDrag::seen(DragSign sign, Time now) {
+    if (sign == DragSign::dropped)
+        end();
+    else if (sign == DragSign::entered)
+        lastTime_ = Time::max();
+    else
+        lastTime_ = now + (types_ == Types::toldThroughout ? longestUnseen : timeAfterLeaving);
+}
+
+bool WaylandDrag::isOn(Time now, Pointer pointer) const {
+    return isOn_ && pointer == pointer_ && now < lastTime_;
+}
+
+bool WaylandDrag::isWorthAsking(Time now) const {
+    return isOn_ && types_ == Types::toldThroughout && now >= answeredAt_ + askingInterval;
+}
+
 X11DragWatch::X11DragWatch(const X11Connection& connection) : connection_(connection), requestor_(connection) {
     xcb_connection_t* const server = connection_.raw();
     const xcb_query_extension_reply_t* const extension = xcb_get_extension_data(server, &xcb_xfixes_id);
@@ -95,8 +132,7 @@ X11DragWatch::X11DragWatch(const X11Connection& connection) : connection_(connec
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
     xcb_flush(server);
     settling_.setSingleShot(true);
-    waylandDrag_.setSingleShot(true);
-    QObject::connect(&buttons_, &QTimer::timeout, [this] { takeStep(watching_.buttonsSeen(isButtonHeld())); });
+    QObject::connect(&buttons_, &QTimer::timeout, [this] { lookAtButtons(); });
     QObject::connect(&settling_, &QTimer::timeout, [this] { takeStep(watching_.settled()); });
 }
 
@@ -107,8 +143,38 @@ bool X11DragWatch::handleEvent(const xcb_generic_event_t& event) {
     } else if (const auto* const answer = eventAs<xcb_selection_notify_event_t>(event)) {
         if (answer->requestor == requestor_.window())
             later([this, answer = *answer] { answered(answer); });
+    } else if (const auto* const message = eventAs<xcb_client_message_event_t>(event)) {
+        if (isWaylandDrag_)
+            handleMessage(*message);
     }
     return false;
+}
+
+/// The compositor speaks to our windows as an X11 source would.
+void X11DragWatch::handleMessage(const xcb_client_message_event_t& message) {
+    if (message.type == connection_.atom(X11Atom::dragEnter)) {
+        note(DragSign::entered);
+    } else if (message.type == connection_.atom(X11Atom::dragLeave)) {
+        note(DragSign::left);
+    } else if (message.type == connection_.atom(X11Atom::dragDrop)) {
+        note(DragSign::dropped);
+        waylandDropped.emit(message.window);
+    }
+}
+
+void X11DragWatch::note(DragSign sign) {
+    if (sign == DragSign::entered && !buttons_.isActive()) {
+        beginWaylandDrag();
+        takeStep(watching_.ownerChanged(DragWatching::Owner::another, true));
+    }
+    waylandDrag_.seen(sign, now());
+}
+
+void X11DragWatch::beginWaylandDrag() {
+    isWaylandDrag_ = true;
+    waylandDrag_.begin(now(), pointer(),
+                       connection_.windowManagerName() == "GNOME Shell" ? WaylandDrag::Types::toldThroughout
+                                                                        : WaylandDrag::Types::toldAtTimes);
 }
 
 void X11DragWatch::ownerChanged(xcb_window_t owner, xcb_timestamp_t time) {
@@ -118,19 +184,43 @@ void X11DragWatch::ownerChanged(xcb_window_t owner, xcb_timestamp_t time) {
         who = Owner::nobody;
     else if (connection_.isOwn(owner))
         who = Owner::ourselves;
-    waylandDrag_.stop();
-    if (who == Owner::another && connection_.isWindowManagers(owner))
-        waylandDrag_.start(longestWaylandDrag);
+    waylandDrag_.end();
+    if (who == Owner::another)
+        isWaylandDrag_ = connection_.isWindowManagers(owner);
+    if (who == Owner::another && isWaylandDrag_)
+        beginWaylandDrag();
     takeStep(watching_.ownerChanged(who, isButtonHeld()), time);
 }
 
-/// The server does not know of buttons that were pressed over a Wayland window.
 bool X11DragWatch::isButtonHeld() const {
-    return waylandDrag_.isActive() || connection_.isButtonHeld();
+    return waylandDrag_.isOn(now(), pointer()) || connection_.isButtonHeld();
+}
+
+bool X11DragWatch::isWaylandDragOn() const {
+    return buttons_.isActive() && waylandDrag_.isOn(now(), pointer());
+}
+
+WaylandDrag::Pointer X11DragWatch::pointer() const {
+    xcb_connection_t* const server = connection_.raw();
+    const XcbAnswer<xcb_query_pointer_reply_t> answer(
+        xcb_query_pointer_reply(server, xcb_query_pointer(server, connection_.root()), nullptr));
+    return answer ? WaylandDrag::Pointer{answer->root_x, answer->root_y} : WaylandDrag::Pointer{};
+}
+
+WaylandDrag::Time X11DragWatch::now() const {
+    return std::chrono::duration_cast<WaylandDrag::Time>(std::chrono::steady_clock::now().time_since_epoch());
+}
+
+void X11DragWatch::lookAtButtons() {
+    if (isWaylandDrag_ && waylandDrag_.isWorthAsking(now()))
+        static_cast<void>(requestor_.ask(X11Atom::dragSelection, X11Atom::targets, XCB_CURRENT_TIME));
+    takeStep(watching_.buttonsSeen(isButtonHeld()));
 }
 
 void X11DragWatch::answered(const xcb_selection_notify_event_t& answer) {
     const auto targets = requestor_.takeValues(answer);
+    if (isWaylandDrag_)
+        waylandDrag_.answered(targets.has_value(), now());
     std::vector<std::uint32_t> typeList;
     if (!targets)
         typeList = connection_.property(connection_.selectionOwner(X11Atom::dragSelection), X11Atom::dragTypeList);
@@ -149,12 +239,14 @@ void X11DragWatch::takeStep(DragWatching::Step step, xcb_timestamp_t time) {
         return;
     }
     if (step == Step::announce)
-        return began.emit(waylandDrag_.isActive() ? DragOrigin::wayland : DragOrigin::x11);
+        return began.emit(isWaylandDrag_ ? DragOrigin::wayland : DragOrigin::x11);
     buttons_.stop();
     if (step == Step::settle)
-        settling_.start(settlingTime);
-    else if (step == Step::end)
+        return settling_.start(settlingTime);
+    if (step == Step::end)
         ended.emit(watching_.ending());
+    if (std::exchange(isWaylandDrag_, false))
+        waylandDragEnded.emit();
 }
 
 }  // namespace stowpocket

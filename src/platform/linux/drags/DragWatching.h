@@ -7,6 +7,7 @@
 
 #include <QTimer>
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -31,6 +32,9 @@ enum class DragEnd {
     released,    ///< the buttons are up, but a drop on one of our windows may still arrive
     sourceGone,  ///< the source has withdrawn its offer, so nothing more will arrive
 };
+
+/// What a window of ours has seen of a drag.
+enum class DragSign { entered, left, dropped };
 
 /// Follows the drags of other programs from the first sign to the end. Each call reports an event and returns what to
 /// do about it. Between drags there is nothing to do.
@@ -67,6 +71,39 @@ private:
     DragEnd ending_ = DragEnd::released;
 };
 
+/// How long the drag of a Wayland program is taken to be under way. The X server hears neither of its buttons nor of
+/// its end. While it lasts the server's pointer stays where it was, and Mutter answers questions for its types. KWin
+/// and wlroots answer only while it is over X11 windows: there it is taken to be over some time after it began or
+/// left a window of ours. Times are those of any one clock.
+class WaylandDrag {
+public:
+    using Time = std::chrono::milliseconds;
+    struct Pointer {
+        std::int16_t x = 0;
+        std::int16_t y = 0;
+        friend bool operator==(const Pointer&, const Pointer&) = default;
+    };
+
+    enum class Types { toldThroughout, toldAtTimes };
+
+    void begin(Time now, Pointer pointer, Types types);
+    void end() { isOn_ = false; }
+    /// The answer to a question for its types.
+    void answered(bool hasTypes, Time now);
+    void seen(DragSign sign, Time now);
+
+    [[nodiscard]] bool isOn(Time now, Pointer pointer) const;
+    /// Whether it is time to ask for its types again.
+    [[nodiscard]] bool isWorthAsking(Time now) const;
+
+private:
+    bool isOn_ = false;
+    Pointer pointer_;
+    Time lastTime_{};
+    Types types_ = Types::toldAtTimes;
+    Time answeredAt_{};
+};
+
 /// Announces drags of other programs, anywhere on the desktop, that carry files or promise them. Between drags it
 /// sleeps until the server reports the next one.
 class X11DragWatch : private X11EventFilter {
@@ -78,9 +115,24 @@ public:
     /// Emitted when an announced drag is over, and again if its source goes away later.
     Signal<DragEnd> ended;
 
+    /// Takes note of what a surface of ours has seen that is no X11 window. What it has entered is the drag of a
+    /// Wayland program, whether the server has been told of it or not.
+    void note(DragSign sign);
+    /// Whether a Wayland program is dragging, whose buttons the server does not know.
+    [[nodiscard]] bool isWaylandDragOn() const;
+    /// Emitted when such a drag has ended, wherever.
+    Signal<> waylandDragEnded;
+    /// Emitted when such a drag has ended with a drop on the window.
+    Signal<xcb_window_t> waylandDropped;
+
 private:
     bool handleEvent(const xcb_generic_event_t& event) override;
     [[nodiscard]] bool isButtonHeld() const;
+    [[nodiscard]] WaylandDrag::Pointer pointer() const;
+    [[nodiscard]] WaylandDrag::Time now() const;
+    void lookAtButtons();
+    void beginWaylandDrag();
+    void handleMessage(const xcb_client_message_event_t& message);
     void ownerChanged(xcb_window_t owner, xcb_timestamp_t time);
     void answered(const xcb_selection_notify_event_t& answer);
     /// `time` is the time of the event, if the server gave one.
@@ -89,9 +141,9 @@ private:
     const X11Connection& connection_;
     const X11Requestor requestor_;
     DragWatching watching_;
-    /// Runs during the drag of a Wayland program. The owner of its selection is the compositor, which is the window
-    /// manager here.
-    QTimer waylandDrag_;
+    /// The owner of its selection is the compositor, which is the window manager here.
+    WaylandDrag waylandDrag_;
+    bool isWaylandDrag_ = false;
     std::uint8_t ownerEvent_ = 0;
     QTimer buttons_;
     QTimer settling_;

@@ -100,8 +100,8 @@ bool KeyDownMonitors::eventFilter(QObject* receiver, QEvent* event) {
     return true;
 }
 
-X11ClickWatch::X11ClickWatch(const X11Connection& connection, AfterDrag afterDrag)
-    : x11_(connection), connection_(connection.raw()), afterDrag_(std::move(afterDrag)), root_(connection.root()) {
+X11ClickWatch::X11ClickWatch(const X11Connection& connection, Drags drags)
+    : x11_(connection), connection_(connection.raw()), drags_(std::move(drags)), root_(connection.root()) {
     const xcb_query_extension_reply_t* const extension = xcb_get_extension_data(connection_, &xcb_input_id);
     if (extension != nullptr && extension->present != 0)
         inputExtension_ = extension->major_opcode;
@@ -120,6 +120,11 @@ std::uint32_t X11ClickWatch::heldButtons() const {
            bit(XCB_BUTTON_MASK_3, rightButton);
 }
 
+/// The server does not know of a button that was pressed over a Wayland window.
+std::uint32_t X11ClickWatch::pressedButtons() const {
+    return (heldButtons() & ~staleButtons_) | (drags_.isWaylandDragOn() ? bitOf(leftButton) : 0);
+}
+
 void X11ClickWatch::monitorsChanged() {
     selectServerEvents();
     staleButtons_ &= heldButtons();
@@ -136,16 +141,22 @@ void X11ClickWatch::monitorsChanged() {
         gnome_.emplace(x11_, [this] { reportClick(); });
 }
 
-/// KWin activates the window under a drag and does not report a click on it afterwards.
+/// KWin and sway activate the window under a drag and do not report a click on it afterwards.
 void X11ClickWatch::reportLostKeyboard() {
+    if (drags_.isWaylandDragOn())
+        return;
     const auto wasDragging = std::make_shared<bool>(false);
-    afterDrag_([this, wasDragging] {
+    drags_.afterOwn([this, wasDragging] {
         if (*wasDragging)
             staleButtons_ = heldButtons();
-        if (QGuiApplication::applicationState() == Qt::ApplicationInactive)
-            reportClick();
+        reportIfInactive();
     });
     *wasDragging = true;
+}
+
+void X11ClickWatch::reportIfInactive() const {
+    if (QGuiApplication::applicationState() == Qt::ApplicationInactive)
+        reportClick();
 }
 
 void X11ClickWatch::selectServerEvents() {

@@ -48,21 +48,26 @@ private:
 /// Sees presses of the left and right mouse button outside this program's windows, even while another program has
 /// grabbed the pointer. Without monitors the server sends nothing. It uses Qt's connection, which has negotiated the
 /// input extension; without that extension there are no clicks. A click on a Wayland window reaches the server only
-/// as a loss of the keyboard, so in a Wayland session that loss counts as a click. During a drag out of this program
-/// it counts once the drag has ended. `connection` outlives it.
+/// as a loss of the keyboard, so in a Wayland session that loss counts as a click. During a drag out of this program,
+/// or one of a Wayland program, it counts once the drag has ended. `connection` outlives it.
 class X11ClickWatch : private X11EventFilter {
 public:
     using Handler = std::function<void()>;
-    using AfterDrag = std::function<void(std::function<void()> work)>;
+    struct Drags {
+        /// Runs its work at once, or at the end of a drag out of this program that is under way.
+        std::function<void(std::function<void()> work)> afterOwn = [](const auto& work) { work(); };
+        std::function<bool()> isWaylandDragOn = [] { return false; };
+    };
 
-    X11ClickWatch(const X11Connection& connection, AfterDrag afterDrag);
+    X11ClickWatch(const X11Connection& connection, Drags drags);
     ~X11ClickWatch() override;
 
     [[nodiscard]] std::unique_ptr<EventMonitorToken> add(Handler handler) {
         return monitors_.add(std::move(handler));
     }
     /// Bit 0 is left, bit 1 right, bit 2 middle.
-    [[nodiscard]] std::uint32_t pressedButtons() const { return heldButtons() & ~staleButtons_; }
+    [[nodiscard]] std::uint32_t pressedButtons() const;
+    void reportIfInactive() const;
 
 private:
     [[nodiscard]] std::uint32_t heldButtons() const;
@@ -76,7 +81,7 @@ private:
 
     const X11Connection& x11_;
     xcb_connection_t* const connection_;
-    const AfterDrag afterDrag_;
+    const Drags drags_;
     const xcb_window_t root_;
     std::uint8_t inputExtension_ = 0;
     /// What the server still takes for held after a drag that ended over a Wayland window: it missed the release. The
@@ -90,11 +95,9 @@ private:
 /// Event monitors of the X11 desktop: Qt's events for this program's keys, the server's for clicks elsewhere.
 class X11EventMonitors : public EventMonitors {
 public:
-    /// `connection` outlives it. `afterDrag` runs its work at once, or at the end of a drag out of this program that
-    /// is under way.
-    explicit X11EventMonitors(
-        const X11Connection& connection, X11ClickWatch::AfterDrag afterDrag = [](const auto& work) { work(); })
-        : keyDowns_(X11KeyCharacters(connection.raw())), clicks_(connection, std::move(afterDrag)) {}
+    /// `connection` outlives it.
+    explicit X11EventMonitors(const X11Connection& connection, X11ClickWatch::Drags drags = {})
+        : keyDowns_(X11KeyCharacters(connection.raw())), clicks_(connection, std::move(drags)) {}
 
     [[nodiscard]] std::unique_ptr<EventMonitorToken>
     addLocalKeyDownMonitor(std::function<bool(const KeyEvent&)> handler) override {
@@ -109,6 +112,8 @@ public:
         return clicks_.add(std::move(handler));
     }
     [[nodiscard]] std::uint32_t pressedMouseButtons() const override { return clicks_.pressedButtons(); }
+    /// Called when the drag of a Wayland program has ended.
+    void waylandDragEnded() const { clicks_.reportIfInactive(); }
 
 private:
     KeyDownMonitors keyDowns_;

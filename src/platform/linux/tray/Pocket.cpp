@@ -96,9 +96,16 @@ Pocket::Pocket(const X11Connection& connection, const StatusItemContent& content
           presence_.setHovered(false);
           showOrHide();
       })),
-      surfaceHovered_(surface_.hovered.connect([this](bool isHovered) { hover(isHovered); })),
-      surfaceDropped_(surface_.dropped.connect([this] { finishDrop(); })),
+      surfaceHovered_(surface_.hovered.connect([this](bool isHovered) {
+          surfaceSaw.emit(isHovered ? DragSign::entered : DragSign::left);
+          hover(isHovered);
+      })),
+      surfaceDropped_(surface_.dropped.connect([this] {
+          surfaceSaw.emit(DragSign::dropped);
+          finishDrop();
+      })),
       surfaceDragsOut_(surface_.dragsOut.connect([this](bool dragsOut) {
+          surfaceSaw.emit(dragsOut ? DragSign::entered : DragSign::dropped);
           presence_.setDragsOut(dragsOut);
           showOrHide();
       })) {

@@ -86,6 +86,8 @@ public:
     [[nodiscard]] std::optional<QRect> rectOnScreen() const;
     /// Emitted when it appears, disappears or moves.
     Signal<> changed;
+    /// What it has seen of a drag as a surface of the compositor, a drag out of it included.
+    Signal<DragSign> surfaceSaw;
 
 private:
     void hover(bool isHovered);

@@ -25,19 +25,19 @@ constexpr std::uint32_t xembedEmbeddedNotify = 0;
 }  // namespace
 
 X11StatusItem::X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops,
-                             const WaylandSupport& wayland, std::function<void()> onPlaced)
+                             X11DragWatch& dragWatch, const WaylandSupport& wayland, std::function<void()> onPlaced)
     : connection_(connection),
       onPlaced_(std::move(onPlaced)),
       button_(std::make_shared<X11StatusItemButton>(connection, std::move(paintSymbol), drops, wayland)),
-      dragWatch_(connection),
       completed_(
           button_->completed.connect([this] { managerAppeared(connection_.selectionOwner(X11Atom::trayOwner)); })),
       itemSeen_(button_->itemSeen.connect([this](bool isSeen) {
           placing_.setItemSeen(isSeen);
           placeIcon();
       })),
-      dragBegan_(dragWatch_.began.connect([this](DragOrigin origin) { button_->dragBegan(origin); })),
-      dragEnded_(dragWatch_.ended.connect([this](DragEnd end) { button_->dragEnded(end); })) {
+      dragBegan_(dragWatch.began.connect([this](DragOrigin origin) { button_->dragBegan(origin); })),
+      pocketSaw_(button_->pocketSaw().connect([&dragWatch](DragSign sign) { dragWatch.note(sign); })),
+      dragEnded_(dragWatch.ended.connect([this](DragEnd end) { button_->dragEnded(end); })) {
     connection_.hearAlso(connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     later(answeringTime, [this] {
         if (docking_.state() == TrayDocking::State::waiting)

@@ -18,7 +18,7 @@ class X11StatusItem : public StatusItem, private X11EventFilter {
 public:
     /// `onPlaced` runs whenever the icon has found a place.
     X11StatusItem(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops,
-                  const WaylandSupport& wayland, std::function<void()> onPlaced);
+                  X11DragWatch& dragWatch, const WaylandSupport& wayland, std::function<void()> onPlaced);
 
     [[nodiscard]] std::shared_ptr<StatusItemButton> button() override { return button_; }
 
@@ -54,33 +54,36 @@ private:
     std::optional<Change> change_;
     /// Null until no tray is usable.
     std::unique_ptr<NotifierHost> host_;
-    X11DragWatch dragWatch_;
     Subscription completed_;
     Subscription itemSeen_;
     Subscription dragBegan_;
+    Subscription pocketSaw_;
     Subscription dragEnded_;
 };
 
 /// The tray of an X11 desktop.
 class X11StatusBar : public StatusBar {
 public:
-    /// `connection` and `drops` outlive every item. `onPlaced` runs whenever an item has found a place on the screen.
+    /// `connection`, `drops` and `dragWatch` outlive every item. `onPlaced` runs whenever an item has found a place
+    /// on the screen.
     X11StatusBar(const X11Connection& connection, SymbolPainter paintSymbol, IncomingDrops& drops,
-                 WaylandSupport wayland, std::function<void()> onPlaced)
+                 X11DragWatch& dragWatch, WaylandSupport wayland, std::function<void()> onPlaced)
         : connection_(connection),
           paintSymbol_(std::move(paintSymbol)),
           drops_(drops),
+          dragWatch_(dragWatch),
           wayland_(std::move(wayland)),
           onPlaced_(std::move(onPlaced)) {}
 
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override {
-        return std::make_unique<X11StatusItem>(connection_, paintSymbol_, drops_, wayland_, onPlaced_);
+        return std::make_unique<X11StatusItem>(connection_, paintSymbol_, drops_, dragWatch_, wayland_, onPlaced_);
     }
 
 private:
     const X11Connection& connection_;
     const SymbolPainter paintSymbol_;
     IncomingDrops& drops_;
+    X11DragWatch& dragWatch_;
     const WaylandSupport wayland_;
     const std::function<void()> onPlaced_;
 };

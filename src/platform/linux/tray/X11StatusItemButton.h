@@ -53,6 +53,7 @@ public:
     void setPlace(const IconPlacing& placing);
     void dragBegan(DragOrigin origin);
     void dragEnded(DragEnd end) { pocket_.dragEnded(end); }
+    [[nodiscard]] Signal<DragSign>& pocketSaw() { return pocket_.surfaceSaw; }
 
 private:
     /// The position of a window on the screen, which stays known because all its changes are reported.
