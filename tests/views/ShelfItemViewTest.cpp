@@ -157,6 +157,7 @@ TEST_F(ShelfItemViewTest, theMenuOpensByFingerButtonAndScreenReader) {
         QApplication::activePopupWidget()->close();
     }
     ways[1]();
+    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() != nullptr; }));
     auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     EXPECT_EQ(menu->actions().first()->text(), QLatin1String("Open"));
     menu->actions().last()->trigger();

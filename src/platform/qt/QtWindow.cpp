@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QGuiApplication>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPainterPath>
 #include <QScreen>
@@ -127,6 +128,13 @@ void DeferredWindow::appear() {
 
 /// Here windows have the keyboard focus, not programs. If none of our windows can take it, there is nothing to do. A
 /// window that already has it keeps it.
+void popUpAfterClick(QMenu& menu, const QPoint& place) {
+    const auto show = [&menu, place] {
+        QApplication::activePopupWidget() == nullptr ? menu.popup(place) : menu.deleteLater();
+    };
+    QMetaObject::invokeMethod(&menu, show, Qt::QueuedConnection);
+}
+
 void QtApplication::activate() {
     if (QApplication::activeWindow() != nullptr)
         return;

@@ -13,6 +13,8 @@
 #include <memory>
 #include <optional>
 
+class QMenu;
+
 namespace stowpocket {
 
 /// A window that Escape and Ctrl+W close unless something inside takes these keys.
@@ -93,6 +95,11 @@ private:
     /// Exists from the request until the window is made. Deferred work does nothing without it.
     std::shared_ptr<const Request> request_;
 };
+
+/// Shows a menu that deletes itself when it closes, once the click that asks for it has been handled: Qt sends the
+/// second of two quick clicks as a double click too, which would close the menu. If another menu is open by then, the
+/// menu is deleted.
+void popUpAfterClick(QMenu& menu, const QPoint& place);
 
 /// The running Qt application.
 class QtApplication : public Application {

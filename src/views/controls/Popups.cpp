@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "views/controls/Popups.h"
 
+#include "platform/qt/QtWindow.h"
 #include "presentation/Layout.h"
 #include "views/controls/Button.h"
 #include "views/controls/Drawing.h"
@@ -161,7 +162,7 @@ void popUpMenu(QWidget& owner, const QPoint& point, const std::vector<MenuEntry>
             menu->addSeparator();
         menu->addAction(entry.title, menu, entry.action)->setEnabled(entry.isEnabled);
     }
-    menu->popup(point);
+    popUpAfterClick(*menu, point);
 }
 
 }  // namespace stowpocket

@@ -4,6 +4,7 @@
 #include "platform/linux/tray/StatusItemPainter.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/qt/QtDrops.h"
+#include "platform/qt/QtWindow.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -52,7 +53,7 @@ void showStatusItemMenu(const StatusItemMenu& menu, const QPoint& place) {
             action, &QAction::triggered, qApp, [choose = menu.choose, id = entry.id] { choose(id); },
             Qt::QueuedConnection);
     }
-    shown->popup(place);
+    popUpAfterClick(*shown, place);
 }
 
 StatusItemWindow::StatusItemWindow(const StatusItemContent& content, IncomingDrops& drops)
