@@ -3,6 +3,7 @@
 #include "cli/ShelfCommands.h"
 #include "main/linux/CommandProcess.h"
 #include "main/linux/LinuxServices.h"
+#include "platform/linux/drags/X11Clipboard.h"
 #include "platform/linux/session/AccessibilityBus.h"
 #include "platform/linux/session/BusInstance.h"
 #include "platform/linux/session/OwnProcess.h"
@@ -61,6 +62,7 @@ int runProgram(int argc, char** argv, const Command& command, const StartupToken
             return EXIT_FAILURE;
         }
     }
+    ClipboardHandOver clipboardHandOver;
     QApplication application(argc, argv);
     // The applications that files are opened with choose for themselves.
     if (asked.isNull())
@@ -101,6 +103,7 @@ int runProgram(int argc, char** argv, const Command& command, const StartupToken
     });
     const TerminationSignals signals([&] { services->application().terminate(); });
     const int exitCode = QApplication::exec();
+    clipboardHandOver.begin();
     instance.reset();  // before what it serves
     isRestartAsked = services->isRestartAsked();
     return exitCode;

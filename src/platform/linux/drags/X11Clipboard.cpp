@@ -9,6 +9,8 @@
 #include <QMimeData>
 
 #include <algorithm>
+#include <condition_variable>
+#include <mutex>
 
 namespace stowpocket {
 namespace {
@@ -48,6 +50,29 @@ DropReading readingOfClipboard(const DropPatience& patience) {
                    : DropReading();
 }
 
+/// To Qt's window that has asked the manager. An answer that nobody waits for does nothing.
+void answerForManager(XcbSession& session, xcb_window_t owner) {
+    xcb_selection_notify_event_t answer{};
+    answer.response_type = XCB_SELECTION_NOTIFY;
+    answer.requestor = owner;
+    answer.selection = session.atom("CLIPBOARD_MANAGER");
+    answer.target = session.atom("SAVE_TARGETS");
+    sendEvent(session.raw(), owner, XCB_EVENT_MASK_NO_EVENT, answer);
+}
+
+void answerUntilTheEnd(const std::stop_token& end) {
+    constexpr std::chrono::seconds patience{1};
+    const auto session = XcbSession::open();
+    if (!session)
+        return;
+    const xcb_window_t owner = session->selectionOwner(session->atom("CLIPBOARD"));
+    std::mutex mutex;
+    std::unique_lock lock(mutex);
+    std::condition_variable_any ended;
+    while (!ended.wait_for(lock, end, patience, [&end] { return end.stop_requested(); }))
+        answerForManager(*session, owner);
+}
+
 }  // namespace
 
 void X11Clipboard::copyFiles(const std::vector<FileURL>& files) {
@@ -74,6 +99,11 @@ void X11Clipboard::read(Completion completion) {
         });
     };
     dispatch_.serialQueue(std::string(bundleIdentifier) + ".pasted")->async(std::move(work));
+}
+
+void ClipboardHandOver::begin() {
+    if (QGuiApplication::clipboard()->ownsClipboard())
+        answering_ = std::jthread(answerUntilTheEnd);
 }
 
 }  // namespace stowpocket

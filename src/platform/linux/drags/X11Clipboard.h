@@ -5,6 +5,7 @@
 #include "services/Dragging.h"
 
 #include <memory>
+#include <thread>
 
 namespace stowpocket {
 
@@ -25,6 +26,18 @@ private:
     Dispatch& dispatch_;
     const DropPatience patience_;
     const std::shared_ptr<bool> isReading_ = std::make_shared<bool>(false);
+};
+
+/// At the end of the program Qt asks the clipboard manager to keep what was copied, and waits five seconds for the
+/// answer. Managers that have kept everything before may give none. This answers in their place, so that the end
+/// waits for one second. Made before the application, and destroyed after it.
+class ClipboardHandOver {
+public:
+    /// Call it when the event loop has ended.
+    void begin();
+
+private:
+    std::jthread answering_;
 };
 
 }  // namespace stowpocket
