@@ -132,6 +132,9 @@ void popUpAfterClick(QMenu& menu, const QPoint& place) {
     const auto show = [&menu, place] {
         QApplication::activePopupWidget() == nullptr ? menu.popup(place) : menu.deleteLater();
     };
+    // The keys that follow one that asks for the menu are the menu's.
+    if (QGuiApplication::mouseButtons() == Qt::NoButton)
+        return show();
     QMetaObject::invokeMethod(&menu, show, Qt::QueuedConnection);
 }
 

@@ -97,8 +97,8 @@ private:
 };
 
 /// Shows a menu that deletes itself when it closes, once the click that asks for it has been handled: Qt sends the
-/// second of two quick clicks as a double click too, which would close the menu. If another menu is open by then, the
-/// menu is deleted.
+/// second of two quick clicks as a double click too, which would close the menu. For a key it is shown at once. If
+/// another menu is open by then, the menu is deleted.
 void popUpAfterClick(QMenu& menu, const QPoint& place);
 
 /// The running Qt application.
