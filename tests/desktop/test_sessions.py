@@ -65,7 +65,9 @@ class InPlasmasPanel(Stowpocket):
         return wait_for(lambda: self.desktop.shown("plasmashell", "Shelf"), "the icon in the panel").centre()
 
     def wait_for_painted_icon(self):
-        self.icon()
+        """The panel moves its icons about while it starts."""
+        seen = []
+        wait_for(lambda: seen.append(self.icon()) or seen[-30:] == [seen[-1]] * 30, "the icon to rest")
 
 
 class Plasma(session.InSession):
