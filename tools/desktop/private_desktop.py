@@ -34,6 +34,14 @@ def children_of(parent):
     return children
 
 
+def description_of(pid):
+    try:
+        command = Path(f"/proc/{pid}/cmdline").read_bytes().replace(b"\0", b" ").decode(errors="replace")
+        return f"{command}({Path(f'/proc/{pid}/stat').read_text().rpartition(')')[2].split()[0]})"
+    except OSError:
+        return str(pid)
+
+
 def is_zombie(pid):
     try:
         return Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()[0] == "Z"
@@ -168,17 +176,27 @@ class PrivateDesktop:
         for process in self.started[::-1]:
             self.end(process)  # the server, and what it needs
 
+    def is_of_server(self, _pid):
+        """Whether the server still needs the process."""
+        return False
+
     def end_orphans(self, spared, how=signal.SIGTERM):
         """Programs that other programs started become our children when those end; the last of them go here."""
+        left = set()
+
         def are_gone():
-            left = set(children_of(os.getpid())) - spared
+            left.clear()
+            left.update(pid for pid in children_of(os.getpid()) if pid not in spared and not self.is_of_server(pid))
             for pid in left:
                 if is_zombie(pid):
                     os.waitpid(pid, 0)
                 else:
                     os.kill(pid, how)
             return not left
-        wait_for(are_gone, "the programs left behind to end")
+        try:
+            wait_for(are_gone, "the programs left behind to end")
+        except TimeoutError as error:
+            raise TimeoutError(f"{error}: {', '.join(map(description_of, left))}") from None
 
 
 if __name__ == "__main__":

@@ -4,6 +4,7 @@
 A compositor is one subclass of `WaylandDesktop`, which starts it and gives the pointer and a way to take pictures;
 everything else is shared.
 """
+import contextlib
 import io
 import json
 import os
@@ -89,6 +90,12 @@ class WaylandDesktop(PrivateDesktop):
     def ask_for_dark_colours(self):
         subprocess.run(["gsettings", "set", "org.gnome.desktop.interface", "color-scheme", "prefer-dark"],
                        env=self.environment, check=True)
+
+    def is_of_server(self, pid):
+        """sway starts a new XWayland for each that is ended."""
+        with contextlib.suppress(OSError):
+            return self.server in self.started and Path(f"/proc/{pid}/comm").read_text() == "Xwayland\n"
+        return False
 
     def end_everything(self):
         super().end_everything()
