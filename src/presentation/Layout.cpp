@@ -127,6 +127,12 @@ StatusItemLayout layOutBadge(const StatusItemMeasure& measure, const Size& room)
     return layout;
 }
 
+Rect likelyIconPlace(const Rect& screen, const Rect& usable) {
+    constexpr double distanceFromEdge = 24;
+    const bool isBarBelowOnly = usable.y == screen.y && usable.bottom() < screen.bottom();
+    return {usable.right() - distanceFromEdge, isBarBelowOnly ? usable.bottom() : usable.y, 0, 0};
+}
+
 Rect areaBesideBar(const Rect& available, const Rect& bar) {
     // A bar with few icons is nearly a square along any edge; there is always room below or above it.
     const bool isAcross = bar.width * 2 >= bar.height;

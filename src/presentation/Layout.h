@@ -91,6 +91,10 @@ struct PopoverPlacement {
 /// screens. The whole screen if `bar` is empty or too thick to be a bar.
 [[nodiscard]] Rect areaBesideBar(const Rect& available, const Rect& bar);
 
+/// Where an icon that nobody places would most likely be: at the right end of a bar below `usable`, if the bars of
+/// the screen leave room above, else at its top. Without a size.
+[[nodiscard]] Rect likelyIconPlace(const Rect& screen, const Rect& usable);
+
 /// Places the popover centred below `anchor`, or above it if there is more room (the bar is at the bottom). It is
 /// moved sideways and reduced in height to be inside `available`, a little away from its edges. The arrow points at
 /// the anchor as far as the rounded corners allow. The shadow has the given width where there is room, and never

@@ -115,6 +115,13 @@ TEST(PopoverPlacement, barsAreLeftFree) {
     EXPECT_EQ(areaBesideBar(belowBar, {0, 0, 1280, 28}), belowBar) << "known already";
 }
 
+TEST(PopoverPlacement, iconThatNobodyPlacesIsLookedForAtTheBar) {
+    constexpr Rect screen{1280, 0, 1280, 800};
+    EXPECT_EQ(likelyIconPlace(screen, {1280, 0, 1280, 770}).y, 770) << "a bar below";
+    EXPECT_EQ(likelyIconPlace(screen, {1280, 30, 1280, 740}), (Rect{2536, 30, 0, 0})) << "bars above and below";
+    EXPECT_EQ(likelyIconPlace(screen, screen).y, 0) << "none";
+}
+
 TEST(PopoverPlacement, survivesAScreenThatIsGone) {
     const PopoverPlacement placement = placePopover({600, 3, 20, 22}, content, {}, 14);
     EXPECT_EQ(placement.frame.width, 0);

@@ -60,11 +60,6 @@ void paintShadow(QPainter& painter, const QPainterPath& outline) {
 
 constexpr int fadeMs = 110;
 
-Rect rectOf(const QRect& rect) {
-    return {static_cast<double>(rect.x()), static_cast<double>(rect.y()), static_cast<double>(rect.width()),
-            static_cast<double>(rect.height())};
-}
-
 QRect availableAround(const QRect& anchor) {
     const QScreen* screen = QGuiApplication::screenAt(anchor.center());
     if (screen == nullptr)
@@ -73,6 +68,11 @@ QRect availableAround(const QRect& anchor) {
 }
 
 }  // namespace
+
+Rect rectOf(const QRect& rect) {
+    return {static_cast<double>(rect.x()), static_cast<double>(rect.y()), static_cast<double>(rect.width()),
+            static_cast<double>(rect.height())};
+}
 
 /// A dialog, because some window managers hide tool windows together with the program's last active window, even
 /// during a drag, and some tile ordinary windows.

@@ -29,6 +29,9 @@ public:
     Signal<> moved;
 };
 
+/// A rectangle of Qt as the core counts.
+[[nodiscard]] Rect rectOf(const QRect& rect);
+
 /// What a popover needs from the window system beyond what Qt offers. Main thread.
 class PopoverHost {
 public:

@@ -3,6 +3,7 @@
 
 #include "platform/linux/tray/StatusItemPainter.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "presentation/Layout.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -35,16 +36,12 @@ bool isPlaceOnScreen(const QPoint& pixels) {
     return pixels.x() > largestIcon || pixels.y() > largestIcon;
 }
 
-/// Where an icon would most likely be: at the end of a panel below, if there is one and none above.
-QRect usualCorner() {
+QRect usualPlace() {
     const QScreen* const screen = QGuiApplication::primaryScreen();
     if (screen == nullptr)
         return {};
-    constexpr int distanceFromEdge = 24;
-    const QRect whole = screen->geometry(), usable = usableArea(*screen);
-    const bool isPanelBelow = usable.top() == whole.top() && usable.bottom() < whole.bottom();
-    const QPoint corner = isPanelBelow ? usable.bottomRight() + QPoint(0, 1) : usable.topRight();
-    return {corner - QPoint(distanceFromEdge, 0), QSize(1, 0)};
+    const Rect place = likelyIconPlace(rectOf(screen->geometry()), rectOf(usableArea(*screen)));
+    return {static_cast<int>(place.x), static_cast<int>(place.y), 1, 0};
 }
 
 }  // namespace
@@ -91,7 +88,7 @@ void X11StatusItemButton::showContent() {
 QRect X11StatusItemButton::rectOnScreen() const {
     if (const std::optional<QRect> docked = dockedRect())
         return *docked;
-    return lastPlace_.value_or(usualCorner());
+    return lastPlace_.value_or(usualPlace());
 }
 
 QRect X11StatusItemButton::barOnScreen() const {
