@@ -17,10 +17,14 @@ public:
     using Work = std::function<void()>;
     using Clock = std::chrono::steady_clock;
 
+    /// `low` threads, and the programs that they start, leave the processor to whatever the user waits for, the
+    /// window system's server above all.
+    enum class Priority { normal, low };
+
     static constexpr int unlimited = std::numeric_limits<int>::max();
 
     /// A thread ends when it had no work for as long as `expiry`.
-    WorkerThreads(int maxThreads, std::chrono::milliseconds expiry);
+    WorkerThreads(int maxThreads, std::chrono::milliseconds expiry, Priority priority = Priority::normal);
     WorkerThreads(const WorkerThreads&) = delete;
     WorkerThreads& operator=(const WorkerThreads&) = delete;
     /// Drops work that has not started. Threads that are still at work are left behind; work that may use anything

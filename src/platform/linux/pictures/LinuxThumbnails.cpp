@@ -46,7 +46,8 @@ private:
 };
 
 ThumbnailWorkers::ThumbnailWorkers(Dispatch& dispatch)
-    : mainThread_(std::make_shared<MainThread>(dispatch)), threads_(threadCount, idleThreadExpiry) {}
+    : mainThread_(std::make_shared<MainThread>(dispatch)),
+      threads_(threadCount, idleThreadExpiry, WorkerThreads::Priority::low) {}
 
 ThumbnailWorkers::~ThumbnailWorkers() {
     mainThread_->close();
