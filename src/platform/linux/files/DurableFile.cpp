@@ -2,6 +2,7 @@
 #include "platform/linux/files/DurableFile.h"
 
 #include "platform/linux/files/Folders.h"
+#include "platform/linux/files/PosixFileManager.h"
 
 #include <fcntl.h>
 
@@ -11,7 +12,6 @@
 #include <climits>
 #include <csignal>
 #include <cstdio>
-#include <filesystem>
 #include <utility>
 
 namespace stowpocket {
@@ -84,12 +84,12 @@ std::error_code replaceFile(const std::string& path, std::string_view bytes, Dur
 void removeUnfinishedReplacements(const std::string& path) {
     const std::string target = linkTarget(path);
     const std::string prefix = unfinishedPrefix(target);
-    std::error_code error;
-    std::filesystem::directory_iterator entry(parentFolder(target), error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        const pid_t writer = writerOf(entry->path().filename().native(), prefix);
+    const std::string folder = parentFolder(target);
+    DirectoryStream entries(FileDescriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)));
+    while (const dirent* const entry = entries.isOpen() ? entries.next() : nullptr) {
+        const pid_t writer = writerOf(entry->d_name, prefix);
         if (writer != 0 && writer != ::getpid() && !isRunning(writer))
-            ::unlink(entry->path().c_str());
+            ::unlinkat(entries.folder(), entry->d_name, 0);
     }
 }
 

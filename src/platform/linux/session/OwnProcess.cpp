@@ -2,13 +2,13 @@
 #include "platform/linux/session/OwnProcess.h"
 
 #include "foundation/Invariant.h"
+#include "platform/linux/files/DurableFile.h"
 
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 #include <unistd.h>
 #include <utility>
 
@@ -56,10 +56,14 @@ void handleWith(void (*handler)(int)) {
 
 }  // namespace
 
+std::string runningFile() {
+    constexpr const char* link = "/proc/self/exe";
+    const std::string file = linkTarget(link);
+    return file == link ? std::string() : file;
+}
+
 std::string ownExecutable() {
-    std::error_code error;
-    const std::filesystem::path code = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::string() : executableToStart(code.native(), environment("APPIMAGE"), environment("APPDIR"));
+    return executableToStart(runningFile(), environment("APPIMAGE"), environment("APPDIR"));
 }
 
 std::string executableToStart(std::string_view runningCode, std::string_view appImage, std::string_view appFolder) {

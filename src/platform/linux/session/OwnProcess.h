@@ -9,6 +9,9 @@
 
 namespace stowpocket {
 
+/// The file of the running program, even inside a mounted AppImage. Empty when /proc does not tell.
+[[nodiscard]] std::string runningFile();
+
 /// The file that starts this program again: the AppImage when it runs from one. Empty when /proc does not tell.
 [[nodiscard]] std::string ownExecutable();
 

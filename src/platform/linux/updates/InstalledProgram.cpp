@@ -6,26 +6,23 @@
 #include "platform/linux/preferences/PropertyList.h"
 #include "platform/linux/session/OwnProcess.h"
 
+#include <QFile>
+
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace stowpocket {
 
 std::string installedFile(const std::string& relativePath) {
-    std::error_code error;
-    const std::filesystem::path code = std::filesystem::read_symlink("/proc/self/exe", error);
-    return (code.parent_path().parent_path() / relativePath).native();
+    return parentFolder(parentFolder(runningFile())).append("/").append(relativePath);
 }
 
 MainBundle installedBundle() {
     MainBundle bundle{FileURL::fromPath(ownExecutable()).value_or(*FileURL::fromPath("/")), {}};
-    std::ifstream file(installedFile("share/stowpocket/Info.plist"), std::ios::binary);
-    const std::string text(std::istreambuf_iterator<char>(file), {});
+    QFile file(QString::fromStdString(installedFile("share/stowpocket/Info.plist")));
+    const std::string text = file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
     if (const std::optional<PropertyValue> list = parsePropertyList(text); list && list->dictionary() != nullptr)
         bundle.infoDictionary = *list->dictionary();
     return bundle;
