@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/Signal.h"
+#include "foundation/UUID.h"
 #include "services/Dragging.h"
+#include "services/Pictures.h"
 
 #include <functional>
 #include <memory>
@@ -56,6 +59,28 @@ struct StatusItemMenu {
 
 /// What a drag out of the icon carries.
 enum class IconDrag { newest, everything };
+
+/// A file that can be dragged out of the icon, as a list beside the icon shows it.
+struct WaitingFile {
+    UUID id;
+    /// On one line.
+    std::string name;
+    /// A missing file is shown and cannot be dragged.
+    bool isMissing = false;
+    Image picture;
+};
+
+/// What can be dragged out of the icon, at this moment.
+struct IconDragSource {
+    /// The files of a drag; none if there are none.
+    std::function<std::vector<FileURL>(IconDrag)> files;
+    /// The same for a single file.
+    std::function<std::vector<FileURL>(const UUID& id)> file;
+    /// The newest first.
+    std::function<std::vector<WaitingFile>()> list;
+    /// Runs `changed` after each change of the list, as long as the subscriptions are kept.
+    std::function<std::vector<Subscription>(const std::function<void()>& changed)> watch;
+};
 
 /// The icon in the menu bar. Where the bar may disappear and return, the icon keeps its contents and shows them
 /// again. Main thread.
