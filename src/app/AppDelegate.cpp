@@ -3,6 +3,7 @@
 
 #include "app/Settings.h"
 #include "foundation/Invariant.h"
+#include "presentation/PocketList.h"
 #include "presentation/ShelfPresentation.h"
 #include "services/Files.h"
 #include "services/MainBundle.h"
@@ -95,10 +96,7 @@ void AppDelegate::setUpStatusItem() {
         return;
     button->setAction(weakly(&AppDelegate::statusItemClicked));
     setUpMenu(*button);
-    button->setDragSource([weak = weak_from_this()](IconDrag drag) {
-        const auto self = weak.lock();
-        return self ? self->filesOfDrag(drag) : std::vector<FileURL>();
-    });
+    button->setDragSource(iconDragSource(shelfViewModel_));
     updateStatusItemIcon();
     statusItemDropHandler_ = std::make_shared<StatusItemDropHandler>(
         button, services_.core.files, services_.core.dispatch,
@@ -121,16 +119,6 @@ void AppDelegate::setUpMenu(StatusItemButton& button) {
             self->chooseFromMenu(id);
     };
     button.setMenu(std::move(menu));
-}
-
-std::vector<FileURL> AppDelegate::filesOfDrag(IconDrag drag) const {
-    std::vector<FileURL> files;
-    for (const ShelfItem& item : shelfViewModel_->presentItems(shelfViewModel_->shelfManager().items()))
-        files.push_back(item.fileURL);
-    // The shelf appends what is new.
-    if (drag == IconDrag::newest && !files.empty())
-        files.erase(files.begin(), files.end() - 1);
-    return files;
 }
 
 void AppDelegate::chooseFromMenu(int id) {

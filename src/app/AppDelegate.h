@@ -90,7 +90,6 @@ private:
     void setUpStatusItem();
     void setUpMenu(StatusItemButton& button);
     void chooseFromMenu(int id);
-    [[nodiscard]] std::vector<FileURL> filesOfDrag(IconDrag drag) const;
     void askToClear();
     void setUpPopover();
     void setUpObservers();

@@ -94,9 +94,8 @@ public:
     virtual void setMenu(StatusItemMenu menu) = 0;
     /// Puts a transparent drop view over the whole icon. The button owns it.
     virtual void addDropView(std::shared_ptr<DraggingDestination> dropView) = 0;
-    /// The files that a drag out of the icon carries; none if there are none. Left alone by icons that cannot be
-    /// dragged from.
-    virtual void setDragSource(std::function<std::vector<FileURL>(IconDrag)> /*files*/) {}
+    /// Left alone by icons that cannot be dragged from.
+    virtual void setDragSource(IconDragSource /*source*/) {}
 };
 
 /// A place in the menu bar, as wide as its button needs.

@@ -182,15 +182,23 @@ TEST_F(AppDelegateTest, aFileThatVanishesIsMarkedAtOneTickAndGoneAtTheNext) {
     EXPECT_EQ(statusBar.button->title.text, " 1");
 }
 
-TEST_F(AppDelegateTest, aDragOutOfTheIconCarriesTheNewestFileThatIsThereOrAllOfThem) {
+TEST_F(AppDelegateTest, aDragOutOfTheIconCarriesTheNewestFileThatIsThereOrAllOfThemOrOneThatWasChosen) {
     launch();
-    const auto& dragged = statusBar.button->dragSource;
-    EXPECT_TRUE(dragged(IconDrag::newest).empty());
+    const IconDragSource& source = statusBar.button->dragSource;
+    EXPECT_TRUE(source.files(IconDrag::newest).empty());
+    int changes = 0;
+    const std::vector<Subscription> watching = source.watch([&] { ++changes; });
     const std::vector<FileURL> added = makeFiles(3);
     shelf().addFiles(added);
+    EXPECT_EQ(changes, 1);
     files.removeItem(added[2]);
-    EXPECT_EQ(dragged(IconDrag::newest), std::vector{added[1]});
-    EXPECT_EQ(dragged(IconDrag::everything), (std::vector{added[0], added[1]}));
+    EXPECT_EQ(source.files(IconDrag::newest), std::vector{added[1]});
+    EXPECT_EQ(source.files(IconDrag::everything), (std::vector{added[0], added[1]}));
+    const std::vector<WaitingFile> list = source.list();
+    ASSERT_EQ(list.size(), 3u);
+    EXPECT_EQ(list[2].name, added[0].lastPathComponent());
+    EXPECT_EQ(source.file(list[2].id), std::vector{added[0]});
+    EXPECT_TRUE(source.file(list[0].id).empty()) << "it has just gone";
 }
 
 TEST_F(AppDelegateTest, aProgramAtRestWakesUpForNoMoreThanItsFiles) {

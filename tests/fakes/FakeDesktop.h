@@ -43,14 +43,12 @@ public:
     void setMenu(StatusItemMenu newMenu) override { menu = std::move(newMenu); }
     void addDropView(std::shared_ptr<DraggingDestination> newDropView) override { dropView = std::move(newDropView); }
 
-    void setDragSource(std::function<std::vector<FileURL>(IconDrag)> newSource) override {
-        dragSource = std::move(newSource);
-    }
+    void setDragSource(IconDragSource newSource) override { dragSource = std::move(newSource); }
 
     StatusItemImage image;
     StatusItemTitle title;
     std::function<void()> action;
-    std::function<std::vector<FileURL>(IconDrag)> dragSource;
+    IconDragSource dragSource;
     StatusItemMenu menu;
     std::shared_ptr<DraggingDestination> dropView;
 };

@@ -13,6 +13,7 @@
 #include "platform/qt/QtPopover.h"
 #include "presentation/Texts.h"
 #include "views/controls/Theme.h"
+#include "views/shelf/PocketRows.h"
 
 #include <QDesktopServices>
 #include <QUrl>
@@ -53,8 +54,8 @@ LinuxDesktop::LinuxDesktop(std::unique_ptr<X11Connection> x11, const CoreService
       directSaves(*connection, core.dispatch),
       drops(*connection, core.dispatch, directSaves),
       dragWatch(*connection),
-      statusBar(*connection, paintSymbol, drops, dragWatch, {core.dispatch, installedFile(waylandModule)},
-                [this] { iconStands.occur(); }),
+      statusBar(*connection, paintSymbol, drops, dragWatch,
+                {core.dispatch, installedFile(waylandModule), paintPocketRows}, [this] { iconStands.occur(); }),
       fileDrag(*connection),
       clipboard(core.dispatch),
       popoverHost(*connection, fileDrag),

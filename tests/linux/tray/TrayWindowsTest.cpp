@@ -36,7 +36,7 @@ protected:
     FakeDrops drops;
     const SymbolPainter paintSymbol = [](const StatusItemImage&, const QColor&, int) { return QImage(); };
     QtDispatch dispatch;
-    const WaylandSupport wayland{dispatch, {}};
+    const WaylandSupport wayland{dispatch, {}, {}};
     Pocket pocket{*connection, content, paintSymbol, drops, wayland, [] {}};
 };
 

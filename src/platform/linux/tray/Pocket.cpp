@@ -145,7 +145,10 @@ void Pocket::dragEnded(DragEnd end) {
 }
 
 void Pocket::setShelfOpen(bool isOpen) {
-    presence_.setBesideShelf(isOpen && surface_.isReady() && keepsX11DragsIn(connection_));
+    const bool isBesideShelf = isOpen && surface_.isReady() && keepsX11DragsIn(connection_);
+    presence_.setBesideShelf(isBesideShelf);
+    // Elsewhere the shelf itself is the better list, and would be below this one.
+    surface_.setListAllowed(!isOpen || isBesideShelf);
     showOrHide();
 }
 

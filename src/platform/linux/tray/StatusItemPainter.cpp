@@ -112,17 +112,21 @@ QPainterPath pocketOutline(const QRectF& room) {
     return path;
 }
 
-void paintPocket(QPainter& painter, const QSize& size, const StatusItemContent& content,
-                 const SymbolPainter& paintSymbol, const QPalette& palette, bool isBlended) {
+void paintPanel(QPainter& painter, const QSizeF& size, const QPalette& palette, bool isBlended) {
     QColor border = palette.color(QPalette::WindowText);
     border.setAlphaF(borderOpacity);
     painter.setRenderHint(QPainter::Antialiasing, isBlended);
     // Half of the line is outside the outline. Where the window ends at the outline, the line is drawn twice as wide.
-    const QRectF room({0, 0}, QSizeF(size));
+    const QRectF room({0, 0}, size);
     const QPainterPath outline = pocketOutline(isBlended ? room.adjusted(0.5, 0.5, -0.5, -0.5) : room);
     painter.fillPath(outline, palette.window());
     painter.setPen(QPen(border, isBlended ? 1 : 2));
     painter.drawPath(outline);
+}
+
+void paintPocket(QPainter& painter, const QSize& size, const StatusItemContent& content,
+                 const SymbolPainter& paintSymbol, const QPalette& palette, bool isBlended) {
+    paintPanel(painter, size, palette, isBlended);
     painter.translate(pocketPadding, pocketPadding);
     paintContent(painter, content, paintSymbol, layOutPocket(size, content), palette.color(QPalette::WindowText));
 }

@@ -33,7 +33,7 @@ struct StatusItemContent {
     StatusItemTitle title;
     std::shared_ptr<DraggingDestination> dropView;
     StatusItemMenu menu = {};
-    std::function<std::vector<FileURL>(IconDrag)> dragSource = {};
+    IconDragSource dragSource = {};
 };
 
 [[nodiscard]] StatusItemMeasure measureContent(const StatusItemContent& content);
@@ -55,6 +55,8 @@ void paintPocket(QPainter& painter, const QSize& size, const StatusItemContent& 
 [[nodiscard]] IconDrag pocketDragAt(const QPointF& point, const QSize& size, const StatusItemContent& content);
 /// The outline of its panel.
 [[nodiscard]] QPainterPath pocketOutline(const QRectF& room);
+/// Draws a panel like it, of that size.
+void paintPanel(QPainter& painter, const QSizeF& size, const QPalette& palette, bool isBlended);
 
 /// White or nearly black, whichever stands out from `background`.
 [[nodiscard]] QColor readableOn(const QColor& background);

@@ -79,7 +79,14 @@ void WaylandPocket::PaletteWatch::changeEvent(QEvent* event) {
 
 WaylandPocket::WaylandPocket(const WaylandSupport& support, const StatusItemContent& content,
                              const SymbolPainter& paintSymbol, std::function<void()> onClick)
-    : support_(support), content_(content), paintSymbol_(paintSymbol), onClick_(std::move(onClick)) {
+    : support_(support),
+      content_(content),
+      paintSymbol_(paintSymbol),
+      onClick_(std::move(onClick)),
+      list_(support.dispatch, content.dragSource, support.paintList,
+            {.show = [this](const LayerPlace& place) { layer_ ? layer_->show(LayerPart::list, place) : void(); },
+             .hide = [this] { layer_ ? layer_->hide(LayerPart::list) : void(); },
+             .repaint = [this] { layer_ ? layer_->repaint(LayerPart::list) : void(); }}) {
     if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         QMetaObject::invokeMethod(
             &context_, [this] { load(); }, Qt::QueuedConnection);
@@ -96,7 +103,10 @@ void WaylandPocket::load() {
     else
         layer_.reset(make(*this));
     if (layer_)
-        palette_ = std::make_unique<PaletteWatch>([this] { showContent(); });
+        palette_ = std::make_unique<PaletteWatch>([this] {
+            showContent();
+            layer_ ? layer_->repaint(LayerPart::list) : void();
+        });
 }
 
 void WaylandPocket::layerReady() {
@@ -109,27 +119,36 @@ void WaylandPocket::layerLost(const std::string& why) {
     if (std::exchange(isReady_, false))
         qCWarning(waylandLog, "the pocket is an X11 window from now on; the compositor has lost it: %s", why.c_str());
     QMetaObject::invokeMethod(
-        &context_, [this] { layer_.reset(); }, Qt::QueuedConnection);
+        &context_,
+        [this] {
+            list_.fold();
+            layer_.reset();
+        },
+        Qt::QueuedConnection);
     readyChanged.emit();
 }
 
 void WaylandPocket::show(const LayerPlace& place) {
     place_ = place;
     if (layer_)
-        layer_->show(place);
+        layer_->show(LayerPart::pocket, place);
+    list_.pocketMoved(place);
 }
 
 void WaylandPocket::hide() {
+    list_.fold();
     if (layer_)
-        layer_->hide();
+        layer_->hide(LayerPart::pocket);
 }
 
 void WaylandPocket::showContent() {
     if (layer_)
-        layer_->repaint();
+        layer_->repaint(LayerPart::pocket);
 }
 
-QImage WaylandPocket::layerPicture(double scale) {
+QImage WaylandPocket::layerPicture(LayerPart part, double scale) {
+    if (part == LayerPart::list)
+        return list_.picture(scale, palette_->palette());
     QImage picture((QSizeF(place_.size) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
     picture.setDevicePixelRatio(scale);
     picture.fill(Qt::transparent);
@@ -138,21 +157,35 @@ QImage WaylandPocket::layerPicture(double scale) {
     return picture;
 }
 
+/// What is pressed on the pocket is meant for it, and not for the list.
+void WaylandPocket::layerPressed(LayerPart part) {
+    if (part == LayerPart::pocket)
+        list_.fold();
+}
+
 /// The X server, which an open menu hears of clicks from, does not know of those on the pocket.
-void WaylandPocket::layerClicked() {
-    if (!closeMenu())
+void WaylandPocket::layerClicked(LayerPart part) {
+    if (!closeMenu() && part == LayerPart::pocket)
         onClick_();
 }
 
+void WaylandPocket::layerScrolled(LayerPart part, double steps, double points) {
+    if (part == LayerPart::list)
+        list_.scroll(steps, points);
+}
+
 void WaylandPocket::layerMenuAsked() {
+    list_.fold();
     if (!closeMenu())
         showStatusItemMenu(content_.menu, below(place_));
 }
 
-LayerDrag WaylandPocket::layerDrag(const QPointF& pressed, double scale) {
-    if (!content_.dragSource)
+LayerDrag WaylandPocket::layerDrag(LayerPart part, const QPointF& pressed, double scale) {
+    if (!content_.dragSource.files)
         return {};
-    const std::vector<FileURL> files = content_.dragSource(pocketDragAt(pressed, place_.size, content_));
+    const std::vector<FileURL> files = part == LayerPart::list
+                                           ? list_.filesAt(pressed)
+                                           : content_.dragSource.files(pocketDragAt(pressed, place_.size, content_));
     if (files.empty())
         return {};
     std::string paths;
@@ -160,8 +193,12 @@ LayerDrag WaylandPocket::layerDrag(const QPointF& pressed, double scale) {
         paths += (paths.empty() ? "" : "\n") + file.path();
     const QString text = files.size() == 1 ? QString::fromStdString(files.front().lastPathComponent())
                                            : QStringLiteral("%1 files").arg(files.size());
-    dragsOut.emit(true);
     return {uriListOf(files), paths, dragPicture(text, palette_->palette(), scale)};
+}
+
+void WaylandPocket::layerDragBegan() {
+    dragsOut.emit(true);
+    list_.fold();
 }
 
 /// Where nothing stands for the file of a picture, as in the drags of browsers, the picture itself becomes the file.

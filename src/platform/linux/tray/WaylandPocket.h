@@ -4,6 +4,7 @@
 #include "foundation/Signal.h"
 #include "platform/linux/drags/DropReading.h"
 #include "platform/linux/tray/StatusItemPainter.h"
+#include "platform/linux/tray/WaylandPocketList.h"
 #include "platform/linux/wayland/LayerPocket.h"
 #include "platform/qt/QtDrops.h"
 
@@ -20,6 +21,7 @@ struct WaylandSupport {
     Dispatch& dispatch;
     /// The file of the module, which may not be there.
     std::string module;
+    PocketListPainter paintList;
 };
 
 /// The pocket as a surface of the Wayland compositor, which takes the drops of Wayland programs without a detour. Not
@@ -36,6 +38,8 @@ public:
     void show(const LayerPlace& place);
     void hide();
     void showContent();
+    /// Whether the list of the files may unfold beside it.
+    void setListAllowed(bool isAllowed) { list_.setAllowed(isAllowed); }
 
     Signal<> readyChanged;
     /// Emitted when a drag has entered it or left it.
@@ -61,13 +65,17 @@ private:
 
     void layerReady() override;
     void layerLost(const std::string& why) override;
-    [[nodiscard]] QImage layerPicture(double scale) override;
-    void layerClicked() override;
+    [[nodiscard]] QImage layerPicture(LayerPart part, double scale) override;
+    void layerPointedAt(LayerPart part, const std::optional<QPointF>& point) override { list_.pointAt(part, point); }
+    void layerPressed(LayerPart part) override;
+    void layerClicked(LayerPart part) override;
     void layerMenuAsked() override;
+    void layerScrolled(LayerPart part, double steps, double points) override;
     [[nodiscard]] bool layerEntered(const std::vector<std::string>& formats) override;
     void layerLeft() override { hovered.emit(false); }
     void layerDropped(std::shared_ptr<OfferedData> data) override;
-    [[nodiscard]] LayerDrag layerDrag(const QPointF& pressed, double scale) override;
+    [[nodiscard]] LayerDrag layerDrag(LayerPart part, const QPointF& pressed, double scale) override;
+    void layerDragBegan() override;
     void layerDragEnded() override { dragsOut.emit(false); }
 
     [[nodiscard]] const ReceivedDrop& received() const override { return received_; }
@@ -90,6 +98,7 @@ private:
     int readings_ = 0;
     std::unique_ptr<PaletteWatch> palette_;
     std::unique_ptr<LayerPocket> layer_;
+    WaylandPocketList list_;
     /// Ends what is still to be done on its behalf.
     QObject context_;
     const std::shared_ptr<WaylandPocket*> self_ = std::make_shared<WaylandPocket*>(this);

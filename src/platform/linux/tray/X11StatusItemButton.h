@@ -23,9 +23,7 @@ public:
     void setAction(std::function<void()> action) override { action_ = std::move(action); }
     void setMenu(StatusItemMenu menu) override { content_.menu = std::move(menu); }
     void addDropView(std::shared_ptr<DraggingDestination> dropView) override;
-    void setDragSource(std::function<std::vector<FileURL>(IconDrag)> files) override {
-        content_.dragSource = std::move(files);
-    }
+    void setDragSource(IconDragSource source) override { content_.dragSource = std::move(source); }
     void setAttached(bool isAttached) override { pocket_.setShelfOpen(isAttached); }
     [[nodiscard]] QRect rectOnScreen() const override;
     [[nodiscard]] QRect barOnScreen() const override;

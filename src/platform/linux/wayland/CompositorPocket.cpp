@@ -28,6 +28,8 @@ public:
         QObject::connect(&placing_, &QTimer::timeout, [this] { checkPlace(); });
         remaking_.setSingleShot(true);
         QObject::connect(&remaking_, &QTimer::timeout, [this] { remake(); });
+        foldingList_.setSingleShot(true);
+        QObject::connect(&foldingList_, &QTimer::timeout, [this] { hide(LayerPart::list); });
     }
 
     [[nodiscard]] bool connect() {
@@ -38,32 +40,49 @@ public:
         return display_ != nullptr;
     }
 
-    void show(const LayerPlace& place) override {
-        const bool isElsewhere = surface_ && surface_->place().output != place.output;
-        place_ = place;
+    void show(LayerPart part, const LayerPlace& place) override {
+        Shown& shown = of(part);
+        const bool isElsewhere = shown.surface && shown.surface->place().output != place.output;
+        shown.place = place;
         if (!isReady_ || isLost_)
             return;
         if (isElsewhere)
-            closeSurface();
-        if (surface_)
-            surface_->move(place);
+            closeSurface(part);
+        if (shown.surface)
+            shown.surface->move(place);
         else
-            makeSurface();
+            makeSurface(part);
         display_->flush();
     }
-    void hide() override {
-        place_.reset();
+    void hide(LayerPart part) override {
+        of(part).place.reset();
         closings_ = 0;
-        closeSurface();
+        closeSurface(part);
         display_->flush();
     }
-    void repaint() override {
-        if (surface_)
-            surface_->repaint();
+    void repaint(LayerPart part) override {
+        if (of(part).surface)
+            of(part).surface->repaint();
         display_->flush();
     }
 
 private:
+    /// What there is of one part.
+    struct Shown {
+        /// Where it is to be shown, if it is to be.
+        std::optional<LayerPlace> place;
+        std::optional<LayerSurface> surface;
+    };
+
+    [[nodiscard]] Shown& of(LayerPart part) { return part == LayerPart::pocket ? pocket_ : list_; }
+    /// The part with that surface; none if it is gone.
+    [[nodiscard]] std::optional<LayerPart> partOf(const wl_surface* handle) {
+        for (const LayerPart part : {LayerPart::pocket, LayerPart::list})
+            if (of(part).surface && of(part).surface->handle() == handle)
+                return part;
+        return std::nullopt;
+    }
+
     void ready() {
         if (!display_->layerShell)
             return lose("it has no layers for surfaces");
@@ -80,43 +99,57 @@ private:
         owner_.layerLost(why);
     }
 
-    void makeSurface() {
+    void makeSurface(LayerPart part) {
         // Compositors without a screen take every surface away at once.
         if (!display_->hasOutputs())
             return;
-        surface_.emplace(
-            *display_, *place_, [this](double scale) { return owner_.layerPicture(scale); },
-            [this] { remaking_.start(0); });
-        placing_.start(placingTime);
+        of(part).surface.emplace(
+            *display_, *of(part).place, [this, part](double scale) { return owner_.layerPicture(part, scale); },
+            [this, part] { closed(part); });
+        if (part == LayerPart::pocket)
+            placing_.start(placingTime);
     }
-    void closeSurface() {
-        placing_.stop();
-        remaking_.stop();
+    void closeSurface(LayerPart part) {
+        if (part == LayerPart::pocket) {
+            placing_.stop();
+            remaking_.stop();
+        }
+        std::optional<LayerSurface>& surface = of(part).surface;
+        if (!surface)
+            return;
         if (drops_)
-            drops_->left();
-        if (pointer_)
-            pointer_->left();
-        surface_.reset();
+            drops_->left(surface->handle());
+        const bool wasPointedAt = pointer_ && pointer_->left(part);
+        surface.reset();
+        if (wasPointedAt)
+            owner_.layerPointedAt(part, std::nullopt);
+    }
+    /// The compositor has taken the surface away, as it does when a screen goes. Only the pocket is made again.
+    void closed(LayerPart part) {
+        if (part == LayerPart::pocket)
+            return remaking_.start(0);
+        foldingList_.start(0);
     }
     void checkPlace() {
-        if (surface_ && !surface_->isPlaced())
+        if (pocket_.surface && !pocket_.surface->isPlaced())
             lose("it gives the pocket no place");
     }
-    /// The compositor has taken the surface away, as it does when a screen goes.
     void remake() {
-        closeSurface();
+        closeSurface(LayerPart::pocket);
         if (++closings_ > mostClosings)
             return lose("it takes the pocket away");
-        if (place_)
-            makeSurface();
+        if (pocket_.place)
+            makeSurface(LayerPart::pocket);
         display_->flush();
     }
     void outputsChanged() {
         closings_ = 0;
-        if (surface_)
-            surface_->outputsChanged();
-        else if (isReady_ && place_)
-            makeSurface();
+        if (list_.surface)
+            list_.surface->outputsChanged();
+        if (pocket_.surface)
+            pocket_.surface->outputsChanged();
+        else if (isReady_ && pocket_.place)
+            makeSurface(LayerPart::pocket);
     }
 
     void seatChanged() {
@@ -135,33 +168,46 @@ private:
                     .entered = [this](const auto& formats) { return entered(formats); },
                     .left = [this] { owner_.layerLeft(); },
                     .dropped = [this](std::shared_ptr<OfferedData> data) { owner_.layerDropped(std::move(data)); }});
-        if (!display_->hasPointer())
+        if (!display_->hasPointer()) {
             pointer_.reset();
-        else if (!pointer_)
+            owner_.layerPointedAt(LayerPart::pocket, std::nullopt);
+        } else if (!pointer_) {
             pointer_.emplace(
                 *display_,
                 PocketPointer::Events{
-                    .clicked = [this] { owner_.layerClicked(); },
+                    .part = [this](const wl_surface* surface) { return partOf(surface); },
+                    .pointedAt = [this](LayerPart part, const auto& point) { owner_.layerPointedAt(part, point); },
+                    .pressed = [this](LayerPart part) { owner_.layerPressed(part); },
+                    .clicked = [this](LayerPart part) { owner_.layerClicked(part); },
                     .menuAsked = [this] { owner_.layerMenuAsked(); },
-                    .dragBegan = [this](const QPointF& pressed, std::uint32_t serial) { drag(pressed, serial); },
-                    .size = [this] { return surface_ ? QSizeF(surface_->place().size) : QSizeF(); },
-                    .scale = [this] { return surface_ ? surface_->scale() : 1; }});
+                    .scrolled = [this](LayerPart part, double steps,
+                                       double points) { owner_.layerScrolled(part, steps, points); },
+                    .dragBegan = [this](LayerPart part, const QPointF& pressed,
+                                        std::uint32_t serial) { drag(part, pressed, serial); },
+                    .size =
+                        [this](LayerPart part) {
+                            return of(part).surface ? QSizeF(of(part).surface->place().size) : QSizeF();
+                        },
+                    .scale = [this](LayerPart part) { return of(part).surface ? of(part).surface->scale() : 1; }});
+        }
     }
 
     /// Its own files would only come back.
     [[nodiscard]] bool entered(const std::vector<std::string>& formats) {
         return !(source_ && source_->isOn()) && owner_.layerEntered(formats);
     }
-    void drag(const QPointF& pressed, std::uint32_t serial) {
-        if (!surface_ || !drops_)
+    void drag(LayerPart part, const QPointF& pressed, std::uint32_t serial) {
+        const std::optional<LayerSurface>& surface = of(part).surface;
+        if (!surface || !drops_)
             return;
-        LayerDrag files = owner_.layerDrag(pressed, std::ceil(surface_->scale()));
+        LayerDrag files = owner_.layerDrag(part, pressed, std::ceil(surface->scale()));
         if (files.uriList.empty())
             return;
         source_.reset();
         source_ = std::make_unique<FileSource>(*display_, std::move(files),
-                                               FileSource::Press{drops_->device(), surface_->handle(), serial},
+                                               FileSource::Press{drops_->device(), surface->handle(), serial},
                                                [this] { owner_.layerDragEnded(); });
+        owner_.layerDragBegan();
     }
 
     LayerPocketOwner& owner_;
@@ -169,14 +215,14 @@ private:
     bool isReady_ = false;
     bool isLost_ = false;
     int closings_ = 0;
-    /// Where it is to be shown, if it is to be.
-    std::optional<LayerPlace> place_;
-    std::optional<LayerSurface> surface_;
+    Shown pocket_;
+    Shown list_;
     std::optional<DropTarget> drops_;
     std::optional<PocketPointer> pointer_;
     std::unique_ptr<FileSource> source_;
     QTimer placing_;
     QTimer remaking_;
+    QTimer foldingList_;
 };
 
 }  // namespace

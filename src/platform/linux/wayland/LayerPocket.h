@@ -6,15 +6,19 @@
 #include <QSize>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace stowpocket {
 
-/// Where the pocket is on a screen, in points.
+/// The surfaces: the pocket, and the list that unfolds beside it.
+enum class LayerPart { pocket, list };
+
+/// Where a surface is on a screen, in points.
 struct LayerPlace {
     QSize size;
-    /// Between the pocket and the edges of the screen.
+    /// Between the surface and the edges of the screen.
     int fromTop = 0;
     int fromRight = 0;
     /// The name of the screen. The compositor chooses one if it has none of this name.
@@ -52,29 +56,36 @@ public:
     virtual void layerReady() = 0;
     /// The pocket is gone for ever. Destroys nothing during the call.
     virtual void layerLost(const std::string& why) = 0;
-    /// The pocket painted with that many pixels a point, of the size that it was shown with.
-    [[nodiscard]] virtual QImage layerPicture(double scale) = 0;
-    virtual void layerClicked() = 0;
+    /// The part painted with that many pixels a point, of the size that it was shown with.
+    [[nodiscard]] virtual QImage layerPicture(LayerPart part, double scale) = 0;
+    /// The pointer is there on the part now; nothing when it has left.
+    virtual void layerPointedAt(LayerPart part, const std::optional<QPointF>& point) = 0;
+    virtual void layerPressed(LayerPart part) = 0;
+    virtual void layerClicked(LayerPart part) = 0;
     virtual void layerMenuAsked() = 0;
+    /// The wheel has turned so many steps, or fingers have moved over so many points; down is positive.
+    virtual void layerScrolled(LayerPart part, double steps, double points) = 0;
     /// A drag of data in these formats is over the pocket. Returns whether it may be dropped there.
     [[nodiscard]] virtual bool layerEntered(const std::vector<std::string>& formats) = 0;
     virtual void layerLeft() = 0;
     virtual void layerDropped(std::shared_ptr<OfferedData> data) = 0;
-    /// A drag begins with a press at that point of the pocket.
-    [[nodiscard]] virtual LayerDrag layerDrag(const QPointF& pressed, double scale) = 0;
+    /// A drag is to begin with a press at that point of the part.
+    [[nodiscard]] virtual LayerDrag layerDrag(LayerPart part, const QPointF& pressed, double scale) = 0;
+    virtual void layerDragBegan() = 0;
     virtual void layerDragEnded() = 0;
 };
 
-/// A pocket that is no window of the X server but a surface of a Wayland compositor, above all windows. Main thread.
+/// A pocket that is no window of the X server but a surface of a Wayland compositor, above all windows, and its list.
+/// Main thread.
 class LayerPocket {
 public:
     virtual ~LayerPocket() = default;
 
-    /// Shows it, or moves it. Nothing happens before the owner is told that it is ready.
-    virtual void show(const LayerPlace& place) = 0;
-    virtual void hide() = 0;
+    /// Shows the part, or moves it. Nothing happens before the owner is told that the pocket is ready.
+    virtual void show(LayerPart part, const LayerPlace& place) = 0;
+    virtual void hide(LayerPart part) = 0;
     /// Its picture has changed.
-    virtual void repaint() = 0;
+    virtual void repaint(LayerPart part) = 0;
 };
 
 /// The one function of the module, so that nothing of Wayland is loaded where there is none. Null when no compositor

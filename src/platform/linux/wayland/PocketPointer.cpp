@@ -44,9 +44,9 @@ PocketPointer::PocketPointer(WaylandDisplay& display, Events events)
 void PocketPointer::listen() {
     static constexpr wl_pointer_listener listener{
         .enter =
-            [](void* self, wl_pointer*, std::uint32_t serial, wl_surface*, wl_fixed_t x, wl_fixed_t y) {
-                static_cast<PocketPointer*>(self)->point_ = {wl_fixed_to_double(x), wl_fixed_to_double(y)};
-                static_cast<PocketPointer*>(self)->entered(serial);
+            [](void* self, wl_pointer*, std::uint32_t serial, wl_surface* surface, wl_fixed_t x, wl_fixed_t y) {
+                static_cast<PocketPointer*>(self)->entered(serial, surface,
+                                                           {wl_fixed_to_double(x), wl_fixed_to_double(y)});
             },
         .leave = [](void* self, wl_pointer*, std::uint32_t,
                     wl_surface*) { static_cast<PocketPointer*>(self)->left(); },
@@ -59,17 +59,36 @@ void PocketPointer::listen() {
                std::uint32_t state) {
                 static_cast<PocketPointer*>(self)->button(serial, code, state == WL_POINTER_BUTTON_STATE_PRESSED);
             },
-        .axis = [](void*, wl_pointer*, std::uint32_t, std::uint32_t, wl_fixed_t) {},
-        .frame = [](void*, wl_pointer*) {},
+        .axis =
+            [](void* self, wl_pointer*, std::uint32_t, std::uint32_t axis, wl_fixed_t points) {
+                if (axis == WL_POINTER_AXIS_VERTICAL_SCROLL)
+                    static_cast<PocketPointer*>(self)->turned(wl_fixed_to_double(points));
+            },
+        .frame = [](void* self, wl_pointer*) { static_cast<PocketPointer*>(self)->hasSteps_ = false; },
         .axis_source = [](void*, wl_pointer*, std::uint32_t) {},
         .axis_stop = [](void*, wl_pointer*, std::uint32_t, std::uint32_t) {},
-        .axis_discrete = [](void*, wl_pointer*, std::uint32_t, std::int32_t) {}};
+        .axis_discrete =
+            [](void* data, wl_pointer*, std::uint32_t axis, std::int32_t steps) {
+                auto* const self = static_cast<PocketPointer*>(data);
+                if (axis != WL_POINTER_AXIS_VERTICAL_SCROLL || !self->part_)
+                    return;
+                self->hasSteps_ = true;
+                self->events_.scrolled(*self->part_, steps, 0);
+            }};
     wl_pointer_add_listener(pointer_.get(), &listener, this);
 }
 
+void PocketPointer::entered(std::uint32_t serial, const wl_surface* surface, const QPointF& point) {
+    part_ = events_.part(surface);
+    point_ = point;
+    if (!part_)
+        return;
+    showArrow(serial, static_cast<int>(std::ceil(events_.scale(*part_))));
+    events_.pointedAt(*part_, point);
+}
+
 /// The pointer has no look of its own over a surface until it is given one.
-void PocketPointer::entered(std::uint32_t serial) {
-    const int scale = static_cast<int>(std::ceil(events_.scale()));
+void PocketPointer::showArrow(std::uint32_t serial, int scale) {
     if (!theme_ || scale != themeScale_) {
         const QByteArray name = qgetenv("XCURSOR_THEME");
         theme_.reset(wl_cursor_theme_load(name.isEmpty() ? nullptr : name.constData(), cursorSize() * scale,
@@ -98,32 +117,57 @@ void PocketPointer::entered(std::uint32_t serial) {
 
 /// The theme has all looks of the pointer, most of which are never used here.
 void PocketPointer::left() {
+    const std::optional<LayerPart> part = std::exchange(part_, std::nullopt);
     gesture_.left();
     theme_.reset();
+    if (part)
+        events_.pointedAt(*part, std::nullopt);
+}
+
+bool PocketPointer::left(LayerPart part) {
+    if (part_ != part)
+        return false;
+    part_.reset();
+    left();
+    return true;
 }
 
 void PocketPointer::button(std::uint32_t serial, std::uint32_t code, bool isPressed) {
+    if (!part_)
+        return;
     if (!isPressed)
-        return act(gesture_.released(buttonOf(code), point_, events_.size()));
+        return act(gesture_.released(buttonOf(code), point_, events_.size(*part_)));
     pressSerial_ = serial;
-    act(gesture_.pressed(buttonOf(code), point_));
+    const PressGesture::Outcome outcome = gesture_.pressed(buttonOf(code), point_);
+    events_.pressed(*part_);
+    act(outcome);
 }
 
 void PocketPointer::moved(const QPointF& point) {
     point_ = point;
+    if (!part_)
+        return;
+    events_.pointedAt(*part_, point);
     act(gesture_.moved(point));
 }
 
+void PocketPointer::turned(double points) {
+    if (part_ && !hasSteps_)
+        events_.scrolled(*part_, 0, points);
+}
+
 void PocketPointer::act(PressGesture::Outcome outcome) {
+    if (!part_)
+        return;
     switch (outcome) {
     case PressGesture::Outcome::nothing:
         return;
     case PressGesture::Outcome::click:
-        return events_.clicked();
+        return events_.clicked(*part_);
     case PressGesture::Outcome::menu:
         return events_.menuAsked();
     case PressGesture::Outcome::drag:
-        return events_.dragBegan(gesture_.start(), pressSerial_);
+        return events_.dragBegan(*part_, gesture_.start(), pressSerial_);
     }
 }
 

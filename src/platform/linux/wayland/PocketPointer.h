@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/wayland/LayerPocket.h"
 #include "platform/linux/wayland/WaylandDisplay.h"
 
 #include <QPointF>
@@ -10,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace stowpocket {
 
@@ -50,18 +52,24 @@ private:
     QPointF start_;
 };
 
-/// The pointer over the pocket: its arrow, and what its buttons are for.
+/// The pointer over the surfaces: its arrow, and what its buttons and its wheel are for.
 class PocketPointer {
 public:
     struct Events {
-        std::function<void()> clicked;
+        /// Which part that surface is; none if it is gone.
+        std::function<std::optional<LayerPart>(const wl_surface* surface)> part;
+        /// The pointer is there on the part now; nothing when it has left.
+        std::function<void(LayerPart part, const std::optional<QPointF>& point)> pointedAt;
+        std::function<void(LayerPart part)> pressed;
+        std::function<void(LayerPart part)> clicked;
         std::function<void()> menuAsked;
+        std::function<void(LayerPart part, double steps, double points)> scrolled;
         /// The button that was pressed at that point is held, and the pointer moves. `serial` stands for the press.
-        std::function<void(const QPointF& pressed, std::uint32_t serial)> dragBegan;
-        /// Of the pocket, in points.
-        std::function<QSizeF()> size;
-        /// Pixels a point, where the pocket is.
-        std::function<double()> scale;
+        std::function<void(LayerPart part, const QPointF& pressed, std::uint32_t serial)> dragBegan;
+        /// In points.
+        std::function<QSizeF(LayerPart part)> size;
+        /// Pixels a point, where the part is.
+        std::function<double(LayerPart part)> scale;
     };
 
     /// `display` outlives it, and its seat has a pointer.
@@ -69,8 +77,8 @@ public:
     PocketPointer(const PocketPointer&) = delete;
     PocketPointer& operator=(const PocketPointer&) = delete;
 
-    /// The pocket is gone, and the pointer so elsewhere.
-    void left();
+    /// The part is gone, and the pointer so elsewhere. Returns whether it was there.
+    bool left(LayerPart part);
 
 private:
     struct CursorEnd {
@@ -78,16 +86,23 @@ private:
     };
 
     void listen();
-    void entered(std::uint32_t serial);
+    void entered(std::uint32_t serial, const wl_surface* surface, const QPointF& point);
+    void left();
+    void showArrow(std::uint32_t serial, int scale);
     void button(std::uint32_t serial, std::uint32_t code, bool isPressed);
     void moved(const QPointF& point);
+    void turned(double points);
     void act(PressGesture::Outcome outcome);
 
     WaylandDisplay& display_;
     const Events events_;
     PressGesture gesture_;
+    /// Where the pointer is; none if it is elsewhere.
+    std::optional<LayerPart> part_;
     QPointF point_;
     std::uint32_t pressSerial_ = 0;
+    /// Whether the wheel itself has told its steps, which then count instead of points.
+    bool hasSteps_ = false;
     std::unique_ptr<wl_cursor_theme, CursorEnd> theme_;
     int themeScale_ = 0;
     const Owned<wl_surface> arrow_;

@@ -88,8 +88,8 @@ DropTarget::DropTarget(WaylandDisplay& display, Events events)
     static constexpr wl_data_device_listener listener{
         .data_offer = [](void* self, wl_data_device*,
                          wl_data_offer* offer) { static_cast<DropTarget*>(self)->introduced(offer); },
-        .enter = [](void* self, wl_data_device*, std::uint32_t serial, wl_surface*, wl_fixed_t, wl_fixed_t,
-                    wl_data_offer* offer) { static_cast<DropTarget*>(self)->entered(serial, offer); },
+        .enter = [](void* self, wl_data_device*, std::uint32_t serial, wl_surface* surface, wl_fixed_t, wl_fixed_t,
+                    wl_data_offer* offer) { static_cast<DropTarget*>(self)->entered(serial, surface, offer); },
         .leave = [](void* self, wl_data_device*) { static_cast<DropTarget*>(self)->left(); },
         .motion = [](void*, wl_data_device*, std::uint32_t, wl_fixed_t, wl_fixed_t) {},
         .drop = [](void* self, wl_data_device*) { static_cast<DropTarget*>(self)->dropped(); },
@@ -113,8 +113,9 @@ std::shared_ptr<WaylandOffer> DropTarget::take(const wl_data_offer* offer) {
 }
 
 /// Nothing is offered where a program drags within itself.
-void DropTarget::entered(std::uint32_t serial, wl_data_offer* offer) {
+void DropTarget::entered(std::uint32_t serial, const wl_surface* surface, wl_data_offer* offer) {
     over_ = take(offer);
+    surface_ = surface;
     isWanted_ = over_ && events_.entered(over_->formats());
     if (over_)
         over_->accept(serial, isWanted_);
@@ -122,6 +123,7 @@ void DropTarget::entered(std::uint32_t serial, wl_data_offer* offer) {
 
 void DropTarget::left() {
     over_.reset();
+    surface_ = nullptr;
     if (std::exchange(isWanted_, false))
         events_.left();
 }

@@ -57,13 +57,17 @@ public:
     DropTarget& operator=(const DropTarget&) = delete;
 
     [[nodiscard]] wl_data_device* device() const { return device_.get(); }
-    /// What is over the pocket has left it, whether or not the compositor says so.
-    void left();
+    /// What is over that surface has left it, whether or not the compositor says so.
+    void left(const wl_surface* surface) {
+        if (surface == surface_)
+            left();
+    }
 
 private:
     void introduced(wl_data_offer* offer);
     [[nodiscard]] std::shared_ptr<WaylandOffer> take(const wl_data_offer* offer);
-    void entered(std::uint32_t serial, wl_data_offer* offer);
+    void entered(std::uint32_t serial, const wl_surface* surface, wl_data_offer* offer);
+    void left();
     void dropped();
 
     WaylandDisplay& display_;
@@ -71,8 +75,9 @@ private:
     const Owned<wl_data_device> device_;
     /// Offers of which it is not known yet what they are.
     std::list<std::shared_ptr<WaylandOffer>> introduced_;
-    /// The drag that is over the pocket.
+    /// The drag that is over a surface, and the surface.
     std::shared_ptr<WaylandOffer> over_;
+    const wl_surface* surface_ = nullptr;
     bool isWanted_ = false;
 };
 
