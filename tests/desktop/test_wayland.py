@@ -6,10 +6,10 @@ import session
 from case import DesktopTest
 from drag import Drag
 from session import FREE
-from stowpocket import POCKET
+from stowpocket import PAINTED, POCKET
 from terminal import run
 from wayland_desktop import KwinDesktop, SwayDesktop, WaylandWindow
-from x_display import wait_for
+from x_display import Rect, wait_for
 
 HURRIED = (700, 300)
 
@@ -19,21 +19,40 @@ class Layers(session.Session):
 
     def test_pocket_gives_its_newest_file_to_a_wayland_window(self):
         *_, newest = files = self.desktop.files("staged", 3)
-        window, stowpocket = WaylandWindow(self.desktop, self.desktop.folder("more")), self.start(*files)
-        stowpocket.wait_for_files([file.name for file in files])
+        self.stage(*files)
         self.assertIsNone(self.x.find(POCKET), "it is no X11 window")
-        wait_for(self.click_away, "the shelf to close")
-        window.forget()
-        x, y = stowpocket.icon()
+        x, y = self.stowpocket.icon()
         # The count is on the right, and stands for all files.
-        drag = Drag(self.x, (x - 12, y), lambda: window.says("drag over it"))
-        drag.over(FREE, lambda: window.says("drag over it"), "the window to be dragged over")
+        self.drag_out((x - 12, y))
+        self.window.wait_for(f"dropped {newest.as_uri()}")
+
+    def stage(self, *files):  # pylint: disable=arguments-differ
+        self.window = WaylandWindow(self.desktop, self.desktop.folder("more"))
+        self.start(*files).wait_for_files([file.name for file in files])
+        wait_for(self.click_away, "the shelf to close")
+        self.window.forget()
+
+    def drag_out(self, place):
+        drag = Drag(self.x, place, lambda: self.window.says("drag over it"))
+        drag.over(FREE, lambda: self.window.says("drag over it"), "the window to be dragged over")
         drag.release()
-        window.wait_for(f"dropped {newest.as_uri()}")
 
 
 class Sway(Layers):
     desktop_type = SwayDesktop
+
+    def test_list_beside_the_pocket_gives_the_chosen_file_to_a_wayland_window(self):
+        oldest, *_ = files = self.desktop.files("staged", 2)
+        self.stage(*files)
+        pocket = self.stowpocket.pocket()
+        self.x.point(*pocket.centre())
+        # The lowest of three rows, which are 36 points high.
+        row = Rect(pocket.x - 200, pocket.y + pocket.height + 6 + 6 + 36 + 7 + 36, 200, 36)
+        wait_for(lambda: self.x.contrast(row) > PAINTED, "the list to unfold")
+        self.drag_out(row.centre())
+        self.window.wait_for(f"dropped {oldest.as_uri()}")
+        self.x.point(*FREE)
+        wait_for(lambda: self.x.contrast(row) < PAINTED, "the list to be folded")
 
     def test_settings_have_the_lines_that_bind_the_shortcuts(self):
         stowpocket = self.start()
