@@ -124,6 +124,8 @@ TEST(StatusItemPainterTest, readsTheAnnouncedForeground) {
     constexpr std::array<std::uint32_t, 12> announced{0x1234, 0xABCD, 0xFFFF};
     EXPECT_EQ(announcedForeground(announced), QColor(0x12, 0xAB, 0xFF));
     EXPECT_EQ(announcedForeground(std::span(announced).first(2)), std::nullopt);
+    constexpr std::array<std::uint32_t, 12> unset{0, 0, 0, 0xFFFF, 0, 0, 0xFFFF, 0xFFFF, 0, 0, 0xFFFF, 0};
+    EXPECT_EQ(announcedForeground(unset), std::nullopt);
 }
 
 TEST(StatusItemPainterTest, standsOutFromTheBar) {

@@ -4,6 +4,8 @@
 #include <QFontMetricsF>
 #include <QThread>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -67,7 +69,10 @@ StatusItemLayout layOutPocket(const QSize& size, const StatusItemContent& conten
 }  // namespace
 
 std::optional<QColor> announcedForeground(std::span<const std::uint32_t> property) {
-    if (property.size() < 3)
+    // GNOME Shell 43 leaves these on a black bar until the style of the bar changes, if it started without XWayland.
+    constexpr std::uint32_t full = 0xFFFF;
+    constexpr std::array<std::uint32_t, 12> unset{0, 0, 0, full, 0, 0, full, full, 0, 0, full, 0};
+    if (property.size() < 3 || std::ranges::equal(property, unset))
         return std::nullopt;
     const auto highByte = [](std::uint32_t component) { return static_cast<int>(component >> 8u & 0xFF); };
     return QColor(highByte(property[0]), highByte(property[1]), highByte(property[2]));

@@ -24,7 +24,7 @@ namespace stowpocket {
 using SymbolPainter = std::function<QImage(const StatusItemImage& symbol, const QColor& color, int pixelSize)>;
 
 /// The colour that the bar announces for symbols: the first one of _NET_SYSTEM_TRAY_COLORS, whose components have 16
-/// bits. Nothing when the property is absent or cut short.
+/// bits. Nothing when the property is absent or cut short, or holds what a tray begins with before it knows its bar.
 [[nodiscard]] std::optional<QColor> announcedForeground(std::span<const std::uint32_t> property);
 
 /// What the icon shows and who takes drops on it, wherever it is shown.

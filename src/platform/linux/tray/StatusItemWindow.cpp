@@ -197,6 +197,9 @@ QColor TrayWindow::foregroundOn(const QImage& background) const {
         return readableOn(background.pixelColor(0, 0));
     if (const auto announced = announcedForeground(connection_.property(manager_, X11Atom::trayColors)))
         return *announced;
+    // There the server has no picture of the screen, and the bar that blends windows is that of GNOME, which is dark.
+    if (isWaylandSession())
+        return Qt::white;
     const std::optional<QRect> place = connection_.geometryOnRoot(id());
     const QPoint beside = place ? QPoint(place->left() - 1, place->center().y()) : QPoint();
     const QImage pixel = x11Pixels(connection_, connection_.root(), QRect(beside, QSize(1, 1)));
