@@ -57,6 +57,9 @@ class Session(InSession):
 
     def test_pocket_and_a_command_open_the_shelf_and_a_click_elsewhere_closes_it(self):
         stowpocket = self.begin(0)
+        self.x.click(*stowpocket.icon(), 3)
+        wait_for(lambda: self.x.find("stowpocket"), "the icon's menu")
+        wait_for(lambda: self.x.click(*FREE) or not self.x.find("stowpocket"), "the menu to close")
         stowpocket.open_popover()
         self.x.click(*stowpocket.icon())
         stowpocket.wait_closed()

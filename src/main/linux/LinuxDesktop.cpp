@@ -62,6 +62,7 @@ LinuxDesktop::LinuxDesktop(std::unique_ptr<X11Connection> x11, const CoreService
       eventMonitors(*connection,
                     {.afterOwn = [this](std::function<void()> work) { fileDrag.whenOver(std::move(work)); },
                      .isWaylandDragOn = [this] { return dragWatch.isWaylandDragOn(); }}),
+      menuCover(*connection),
       fileManagerSelection(core.dispatch, *connection),
       opener(QDBusConnection::sessionBus()),
       loginItem(configHome(), ownExecutable()),

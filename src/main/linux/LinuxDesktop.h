@@ -9,6 +9,7 @@
 #include "platform/linux/drags/X11FileDrag.h"
 #include "platform/linux/drags/X11IncomingDrops.h"
 #include "platform/linux/files/Mounts.h"
+#include "platform/linux/input/MenuCover.h"
 #include "platform/linux/input/X11EventMonitors.h"
 #include "platform/linux/opening/DesktopFileOpener.h"
 #include "platform/linux/pictures/LinuxThumbnails.h"
@@ -53,6 +54,7 @@ struct LinuxDesktop {
     X11Clipboard clipboard;
     X11PopoverHost popoverHost;
     X11EventMonitors eventMonitors;
+    MenuCover menuCover;
     X11FileManagerSelection fileManagerSelection;
     DesktopFileOpener opener;
     XdgLoginItem loginItem;

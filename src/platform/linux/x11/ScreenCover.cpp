@@ -37,11 +37,13 @@ void X11ScreenCover::show() {
     colors_ = xcb_generate_id(server);
     xcb_create_colormap(server, XCB_COLORMAP_ALLOC_NONE, colors_, connection_.root(), visual);
     window_ = xcb_generate_id(server);
+    // GNOME Shell hides its bar while an unmanaged window is as large as the screen.
+    const int leftFree = kind_ == Kind::unmanaged ? 1 : 0;
     // The server paints the background, as compositors pass over a window that nothing was painted into.
     const std::array<std::uint32_t, 4> values{0, 0, kind_ == Kind::unmanaged ? 1u : 0u, colors_};
     xcb_create_window(
         server, blendingDepth, window_, connection_.root(), 0, 0, static_cast<std::uint16_t>(screen->width()),
-        static_cast<std::uint16_t>(screen->height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
+        static_cast<std::uint16_t>(screen->height() - leftFree), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
         XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_COLORMAP, values.data());
     if (kind_ == Kind::desktop)
         becomeDesktop();
