@@ -2,13 +2,9 @@
 #include "platform/linux/drags/DirectSaves.h"
 #include "platform/linux/drags/DragWatching.h"
 #include "platform/linux/drags/PromisedFiles.h"
-
-#include <QTemporaryDir>
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
 
 namespace stowpocket {
 namespace {
@@ -16,6 +12,7 @@ namespace {
 namespace fs = std::filesystem;
 using Step = DirectSaveProgress::Step;
 using Arrival = DirectSaveProgress::Arrival;
+using Steps = std::vector<Step>;
 
 TEST(DirectSaveProgressTest, takesOnlyThePlainNameOfWhatIsProposed) {
     using namespace std::string_view_literals;
@@ -31,73 +28,66 @@ TEST(DirectSaveProgressTest, takesOnlyThePlainNameOfWhatIsProposed) {
 TEST(DirectSaveProgressTest, succeedsOnlyOnTheLetterForSuccess) {
     EXPECT_EQ(DirectSaveProgress().replied("S", Arrival::content), Step::collect);
     EXPECT_EQ(DirectSaveProgress().replied("S", Arrival::nothing), Step::fail);
-    for (const std::optional<std::string_view> reply :
-         {std::optional<std::string_view>("F"), {"E"}, {""}, {"SS"}, {}})
-        EXPECT_EQ(DirectSaveProgress().replied(reply, Arrival::content), Step::fail) << reply.value_or("none");
+    for (const char* const reply : {"F", "E", "", "SS"})
+        EXPECT_EQ(DirectSaveProgress().replied(reply, Arrival::content), Step::fail) << reply;
+    EXPECT_EQ(DirectSaveProgress().replied(std::nullopt, Arrival::content), Step::fail);
 }
 
 TEST(DirectSaveProgressTest, waitsForASourceThatWritesAndEndsOnce) {
+    constexpr Arrival content = Arrival::content;
     DirectSaveProgress save;
-    EXPECT_EQ(save.written(Arrival::content), Step::none) << "another file may follow";
-    EXPECT_EQ(save.timeLimitReached(10, Arrival::content), Step::wait);
-    EXPECT_EQ(save.timeLimitReached(20, Arrival::content), Step::wait);
-    EXPECT_EQ(save.timeLimitReached(20, Arrival::content), Step::fail);
-    EXPECT_EQ(save.timeLimitReached(30, Arrival::content), Step::none);
-    for (const Arrival arrival : {Arrival::content, Arrival::emptyFiles})
-        EXPECT_EQ(save.replied("S", arrival), Step::none);
-    EXPECT_EQ(save.sourceGone(), Step::none);
-
+    EXPECT_EQ((Steps{save.written(content), save.timeLimitReached(10, content), save.timeLimitReached(20, content)}),
+              (Steps{Step::none, Step::wait, Step::wait}));
+    EXPECT_EQ(save.timeLimitReached(20, content), Step::fail);
+    EXPECT_EQ((Steps{save.timeLimitReached(30, content), save.replied("S", content),
+                     save.replied("S", Arrival::emptyFiles), save.sourceGone()}),
+              Steps(4, Step::none));
     DirectSaveProgress abandoned;
-    EXPECT_EQ(abandoned.sourceGone(), Step::fail);
-    EXPECT_EQ(abandoned.replied("S", Arrival::content), Step::none);
+    EXPECT_EQ((Steps{abandoned.sourceGone(), abandoned.replied("S", content)}), (Steps{Step::fail, Step::none}));
     EXPECT_EQ(DirectSaveProgress().timeLimitReached(0, Arrival::nothing), Step::fail);
 }
 
 TEST(DirectSaveProgressTest, waitsForContentThatComesAfterTheSuccess) {
-    const auto succeeded = [] {
-        DirectSaveProgress save;
-        EXPECT_EQ(save.replied("S", Arrival::emptyFiles), Step::wait);
-        EXPECT_EQ(save.sourceGone(), Step::none);
-        EXPECT_EQ(save.written(Arrival::emptyFiles), Step::none);
-        return save;
-    };
-    EXPECT_EQ(succeeded().written(Arrival::content), Step::collect);
-    EXPECT_EQ(succeeded().timeLimitReached(0, Arrival::emptyFiles), Step::fail) << "it stays empty";
-    DirectSaveProgress unwatched = succeeded();
+    DirectSaveProgress save;
+    EXPECT_EQ((Steps{save.replied("S", Arrival::emptyFiles), save.sourceGone(), save.written(Arrival::emptyFiles)}),
+              (Steps{Step::wait, Step::none, Step::none}));
+    DirectSaveProgress empty = save;
+    DirectSaveProgress unwatched = save;
+    EXPECT_EQ(save.written(Arrival::content), Step::collect);
+    EXPECT_EQ(empty.timeLimitReached(0, Arrival::emptyFiles), Step::fail);
     EXPECT_EQ(unwatched.timeLimitReached(5, Arrival::content), Step::wait) << "it is being written";
     EXPECT_EQ(unwatched.timeLimitReached(5, Arrival::content), Step::collect);
 }
 
 TEST(DropFolder, isFreshPrivateAndListsWhatArrivedWithoutLinks) {
-    const QTemporaryDir spool;
-    const FileURL parent = *FileURL::fromPath(spool.path().toStdString());
-    const auto folder = DropFolder::make(parent);
-    const auto other = DropFolder::make(parent);
-    ASSERT_TRUE(folder && other);
-    EXPECT_NE(folder->url(), other->url());
-    EXPECT_EQ(folder->url().parent(), parent);
-    const fs::path place = folder->url().path();
-    EXPECT_EQ(fs::status(place).permissions(), fs::perms::owner_all);
-
-    std::ofstream(place / "b") << "";
-    EXPECT_FALSE(folder->hasContent());
-    std::ofstream(place / "b") << "12345";
-    EXPECT_TRUE(folder->hasContent());
-    fs::create_directory(place / "a");
-    std::ofstream(place / "a" / "inside") << "123";
-    fs::create_symlink("/etc/passwd", place / "link");
-    EXPECT_EQ(folder->files(), (std::vector{folder->url().appending("a"), folder->url().appending("b")}));
-    EXPECT_EQ(folder->size(), 8U);
-
-    folder->discardIfEmpty();
-    std::ofstream(other->url().appending("empty").path()) << "";
-    other->discardIfEmpty();
-    EXPECT_TRUE(fs::exists(place / "b"));
-    EXPECT_FALSE(fs::exists(other->url().path()));
+    const TemporaryFolder spool;
+    const FileURL parent = *FileURL::fromPath(spool.path());
+    const DropFolder folder = DropFolder::make(parent).value();
+    const DropFolder other = DropFolder::make(parent).value();
+    EXPECT_NE(folder.url(), other.url());
+    EXPECT_EQ(folder.url().parent(), parent);
+    EXPECT_EQ(fs::status(folder.url().path()).permissions(), fs::perms::owner_all);
     EXPECT_FALSE(DropFolder::make(parent.appending("none")));
+
+    const std::string place = folder.url().lastPathComponent();
+    spool.write(place + "/b", "");
+    EXPECT_FALSE(folder.hasContent());
+    spool.write(place + "/b", "12345");
+    EXPECT_TRUE(folder.hasContent());
+    spool.write(place + "/a/inside", "123");
+    fs::create_symlink("/etc/passwd", spool.path(place + "/link"));
+    EXPECT_EQ(folder.files(), (std::vector{folder.url().appending("a"), folder.url().appending("b")}));
+    EXPECT_EQ(folder.size(), 8U);
+
+    spool.write(other.url().lastPathComponent() + "/empty", "");
+    for (const DropFolder& each : {folder, other})
+        each.discardIfEmpty();
+    EXPECT_EQ(spool.names(), std::vector{place});
+    EXPECT_EQ(spool.read(place + "/b"), "12345");
 }
 
 using Watch = DragWatching::Step;
+using Watches = std::vector<Watch>;
 using Owner = DragWatching::Owner;
 
 constexpr std::uint32_t uriList = 7;
@@ -114,8 +104,7 @@ TEST(DragOffer, isJudgedByTypesAndUnknownWhereNoneAreTold) {
     const auto judge = [](std::optional<std::vector<std::uint32_t>> targets, std::vector<std::uint32_t> list = {}) {
         return judgeDrag(targets, list, uriList, directSave);
     };
-    EXPECT_EQ(judge({{text, uriList}}), DragOffer::files);
-    EXPECT_EQ(judge({{directSave, uriList}}), DragOffer::files);
+    EXPECT_EQ(judge({{text, directSave, uriList}}), DragOffer::files);
     EXPECT_EQ(judge({{text, directSave}}), DragOffer::promise);
     EXPECT_EQ(judge({{text}}), DragOffer::nothing);
     EXPECT_EQ(judge(std::vector<std::uint32_t>(), {uriList}), DragOffer::nothing);
@@ -125,43 +114,35 @@ TEST(DragOffer, isJudgedByTypesAndUnknownWhereNoneAreTold) {
 }
 
 TEST(DragWatching, followsADragToItsEnd) {
-    DragWatching watching = asked();
-    EXPECT_EQ(watching.answered(DragOffer::files), Watch::announce);
-    EXPECT_EQ(watching.buttonsSeen(true), Watch::none);
-    EXPECT_EQ(watching.buttonsSeen(false), Watch::settle);
-    EXPECT_EQ(watching.buttonsSeen(false), Watch::none);
-    EXPECT_EQ(watching.settled(), Watch::end);
-    EXPECT_EQ(watching.ending(), DragEnd::released);
-    EXPECT_EQ(watching.settled(), Watch::none);
-
-    EXPECT_EQ(watching.ownerChanged(Owner::nobody, false), Watch::end) << "a late drop will not come any more";
-    EXPECT_EQ(watching.ending(), DragEnd::sourceGone);
-    EXPECT_EQ(watching.ownerChanged(Owner::nobody, false), Watch::none);
+    DragWatching drag = asked();
+    EXPECT_EQ((Watches{drag.answered(DragOffer::files), drag.buttonsSeen(true), drag.buttonsSeen(false),
+                       drag.buttonsSeen(false), drag.settled()}),
+              (Watches{Watch::announce, Watch::none, Watch::settle, Watch::none, Watch::end}));
+    EXPECT_EQ(drag.ending(), DragEnd::released);
+    // A late drop will not come any more.
+    EXPECT_EQ((Watches{drag.settled(), drag.ownerChanged(Owner::nobody, false)}), (Watches{Watch::none, Watch::end}));
+    EXPECT_EQ(drag.ending(), DragEnd::sourceGone);
+    EXPECT_EQ(drag.ownerChanged(Owner::nobody, false), Watch::none);
 }
 
 TEST(DragWatching, restsOnDragsThatAreNotForTheShelf) {
-    DragWatching watching = asked();
-    EXPECT_EQ(watching.answered(DragOffer::nothing), Watch::rest);
-    EXPECT_EQ(watching.buttonsSeen(false), Watch::none);
-    EXPECT_EQ(watching.ownerChanged(Owner::ourselves, true), Watch::none);
-    EXPECT_EQ(watching.answered(DragOffer::files), Watch::none);
-    EXPECT_EQ(watching.ownerChanged(Owner::another, false), Watch::none);
-
+    DragWatching other = asked();
+    EXPECT_EQ((Watches{other.answered(DragOffer::nothing), other.buttonsSeen(false),
+                       other.ownerChanged(Owner::ourselves, true), other.answered(DragOffer::files),
+                       other.ownerChanged(Owner::another, false)}),
+              (Watches{Watch::rest, Watch::none, Watch::none, Watch::none, Watch::none}));
     DragWatching silent = asked();
-    EXPECT_EQ(silent.buttonsSeen(false), Watch::settle);
-    EXPECT_EQ(silent.answered(DragOffer::files), Watch::none);
-    EXPECT_EQ(silent.settled(), Watch::rest);
+    EXPECT_EQ((Watches{silent.buttonsSeen(false), silent.answered(DragOffer::files), silent.settled()}),
+              (Watches{Watch::settle, Watch::none, Watch::rest}));
 }
 
 TEST(DragWatching, endsOnceWhereADragFollowsAtOnce) {
-    DragWatching watching = asked();
-    EXPECT_EQ(watching.answered(DragOffer::files), Watch::announce);
-    EXPECT_EQ(watching.buttonsSeen(false), Watch::settle);
-    EXPECT_EQ(watching.ownerChanged(Owner::another, true), Watch::ask);
-    EXPECT_EQ(watching.settled(), Watch::none);
-    EXPECT_EQ(watching.answered(DragOffer::promise), Watch::announce);
-    EXPECT_EQ(watching.ownerChanged(Owner::another, true), Watch::ask);
-    EXPECT_EQ(watching.answered(DragOffer::nothing), Watch::end);
+    DragWatching drag = asked();
+    EXPECT_EQ(
+        (Watches{drag.answered(DragOffer::files), drag.buttonsSeen(false), drag.ownerChanged(Owner::another, true),
+                 drag.settled(), drag.answered(DragOffer::promise), drag.ownerChanged(Owner::another, true),
+                 drag.answered(DragOffer::nothing)}),
+        (Watches{Watch::announce, Watch::settle, Watch::ask, Watch::none, Watch::announce, Watch::ask, Watch::end}));
 }
 
 TEST(WaylandDrag, endsWithTheFirstSignOfItsEndOrSomeTimeAfterTheLastOfItsLife) {

@@ -11,10 +11,11 @@ namespace stowpocket {
 /// it does by itself the server has seen when the call returns.
 class FakeDragSource {
 public:
-    FakeDragSource() {
+    /// Proposes a name for the file, if it is given one.
+    explicit FakeDragSource(const std::string& name = {}) {
         xcb_set_selection_owner(connection_, window_, session_->atom("XdndSelection"), XCB_CURRENT_TIME);
+        propose(name);
     }
-    /// Proposes a name for the file.
     void propose(const std::string& name) {
         write(window_, session_->atom("XdndDirectSave0"), name);
         static_cast<void>(session_->serverTime());
@@ -67,11 +68,6 @@ private:
         std::string bytes;
         Manner manner = Manner::atOnce;
     };
-    struct Transfer {
-        xcb_window_t requestor = XCB_WINDOW_NONE;
-        xcb_atom_t property = XCB_ATOM_NONE;
-        std::deque<std::string> pieces;
-    };
 
     void send(xcb_window_t target, const char* type, const std::array<std::uint32_t, 5>& fields) {
         xcb_client_message_event_t message{};
@@ -101,12 +97,12 @@ private:
     }
     void begin(const xcb_selection_request_event_t& request, const Offer& offer) {
         constexpr std::size_t pieceSize = 100'000;
-        transfer_ = {request.requestor, request.property, {}};
+        pieces_.clear();
         for (std::size_t at = 0; at < offer.bytes.size(); at += pieceSize)
-            transfer_.pieces.push_back(offer.bytes.substr(at, pieceSize));
-        transfer_.pieces.emplace_back();
+            pieces_.push_back(offer.bytes.substr(at, pieceSize));
+        pieces_.emplace_back();
         if (offer.manner == Manner::stopsInTheMiddle)
-            transfer_.pieces.resize(transfer_.pieces.size() / 2);
+            pieces_.resize(pieces_.size() / 2);
         const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
         xcb_change_window_attributes(connection_, request.requestor, XCB_CW_EVENT_MASK, &mask);
         const auto size = static_cast<std::uint32_t>(offer.bytes.size());
@@ -114,11 +110,11 @@ private:
                             session_->atom("INCR"), 32, 1, &size);
     }
     void handNextPiece(const xcb_property_notify_event_t& event) {
-        if (event.window != transfer_.requestor || event.state != XCB_PROPERTY_DELETE || transfer_.pieces.empty())
+        if (event.state != XCB_PROPERTY_DELETE || pieces_.empty())
             return;
-        write(event.window, transfer_.property, transfer_.pieces.front());
+        write(event.window, event.atom, pieces_.front());
         xcb_flush(connection_);
-        transfer_.pieces.pop_front();
+        pieces_.pop_front();
     }
     void write(xcb_window_t window, xcb_atom_t property, const std::string& text) {
         xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, property, XCB_ATOM_STRING, 8,
@@ -142,7 +138,7 @@ private:
     std::function<void(const std::string&)> onSave_;
     bool wasSaveWanted_ = false;
     std::map<xcb_atom_t, Offer> offers_;
-    Transfer transfer_;
+    std::deque<std::string> pieces_;
     std::optional<bool> wasTaken_;
 };
 

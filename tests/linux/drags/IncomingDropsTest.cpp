@@ -13,7 +13,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <future>
 
 namespace stowpocket {
@@ -43,7 +42,14 @@ private:
     IncomingDrops& drops_;
 };
 
-class IncomingDropsTest : public testing::Test {
+class DragsTest : public testing::Test {
+protected:
+    std::unique_ptr<X11Connection> connection = X11Connection::ofApplication();
+    QtDispatch dispatch;
+    DirectSaves saves{*connection, dispatch};
+};
+
+class IncomingDropsTest : public DragsTest {
 protected:
     explicit IncomingDropsTest(const DropPatience& patience = {}) : drops(*connection, dispatch, saves, patience) {
         place.show();
@@ -57,16 +63,12 @@ protected:
         return source.wasTaken().value_or(false);
     }
 
-    std::unique_ptr<X11Connection> connection = X11Connection::ofApplication();
-    QtDispatch dispatch;
-    DirectSaves saves{*connection, dispatch};
     X11IncomingDrops drops;
     Place place{drops};
 };
 
 /// Gives up whoever is silent at once, but nobody for taking long.
-class HastyDropsTest : public IncomingDropsTest {
-protected:
+struct HastyDropsTest : IncomingDropsTest {
     HastyDropsTest() : IncomingDropsTest({.silence = 100ms, .list = 1h, .contents = 1h}) {}
 };
 
@@ -91,11 +93,11 @@ TEST_F(HastyDropsTest, waitForNoSourceAndTakeNothingFromABadOne) {
         EXPECT_FALSE(drop(source)) << static_cast<int>(manner);
         EXPECT_TRUE(place.taken.empty());
     }
-    auto vanishing = std::make_unique<FakeDragSource>();
-    vanishing->offer(uriList, "file:///a", Manner::silent);
-    vanishing->drop(window());
-    vanishing->vanish();
-    vanishing.reset();
+    {
+        FakeDragSource vanishing;
+        vanishing.offer(uriList, "file:///a", Manner::silent);
+        vanishing.drop(window());
+    }
     FakeDragSource sound;
     sound.offer(uriList, "file:///a");
     EXPECT_TRUE(drop(sound));
@@ -110,58 +112,51 @@ TEST_F(IncomingDropsTest, bringAPictureAsAFileAndNotItsAddress) {
     EXPECT_TRUE(drop(source));
     ASSERT_EQ(place.taken.size(), 1U);
     std::promise<std::uintmax_t> written;
-    place.taken[0]->loadFileRepresentation(
-        place.taken[0]->registeredTypeIdentifiers().front(), [&](const auto& file) {
-            written.set_value(file && file->pathExtension() == "png" ? std::filesystem::file_size(file->path()) : 0);
-        });
+    const auto note = [&](const auto& file) {
+        written.set_value(file ? std::filesystem::file_size(file->path()) : 0);
+    };
+    place.taken[0]->loadFileRepresentation("public.png", note);
     EXPECT_EQ(written.get_future().get(), size);
 }
 
 namespace fs = std::filesystem;
+using Answer = std::optional<FileURL>;
 
-class DirectSavesTest : public testing::Test {
+class DirectSavesTest : public DragsTest {
 protected:
-    DirectSavesTest() { source.propose("../../a\xFF\n"); }
-
     template <class Condition>
     bool waitFor(Condition condition) {
         return comesTrue([this] { source.work(); }, condition);
     }
     void receive(DirectSaves& from) {
-        from.receiver()->receivePromisedFiles(
-            spool, [this](const std::optional<FileURL>& file) { answers.push_back(file); });
+        from.receiver()->receivePromisedFiles(*FileURL::fromPath(spool.path()),
+                                              [this](const Answer& file) { answers.push_back(file); });
     }
-    static std::string pathOf(const std::string& url) {
-        return FileURL::parse(url, QSysInfo::machineHostName().toStdString()).value().path();
+    /// The file that a source writes which was given this URL.
+    static std::ofstream file(const std::string& url) {
+        return std::ofstream(FileURL::parse(url, QSysInfo::machineHostName().toStdString()).value().path());
     }
-    /// What a source does that was given this URL.
-    static void write(const std::string& url) { std::ofstream(pathOf(url)) << "promised"; }
 
-    std::unique_ptr<X11Connection> connection = X11Connection::ofApplication();
-    QtDispatch dispatch;
-    FakeDragSource source;
-    TemporaryFolder folder;
-    FileURL spool = *FileURL::fromPath(folder.path());
-    std::vector<std::optional<FileURL>> answers;
-    DirectSaves saves{*connection, dispatch};
+    FakeDragSource source{"../../a\xFF\n"};
+    TemporaryFolder spool;
+    std::vector<Answer> answers;
 };
 
 TEST_F(DirectSavesTest, deliversEveryFileThatArrivedOnceThereIsContent) {
     std::ofstream late;
-    source.replyWith("S", [&](const std::string& url) { late.open(pathOf(url)); });
+    source.replyWith("S", [&](const std::string& url) { late = file(url); });
     receive(saves);
     ASSERT_TRUE(waitFor([&] { return late.is_open(); }));
     source.propose("../../a\xFF\n");
     source.replyWith("S", [](const std::string& url) {
-        write(url);
-        write(url.substr(0, url.rfind('/')) + "/second");
+        file(url) << "promised";
+        file(url.substr(0, url.rfind('/')) + "/second") << "promised";
     });
     receive(saves);
     ASSERT_TRUE(waitFor([this] { return answers.size() == 2; }));
-    ASSERT_TRUE(answers[0] && answers[1]);
-    EXPECT_EQ(answers[0]->lastPathComponent(), "a\xFF\n");
-    EXPECT_EQ(answers[1]->lastPathComponent(), "second");
-    EXPECT_EQ(answers[0]->parent().parent(), spool);
+    EXPECT_EQ(answers[0].value().lastPathComponent(), "a\xFF\n");
+    EXPECT_EQ(answers[1].value().lastPathComponent(), "second");
+    EXPECT_EQ(answers[0]->parent().parent().path(), spool.path());
     EXPECT_TRUE(fs::exists(answers[0]->path()));
     late << "late";
     late.close();
@@ -176,38 +171,36 @@ TEST_F(DirectSavesTest, givesUpASourceThatVanishesAndAnswersWhatIsOnItsWayWhenIt
     source.vanish();
     ASSERT_TRUE(waitFor([this] { return answers.size() == 2; }));
     receive(saves);
-    EXPECT_EQ(answers, std::vector<std::optional<FileURL>>(3)) << "at once where there is no source";
-    EXPECT_TRUE(fs::is_empty(spool.path()));
+    EXPECT_EQ(answers, std::vector<Answer>(3)) << "at once where there is no source";
+    EXPECT_TRUE(spool.names().empty());
     {
-        FakeDragSource silent;
-        silent.propose("a");
+        const FakeDragSource silent("a");
         DirectSaves ending(*connection, dispatch);
         receive(ending);
         EXPECT_EQ(answers.size(), 3U);
     }
-    EXPECT_EQ(answers, std::vector<std::optional<FileURL>>(4));
+    EXPECT_EQ(answers, std::vector<Answer>(4));
 }
 
 TEST_F(DirectSavesTest, areOneFileOrOneFolderOfADrop) {
     for (const bool isAlone : {true, false}) {
         source.replyWith("S", [isAlone](const std::string& url) {
-            write(url);
+            file(url) << "promised";
             if (!isAlone)
-                write(url + "2");
+                file(url + "2") << "promised";
         });
         const std::shared_ptr<ItemProvider> provider = saves.itemProvider();
         EXPECT_FALSE(provider->hasItemConformingTo(uniformType::fileURL));
-        std::promise<std::string> seen;
-        auto file = seen.get_future();
-        std::optional<FileURL> thing;
-        provider->loadFileRepresentation(provider->registeredTypeIdentifiers().front(), [&](const auto& written) {
-            thing = written;
-            seen.set_value(written && fs::exists(written->path()) ? "there" : "not there");
+        std::promise<std::pair<Answer, bool>> seen;
+        auto arrival = seen.get_future();
+        provider->loadFileRepresentation(provider->registeredTypeIdentifiers().front(), [&](const Answer& thing) {
+            seen.set_value({thing, thing && fs::exists(thing->path())});
         });
-        ASSERT_TRUE(waitFor([&] { return file.wait_for(0s) == std::future_status::ready; }));
-        EXPECT_EQ(file.get(), "there");
+        ASSERT_TRUE(waitFor([&] { return arrival.wait_for(0s) == std::future_status::ready; }));
+        const auto [thing, wasThere] = arrival.get();
+        ASSERT_TRUE(wasThere);
         EXPECT_EQ(thing->lastPathComponent().starts_with("Files "), !isAlone);
-        EXPECT_TRUE(waitFor([&] { return !fs::exists(thing->path()); }));
+        EXPECT_TRUE(waitFor([path = thing->path()] { return !fs::exists(path); }));
     }
 }
 
