@@ -1,20 +1,13 @@
 // SPDX-License-Identifier: MIT
-// The list of custom shortcuts, as the desktop's settings print it: what is written back must be what was read.
-#include "foundation/Invariant.h"
 #include "foundation/Text.h"
+#include "fuzz/Fuzz.h"
 #include "presentation/BoundCommands.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
 
-using namespace stowpocket;
-
-/// libFuzzer's inputs may be longer than any list is read.
-constexpr std::size_t longest = 60'000;
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string text(data, data + size);
+/// The list of custom shortcuts, as the desktop's settings print it: what is written back must be what was read.
+void stowpocket::checkInput(const std::string& text) {
+    constexpr std::size_t longest = 60'000;  // inputs may be longer than any list is read
     if (const auto strings = gvariantStringsIn(text)) {
         invariant(std::ranges::all_of(*strings, [&](const auto& each) { return text.find(each) != text.npos; }),
                   "strings are kept as they are written");
@@ -24,5 +17,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     invariant(std::ranges::any_of(text, isControl) || gvariantStringsIn('[' + quoted + ']') == std::vector{quoted} ||
                   quoted.size() > longest,
               "a string stays one");
-    return 0;
 }

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
-// A saved shelf in which anything may stand anywhere: any keys, any types, any nesting.
 #include "fakes/FakeFiles.h"
-#include "foundation/Invariant.h"
+#include "fuzz/Fuzz.h"
 #include "shelf/PersistedShelf.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <bit>
 
-using namespace stowpocket;
-
+namespace stowpocket {
 namespace {
 
 PropertyValue anyValue(FuzzedDataProvider& source, int depth);
@@ -48,8 +46,9 @@ PropertyValue anyValue(FuzzedDataProvider& source, int depth) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    FuzzedDataProvider source(data, size);
+/// A saved shelf in which anything may stand anywhere: any keys, any types, any nesting.
+void checkInput(const std::string& text) {
+    FuzzedDataProvider source(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
     PropertyValue::Array entries;
     while (source.remaining_bytes() > 0)
         entries.push_back(source.ConsumeBool() ? PropertyValue(anyEntry(source, 0)) : anyValue(source, 0));
@@ -60,5 +59,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     invariant(items.size() <= entries.size(), "no entry makes two items");
     const DecodedShelf again = decodedShelf(encodedShelf(items), files, files);
     invariant(again.items.size() == items.size(), "what was read once is read again");
-    return 0;
 }
+
+}  // namespace stowpocket

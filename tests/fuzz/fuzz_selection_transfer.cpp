@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: MIT
+#include "fuzz/Fuzz.h"
 #include "platform/linux/x11/SelectionReader.h"
 
-#include <algorithm>
-#include <cstdlib>
-
+namespace stowpocket {
 namespace {
-
-using namespace stowpocket;
 
 /// An owner that does what the input says, two bytes a step, and is silent afterwards.
 class InputOwner : public SelectionExchange {
 public:
-    explicit InputOwner(std::span<const std::uint8_t> steps) : steps_(steps) {}
+    explicit InputOwner(std::string_view steps) : steps_(steps) {}
 
     [[nodiscard]] Sign awaitAnswer() override { return sign(); }
     [[nodiscard]] Sign awaitPiece() override { return sign(); }
@@ -30,29 +27,28 @@ private:
     [[nodiscard]] std::uint8_t next() {
         if (steps_.empty())
             return 0;
-        const std::uint8_t step = steps_.front();
-        steps_ = steps_.subspan(1);
+        const auto step = static_cast<std::uint8_t>(steps_.front());
+        steps_.remove_prefix(1);
         return step;
     }
 
-    std::span<const std::uint8_t> steps_;
+    std::string_view steps_;
 };
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void checkInput(const std::string& text) {
     constexpr std::size_t most = 20'000;
-    InputOwner owner({data, size});
+    InputOwner owner(text);
     std::size_t taken = 0;
     bool isRefusing = false;
     const SelectionAnswer answer = transferSelection(owner, [&](std::span<const std::byte> part) {
-        if (isRefusing || part.empty())
-            std::abort();  // nothing is handed on after a refusal
+        invariant(!isRefusing && !part.empty(), "nothing is handed on after a refusal");
         isRefusing = part.size() > most - taken;
         taken += isRefusing ? 0 : part.size();
         return !isRefusing;
     });
-    if (isRefusing != (answer.failure == SelectionFailure::tooBig))
-        std::abort();
-    return 0;
+    invariant(isRefusing == (answer.failure == SelectionFailure::tooBig), "a refusal is told");
 }
+
+}  // namespace stowpocket

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Whatever a drag source writes into its list of URLs.
-#include "foundation/Invariant.h"
 #include "foundation/Text.h"
+#include "fuzz/Fuzz.h"
 #include "intake/ExchangeFormats.h"
 
-using namespace stowpocket;
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string text(data, data + size);
+/// Whatever a drag source writes into its list of URLs.
+void stowpocket::checkInput(const std::string& text) {
     const std::vector<FileURL> files = filesOfUriList(text, "desk");
     for (const FileURL& file : files) {
         const std::string name = file.lastPathComponent();
@@ -16,5 +13,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         static_cast<void>(file.pathExtension());
     }
     invariant(filesOfUriList(uriListOf(files), "") == files, "what is written reads back");
-    return 0;
 }
