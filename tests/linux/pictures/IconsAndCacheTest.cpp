@@ -12,7 +12,8 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
+#include <map>
+#include <set>
 
 namespace stowpocket {
 namespace {
@@ -24,9 +25,8 @@ protected:
         QIcon::setThemeName(QStringLiteral("hicolor"));  // what Qt takes outside the desktops that it knows
         QIcon::setFallbackThemeName({});
     }
-    void installTheme(const std::string& name, const std::vector<std::pair<std::string, Qt::GlobalColor>>& icons) {
+    void installTheme(const std::string& name, const std::map<std::string, Qt::GlobalColor>& icons) {
         const std::string folder = "themes/" + name;
-        ASSERT_TRUE(QDir().mkpath(QString::fromStdString(files_.path(folder + "/48x48"))));
         files_.write(folder + "/index.theme", "[Icon Theme]\nName=Test\nDirectories=48x48\n[48x48]\nSize=48\n");
         for (const auto& [icon, color] : icons)
             files_.draw(folder + "/48x48/" + icon + ".png", {48, 48}, color);
@@ -51,7 +51,7 @@ TEST_F(LinuxWorkspaceIconsTest, takesTheFirstThemeThatHasIconsForFiles) {
     EXPECT_EQ(color("A.JPEG"), QColor(Qt::green)) << "the icon of its kind";
     EXPECT_EQ(color("unknown"), QColor(Qt::white));
     EXPECT_EQ(color("Makefile"), QColor(Qt::white));
-    ASSERT_TRUE(QDir().mkpath(QString::fromStdString(files_.path("album.png"))));
+    files_.write("album.png/inside", "");
     EXPECT_EQ(color("album.png"), QColor(Qt::yellow)) << "a folder, whatever its name";
     EXPECT_EQ(icons_.lowercased("JPG\u00C4"), "jpg\u00E4") << "capitals of any script";
     EXPECT_EQ(icon("a.pdf"), bundledIcon(QStringLiteral("pdf"), 48)) << "what the theme has not";
@@ -66,52 +66,50 @@ TEST_F(LinuxWorkspaceIconsTest, leavesADesktopsOwnThemeAlone) {
 }
 
 TEST_F(LinuxWorkspaceIconsTest, takesTheSizeThatSuitsBestFromTheThemeOrWhatItInherits) {
-    for (const char* const folder : {"Own/16", "Own/32", "Own/64", "Own/24x2", "Own/any", "Own/actions", "Parent/48"})
-        ASSERT_TRUE(QDir().mkpath(QString::fromStdString(files_.path(std::string("themes/") + folder))));
     files_.write("themes/Own/index.theme", "[Icon Theme]\nInherits=../elsewhere,Parent\n\n[16]\nSize=16\n"
                                            "[32]\nSize=32\nType=Fixed\nContext=MimeTypes\n"
-                                           "[64]\nSize=64\nType=Fixed\n[24x2]\nSize=24\nScale=2\n"
+                                           "[64]\nSize=64\nType=Fixed\n[40x2]\nSize=40\nScale=2\n"
                                            "[any]\nType=Scalable\nSize=64\nMinSize=60\nMaxSize=256\n"
                                            "[actions]\nSize=48\nContext=Actions\n[x]\nSize=-1\n[y]\nSize=9e9\n");
     files_.write("themes/Parent/index.theme", "[Icon Theme]\nInherits=Own\n[48]\r\n Size = 48\r\n");
     QIcon::setThemeName(QStringLiteral("Own"));
-    files_.draw("themes/Own/16/text-x-generic.png", {16, 16}, Qt::red);
-    files_.draw("themes/Own/32/text-x-generic.png", {32, 32}, Qt::green);
-    files_.draw("themes/Own/64/text-x-generic.png", {64, 64}, Qt::blue);
-    files_.draw("themes/Own/actions/text-x-generic.png", {48, 48}, Qt::red);
-    files_.draw("themes/Own/32/video-x-generic.png", {32, 32}, Qt::green);
-    files_.draw("themes/Own/24x2/image-x-generic.png", {48, 48}, Qt::red);
-    files_.draw("themes/Own/64/image-x-generic.png", {64, 64}, Qt::blue);
+    for (const auto& [icon, side, color] : {std::tuple("Own/16/text-x-generic", 16, Qt::red),
+                                            {"Own/32/text-x-generic", 32, Qt::green},
+                                            {"Own/64/text-x-generic", 64, Qt::blue},
+                                            {"Own/actions/text-x-generic", 48, Qt::red},
+                                            {"Own/32/video-x-generic", 32, Qt::green},
+                                            {"Own/40x2/image-x-generic", 80, Qt::red},
+                                            {"Own/64/image-x-generic", 64, Qt::blue},
+                                            {"Parent/48/package-x-generic", 48, Qt::magenta}})
+        files_.draw(std::string("themes/") + icon + ".png", {side, side}, color);
     files_.write(
         "themes/Own/any/audio-x-generic.svg",
         "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 9 9'><rect width='9' height='9' fill='#0ff'/></svg>");
-    files_.draw("themes/Parent/48/package-x-generic.png", {48, 48}, Qt::magenta);
     EXPECT_EQ(color("a.txt"), QColor(Qt::blue)) << "rather too large than too small";
     EXPECT_EQ(icon("a.txt").size(), QSize(48, 48));
     EXPECT_EQ(icon("a.mkv").size(), QSize(32, 32)) << "not blown up";
-    EXPECT_EQ(color("a.gif"), QColor(Qt::blue)) << "not one for denser screens, drawn for half the size";
+    EXPECT_EQ(color("a.gif"), QColor(Qt::blue)) << "not one for denser screens, whose drawings are simple";
     EXPECT_EQ(color("a.ogg"), QColor(Qt::cyan));
     EXPECT_EQ(color("a.zip"), QColor(Qt::magenta));
 }
 
 TEST_F(LinuxWorkspaceIconsTest, drawsItsOwnWithoutATheme) {
-    ASSERT_TRUE(QDir().mkpath(QString::fromStdString(files_.path("folder"))));
-    files_.write("program", "#!");
-    ASSERT_EQ(::chmod(files_.path("program").c_str(), 0755), 0);
+    files_.write("folder/inside", "");
+    std::filesystem::rename(files_.script("exit"), files_.path("program"));
     const std::pair<const char*, const char*> table[] = {
         {"a.7z", "archive"},       {"a.flac", "audio"},       {"a.cpp", "code"},  {"a.exe", "executable"},
         {"program", "executable"}, {"missing", "file"},       {"a.iso", "file"},  {"folder", "folder"},
         {"a.svg", "image"},        {"a.PDF", "pdf"},          {"README", "text"}, {"a.odp", "presentation"},
         {"a.csv", "spreadsheet"},  {"a.xlsx", "spreadsheet"}, {"a.docx", "text"}, {"a.webm", "video"},
     };
-    std::map<QByteArray, std::string> kinds;  // by their drawings
+    std::set<QByteArray> drawings;
     for (const auto& [name, kind] : table) {
         const QImage drawing = bundledIcon(QString::fromUtf8(kind), 48);
         EXPECT_EQ(icon(name), drawing) << name;
         EXPECT_GT(drawing.pixelColor(24, 30).alpha(), 0) << kind << " is not empty";
-        const QByteArray pixels(reinterpret_cast<const char*>(drawing.constBits()), drawing.sizeInBytes());
-        EXPECT_EQ(kinds.emplace(pixels, kind).first->second, kind) << "another kind is drawn so too";
+        drawings.emplace(reinterpret_cast<const char*>(drawing.constBits()), drawing.sizeInBytes());
     }
+    EXPECT_EQ(drawings.size(), 12U) << "two kinds are drawn alike";
     EXPECT_EQ(icon(*FileURL::fromPath("/no/such/folder/")), bundledIcon(QStringLiteral("folder"), 48));
 }
 
@@ -132,26 +130,20 @@ Bytes replyOfSize(int width, int height) {
     return encodedReply(image);
 }
 
-TEST(DecoderReplyTest, carriesPixelsAndTransparency) {
+TEST(DecoderReplyTest, carriesPixelsAndTransparencyOfNoOtherSizeThanAskedFor) {
     const DecoderReply reply = parsedReply(replyOfSize(3, 5), 5);
-    ASSERT_EQ(reply.outcome, Outcome::decoded);
-    EXPECT_EQ(reply.image.size(), QSize(3, 5));
+    ASSERT_EQ(reply.image.size(), QSize(3, 5));
     EXPECT_EQ(reply.image.pixelColor(2, 4), QColor(10, 200, 30, 40));
-    for (const Outcome outcome : {Outcome::failed, Outcome::unsupported, Outcome::unconfined})
+    for (const Outcome outcome : {Outcome::unsupported, Outcome::unconfined})
         EXPECT_EQ(parsedReply(encodedReply(outcome), 5).outcome, outcome);
-    EXPECT_EQ(parsedReply(encodedReply(Outcome::decoded), 5).outcome, Outcome::failed) << "without a picture";
-}
-
-TEST(DecoderReplyTest, refusesLengthsAndSizesThatWereNotAskedFor) {
-    EXPECT_EQ(parsedReply(replyOfSize(9, 1), 8).outcome, Outcome::failed);
-    EXPECT_EQ(parsedReply(replyOfSize(1, 9), 8).outcome, Outcome::failed);
     const Bytes whole = replyOfSize(2, 2);
     Bytes longer = whole;
     longer.push_back(0);
     Bytes lying = whole;
     lying[7] = 0x80;  // 2^31 + 2 columns: times 4 bytes that is 8 again, modulo 2^32
-    for (const Bytes& bytes : {longer, lying, Bytes(whole.begin(), whole.end() - 1), Bytes{}})
-        EXPECT_EQ(parsedReply(bytes, 8).outcome, Outcome::failed);
+    for (const Bytes& bytes : {longer, lying, Bytes(whole.begin(), whole.end() - 1), Bytes{}, replyOfSize(9, 1),
+                               replyOfSize(1, 9), encodedReply(Outcome::failed), encodedReply(Outcome::decoded)})
+        EXPECT_EQ(parsedReply(bytes, 8).outcome, Outcome::failed) << bytes.size();
 }
 
 TEST(ThumbnailCacheTest, findsFilesWithAnyNameAsTheyAre) {
@@ -204,32 +196,21 @@ TEST(ThumbnailCacheTest, acceptsModestPngFilesOnly) {
         EXPECT_FALSE(acceptedThumbnail(refused, "file:///a", 1)) << refused.size();
 }
 
-/// As irregular as a photograph: compressed without loss it stays about as large as it is.
-QImage irregular(QImage::Format format) {
-    QImage image(96, 72, format);
-    std::uint32_t state = 1;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            state = state * 1664525u + 1013904223u;
-            const int noise = static_cast<int>(state >> 28u);
-            image.setPixelColor(x, y, QColor(x * 2 + noise, y * 3 + noise, 100 + noise, x < 48 ? 255 : 0));
-        }
-    }
-    return image;
-}
-
 TEST(QtImageContent, isNearlyTheSameWhenPackedAndMuchSmaller) {
-    const QImage original = irregular(QImage::Format_RGB32);
+    QImage original(96, 72, QImage::Format_RGB32);
+    std::uint32_t state = 1;  // as irregular as a photograph, which packs badly without loss
+    for (int at = 0; at < 96 * 72; ++at) {
+        state = state * 1664525u + 1013904223u;
+        const int noise = static_cast<int>(state >> 28u);
+        original.setPixelColor(at % 96, at / 96, QColor(at % 96 * 2 + noise, at / 96 * 3 + noise, 100 + noise));
+    }
     const Image packed{QtImageContent(original).packed(), Size{48, 36}};
-    ASSERT_TRUE(packed.content);
     EXPECT_LT(dynamic_cast<const PackedImageContent&>(*packed.content).file().capacity(),
               original.sizeInBytes() / 10);
     const QImage unpacked = qtImage(packed);
     ASSERT_EQ(unpacked.size(), original.size());
-    for (const QPoint at : {QPoint(5, 5), QPoint(90, 8), QPoint(40, 60)}) {
-        EXPECT_NEAR(unpacked.pixelColor(at).red(), original.pixelColor(at).red(), 40);
+    for (const QPoint at : {QPoint(5, 5), QPoint(90, 8), QPoint(40, 60)})
         EXPECT_NEAR(unpacked.pixelColor(at).green(), original.pixelColor(at).green(), 40);
-    }
 }
 
 }  // namespace

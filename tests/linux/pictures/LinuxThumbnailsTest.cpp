@@ -22,12 +22,6 @@ protected:
         thumbnails_ = std::make_unique<LinuxThumbnails>(dispatch_, decoder, limit,
                                                         [] { return QDBusConnection(QStringLiteral("none")); });
     }
-    /// A decoder that does something else: `commands` for the shell.
-    void useScript(const std::string& commands, std::chrono::milliseconds limit = 30s) {
-        files_.write("decoder", QByteArray::fromStdString("#!/bin/sh\n" + commands + "\n"));
-        ASSERT_EQ(::chmod(files_.path("decoder").c_str(), 0700), 0);
-        use(files_.path("decoder"), limit);
-    }
     std::optional<Image> thumbnail(const FileURL& url, double scale = 1) {
         std::vector<std::optional<Image>> answers;
         thumbnails_->generate({url, {48, 48}, scale}, [&answers](const auto& image) { answers.push_back(image); });
@@ -88,7 +82,7 @@ TEST_F(LinuxThumbnailsTest, givesNoneForWhatHasNoPicture) {
     const QByteArray png = files_.read("whole.png");
     QByteArray bomb = png;
     bomb.replace(16, 8, QByteArray::fromHex("0000753000007530"));  // 30000 x 30000
-    ASSERT_TRUE(QDir(QString::fromStdString(files_.path(""))).mkdir(QStringLiteral("folder.png")));
+    files_.write("folder.png/inside", {});
     ASSERT_EQ(::mkfifo(files_.path("pipe.png").c_str(), 0600), 0);
     for (const FileURL& url :
          {files_.write("cut.png", png.left(40)), files_.write("bomb.png", bomb), files_.write("empty.png", {}),
@@ -101,11 +95,11 @@ TEST_F(LinuxThumbnailsTest, givesNoneForWhatHasNoPicture) {
 TEST_F(LinuxThumbnailsTest, givesUpDecodersThatHangOrFloodOrAreMissing) {
     const FileURL picture = files_.draw("a.png", {60, 60});
     ASSERT_EQ(::mkfifo(files_.path("never").c_str(), 0600), 0);
-    useScript("read -r line < '" + files_.path("never") + "'", 100ms);
+    use(files_.script("read -r line < '" + files_.path("never") + "'"), 100ms);
     EXPECT_FALSE(thumbnail(picture));
-    useScript("exec >&-; read -r line < '" + files_.path("never") + "'");
+    use(files_.script("exec >&-; read -r line < '" + files_.path("never") + "'"));
     EXPECT_FALSE(thumbnail(picture)) << "closes its output and stays";
-    useScript("exec cat /dev/zero");
+    use(files_.script("exec cat /dev/zero"));
     EXPECT_FALSE(thumbnail(picture));
     use(files_.path("absent"));
     EXPECT_FALSE(thumbnail(picture));
@@ -115,8 +109,7 @@ TEST_F(LinuxThumbnailsTest, givesUpDecodersThatHangOrFloodOrAreMissing) {
 TEST_F(LinuxThumbnailsTest, givesDecodersNothingButTheFile) {
     const FileURL picture = files_.draw("a.png", {60, 60});
     const FileDescriptor inherited(::dup(STDIN_FILENO));  // not to be closed by itself
-    useScript("ls -l /proc/self/fd > '" + files_.path("seen") + "'; cat >> '" + files_.path("seen") + "'; env > '" +
-              files_.path("environment") + "'");
+    use(files_.script("cd '" + files_.path() + "'; ls -l /proc/self/fd > seen; cat >> seen; env > environment"));
     EXPECT_FALSE(thumbnail(picture));
     const QByteArray text = files_.read("seen");
     EXPECT_TRUE(text.contains("0 -> " + QByteArray::fromStdString(picture.path())));
@@ -126,7 +119,7 @@ TEST_F(LinuxThumbnailsTest, givesDecodersNothingButTheFile) {
 }
 
 TEST_F(LinuxThumbnailsTest, triesAFileOnceUntilItChanges) {
-    useScript("echo >> '" + files_.path("runs") + "'");
+    use(files_.script("echo >> '" + files_.path("runs") + "'"));
     const FileURL broken = files_.draw("broken.png", {60, 60});
     int answerCount = 0;
     for (int request = 0; request < 3; ++request)

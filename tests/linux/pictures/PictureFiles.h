@@ -27,8 +27,15 @@ public:
     FileURL draw(const std::string& name, const QSize& size, Qt::GlobalColor color = Qt::red) const {
         QImage image(size, QImage::Format_RGB32);
         image.fill(color);
+        TemporaryFolder::write(name);  // makes its folder
         EXPECT_TRUE(image.save(QString::fromStdString(path(name))));
         return url(name);
+    }
+    /// A program: `commands` for the shell.
+    [[nodiscard]] std::string script(const std::string& commands) const {
+        TemporaryFolder::write("script", "#!/bin/sh\n" + commands + "\n");
+        std::filesystem::permissions(path("script"), std::filesystem::perms::owner_all);
+        return path("script");
     }
 
     /// Puts a thumbnail into the cache as another program would.

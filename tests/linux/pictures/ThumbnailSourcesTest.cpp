@@ -14,8 +14,6 @@
 #include <QLocalServer>
 #include <QProcess>
 
-#include <sys/stat.h>
-
 namespace stowpocket {
 namespace {
 
@@ -36,30 +34,22 @@ public:
         asked << arguments.at(0).toStringList().join(u' ') + u' ' + arguments.at(1).toStringList().join(u' ') + u' ' +
                      arguments.at(2).toString() + u' ' + arguments.at(3).toString();
         onQueue();
-        send(beforeTheAnswer);
-        bus_.send(message.createReply(41u));
-        send(afterTheAnswer);
+        for (const auto& [name, signalArguments] : says) {
+            QDBusMessage sent = QDBusMessage::createSignal(thumbnailerPath, thumbnailerName, QString::fromUtf8(name));
+            sent.setArguments(signalArguments);
+            EXPECT_TRUE(bus_.send(name == answer ? message.createReply(41u) : sent));
+        }
         return true;
     }
 
-    using Signal = std::pair<const char*, QVariantList>;
-    using Signals = std::vector<Signal>;
-    /// What it says of each request.
-    Signals beforeTheAnswer;
-    Signals afterTheAnswer;
+    static constexpr auto answer = "the answer to the call";
+    using Words = std::vector<std::pair<const char*, QVariantList>>;
+    /// What it says of each request: signals, and its answer among them.
+    Words says{{answer, {}}};
     std::function<void()> onQueue = [] {};
     QStringList asked;
 
 private:
-    void send(const Signals& signalsToSend) {
-        for (const auto& [name, arguments] : signalsToSend) {
-            QDBusMessage message =
-                QDBusMessage::createSignal(thumbnailerPath, thumbnailerName, QString::fromUtf8(name));
-            message.setArguments(arguments);
-            EXPECT_TRUE(bus_.send(message));
-        }
-    }
-
     QDBusConnection bus_;
 };
 
@@ -89,19 +79,17 @@ TEST_F(DesktopThumbnailerTest, hearsHowItsOwnRequestEnds) {
     const QStringList other{QStringLiteral("file:///tmp/other.pdf")};
     const QStringList own = other + QStringList{QStringLiteral("file:///tmp/a.pdf")};
     const QString reason = QStringLiteral("no");
-    const FakeThumbnailer::Signal ready{"Ready", {41u, own}};
-    const FakeThumbnailer::Signal error{"Error", {41u, own, 2, reason}};
-    const std::vector<std::tuple<FakeThumbnailer::Signals, FakeThumbnailer::Signals, bool>> table{
-        {{ready}, {}, true},
-        {{}, {error}, false},
-        {{}, {{"Finished", {41u}}}, false},
-        {{{"Ready", {41u, other}}, error}, {}, false},
-        {{}, {{"Finished", {42u}}, {"Error", {42u, own, 2, reason}}, ready}, true},
-    };
-    for (const auto& each : table) {
-        SCOPED_TRACE(&each - table.data());
-        std::tie(desktop.beforeTheAnswer, desktop.afterTheAnswer, std::ignore) = each;
-        expectAnswer(std::get<2>(each));
+    const std::pair answer(FakeThumbnailer::answer, QVariantList());
+    const std::pair ready("Ready", QVariantList{41u, own});
+    const std::pair error("Error", QVariantList{41u, own, 2, reason});
+    for (const auto& [words, isMade] : std::vector<std::pair<FakeThumbnailer::Words, bool>>{
+             {{ready, answer}, true},
+             {{answer, error}, false},
+             {{answer, {"Finished", {41u}}}, false},
+             {{{"Ready", {41u, other}}, error, answer}, false},
+             {{answer, {"Finished", {42u}}, {"Error", {42u, own, 2, reason}}, ready}, true}}) {
+        desktop.says = words;
+        expectAnswer(isMade);
     }
     EXPECT_EQ(desktop.asked.front(), QStringLiteral("file:///tmp/a.pdf application/pdf normal foreground"));
 }
@@ -115,7 +103,7 @@ TEST_F(DesktopThumbnailerTest, waitsNoLongerThanItsLimit) {
     dispatch_.advance(1ms);
     EXPECT_EQ(answers_, std::vector<bool>{false});
 
-    desktop.beforeTheAnswer = {{"Ready", {41u, QStringList{QStringLiteral("file:///tmp/a.pdf")}}}};
+    desktop.says.insert(desktop.says.begin(), {"Ready", {41u, QStringList{QStringLiteral("file:///tmp/a.pdf")}}});
     ask();
     EXPECT_TRUE(comesTrue([this] { return answers_.size() >= 2; }));
     EXPECT_EQ(answers_, (std::vector<bool>{false, true})) << "what comes too late answers nobody twice";
@@ -128,7 +116,7 @@ TEST_F(DesktopThumbnailerTest, providesWhatIsNotDecodedHere) {
     desktop.onQueue = [&film] {
         PictureFiles::cache(film.string(), std::to_string(PictureFiles::modifiedSeconds(film)));
     };
-    desktop.beforeTheAnswer = {{"Ready", {41u, QStringList{QString::fromStdString(film.string())}}}};
+    desktop.says.insert(desktop.says.begin(), {"Ready", {41u, QStringList{QString::fromStdString(film.string())}}});
     QtDispatch dispatch;
     LinuxThumbnails thumbnails(dispatch, IMAGE_DECODER, 30s, client());
     std::vector<std::optional<Image>> answers;
@@ -196,12 +184,11 @@ int warningCount = 0;
 TEST(ImageDecoder, decodesNothingAndSaysSoOnceWhereTheKernelDoesNotConfineIt) {
     const PictureFiles files;
     const FileURL picture = files.draw("a.png", {60, 60});
-    files.write("decoder", "#!/bin/sh\nexec " CONFINEMENT_PROBE " unfiltered " IMAGE_DECODER " \"$@\"\n");
-    ASSERT_EQ(::chmod(files.path("decoder").c_str(), 0700), 0);
+    const std::string decoder = files.script("exec " CONFINEMENT_PROBE " unfiltered " IMAGE_DECODER " \"$@\"");
     const QtMessageHandler handler =
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) { ++warningCount; });
     for (int time = 0; time < 2; ++time)
-        EXPECT_EQ(decode(files.path("decoder"), picture).outcome, Outcome::unconfined);
+        EXPECT_EQ(decode(decoder, picture).outcome, Outcome::unconfined);
     qInstallMessageHandler(handler);
     EXPECT_EQ(warningCount, 1);
 }
