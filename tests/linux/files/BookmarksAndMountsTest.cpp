@@ -95,9 +95,9 @@ TEST_F(LinuxBookmarksTest, wantsMoreProofWithoutAMomentOfBirth) {
     EXPECT_EQ(found(encodeBookmark(unborn)), "a/file");
     folder.rename("a/file", "a/other");
     EXPECT_EQ(found(encodeBookmark(unborn)), "a/other*");
-    BookmarkRecord grown = unborn;
-    grown.identity.size += 1;
-    EXPECT_EQ(found(encodeBookmark(grown)), "");
+    ++unborn.identity.size;
+    EXPECT_EQ(found(encodeBookmark(unborn)), "");
+    --unborn.identity.size;
     unborn.identity.handle.back() = unborn.identity.handle.back() == '0' ? '1' : '0';
     EXPECT_EQ(found(encodeBookmark(unborn)), "");
 }
@@ -130,23 +130,21 @@ TEST_F(LinuxBookmarksTest, bookmarksFoldersAndLinksThemselves) {
 
 TEST_F(LinuxBookmarksTest, searchStaysWithinItsLimitsAndMounts) {
     const BookmarkRecord sought = record("a/sought");
-    const auto isFound = [&](const Mounts& mounted, const SearchLimits& limits = {}) {
+    Mounts mounted = *mounts.mounts();
+    const auto isFound = [&](const SearchLimits& limits = {}) {
         return searchForFiles({sought}, {}, mounted, limits).at(0).has_value();
     };
     constexpr std::chrono::milliseconds none(0);
     for (int index = 0; index < 200; ++index)
         folder.write("a/" + std::to_string(index));
     folder.rename("a/sought", "a/renamed");
-    EXPECT_TRUE(isFound(*mounts.mounts(), {.entries = 0, .time = none}))
-        << "in its own folder, however large that is";
-    EXPECT_FALSE(isFound(*mounts.mounts(), {.timeInOwnFolders = none, .entries = 0}));
+    EXPECT_TRUE(isFound({.entries = 0, .time = none})) << "in its own folder, however large that is";
+    EXPECT_FALSE(isFound({.timeInOwnFolders = none, .entries = 0}));
     folder.rename("a/renamed", "a/net/renamed");
-    EXPECT_TRUE(isFound(*mounts.mounts()));
-    EXPECT_FALSE(isFound(*mounts.mounts(), {.entries = 0}));
-    EXPECT_FALSE(isFound(*mounts.mounts(), {.time = none}));
-    Mounts withNet = *mounts.mounts();
-    withNet.push_back({9999, folder.path("a/net"), "nfs4"});
-    EXPECT_FALSE(isFound(withNet));
+    EXPECT_TRUE(isFound());
+    EXPECT_FALSE(isFound({.entries = 0}) || isFound({.time = none}));
+    mounted.push_back({9999, folder.path("a/net"), "nfs4"});
+    EXPECT_FALSE(isFound());
 }
 
 TEST_F(LinuxBookmarksTest, refusesWhatIsNoBookmark) {
