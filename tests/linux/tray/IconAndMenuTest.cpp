@@ -17,6 +17,7 @@ namespace stowpocket {
 namespace {
 
 using Step = TrayDocking::Step;
+using Steps = std::vector<Step>;
 using State = TrayDocking::State;
 using Place = IconPlacing::Place;
 
@@ -35,14 +36,12 @@ TrayDocking docked() {
 
 TEST(TrayDocking, docksInTheTrayThatFollows) {
     TrayDocking docking = docked();
-    EXPECT_EQ(docking.windowDestroyed(second), Step::none);
-    EXPECT_EQ(docking.windowDestroyed(first), Step::undock);
-    EXPECT_EQ(docking.lostWindow(), Step::none);
-    EXPECT_EQ(docking.managerAppeared(second), Step::dock);
-
+    EXPECT_EQ((Steps{docking.windowDestroyed(second), docking.windowDestroyed(first), docking.lostWindow(),
+                     docking.managerAppeared(second)}),
+              (Steps{Step::none, Step::undock, Step::none, Step::dock}));
     TrayDocking replaced = docked();
-    EXPECT_EQ(replaced.managerAppeared(second), Step::dock);
-    EXPECT_EQ(replaced.windowDestroyed(first), Step::none);
+    EXPECT_EQ((Steps{replaced.managerAppeared(second), replaced.windowDestroyed(first)}),
+              (Steps{Step::dock, Step::none}));
 }
 
 TEST(TrayDocking, doesNotForceItselfOnATrayThatThrewItOut) {
@@ -54,8 +53,8 @@ TEST(TrayDocking, doesNotForceItselfOnATrayThatThrewItOut) {
 
 TEST(TrayDocking, asksOnceMoreWhatShowsNothing) {
     TrayDocking docking = docked();
-    EXPECT_EQ(docking.foundUnseen(), Step::dock);
-    EXPECT_EQ(docking.foundUnseen(), Step::none) << "it has not answered yet";
+    EXPECT_EQ((Steps{docking.foundUnseen(), docking.foundUnseen()}), (Steps{Step::dock, Step::none}))
+        << "it has not answered yet";
     docking.embedded();
     EXPECT_EQ(docking.foundUnseen(), Step::none) << "it hides on purpose";
     EXPECT_EQ(docking.managerAppeared(second), Step::dock);
@@ -63,61 +62,53 @@ TEST(TrayDocking, asksOnceMoreWhatShowsNothing) {
     EXPECT_EQ(docking.foundUnseen(), Step::dock);
 }
 
+/// Where the icon is after each event.
+struct PlacedIcon : IconPlacing {
+    Place tray(State state) { return setTray(state), place(); }
+    Place slowTray() { return trayIsSlow(), place(); }
+    Place host(bool isThere) { return setHost(isThere), place(); }
+};
+using Places = std::vector<Place>;
+
 TEST(IconPlacing, followsTraysAndHostsThatComeAndGo) {
-    IconPlacing placing;
-    EXPECT_FALSE(placing.wantsHost());
-    placing.setTray(State::waiting);
-    EXPECT_TRUE(placing.wantsHost());
-    EXPECT_EQ(placing.place(), Place::undecided);
-    placing.setHost(false);
-    EXPECT_EQ(placing.place(), Place::pocket);
-    placing.setHost(true);
-    EXPECT_FALSE(placing.wantsHost());
-    EXPECT_EQ(placing.place(), Place::notifier);
-    placing.setTray(State::requested);
-    EXPECT_EQ(placing.place(), Place::notifier) << "seen until the tray has answered";
-    placing.setTray(State::docked);
-    EXPECT_EQ(placing.place(), Place::tray);
-    placing.setHost(false);
-    EXPECT_EQ(placing.place(), Place::tray);
-    placing.setTray(State::waiting);
-    EXPECT_EQ(placing.place(), Place::pocket);
+    PlacedIcon icon;
+    EXPECT_FALSE(icon.wantsHost());
+    EXPECT_EQ(icon.tray(State::waiting), Place::undecided);
+    EXPECT_TRUE(icon.wantsHost());
+    EXPECT_EQ((Places{icon.host(false), icon.host(true), icon.tray(State::requested)}),
+              (Places{Place::pocket, Place::notifier, Place::notifier}))
+        << "seen until the tray has answered";
+    EXPECT_FALSE(icon.wantsHost());
+    EXPECT_EQ((Places{icon.tray(State::docked), icon.host(false), icon.tray(State::waiting)}),
+              (Places{Place::tray, Place::tray, Place::pocket}));
 }
 
 TEST(IconPlacing, keepsThePocketWhereAHostShowsNothing) {
-    IconPlacing placing;
-    placing.setTray(State::waiting);
-    placing.setHost(true);
-    EXPECT_FALSE(placing.wantsPocket());
-    placing.itemIsOffered();
-    EXPECT_TRUE(placing.wantsPocket());
-    EXPECT_EQ(placing.place(), Place::notifier) << "it may come to show it";
-    placing.setItemSeen(true);
-    EXPECT_FALSE(placing.wantsPocket());
-    placing.itemIsOffered();
-    EXPECT_FALSE(placing.wantsPocket());
-    placing.setItemSeen(false);
-    EXPECT_TRUE(placing.wantsPocket()) << "the panel has ended, and the watcher tells of a host all the same";
-    placing.setItemSeen(true);
-    placing.setHost(false);
-    EXPECT_TRUE(placing.wantsPocket());
-    placing.setHost(true);
-    EXPECT_FALSE(placing.wantsPocket()) << "another host is given its time";
+    PlacedIcon icon;
+    EXPECT_EQ((Places{icon.tray(State::waiting), icon.host(true)}), (Places{Place::undecided, Place::notifier}));
+    EXPECT_FALSE(icon.wantsPocket());
+    icon.itemIsOffered();
+    EXPECT_TRUE(icon.wantsPocket());
+    EXPECT_EQ(icon.place(), Place::notifier) << "it may come to show it";
+    icon.setItemSeen(true);
+    icon.itemIsOffered();
+    EXPECT_FALSE(icon.wantsPocket());
+    icon.setItemSeen(false);
+    EXPECT_TRUE(icon.wantsPocket()) << "the panel has ended, and the watcher tells of a host all the same";
+    icon.setItemSeen(true);
+    icon.setHost(false);
+    EXPECT_TRUE(icon.wantsPocket());
+    icon.setHost(true);
+    EXPECT_FALSE(icon.wantsPocket()) << "another host is given its time";
 }
 
 TEST(IconPlacing, doesNotHideBehindATrayThatHangs) {
-    IconPlacing placing;
-    placing.setTray(State::requested);
-    placing.trayIsSlow();
-    EXPECT_TRUE(placing.wantsHost());
-    placing.setHost(false);
-    EXPECT_EQ(placing.place(), Place::pocket);
-    placing.setTray(State::docked);
-    EXPECT_EQ(placing.place(), Place::tray);
-    placing.trayIsSlow();
-    EXPECT_EQ(placing.place(), Place::tray);
-    placing.setTray(State::requested);
-    EXPECT_EQ(placing.place(), Place::undecided) << "another tray is given its time";
+    PlacedIcon icon;
+    EXPECT_EQ((Places{icon.tray(State::requested), icon.slowTray()}), Places(2, Place::undecided));
+    EXPECT_TRUE(icon.wantsHost());
+    EXPECT_EQ((Places{icon.host(false), icon.tray(State::docked), icon.slowTray(), icon.tray(State::requested)}),
+              (Places{Place::pocket, Place::tray, Place::tray, Place::undecided}))
+        << "another tray is given its time";
 }
 
 TEST(StatusItemPainterTest, readsTheAnnouncedForeground) {
@@ -161,8 +152,9 @@ protected:
         answer = bus.call(host, message);
         return answer.type() == QDBusMessage::ReplyMessage ? answer.signature().toStdString() : "error";
     }
-    void choose(int id, const char* event) {
-        call("Event", {id, QString::fromLatin1(event), QVariant::fromValue(QDBusVariant(0)), 0U});
+    bool isToBeFetched() {
+        call("AboutToShow", {0});
+        return answer.arguments().at(0).toBool();
     }
 
     PrivateBus bus;
@@ -176,21 +168,18 @@ protected:
 };
 
 TEST_F(NotifierMenuTest, isFetchedAnewWhenItHasChangedAndPassesTheChoiceOn) {
-    call("AboutToShow", {0});
-    EXPECT_TRUE(answer.arguments().at(0).toBool());
+    EXPECT_TRUE(isToBeFetched());
     EXPECT_EQ(call("GetLayout", {0, -1, QStringList()}), "u(ia{sv}av)");
     const auto revision = answer.arguments().at(0).toUInt();
-    call("AboutToShow", {0});
-    EXPECT_FALSE(answer.arguments().at(0).toBool());
+    EXPECT_FALSE(isToBeFetched());
     entries.pop_back();
-    call("AboutToShow", {0});
-    EXPECT_TRUE(answer.arguments().at(0).toBool());
+    EXPECT_TRUE(isToBeFetched());
     call("GetLayout", {0, -1, QStringList()});
     EXPECT_GT(answer.arguments().at(0).toUInt(), revision);
     call("GetProperty", {1, QStringLiteral("label")});
     EXPECT_EQ(answer.arguments().at(0).value<QDBusVariant>().variant(), QStringLiteral("Open a__b"));
-    choose(1, "hovered");
-    choose(1, "clicked");
+    for (const char* const event : {"hovered", "clicked"})
+        call("Event", {1, QString::fromLatin1(event), QVariant::fromValue(QDBusVariant(0)), 0U});
     bus.waitUntil([this] { return !chosen.empty(); });
     EXPECT_EQ(chosen, std::vector{1});
 }

@@ -6,41 +6,21 @@
 #include "platform/qt/QtDispatch.h"
 #include "support/ComesTrue.h"
 
-#include <QApplication>
-#include <QDragEnterEvent>
-#include <QMimeData>
-#include <QUrl>
-
 #include <gtest/gtest.h>
 
 namespace stowpocket {
 namespace {
 
-/// Takes every file.
-class FakeDropView : public DraggingDestination {
-public:
-    [[nodiscard]] const std::vector<std::string>& registeredDraggedTypes() const override { return types_; }
-    [[nodiscard]] DragOperation draggingEntered(DraggingPasteboard&) override { return DragOperation::copy; }
-    [[nodiscard]] DragOperation draggingUpdated(DraggingPasteboard&) override { return DragOperation::copy; }
-    [[nodiscard]] bool performDragOperation(DraggingPasteboard&) override { return true; }
+const SymbolPainter paintNothing = [](const StatusItemImage&, const QColor&, int) { return QImage(); };
 
-private:
-    std::vector<std::string> types_{std::string(pasteboardType::fileURL)};
-};
-
-class PocketTest : public testing::Test {
-protected:
+TEST(PocketTest, standsInTheCornerOnceTheIconIsNowhereElse) {
     const QRect icon{400, 300, 31, 22};
-    std::unique_ptr<X11Connection> connection = X11Connection::ofApplication();
-    const StatusItemContent content{{}, {}, std::make_shared<FakeDropView>()};
+    const auto connection = X11Connection::ofApplication();
+    const StatusItemContent content;
     FakeDrops drops;
-    const SymbolPainter paintSymbol = [](const StatusItemImage&, const QColor&, int) { return QImage(); };
     QtDispatch dispatch;
     const WaylandSupport wayland{dispatch, {}, {}};
-    Pocket pocket{*connection, content, paintSymbol, drops, wayland, [] {}};
-};
-
-TEST_F(PocketTest, standsInTheCornerOnceTheIconIsNowhereElse) {
+    Pocket pocket(*connection, content, paintNothing, drops, wayland, [] {});
     pocket.setResident(true);
     const std::optional<QRect> corner = pocket.rectOnScreen();
     for (const bool hasDragEnded : {true, false}) {
@@ -54,16 +34,14 @@ TEST_F(PocketTest, standsInTheCornerOnceTheIconIsNowhereElse) {
     }
 }
 
-TEST_F(PocketTest, waitsForADropThatIsLateUnlessItsSourceHasGone) {
-    pocket.dragBegan(DragOrigin::x11, icon);
-    QMimeData files;
-    files.setUrls({QUrl(QStringLiteral("file:///late.txt"))});
-    QDragEnterEvent enter(QPoint(1, 1), Qt::CopyAction, &files, Qt::LeftButton, {});
-    QApplication::sendEvent(QApplication::topLevelAt(401, 301), &enter);
-    pocket.dragEnded(DragEnd::released);
-    EXPECT_TRUE(pocket.rectOnScreen());
-    pocket.dragEnded(DragEnd::sourceGone);
-    EXPECT_FALSE(pocket.rectOnScreen());
+TEST(PocketPresence, waitsForADropThatIsLateUnlessItsSourceHasGone) {
+    PocketPresence presence;
+    presence.dragBegan();
+    presence.setHovered(true);
+    presence.dragEnded(DragEnd::released);
+    EXPECT_TRUE(presence.isShown());
+    presence.dragEnded(DragEnd::sourceGone);
+    EXPECT_FALSE(presence.isShown());
 }
 
 /// A tray of another program that gives its icon one size, however that is asked for.
@@ -99,8 +77,7 @@ TEST(TrayWindowTest, isAsLargeAsTheTrayMakesItWhateverItWishes) {
     content.image.pointSize = 16;
     content.title.fontSize = 9;
     FakeDrops drops;
-    const SymbolPainter paintSymbol = [](const StatusItemImage&, const QColor&, int) { return QImage(); };
-    TrayWindow icon(*connection, tray.window, content, paintSymbol, drops);
+    TrayWindow icon(*connection, tray.window, content, paintNothing, drops);
     const auto wishedWidth = [&] {
         const XcbAnswer<xcb_get_property_reply_t> hints(xcb_get_property_reply(
             connection->raw(),
