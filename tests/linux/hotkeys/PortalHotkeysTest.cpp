@@ -20,6 +20,7 @@ const std::string both = "drop ALT+SHIFT+d shelf ALT+SHIFT+s ";
 
 class PortalHotkeysTest : public testing::Test {
 protected:
+    /// Starts the service and registers the hotkeys.
     void start() {
         auto grabs = std::make_unique<FakeHotkeyService>();
         keyGrabs = grabs.get();
@@ -35,11 +36,20 @@ protected:
             presses += std::to_string(hotkey->id);
             return 0;
         });
+        registerHotkeys();
+    }
+    void end() {
+        unregisterHotkeys();
+        service.reset();
     }
     void startPortal() { portal = std::make_unique<FakePortal>(bus.connection(QStringLiteral("portal"))); }
     void endPortal() {
         portal.reset();
         QDBusConnection::disconnectFromBus(QStringLiteral("portal"));
+    }
+    void unregisterHotkeys() {
+        shelf.reset();
+        drop.reset();
     }
     /// Drops the former registrations, as the manager of the hotkeys does.
     void registerHotkeys(std::uint32_t shelfKey = 1) {
@@ -48,17 +58,9 @@ protected:
         drop.reset();
         drop = service->registerHotkey(2, optionShift, {0, 2});
     }
-    void restart() {
-        shelf.reset();
-        drop.reset();
-        service.reset();
-        start();
-        registerHotkeys();
-    }
     void startBound() {
         startPortal();
         start();
-        registerHotkeys();
         waitFor(HotkeySource::portal);
     }
     void waitFor(HotkeySource source) {
@@ -114,8 +116,7 @@ TEST_F(PortalHotkeysTest, asksAgainOnlyForAnotherSet) {
     EXPECT_EQ(portal->shortcuts, "drop ALT+SHIFT+d shelf ALT+SHIFT+a ");
     EXPECT_EQ(portal->dialogs, 2);
     EXPECT_EQ(portal->sessions, 1);
-    shelf.reset();
-    drop.reset();
+    unregisterHotkeys();
     comeToRest();
     EXPECT_EQ(portal->sessions, 0);
     EXPECT_EQ(service->source(), HotkeySource::portal);
@@ -128,7 +129,6 @@ TEST_F(PortalHotkeysTest, aRefusalHoldsUntilTheHotkeysChange) {
     startPortal();
     portal->bound = {1U, QVariantMap()};
     start();
-    registerHotkeys();
     comeToRest();
     EXPECT_EQ(portal->sessions, 0);
     EXPECT_EQ(service->source(), HotkeySource::none);
@@ -136,7 +136,8 @@ TEST_F(PortalHotkeysTest, aRefusalHoldsUntilTheHotkeysChange) {
     startPortal();
     registerHotkeys();
     comeToRest();
-    restart();
+    end();
+    start();
     comeToRest();
     EXPECT_EQ(portal->dialogs, 0) << "nor does the next start open the dialog again";
     registerHotkeys(0);
@@ -149,7 +150,6 @@ TEST_F(PortalHotkeysTest, aRefusalHoldsUntilTheHotkeysChange) {
 
 TEST_F(PortalHotkeysTest, grabsKeysWhileThereIsNoPortal) {
     start();
-    registerHotkeys();
     waitForGrabs(2);
     EXPECT_EQ(service->source(), HotkeySource::none);
     const HotkeyIdentifier first{0, 1};
@@ -169,7 +169,6 @@ TEST_F(PortalHotkeysTest, aPortalThatEndsWhenAskedIsLeftAlone) {
     startPortal();
     portal->isSilent = true;
     start();
-    registerHotkeys();
     bus.waitUntil([&] { return portal->dialogs == 1; });
     endPortal();
     waitForGrabs(2);
@@ -193,12 +192,9 @@ TEST_F(PortalHotkeysTest, takesAPortalThatTalksNonsenseForNone) {
         startPortal();
         std::tie(portal->version, portal->created, portal->bound) = each;
         start();
-        registerHotkeys();
         waitForGrabs(2);
         EXPECT_EQ(service->source(), HotkeySource::none);
-        shelf.reset();
-        drop.reset();
-        service.reset();
+        end();
         QDBusConnection::disconnectFromBus(QStringLiteral("client"));
         endPortal();
     }

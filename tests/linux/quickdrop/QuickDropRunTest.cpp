@@ -1,7 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/quickdrop/QuickDropRun.h"
+#include "support/ComesTrue.h"
+#include "support/PrivateBus.h"
+
+#include <QDBusVirtualObject>
 
 #include <gtest/gtest.h>
+
+#include <future>
 
 namespace stowpocket {
 namespace {
@@ -141,6 +147,44 @@ TEST(ClipboardSnapshotTest, isCompleteOnlyWithEverythingTheOwnerHas) {
     }
     EXPECT_FALSE(SnapshotBuilder(std::nullopt, 9).finished().isComplete) << "a stopped owner";
     EXPECT_FALSE(SnapshotBuilder(std::vector<std::string>{"TARGETS"}, 9).finished().isComplete);
+}
+
+constexpr std::uint32_t process = 4711;
+
+/// One Dolphin process with the windows 1 and 2 on the bus.
+class FakeDolphin : public QDBusVirtualObject {
+public:
+    explicit FakeDolphin(QDBusConnection bus) {
+        bus.registerService(QStringLiteral("org.kde.dolphin-%1").arg(process));
+        bus.registerVirtualObject(QStringLiteral("/dolphin"), this, QDBusConnection::SubPath);
+    }
+    QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
+        calls += message.path().toStdString() + " " + message.member().toStdString() + "\n";
+        QVariantList answer;
+        if (message.member() == QStringLiteral("Introspect"))
+            answer = {QStringLiteral("<node><node name='Dolphin_1'/><node name='Dolphin_2'/></node>")};
+        else if (message.member() == QStringLiteral("winId"))
+            answer = {message.path().right(1).toLongLong()};
+        return bus.send(message.createReply(answer));
+    }
+    std::string calls;
+};
+
+TEST(DolphinCopyTest, asksTheWindowInFrontAndNoOther) {
+    PrivateBus bus;
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
+    FakeDolphin dolphin(bus.connection(QStringLiteral("dolphin")));
+    const auto copied = [](std::uint32_t window) {
+        auto answer = std::async(std::launch::async, copyInDolphin, process, window);
+        EXPECT_TRUE(comesTrue([&] { return answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
+        return answer.get();
+    };
+    EXPECT_TRUE(copied(2));
+    EXPECT_EQ(std::exchange(dolphin.calls, {}),
+              "/dolphin Introspect\n/dolphin/Dolphin_1 winId\n/dolphin/Dolphin_2 winId\n"
+              "/dolphin/Dolphin_2/actions/edit_copy trigger\n");
+    EXPECT_FALSE(copied(3));
 }
 
 }  // namespace

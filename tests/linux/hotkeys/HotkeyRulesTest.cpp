@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "platform/linux/hotkeys/CommandBinding.h"
 #include "platform/linux/hotkeys/X11HotkeyService.h"
 #include "platform/linux/input/Keys.h"
 #include "services/Input.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <map>
 #include <set>
 
@@ -61,6 +63,21 @@ TEST(KeyRepeatFilterTest, toldRepeatsFromPresses) {
     EXPECT_TRUE(repeats.isNewPress(40, 902)) << "another key";
     repeats.noteRelease(39, 903);
     EXPECT_FALSE(repeats.isNewPress(40, 904)) << "the release of the first key does not end the second";
+}
+
+TEST(CommandBindingTest, programsAnswerOrAreEnded) {
+    const std::shared_ptr<ChildProcess> programs = makeSettingsPrograms();
+    const std::string said = "two  words 'é'";
+    EXPECT_EQ(programs->run("printf", {"%s", said}), Bytes(said.begin(), said.end()));
+    EXPECT_EQ(programs->run("false", {}), Bytes());
+    EXPECT_EQ(programs->run("no-such-program", {}), std::nullopt);
+    EXPECT_EQ(programs->run("yes", {}), std::nullopt) << "it never ends";
+}
+
+TEST(CommandBindingTest, theCommandStartsThisVeryFile) {
+    EXPECT_EQ(shellCommand(std::filesystem::canonical("/usr/bin/printf")), "printf");
+    EXPECT_EQ(shellCommand("/opt/other/printf"), "/opt/other/printf");
+    EXPECT_EQ(shellCommand("/opt/it's $HOME/printf"), "'/opt/it'\\''s $HOME/printf'");
 }
 
 }  // namespace
