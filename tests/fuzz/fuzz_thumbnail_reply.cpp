@@ -3,8 +3,6 @@
 #include "platform/linux/pictures/ImageDecoder.h"
 #include "platform/linux/pictures/LocalThumbnailer.h"
 
-#include <algorithm>
-
 /// What a decoder that a hostile picture has taken over may answer, and what may lie in the thumbnail cache.
 void stowpocket::checkInput(const std::string& text) {
     constexpr int side = 96;

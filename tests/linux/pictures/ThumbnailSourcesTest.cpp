@@ -9,7 +9,6 @@
 #include "support/PrivateBus.h"
 
 #include <QDBusVirtualObject>
-#include <QImageReader>
 #include <QImageWriter>
 #include <QLocalServer>
 #include <QProcess>

@@ -5,7 +5,6 @@
 #include "support/ComesTrue.h"
 #include "support/PrivateBus.h"
 
-#include <QDBusArgument>
 #include <QDBusVariant>
 
 #include <gtest/gtest.h>

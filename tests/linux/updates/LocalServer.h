@@ -4,7 +4,6 @@
 #include <QHash>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTimer>
 
 #include <string>
 #include <vector>
