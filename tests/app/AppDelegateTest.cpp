@@ -2,7 +2,6 @@
 #include "app/AppDelegate.h"
 
 #include "fakes/AppFixture.h"
-#include "fakes/FakeItemProvider.h"
 #include "presentation/ShelfPresentation.h"
 
 #include <gtest/gtest.h>

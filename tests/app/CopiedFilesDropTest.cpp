@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/CopiedFilesDrop.h"
 
-#include "fakes/FakeItemProvider.h"
 #include "fakes/ShelfFixture.h"
 
 #include <gtest/gtest.h>

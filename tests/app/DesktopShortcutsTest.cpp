@@ -2,9 +2,9 @@
 #include "app/DesktopShortcuts.h"
 
 #include "app/AppDelegate.h"
-#include "fakes/FakeClipboard.h"
 #include "fakes/FakeCore.h"
-#include "fakes/FakeDesktopSettings.h"
+#include "fakes/FakeDesktop.h"
+#include "fakes/FakeDragging.h"
 
 #include <gtest/gtest.h>
 

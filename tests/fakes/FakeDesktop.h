@@ -5,35 +5,12 @@
 #include "services/StatusItem.h"
 #include "services/Windows.h"
 
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace stowpocket {
-
-class FakePasteboard : public DraggingPasteboard {
-public:
-    [[nodiscard]] std::vector<PasteboardItem> items() override { return content; }
-    [[nodiscard]] std::vector<std::shared_ptr<FilePromiseReceiver>> filePromiseReceivers() override {
-        return receivers;
-    }
-    void addFileURL(const std::string& text) { content.push_back({{{std::string(pasteboardType::fileURL), text}}}); }
-    std::vector<PasteboardItem> content;
-    std::vector<std::shared_ptr<FilePromiseReceiver>> receivers;
-};
-
-/// A promise whose files arrive when the test says so.
-class FakePromiseReceiver : public FilePromiseReceiver {
-public:
-    void receivePromisedFiles(const FileURL& folder, Reader newReader) override {
-        destination = folder;
-        reader = std::move(newReader);
-    }
-    void arrive(const std::string& name) { reader(destination->appending(name)); }
-
-    std::optional<FileURL> destination;
-    Reader reader;
-};
 
 class FakeStatusItemButton : public StatusItemButton {
 public:
@@ -166,6 +143,28 @@ public:
     void terminate() override { isTerminated = true; }
     bool isActive = false;
     bool isTerminated = false;
+};
+
+/// A desktop's settings behind the program that reads and writes them, each key with its value as it is written.
+class FakeDesktopSettings : public ChildProcess {
+public:
+    [[nodiscard]] std::optional<Bytes> run(const std::string& executable,
+                                           const std::vector<std::string>& arguments) override {
+        if (executable != "gsettings")
+            return std::nullopt;
+        if (arguments.at(0) == "reset-recursively") {
+            std::erase_if(values, [&](const auto& entry) { return entry.first.starts_with(arguments.at(1) + ' '); });
+            return Bytes{};
+        }
+        const std::string key = arguments.at(1) + ' ' + arguments.at(2);
+        if (arguments.at(0) == "set" && !isReadOnly)
+            values[key] = arguments.at(3);
+        const std::string output = arguments.at(0) == "get" && values.contains(key) ? values.at(key) + '\n' : "";
+        return Bytes(output.begin(), output.end());
+    }
+
+    std::map<std::string, std::string> values;
+    bool isReadOnly = false;
 };
 
 }  // namespace stowpocket

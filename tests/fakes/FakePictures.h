@@ -4,6 +4,7 @@
 #include "foundation/Text.h"
 #include "services/Pictures.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -39,12 +40,13 @@ class FakeIcons : public WorkspaceIcons {
 public:
     [[nodiscard]] Image icon(const FileURL& url) override {
         askedPaths.push_back(url.path());
-        return fakeImage();
+        return paint(url);
     }
     [[nodiscard]] std::string lowercased(const std::string& extension) const override {
         return asciiLowercased(extension);
     }
     std::vector<std::string> askedPaths;
+    std::function<Image(const FileURL&)> paint = [](const FileURL&) { return fakeImage(); };
 };
 
 class FakeScreen : public MainScreen {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "fakes/FakeClipboard.h"
 #include "fakes/FakeCore.h"
+#include "fakes/FakeDragging.h"
 #include "fakes/FakePictures.h"
 #include "shelf/ShelfViewModel.h"
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "fakes/FakeDesktop.h"
 #include "fakes/FakeDispatch.h"
+#include "fakes/FakeDragging.h"
 #include "fakes/FakeFiles.h"
 #include "foundation/Text.h"
 #include "intake/ExchangeFormats.h"

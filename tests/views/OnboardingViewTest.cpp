@@ -1,54 +1,44 @@
 // SPDX-License-Identifier: MIT
-#include "views/onboarding/OnboardingView.h"
-#include "OnboardingFixture.h"
 #include "platform/qt/QtDispatch.h"
 #include "platform/qt/QtWindow.h"
-#include "SettingsViewFixture.h"
 #include "views/QtViewFactory.h"
-
-#include <QTest>
-
-#include <gtest/gtest.h>
+#include "WindowFixtures.h"
 
 namespace stowpocket {
 namespace {
 
 using namespace std::chrono_literals;
-using MotionPreference = OnboardingView::MotionPreference;
 
 TEST(OnboardingViewTest, getStartedIsStoredAtOnceEvenBeforeTheWelcomeIsOver) {
     OnboardingFixture window;
     window.clock->advance(100ms);
-    QAbstractButton* const getStarted = window.button("Get Started");
-    EXPECT_NE(window.view.childAt(window.frame(*getStarted).center()), getStarted) << "not seen, not clicked";
+    QAbstractButton* const getStarted = window.getStarted();
+    EXPECT_NE(window.view.childAt(window.middle(*getStarted)), getStarted) << "not seen, not clicked";
     QTest::keyClick(getStarted, Qt::Key_Return);
     EXPECT_TRUE(window.preferences.boolean("onboardingShown"));
 
     QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, {}, QString(), true);
-    QApplication::sendEvent(window.button("Start Using stowpocket"), &held);
+    QApplication::sendEvent(window.startUsing(), &held);
     window.clock->advance(5s);
     EXPECT_EQ(window.completed, 0) << "the key was still down from the screen before";
-    EXPECT_EQ(window.button("Get Started"), nullptr);
-    QTest::mouseClick(window.button("Start Using stowpocket"), Qt::LeftButton);
+    EXPECT_EQ(window.getStarted(), nullptr);
+    click(window.startUsing());
     EXPECT_EQ(window.completed, 1);
 }
 
 TEST(OnboardingViewTest, movesOnlyWhileItIsSeenAndWanted) {
     OnboardingFixture window;
     window.clock->advance(10s);
-    EXPECT_TRUE(window.clock->isRunning());
-    const int frames = window.clock->frames;
-    window.clock->advance(10s);
-    EXPECT_NEAR(window.clock->frames - frames, 200, 2);
+    EXPECT_NEAR(window.clock->advance(10s), 200, 2);
     window.view.hide();
     EXPECT_FALSE(window.clock->isRunning());
     window.view.show();
     EXPECT_TRUE(window.clock->isRunning());
 
-    OnboardingFixture still(MotionPreference::reduced);
-    still.button("Get Started")->click();
+    OnboardingFixture still(OnboardingView::MotionPreference::reduced);
+    still.getStarted()->click();
     EXPECT_FALSE(still.clock->isRunning());
-    EXPECT_NEAR(still.frame(*still.button("Start Using stowpocket")).center().x(), 260, 1);
+    EXPECT_NEAR(still.middle(*still.startUsing()).x(), 260, 1);
 }
 
 struct FirstRun : testing::Test, SettingsViewFixture {
@@ -62,7 +52,6 @@ struct FirstRun : testing::Test, SettingsViewFixture {
     }
     std::unique_ptr<Window> openWindow() {
         auto window = factory.makeOnboardingWindow(preferences, [] {});
-        window->center();
         window->makeKeyAndOrderFront();
         return window;
     }

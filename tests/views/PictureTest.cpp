@@ -1,17 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "OnboardingFixture.h"
-#include "SettingsViewFixture.h"
-#include "ShelfViewFixture.h"
 #include "views/controls/Theme.h"
+#include "WindowFixtures.h"
 
 #include <QFontInfo>
-#include <QTest>
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <map>
 
 namespace stowpocket {
@@ -24,16 +17,12 @@ constexpr int colorTolerance = 60;
 constexpr int strayPixels = 8;
 constexpr int squareSide = 16;
 
-bool isLike(QRgb one, QRgb other) {
-    return std::abs(qRed(one) - qRed(other)) <= colorTolerance &&
-           std::abs(qGreen(one) - qGreen(other)) <= colorTolerance &&
-           std::abs(qBlue(one) - qBlue(other)) <= colorTolerance;
-}
-
 bool hasLikeNearby(QRgb color, const QImage& image, int x, int y) {
     for (int row = std::max(0, y - 1); row <= std::min(image.height() - 1, y + 1); ++row) {
         for (int column = std::max(0, x - 1); column <= std::min(image.width() - 1, x + 1); ++column) {
-            if (isLike(color, image.pixel(column, row)))
+            const QRgb other = image.pixel(column, row);
+            if (std::max({std::abs(qRed(color) - qRed(other)), std::abs(qGreen(color) - qGreen(other)),
+                          std::abs(qBlue(color) - qBlue(other))}) <= colorTolerance)
                 return true;
         }
     }
@@ -99,25 +88,15 @@ constexpr std::pair<Appearance, const char*> appearances[] = {{Appearance::light
                                                               {Appearance::dark, "-dark"}};
 
 TEST(PictureTest, theShelfLooksAsItShould) {
-    using Scene = std::function<void(ShelfViewFixture & shelf)>;
-    const std::pair<std::string, Scene> scenes[] = {
-        {"empty", [](ShelfViewFixture&) {}},
-        {"three", [](ShelfViewFixture& shelf) { shelf.addThreeFiles(); }},
-        {"notice",
-         [](ShelfViewFixture& shelf) {
-             shelf.preferences.setValue(shelfCapacityKey, 3);
-             shelf.addThreeFiles();
-         }},
-        {"missing",
-         [](ShelfViewFixture& shelf) {
-             shelf.addThreeFiles();
-             shelf.loseFile(1);
-         }},
-        {"selected", [](ShelfViewFixture& shelf) { shelf.addThreeFiles(); }},
+    const std::pair<std::string, std::function<void(ShelfViewFixture & shelf)>> scenes[] = {
+        {"empty", [](auto& shelf) { shelf.manager->clear(); }},
+        {"three", [](auto&) {}},
+        {"notice", [](auto& shelf) { shelf.preferences.setValue(shelfCapacityKey, 3); }},
+        {"missing", [](auto& shelf) { shelf.loseFile(1); }},
+        {"selected", [](auto&) {}},
         {"full",
-         [](ShelfViewFixture& shelf) {
+         [](auto& shelf) {
              shelf.room = 420;
-             shelf.addThreeFiles();
              shelf.addFiles(15);
              shelf.viewModel->addFileURLs(shelf.makeFiles(5, 100));
          }},
@@ -126,10 +105,11 @@ TEST(PictureTest, theShelfLooksAsItShould) {
         const FixedLook look(appearance);
         for (const auto& [name, scene] : scenes) {
             ShelfViewFixture shelf;
+            shelf.addThreeFiles();
             scene(shelf);
             shelf.open();
             if (name == "selected")
-                QTest::mouseClick(visible<ShelfItemView>(*shelf.view)[1], Qt::LeftButton);
+                click(shelf.tiles()[1]);
             expectLooksLike(shelf.host, "shelf-" + name + suffix);
         }
     }
@@ -144,17 +124,15 @@ TEST(PictureTest, everyTabOfTheSettingsLooksAsItShould) {
         window.addThreeFiles();
         window.openSettings(window.viewModel);
         for (const auto& [tab, name] :
-             {std::pair("General", "general"), {"About", "about"}, {"More Larkfield", "more"}}) {
-            QTest::mouseClick(named<PaintedButton>(*window.settings, QLatin1String(tab)), Qt::LeftButton);
+             {std::pair("About", "about"), {"More Larkfield", "more"}, {"General", "general"}}) {
+            window.openTab(tab);
             window.settings->setFocus();
             expectLooksLike(window.host, std::string("settings-") + name + suffix);
         }
-        QTest::mouseClick(named<PaintedButton>(*window.settings, QStringLiteral("General")), Qt::LeftButton);
         window.preferences.setValue(preferenceKey::quickDropKeyCode, 1);
-        ShortcutButton* const shortcut = visible<ShortcutButton>(*window.settings)[0];
-        shortcut->click();
+        window.shortcut(0).click();
         expectLooksLike(window.host, std::string("settings-recording") + suffix);
-        shortcut->click();
+        window.shortcut(0).click();
     }
 }
 
@@ -165,7 +143,7 @@ TEST(PictureTest, theFirstRunLooksAsItShould) {
     moving.clock->advance(Seconds(1.2));
     expectLooksLike(moving.view, "onboarding-welcome");
 
-    moving.button("Get Started")->click();
+    moving.getStarted()->click();
     moving.clock->advance(Seconds(0.9 + 0.3 / 4));
     expectLooksLike(moving.view, "onboarding-badge");  // its circle is drawn, its mark is on the way
     moving.clock->advance(Seconds(2.3 + 2.0 / 2 - 0.9 - 0.3 / 4));

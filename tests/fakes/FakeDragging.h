@@ -3,10 +3,21 @@
 
 #include "services/Dragging.h"
 
-#include <map>
-#include <memory>
+#include <utility>
 
 namespace stowpocket {
+
+/// A clipboard that remembers what it was given, and delivers what the test puts into it.
+class FakeClipboard : public Clipboard {
+public:
+    void copyFiles(const std::vector<FileURL>& newFiles) override { files = newFiles; }
+    void copyText(const std::string& newText) override { text = newText; }
+    void read(Completion completion) override { completion(content); }
+
+    std::vector<FileURL> files;
+    std::string text;
+    std::vector<std::shared_ptr<ItemProvider>> content;
+};
 
 /// A dropped thing whose loads end when the test says so.
 class FakeItemProvider : public ItemProvider {
@@ -46,6 +57,30 @@ public:
     std::optional<FileURL> temporaryFile;
     std::string askedType;
     std::function<void()> finish;
+};
+
+class FakePasteboard : public DraggingPasteboard {
+public:
+    [[nodiscard]] std::vector<PasteboardItem> items() override { return content; }
+    [[nodiscard]] std::vector<std::shared_ptr<FilePromiseReceiver>> filePromiseReceivers() override {
+        return receivers;
+    }
+    void addFileURL(const std::string& text) { content.push_back({{{std::string(pasteboardType::fileURL), text}}}); }
+    std::vector<PasteboardItem> content;
+    std::vector<std::shared_ptr<FilePromiseReceiver>> receivers;
+};
+
+/// A promise whose files arrive when the test says so.
+class FakePromiseReceiver : public FilePromiseReceiver {
+public:
+    void receivePromisedFiles(const FileURL& folder, Reader newReader) override {
+        destination = folder;
+        reader = std::move(newReader);
+    }
+    void arrive(const std::string& name) { reader(destination->appending(name)); }
+
+    std::optional<FileURL> destination;
+    Reader reader;
 };
 
 }  // namespace stowpocket
