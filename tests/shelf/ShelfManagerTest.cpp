@@ -183,51 +183,38 @@ TEST_F(ShelfManagerTest, asksForThumbnailsInPointsAndTheScreensScale) {
     EXPECT_EQ(thumbnails.asked[1].request.scale, 1.5);
 }
 
-TEST_F(ShelfManagerTest, keepsThumbnailsByItemAndOutlivesRemoval) {
-    addFiles(2);
+TEST_F(ShelfManagerTest, keepsThumbnailsByItemAndPacksThoseOfItemsThatHaveLeft) {
+    addFiles(5);
+    std::vector<UUID> ids;
+    for (const ShelfItem& item : manager->items())
+        ids.push_back(item.id);
     std::vector<UUID> told;
     const auto thumbnailWatcher = manager->thumbnailChanged.connect([&](const UUID& id) { told.push_back(id); });
-    const UUID first = manager->items()[0].id;
-    const UUID second = manager->items()[1].id;
-    thumbnails.asked[0].completion(fakeImage());
-    thumbnails.asked[1].completion(std::nullopt);
-    EXPECT_EQ(manager->thumbnail(first), nullptr) << "applied on the main queue";
+    for (std::size_t index = 0; index < 5; ++index)
+        thumbnails.asked[index].completion(index < 4 ? std::optional(fakeImage()) : std::nullopt);
+    EXPECT_EQ(manager->thumbnail(ids[0]), nullptr) << "applied on the main queue";
     dispatch.runMain();
-    ASSERT_NE(manager->thumbnail(first), nullptr);
-    EXPECT_EQ(manager->thumbnail(first)->size, (Size{48, 48}));
-    EXPECT_EQ(manager->thumbnail(second), nullptr);
-    EXPECT_EQ(told, std::vector<UUID>{first});
-
+    EXPECT_EQ(told, std::vector<UUID>(ids.begin(), ids.begin() + 4));
+    EXPECT_EQ(manager->thumbnail(ids[0])->size, (Size{48, 48}));
     manager->requestThumbnails();
-    ASSERT_EQ(thumbnails.asked.size(), 3u) << "the one that failed is asked for again";
-    manager->clear();
-    EXPECT_NE(manager->thumbnail(first), nullptr) << "the cache is never evicted";
-    thumbnails.asked[2].completion(fakeImage());
-    dispatch.runMain();
-    EXPECT_EQ(manager->thumbnail(second), nullptr) << "its item has left";
-}
+    ASSERT_EQ(thumbnails.asked.size(), 6u) << "the one that failed is asked for again";
 
-TEST_F(ShelfManagerTest, packsTheThumbnailsOfItemsThatHaveLeft) {
-    addFiles(4);
-    std::vector<UUID> ids;
-    for (std::size_t index = 0; index < 4; ++index) {
-        ids.push_back(manager->items()[index].id);
-        thumbnails.asked[index].completion(fakeImage());
-    }
-    dispatch.runMain();
-    loseFile(1);
     const auto packedCount = [&] {
-        return std::ranges::count_if(ids, [&](const UUID& id) {
+        return std::ranges::count_if(ids.begin(), ids.begin() + 4, [&](const UUID& id) {
             return dynamic_cast<const FakeImageContent&>(*manager->thumbnail(id)->content).isPacked;
         });
     };
+    loseFile(1);
     EXPECT_EQ(packedCount(), 0);
     manager->removeItem(ids[0]);
     EXPECT_EQ(packedCount(), 1);
     manager->removeMissingItems();
     EXPECT_EQ(packedCount(), 2);
     manager->clear();
-    EXPECT_EQ(packedCount(), 4);
+    EXPECT_EQ(packedCount(), 4) << "no thumbnail is ever forgotten";
+    thumbnails.asked[5].completion(fakeImage());
+    dispatch.runMain();
+    EXPECT_EQ(manager->thumbnail(ids[4]), nullptr) << "its item has left";
 }
 
 TEST_F(ShelfManagerTest, sharesIconsByTypeAndGivesApplicationsTheirOwn) {
