@@ -70,29 +70,25 @@ class CommandLine(DesktopTest):
         listed = json.loads(self.command("list", "--json").out)
         self.assertEqual([item["path"] for item in listed], [str(pictures / name) for name in names[:2]])
 
-    def test_verbs_open_and_close_the_shelf(self):
+    def test_verbs_and_a_second_start_open_and_close_the_shelf(self):
         shelf = self.start("xfce4-panel")
         self.desktop.environment["DESKTOP_STARTUP_ID"] = "launcher_TIME1"
-        for verb, opens in (("show", True), ("show", True), ("toggle", False), ("quick-drop", False), ("toggle", True)):
-            self.check(([verb], 0, "", ""))
-            wait_for(lambda: bool(shelf.popover()) == opens, f"{verb} to be obeyed")
-            if verb == "show":
+        for words, opens in ((["show"], True), (["show"], True), (["toggle"], False), (["quick-drop"], False),
+                             (["toggle"], True), (["toggle"], False), ([], True)):
+            self.check((words, 0, "", ""))
+            wait_for(lambda: bool(shelf.popover()) == opens, f"{words} to be obeyed")
+            if words == ["show"]:
                 self.assertEqual(self.x.property(shelf.popover(), "_NET_STARTUP_ID"), b"launcher_TIME1")
-        self.x.click(*shelf.icon())
-        shelf.wait_closed()
-        many = self.desktop.files("many", 21)
-        answer = self.command("add", *many)
-        self.assertEqual((answer.code, answer.err), (1, f"stowpocket: {many[20]}: not added, the shelf is full\n"))
-        shelf.wait_open()  # to say so
-
-    def test_second_start_hands_its_files_over_or_opens_the_shelf(self):
-        shelf = self.start("trayer")
-        self.check(([], 0, "", ""))
-        shelf.wait_open()
         self.check(([self.second, "my papers/file 01.txt"], 0, f"added: {self.second}\nadded: {self.first}\n", ""))
         shelf.tile("file 01.txt")
         self.assertEqual([program.name for program in self.desktop.tree.programs()].count("stowpocket"), 1)
         self.assertIsNone(shelf.process.poll())
+        self.x.click(*shelf.icon())
+        shelf.wait_closed()
+        many = self.desktop.files("many", 19)
+        answer = self.command("add", *many)
+        self.assertEqual((answer.code, answer.err), (1, f"stowpocket: {many[18]}: not added, the shelf is full\n"))
+        shelf.wait_open()  # to say so
 
     def test_without_a_running_program(self):
         shelf = self.start("trayer")
@@ -100,22 +96,22 @@ class CommandLine(DesktopTest):
         self.assertRegex(self.command("--version").out, r"^stowpocket \d+\.\d+\.\d+\n$")
         self.check((["clear"], *NOT_RUNNING), (["add", "gone"], 1, "", GONE), (["list"], *NOT_RUNNING),
                    (["lst"], 2, "", "stowpocket: lst is neither a verb nor a file; the nearest verb is list\n"
-                    "Try 'stowpocket --help' for more information.\n"),
-                   (["add", self.first], 0, f"added: {self.first}\n", ""), (["list"], 0, f"{self.first}\n", ""))
-        shelf.icon()
-
-    def test_starts_at_the_same_moment_make_one_program(self):
-        shelf = self.start("trayer")
-        shelf.end()
+                    "Try 'stowpocket --help' for more information.\n"))
+        self.desktop.environment["QT_QPA_PLATFORM"] = "none"
+        self.check((["add", self.first], 3, "", "stowpocket: stowpocket is not running and could not be started\n"))
+        self.desktop.environment["QT_QPA_PLATFORM"] = ""
+        # Starts at the same moment make one program.
         files = self.desktop.files("many", 4)
         starts = [self.desktop.start("env", shelf.program, str(file)) for file in files]  # with a log of their own
         wait_for(lambda: [start.poll() for start in starts].count(0) == 3, "three of them to hand their files over")
         self.assertEqual(sorted(self.command("list").out.splitlines()), [str(file) for file in files])
+        self.desktop.end(next(start for start in starts if start.poll() is None))
+        self.check((["add", self.first], 0, f"added: {self.first}\n", ""))
+        self.assertTrue(self.command("list").out.endswith(f".txt\n{self.first}\n"))
+        shelf.icon()
 
-    def test_where_the_program_cannot_be_started_or_reached(self):
+    def test_without_a_session_bus(self):
         self.start("trayer").end()
-        self.desktop.environment["QT_QPA_PLATFORM"] = "none"
-        self.check((["add", self.first], 3, "", "stowpocket: stowpocket is not running and could not be started\n"))
-        self.desktop.environment |= {"QT_QPA_PLATFORM": "", "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}
+        self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nowhere"
         self.check((["toggle"], 3, "", "stowpocket: there is no session bus to reach the program on\n"))
         self.stowpocket.start()

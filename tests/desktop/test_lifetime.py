@@ -7,9 +7,9 @@ import signal
 from gi.repository import Gio
 
 from case import DesktopTest
-from peers import LEFT, RIGHT, PcmanfmQt, Thunar, start_panel
+from peers import RIGHT, Thunar
 from private_desktop import children_of
-from stowpocket import PROGRAM, STATUS_ITEM, Stowpocket
+from stowpocket import PROGRAM, Stowpocket
 from terminal import run
 from x_display import wait_for
 
@@ -31,26 +31,16 @@ class Lifetime(DesktopTest):
         settings = self.desktop.home / "config/stowpocket/preferences.plist"
         settings.parent.mkdir()
         settings.write_bytes(b"<?xml version='1.0'?><plist><dict><key>shelf")
-        stowpocket, window = self.offer("trayer", Thunar, 1)
+        stowpocket = self.start("trayer")
         self.assertTrue(list(settings.parent.glob("*.damaged-*")))
         welcome = wait_for(lambda: self.x.find("Welcome to stowpocket"), "the first run's window")
         self.x.click(*self.x.rect(welcome).centre())
         wait_for(lambda: self.x.active_window() == welcome, "the first run's window to be active")
         self.x.keys("Escape")
         wait_for(lambda: not self.x.find("Welcome to stowpocket"), "the first run's window to go")
-        stowpocket.take_drop(window.drag_all())
-        stowpocket.wait_for_files(self.names)
-
-    def test_icon_returns_with_the_panel(self):
-        stowpocket = self.stage("xfce4-panel", 2)
-        window = PcmanfmQt(self.desktop, self.desktop.folder("more", 3), LEFT)
-        self.desktop.end(self.panel, signal.SIGKILL)
-        wait_for(lambda: not self.x.find(STATUS_ITEM), "the icon to go with the panel")
-        start_panel(self.desktop, "trayer")
-        stowpocket.icon()
-        stowpocket.wait_for_shown("Shelf with 2 items")
-        stowpocket.take_drop(window.drag_all())
-        stowpocket.wait_for_shown("Shelf with 5 items")
+        file, = self.desktop.files("papers", 1)
+        run(self.desktop, stowpocket.program, "add", file)
+        stowpocket.wait_for_files([file.name])
 
     def test_start_leaves_the_focus_where_it_is(self):
         window = Thunar(self.desktop, self.desktop.folder("papers", 1), RIGHT)

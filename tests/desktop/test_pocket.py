@@ -43,7 +43,7 @@ class Pocket(DesktopTest):
         drag.release()
         self.wait_until_gone()
 
-    def test_is_the_icon_until_a_tray_comes(self):
+    def test_is_the_icon_until_a_tray_comes_and_between_two(self):
         stowpocket, window = self.offer(None, Thunar, 2)
         narrow = self.x.rect(self.pocket()).width
         stowpocket.take_drop(window.drag_all())
@@ -51,11 +51,16 @@ class Pocket(DesktopTest):
         wait_for(lambda: self.x.rect(self.pocket()).width > narrow, "room for the count")
         self.x.click(*stowpocket.icon())
         stowpocket.wait_closed()
-        start_panel(self.desktop, "xfce4-panel")
-        self.wait_until_gone()
         stowpocket.icon_window = STATUS_ITEM
-        stowpocket.wait_for_shown("Shelf with 2 items")
-        stowpocket.open_popover()
+        for panel in "xfce4-panel", "trayer":
+            panel = start_panel(self.desktop, panel)
+            self.wait_until_gone()
+            stowpocket.wait_for_shown("Shelf with 2 items")
+            stowpocket.open_popover()
+            self.x.click(*stowpocket.icon())
+            stowpocket.wait_closed()
+            self.desktop.end(panel, signal.SIGKILL)
+            wait_for(self.pocket, "the pocket once more")
 
     def test_tray_that_embeds_without_a_word_shows_the_icon(self):
         stowpocket = self.start(None)

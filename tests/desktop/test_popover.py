@@ -1,11 +1,15 @@
 # SPDX-License-Identifier: MIT
-"""The popover and what can be done in it."""
+"""The popover and what can be done in it without a drag."""
 import time
 
 from case import DesktopTest
 from drag import BARE_DESKTOP
+from peers import RIGHT, Thunar
 from stowpocket import STATUS_ITEM
 from x_display import wait_for
+
+APPLICATION = "[Desktop Entry]\nType=Application\nName=Copier\nExec=cp %f {folder}\nMimeType=text/plain;\n"
+DEFAULTS = "[Default Applications]\ntext/plain=copier.desktop\n"
 
 
 class Popover(DesktopTest):
@@ -47,3 +51,47 @@ class Popover(DesktopTest):
         settings.destroy()
         x.sync()
         wait_for_look(False, "the look without a theme")
+
+    def test_a_double_click_opens_and_the_menu_shows_in_the_file_manager(self):
+        home, folder, opened = self.desktop.home, self.desktop.folder("papers", 1), self.desktop.folder("opened")
+        odd = folder / "it's \"$(touch x)\" & %41.txt"
+        odd.write_text("odd")
+        (home / "data/applications").mkdir()
+        (home / "data/applications/copier.desktop").write_text(APPLICATION.format(folder=opened))
+        (home / "config/mimeapps.list").write_text(DEFAULTS)
+        stowpocket, x = self.start("trayer", *sorted(folder.iterdir())), self.x
+        Thunar(self.desktop, opened, RIGHT)
+        stowpocket.open_popover()
+        stowpocket.placed("stowpocket shelf")
+        place = stowpocket.wait_for_shown("it's").centre()
+        # Until two clicks were quick enough to be a double click.
+        wait_for(lambda: x.click(*place) or (opened / odd.name).exists(), "the application to have the file")
+        for key in "Menu", "Down", "Down", "Return":
+            x.keys(key)
+        wait_for(lambda: x.find("papers - Thunar"), "the folder")
+        thunar = self.desktop.tree.program("thunar")
+        wait_for(lambda: any(odd.name in bar.name for bar in thunar.everything() if bar.role == "statusbar"),
+                 "the file to be selected there")
+
+    def test_a_screen_reader_meets_a_list_and_can_take_files_off_it(self):
+        stowpocket = self.stage("trayer", 3)
+        stowpocket.open_popover()
+        stowpocket.tile("file 01.txt")
+        shelf = stowpocket.shown("Files on the shelf")
+        self.assertEqual([(shown.role, shown.name) for shown in [shelf, *shelf.children()]],
+                         [("list", "Files on the shelf")] +
+                         [("list item", f"file 0{number}.txt, {number * 9} bytes") for number in (1, 2, 3)])
+        for name, role in (("Drop zone for files", "panel"), ("Settings", "push button"), ("Clear All", "push button"),
+                           ("Quit stowpocket", "push button")):
+            self.assertEqual(stowpocket.shown(name).role, role, name)
+        last = shelf.children()[2]
+        self.assertTrue(last.do("SetFocus"))
+        wait_for(last.is_focused, "the last tile to have the keyboard")
+        self.assertTrue(last.do("Toggle"))
+        wait_for(last.is_selected, "the last tile to be selected")
+        for left in (2, 1):
+            self.assertTrue(shelf.children()[0].do("remove"))
+            wait_for(lambda: len(stowpocket.filenames()) == left, f"{left} files on the shelf")
+        self.assertTrue(self.files[0].exists())
+        self.files[2].unlink()
+        wait_for(lambda: stowpocket.tile("file 03.txt").name.endswith(", Missing"), "the missing file to be told")

@@ -10,11 +10,25 @@ class Settings(DesktopTest):
         self.stowpocket.wait_for_shown(name.partition(",")[0] + ", Press shortcut…")
         self.x.keys(*shortcut)
 
-    def test_recorded_shortcut_takes_over_and_a_cleared_one_is_dead(self):
-        stowpocket, keys = self.start("trayer"), self.x.keys
+    def test_choices_act_at_once_and_a_recorded_shortcut_takes_over(self):
+        stowpocket, keys = self.stage("trayer", 1), self.x.keys
+        entry = self.desktop.home / "config/autostart/com.example.stowpocket.desktop"
+        wait_for(entry.exists, "the entry made at the first start")
+        stowpocket.wait_open()  # as it was started with a file
         keys("Alt_L", "Shift_L", "s")
-        stowpocket.wait_open()
+        stowpocket.wait_closed()
         stowpocket.open_settings()
+        stowpocket.press("Launch at login")
+        wait_for(lambda: not entry.exists(), "the entry to go")
+        stowpocket.press("50")
+        stowpocket.wait_for_shown("1 / 50")
+        wait_for(lambda: stowpocket.preferences().get("shelfCapacity") == 50, "the capacity on the disk")
+        stowpocket.press("Clear Shelf")
+        stowpocket.wait_for_shown("Remove all items from the shelf?")
+        stowpocket.press("Clear All")
+        stowpocket.wait_for_files([])
+
+        # A recorded shortcut takes over, and a cleared one is dead.
         self.record("Open/Close Shelf, Alt+Shift+S", "Alt_L", "Shift_L", "s")  # is grabbed, and yet recorded
         self.record("Open/Close Shelf, Alt+Shift+S", "k")
         keys("Control_L", "Shift_L", "k")
@@ -38,18 +52,3 @@ class Settings(DesktopTest):
         self.record("Quick Drop, None", "Control_L", "Shift_L", "j")
         stowpocket.wait_for_shown("Quick Drop, Ctrl+Shift+J")
         self.assertIsNone(stowpocket.popover())
-
-    def test_choices_act_at_once(self):
-        stowpocket = self.stage("trayer", 1)
-        entry = self.desktop.home / "config/autostart/com.example.stowpocket.desktop"
-        wait_for(entry.exists, "the entry made at the first start")
-        stowpocket.open_settings()
-        stowpocket.press("Launch at login")
-        wait_for(lambda: not entry.exists(), "the entry to go")
-        stowpocket.press("50")
-        stowpocket.wait_for_shown("1 / 50")
-        wait_for(lambda: stowpocket.preferences().get("shelfCapacity") == 50, "the capacity on the disk")
-        stowpocket.press("Clear Shelf")
-        stowpocket.wait_for_shown("Remove all items from the shelf?")
-        stowpocket.press("Clear All")
-        stowpocket.wait_for_files([])
