@@ -234,9 +234,11 @@ PopoverPlacement QtPopover::placementFor(const QSize& content, int shadow) {
         anchorRect_ = anchor_->rectOnScreen();
         barRect_ = anchor_->barOnScreen();
     }
-    return placePopover(rectOf(anchorRect_),
-                        {static_cast<double>(content.width()), static_cast<double>(content.height())},
-                        areaBesideBar(rectOf(availableAround(anchorRect_)), rectOf(barRect_)), shadow);
+    const PopoverPlacement placement = placePopover(
+        rectOf(anchorRect_), {static_cast<double>(content.width()), static_cast<double>(content.height())},
+        areaBesideBar(rectOf(availableAround(anchorRect_)), rectOf(barRect_)), shadow);
+    host_.willPlace(*window_, qRect(placement.window).topLeft());
+    return placement;
 }
 
 void QtPopover::watchScreens() {

@@ -40,6 +40,9 @@ public:
     [[nodiscard]] virtual bool blendsWindows() const = 0;
     /// Called each time just before a window is shown: requests a place above other windows and in no window list.
     virtual void willShow(QWidget& window) = 0;
+    /// Called with each place that a window is to have, before it is asked for there. For window managers that do not
+    /// do what windows ask for.
+    virtual void willPlace(QWidget& /*window*/, const QPoint& /*corner*/) {}
     /// Runs `work` when no drag out of this program is in progress, which may be immediately. A drag whose source
     /// window has gone would never end.
     virtual void afterDrag(std::function<void()> work) = 0;

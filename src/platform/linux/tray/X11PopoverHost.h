@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/drags/X11FileDrag.h"
+#include "platform/linux/tray/SwayPlacing.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/qt/QtPopover.h"
 
@@ -9,6 +10,7 @@
 #include <QObject>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -52,13 +54,20 @@ class X11PopoverHost : public PopoverHost {
 public:
     /// `connection` and `fileDrag` outlive it.
     X11PopoverHost(const X11Connection& connection, X11FileDrag& fileDrag)
-        : connection_(connection), fileDrag_(fileDrag), startup_(connection) {}
+        : connection_(connection),
+          fileDrag_(fileDrag),
+          startup_(connection),
+          sway_(SwayPlacing::ofSession(connection)) {}
 
     /// Requests of other processes to show a popover put what their launchers gave them here.
     [[nodiscard]] X11Startup& startup() { return startup_; }
 
     [[nodiscard]] bool blendsWindows() const override;
     void willShow(QWidget& window) override;
+    void willPlace(QWidget& window, const QPoint& corner) override {
+        if (sway_)
+            sway_->place(window, corner);
+    }
     void afterDrag(std::function<void()> work) override { fileDrag_.whenOver(std::move(work)); }
     void focus(QWidget& window) override;
 
@@ -66,6 +75,7 @@ private:
     const X11Connection& connection_;
     X11FileDrag& fileDrag_;
     X11Startup startup_;
+    const std::unique_ptr<SwayPlacing> sway_;
 };
 
 }  // namespace stowpocket
