@@ -5,11 +5,19 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QTimer>
+#include <QWindow>
 
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdint>
 #include <utility>
 
 namespace stowpocket {
 namespace {
+
+using namespace std::chrono_literals;
 
 /// KWin lets Wayland programs drop only into X11 windows that it manages.
 bool needsManager(const X11Connection& connection) {
@@ -19,6 +27,28 @@ bool needsManager(const X11Connection& connection) {
 /// Compositors made with wlroots pass the drags of X11 programs to no Wayland program.
 bool keepsX11DragsIn(const X11Connection& connection) {
     return connection.windowManagerName() == "wlroots wm";
+}
+
+/// Such compositors tell X11 programs of no drag before one of their windows had the keyboard. This one, which nobody
+/// sees, has it for a moment, and then the window that had it has it again.
+void haveDragsTold(const X11Connection& connection) {
+    constexpr auto longEnough = 100ms;
+    xcb_connection_t* const server = connection.raw();
+    const xcb_window_t window = xcb_generate_id(server);
+    const std::array<std::uint32_t, 2> values{0, 1};
+    xcb_create_window(server, XCB_COPY_FROM_PARENT, window, connection.root(), -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values.data());
+    xcb_map_window(server, window);
+    xcb_flush(server);
+    QTimer::singleShot(longEnough, qGuiApp, [server, window] {
+        xcb_destroy_window(server, window);
+        xcb_flush(server);
+    });
+}
+
+bool hasWindow() {
+    return std::ranges::any_of(QGuiApplication::topLevelWindows(), &QWindow::isVisible);
 }
 
 QPixmap picture(const QRect& place) {
@@ -95,6 +125,8 @@ Pocket::Pocket(const X11Connection& connection, const StatusItemContent& content
       surfaceReady_(surface_.readyChanged.connect([this] {
           presence_.setHovered(false);
           showOrHide();
+          if (surface_.isReady() && keepsX11DragsIn(connection_) && !hasWindow())
+              haveDragsTold(connection_);
       })),
       surfaceHovered_(surface_.hovered.connect([this](bool isHovered) {
           surfaceSaw.emit(isHovered ? DragSign::entered : DragSign::left);
