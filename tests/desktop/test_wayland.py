@@ -54,6 +54,23 @@ class Sway(Layers):
         self.x.point(*FREE)
         wait_for(lambda: self.x.contrast(row) < PAINTED, "the list to be folded")
 
+    def test_hears_of_drags_and_places_the_shelf_though_sway_does_neither_by_itself(self):
+        stowpocket = self.begin(4)
+        drag = Drag(self.x, FREE, lambda: self.window.says("drag begun"))
+        wait_for(self.x.is_dragging, "the X server to hear of it")
+        drag.release()
+        stowpocket.open_popover()
+        pocket = stowpocket.pocket()
+
+        def hangs_from_the_pocket():
+            shelf = self.x.rect(stowpocket.popover())
+            return shelf.y < pocket.y + pocket.height < shelf.centre()[1] and shelf.x + shelf.width >= pocket.x
+        wait_for(hangs_from_the_pocket, "the shelf to be at the pocket")
+        height = self.x.rect(stowpocket.popover()).height
+        run(self.desktop, stowpocket.program, "add", *(self.desktop.home / "papers").iterdir())
+        wait_for(lambda: self.x.rect(stowpocket.popover()).height > height, "the shelf to grow")
+        wait_for(hangs_from_the_pocket, "the grown shelf to be there too")
+
     def test_settings_have_the_lines_that_bind_the_shortcuts(self):
         stowpocket = self.start()
         stowpocket.open_popover()
