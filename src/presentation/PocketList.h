@@ -30,6 +30,8 @@ public:
     void setPointedAt(bool isPointedAt);
     /// Folds the list at once. It does not unfold before the pointer has left.
     void fold();
+    /// The same where the pointer is about to be over the pocket for another purpose.
+    void dismiss() { become(State::dismissed); }
     [[nodiscard]] bool isUnfolded() const { return state_ == State::unfolded || state_ == State::leaving; }
 
 private:

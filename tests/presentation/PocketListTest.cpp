@@ -31,7 +31,10 @@ TEST(PocketFoldingTest, unfoldsForAPointerThatRestsAndFoldsSoonAfterItHasLeft) {
     EXPECT_FALSE(point(true, 1s)) << "pressed, it does not unfold again under the pointer";
     EXPECT_FALSE(point(false, 1s));
     EXPECT_TRUE(point(true, 1s));
-    EXPECT_EQ(changes, (std::vector{true, false, true, false, true}));
+    EXPECT_FALSE(point(false, 1s));
+    folding.dismiss();
+    EXPECT_FALSE(point(true, 1s)) << "it is there since it has dropped something";
+    EXPECT_EQ(changes, (std::vector{true, false, true, false, true, false}));
 }
 
 std::vector<WaitingFile> files(int count, int missing = -1) {

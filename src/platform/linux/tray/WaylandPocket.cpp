@@ -219,6 +219,7 @@ bool WaylandPocket::layerEntered(const std::vector<std::string>& formats) {
 }
 
 void WaylandPocket::layerDropped(std::shared_ptr<OfferedData> data) {
+    list_.dropped();
     if (readings_ == mostReadings)
         return dropped.emit();
     ++readings_;

@@ -39,6 +39,8 @@ public:
     void pointAt(LayerPart part, const std::optional<QPointF>& point);
     void scroll(double steps, double points);
     void fold() { folding_.fold(); }
+    /// Something was dropped on the pocket, over which the pointer is once more now.
+    void dropped() { folding_.dismiss(); }
 
     [[nodiscard]] QImage picture(double scale, const QPalette& palette) const;
     [[nodiscard]] std::vector<FileURL> filesAt(const QPointF& point) const;
