@@ -38,6 +38,8 @@ public:
     /// The arguments of the answers to a new session and to its shortcuts; none: as it should be.
     std::optional<QVariantList> created;
     std::optional<QVariantList> bound;
+    /// Binds the shortcuts that come with a session, as that of Plasma 5.27.
+    bool bindsAtOnce = false;
     /// Leaves the user's answer to a set of shortcuts open.
     bool isSilent = false;
 
@@ -69,7 +71,10 @@ public:
         if (member == QStringLiteral("CreateSession")) {
             ++sessions;
             session_ = handle(message, "session", options.value(QStringLiteral("session_handle_token")));
-            respond(message, options, created, {{QStringLiteral("session_handle"), session_}});
+            QVariantMap answer{{QStringLiteral("session_handle"), session_}};
+            if (bindsAtOnce && options.contains(QStringLiteral("shortcuts")))
+                answer.insert(QStringLiteral("shortcuts"), options.value(QStringLiteral("shortcuts")));
+            respond(message, options, created, answer);
         } else if (member == QStringLiteral("BindShortcuts")) {
             bind(message, options);
         } else if (member == QStringLiteral("Close")) {

@@ -105,6 +105,16 @@ TEST_F(PortalHotkeysTest, bindsInOneSessionWhatIsRegisteredInOneTurn) {
     EXPECT_EQ(presses, "1token:2");
 }
 
+TEST_F(PortalHotkeysTest, opensNoDialogForWhatIsBoundWithTheSession) {
+    startPortal();
+    portal->bindsAtOnce = true;
+    start();
+    registerHotkeys();
+    waitFor(HotkeySource::portal);
+    comeToRest();
+    EXPECT_EQ(portal->dialogs, 0);
+}
+
 TEST_F(PortalHotkeysTest, asksAgainOnlyForAnotherSet) {
     startBound();
     registerHotkeys();

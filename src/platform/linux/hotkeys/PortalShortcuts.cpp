@@ -22,6 +22,8 @@ namespace {
 constexpr uint successCode = 0;
 constexpr uint cancelledCode = 1;
 
+const QString shortcutsKey = QStringLiteral("shortcuts");
+
 PortalAnswer answerOf(const QDBusMessage& response) {
     if (response.signature() != QStringLiteral("ua{sv}"))
         return PortalAnswer::failure(QStringLiteral("its answer is malformed"));
@@ -161,8 +163,10 @@ PortalShortcutSession::PortalShortcutSession(const Portal& portal, QList<PortalS
     portal_.bus.connect(portal_.owner, handle_, portalNames::session, QStringLiteral("Closed"), this, SLOT(closed()));
     portal_.bus.connect(portal_.owner, portalNames::path, portalNames::shortcuts, QStringLiteral("Activated"), this,
                         SLOT(activated(QDBusMessage)));
-    request_ = std::make_unique<PortalRequest>(portal_, call("CreateSession"),
-                                               QVariantMap{{QStringLiteral("session_handle_token"), token_}},
+    // The portal of Plasma 5.27 binds what it gets here, and opens its settings when asked to bind later.
+    const QVariantMap options{{QStringLiteral("session_handle_token"), token_},
+                              {shortcutsKey, QVariant::fromValue(entriesOf(shortcuts_))}};
+    request_ = std::make_unique<PortalRequest>(portal_, call("CreateSession"), options,
                                                [this](const PortalAnswer& answer) { sessionCreated(answer); });
 }
 
@@ -183,7 +187,14 @@ void PortalShortcutSession::sessionCreated(const PortalAnswer& answer) {
         return end(answer);
     if (answer.results.value(QStringLiteral("session_handle")).toString() != handle_)
         return fail(QStringLiteral("the session has another name than was asked for"));
+    if (areAmong(answer.results.value(shortcutsKey)))
+        return events_.bound();
     bindShortcuts();
+}
+
+bool PortalShortcutSession::areAmong(const QVariant& bound) const {
+    const std::optional<QStringList> ids = boundIds(bound);
+    return ids && std::ranges::any_of(shortcuts_, [&](const PortalShortcut& each) { return ids->contains(each.id); });
 }
 
 void PortalShortcutSession::bindShortcuts() {
@@ -198,16 +209,13 @@ void PortalShortcutSession::bindShortcuts() {
 void PortalShortcutSession::shortcutsAnswered(const PortalAnswer& answer) {
     if (answer.kind != PortalAnswer::Kind::granted)
         return end(answer);
-    const auto shortcuts = answer.results.constFind(QStringLiteral("shortcuts"));
+    const auto shortcuts = answer.results.constFind(shortcutsKey);
     // A desktop that does not list what it bound has bound everything.
-    if (shortcuts == answer.results.constEnd())
+    if (shortcuts == answer.results.constEnd() || areAmong(*shortcuts))
         return events_.bound();
-    const std::optional<QStringList> ids = boundIds(*shortcuts);
-    if (!ids)
+    if (!boundIds(*shortcuts))
         return fail(QStringLiteral("the list of bound shortcuts is malformed"));
-    if (std::ranges::none_of(shortcuts_, [&](const PortalShortcut& each) { return ids->contains(each.id); }))
-        return end({PortalAnswer::Kind::refused, {}, QStringLiteral("none was bound")});
-    events_.bound();
+    end({PortalAnswer::Kind::refused, {}, QStringLiteral("none was bound")});
 }
 
 /// Calls a copy, since this object may not outlive the call.

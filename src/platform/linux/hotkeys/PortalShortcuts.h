@@ -146,6 +146,8 @@ private:
     void sessionCreated(const PortalAnswer& answer);
     void bindShortcuts();
     void shortcutsAnswered(const PortalAnswer& answer);
+    /// Whether the desktop lists any of the shortcuts as bound.
+    [[nodiscard]] bool areAmong(const QVariant& bound) const;
     void end(const PortalAnswer& answer) const;
     void fail(const QString& reason) const { end(PortalAnswer::failure(reason)); }
     [[nodiscard]] QDBusMessage call(const char* method) const;
