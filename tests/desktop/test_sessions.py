@@ -77,6 +77,11 @@ class Plasma(session.InSession):
         staged = shutil.copy("/etc/hostname", self.desktop.folder("staged"))
         self.desktop.files("papers", 2)
         stowpocket = self.stowpocket = InPlasmasPanel(self.desktop, staged)
+        self.command("show")
+        # Until the panel was there the pocket was the icon, at the upper edge.
+        wait_for(lambda: self.x.rect(stowpocket.wait_open()).y > 400, "the shelf to be above the panel")
+        self.command("toggle")
+        stowpocket.wait_closed()
         stowpocket.open_popover()
         self.x.click(*stowpocket.icon())
         stowpocket.wait_closed()

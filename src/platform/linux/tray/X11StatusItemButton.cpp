@@ -9,6 +9,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include <utility>
+
 namespace stowpocket {
 namespace {
 
@@ -154,6 +156,8 @@ void X11StatusItemButton::iconMoved() {
 
 void X11StatusItemButton::setPlace(const IconPlacing& placing) {
     pocket_.setResident(placing.wantsPocket());
+    if (std::exchange(isPocketResident_, placing.wantsPocket()) && !isPocketResident_)
+        lastPlace_.reset();
     if (placing.place() != IconPlacing::Place::notifier)
         notifier_.reset();
     else if (!notifier_)

@@ -90,6 +90,7 @@ private:
     Pocket pocket_;
     Subscription pocketChanged_;
     std::unique_ptr<NotifierItem> notifier_;
+    bool isPocketResident_ = false;
     /// Where the user met the icon last while it was in no tray. The popover stays there.
     std::optional<QRect> lastPlace_;
     /// Ends the connections of windows that are not deleted yet.
