@@ -57,97 +57,89 @@ protected:
 };
 
 TEST_F(DesktopPopoverTest, hangsBelowTheIconAndFollowsItsContent) {
-    @autoreleasepool {
-        int cancelled = 0;
-        popover->onCancel = [&] { ++cancelled; };
-        NSWindow* const bar = standIn::statusItem.button.window;
-        bar.contentView = [[NSView alloc] initWithFrame:NSZeroRect];
-        popover->show(*item->button());
-        EXPECT_FALSE(popover->isShown()) << "the button is in no window";
-        bar.contentView = standIn::statusItem.button;
-        popover->show(*item->button());
-        EXPECT_LE(NSMaxY(content->view.window.frame), NSMinY(bar.frame));
-        content->wanted.height = 220;
-        content->changed.emit();
-        EXPECT_EQ(content->view.frame.size.height, 220);
-        popover->makeKey();
-        EXPECT_EQ(content->view.window.firstResponder, content->view);
-        content->cancel();
-        EXPECT_EQ(cancelled, 1);
+    int cancelled = 0;
+    popover->onCancel = [&] { ++cancelled; };
+    NSWindow* const bar = standIn::statusItem.button.window;
+    bar.contentView = [[NSView alloc] initWithFrame:NSZeroRect];
+    popover->show(*item->button());
+    EXPECT_FALSE(popover->isShown()) << "the button is in no window";
+    bar.contentView = standIn::statusItem.button;
+    popover->show(*item->button());
+    EXPECT_LE(NSMaxY(content->view.window.frame), NSMinY(bar.frame));
+    content->wanted.height = 220;
+    content->changed.emit();
+    EXPECT_EQ(content->view.frame.size.height, 220);
+    popover->makeKey();
+    EXPECT_EQ(content->view.window.firstResponder, content->view);
+    content->cancel();
+    EXPECT_EQ(cancelled, 1);
 
-        static_cast<void>(standIn::takeCalls());
-        popover->performClose();
-        popover->show(*item->button());
-        EXPECT_TRUE(comesTrue([] { return standIn::takeCalls() == Texts{"popover closed"}; }));
-        EXPECT_EQ(told, (Texts{"shown", "shown"})) << "nor is it hidden, which it would have been";
-        popover->setAnimates(false);
-        popover->performClose();
-        EXPECT_EQ(told.back(), "hidden");
-        popover->setAnimates(true);
-        popover->show(*item->button());
-        popover->performClose();
-        popover.reset();
-        EXPECT_EQ(told, (Texts{"shown", "shown", "hidden", "shown", "gone"}));
-    }
+    static_cast<void>(standIn::takeCalls());
+    popover->performClose();
+    popover->show(*item->button());
+    EXPECT_TRUE(comesTrue([] { return standIn::takeCalls() == Texts{"popover closed"}; }));
+    EXPECT_EQ(told, (Texts{"shown", "shown"})) << "nor is it hidden, which it would have been";
+    popover->setAnimates(false);
+    popover->performClose();
+    EXPECT_EQ(told.back(), "hidden");
+    popover->setAnimates(true);
+    popover->show(*item->button());
+    popover->performClose();
+    popover.reset();
+    EXPECT_EQ(told, (Texts{"shown", "shown", "hidden", "shown", "gone"}));
 }
 
 TEST(DesktopStatusItemTest, showsPictureAndTitle) {
-    @autoreleasepool {
-        const auto item = makeMacStatusBar()->makeStatusItem();
-        NSStatusBarButton* const system = standIn::statusItem.button;
-        const std::shared_ptr<StatusItemButton> button = item->button();
-        button->setImage({"tray", 15, FontWeight::medium, "Shelf"});
-        NSString* const symbol = [NSString stringWithFormat:@"tray|Shelf|15 %g", NSFontWeightMedium];
-        EXPECT_EQ(standIn::noted(system.image, "symbol"), utf8(symbol));
-        button->setTitle({"12", 11, FontWeight::semibold, 4});
-        NSDictionary* const style = [system.attributedTitle attributesAtIndex:0 effectiveRange:nullptr];
-        EXPECT_EQ([style[NSBaselineOffsetAttributeName] doubleValue] + [style[NSFontAttributeName] pointSize], 15);
-        int clicks = 0;
-        button->setAction([&, kept = std::string(99, ' ')] {
-            button->setAction([&] { ++clicks; });
-            clicks += kept.empty() ? 1 : 0;
-        });
-        for (int time = 0; time < 2; ++time)
-            [system sendAction:system.action to:system.target];
-        EXPECT_EQ(clicks, 1);
-    }
+    const auto item = makeMacStatusBar()->makeStatusItem();
+    NSStatusBarButton* const system = standIn::statusItem.button;
+    const std::shared_ptr<StatusItemButton> button = item->button();
+    button->setImage({"tray", 15, FontWeight::medium, "Shelf"});
+    NSString* const symbol = [NSString stringWithFormat:@"tray|Shelf|15 %g", NSFontWeightMedium];
+    EXPECT_EQ(standIn::noted(system.image, "symbol"), utf8(symbol));
+    button->setTitle({"12", 11, FontWeight::semibold, 4});
+    NSDictionary* const style = [system.attributedTitle attributesAtIndex:0 effectiveRange:nullptr];
+    EXPECT_EQ([style[NSBaselineOffsetAttributeName] doubleValue] + [style[NSFontAttributeName] pointSize], 15);
+    int clicks = 0;
+    button->setAction([&, kept = std::string(99, ' ')] {
+        button->setAction([&] { ++clicks; });
+        clicks += kept.empty() ? 1 : 0;
+    });
+    for (int time = 0; time < 2; ++time)
+        [system sendAction:system.action to:system.target];
+    EXPECT_EQ(clicks, 1);
 }
 
 TEST(DesktopSystemTest, answersAboutTheSystem) {
-    @autoreleasepool {
-        const auto item = makeMacLoginItem();
-        EXPECT_TRUE(item->registerItem() && item->status() == LoginItem::Status::enabled);
-        EXPECT_TRUE(item->unregisterItem() && item->status() == LoginItem::Status::notRegistered);
-        EXPECT_FALSE(item->unregisterItem());
-        standIn::isMotionReduced = !standIn::isMotionReduced;
-        EXPECT_EQ(isMotionReduced(), standIn::isMotionReduced);
-        EXPECT_EQ(makeMacMainScreen()->backingScaleFactor(), 1);
+    const auto item = makeMacLoginItem();
+    EXPECT_TRUE(item->registerItem() && item->status() == LoginItem::Status::enabled);
+    EXPECT_TRUE(item->unregisterItem() && item->status() == LoginItem::Status::notRegistered);
+    EXPECT_FALSE(item->unregisterItem());
+    standIn::isMotionReduced = !standIn::isMotionReduced;
+    EXPECT_EQ(isMotionReduced(), standIn::isMotionReduced);
+    EXPECT_EQ(makeMacMainScreen()->backingScaleFactor(), 1);
 
-        const auto volumes = makeMacVolumes();
-        int mounts = 0;
-        int unmounts = 0;
-        const Subscription mounted = volumes->didMount().connect([&] { ++mounts; });
-        const Subscription unmounted = volumes->didUnmount().connect([&] { ++unmounts; });
-        NSNotificationCenter* const center = NSWorkspace.sharedWorkspace.notificationCenter;
-        [center postNotificationName:NSWorkspaceDidMountNotification object:nil];
-        EXPECT_TRUE(comesTrue([&] { return mounts > 0; }) && unmounts == 0);
-        [center postNotificationName:NSWorkspaceDidUnmountNotification object:nil];
-        EXPECT_TRUE(comesTrue([&] { return unmounts > 0; }));
-    }
+    const auto volumes = makeMacVolumes();
+    int mounts = 0;
+    int unmounts = 0;
+    const Subscription mounted = volumes->didMount().connect([&] { ++mounts; });
+    const Subscription unmounted = volumes->didUnmount().connect([&] { ++unmounts; });
+    NSNotificationCenter* const center = NSWorkspace.sharedWorkspace.notificationCenter;
+    [center postNotificationName:NSWorkspaceDidMountNotification object:nil];
+    EXPECT_TRUE(comesTrue([&] { return mounts > 0; }) && unmounts == 0);
+    [center postNotificationName:NSWorkspaceDidUnmountNotification object:nil];
+    EXPECT_TRUE(comesTrue([&] { return unmounts > 0; }));
 }
 
 TEST(DesktopFileOpenerTest, showsFilesToTheUser) {
-    @autoreleasepool {
-        const auto item = makeMacStatusBar()->makeStatusItem();
-        standIn::keyWindow = standIn::statusItem.button.window;
-        const auto opener = makeMacFileOpener();
-        const std::vector<FileURL> files{*FileURL::fromPath("/a"), *FileURL::fromPath("/b")};
-        static_cast<void>(standIn::takeCalls());
-        opener->showInFolder(files);
-        opener->preview(files[1]);
-        EXPECT_EQ(standIn::takeCalls(), (Texts{"select a", "select b", "preview b"}));
-        standIn::keyWindow = nil;
-    }
+    const auto item = makeMacStatusBar()->makeStatusItem();
+    standIn::keyWindow = standIn::statusItem.button.window;
+    const auto opener = makeMacFileOpener();
+    const std::vector<FileURL> files{*FileURL::fromPath("/a"), *FileURL::fromPath("/b")};
+    static_cast<void>(standIn::takeCalls());
+    opener->showInFolder(files);
+    opener->preview(files[1]);
+    EXPECT_EQ(standIn::takeCalls(), (Texts{"select a", "select b", "preview b"}));
+    standIn::keyWindow = nil;
 }
 
 struct KeptPixels : ImageContent {
@@ -165,34 +157,29 @@ const Pixels& pixelsIn(const Image& image) {
 }
 
 TEST(DesktopPicturesTest, keepTheirPixelsInTheMiddleOfASquare) {
-    @autoreleasepool {
-        const Pixels pattern{2, 1, {255, 0, 0, 255, 64, 64, 64, 128}};
-        NSImage* const image = nsImageOf(pattern, {2, 1});
-        EXPECT_EQ(pixelsOf([image CGImageForProposedRect:nullptr context:nil hints:nil]).value().bytes,
-                  pattern.bytes);
-        EXPECT_EQ(pixelAt(pixelsOf(image, 2, 4), 0), Bytes(4)) << "nothing above";
-        EXPECT_EQ(pixelAt(pixelsOf(image, 2, 4), 4), (Bytes{255, 0, 0, 255}));
-        EXPECT_FALSE(pixelsOf(static_cast<CGImageRef>(nullptr)) || pixelsOf(image, 1, 0) || nsImageOf({}, {1, 1}));
-    }
+    const Pixels pattern{2, 1, {255, 0, 0, 255, 64, 64, 64, 128}};
+    NSImage* const image = nsImageOf(pattern, {2, 1});
+    EXPECT_EQ(pixelsOf([image CGImageForProposedRect:nullptr context:nil hints:nil]).value().bytes, pattern.bytes);
+    EXPECT_EQ(pixelAt(pixelsOf(image, 2, 4), 0), Bytes(4)) << "nothing above";
+    EXPECT_EQ(pixelAt(pixelsOf(image, 2, 4), 4), (Bytes{255, 0, 0, 255}));
+    EXPECT_FALSE(pixelsOf(static_cast<CGImageRef>(nullptr)) || pixelsOf(image, 1, 0) || nsImageOf({}, {1, 1}));
 }
 
 TEST(DesktopPicturesTest, areSymbolsIconsAndColours) {
-    @autoreleasepool {
-        const SymbolPicture symbol{"tray", 12, FontWeight::bold, {1, 0.5, 0, 1}, {0, 0, 1, 1}};
-        EXPECT_EQ(pixelAt(systemSymbolPixels(symbol, 16), 0), (Bytes{0, 128, 255, 255}));
-        EXPECT_FALSE(systemSymbolPixels({.name = "no symbol"}, 16));
+    const SymbolPicture symbol{"tray", 12, FontWeight::bold, {1, 0.5, 0, 1}, {0, 0, 1, 1}};
+    EXPECT_EQ(pixelAt(systemSymbolPixels(symbol, 16), 0), (Bytes{0, 128, 255, 255}));
+    EXPECT_FALSE(systemSymbolPixels({.name = "no symbol"}, 16));
 
-        const TemporaryFolder folder;
-        folder.write("file.txt");
-        const Image icon = makeMacWorkspaceIcons(keepPixels)->icon(folder.url("file.txt"));
-        EXPECT_EQ(pixelsIn(icon).width, 2 * icon.size.width);
-        EXPECT_TRUE(std::ranges::any_of(pixelsIn(icon).bytes, [](auto byte) { return byte != 0; }));
+    const TemporaryFolder folder;
+    folder.write("file.txt");
+    const Image icon = makeMacWorkspaceIcons(keepPixels)->icon(folder.url("file.txt"));
+    EXPECT_EQ(pixelsIn(icon).width, 2 * icon.size.width);
+    EXPECT_TRUE(std::ranges::any_of(pixelsIn(icon).bytes, [](auto byte) { return byte != 0; }));
 
-        using Rgba = std::array<double, 4>;
-        standIn::isDark = !standIn::isDark;
-        EXPECT_EQ(rgbaOf(MacColor::controlAccent, false), (Rgba{1, 0, 0, 1}));
-        EXPECT_EQ(rgbaOf(MacColor::controlAccent, true), (Rgba{1, 1, 1, 1}));
-    }
+    using Rgba = std::array<double, 4>;
+    standIn::isDark = !standIn::isDark;
+    EXPECT_EQ(rgbaOf(MacColor::controlAccent, false), (Rgba{1, 0, 0, 1}));
+    EXPECT_EQ(rgbaOf(MacColor::controlAccent, true), (Rgba{1, 1, 1, 1}));
 }
 
 TEST(DesktopPicturesTest, areDrawnByTheSystemUntilNobodyWaits) {

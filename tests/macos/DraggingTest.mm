@@ -19,42 +19,39 @@ using standIn::itemOf;
 using Texts = std::vector<std::string>;
 
 TEST(DesktopDropTest, prefersFilesToPromisesToContents) {
-    @autoreleasepool {
-        const auto dropped = [](NSArray* objects) {
-            static_cast<void>(standIn::drag(objects));
-            return droppedItemProviders();
-        };
-        NSPasteboardItem* const text = itemOf(@"public.text", "x");
-        EXPECT_TRUE(dropped(@[]).empty() && !dragCarriesItems());
-        NSFilePromiseReceiver* const promise =
-            standIn::promiseOf(@ [@"public.png", @"public.jpeg"], { "one", "two" });
-        auto providers = dropped(@[ itemOf(NSPasteboardTypeFileURL, "file:///a"), text, promise ]);
-        ASSERT_TRUE(providers.size() == 1 && dragCarriesItems());
-        std::optional<Bytes> loaded;
-        providers[0]->loadItem("public.file-url", [&](const std::optional<Bytes>& bytes) { loaded = bytes; });
-        EXPECT_EQ(loaded.value_or(Bytes()).size(), 9u);
+    const auto dropped = [](NSArray* objects) {
+        static_cast<void>(standIn::drag(objects));
+        return droppedItemProviders();
+    };
+    NSPasteboardItem* const text = itemOf(@"public.text", "x");
+    EXPECT_TRUE(dropped(@[]).empty() && !dragCarriesItems());
+    NSFilePromiseReceiver* const promise = standIn::promiseOf(@ [@"public.png", @"public.jpeg"], { "one", "two" });
+    auto providers = dropped(@[ itemOf(NSPasteboardTypeFileURL, "file:///a"), text, promise ]);
+    ASSERT_TRUE(providers.size() == 1 && dragCarriesItems());
+    std::optional<Bytes> loaded;
+    providers[0]->loadItem("public.file-url", [&](const std::optional<Bytes>& bytes) { loaded = bytes; });
+    EXPECT_EQ(loaded.value_or(Bytes()).size(), 9u);
 
-        providers = dropped(@[ text, promise ]);
-        ASSERT_EQ(providers.size(), 1u);
-        EXPECT_EQ(providers[0]->registeredTypeIdentifiers(), Texts{"public.png"});
-        EXPECT_TRUE(providers[0]->hasItemConformingTo("public.jpeg"));
-        std::atomic<int> answers = 0;
-        std::filesystem::path path;
-        providers[0]->loadFileRepresentation("public.png", [&](const std::optional<FileURL>& url) {
-            path = url.value().path();
-            EXPECT_TRUE(std::filesystem::exists(path));
-            ++answers;
-        });
-        providers.clear();
-        EXPECT_TRUE(comesTrue([&] { return answers > 0 && !std::filesystem::exists(path.parent_path()); }));
-        EXPECT_EQ(answers, 1);
+    providers = dropped(@[ text, promise ]);
+    ASSERT_EQ(providers.size(), 1u);
+    EXPECT_EQ(providers[0]->registeredTypeIdentifiers(), Texts{"public.png"});
+    EXPECT_TRUE(providers[0]->hasItemConformingTo("public.jpeg"));
+    std::atomic<int> answers = 0;
+    std::filesystem::path path;
+    providers[0]->loadFileRepresentation("public.png", [&](const std::optional<FileURL>& url) {
+        path = url.value().path();
+        EXPECT_TRUE(std::filesystem::exists(path));
+        ++answers;
+    });
+    providers.clear();
+    EXPECT_TRUE(comesTrue([&] { return answers > 0 && !std::filesystem::exists(path.parent_path()); }));
+    EXPECT_EQ(answers, 1);
 
-        bool isThere = false;
-        dropped(@[ text ]).at(0)->loadFileRepresentation("public.text", [&](const std::optional<FileURL>& url) {
-            isThere = url && std::filesystem::exists(url->path());
-        });
-        EXPECT_TRUE(isThere);
-    }
+    bool isThere = false;
+    dropped(@[ text ]).at(0)->loadFileRepresentation("public.text", [&](const std::optional<FileURL>& url) {
+        isThere = url && std::filesystem::exists(url->path());
+    });
+    EXPECT_TRUE(isThere);
 }
 
 using Kept = std::vector<std::pair<std::string, std::string>>;
@@ -82,50 +79,46 @@ Kept keptOf(NSArray* items) {
 }
 
 TEST(DesktopDropTest, makesFilesOfLinksTextsAndPictures) {
-    @autoreleasepool {
-        const std::string address = "https://a.org/?q=<1>&r=%20";
-        const std::string title = "../A page: \x1B\u202Eof\n" + std::string(10'000, 'x');
-        NSArray* const types = @[ @"public.utf8-plain-text", @"public.url", @"public.url-name" ];
-        const Kept links = keptOf(@[
-            itemOf(types, {address, address, title}), itemOf(@"public.url", "mailto:a@b"),
-            itemOf(@"public.url", "mailto:a@b")
-        ]);
-        ASSERT_EQ(links.size(), 3u);
-        EXPECT_EQ(links[0].first, "A page of " + std::string(47, 'x') + ".webloc");
-        const NSData* const bytes = nsData(Bytes(links[0].second.begin(), links[0].second.end()));
-        NSDictionary* const list = [NSPropertyListSerialization propertyListWithData:(NSData*)bytes
-                                                                             options:0
-                                                                              format:nil
-                                                                               error:nil];
-        EXPECT_EQ(utf8(list[@"URL"]), address);
-        EXPECT_EQ(links[1].first, "mailto a@b.webloc");
-        EXPECT_EQ(keptOf(@[ itemOf(types, {"/text", "file:///etc/passwd", "page"}) ]), (Kept{{"text.txt", "/text"}}));
-        EXPECT_EQ(keptOf(@[
-                      itemOf(@ [@"public.rtf", @"public.utf8-plain-text"], { "{", " \n" }),
-                      itemOf(@ [@"public.url", @"public.tiff"], { address, "pixels" })
-                  ]),
-                  (Kept{{"Text.txt", " \n"}, {"Image.tiff", "pixels"}}));
-        for (const std::string& bad : {std::string("javascript:alert(1)"), "http://" + std::string(10'000, 'a')})
-            EXPECT_EQ(keptOf(@[ itemOf(@"public.url", bad), itemOf(@"public.png", "") ]), Kept());
-    }
+    const std::string address = "https://a.org/?q=<1>&r=%20";
+    const std::string title = "../A page: \x1B\u202Eof\n" + std::string(10'000, 'x');
+    NSArray* const types = @[ @"public.utf8-plain-text", @"public.url", @"public.url-name" ];
+    const Kept links = keptOf(@[
+        itemOf(types, {address, address, title}), itemOf(@"public.url", "mailto:a@b"),
+        itemOf(@"public.url", "mailto:a@b")
+    ]);
+    ASSERT_EQ(links.size(), 3u);
+    EXPECT_EQ(links[0].first, "A page of " + std::string(47, 'x') + ".webloc");
+    const NSData* const bytes = nsData(Bytes(links[0].second.begin(), links[0].second.end()));
+    NSDictionary* const list = [NSPropertyListSerialization propertyListWithData:(NSData*)bytes
+                                                                         options:0
+                                                                          format:nil
+                                                                           error:nil];
+    EXPECT_EQ(utf8(list[@"URL"]), address);
+    EXPECT_EQ(links[1].first, "mailto a@b.webloc");
+    EXPECT_EQ(keptOf(@[ itemOf(types, {"/text", "file:///etc/passwd", "page"}) ]), (Kept{{"text.txt", "/text"}}));
+    EXPECT_EQ(keptOf(@[
+                  itemOf(@ [@"public.rtf", @"public.utf8-plain-text"], { "{", " \n" }),
+                  itemOf(@ [@"public.url", @"public.tiff"], { address, "pixels" })
+              ]),
+              (Kept{{"Text.txt", " \n"}, {"Image.tiff", "pixels"}}));
+    for (const std::string& bad : {std::string("javascript:alert(1)"), "http://" + std::string(10'000, 'a')})
+        EXPECT_EQ(keptOf(@[ itemOf(@"public.url", bad), itemOf(@"public.png", "") ]), Kept());
 }
 
 TEST(DesktopDropTest, readsWhatWasCopied) {
-    @autoreleasepool {
-        const auto clipboard = makeMacClipboard();
-        const auto types = [&] {
-            Texts found;
-            clipboard->read([&](const auto& providers) {
-                for (const auto& provider : providers)
-                    found.push_back(provider->registeredTypeIdentifiers().at(0));
-            });
-            return found;
-        };
-        clipboard->copyText("text");
-        EXPECT_EQ(types(), Texts{"public.utf8-plain-text"});
-        clipboard->copyFiles({*FileURL::fromPath("/a"), *FileURL::fromPath("/b")});
-        EXPECT_EQ(types(), (Texts{"public.file-url", "public.file-url"}));
-    }
+    const auto clipboard = makeMacClipboard();
+    const auto types = [&] {
+        Texts found;
+        clipboard->read([&](const auto& providers) {
+            for (const auto& provider : providers)
+                found.push_back(provider->registeredTypeIdentifiers().at(0));
+        });
+        return found;
+    };
+    clipboard->copyText("text");
+    EXPECT_EQ(types(), Texts{"public.utf8-plain-text"});
+    clipboard->copyFiles({*FileURL::fromPath("/a"), *FileURL::fromPath("/b")});
+    EXPECT_EQ(types(), (Texts{"public.file-url", "public.file-url"}));
 }
 
 TEST(DesktopFileDragTest, offersFilesAndTheirContents) {

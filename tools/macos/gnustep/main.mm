@@ -7,11 +7,21 @@
 
 #include <set>
 
+extern "C" void* objc_autoreleasePoolPush();
+extern "C" void objc_autoreleasePoolPop(void* pool);
+
 namespace {
 
 /// With classes of its own whose names begin with GS: what notifications for a queue consist of, and appearances.
 const std::set<std::string> keptByGNUstep{"NSAppearance", "NSCondition", "NSConditionLock", "NSOperationInternal",
                                           "NSRecursiveLock"};
+
+/// Each test has an autorelease pool of its own, which ends after its fixture.
+struct PoolOfEachTest : testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override { pool = objc_autoreleasePoolPush(); }
+    void OnTestEnd(const testing::TestInfo&) override { objc_autoreleasePoolPop(pool); }
+    void* pool = nullptr;
+};
 
 int runTests(int rounds) {
     std::map<std::string, int> before;
@@ -46,6 +56,7 @@ int main(int argc, char** argv) {
     @autoreleasepool {
         stowpocket::standIn::begin();
         testing::InitGoogleTest(&argc, argv);
+        testing::UnitTest::GetInstance()->listeners().Append(new PoolOfEachTest);
         if (hasDisplay)
             [NSApplication sharedApplication];
         constexpr std::string_view option = "--rounds=";
