@@ -151,6 +151,11 @@ TEST(StatusItemLayout, asksForTheRoomThatItThenUses) {
         expectInside(layout.count, wish);
         EXPECT_EQ(layout.symbol.x, wish.width - layout.symbol.x - layout.symbol.width - measure.titleWidth);
     }
+    EXPECT_EQ(layOutStatusItem(empty, {44, 44}).symbol, (Rect{6, 6, 32, 32})) << "it grows with the bar";
+    EXPECT_EQ(layOutStatusItem(empty, {22, 44}).symbol.width, 16);
+    EXPECT_LT(layOutStatusItem(counted, {31, 16}).symbol.height, 16);
+    EXPECT_EQ(layOutStatusItem(counted, {31, 16}).countPlace, CountPlace::beside);
+    EXPECT_GT(layOutStatusItem(counted, {1, 1}).scale, 0);
 }
 
 /// How much of the symbol the count lies on.
@@ -176,14 +181,6 @@ TEST(StatusItemLayout, makesABadgeOfTheCountWhereThereIsNoRoomBesideTheSymbol) {
     EXPECT_EQ(layOutStatusItem(hundreds, {43, 43}).countPlace, CountPlace::beside) << "there is room";
     EXPECT_EQ(layOutBadge(counted, {48, 48}).countPlace, CountPlace::badge) << "others may shrink it";
     EXPECT_EQ(layOutBadge(empty, {22, 22}), layOutStatusItem(empty, {22, 22}));
-}
-
-TEST(StatusItemLayout, growsAndShrinksWithTheBar) {
-    EXPECT_EQ(layOutStatusItem(empty, {44, 44}).symbol, (Rect{6, 6, 32, 32}));
-    EXPECT_EQ(layOutStatusItem(empty, {22, 44}).symbol.width, 16);
-    EXPECT_LT(layOutStatusItem(counted, {31, 16}).symbol.height, 16);
-    EXPECT_EQ(layOutStatusItem(counted, {31, 16}).countPlace, CountPlace::beside);
-    EXPECT_GT(layOutStatusItem(counted, {1, 1}).scale, 0);
 }
 
 TEST(AdaptiveGridTest, fillsItsColumnsInRowsAsHighAsTheirHighestTile) {

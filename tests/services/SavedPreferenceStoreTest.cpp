@@ -38,21 +38,6 @@ TEST(PreferenceStoreTest, readsTruthsAndNumbersInWhateverFormTheyAreStored) {
     }
 }
 
-TEST(PreferenceStoreTest, answersByTypeStoredValuesFirstAndAnnouncesChangesOnceTheyHold) {
-    LayeredPreferenceStore store;
-    std::string announced;
-    const Subscription subscription =
-        store.changed().connect([&](const std::string& key) { announced += key + '=' + store.string(key) + ' '; });
-    store.registerDefaults({{"letter", "D"}});
-    for (const char* const letter : {"E", "E"})
-        store.setValue("letter", letter);
-    for (int time = 0; time < 2; ++time)
-        store.removeValue("letter");
-    EXPECT_EQ(announced, "letter=E letter=D ");
-    EXPECT_EQ(store.integer("letter"), 0) << "of another type";
-    EXPECT_EQ(store.value("absent"), std::nullopt);
-}
-
 using Values = PreferenceDisk::Values;
 using Problem = std::optional<std::string>;
 
