@@ -61,50 +61,42 @@ TEST_F(HotkeyManagerTest, impossibleStoredShortcutsAreBrokenInvariants) {
 
 using Status = LoginItem::Status;
 
-class LaunchAtLoginTest : public testing::Test {
-protected:
-    LaunchAtLoginTest() { registerPreferenceDefaults(preferences); }
-    [[nodiscard]] bool wish() const { return preferences.boolean(preferenceKey::launchAtLogin); }
-    void storeWish(bool wanted) { preferences.setValue(preferenceKey::launchAtLogin, wanted); }
-
-    FakeLoginItem loginItem;
-    LayeredPreferenceStore preferences;
-    LaunchAtLogin launchAtLogin{loginItem, preferences};
+/// What the user wishes and what is registered, before and after.
+struct LoginCase {
+    bool wish;
+    Status before;
+    bool fails;
+    Status after;
+    bool wishAfter;
 };
 
-TEST_F(LaunchAtLoginTest, theLaunchGrantsTheWish) {
-    launchAtLogin.sync();
-    EXPECT_EQ(loginItem.current, Status::enabled);
-    launchAtLogin.sync();
-    EXPECT_EQ(loginItem.changes, 1);
-    storeWish(false);
-    launchAtLogin.sync();
-    EXPECT_EQ(loginItem.current, Status::notRegistered);
-    loginItem.current = Status::requiresApproval;
-    storeWish(true);
-    launchAtLogin.sync();
-    EXPECT_EQ(loginItem.current, Status::enabled) << "registered again";
+void expect(const std::vector<LoginCase>& cases, const std::function<void(LaunchAtLogin&, const LoginCase&)>& work) {
+    for (const LoginCase& each : cases) {
+        LayeredPreferenceStore preferences;
+        preferences.setValue(preferenceKey::launchAtLogin, each.wish);
+        FakeLoginItem item;
+        item.current = each.before;
+        item.fails = each.fails;
+        LaunchAtLogin launchAtLogin(item, preferences);
+        work(launchAtLogin, each);
+        EXPECT_EQ(item.current, each.after);
+        EXPECT_EQ(preferences.boolean(preferenceKey::launchAtLogin), each.wishAfter) << "or it is taken back";
+    }
 }
 
-TEST_F(LaunchAtLoginTest, aWishThatCannotBeGrantedIsTakenBack) {
-    loginItem.fails = true;
-    launchAtLogin.sync();
-    EXPECT_FALSE(wish());
-
-    loginItem.current = Status::enabled;
-    launchAtLogin.sync();
-    EXPECT_TRUE(wish()) << "it cannot be turned off";
-    storeWish(false);
-    launchAtLogin.settingChanged(false);
-    EXPECT_TRUE(wish());
-
-    loginItem.current = Status::requiresApproval;
-    storeWish(true);
-    launchAtLogin.settingChanged(true);
-    EXPECT_FALSE(wish());
-    loginItem.current = Status::enabled;
-    launchAtLogin.adoptActualState();
-    EXPECT_TRUE(wish());
+TEST(LaunchAtLoginTest, theWishIsGrantedOrTakenBack) {
+    const std::vector<LoginCase> common{{false, Status::enabled, false, Status::notRegistered, false},
+                                        {true, Status::requiresApproval, false, Status::enabled, true},
+                                        {true, Status::notRegistered, true, Status::notRegistered, false},
+                                        {false, Status::enabled, true, Status::enabled, true},
+                                        {true, Status::requiresApproval, true, Status::requiresApproval, false}};
+    expect(common, [](auto& launchAtLogin, auto&) { launchAtLogin.sync(); });
+    expect(common, [](auto& launchAtLogin, auto& each) { launchAtLogin.settingChanged(each.wish); });
+    expect({{true, Status::enabled, true, Status::enabled, true}}, [](auto& launchAtLogin, auto&) {
+        launchAtLogin.sync();  // there is nothing to do that could fail
+    });
+    expect({{false, Status::enabled, false, Status::enabled, true}},
+           [](auto& launchAtLogin, auto&) { launchAtLogin.adoptActualState(); });
 }
 
 }  // namespace

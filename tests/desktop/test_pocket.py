@@ -4,7 +4,7 @@ import signal
 
 from case import DesktopTest
 from drag import Drag
-from peers import CopyingTray, PcmanfmQt, Thunar, embed_silently, start_panel
+from peers import CopyingTray, Thunar, embed_silently, start_panel
 from stowpocket import POCKET, STATUS_ITEM
 from x_display import Rect, wait_for
 
@@ -16,32 +16,26 @@ class Pocket(DesktopTest):
     def wait_until_gone(self):
         wait_for(lambda: not self.pocket(), "the pocket to go")
 
-    def drag_to_the_icon(self, panel, file_manager):
-        """Begins a drag, over whose target the pocket then lies."""
-        stowpocket, window = self.offer(panel, file_manager, 1)
+    def test_goes_after_each_drag_even_if_its_source_died(self):
+        stowpocket, window = self.offer("xfce4-panel", Thunar, 1)
         self.wait_until_gone()
         drag = window.drag_all()
         pocket = wait_for(self.pocket, "the pocket")
         self.assertEqual(self.x.rect(pocket), self.x.rect(self.x.find(STATUS_ITEM)))
         drag.hover(stowpocket.icon(), stowpocket.popover)
-        return window, drag
-
-    def test_goes_after_each_drag(self):
-        window, drag = self.drag_to_the_icon("xfce4-panel", PcmanfmQt)
         drag.release()
-        self.stowpocket.wait_for_files(self.names)
+        stowpocket.wait_for_files(self.names)
         self.wait_until_gone()
-        drag = Drag(self.x, window.first_icon())
-        wait_for(self.pocket, "the pocket once more")
-        drag.leave()
-        drag.release()
-        self.wait_until_gone()
-
-    def test_does_not_wait_for_a_source_that_died(self):
-        window, drag = self.drag_to_the_icon("trayer", Thunar)
-        self.desktop.end(window.process, signal.SIGKILL)
-        drag.release()
-        self.wait_until_gone()
+        for is_source_alive in True, False:
+            drag = Drag(self.x, window.first_icon())
+            wait_for(self.pocket, "the pocket once more")
+            drag.hover(stowpocket.icon())
+            if is_source_alive:
+                drag.leave()
+            else:
+                self.desktop.end(window.process, signal.SIGKILL)
+            drag.release()
+            self.wait_until_gone()
 
     def test_is_the_icon_until_a_tray_comes_and_between_two(self):
         stowpocket, window = self.offer(None, Thunar, 2)

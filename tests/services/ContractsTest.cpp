@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
+// The fakes and the adapters of Linux, by what each service promises.
+#include "fakes/FakeDispatch.h"
 #include "fakes/FakeFiles.h"
 #include "platform/linux/files/LinuxBookmarks.h"
 #include "platform/linux/files/Mounts.h"
 #include "platform/linux/files/PosixFileManager.h"
+#include "platform/linux/preferences/LinuxPreferenceStore.h"
 #include "platform/posix/FileProbe.h"
 #include "services/FilesContract.h"
+#include "services/PreferencesContract.h"
 
 namespace stowpocket {
 namespace {
@@ -26,8 +30,23 @@ struct LinuxFiles {
     LinuxBookmarks bookmarks{mounts, probe, {}};
 };
 
+class LinuxPreferences {
+public:
+    [[nodiscard]] PreferenceStore& store() { return *store_; }
+    void restart() {
+        store_->finish();
+        store_.emplace(dispatch_, folder_.path("preferences.plist"));
+    }
+
+private:
+    TemporaryFolder folder_;
+    FakeDispatch dispatch_;
+    std::optional<LinuxPreferenceStore> store_{std::in_place, dispatch_, folder_.path("preferences.plist")};
+};
+
 }  // namespace
 
+INSTANTIATE_TYPED_TEST_SUITE_P(OnLinux, PreferencesContract, LinuxPreferences);
 INSTANTIATE_TYPED_TEST_SUITE_P(FilesInMemory, FilesContract, InMemory);
 INSTANTIATE_TYPED_TEST_SUITE_P(FilesOnLinux, FilesContract, OnDisk<LinuxFiles>);
 
