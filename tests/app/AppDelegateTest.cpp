@@ -38,7 +38,7 @@ TEST_F(AppDelegateTest, theFirstLaunchSetsEverythingUpAndWelcomesTheUser) {
     views.onComplete();
 }
 
-TEST_F(AppDelegateTest, laterLaunchesLeaveAloneWhatIsAsTheUserWishesAndPutTheInstallerImageAway) {
+TEST_F(AppDelegateTest, laterLaunchesLeaveAloneWhatIsAsTheUserWishesAndTellHowManyItemsWait) {
     loginItem.current = LoginItem::Status::enabled;
     bundle.bundleURL = *FileURL::fromPath("/Applications/stowpocket.app");
     launch();
@@ -47,10 +47,6 @@ TEST_F(AppDelegateTest, laterLaunchesLeaveAloneWhatIsAsTheUserWishesAndPutTheIns
     dispatch.advance(8s);
     dispatch.runAll();
     EXPECT_EQ(imageTool.looks, 1);
-}
-
-TEST_F(AppDelegateTest, theIconTellsHowManyItemsWait) {
-    launch();
     const FakeStatusItemButton& button = *statusBar.button;
     EXPECT_EQ(button.image, (StatusItemImage{"tray.and.arrow.down", 16, FontWeight::medium, "Shelf"}));
     EXPECT_EQ(button.title.text, "");
