@@ -56,6 +56,19 @@ Rect grown(const Rect& rect, double margin, const Rect& available) {
     return {left, top, right - left, bottom - top};
 }
 
+/// The bar of an icon at the edge of an area: as thick as the icon with the same distance on either side. Empty if
+/// the icon is outside.
+Rect barAround(const Rect& icon, const Rect& area) {
+    const double left = icon.x - area.x;
+    const double top = icon.y - area.y;
+    const double bottom = area.bottom() - icon.bottom();
+    const double gap = std::min({left, top, area.right() - icon.right(), bottom});
+    const Size size{icon.width + 2 * gap, icon.height + 2 * gap};
+    if (gap == top || gap == bottom)
+        return {area.x, gap == top ? area.y : area.bottom() - size.height, area.width, size.height};
+    return {gap == left ? area.x : area.right() - size.width, area.y, size.width, area.height};
+}
+
 }  // namespace
 
 std::size_t AdaptiveGrid::columnCount(double width) const {
@@ -153,6 +166,16 @@ Rect areaBesideBar(const Rect& available, const Rect& bar) {
     else
         right = std::min(right, bar.x);
     return {left, top, right - left, bottom - top};
+}
+
+Rect pocketBesideBar(const Rect& icon, const Size& pocket, const Rect& usable) {
+    const Rect free = areaBesideBar(usable, barAround(icon, usable));
+    const auto inside = [](double middle, double length, double from, double to) {
+        const double first = from + pocketMargin;
+        return std::clamp(middle - length / 2, first, std::max(first, to - pocketMargin - length));
+    };
+    return {inside(icon.x + icon.width / 2, pocket.width, free.x, free.right()),
+            inside(icon.y + icon.height / 2, pocket.height, free.y, free.bottom()), pocket.width, pocket.height};
 }
 
 PopoverPlacement placePopover(const Rect& anchor, const Size& content, const Rect& available, double shadow) {

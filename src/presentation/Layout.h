@@ -73,6 +73,9 @@ inline constexpr double popoverCornerRadius = 10;
 /// The distance between the panel and the edges of the screen.
 inline constexpr double popoverMargin = 4;
 
+/// The distance between the pocket and the edges of the screen or of a bar.
+inline constexpr double pocketMargin = 8;
+
 enum class ArrowSide { top, bottom };
 
 struct PopoverPlacement {
@@ -94,6 +97,10 @@ struct PopoverPlacement {
 /// Where an icon that nobody places would most likely be: at the right end of a bar below `usable`, if the bars of
 /// the screen leave room above, else at its top. Without a size.
 [[nodiscard]] Rect likelyIconPlace(const Rect& screen, const Rect& usable);
+
+/// Places the pocket beside the bar that the icon is in, as near to the icon as that allows: the bar is outside
+/// `usable`, or at one of its edges where the system does not say so.
+[[nodiscard]] Rect pocketBesideBar(const Rect& icon, const Size& pocket, const Rect& usable);
 
 /// Places the popover centred below `anchor`, or above it if there is more room (the bar is at the bottom). It is
 /// moved sideways and reduced in height to be inside `available`, a little away from its edges. The arrow points at

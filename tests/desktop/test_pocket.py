@@ -2,6 +2,9 @@
 """The place for drops that depends on no panel."""
 import signal
 
+from Xlib import X
+from Xlib.ext import shape
+
 from case import DesktopTest
 from drag import Drag
 from peers import CopyingTray, Thunar, embed_silently, start_panel
@@ -36,6 +39,18 @@ class Pocket(DesktopTest):
                 self.desktop.end(window.process, signal.SIGKILL)
             drag.release()
             self.wait_until_gone()
+
+    def test_is_beside_a_panel_that_the_compositor_draws(self):
+        stowpocket, window = self.offer("xfce4-panel", PcmanfmQt, 1)
+        overlay = self.x.root.composite_get_overlay_window().overlay_window
+        overlay.shape_rectangles(shape.SO.Set, shape.SK.Input, X.Unsorted, 0, 0, [(0, 0, 1280, 40)])
+        drag = window.drag_all()
+        pocket = self.x.rect(wait_for(self.pocket, "the pocket"))
+        self.assertTrue(pocket.y > 26 and abs(pocket.centre()[0] - stowpocket.icon()[0]) < 40, pocket)
+        drag.hover(pocket.centre(), stowpocket.popover)
+        drag.release()
+        stowpocket.wait_for_files(self.names)
+        self.wait_until_gone()
 
     def test_is_the_icon_until_a_tray_comes_and_between_two(self):
         stowpocket, window = self.offer(None, Thunar, 2)

@@ -122,6 +122,18 @@ TEST(PopoverPlacement, iconThatNobodyPlacesIsLookedForAtTheBar) {
     EXPECT_EQ(likelyIconPlace(screen, screen).y, 0) << "none";
 }
 
+TEST(PocketPlace, isBesideTheBarOfTheIcon) {
+    constexpr Rect screen{0, 0, 1280, 900};
+    constexpr Size pocket{44, 36};
+    constexpr Rect below{1135, 868, 24, 24};
+    EXPECT_EQ(pocketBesideBar(below, pocket, {0, 0, 1280, 860}), (Rect{1125, 816, 44, 36}));
+    EXPECT_EQ(pocketBesideBar(below, pocket, screen), (Rect{1125, 816, 44, 36})) << "a bar that is not known";
+    EXPECT_EQ(pocketBesideBar({8, 800, 24, 24}, pocket, screen), (Rect{48, 794, 44, 36})) << "at the left";
+    EXPECT_EQ(pocketBesideBar({1248, 4, 24, 24}, pocket, screen), (Rect{1228, 40, 44, 36})) << "in a corner";
+    EXPECT_EQ(pocketBesideBar({1280, 0, 0, 0}, pocket, screen), (Rect{1228, 8, 44, 36})) << "no icon";
+    EXPECT_EQ(pocketBesideBar({}, pocket, {}).width, 44) << "no screen";
+}
+
 TEST(PopoverPlacement, survivesAScreenThatIsGone) {
     const PopoverPlacement placement = placePopover({600, 3, 20, 22}, content, {}, 14);
     EXPECT_EQ(placement.frame.width, 0);

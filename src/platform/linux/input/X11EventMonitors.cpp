@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QWindow>
 
 #include <algorithm>
 #include <array>
@@ -60,6 +61,17 @@ std::uint32_t bitOf(std::uint32_t button) {
 XcbAnswer<xcb_query_pointer_reply_t> pointerIn(xcb_connection_t* connection, xcb_window_t window) {
     return XcbAnswer<xcb_query_pointer_reply_t>(
         xcb_query_pointer_reply(connection, xcb_query_pointer(connection, window), nullptr));
+}
+
+/// Whether this is over an icon in a panel.
+bool isOverEmbeddedWindow(const X11Connection& x11, const QPoint& pixels) {
+    return std::ranges::any_of(QGuiApplication::topLevelWindows(), [&](QWindow* window) {
+        const auto id = window->isVisible() ? static_cast<xcb_window_t>(window->winId()) : x11None;
+        if (id == x11None || x11.parentOf(id) == x11.root())
+            return false;
+        const std::optional<QRect> place = x11.geometryOnRoot(id);
+        return place && place->contains(pixels);
+    });
 }
 
 }  // namespace
@@ -191,7 +203,8 @@ void X11ClickWatch::reportClick() const {
     }));
 }
 
-/// Raw events carry no position. Every window of this connection has a number from the connection's own range.
+/// Raw events carry no position. A panel that the compositor draws itself passes clicks on. Every window of this
+/// connection has a number from the connection's own range.
 bool X11ClickWatch::pointerIsOverOwnWindow() const {
     const xcb_setup_t* const setup = xcb_get_setup(connection_);
     xcb_window_t window = root_;
@@ -201,6 +214,8 @@ bool X11ClickWatch::pointerIsOverOwnWindow() const {
         if ((window & ~setup->resource_id_mask) == setup->resource_id_base)
             return true;
         const auto pointer = pointerIn(connection_, window);
+        if (window == root_ && pointer && x11_.isOverlay(pointer->child))
+            return isOverEmbeddedWindow(x11_, {pointer->root_x, pointer->root_y});
         window = pointer ? pointer->child : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
     }
     return false;

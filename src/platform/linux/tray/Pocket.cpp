@@ -2,6 +2,8 @@
 #include "platform/linux/tray/Pocket.h"
 
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/qt/QtPopover.h"
+#include "presentation/Layout.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -58,8 +60,6 @@ QPixmap picture(const QRect& place) {
     const QPoint corner = place.topLeft() - screen->geometry().topLeft();
     return screen->grabWindow(0, corner.x(), corner.y(), place.width(), place.height());
 }
-
-constexpr int distanceFromEdge = 8;
 
 }  // namespace
 
@@ -143,8 +143,8 @@ Pocket::Pocket(const X11Connection& connection, const StatusItemContent& content
       })) {
     const QScreen* const screen = QGuiApplication::primaryScreen();
     if (screen != nullptr)
-        QObject::connect(screen, &QScreen::availableGeometryChanged, &context_, [this] { moveToCorner(); });
-    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &context_, [this] { moveToCorner(); });
+        QObject::connect(screen, &QScreen::availableGeometryChanged, &context_, [this] { moveToPlace(); });
+    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &context_, [this] { moveToPlace(); });
 }
 
 Pocket::~Pocket() = default;
@@ -165,10 +165,19 @@ void Pocket::dragBegan(DragOrigin origin, const std::optional<QRect>& icon) {
     if (icon != icon_)
         closeWindow();
     icon_ = icon;
+    beside_.reset();
     showOrHide();
     // Windows that were opened since may be above it.
     if (window_)
         window_->raise();
+    if (window_ && icon_ && connection_.isUnderOverlay(static_cast<xcb_window_t>(window_->winId())))
+        leaveIcon();
+}
+
+void Pocket::leaveIcon() {
+    closeWindow();
+    beside_ = std::exchange(icon_, std::nullopt);
+    showOrHide();
 }
 
 void Pocket::dragEnded(DragEnd end) {
@@ -187,14 +196,14 @@ void Pocket::setShelfOpen(bool isOpen) {
 void Pocket::showContent() {
     if (window_)
         window_->showContent();
-    moveToCorner();
+    moveToPlace();
     if (isSurfaceShown_)
         surface_.showContent();
 }
 
 std::optional<QRect> Pocket::rectOnScreen() const {
     if (isSurfaceShown_)
-        return corner();
+        return place();
     return window_ ? std::optional(window_->geometry()) : std::nullopt;
 }
 
@@ -224,7 +233,7 @@ void Pocket::showOrHide() {
         makeWindow();
     else if (!wantsWindow)
         closeWindow();
-    moveToCorner();
+    moveToPlace();
     changed.emit();
 }
 
@@ -236,22 +245,28 @@ void Pocket::makeWindow() {
     if (icon_)
         window_->cover(*icon_);
     else
-        moveToCorner();
+        moveToPlace();
     window_->show();
 }
 
-QRect Pocket::corner() const {
-    const QScreen* const screen = QGuiApplication::primaryScreen();
-    const QRect available = screen == nullptr ? QRect() : usableArea(*screen);
+QRect Pocket::place() const {
+    const QScreen* screen = beside_ ? QGuiApplication::screenAt(beside_->center()) : nullptr;
+    if (screen == nullptr)
+        screen = QGuiApplication::primaryScreen();
+    const Rect usable = rectOf(screen == nullptr ? QRect() : usableArea(*screen));
     const QSize size = window_ ? window_->size() : pocketSize(content_);
-    return {available.topRight() + QPoint(1 - distanceFromEdge - size.width(), distanceFromEdge), size};
+    const Rect corner{usable.right(), usable.y, 0, 0};
+    const Rect place =
+        pocketBesideBar(beside_ ? rectOf(*beside_) : corner,
+                        {static_cast<double>(size.width()), static_cast<double>(size.height())}, usable);
+    return {static_cast<int>(place.x), static_cast<int>(place.y), size.width(), size.height()};
 }
 
-void Pocket::moveToCorner() {
+void Pocket::moveToPlace() {
     const QScreen* const screen = QGuiApplication::primaryScreen();
     if (icon_ || screen == nullptr || (!window_ && !isSurfaceShown_))
         return;
-    const QRect place = corner();
+    const QRect place = this->place();
     const QRect whole = screen->geometry();
     if (window_)
         window_->move(place.topLeft());

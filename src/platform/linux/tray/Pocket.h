@@ -64,7 +64,8 @@ private:
 };
 
 /// A place for drops that depends on no panel. During a drag it lies exactly over the icon, for panels that keep
-/// drops to themselves. If the position of the icon is unknown, or its picture cannot be read, it is in the corner of
+/// drops to themselves, or beside the panel where that is part of the compositor, which is above all windows
+/// (Cinnamon). If the position of the icon is unknown, or its picture cannot be read, it is in the corner of
 /// the screen. Where there is no tray at all, it stays there as the icon. On Wayland compositors that can show it
 /// themselves it is a surface of theirs, but not while an X11 program drags: some pass such a drag to X11 windows
 /// alone.
@@ -84,6 +85,8 @@ public:
 
     /// Returns nothing while it is not on the screen.
     [[nodiscard]] std::optional<QRect> rectOnScreen() const;
+    /// Whether it is on the screen in the place of an icon that takes no drops.
+    [[nodiscard]] bool isBesideBar() const { return window_ && beside_; }
     /// Emitted when it appears, disappears or moves.
     Signal<> changed;
     /// What it has seen of a drag as a surface of the compositor, a drag out of it included.
@@ -95,8 +98,9 @@ private:
     void showOrHide();
     [[nodiscard]] bool wantsSurface() const;
     void makeWindow();
-    [[nodiscard]] QRect corner() const;
-    void moveToCorner();
+    void leaveIcon();
+    [[nodiscard]] QRect place() const;
+    void moveToPlace();
     void closeWindow();
 
     const X11Connection& connection_;
@@ -105,7 +109,10 @@ private:
     IncomingDrops& drops_;
     const std::function<void()> onClick_;
     PocketPresence presence_;
+    /// The icon that it covers.
     std::optional<QRect> icon_;
+    /// The icon that it cannot cover.
+    std::optional<QRect> beside_;
     bool isX11Drag_ = false;
     std::unique_ptr<PocketWindow> window_;
     Subscription hovered_;

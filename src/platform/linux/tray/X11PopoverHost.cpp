@@ -104,6 +104,10 @@ bool X11PopoverHost::blendsWindows() const {
 void X11PopoverHost::willShow(QWidget& window) {
     const auto shown = static_cast<xcb_window_t>(window.winId());
     connection_.keepAboveUnlisted(shown);
+    // Cinnamon's window manager has dialogs listed in the panel whatever they ask for.
+    if (connection_.windowManagerName() == "Mutter (Muffin)")
+        connection_.setProperty(shown, connection_.atom(X11Atom::windowType), XCB_ATOM_ATOM,
+                                {connection_.atom(X11Atom::windowTypeUtility)});
     startup_.markWindow(shown);
 }
 

@@ -88,6 +88,8 @@ void X11StatusItemButton::showContent() {
 }
 
 QRect X11StatusItemButton::rectOnScreen() const {
+    if (pocket_.isBesideBar())
+        return *pocket_.rectOnScreen();
     if (const std::optional<QRect> docked = dockedRect())
         return *docked;
     return lastPlace_.value_or(usualPlace());
@@ -221,6 +223,7 @@ void X11StatusItemButton::pocketChanged() {
     } else if (window_) {
         // What was painted under the pocket may have taken the pocket for the background.
         window_->update();
+        moved.emit();
     }
 }
 

@@ -5,6 +5,8 @@
 #include <QImage>
 #include <QScreen>
 
+#include <span>
+
 namespace stowpocket {
 namespace {
 
@@ -27,6 +29,8 @@ constexpr std::array<std::string_view, atomCount> x11AtomNames{
     "_NET_WM_STATE_SKIP_TASKBAR",
     "_NET_WM_STATE_SKIP_PAGER",
     "_KDE_NET_WM_STATE_SKIP_SWITCHER",
+    "_NET_WM_WINDOW_TYPE",
+    "_NET_WM_WINDOW_TYPE_UTILITY",
     "_NET_FRAME_EXTENTS",
     "_NET_WM_CM_S0",
     "_XSETTINGS_S0",
@@ -167,6 +171,28 @@ std::optional<QRect> X11Connection::geometryOnRoot(xcb_window_t window) const {
     if (!size || !place)
         return std::nullopt;
     return QRect(place->dst_x, place->dst_y, size->width, size->height);
+}
+
+bool X11Connection::isOverlay(xcb_window_t window) const {
+    const XcbAnswer<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection_, xcb_query_tree(connection_, root()), nullptr));
+    if (!tree || window == x11None)
+        return false;
+    const std::span<const xcb_window_t> listed(xcb_query_tree_children(tree.get()), tree->children_len);
+    return std::ranges::find(listed, window) == listed.end();
+}
+
+bool X11Connection::isUnderOverlay(xcb_window_t window) const {
+    const std::optional<QRect> place = geometryOnRoot(window);
+    if (!place)
+        return false;
+    const QPoint middle = place->center();
+    const XcbAnswer<xcb_translate_coordinates_reply_t> met(xcb_translate_coordinates_reply(
+        connection_,
+        xcb_translate_coordinates(connection_, root(), root(), static_cast<std::int16_t>(middle.x()),
+                                  static_cast<std::int16_t>(middle.y())),
+        nullptr));
+    return met && isOverlay(met->child);
 }
 
 bool X11Connection::isViewable(xcb_window_t window) const {

@@ -42,6 +42,8 @@ enum class X11Atom : std::size_t {
     windowStateSkipTaskbar,
     windowStateSkipPager,
     windowStateSkipSwitcher,
+    windowType,
+    windowTypeUtility,
     frameExtents,
     compositorOwner,
     settingsOwner,
@@ -131,6 +133,11 @@ public:
     [[nodiscard]] bool isButtonHeld() const;
     /// In pixels, on the root window. For embedded windows Qt is wrong about this in several panels.
     [[nodiscard]] std::optional<QRect> geometryOnRoot(xcb_window_t window) const;
+    /// Whether it is the window that a compositor draws into. It is above all others, and the server lists it
+    /// nowhere. Cinnamon's panel is a part of it.
+    [[nodiscard]] bool isOverlay(xcb_window_t window) const;
+    /// Whether the pointer would meet that window at the middle of this one.
+    [[nodiscard]] bool isUnderOverlay(xcb_window_t window) const;
     /// Whether the window and all windows around it are mapped.
     [[nodiscard]] bool isViewable(xcb_window_t window) const;
     /// Returns 0 when the window is gone.
