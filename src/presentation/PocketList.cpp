@@ -18,6 +18,7 @@ using namespace std::chrono_literals;
 constexpr auto restTime = 250ms;
 /// For the way from the pocket to the list, and for a hand that slips.
 constexpr auto graceTime = 400ms;
+constexpr auto graceTimeOfFingers = 4s;
 
 constexpr double listWidth = 280;
 constexpr double rowHeight = PocketList::wheelStep;
@@ -90,13 +91,13 @@ IconDragSource iconDragSource(const std::shared_ptr<ShelfViewModel>& viewModel) 
     return source;
 }
 
-void PocketFolding::setPointedAt(bool isPointedAt) {
+void PocketFolding::setPointedAt(bool isPointedAt, By by) {
     if (isPointedAt && state_ == State::folded)
         becomeAfter(restTime, State::unfolded);
     else if (isPointedAt && state_ == State::leaving)
         become(State::unfolded);
     else if (!isPointedAt && state_ == State::unfolded)
-        becomeAfter(graceTime, State::folded);
+        becomeAfter(by == By::pointer ? graceTime : graceTimeOfFingers, State::folded);
     else if (!isPointedAt && state_ != State::leaving)
         become(State::folded);
 }

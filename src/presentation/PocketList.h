@@ -26,8 +26,10 @@ public:
     PocketFolding(Dispatch& dispatch, std::function<void(bool isUnfolded)> changed)
         : dispatch_(dispatch), changed_(std::move(changed)) {}
 
-    /// Whether the pointer is over the pocket or the list now.
-    void setPointedAt(bool isPointedAt);
+    /// A finger is not there between two touches, so the list waits longer for it.
+    enum class By { pointer, finger };
+    /// Whether the pointer is over the pocket or the list now, or a finger.
+    void setPointedAt(bool isPointedAt, By by = By::pointer);
     /// Folds the list at once. It does not unfold before the pointer has left.
     void fold();
     /// The same where the pointer is about to be over the pocket for another purpose.

@@ -34,7 +34,13 @@ TEST(PocketFoldingTest, unfoldsForAPointerThatRestsAndFoldsSoonAfterItHasLeft) {
     EXPECT_FALSE(point(false, 1s));
     folding.dismiss();
     EXPECT_FALSE(point(true, 1s)) << "it is there since it has dropped something";
-    EXPECT_EQ(changes, (std::vector{true, false, true, false, true, false}));
+    EXPECT_FALSE(point(false, 1s));
+    EXPECT_TRUE(point(true, 1s));
+    folding.setPointedAt(false, PocketFolding::By::finger);
+    dispatch.advance(3s);
+    EXPECT_TRUE(folding.isUnfolded()) << "until a finger comes again";
+    dispatch.advance(1s);
+    EXPECT_EQ(changes, (std::vector{true, false, true, false, true, false, true, false}));
 }
 
 std::vector<WaitingFile> files(int count, int missing = -1) {

@@ -165,6 +165,8 @@ void WaylandPocket::layerPressed(LayerPart part) {
 
 /// The X server, which an open menu hears of clicks from, does not know of those on the pocket.
 void WaylandPocket::layerClicked(LayerPart part) {
+    if (part == LayerPart::pocket)
+        list_.fold();
     if (!closeMenu() && part == LayerPart::pocket)
         onClick_();
 }

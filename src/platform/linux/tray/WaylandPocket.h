@@ -67,6 +67,9 @@ private:
     void layerLost(const std::string& why) override;
     [[nodiscard]] QImage layerPicture(LayerPart part, double scale) override;
     void layerPointedAt(LayerPart part, const std::optional<QPointF>& point) override { list_.pointAt(part, point); }
+    void layerTouched(LayerPart part, const std::optional<QPointF>& point) override {
+        list_.pointAt(part, point, PocketFolding::By::finger);
+    }
     void layerPressed(LayerPart part) override;
     void layerClicked(LayerPart part) override;
     void layerMenuAsked() override;

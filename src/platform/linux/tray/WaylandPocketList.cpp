@@ -37,8 +37,8 @@ void WaylandPocketList::pocketMoved(const LayerPlace& place) {
         update();
 }
 
-void WaylandPocketList::pointAt(LayerPart part, const std::optional<QPointF>& point) {
-    folding_.setPointedAt(point.has_value() && isAllowed_);
+void WaylandPocketList::pointAt(LayerPart part, const std::optional<QPointF>& point, PocketFolding::By by) {
+    folding_.setPointedAt(point.has_value() && isAllowed_, by);
     if (part == LayerPart::list && list_.pointAt(point ? std::optional(pointOf(*point)) : std::nullopt))
         surface_.repaint();
 }

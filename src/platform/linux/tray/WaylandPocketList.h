@@ -35,8 +35,9 @@ public:
     /// Whether it may unfold.
     void setAllowed(bool isAllowed);
     void pocketMoved(const LayerPlace& place);
-    /// The pointer is there on that part; nothing when it has left.
-    void pointAt(LayerPart part, const std::optional<QPointF>& point);
+    /// The pointer or a finger is there on that part; nothing when it has left.
+    void pointAt(LayerPart part, const std::optional<QPointF>& point,
+                 PocketFolding::By by = PocketFolding::By::pointer);
     void scroll(double steps, double points);
     void fold() { folding_.fold(); }
     /// Something was dropped on the pocket, over which the pointer is once more now.

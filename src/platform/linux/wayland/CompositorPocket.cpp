@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/wayland/LayerSurface.h"
 #include "platform/linux/wayland/PocketPointer.h"
+#include "platform/linux/wayland/PocketTouch.h"
 #include "platform/linux/wayland/WaylandDrags.h"
 
 #include <QTimer>
@@ -119,6 +120,8 @@ private:
             return;
         if (drops_)
             drops_->left(surface->handle());
+        if (touch_)
+            touch_->left(part);
         const bool wasPointedAt = pointer_ && pointer_->left(part);
         surface.reset();
         if (wasPointedAt)
@@ -157,6 +160,7 @@ private:
             source_.reset();
             drops_.reset();
             pointer_.reset();
+            touch_.reset();
             return;
         }
         if (!isReady_)
@@ -168,6 +172,23 @@ private:
                     .entered = [this](const auto& formats) { return entered(formats); },
                     .left = [this] { owner_.layerLeft(); },
                     .dropped = [this](std::shared_ptr<OfferedData> data) { owner_.layerDropped(std::move(data)); }});
+        pointerChanged();
+        touchChanged();
+    }
+    void touchChanged() {
+        if (!display_->hasTouch())
+            touch_.reset();
+        else if (!touch_)
+            touch_.emplace(*display_, PocketTouch::Events{
+                                          .part = [this](const wl_surface* surface) { return partOf(surface); },
+                                          .touched = [this](LayerPart part,
+                                                            const auto& point) { owner_.layerTouched(part, point); },
+                                          .tapped = [this](LayerPart part) { owner_.layerClicked(part); },
+                                          .dragBegan = [this](LayerPart part, const QPointF& pressed,
+                                                              std::uint32_t serial) { drag(part, pressed, serial); },
+                                          .size = [this](LayerPart part) { return sizeOf(part); }});
+    }
+    void pointerChanged() {
         if (!display_->hasPointer()) {
             pointer_.reset();
             owner_.layerPointedAt(LayerPart::pocket, std::nullopt);
@@ -184,12 +205,13 @@ private:
                                        double points) { owner_.layerScrolled(part, steps, points); },
                     .dragBegan = [this](LayerPart part, const QPointF& pressed,
                                         std::uint32_t serial) { drag(part, pressed, serial); },
-                    .size =
-                        [this](LayerPart part) {
-                            return of(part).surface ? QSizeF(of(part).surface->place().size) : QSizeF();
-                        },
+                    .size = [this](LayerPart part) { return sizeOf(part); },
                     .scale = [this](LayerPart part) { return of(part).surface ? of(part).surface->scale() : 1; }});
         }
+    }
+
+    [[nodiscard]] QSizeF sizeOf(LayerPart part) {
+        return of(part).surface ? QSizeF(of(part).surface->place().size) : QSizeF();
     }
 
     /// Its own files would only come back.
@@ -219,6 +241,7 @@ private:
     Shown list_;
     std::optional<DropTarget> drops_;
     std::optional<PocketPointer> pointer_;
+    std::optional<PocketTouch> touch_;
     std::unique_ptr<FileSource> source_;
     QTimer placing_;
     QTimer remaking_;

@@ -60,7 +60,11 @@ public:
     [[nodiscard]] virtual QImage layerPicture(LayerPart part, double scale) = 0;
     /// The pointer is there on the part now; nothing when it has left.
     virtual void layerPointedAt(LayerPart part, const std::optional<QPointF>& point) = 0;
+    /// A finger is there on the part now; nothing when it was lifted.
+    virtual void layerTouched(LayerPart part, const std::optional<QPointF>& point) = 0;
+    /// A button of the pointer was pressed.
     virtual void layerPressed(LayerPart part) = 0;
+    /// A button was pressed and released, or a finger has tapped.
     virtual void layerClicked(LayerPart part) = 0;
     virtual void layerMenuAsked() = 0;
     /// The wheel has turned so many steps, or fingers have moved over so many points; down is positive.

@@ -85,8 +85,7 @@ void WaylandDisplay::offered(std::uint32_t id, std::string_view interface, std::
         static constexpr wl_seat_listener seatListener{.capabilities =
                                                            [](void* data, wl_seat*, std::uint32_t has) {
                                                                auto* const self = static_cast<WaylandDisplay*>(data);
-                                                               self->hasPointer_ =
-                                                                   (has & WL_SEAT_CAPABILITY_POINTER) != 0;
+                                                               self->devices_ = has;
                                                                self->events_.seatChanged();
                                                            },
                                                        .name = [](void*, wl_seat*, const char*) {}};
@@ -127,7 +126,7 @@ void WaylandDisplay::withdrawn(std::uint32_t id) {
     if (id != seatId_ || !seat)
         return;
     const Owned<wl_seat> gone = std::move(seat);
-    hasPointer_ = false;
+    devices_ = 0;
     events_.seatChanged();
 }
 

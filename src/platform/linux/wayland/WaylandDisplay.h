@@ -32,6 +32,12 @@ struct WaylandEnd {
         else
             wl_pointer_destroy(ended);
     }
+    void operator()(wl_touch* ended) const {
+        if (wl_touch_get_version(ended) >= WL_TOUCH_RELEASE_SINCE_VERSION)
+            wl_touch_release(ended);
+        else
+            wl_touch_destroy(ended);
+    }
     void operator()(wl_data_device_manager* ended) const { wl_data_device_manager_destroy(ended); }
     void operator()(wl_data_device* ended) const {
         if (wl_data_device_get_version(ended) >= WL_DATA_DEVICE_RELEASE_SINCE_VERSION)
@@ -76,7 +82,7 @@ public:
         std::function<void(const std::string& why)> lost;
         /// Screens came or went, or changed their scale.
         std::function<void()> outputsChanged;
-        /// There is another seat or none, or it has a pointer now or none any more.
+        /// There is another seat or none, or it has other devices now.
         std::function<void()> seatChanged;
     };
 
@@ -96,7 +102,8 @@ public:
     [[nodiscard]] int scaleOf(const wl_output* output) const;
     [[nodiscard]] int largestScale() const;
     [[nodiscard]] bool hasOutputs() const { return !outputs_.empty(); }
-    [[nodiscard]] bool hasPointer() const { return hasPointer_; }
+    [[nodiscard]] bool hasPointer() const { return (devices_ & WL_SEAT_CAPABILITY_POINTER) != 0; }
+    [[nodiscard]] bool hasTouch() const { return (devices_ & WL_SEAT_CAPABILITY_TOUCH) != 0; }
 
 private:
     /// Declared first, so that it is ended after all that belongs to it.
@@ -126,7 +133,8 @@ private:
     Owned<wl_callback> allOffered_;
     std::vector<std::unique_ptr<WaylandOutput>> outputs_;
     std::uint32_t seatId_ = 0;
-    bool hasPointer_ = false;
+    /// Those of the seat.
+    std::uint32_t devices_ = 0;
     bool isReady_ = false;
     QSocketNotifier readable_;
     QSocketNotifier writable_;
