@@ -173,10 +173,7 @@ TEST(ThumbnailCacheTest, takesTheSmallestSizeThatIsLargeEnough) {
 }
 
 Bytes thumbnailFile(const QSize& size, int textCount, int textLength) {
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(Qt::blue);
-    image.setText(QStringLiteral("Thumb::URI"), QStringLiteral("file:///a"));
-    image.setText(QStringLiteral("Thumb::MTime"), QStringLiteral("1"));
+    QImage image = PictureFiles::thumbnail("file:///a", "1", size);
     QString text;
     for (int at = 0; at < textLength; ++at)  // must not shrink when it is compressed
         text += QChar(0x20 + (at * at + 7919 * at / 13) % 0x2000);

@@ -38,15 +38,18 @@ public:
         return path("script");
     }
 
-    /// Puts a thumbnail into the cache as another program would.
-    static void cache(const std::string& uri, const std::string& modified, const QSize& size = {100, 50},
-                      const QString& sizeName = QStringLiteral("normal")) {
+    static QImage thumbnail(const std::string& uri, const std::string& modified, const QSize& size) {
         QImage image(size, QImage::Format_ARGB32);
         image.fill(Qt::blue);
         image.setText(QStringLiteral("Thumb::URI"), QString::fromStdString(uri));
         image.setText(QStringLiteral("Thumb::MTime"), QString::fromStdString(modified));
+        return image;
+    }
+    /// Puts a thumbnail into the cache as another program would.
+    static void cache(const std::string& uri, const std::string& modified, const QSize& size = {100, 50},
+                      const QString& sizeName = QStringLiteral("normal")) {
         const QString file = cachePath(uri, sizeName);
-        EXPECT_TRUE(QDir().mkpath(QFileInfo(file).path()) && image.save(file));
+        EXPECT_TRUE(QDir().mkpath(QFileInfo(file).path()) && thumbnail(uri, modified, size).save(file));
     }
     static QString cachePath(const std::string& uri, const QString& sizeName = QStringLiteral("normal")) {
         const QByteArray key = QCryptographicHash::hash(QByteArray::fromStdString(uri), QCryptographicHash::Md5);

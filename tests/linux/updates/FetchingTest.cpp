@@ -68,33 +68,33 @@ TEST(HttpGet, takesWholeAnswersOnly) {
     EXPECT_EQ(outcome("http://stowpocket.example/", {4096, 20s, 20s}), "unreachable") << "not in clear";
 }
 
-TEST(HelperFeedSession, answersOnceAndLaterWithEveryByteOrWithNothing) {
+/// What the session answers, once and after the call.
+std::string answerOf(HelperFeedSession& session, const std::string& url) {
+    std::vector<std::string> answers;
+    session.dataTask(url, [&answers](const std::optional<FeedResponse>& response) {
+        answers.push_back(response ? std::to_string(response->statusCode.value_or(0)) +
+                                         std::string(response->body.begin(), response->body.end())
+                                   : "none");
+    });
+    EXPECT_TRUE(answers.empty());
+    EXPECT_TRUE(comesTrue([&answers] { return !answers.empty(); }));
+    return answers.size() == 1 ? answers.front() : "many";
+}
+
+TEST(HelperFeedSession, answersWithEveryByteOrWithNothing) {
     LocalServer server;
     const std::string feed("<item \xff\0", 8);
     const std::string large(std::size_t{3} << 20u, 'x');
     server.serveBody("/feed", feed);
     server.serveBody("/long", large);
-    server.serve("/gone", std::string(ok) + "\r\n" + std::string(4096, 'x'), Afterwards::repeat);
-    HelperFeedSession session(UPDATER);
-    HelperFeedSession missing("/nowhere/updater");
-    std::vector<std::string> answers;
-    const auto note = [&](const std::optional<FeedResponse>& response) {
-        answers.push_back(response ? std::to_string(response->statusCode.value_or(0)) +
-                                         std::string(response->body.begin(), response->body.end())
-                                   : "none");
-    };
+    server.serve("/endless", std::string(ok) + "\r\n" + std::string(4096, 'x'), Afterwards::repeat);
     HelperFeedSession(UPDATER).dataTask(server.url("/feed"), [](const auto&) { FAIL() << "after its end"; });
+    HelperFeedSession session(UPDATER);
     for (const auto& [path, expected] :
-         {std::pair("/feed", "200" + feed), {"/long", "200" + large}, {"/missing", "404"}, {"/gone", "none"}}) {
-        answers.clear();
-        session.dataTask(server.url(path), note);
-        EXPECT_TRUE(answers.empty());
-        ASSERT_TRUE(comesTrue([&] { return !answers.empty(); }));
-        EXPECT_TRUE(answers == std::vector{expected}) << path;
-    }
-    answers.clear();
-    missing.dataTask(server.url("/feed"), note);
-    ASSERT_TRUE(comesTrue([&] { return answers == std::vector<std::string>{"none"}; }));
+         {std::pair("/feed", "200" + feed), {"/long", "200" + large}, {"/missing", "404"}, {"/endless", "none"}})
+        EXPECT_TRUE(answerOf(session, server.url(path)) == expected) << path;
+    HelperFeedSession missing("/nowhere/updater");
+    EXPECT_EQ(answerOf(missing, server.url("/feed")), "none");
     EXPECT_TRUE(session.isValid("https://stowpocket.example/appcast.xml"));
     for (const char* const url : {"http://stowpocket.example/", "ftp://127.0.0.1/", "https://", "no address", ""})
         EXPECT_FALSE(session.isValid(url)) << url;
