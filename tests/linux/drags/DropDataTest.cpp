@@ -3,6 +3,7 @@
 #include "intake/ExchangeFormats.h"
 #include "linux/drags/FakeDrops.h"
 #include "platform/linux/drags/DropReading.h"
+#include "platform/linux/files/DurableFile.h"
 #include "support/TemporaryFolder.h"
 
 #include <QFileInfo>
@@ -36,36 +37,36 @@ private:
     const QStringList names_;
 };
 
-using Contents = std::map<std::string, std::string, std::less<>>;
+/// A source that has written its data into pipes, by format; where there is none it stops in the middle.
+struct PipeSource {
+    using Contents = std::map<std::string, std::optional<std::string>>;
 
-/// The data of a drag by format.
-class FakeData : public DragData {
-public:
-    FakeData(std::initializer_list<Contents::value_type> contents, std::optional<SelectionFailure> failure = {})
-        : contents_(contents), failure_(failure) {}
-    [[nodiscard]] List list(std::string_view format) override { return {failure_, bytesOf(format)}; }
-    [[nodiscard]] std::optional<SelectionFailure> write(std::string_view format, const QString& path) override {
-        const std::string& bytes = bytesOf(format);
-        std::ofstream(path.toStdString()) << bytes;
-        return bytes.empty() ? std::optional(SelectionFailure::refused) : failure_;
-    }
+    PipeSource(std::initializer_list<Contents::value_type> offered) : contents(offered) {}
     [[nodiscard]] DropReading read() {
         std::vector<std::string> formats;
-        for (const auto& [format, bytes] : contents_)
+        for (const auto& [format, bytes] : contents)
             formats.push_back(format);
-        return readDrop(*this, formats);
+        return readDrop(data, formats);
+    }
+    [[nodiscard]] int open(const std::string& format) {
+        asked += format + ";";
+        const std::string bytes = contents.at(format).value_or("file:///half");
+        if (contents.at(format)) {
+            const int written = ::memfd_create("source", MFD_CLOEXEC);
+            EXPECT_EQ(::pwrite(written, bytes.data(), bytes.size(), 0), static_cast<ssize_t>(bytes.size()));
+            return written;
+        }
+        std::array<int, 2> ends{};
+        EXPECT_EQ(::pipe(ends.data()), 0);
+        silent = FileDescriptor(ends[1]);
+        EXPECT_EQ(::write(ends[1], bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+        return ends[0];
     }
 
+    const Contents contents;
     std::string asked;
-
-private:
-    [[nodiscard]] const std::string& bytesOf(std::string_view format) {
-        asked += std::string(format) + ";";
-        return contents_.find(format)->second;
-    }
-
-    const Contents contents_;
-    const std::optional<SelectionFailure> failure_;
+    FileDescriptor silent;
+    PipeData data{[this](const std::string& format) { return open(format); }, {.silence = 20ms}};
 };
 
 const QString uriList = QStringLiteral("text/uri-list");
@@ -108,27 +109,27 @@ QString nameOf(const DropReading& reading) {
 }
 
 TEST(DropData, readsOnlyWhatTheShelfTakesIn) {
-    FakeData files({{"text/uri-list", "file:///a"}, {"image/png", "p"}, {"text/plain", "t"}});
+    PipeSource files({{"text/uri-list", "file:///a"}, {"image/png", "p"}, {"text/plain", "t"}});
     EXPECT_EQ(files.read().uriList, "file:///a");
     EXPECT_EQ(files.asked, "text/uri-list;");
-    FakeData web({{"text/uri-list", "http://e"}, {"image/png", ""}, {"image/jpeg", "j"}, {"XdndDirectSave0", ""}});
+    PipeSource web({{"text/uri-list", "http://e"}, {"image/png", ""}, {"image/jpeg", "j"}, {"XdndDirectSave0", ""}});
     const DropReading picture = web.read();
     ASSERT_TRUE(picture.contents);
     EXPECT_EQ(picture.contents->kind().type, "public.jpeg");
     EXPECT_EQ(web.asked, "text/uri-list;image/png;image/jpeg;");
-    EXPECT_FALSE(FakeData({{"XdndDirectSave0", ""}, {"text/plain", "t"}}).read().contents)
+    EXPECT_FALSE(PipeSource({{"XdndDirectSave0", ""}, {"text/plain", "t"}}).read().contents)
         << "the promise is worth more than text";
-    FakeData silent({{"image/png", "p"}, {"image/jpeg", "j"}, {"text/plain", "t"}}, SelectionFailure::late);
+    PipeSource silent({{"image/png", std::nullopt}, {"image/jpeg", "j"}, {"text/plain", "t"}});
     EXPECT_FALSE(silent.read().contents);
     EXPECT_EQ(silent.asked, "image/png;") << "each more question would cost the same wait";
-    EXPECT_FALSE(FakeData({{"text/plain", "t"}}, SelectionFailure::tooBig).read().contents);
+    EXPECT_FALSE(PipeSource({{"text/plain", std::nullopt}}).read().contents);
 }
 
 TEST(DropData, namesTextsAndLinksAfterTheirWords) {
     const std::string page = "http://example.org/a";
-    EXPECT_TRUE(nameOf(FakeData({{"text/plain", "../first words\n" + page}}).read())
+    EXPECT_TRUE(nameOf(PipeSource({{"text/plain", "../first words\n" + page}}).read())
                     .startsWith(QStringLiteral("first words http example.org a 2")));
-    const DropReading link = FakeData({{"text/plain", page}, {"text/uri-list", page}}).read();
+    const DropReading link = PipeSource({{"text/plain", page}, {"text/uri-list", page}}).read();
     EXPECT_TRUE(nameOf(link).startsWith(QStringLiteral("http example.org a 2")));
     EXPECT_TRUE(nameOf(link).endsWith(QStringLiteral(".desktop")));
     std::ifstream entry(link.contents->path().toStdString());
@@ -140,7 +141,7 @@ TEST(DropData, givesContentsToTheIconAsAPromisedFile) {
     FakeDispatch dispatch;
     FakeDrops drops;
     drops.isPromise = true;
-    drops.drop.contents = providerOf(*FakeData({{"image/png", "\x89PNG"}}).read().contents, dispatch);
+    drops.drop.contents = providerOf(*PipeSource({{"image/png", "\x89PNG"}}).read().contents, dispatch);
     const Formats formats({});
     ASSERT_EQ(itemProvidersOf(formats, drops), std::vector{drops.drop.contents});
     std::optional<FileURL> kept;
@@ -154,36 +155,29 @@ TEST(DropData, givesContentsToTheIconAsAPromisedFile) {
     EXPECT_EQ(spool.read(kept->lastPathComponent()), "\x89PNG");
 }
 
-/// What a source wrote before it closed its end.
-PipeData piped(const std::string& text) {
-    const int written = ::memfd_create("source", MFD_CLOEXEC);
-    EXPECT_EQ(::pwrite(written, text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
-    return PipeData([written](const std::string&) { return written; }, DropPatience());
+DragData::List listOf(const std::optional<std::string>& bytes) {
+    return PipeSource({{"text/uri-list", bytes}}).data.list("text/uri-list");
 }
 
 TEST(PipeDataTest, isReadToTheEndAndNoFurtherThanItsLimits) {
-    const TemporaryFolder folder;
-    const QString path = QString::fromStdString(folder.path("contents"));
-    EXPECT_EQ(piped("file:///a\r\nfile:///b\r\n").list("text/uri-list").text, "file:///a\r\nfile:///b\r\n");
-    EXPECT_FALSE(piped(std::string(longestList, 'x')).list("text/uri-list").failure);
-    EXPECT_EQ(piped(std::string(longestList + 1, 'x')).list("text/uri-list").failure, SelectionFailure::tooBig);
-    EXPECT_FALSE(piped("picture").write("image/png", path));
-    EXPECT_EQ(folder.read("contents"), "picture");
-    EXPECT_FALSE(piped({}).list("text/uri-list").failure);
-    EXPECT_EQ(piped({}).write("image/png", path + u'2'), SelectionFailure::refused) << "no contents";
+    EXPECT_EQ(listOf("file:///a\r\nfile:///b\r\n").text, "file:///a\r\nfile:///b\r\n");
+    EXPECT_FALSE(listOf("").failure);
+    EXPECT_FALSE(listOf(std::string(longestList, 'x')).failure);
+    EXPECT_EQ(listOf(std::string(longestList + 1, 'x')).failure, SelectionFailure::tooBig);
+    const DragData::List late = listOf(std::nullopt);
+    EXPECT_EQ(late.failure, SelectionFailure::late);
+    EXPECT_EQ(late.text, "") << "what a source said before it fell silent counts for nothing";
     PipeData gone([](const std::string&) { return -1; }, DropPatience());
     EXPECT_EQ(gone.list("text/uri-list").failure, SelectionFailure::refused);
 }
 
-TEST(PipeDataTest, isLateWhereTheSourceFallsSilentAndWhatThatSaidCountsForNothing) {
-    std::array<int, 2> ends{};
-    ASSERT_EQ(::pipe(ends.data()), 0);
-    ASSERT_EQ(::write(ends[1], "file:///half", 12), 12);
-    PipeData data([&](const std::string&) { return ends[0]; }, {.silence = 20ms, .list = 10s});
-    const DragData::List list = data.list("text/uri-list");
-    EXPECT_EQ(list.failure, SelectionFailure::late);
-    EXPECT_EQ(list.text, "");
-    ::close(ends[1]);
+TEST(PipeDataTest, isWrittenUnlessThereIsNothing) {
+    const TemporaryFolder folder;
+    PipeSource source{{"image/png", "picture"}, {"image/jpeg", ""}};
+    EXPECT_FALSE(source.data.write("image/png", QString::fromStdString(folder.path("png"))));
+    EXPECT_EQ(folder.read("png"), "picture");
+    EXPECT_EQ(source.data.write("image/jpeg", QString::fromStdString(folder.path("jpeg"))),
+              SelectionFailure::refused);
 }
 
 }  // namespace

@@ -17,18 +17,21 @@ public:
         propose(name);
     }
     void propose(const std::string& name) {
-        write(window_, session_->atom("XdndDirectSave0"), name);
+        write(window_, session_->atom(saveFormat), name);
         static_cast<void>(session_->serverTime());
     }
-    /// Answers with this when the file is wanted, after `onSave` has been told the URL. Silent when empty.
-    void replyWith(std::string reply, std::function<void(const std::string& url)> onSave = {}) {
-        reply_ = std::move(reply);
-        onSave_ = std::move(onSave);
+    /// Answers so when the file is wanted, after `onSave` has been told the URL.
+    void replyWith(const std::string& reply, const std::function<void(const std::string& url)>& onSave) {
+        offers_[session_->atom(saveFormat)].bytes = [this, reply, onSave] {
+            const X11Property place = session_->property(window_, session_->atom(saveFormat), 4096);
+            onSave({reinterpret_cast<const char*>(place.bytes.data()), place.bytes.size()});
+            return reply;
+        };
     }
     enum class Manner { atOnce, inPieces, stopsInTheMiddle, silent };
     /// Offers data in one more format.
     void offer(const std::string& format, std::string bytes, Manner manner = Manner::atOnce) {
-        offers_[session_->atom(format)] = {std::move(bytes), manner};
+        offers_[session_->atom(format)] = {[bytes = std::move(bytes)] { return bytes; }, manner};
     }
     /// Drags all that over a window and lets go there. Says at the end that it left, as wlroots does.
     void drop(xcb_window_t target) {
@@ -61,11 +64,12 @@ public:
                 hear(*message);
         }
     }
-    [[nodiscard]] bool wasSaveWanted() const { return wasSaveWanted_; }
+    [[nodiscard]] bool wasAsked() const { return wasAsked_; }
 
 private:
+    static constexpr auto saveFormat = "XdndDirectSave0";
     struct Offer {
-        std::string bytes;
+        std::function<std::string()> bytes;
         Manner manner = Manner::atOnce;
     };
 
@@ -83,29 +87,27 @@ private:
             wasTaken_ = (message.data.data32[1] & 1) != 0;
     }
     void answer(const xcb_selection_request_event_t& request) {
+        wasAsked_ = true;
         const auto offer = offers_.find(request.target);
-        if (offer == offers_.end())
-            return save(request);
-        const auto& [bytes, manner] = offer->second;
-        if (manner == Manner::silent)
+        if (offer == offers_.end() || offer->second.manner == Manner::silent)
             return;
-        if (manner == Manner::atOnce)
-            write(request.requestor, request.property, bytes);
+        if (offer->second.manner == Manner::atOnce)
+            write(request.requestor, request.property, offer->second.bytes());
         else
-            begin(request, offer->second);
+            begin(request, offer->second.bytes(), offer->second.manner);
         answerSelectionRequest(connection_, request, request.property);
     }
-    void begin(const xcb_selection_request_event_t& request, const Offer& offer) {
+    void begin(const xcb_selection_request_event_t& request, const std::string& bytes, Manner manner) {
         constexpr std::size_t pieceSize = 100'000;
         pieces_.clear();
-        for (std::size_t at = 0; at < offer.bytes.size(); at += pieceSize)
-            pieces_.push_back(offer.bytes.substr(at, pieceSize));
+        for (std::size_t at = 0; at < bytes.size(); at += pieceSize)
+            pieces_.push_back(bytes.substr(at, pieceSize));
         pieces_.emplace_back();
-        if (offer.manner == Manner::stopsInTheMiddle)
+        if (manner == Manner::stopsInTheMiddle)
             pieces_.resize(pieces_.size() / 2);
         const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
         xcb_change_window_attributes(connection_, request.requestor, XCB_CW_EVENT_MASK, &mask);
-        const auto size = static_cast<std::uint32_t>(offer.bytes.size());
+        const auto size = static_cast<std::uint32_t>(bytes.size());
         xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, request.requestor, request.property,
                             session_->atom("INCR"), 32, 1, &size);
     }
@@ -120,23 +122,11 @@ private:
         xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, property, XCB_ATOM_STRING, 8,
                             static_cast<std::uint32_t>(text.size()), text.data());
     }
-    void save(const xcb_selection_request_event_t& request) {
-        wasSaveWanted_ = true;
-        const X11Property place = session_->property(window_, request.target, 4096);
-        if (onSave_)
-            onSave_({reinterpret_cast<const char*>(place.bytes.data()), place.bytes.size()});
-        if (reply_.empty())
-            return;
-        write(request.requestor, request.property, reply_);
-        answerSelectionRequest(connection_, request, request.property);
-    }
 
     const std::unique_ptr<XcbSession> session_ = XcbSession::open();
     xcb_connection_t* const connection_ = session_->raw();
     const xcb_window_t window_ = session_->newWindow();
-    std::string reply_;
-    std::function<void(const std::string&)> onSave_;
-    bool wasSaveWanted_ = false;
+    bool wasAsked_ = false;
     std::map<xcb_atom_t, Offer> offers_;
     std::deque<std::string> pieces_;
     std::optional<bool> wasTaken_;

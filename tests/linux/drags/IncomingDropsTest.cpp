@@ -167,7 +167,7 @@ TEST_F(DirectSavesTest, deliversEveryFileThatArrivedOnceThereIsContent) {
 TEST_F(DirectSavesTest, givesUpASourceThatVanishesAndAnswersWhatIsOnItsWayWhenItEnds) {
     receive(saves);
     receive(saves);
-    ASSERT_TRUE(waitFor([this] { return source.wasSaveWanted(); }));
+    ASSERT_TRUE(waitFor([this] { return source.wasAsked(); }));
     source.vanish();
     ASSERT_TRUE(waitFor([this] { return answers.size() == 2; }));
     receive(saves);
