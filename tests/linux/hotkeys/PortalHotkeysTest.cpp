@@ -188,26 +188,22 @@ TEST_F(PortalHotkeysTest, aPortalThatEndsWhenAskedIsLeftAlone) {
 }
 
 TEST_F(PortalHotkeysTest, takesAPortalThatTalksNonsenseForNone) {
-    const QString shortcuts = QStringLiteral("shortcuts");
-    const QString session = QStringLiteral("session_handle");
-    const QVariantMap nothing;
-    const std::optional<QVariantList> proper;
-    const std::vector<std::tuple<QVariant, std::optional<QVariantList>, std::optional<QVariantList>>> cases{
-        {0U, proper, proper},
-        {2U, QVariantList{0U, QVariantMap{{session, QStringLiteral("not a path")}}}, proper},
-        {2U, proper, QVariantList{2U, nothing}},
-        {2U, proper, QVariantList{0U, QVariantMap{{shortcuts, QStringList{QStringLiteral("shelf")}}}}}};
-    for (const auto& each : cases) {
-        SCOPED_TRACE(&each - cases.data());
+    using Answer = std::optional<QVariantList>;
+    const auto map = [](const char* key, const QVariant& value) { return QVariantMap{{QLatin1String(key), value}}; };
+    const auto expectNone = [this](const QVariant& version, const Answer& created = {}, const Answer& bound = {}) {
         startPortal();
-        std::tie(portal->version, portal->created, portal->bound) = each;
+        std::tie(portal->version, portal->created, portal->bound) = std::tie(version, created, bound);
         start();
         waitForGrabs(2);
         EXPECT_EQ(service->source(), HotkeySource::none);
         end();
         QDBusConnection::disconnectFromBus(QStringLiteral("client"));
         endPortal();
-    }
+    };
+    expectNone(0U);
+    expectNone(2U, QVariantList{0U, map("session_handle", QStringLiteral("not a path"))});
+    expectNone(2U, {}, QVariantList{2U, QVariantMap()});
+    expectNone(2U, {}, QVariantList{0U, map("shortcuts", QStringList{QStringLiteral("shelf")})});
 }
 
 TEST(ShortcutTriggerTest, namesKeysByTheirBaseSymbol) {
