@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtPopover.h"
+#include "ShelfViewFixture.h"
 #include "views/updates/UpdateWindow.h"
 
-#include <QApplication>
-#include <QPushButton>
 #include <QScreen>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace stowpocket {
 namespace {
@@ -143,10 +139,8 @@ QWidget* window() {
 
 QStringList buttons() {
     QStringList names;
-    for (const QPushButton* const button : window()->findChildren<QPushButton*>()) {
-        if (button->isVisible())
-            names.push_back(button->text());
-    }
+    for (const Button* const button : visible<Button>(*window()))
+        names.push_back(button->text());
     return names;
 }
 
