@@ -7,7 +7,7 @@ from Xlib.ext import shape
 
 from case import DesktopTest
 from drag import Drag
-from peers import CopyingTray, Thunar, embed_silently, start_panel
+from peers import CopyingTray, PcmanfmQt, Thunar, embed_silently, start_panel
 from stowpocket import POCKET, STATUS_ITEM
 from x_display import Rect, wait_for
 
