@@ -118,6 +118,7 @@ TEST_F(XdgLoginItemTest, seesWhatTheDesktopAndTheUserDid) {
         {"Exec=\"/usr/bin/stowpocket\"\nX-GNOME-Autostart-enabled=false\n", Status::requiresApproval},
         {"Exec=\"/usr/bin/stowpocket\"\nTryExec=/opt/gone\n", Status::notRegistered},
         {"Exec=\"/opt/stowpocket\"\n", Status::notRegistered},
+        {"Exec=\"/usr/bin/stowpocket\"-too\n", Status::notRegistered},
         {"Hidden=true\n", Status::notRegistered},
     };
     for (const auto& [lines, status] : table) {
