@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 #include <utility>
 
 namespace stowpocket {
@@ -37,14 +36,15 @@ bool contains(const Rect& rect, const Point& point) {
 
 std::vector<WaitingFile> waitingFiles(ShelfManager& shelf) {
     std::vector<WaitingFile> files;
-    // The shelf appends what is new.
-    for (const ShelfItem& item : shelf.items() | std::views::reverse) {
+    for (const ShelfItem& item : shelf.items()) {
         const Image* const thumbnail = shelf.thumbnail(item.id);
         files.push_back({.id = item.id,
                          .name = displayName(item.filename),
                          .isMissing = !item.isAvailable,
                          .picture = thumbnail != nullptr ? *thumbnail : shelf.icon(item)});
     }
+    // The shelf appends what is new.
+    std::ranges::reverse(files);
     return files;
 }
 
