@@ -108,11 +108,18 @@ TEST_F(PortalHotkeysTest, bindsInOneSessionWhatIsRegisteredInOneTurn) {
 TEST_F(PortalHotkeysTest, opensNoDialogForWhatIsBoundWithTheSession) {
     startPortal();
     portal->bindsAtOnce = true;
+    qputenv("XDG_CURRENT_DESKTOP", "KDE");
     start();
     registerHotkeys();
     waitFor(HotkeySource::portal);
     comeToRest();
     EXPECT_EQ(portal->dialogs, 0);
+    qunsetenv("XDG_CURRENT_DESKTOP");
+    end();
+    start();
+    registerHotkeys();
+    waitFor(HotkeySource::portal);
+    EXPECT_EQ(portal->dialogs, 1) << "another desktop's shortcuts are no business of that portal";
 }
 
 TEST_F(PortalHotkeysTest, asksAgainOnlyForAnotherSet) {

@@ -163,9 +163,11 @@ PortalShortcutSession::PortalShortcutSession(const Portal& portal, QList<PortalS
     portal_.bus.connect(portal_.owner, handle_, portalNames::session, QStringLiteral("Closed"), this, SLOT(closed()));
     portal_.bus.connect(portal_.owner, portalNames::path, portalNames::shortcuts, QStringLiteral("Activated"), this,
                         SLOT(activated(QDBusMessage)));
-    // The portal of Plasma 5.27 binds what it gets here, and opens its settings when asked to bind later.
-    const QVariantMap options{{QStringLiteral("session_handle_token"), token_},
-                              {shortcutsKey, QVariant::fromValue(entriesOf(shortcuts_))}};
+    QVariantMap options{{QStringLiteral("session_handle_token"), token_}};
+    // The portal of Plasma 5.27 binds what it gets here, and opens its settings when asked to bind later. In other
+    // sessions it may stand in for a portal that is not installed, and what it binds there is never pressed.
+    if (qgetenv("XDG_CURRENT_DESKTOP") == "KDE")
+        options.insert(shortcutsKey, QVariant::fromValue(entriesOf(shortcuts_)));
     request_ = std::make_unique<PortalRequest>(portal_, call("CreateSession"), options,
                                                [this](const PortalAnswer& answer) { sessionCreated(answer); });
 }
