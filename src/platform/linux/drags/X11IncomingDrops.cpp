@@ -3,6 +3,9 @@
 
 #include "services/MainBundle.h"
 
+#include <algorithm>
+#include <array>
+
 namespace stowpocket {
 namespace {
 
@@ -15,6 +18,8 @@ constexpr std::uint32_t hasTypeListFlag = 1;
 
 constexpr std::size_t longestTypeList = 4096;
 constexpr int mostReadings = 4;
+/// Sources say where they are right after they enter.
+constexpr std::chrono::milliseconds longestSilence{50};
 
 /// The message contains three types. If there are more, the window of the source has the full list.
 std::vector<std::string> formatsOf(XcbSession& session, const xcb_client_message_event_t& entered) {
@@ -52,6 +57,9 @@ bool X11IncomingDrops::handleEvent(const xcb_generic_event_t& event) {
         return false;
     if (said->type == connection_.atom(X11Atom::dragEnter))
         handleEnter(*said);
+    else if (said->window == entered_.window && (said->type == connection_.atom(X11Atom::dragPosition) ||
+                                                 said->type == connection_.atom(X11Atom::dragLeave)))
+        hasGoneOn_ = true;
     // Compositors made with wlroots tell of the end of a drag after its drop. What has been dropped stays.
     if (said->type == connection_.atom(X11Atom::dragLeave))
         return state_ != State::idle;
@@ -61,6 +69,27 @@ bool X11IncomingDrops::handleEvent(const xcb_generic_event_t& event) {
 void X11IncomingDrops::handleEnter(const xcb_client_message_event_t& message) {
     entered_ = message;
     forgetDrag();
+    hasGoneOn_ = false;
+    later(longestSilence, [this, number = number_] {
+        if (number == number_ && !hasGoneOn_)
+            tellPosition();
+    });
+}
+
+/// As the source has said it, in a message that is lost. Without an action it is a copy.
+void X11IncomingDrops::tellPosition() const {
+    const std::optional<QPoint> place = connection_.pointer();
+    if (!place)
+        return;
+    xcb_client_message_event_t said = entered_;
+    said.type = connection_.atom(X11Atom::dragPosition);
+    constexpr int bitsOfHeight = 16;
+    const auto position =
+        static_cast<std::uint32_t>(place->x()) << bitsOfHeight | static_cast<std::uint32_t>(place->y());
+    const std::array<std::uint32_t, 5> fields{entered_.data.data32[sourceField], 0, position, XCB_CURRENT_TIME,
+                                              XCB_ATOM_NONE};
+    std::ranges::copy(fields, std::begin(said.data.data32));
+    sendEvent(connection_.raw(), said.window, XCB_EVENT_MASK_NO_EVENT, said);
 }
 
 void X11IncomingDrops::forgetDrag() {

@@ -10,6 +10,10 @@ namespace stowpocket {
 /// Reads what is dropped before Qt learns of the drop, on another thread and within limits of time and size, so that
 /// no source can block the program. Then Qt gets the same message again. When Qt has handled it, it tells the source
 /// that the drop is over.
+///
+/// It also makes up for what Qt loses: of the positions in its queue Qt takes the newest for all of them, whatever
+/// window it was sent to. When a drag crosses one window into the next while the program is busy, the source then
+/// waits for the next window's answer, and shows that nothing can be dropped there.
 class X11IncomingDrops : public IncomingDrops, private X11EventFilter {
 public:
     /// All references outlive it.
@@ -30,6 +34,7 @@ private:
 
     bool handleEvent(const xcb_generic_event_t& event) override;
     void handleEnter(const xcb_client_message_event_t& message);
+    void tellPosition() const;
     /// Returns true to keep the message from Qt for now.
     [[nodiscard]] bool handleDrop(const xcb_client_message_event_t& message);
     void read(const xcb_client_message_event_t& drop);
@@ -41,6 +46,8 @@ private:
     DirectSaves& saves_;
     const DropPatience patience_;
     xcb_client_message_event_t entered_{};
+    /// The source has said where in the entered window it is, or that it has left.
+    bool hasGoneOn_ = false;
     State state_ = State::idle;
     /// Counts the drags. What was read for an earlier one is too late.
     int number_ = 0;

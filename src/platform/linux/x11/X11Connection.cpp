@@ -37,6 +37,7 @@ constexpr std::array<std::string_view, atomCount> x11AtomNames{
     "_XSETTINGS_SETTINGS",
     "XdndSelection",
     "XdndEnter",
+    "XdndPosition",
     "XdndLeave",
     "XdndDrop",
     "XdndTypeList",
@@ -160,6 +161,12 @@ bool X11Connection::isButtonHeld() const {
     const XcbAnswer<xcb_query_pointer_reply_t> pointer(
         xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root()), nullptr));
     return pointer && (pointer->mask & dragging) != 0;
+}
+
+std::optional<QPoint> X11Connection::pointer() const {
+    const XcbAnswer<xcb_query_pointer_reply_t> pointer(
+        xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root()), nullptr));
+    return pointer ? std::optional(QPoint(pointer->root_x, pointer->root_y)) : std::nullopt;
 }
 
 std::optional<QRect> X11Connection::geometryOnRoot(xcb_window_t window) const {

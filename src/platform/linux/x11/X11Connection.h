@@ -50,6 +50,7 @@ enum class X11Atom : std::size_t {
     settings,
     dragSelection,
     dragEnter,
+    dragPosition,
     dragLeave,
     dragDrop,
     dragTypeList,
@@ -131,6 +132,8 @@ public:
     [[nodiscard]] std::string windowManagerName() const;
     /// Whether any of the three buttons that can drag is down, in any program.
     [[nodiscard]] bool isButtonHeld() const;
+    /// In pixels, on the root window.
+    [[nodiscard]] std::optional<QPoint> pointer() const;
     /// In pixels, on the root window. For embedded windows Qt is wrong about this in several panels.
     [[nodiscard]] std::optional<QRect> geometryOnRoot(xcb_window_t window) const;
     /// Whether it is the window that a compositor draws into. It is above all others, and the server lists it
