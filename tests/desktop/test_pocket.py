@@ -19,37 +19,31 @@ class Pocket(DesktopTest):
     def wait_until_gone(self):
         wait_for(lambda: not self.pocket(), "the pocket to go")
 
-    def test_goes_after_each_drag_even_if_its_source_died(self):
-        stowpocket, window = self.offer("xfce4-panel", Thunar, 1)
+    def drag_to_the_icon(self, panel, file_manager):
+        """Begins a drag, over whose target the pocket then lies."""
+        stowpocket, window = self.offer(panel, file_manager, 1)
         self.wait_until_gone()
         drag = window.drag_all()
         pocket = wait_for(self.pocket, "the pocket")
         self.assertEqual(self.x.rect(pocket), self.x.rect(self.x.find(STATUS_ITEM)))
         drag.hover(stowpocket.icon(), stowpocket.popover)
-        drag.release()
-        stowpocket.wait_for_files(self.names)
-        self.wait_until_gone()
-        for is_source_alive in True, False:
-            drag = Drag(self.x, window.first_icon())
-            wait_for(self.pocket, "the pocket once more")
-            drag.hover(stowpocket.icon())
-            if is_source_alive:
-                drag.leave()
-            else:
-                self.desktop.end(window.process, signal.SIGKILL)
-            drag.release()
-            self.wait_until_gone()
+        return window, drag
 
-    def test_is_beside_a_panel_that_the_compositor_draws(self):
-        stowpocket, window = self.offer("xfce4-panel", PcmanfmQt, 1)
-        overlay = self.x.root.composite_get_overlay_window().overlay_window
-        overlay.shape_rectangles(shape.SO.Set, shape.SK.Input, X.Unsorted, 0, 0, [(0, 0, 1280, 40)])
-        drag = window.drag_all()
-        pocket = self.x.rect(wait_for(self.pocket, "the pocket"))
-        self.assertTrue(pocket.y > 26 and abs(pocket.centre()[0] - stowpocket.icon()[0]) < 40, pocket)
-        drag.hover(pocket.centre(), stowpocket.popover)
+    def test_goes_after_each_drag(self):
+        window, drag = self.drag_to_the_icon("xfce4-panel", PcmanfmQt)
         drag.release()
-        stowpocket.wait_for_files(self.names)
+        self.stowpocket.wait_for_files(self.names)
+        self.wait_until_gone()
+        drag = Drag(self.x, window.first_icon())
+        wait_for(self.pocket, "the pocket once more")
+        drag.leave()
+        drag.release()
+        self.wait_until_gone()
+
+    def test_does_not_wait_for_a_source_that_died(self):
+        window, drag = self.drag_to_the_icon("trayer", Thunar)
+        self.desktop.end(window.process, signal.SIGKILL)
+        drag.release()
         self.wait_until_gone()
 
     def test_is_the_icon_until_a_tray_comes_and_between_two(self):
