@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "main/linux/LinuxServices.h"
-#include "platform/linux/session/AccessibilityBus.h"
+#include "platform/linux/dbus/BusCalls.h"
 #include "platform/linux/session/OwnProcess.h"
 #include "platform/linux/session/ProgramLock.h"
 #include "platform/linux/session/XdgLoginItem.h"

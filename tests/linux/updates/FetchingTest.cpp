@@ -2,7 +2,6 @@
 #include "linux/updates/LocalServer.h"
 #include "platform/linux/updates/AppcastReader.h"
 #include "platform/linux/updates/HttpGet.h"
-#include "platform/linux/updates/NotesText.h"
 #include "platform/linux/updates/UpdateHelper.h"
 #include "platform/linux/updates/UpdateHelperProtocol.h"
 #include "support/ComesTrue.h"

@@ -3,6 +3,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
 
 #include <chrono>
 #include <functional>
@@ -26,5 +27,24 @@ void callOnBus(const QDBusConnection& bus, const QDBusMessage& call, QObject& co
 /// The question for a property of another program's object. Its answer holds a QDBusVariant.
 [[nodiscard]] QDBusMessage propertyCall(const QString& service, const QString& path, const QString& interface,
                                         const QString& property);
+
+}  // namespace stowpocket
+
+namespace stowpocket {
+
+/// Finds out whether the accessibility bus answers. Qt would wait 25 seconds, twice, for one that does not. Main
+/// thread.
+class AccessibilityBusProbe {
+public:
+    /// Sends the question and does not wait for the answer.
+    explicit AccessibilityBusProbe(const QDBusConnection& bus);
+
+    /// Called before the first window. Waits until at most 300 ms after the question. Without an answer by then,
+    /// returns false and has Qt serve screen readers without asking whether there is one.
+    bool avoidSilentBus();
+
+private:
+    QDBusPendingCall answer_;
+};
 
 }  // namespace stowpocket

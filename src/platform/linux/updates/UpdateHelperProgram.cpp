@@ -5,7 +5,6 @@
 #include "platform/linux/updates/DownloadFile.h"
 #include "platform/linux/updates/HttpGet.h"
 #include "platform/linux/updates/InstalledProgram.h"
-#include "platform/linux/updates/NotesText.h"
 #include "platform/linux/updates/UpdateHelperProtocol.h"
 #include "updates/Appcast.h"
 

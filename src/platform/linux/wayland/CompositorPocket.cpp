@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/wayland/LayerSurface.h"
-#include "platform/linux/wayland/PocketPointer.h"
-#include "platform/linux/wayland/PocketTouch.h"
+#include "platform/linux/wayland/PocketInput.h"
 #include "platform/linux/wayland/WaylandDrags.h"
 
 #include <QTimer>
