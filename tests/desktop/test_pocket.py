@@ -30,12 +30,14 @@ class Pocket(DesktopTest):
         return window, drag
 
     def test_goes_after_each_drag(self):
-        window, drag = self.drag_to_the_icon("xfce4-panel", PcmanfmQt)
+        window, drag = self.drag_to_the_icon("xfce4-panel", Thunar)
         drag.release()
         self.stowpocket.wait_for_files(self.names)
         self.wait_until_gone()
-        drag = Drag(self.x, window.first_icon())
+        x, y = window.first_icon()
+        drag = Drag(self.x, (x, y + 12))  # where the press is no double click with the one before
         wait_for(self.pocket, "the pocket once more")
+        drag.hover(self.stowpocket.icon())  # across the shelf
         drag.leave()
         drag.release()
         self.wait_until_gone()
@@ -44,6 +46,18 @@ class Pocket(DesktopTest):
         window, drag = self.drag_to_the_icon("trayer", Thunar)
         self.desktop.end(window.process, signal.SIGKILL)
         drag.release()
+        self.wait_until_gone()
+
+    def test_is_beside_a_panel_that_the_compositor_draws(self):
+        stowpocket, window = self.offer("xfce4-panel", PcmanfmQt, 1)
+        overlay = self.x.root.composite_get_overlay_window().overlay_window
+        overlay.shape_rectangles(shape.SO.Set, shape.SK.Input, X.Unsorted, 0, 0, [(0, 0, 1280, 40)])
+        drag = window.drag_all()
+        pocket = self.x.rect(wait_for(self.pocket, "the pocket"))
+        self.assertTrue(pocket.y > 26 and abs(pocket.centre()[0] - stowpocket.icon()[0]) < 40, pocket)
+        drag.hover(pocket.centre(), stowpocket.popover)
+        drag.release()
+        stowpocket.wait_for_files(self.names)
         self.wait_until_gone()
 
     def test_is_the_icon_until_a_tray_comes_and_between_two(self):
