@@ -42,7 +42,7 @@ views/settings: views/controls app presentation updates services foundation
 views/onboarding: views/controls app presentation services foundation
 views: views/controls views/updates views/shelf views/settings views/onboarding platform/qt services
 main/linux: cli app presentation updates services foundation views views/controls views/shelf views/updates platform/posix platform/qt
-    platform/linux/appearance platform/linux/drags platform/linux/files platform/linux/hotkeys platform/linux/input
+    platform/linux/appearance platform/linux/dbus platform/linux/drags platform/linux/files platform/linux/hotkeys platform/linux/input
     platform/linux/opening platform/linux/pictures platform/linux/preferences platform/linux/quickdrop platform/linux/session
     platform/linux/tray platform/linux/updates platform/linux/x11
 main/macos: app intake services foundation views platform/macos platform/posix platform/qt
