@@ -9,7 +9,7 @@
 #include "platform/linux/drags/X11FileDrag.h"
 #include "platform/linux/drags/X11IncomingDrops.h"
 #include "platform/linux/files/Mounts.h"
-#include "platform/linux/input/MenuCover.h"
+#include "platform/linux/input/WaylandClicks.h"
 #include "platform/linux/input/X11EventMonitors.h"
 #include "platform/linux/opening/DesktopFileOpener.h"
 #include "platform/linux/pictures/LinuxThumbnails.h"

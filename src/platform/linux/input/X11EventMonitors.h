@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/input/GnomeClicks.h"
 #include "platform/linux/input/Keys.h"
+#include "platform/linux/input/WaylandClicks.h"
 #include "platform/linux/x11/X11Events.h"
 #include "services/Input.h"
 

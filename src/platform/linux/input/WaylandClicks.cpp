@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/input/GnomeClicks.h"
+#include "platform/linux/input/WaylandClicks.h"
 
 #include "platform/linux/dbus/BusCalls.h"
 
 #include <QDBusVariant>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QWidget>
 
 #include <utility>
 
@@ -13,6 +16,11 @@ namespace {
 const QString shell = QStringLiteral("org.gnome.Shell");
 const QString shellPath = QStringLiteral("/org/gnome/Shell");
 const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
+
+bool isMenu(QObject* receiver) {
+    const auto* const widget = qobject_cast<QWidget*>(receiver);
+    return widget != nullptr && widget->windowType() == Qt::Popup;
+}
 
 }  // namespace
 
@@ -37,6 +45,24 @@ void GnomeClicks::askForOverview() {
                   if (answer.arguments().value(0).value<QDBusVariant>().variant().toBool())
                       onOverview_();
               });
+}
+
+MenuCover::MenuCover(const X11Connection& connection) : cover_(connection, X11ScreenCover::Kind::unmanaged) {
+    if (isWaylandSession())
+        qGuiApp->installEventFilter(this);
+}
+
+/// Qt tells of both before it happens, so that the menu comes to lie above.
+bool MenuCover::eventFilter(QObject* receiver, QEvent* event) {
+    if (event->type() == QEvent::Show && menu_ == nullptr && QGuiApplication::focusWindow() == nullptr &&
+        isMenu(receiver)) {
+        menu_ = receiver;
+        cover_.show();
+    } else if (event->type() == QEvent::Hide && receiver == menu_) {
+        menu_ = nullptr;
+        cover_.hide();
+    }
+    return false;
 }
 
 }  // namespace stowpocket
