@@ -61,7 +61,7 @@ private:
     static constexpr std::chrono::seconds expiry{30};
 
     WorkQueue mainQueue_;
-    WorkerThreads threads_{maxThreads, expiry, WorkerThreads::Priority::low};
+    WorkerThreads threads_{maxThreads, expiry};
     WorkerThreads idleThread_{1, expiry};
     /// A queue is idle most of the time and needs no thread then.
     WorkerThreads queueThreads_{WorkerThreads::unlimited, std::chrono::milliseconds(0)};
