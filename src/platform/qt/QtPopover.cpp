@@ -74,6 +74,10 @@ Rect rectOf(const QRect& rect) {
             static_cast<double>(rect.height())};
 }
 
+QRectF exactRect(const Rect& rect) {
+    return {rect.x, rect.y, rect.width, rect.height};
+}
+
 /// A dialog, because some window managers hide tool windows together with the program's last active window, even
 /// during a drag, and some tile ordinary windows.
 PopoverWindow::PopoverWindow(PopoverEdge edge, Place place, std::function<void()> cancel)

@@ -31,6 +31,8 @@ public:
 
 /// A rectangle of Qt as the core counts.
 [[nodiscard]] Rect rectOf(const QRect& rect);
+/// The other way.
+[[nodiscard]] QRectF exactRect(const Rect& rect);
 
 /// What a popover needs from the window system beyond what Qt offers. Main thread.
 class PopoverHost {

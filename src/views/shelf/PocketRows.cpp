@@ -2,6 +2,7 @@
 #include "views/shelf/PocketRows.h"
 
 #include "platform/qt/QtImages.h"
+#include "platform/qt/QtPopover.h"
 #include "presentation/TileCommands.h"
 #include "views/controls/Drawing.h"
 #include "views/controls/Theme.h"
@@ -23,10 +24,6 @@ constexpr int missingPointSize = 10;
 constexpr double pointedRadius = 6;
 constexpr double pointedOpacity = 0.09;
 constexpr double markOpacity = 0.35;
-
-QRectF qRect(const Rect& rect) {
-    return {rect.x, rect.y, rect.width, rect.height};
-}
 
 /// Fits the picture into the place at the row's left end.
 void paintPicture(QPainter& painter, const QRectF& row, const QImage& picture) {
@@ -54,7 +51,7 @@ void paintPointed(QPainter& painter, const QRectF& row, const QPalette& palette)
 
 void paintFile(QPainter& painter, const PocketList::Row& row, const QPalette& palette) {
     const WaitingFile& file = *row.file;
-    const QRectF place = qRect(row.place);
+    const QRectF place = exactRect(row.place);
     if (row.isPointedAt && !file.isMissing)
         paintPointed(painter, place, palette);
     paintPicture(painter, place, tilePicture(qtImage(file.picture), painter.device()->devicePixelRatioF()));
@@ -72,7 +69,7 @@ void paintFile(QPainter& painter, const PocketList::Row& row, const QPalette& pa
 }
 
 void paintAll(QPainter& painter, const PocketList& list, const PocketList::Row& row, const QPalette& palette) {
-    const QRectF place = qRect(row.place);
+    const QRectF place = exactRect(row.place);
     if (row.isPointedAt)
         paintPointed(painter, place, palette);
     const double ratio = painter.device()->devicePixelRatioF();
@@ -95,11 +92,11 @@ void paintPocketRows(QPainter& painter, const PocketList& list, const QPalette& 
     if (const std::optional<PocketList::Row> row = list.rowForAll())
         paintAll(painter, list, *row, palette);
     if (const std::optional<Rect> mark = list.scrollMark()) {
-        const QRectF place = qRect(*mark);
+        const QRectF place = exactRect(*mark);
         painter.fillPath(continuousRoundedRect(place, place.width() / 2),
                          Theme::color(ColorRole::primary, palette, markOpacity));
     }
-    painter.setClipRect(qRect(list.view()));
+    painter.setClipRect(exactRect(list.view()));
     for (const PocketList::Row& row : list.rows())
         paintFile(painter, row, palette);
 }

@@ -151,9 +151,10 @@ Pocket::~Pocket() = default;
 
 void Pocket::setResident(bool isResident) {
     presence_.setResident(isResident);
-    // As the icon itself it is in the corner: there is nothing left to cover where the icon was.
-    if (isResident && icon_) {
+    // As the icon itself it is in the corner: there is nothing left where the icon was.
+    if (isResident && (icon_ || beside_)) {
         icon_.reset();
+        beside_.reset();
         closeWindow();
     }
     showOrHide();

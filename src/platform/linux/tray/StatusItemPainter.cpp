@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/tray/StatusItemPainter.h"
 
+#include "platform/qt/QtPopover.h"
+
 #include <QFontMetricsF>
 #include <QThread>
 
@@ -17,10 +19,6 @@ constexpr double pocketScale = 1.4;
 constexpr double pocketPadding = 7;
 constexpr double pocketRadius = 10;
 constexpr float borderOpacity = 0.22F;
-
-QRectF qRect(const Rect& rect) {
-    return {rect.x, rect.y, rect.width, rect.height};
-}
 
 /// Everything in `whole` except the badge and a gap around it, so that a filled symbol does not touch the badge.
 QPainterPath around(const QRectF& badge, const QRectF& whole) {
@@ -45,7 +43,7 @@ QFont titleFont(const StatusItemTitle& title, double size) {
 
 void paintCount(QPainter& painter, const StatusItemLayout& layout, const StatusItemTitle& title,
                 const QColor& color) {
-    const QRectF room = qRect(layout.count);
+    const QRectF room = exactRect(layout.count);
     painter.setFont(titleFont(title, layout.fontSize));
     if (layout.countPlace == CountPlace::beside) {
         painter.setPen(color);
@@ -98,8 +96,8 @@ void paintContent(QPainter& painter, const StatusItemContent& content, const Sym
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     if (layout.countPlace == CountPlace::badge)
-        painter.setClipPath(around(qRect(layout.count), qRect(layout.symbol)));
-    painter.drawImage(qRect(layout.symbol).toAlignedRect(), symbol);
+        painter.setClipPath(around(exactRect(layout.count), exactRect(layout.symbol)));
+    painter.drawImage(exactRect(layout.symbol).toAlignedRect(), symbol);
     painter.setClipping(false);
     paintCount(painter, layout, content.title, color);
     painter.restore();

@@ -104,8 +104,11 @@ bool X11PopoverHost::blendsWindows() const {
 void X11PopoverHost::willShow(QWidget& window) {
     const auto shown = static_cast<xcb_window_t>(window.winId());
     connection_.keepAboveUnlisted(shown);
-    // Cinnamon's window manager has dialogs listed in the panel whatever they ask for.
-    if (connection_.windowManagerName() == "Mutter (Muffin)")
+    // Cinnamon's window manager has dialogs listed in the panel whatever they ask for. It is asked for once: each
+    // question would delay the first frame.
+    if (!listsDialogs_)
+        listsDialogs_ = connection_.windowManagerName() == "Mutter (Muffin)";
+    if (*listsDialogs_)
         connection_.setProperty(shown, connection_.atom(X11Atom::windowType), XCB_ATOM_ATOM,
                                 {connection_.atom(X11Atom::windowTypeUtility)});
     startup_.markWindow(shown);

@@ -75,6 +75,7 @@ private:
     const X11Connection& connection_;
     X11FileDrag& fileDrag_;
     X11Startup startup_;
+    std::optional<bool> listsDialogs_;
     const std::unique_ptr<SwayPlacing> sway_;
 };
 
