@@ -211,7 +211,7 @@ void ShelfManager::clear() {
 }
 
 void ShelfManager::removeMissingItems() {
-    const auto isMissing = [](const ShelfItem& item) { return !item.isAvailable; };
+    const auto isMissing = [this](const ShelfItem& item) { return !item.isAvailable && !sought_.contains(item.id); };
     if (std::ranges::none_of(items_, isMissing))
         return;
     if (!undo_)
@@ -334,6 +334,7 @@ void ShelfManager::save() {
 }
 
 void ShelfManager::search(std::vector<UUID> ids) {
+    sought_.insert(ids.begin(), ids.end());
     std::vector<Bytes> bookmarks;
     bookmarks.reserve(ids.size());
     for (const UUID& id : ids)
@@ -361,6 +362,7 @@ void ShelfManager::search(std::vector<UUID> ids) {
 /// The entry of a file that is not found remains stored until the next change, like every entry that loading leaves
 /// out.
 void ShelfManager::applySearch(const std::vector<SearchAnswer>& answers) {
+    sought_.clear();
     ShelfChange updated{ShelfChange::Kind::updated, {}};
     ShelfChange removed{ShelfChange::Kind::removed, {}};
     for (const SearchAnswer& answer : answers) {

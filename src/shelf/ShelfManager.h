@@ -76,7 +76,7 @@ public:
     /// As one change.
     void removeItems(std::span<const UUID> ids);
     void clear();
-    /// Removes the items that the last check found missing.
+    /// Removes the items that the last check found missing. An item whose file is still being sought stays.
     void removeMissingItems();
 
     /// The last thing that took items off the shelf, if it can still be taken back. What was missing goes off by
@@ -158,6 +158,8 @@ private:
     /// Access to each of these has begun and ends once, when its item leaves the shelf.
     std::set<FileURL> accessedResourceURLs_;
     std::set<UUID> thumbnailsOnTheirWay_;
+    /// Items whose files are being sought. None of them is known to be missing.
+    std::set<UUID> sought_;
     /// The shelf as it was. Anything that is added makes it forgotten.
     struct Undo {
         Undoable what = Undoable::removal;

@@ -143,6 +143,8 @@ TEST_F(PersistedShelfTest, filesThatHaveToBeSoughtArriveLater) {
     EXPECT_EQ(files.accesses.size(), 2u) << "nothing to have access to";
     manager->removeItem(manager->items()[0].id);
     EXPECT_EQ(storedEntry(0).at("bookmark"), *oldBookmark) << "not lost by a change meanwhile";
+    manager->removeMissingItems();
+    EXPECT_EQ(names().size(), 3u) << "nor because the search takes long";
 
     dispatch.runAll();
     EXPECT_EQ(names(), (std::vector<std::string>{"1.txt", "3.txt"}));
