@@ -163,6 +163,10 @@ void TileCommands::preview(const UUID& id) {
 }
 
 std::vector<ShelfItem> TileCommands::itemsOfDrag(const UUID& id) {
+    const auto& items = viewModel_->shelfManager().items();
+    const auto held = std::ranges::find(items, id, &ShelfItem::id);
+    if (held == items.end() || !held->isAvailable)
+        return {};
     return viewModel_->presentItems(selection_.itemsWith(id));
 }
 

@@ -89,7 +89,7 @@ public:
     /// Shows the content of this file alone.
     void preview(const UUID& id);
 
-    /// What a drag that begins on the tile carries; nothing if the file is missing.
+    /// What a drag that begins on the tile carries; nothing if the tile is shown as missing.
     [[nodiscard]] std::vector<ShelfItem> itemsOfDrag(const UUID& id);
     /// What a drag of everything carries.
     [[nodiscard]] std::vector<ShelfItem> itemsOfWholeDrag();

@@ -81,6 +81,7 @@ TEST_F(TileCommandsTest, aDragCarriesTheSelectionItBeginsOnAndOnlyFilesThatAreTh
     EXPECT_EQ(namesOf(commands.itemsOfDrag(id(3))), (Names{"0.txt", "1.txt"})) << "one has just gone";
     dispatch.runAll();
     EXPECT_FALSE(manager->items()[3].isAvailable) << "which the shelf notices";
+    EXPECT_EQ(namesOf(commands.itemsOfDrag(id(3))), Names{}) << "a missing tile offers no drag";
     EXPECT_EQ(commands.itemsOfWholeDrag().size(), 5U);
 
     preferences.setValue(shelfCapacityKey, 100);
