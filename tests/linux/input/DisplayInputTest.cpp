@@ -111,7 +111,7 @@ TEST_F(EventMonitorsTest, swallowBeforeShortcutsAndWidgetsTheLastOneFirstAndOnce
 
 TEST_F(EventMonitorsTest, takesALostKeyboardForAClickInAWaylandSession) {
     qputenv("WAYLAND_DISPLAY", "wayland-0");
-    const auto monitor = monitors.addGlobalMouseDownMonitor([this] { ++outside; });
+    auto monitor = monitors.addGlobalMouseDownMonitor([this] { ++outside; });
     qunsetenv("WAYLAND_DISPLAY");
     isWaylandDragOn = true;
     ASSERT_NE(hand.openForeignWindow(), 0u);
@@ -126,6 +126,17 @@ TEST_F(EventMonitorsTest, takesALostKeyboardForAClickInAWaylandSession) {
     EXPECT_TRUE(comesTrue([] { return QGuiApplication::applicationState() == Qt::ApplicationActive; }));
     ASSERT_NE(hand.openForeignWindow(), 0u);
     EXPECT_TRUE(comesTrue([this] { return outside == 2; }));
+    const auto addWithDrag = [&](bool isOn) {
+        monitor.reset();
+        isWaylandDragOn = isOn;
+        monitor = monitors.addGlobalMouseDownMonitor([this] { ++outside; });
+        isWaylandDragOn = false;
+        monitors.waylandDragEnded();
+    };
+    addWithDrag(false);
+    EXPECT_EQ(outside, 2) << "the end of a drag has nothing to do with a shelf opened after it";
+    addWithDrag(true);
+    EXPECT_EQ(outside, 3) << "a shelf that a drag opened on its way does not stay";
 }
 
 TEST_F(EventMonitorsTest, seesLeftAndRightClicksElsewhereOnly) {

@@ -142,6 +142,7 @@ void X11ClickWatch::monitorsChanged() {
     staleButtons_ &= heldButtons();
     QObject::disconnect(deactivation_);
     gnome_.reset();
+    isDragConcerned_ = !monitors_.isEmpty() && drags_.isWaylandDragOn();
     if (monitors_.isEmpty() || !isWaylandSession())
         return;
     deactivation_ =
@@ -155,7 +156,8 @@ void X11ClickWatch::monitorsChanged() {
 
 /// KWin and sway activate the window under a drag and do not report a click on it afterwards.
 void X11ClickWatch::reportLostKeyboard() {
-    if (drags_.isWaylandDragOn())
+    isDragConcerned_ = drags_.isWaylandDragOn();
+    if (isDragConcerned_)
         return;
     const auto wasDragging = std::make_shared<bool>(false);
     drags_.afterOwn([this, wasDragging] {
@@ -164,6 +166,11 @@ void X11ClickWatch::reportLostKeyboard() {
         reportIfInactive();
     });
     *wasDragging = true;
+}
+
+void X11ClickWatch::waylandDragEnded() {
+    if (std::exchange(isDragConcerned_, false))
+        reportIfInactive();
 }
 
 void X11ClickWatch::reportIfInactive() const {

@@ -49,7 +49,8 @@ private:
 /// grabbed the pointer. Without monitors the server sends nothing. It uses Qt's connection, which has negotiated the
 /// input extension; without that extension there are no clicks. A click on a Wayland window reaches the server only
 /// as a loss of the keyboard, so in a Wayland session that loss counts as a click. During a drag out of this program,
-/// or one of a Wayland program, it counts once the drag has ended. `connection` outlives it.
+/// or one of a Wayland program, it counts once the drag has ended, and so does a keyboard that never came then. That
+/// end is told late: a monitor that was added meanwhile has nothing to do with it. `connection` outlives it.
 class X11ClickWatch : private X11EventFilter {
 public:
     using Handler = std::function<void()>;
@@ -67,7 +68,7 @@ public:
     }
     /// Bit 0 is left, bit 1 right, bit 2 middle.
     [[nodiscard]] std::uint32_t pressedButtons() const;
-    void reportIfInactive() const;
+    void waylandDragEnded();
 
 private:
     [[nodiscard]] std::uint32_t heldButtons() const;
@@ -78,6 +79,7 @@ private:
     void selectServerEvents();
     void reportClick() const;
     void reportLostKeyboard();
+    void reportIfInactive() const;
 
     const X11Connection& x11_;
     xcb_connection_t* const connection_;
@@ -87,6 +89,8 @@ private:
     /// What the server still takes for held after a drag that ended over a Wayland window: it missed the release. The
     /// next press of such a button shows that it has heard of the release since.
     std::uint32_t staleButtons_ = 0;
+    /// Whether the end of a Wayland program's drag counts as a click if this program has no keyboard then.
+    bool isDragConcerned_ = false;
     QMetaObject::Connection deactivation_;
     std::optional<GnomeClicks> gnome_;
     MonitorList<Handler> monitors_{[this] { monitorsChanged(); }};
@@ -113,7 +117,7 @@ public:
     }
     [[nodiscard]] std::uint32_t pressedMouseButtons() const override { return clicks_.pressedButtons(); }
     /// Called when the drag of a Wayland program has ended.
-    void waylandDragEnded() const { clicks_.reportIfInactive(); }
+    void waylandDragEnded() { clicks_.waylandDragEnded(); }
 
 private:
     KeyDownMonitors keyDowns_;
