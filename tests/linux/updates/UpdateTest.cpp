@@ -4,6 +4,7 @@
 #include "platform/linux/updates/DownloadFile.h"
 #include "platform/linux/updates/UpdateHelper.h"
 #include "support/ComesTrue.h"
+#include "support/FullDisk.h"
 #include "support/TemporaryFolder.h"
 
 #include <elf.h>
@@ -133,7 +134,16 @@ TEST_F(UpdateTest, whatIsInstalledIsWhatWasChecked) {
     EXPECT_EQ(files(), Names{"program"});
 }
 
-TEST_F(UpdateTest, aFolderThatIsNotOursIsToldOf) {
+TEST_F(UpdateTest, whatStopsADownloadIsToldOf) {
+    {
+        const FullDisk full;
+        EXPECT_EQ(download(release), UpdateFailure::diskFull);
+    }
+    EXPECT_EQ(files(), Names{"program"});
+    folder.write("crashing", "#!/bin/sh\nkill -9 $$\n");
+    fs::permissions(folder.path("crashing"), fs::perms::owner_all);
+    helper = HelperUpdateTransport(folder.path("crashing"), program);
+    EXPECT_EQ(download(release), UpdateFailure::other);
     helper = HelperUpdateTransport(UPDATER, "/dev/pts/program");  // where nobody, root neither, makes files
     EXPECT_EQ(download(release), UpdateFailure::notWritable);
 }
