@@ -2,13 +2,14 @@
 """The place for drops that depends on no panel."""
 import signal
 
-from Xlib import X
+from Xlib import X, Xatom
 from Xlib.ext import shape
 
 from case import DesktopTest
 from drag import Drag
 from peers import CopyingTray, PcmanfmQt, Thunar, embed_silently, start_panel
 from stowpocket import POCKET, STATUS_ITEM
+from terminal import run
 from x_display import Rect, wait_for
 
 
@@ -79,13 +80,23 @@ class Pocket(DesktopTest):
             self.desktop.end(panel, signal.SIGKILL)
             wait_for(self.pocket, "the pocket once more")
 
-    def test_tray_that_embeds_without_a_word_shows_the_icon(self):
+    def test_tray_that_embeds_without_a_word_shows_the_icon_as_large_as_it_likes(self):
         stowpocket = self.start(None)
-        embed_silently(self.x, STATUS_ITEM)
+        tray = embed_silently(self.x, STATUS_ITEM)
         self.wait_until_gone()
-        self.x.click(*self.x.rect(self.x.find(STATUS_ITEM)).centre())
+        icon = self.x.find(STATUS_ITEM)
+        place = self.x.rect(icon)
+        self.x.click(*place.centre())
         popover = self.x.rect(stowpocket.wait_open())
         self.assertTrue(24 <= popover.y < 60 and popover.x < 652 < popover.x + popover.width, popover)
+
+        def wait_for_wish(is_granted, what):
+            wait_for(lambda: is_granted(icon.get_wm_normal_hints().min_width), f"the icon to wish for {what}")
+        run(self.desktop, stowpocket.program, "add", self.desktop.folder("papers"))
+        wait_for_wish(lambda width: width > 24, "room for the count")
+        self.assertEqual(self.x.rect(icon), place)
+        tray.change_property(self.x.atom("_NET_SYSTEM_TRAY_ORIENTATION"), Xatom.CARDINAL, 32, [1])
+        wait_for_wish(lambda width: width == 22, "a square in a vertical bar")
 
     def test_item_in_a_panel_is_the_icon_where_the_tray_only_copies(self):
         stowpocket, x = self.start(None), self.x

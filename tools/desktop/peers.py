@@ -50,8 +50,8 @@ class CopyingTray:
 
 
 def embed_silently(x, title):
-    """Takes a window into a bar of a tray's as JWM does, which does not say that it has embedded it."""
-    x.manage("_NET_SYSTEM_TRAY_S0")
+    """Takes a window into a bar of a tray's as JWM does, which does not say that it has embedded it; gives the tray."""
+    tray = x.manage("_NET_SYSTEM_TRAY_S0")
     window = wait_for(lambda: next(x.titled(title.__eq__), None), f"{title} to be offered")
     bar = x.new_window()
     bar.configure(x=600, width=100)
@@ -61,6 +61,7 @@ def embed_silently(x, title):
     window.map()
     slot.map()
     x.sync()
+    return tray
 
 
 class FileManager:
