@@ -70,15 +70,11 @@ public:
     /// Has the window manager give a window the focus, as its user would; false when it never does.
     [[nodiscard]] bool bringToFront(xcb_window_t window) {
         constexpr std::uint32_t askedByUser = 2;
-        const xcb_atom_t active = session_->atom("_NET_ACTIVE_WINDOW");
-        xcb_client_message_event_t message{XCB_CLIENT_MESSAGE, 32, 0, window, active, {}};
-        message.data.data32[0] = askedByUser;
         return comesTrue([&] {
-            const auto found = session_->property(session_->root(), active, 4).words();
-            xcb_send_event(session_->raw(), 0, session_->root(),
-                           XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                           reinterpret_cast<const char*>(&message));
-            xcb_flush(session_->raw());
+            const auto found = session_->property(session_->root(), X11Atom::activeWindow);
+            session_->sendMessage(session_->root(),
+                                  XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT, window,
+                                  X11Atom::activeWindow, {askedByUser});
             return !found.empty() && found.front() == window;
         });
     }

@@ -13,18 +13,18 @@ class FakeDragSource {
 public:
     /// Proposes a name for the file, if it is given one.
     explicit FakeDragSource(const std::string& name = {}) {
-        xcb_set_selection_owner(connection_, window_, session_->atom("XdndSelection"), XCB_CURRENT_TIME);
+        session_->setEventHandler([this](const xcb_generic_event_t& event) { hear(event); });
+        xcb_set_selection_owner(session_->raw(), window_, session_->atom(X11Atom::dragSelection), XCB_CURRENT_TIME);
         propose(name);
     }
     void propose(const std::string& name) {
-        write(window_, session_->atom(saveFormat), name);
+        write(window_, saveFormat_, name);
         static_cast<void>(session_->serverTime());
     }
     /// Answers so when the file is wanted, after `onSave` has been told the URL.
     void replyWith(const std::string& reply, const std::function<void(const std::string& url)>& onSave) {
-        offers_[session_->atom(saveFormat)].bytes = [this, reply, onSave] {
-            const X11Property place = session_->property(window_, session_->atom(saveFormat), 4096);
-            onSave({reinterpret_cast<const char*>(place.bytes.data()), place.bytes.size()});
+        offers_[saveFormat_].bytes = [this, reply, onSave] {
+            onSave(session_->text(window_, X11Atom::directSave).value());
             return reply;
         };
     }
@@ -39,55 +39,44 @@ public:
         for (const auto& [format, offer] : offers_)
             types.push_back(format);
         types.resize(3);
+        const auto tell = [&](X11Atom type, const std::array<std::uint32_t, 5>& fields) {
+            session_->sendMessage(target, XCB_EVENT_MASK_NO_EVENT, target, type, fields);
+        };
         constexpr std::uint32_t version = 5u << 24;
-        send(target, "XdndEnter", {window_, version, types[0], types[1], types[2]});
+        tell(X11Atom::dragEnter, {window_, version, types[0], types[1], types[2]});
         const xcb_timestamp_t now = session_->serverTime();
-        send(target, "XdndPosition", {window_, 0, 0, now, session_->atom("XdndActionCopy")});
-        send(target, "XdndDrop", {window_, 0, now, 0, 0});
-        send(target, "XdndLeave", {window_});
+        tell(X11Atom::dragPosition, {window_, 0, 0, now, session_->atom("XdndActionCopy")});
+        tell(X11Atom::dragDrop, {window_, 0, now});
+        tell(X11Atom::dragLeave, {window_});
     }
-    /// Whether the drop was taken, once that is known.
-    [[nodiscard]] std::optional<bool> wasTaken() const { return wasTaken_; }
     /// Its window goes, and with it what it was dragging.
     void vanish() {
-        xcb_destroy_window(connection_, window_);
+        xcb_destroy_window(session_->raw(), window_);
         static_cast<void>(session_->serverTime());
     }
     /// Answers what it was asked since the last time.
-    void work() {
-        while (const XcbSession::Event event{xcb_poll_for_event(connection_)}) {
-            if (const auto* const request = eventAs<xcb_selection_request_event_t>(*event))
-                answer(*request);
-            else if (const auto* const change = eventAs<xcb_property_notify_event_t>(*event))
-                handNextPiece(*change);
-            else if (const auto* const message = eventAs<xcb_client_message_event_t>(*event))
-                hear(*message);
-        }
-    }
-    [[nodiscard]] bool wasAsked() const { return wasAsked_; }
+    void work() { session_->handleEvents(); }
+
+    bool wasAsked = false;
+    /// Whether the drop was taken, once that is known.
+    std::optional<bool> wasTaken;
 
 private:
-    static constexpr auto saveFormat = "XdndDirectSave0";
     struct Offer {
         std::function<std::string()> bytes;
         Manner manner = Manner::atOnce;
     };
 
-    void send(xcb_window_t target, const char* type, const std::array<std::uint32_t, 5>& fields) {
-        xcb_client_message_event_t message{};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = target;
-        message.type = session_->atom(type);
-        std::ranges::copy(fields, std::begin(message.data.data32));
-        sendEvent(connection_, target, XCB_EVENT_MASK_NO_EVENT, message);
-    }
-    void hear(const xcb_client_message_event_t& message) {
-        if (message.type == session_->atom("XdndFinished"))
-            wasTaken_ = (message.data.data32[1] & 1) != 0;
+    void hear(const xcb_generic_event_t& event) {
+        if (const auto* const request = eventAs<xcb_selection_request_event_t>(event))
+            answer(*request);
+        else if (const auto* const change = eventAs<xcb_property_notify_event_t>(event))
+            handNextPiece(*change);
+        else if (const auto* const message = eventAs<xcb_client_message_event_t>(event))
+            wasTaken = message->type == finished_ ? (message->data.data32[1] & 1) != 0 : wasTaken;
     }
     void answer(const xcb_selection_request_event_t& request) {
-        wasAsked_ = true;
+        wasAsked = true;
         const auto offer = offers_.find(request.target);
         if (offer == offers_.end() || offer->second.manner == Manner::silent)
             return;
@@ -95,7 +84,7 @@ private:
             write(request.requestor, request.property, offer->second.bytes());
         else
             begin(request, offer->second.bytes(), offer->second.manner);
-        answerSelectionRequest(connection_, request, request.property);
+        answerSelectionRequest(session_->raw(), request, request.property);
     }
     void begin(const xcb_selection_request_event_t& request, const std::string& bytes, Manner manner) {
         constexpr std::size_t pieceSize = 100'000;
@@ -105,31 +94,28 @@ private:
         pieces_.emplace_back();
         if (manner == Manner::stopsInTheMiddle)
             pieces_.resize(pieces_.size() / 2);
-        const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
-        xcb_change_window_attributes(connection_, request.requestor, XCB_CW_EVENT_MASK, &mask);
-        const auto size = static_cast<std::uint32_t>(bytes.size());
-        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, request.requestor, request.property,
-                            session_->atom("INCR"), 32, 1, &size);
+        session_->hearAlso(request.requestor, XCB_EVENT_MASK_PROPERTY_CHANGE);
+        session_->setProperty(request.requestor, request.property, session_->atom(X11Atom::inPieces),
+                              {static_cast<std::uint32_t>(bytes.size())});
     }
     void handNextPiece(const xcb_property_notify_event_t& event) {
         if (event.state != XCB_PROPERTY_DELETE || pieces_.empty())
             return;
         write(event.window, event.atom, pieces_.front());
-        xcb_flush(connection_);
         pieces_.pop_front();
     }
     void write(xcb_window_t window, xcb_atom_t property, const std::string& text) {
-        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, property, XCB_ATOM_STRING, 8,
+        xcb_change_property(session_->raw(), XCB_PROP_MODE_REPLACE, window, property, XCB_ATOM_STRING, 8,
                             static_cast<std::uint32_t>(text.size()), text.data());
+        xcb_flush(session_->raw());
     }
 
     const std::unique_ptr<XcbSession> session_ = XcbSession::open();
-    xcb_connection_t* const connection_ = session_->raw();
     const xcb_window_t window_ = session_->newWindow();
-    bool wasAsked_ = false;
+    const xcb_atom_t saveFormat_ = session_->atom(X11Atom::directSave);
+    const xcb_atom_t finished_ = session_->atom("XdndFinished");
     std::map<xcb_atom_t, Offer> offers_;
     std::deque<std::string> pieces_;
-    std::optional<bool> wasTaken_;
 };
 
 }  // namespace stowpocket

@@ -59,8 +59,8 @@ protected:
     /// Whether the drop was taken. The source lives in this program: one that is waited for would never answer.
     bool drop(FakeDragSource& source) {
         source.drop(window());
-        EXPECT_TRUE(comesTrue([&] { source.work(); }, [&] { return source.wasTaken().has_value(); }));
-        return source.wasTaken().value_or(false);
+        EXPECT_TRUE(comesTrue([&] { source.work(); }, [&] { return source.wasTaken.has_value(); }));
+        return source.wasTaken.value_or(false);
     }
 
     X11IncomingDrops drops;
@@ -167,7 +167,7 @@ TEST_F(DirectSavesTest, deliversEveryFileThatArrivedOnceThereIsContent) {
 TEST_F(DirectSavesTest, givesUpASourceThatVanishesAndAnswersWhatIsOnItsWayWhenItEnds) {
     receive(saves);
     receive(saves);
-    ASSERT_TRUE(waitFor([this] { return source.wasAsked(); }));
+    ASSERT_TRUE(waitFor([this] { return source.wasAsked; }));
     source.vanish();
     ASSERT_TRUE(waitFor([this] { return answers.size() == 2; }));
     receive(saves);

@@ -11,31 +11,24 @@ namespace stowpocket {
 namespace {
 
 /// Hears what window managers and launchers do, on a connection of its own.
-class Desktop {
-public:
+struct Desktop {
     Desktop() {
-        const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-        xcb_change_window_attributes(session_->raw(), session_->root(), XCB_CW_EVENT_MASK, &mask);
-        session_->setEventHandler([this](const xcb_generic_event_t& event) { hear(event); });
-        static_cast<void>(session_->serverTime());
+        session->hearAlso(session->root(), XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+        session->setEventHandler([this](const xcb_generic_event_t& event) { hear(event); });
+        static_cast<void>(session->serverTime());
     }
-    void listen() { session_->handleEvents(); }
+    void hear(const xcb_generic_event_t& event) {
+        const auto* const message = eventAs<xcb_client_message_event_t>(event);
+        if (message != nullptr && message->type == session->atom(X11Atom::activeWindow))
+            activation.assign(message->data.data32, message->data.data32 + 2);
+        else if (message != nullptr && message->format == 8)
+            text.append(reinterpret_cast<const char*>(message->data.data8), sizeof message->data.data8);
+    }
+    void listen() const { session->handleEvents(); }
 
+    const std::unique_ptr<XcbSession> session = XcbSession::open();
     std::string text;
     std::vector<std::uint32_t> activation;
-
-private:
-    void hear(const xcb_generic_event_t& event) {
-        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
-        if (typeOf(event) != XCB_CLIENT_MESSAGE)
-            return;
-        if (message.type == session_->atom("_NET_ACTIVE_WINDOW"))
-            activation.assign(message.data.data32, message.data.data32 + 2);
-        else if (message.format == 8)
-            text.append(reinterpret_cast<const char*>(message.data.data8), sizeof message.data.data8);
-    }
-
-    const std::unique_ptr<XcbSession> session_ = XcbSession::open();
 };
 
 class StartupTest : public testing::Test {
