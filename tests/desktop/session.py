@@ -41,6 +41,13 @@ class InSession(DesktopTest):
         drag.over(pocket.centre(), self.is_shelf_painted, "the shelf to open")
         return drag
 
+    def drop_in_window(self, drag, file):
+        """Drops what is dragged in the window, which then has the file."""
+        self.window.forget()
+        drag.over(FREE, lambda: self.window.says("drag over it"), "the window to be dragged over")
+        drag.release()
+        self.window.wait_for(f"dropped {file.as_uri()}")
+
     def is_shelf_painted(self):
         """It is after the pocket has answered."""
         popover = self.stowpocket.popover()

@@ -81,9 +81,6 @@ class Popover(DesktopTest):
         self.assertEqual([(shown.role, shown.name) for shown in [shelf, *shelf.children()]],
                          [("list", "Files on the shelf")] +
                          [("list item", f"file 0{number}.txt, {number * 9} bytes") for number in (1, 2, 3)])
-        for name, role in (("Drop zone for files", "panel"), ("Settings", "push button"), ("Clear All", "push button"),
-                           ("Quit stowpocket", "push button")):
-            self.assertEqual(stowpocket.shown(name).role, role, name)
         last = shelf.children()[2]
         self.assertTrue(last.do("SetFocus"))
         wait_for(last.is_focused, "the last tile to have the keyboard")
@@ -93,5 +90,3 @@ class Popover(DesktopTest):
             self.assertTrue(shelf.children()[0].do("remove"))
             wait_for(lambda: len(stowpocket.filenames()) == left, f"{left} files on the shelf")
         self.assertTrue(self.files[0].exists())
-        self.files[2].unlink()
-        wait_for(lambda: stowpocket.tile("file 03.txt").name.endswith(", Missing"), "the missing file to be told")

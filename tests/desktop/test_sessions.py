@@ -38,13 +38,10 @@ class Gnome(session.Session):
 
     def test_files_are_dragged_out(self):
         first, = self.desktop.files("staged", 1)
-        window, stowpocket = WaylandWindow(self.desktop, self.desktop.folder("more")), self.start(first)
+        self.window = WaylandWindow(self.desktop, self.desktop.folder("more"))
+        stowpocket = self.start(first)
         stowpocket.wait_open()
-        drag = stowpocket.drag_tile(first.name)
-        window.forget()
-        drag.over(FREE, lambda: window.says("drag over it"), "the window to be dragged over")
-        drag.release()
-        window.wait_for(f"dropped {first.as_uri()}")
+        self.drop_in_window(stowpocket.drag_tile(first.name), first)
         wait_for(self.click_away, "the shelf to close")
 
 

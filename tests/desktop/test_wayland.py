@@ -23,8 +23,7 @@ class Layers(session.Session):
         self.assertIsNone(self.x.find(POCKET), "it is no X11 window")
         x, y = self.stowpocket.icon()
         # The count is on the right, and stands for all files.
-        self.drag_out((x - 12, y))
-        self.window.wait_for(f"dropped {newest.as_uri()}")
+        self.drag_out((x - 12, y), newest)
 
     def stage(self, *files):  # pylint: disable=arguments-differ
         self.window = WaylandWindow(self.desktop, self.desktop.folder("more"))
@@ -32,10 +31,8 @@ class Layers(session.Session):
         wait_for(self.click_away, "the shelf to close")
         self.window.forget()
 
-    def drag_out(self, place):
-        drag = Drag(self.x, place, lambda: self.window.says("drag over it"))
-        drag.over(FREE, lambda: self.window.says("drag over it"), "the window to be dragged over")
-        drag.release()
+    def drag_out(self, place, file):
+        self.drop_in_window(Drag(self.x, place, lambda: self.window.says("drag over it")), file)
 
 
 class Sway(Layers):
@@ -49,8 +46,7 @@ class Sway(Layers):
         # The lowest of three rows, which are 36 points high.
         row = Rect(pocket.x - 200, pocket.y + pocket.height + 6 + 6 + 36 + 7 + 36, 200, 36)
         wait_for(lambda: self.x.contrast(row) > PAINTED, "the list to unfold")
-        self.drag_out(row.centre())
-        self.window.wait_for(f"dropped {oldest.as_uri()}")
+        self.drag_out(row.centre(), oldest)
         self.x.point(*FREE)
         wait_for(lambda: self.x.contrast(row) < PAINTED, "the list to be folded")
 
