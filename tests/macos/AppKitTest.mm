@@ -130,6 +130,34 @@ TEST(DesktopSystemTest, answersAboutTheSystem) {
     EXPECT_TRUE(comesTrue([&] { return unmounts > 0; }));
 }
 
+TEST(DesktopHotkeysTest, goFirstToTheMonitorsOfAnOwnWindow) {
+    constexpr std::uint32_t keyS = 1;
+    const auto item = makeMacStatusBar()->makeStatusItem();
+    const auto monitors = makeMacEventMonitors();
+    const auto service = makeCarbonHotkeyService(*monitors);
+    int presses = 0;
+    service->installEventHandler([&](const HotkeyIdentifier*) { return ++presses, 0; });
+    const auto hotkey = service->registerHotkey(keyS, carbonModifier::optionKey, {1, 1});
+    KeyEvent heard;
+    const auto recorder = monitors->addLocalKeyDownMonitor([&](const KeyEvent& press) {
+        heard = press;
+        return presses == 1;
+    });
+    EXPECT_TRUE(standIn::pressHotkey(keyS, carbonModifier::optionKey));
+    EXPECT_EQ(presses, 1);
+    EXPECT_EQ(heard.capitals, "") << "no own window has the keyboard";
+    standIn::keyWindow = standIn::statusItem.button.window;
+    EXPECT_TRUE(standIn::pressHotkey(keyS, carbonModifier::optionKey));
+    EXPECT_EQ(presses, 1);
+    EXPECT_EQ(heard.capitals, "S");
+    EXPECT_EQ(heard.keyCode, keyS);
+    EXPECT_EQ(heard.modifierFlags, modifierFlag::option);
+    presses = 2;
+    EXPECT_TRUE(standIn::pressHotkey(keyS, carbonModifier::optionKey));
+    EXPECT_EQ(presses, 3) << "no monitor wanted it";
+    standIn::keyWindow = nil;
+}
+
 TEST(DesktopFileOpenerTest, showsFilesToTheUser) {
     const auto item = makeMacStatusBar()->makeStatusItem();
     standIn::keyWindow = standIn::statusItem.button.window;

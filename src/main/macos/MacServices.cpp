@@ -77,7 +77,7 @@ MacDesktop::MacDesktop(const CoreServices& coreServices)
       opener(makeMacFileOpener()),
       loginItem(makeMacLoginItem()),
       volumes(makeMacVolumes()),
-      hotkeyService(makeCarbonHotkeyService()),
+      hotkeyService(makeCarbonHotkeyService(*eventMonitors)),
       views({
           .makePopover = makePopover,
           .drops = {.offersItems = [](const QMimeData&) { return dragCarriesItems(); },

@@ -63,7 +63,7 @@ struct MacDesktop {
     const std::unique_ptr<Application> application;
     const std::unique_ptr<StatusBar> statusBar;
     const std::unique_ptr<FileDragSource> fileDrag;
-    const std::unique_ptr<EventMonitors> eventMonitors;
+    const std::unique_ptr<MacEventMonitors> eventMonitors;
     const std::unique_ptr<Clipboard> clipboard;
     const std::unique_ptr<ScriptService> scripts;
     FinderSelection fileManagerSelection;

@@ -5,8 +5,10 @@
 
 #import <AppKit/AppKit.h>
 #import <Carbon/Carbon.h>
+#import <CoreGraphics/CoreGraphics.h>
 
 #include <cstdio>
+#include <map>
 #include <optional>
 
 namespace stowpocket {
@@ -35,7 +37,7 @@ KeyEvent keyEventOf(NSEvent* event) {
 }
 
 /// Keeps one monitor of each kind, because the system does not define in which order it calls several.
-class MacEventMonitors : public EventMonitors {
+class SystemEventMonitors : public MacEventMonitors {
 public:
     [[nodiscard]] std::unique_ptr<EventMonitorToken>
     addLocalKeyDownMonitor(std::function<bool(const KeyEvent&)> handler) override {
@@ -48,6 +50,9 @@ public:
     [[nodiscard]] std::uint32_t pressedMouseButtons() const override {
         return static_cast<std::uint32_t>(NSEvent.pressedMouseButtons);
     }
+    [[nodiscard]] bool swallows(const KeyEvent& press) const override {
+        return keyDowns_.anyOf([&press](const auto& handler) { return handler(press); });
+    }
 
 private:
     void followKeyDowns() {
@@ -56,13 +61,9 @@ private:
             return;
         keyDownMonitor_.emplace([NSEvent addLocalMonitorForEventsMatchingMask:NSEventMaskKeyDown
                                                                       handler:^NSEvent*(NSEvent* event) {
-                                                                        return swallows(event) ? nil : event;
+                                                                        return swallows(keyEventOf(event)) ? nil
+                                                                                                           : event;
                                                                       }]);
-    }
-
-    bool swallows(NSEvent* event) const {
-        const KeyEvent key = keyEventOf(event);
-        return keyDowns_.anyOf([&key](const auto& handler) { return handler(key); });
     }
 
     void followMouseDowns() {
@@ -100,26 +101,53 @@ private:
     const EventHotKeyRef hotKey_;
 };
 
-/// The event manager calls a plain function without user data. The handler is global because it stays installed until
-/// the process ends.
-HotkeyService::Handler& installedHandler() {
-    static HotkeyService::Handler handler;
-    return handler;
+/// The event manager calls a plain function without user data. This is global because the function stays installed
+/// until the process ends.
+struct InstalledHandler {
+    HotkeyService::Handler handler;
+    const MacEventMonitors* monitors = nullptr;
+    /// By the numbers of the hotkeys.
+    std::map<std::uint32_t, std::uint32_t> keyCodes;
+};
+InstalledHandler& installed() {
+    static InstalledHandler only;
+    return only;
+}
+
+/// The key press that the system does not make of a hotkey, with the modifiers that are held.
+std::optional<KeyEvent> pressOf(std::uint32_t keyCode) {
+    const CGEventRef made = CGEventCreateKeyboardEvent(nullptr, static_cast<CGKeyCode>(keyCode), true);
+    if (made == nullptr)
+        return std::nullopt;
+    CGEventSetFlags(made, static_cast<CGEventFlags>(NSEvent.modifierFlags));
+    NSEvent* const press = [NSEvent eventWithCGEvent:made];
+    CFRelease(made);
+    return press == nil ? std::nullopt : std::optional(keyEventOf(press));
+}
+
+bool ownWindowsTake(const HotkeyIdentifier& pressed) {
+    const auto keyCode = installed().keyCodes.find(pressed.id);
+    if (keyCode == installed().keyCodes.end() || NSApplication.sharedApplication.keyWindow == nil)
+        return false;
+    const std::optional<KeyEvent> press = pressOf(keyCode->second);
+    return press && installed().monitors->swallows(*press);
 }
 
 OSStatus hotkeyPressed(EventHandlerCallRef, EventRef event, void*) {
     if (event == nullptr)
-        return installedHandler()(nullptr);
+        return installed().handler(nullptr);
     EventHotKeyID pressed{};
     GetEventParameter(event, kEventParamDirectObject, typeEventHotKeyID, nullptr, sizeof pressed, nullptr, &pressed);
     const HotkeyIdentifier identifier{pressed.signature, pressed.id};
-    return installedHandler()(&identifier);
+    return ownWindowsTake(identifier) ? OSStatus{noErr} : installed().handler(&identifier);
 }
 
 class CarbonHotkeyService : public HotkeyService {
 public:
+    explicit CarbonHotkeyService(const MacEventMonitors& monitors) { installed().monitors = &monitors; }
+
     void installEventHandler(Handler handler) override {
-        installedHandler() = std::move(handler);
+        installed().handler = std::move(handler);
         const EventTypeSpec hotkeyEvents{kEventClassKeyboard, kEventHotKeyPressed};
         InstallEventHandler(GetApplicationEventTarget(), &hotkeyPressed, 1, &hotkeyEvents, nullptr, &handlerRef_);
     }
@@ -129,6 +157,7 @@ public:
         EventHotKeyRef hotKey = nullptr;
         const OSStatus status = RegisterEventHotKey(keyCode, modifiers, {identifier.signature, identifier.id},
                                                     GetApplicationEventTarget(), 0, &hotKey);
+        installed().keyCodes[identifier.id] = keyCode;
         if (hotKey != nullptr)
             return std::make_unique<CarbonHotkeyRegistration>(hotKey);
         std::fprintf(stderr, "stowpocket: the system refused hotkey %u with status %d\n", identifier.id, status);
@@ -141,12 +170,12 @@ private:
 
 }  // namespace
 
-std::unique_ptr<EventMonitors> makeMacEventMonitors() {
-    return std::make_unique<MacEventMonitors>();
+std::unique_ptr<MacEventMonitors> makeMacEventMonitors() {
+    return std::make_unique<SystemEventMonitors>();
 }
 
-std::unique_ptr<HotkeyService> makeCarbonHotkeyService() {
-    return std::make_unique<CarbonHotkeyService>();
+std::unique_ptr<HotkeyService> makeCarbonHotkeyService(const MacEventMonitors& monitors) {
+    return std::make_unique<CarbonHotkeyService>(monitors);
 }
 
 }  // namespace stowpocket

@@ -43,8 +43,16 @@ public:
 [[nodiscard]] std::unique_ptr<FeedSession> makeMacFeedSession();
 /// The update framework's standard controller, started at once.
 [[nodiscard]] std::unique_ptr<UpdateFramework> startStandardUpdateFramework();
-[[nodiscard]] std::unique_ptr<EventMonitors> makeMacEventMonitors();
-/// Hotkeys of the Carbon event manager, the system's only service for them.
-[[nodiscard]] std::unique_ptr<HotkeyService> makeCarbonHotkeyService();
+
+class MacEventMonitors : public EventMonitors {
+public:
+    /// Whether a monitor of this application's key presses takes this one, which the system keeps from its windows.
+    [[nodiscard]] virtual bool swallows(const KeyEvent& press) const = 0;
+};
+[[nodiscard]] std::unique_ptr<MacEventMonitors> makeMacEventMonitors();
+/// Hotkeys of the Carbon event manager, the system's only service for them. The system makes no key press of a
+/// hotkey. While a window of this application has the keyboard, `monitors` hear of it first, so that a hotkey can be
+/// recorded again. They outlive the main loop.
+[[nodiscard]] std::unique_ptr<HotkeyService> makeCarbonHotkeyService(const MacEventMonitors& monitors);
 
 }  // namespace stowpocket

@@ -79,6 +79,7 @@ NS_ASSUME_NONNULL_BEGIN
 @end
 
 @interface NSEvent (Later)
++ (nullable NSEvent*)eventWithCGEvent:(CGEventRef)event;
 + (nullable id)addLocalMonitorForEventsMatchingMask:(NSUInteger)mask
                                             handler:(NSEvent* _Nullable (^)(NSEvent*))handler;
 + (nullable id)addGlobalMonitorForEventsMatchingMask:(NSUInteger)mask handler:(void (^)(NSEvent*))handler;

@@ -216,7 +216,41 @@ static NSMutableArray<StandInMonitor*>* monitors() {
     return list;
 }
 
+static NSEvent* keyPress(NSString* text, unsigned short keyCode, NSUInteger flags) {
+    return [NSEvent keyEventWithType:NSKeyDown
+                            location:NSZeroPoint
+                       modifierFlags:flags
+                           timestamp:0
+                        windowNumber:0
+                             context:nil
+                          characters:text
+         charactersIgnoringModifiers:text
+                           isARepeat:NO
+                             keyCode:keyCode];
+}
+
+struct __CGEvent {
+    CGKeyCode keyCode;
+    CGEventFlags flags;
+};
+CGEventRef CGEventCreateKeyboardEvent(CGEventSourceRef, CGKeyCode keyCode, bool) {
+    return new __CGEvent{keyCode, 0};
+}
+void CGEventSetFlags(CGEventRef event, CGEventFlags flags) {
+    event->flags = flags;
+}
+void CFRelease(CFTypeRef event) {
+    delete static_cast<const __CGEvent*>(event);
+}
+static NSUInteger heldModifiers;
+
 @implementation NSEvent (Later)
++ (NSEventModifierFlags)modifierFlags {
+    return heldModifiers;
+}
++ (NSEvent*)eventWithCGEvent:(CGEventRef)event {
+    return keyPress(event->keyCode == 1 ? @"s" : @"d", event->keyCode, event->flags);
+}
 + (id)addLocalMonitorForEventsMatchingMask:(NSUInteger)mask handler:(NSEvent* (^)(NSEvent*))handler {
     StandInMonitor* const monitor = [[StandInMonitor alloc] init];
     monitor->mask = mask;
@@ -239,16 +273,7 @@ static NSMutableArray<StandInMonitor*>* monitors() {
 namespace stowpocket::standIn {
 
 bool isSwallowed(NSString* text, unsigned short keyCode, NSUInteger flags) {
-    NSEvent* event = [NSEvent keyEventWithType:NSKeyDown
-                                      location:NSZeroPoint
-                                 modifierFlags:flags
-                                     timestamp:0
-                                  windowNumber:0
-                                       context:nil
-                                    characters:text
-                   charactersIgnoringModifiers:text
-                                     isARepeat:NO
-                                       keyCode:keyCode];
+    NSEvent* event = keyPress(text, keyCode, flags);
     for (StandInMonitor* monitor in [monitors() copy]) {
         if (event != nil && monitor->local != nil && (monitor->mask & NSKeyDownMask) != 0)
             event = monitor->local(event);
@@ -362,6 +387,7 @@ bool stowpocket::standIn::pressHotkey(std::uint32_t keyCode, std::uint32_t modif
         if (hotkey->keyCode != keyCode || hotkey->modifiers != modifiers)
             continue;
         OpaqueEventRef event{hotkey->identifier};
+        heldModifiers = (modifiers & optionKey) != 0 ? NSAlternateKeyMask : 0;
         return hotkeyHandler(nullptr, &event, nullptr) == noErr;
     }
     return false;

@@ -16,6 +16,8 @@ DECL_ENUM(NSUInteger, NSEventType){NSEventTypeLeftMouseDown = 1, NSEventTypeRigh
 @class NSGraphicsContext;
 @interface NSEvent : NSObject <NSCopying, NSCoding>
 @property(class, readonly) NSUInteger pressedMouseButtons;
+@property(class, readonly) NSEventModifierFlags modifierFlags;
++ (nullable NSEvent*)eventWithCGEvent:(CGEventRef)event;
 @property(readonly) NSEventType type;
 @property(readonly) NSTimeInterval timestamp;
 @property(readonly) NSEventModifierFlags modifierFlags;

@@ -15,4 +15,5 @@ extern "C" {
 CFTypeID CFGetTypeID(CFTypeRef object);
 CFTypeID CFBooleanGetTypeID(void);
 Boolean CFNumberIsFloatType(CFNumberRef number);
+void CFRelease(CFTypeRef object);
 }

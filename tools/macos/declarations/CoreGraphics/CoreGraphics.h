@@ -22,6 +22,10 @@ static inline CGRect CGRectMake(CGFloat x, CGFloat y, CGFloat width, CGFloat hei
 typedef struct CGColorSpace* CGColorSpaceRef;
 typedef struct CGContext* CGContextRef;
 typedef struct CGImage* CGImageRef;
+typedef struct __CGEvent* CGEventRef;
+typedef struct __CGEventSource* CGEventSourceRef;
+typedef uint16_t CGKeyCode;
+DECL_OPTIONS(uint64_t, CGEventFlags){kCGEventFlagMaskShift = 0x20000};
 enum CGImageAlphaInfo : uint32_t { kCGImageAlphaPremultipliedFirst = 2 };
 DECL_OPTIONS(uint32_t, CGBitmapInfo){kCGBitmapByteOrder32Little = 2 << 12};
 enum CGInterpolationQuality : int32_t { kCGInterpolationHigh = 3 };
@@ -40,4 +44,6 @@ void CGContextDrawImage(CGContextRef _Nullable context, CGRect rect, CGImageRef 
 size_t CGImageGetWidth(CGImageRef _Nullable image);
 size_t CGImageGetHeight(CGImageRef _Nullable image);
 void CGImageRelease(CGImageRef _Nullable image);
+CGEventRef _Nullable CGEventCreateKeyboardEvent(CGEventSourceRef _Nullable source, CGKeyCode key, bool isDown);
+void CGEventSetFlags(CGEventRef _Nullable event, CGEventFlags flags);
 }
