@@ -11,8 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class AppDelegateTest : public testing::Test, protected AppFixture {
-protected:
+struct AppDelegateTest : testing::Test, AppFixture {
     void launchAndOpen() {
         launch();
         app->showPopover(Animation::animated);
@@ -40,7 +39,7 @@ TEST_F(AppDelegateTest, theFirstLaunchSetsEverythingUpAndWelcomesTheUser) {
 
 TEST_F(AppDelegateTest, laterLaunchesLeaveAloneWhatIsAsTheUserWishesAndTellHowManyItemsWait) {
     loginItem.current = LoginItem::Status::enabled;
-    bundle.bundleURL = *FileURL::fromPath("/Applications/stowpocket.app");
+    bundle.bundleURL = fileAt("/Applications/stowpocket.app");
     launch();
     EXPECT_EQ(loginItem.changes, 0);
     EXPECT_EQ(views.onboardingWindow, nullptr);
@@ -91,15 +90,35 @@ TEST_F(AppDelegateTest, theIconAndPressedHotkeysDoWhatTheyAreForAndQuitEndsThePr
     EXPECT_TRUE(application.isTerminated);
 }
 
-TEST_F(AppDelegateTest, aQuickDropThatCannotKnowTheSelectionAsksTheOpenShelfForCopiedFiles) {
+TEST_F(AppDelegateTest, aQuickDropThatCannotKnowTheSelectionTakesCopiedFilesOrAsksForThem) {
+    const auto message = [this] { return app->shelfViewModel().capacityMessage().value_or("none"); };
     launch();
     fileManagerSelection.known = false;
+    clipboard.content = {std::make_shared<FakeItemProvider>()};
     notifications.post(quickDropNotification);
     EXPECT_EQ(opening(), "animated");
-    dispatch.advance(1s);
-    EXPECT_EQ(app->shelfViewModel().capacityMessage(), copyFirstMessage);
-    notifications.post(togglePopoverNotification);
-    EXPECT_EQ(app->shelfViewModel().capacityMessage(), std::nullopt);
+    dispatch.advance(999ms);
+    EXPECT_EQ(message(), "none") << "the desktop may still hand the files over";
+    dispatch.advance(1ms);
+    EXPECT_EQ(message(), "Copy files first, then press the shortcut");
+
+    const auto file = FakeItemProvider::withURL(makeFiles(1).front().string());
+    clipboard.content.push_back(file);
+    notifications.post(quickDropNotification);
+    EXPECT_EQ(message(), "none");
+    dispatch.advance(200ms);
+    file->finish();
+    dispatch.runAll();
+    EXPECT_EQ(shelf().items().size(), 1u) << "without what is no file";
+
+    clipboard.content.clear();
+    for (const auto looking : {1000ms, 0ms}) {
+        notifications.post(quickDropNotification);
+        dispatch.advance(looking);
+        app->closePopover();
+        dispatch.advance(1s);
+        EXPECT_EQ(message(), "none") << "it is forgotten with the closed shelf";
+    }
 }
 
 TEST_F(AppDelegateTest, aClickElsewhereClosesTheShelfAfterAMomentUnlessADragIsOnAndEscapeAtOnce) {
@@ -160,7 +179,7 @@ TEST_F(AppDelegateTest, aChangedShortcutTakesOverAndAClearedOneIsDead) {
 TEST_F(AppDelegateTest, aFileThatVanishesIsMarkedAtOneTickAndGoneAtTheNext) {
     addFiles(2);
     launch();
-    files.removeItem(*FileURL::fromPath("/files/0.txt"));
+    files.removeItem(fileAt("/files/0.txt"));
     dispatch.advance(4999ms);
     EXPECT_EQ(dispatch.backgroundCount(), 0u);
     dispatch.advance(1ms);

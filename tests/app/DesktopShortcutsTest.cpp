@@ -20,8 +20,7 @@ const std::string drops = '\'' + folder + "stowpocket-quick-drop/'";
 /// Somebody else's entries, one with a quote in its name.
 const std::string theirs = R"("/it's/", '/a\'\\b/')";
 
-class DesktopShortcutsTest : public testing::Test, protected FakeCore {
-protected:
+struct DesktopShortcutsTest : testing::Test, FakeCore {
     DesktopShortcutsTest() { registerPreferenceDefaults(preferences); }
 
     void open(ShortcutDesktop desktop) {
@@ -91,7 +90,7 @@ TEST_F(DesktopShortcutsTest, aListThatCannotBeReadIsNotWritten) {
          {"", "[", "['a'", "['a',]", "['a' 'b']", "[1]", "[('a', 'b')]", "['a\n']", "['a\\']", "['a'] x", "'a'"}) {
         setList(list);
         open(ShortcutDesktop::gnome);
-        EXPECT_EQ(shortcuts->shown().lines, (std::vector<std::string>{"stowpocket toggle", "stowpocket quick-drop"}));
+        EXPECT_EQ(shortcuts->shown().lines, (Names{"stowpocket toggle", "stowpocket quick-drop"}));
         setAdded(true);
         EXPECT_EQ(settings->values.size(), 1U) << list;
         EXPECT_EQ(this->list(), list);
@@ -122,9 +121,8 @@ TEST_F(DesktopShortcutsTest, otherDesktopsGetTheLinesToBind) {
     EXPECT_EQ(shortcutDesktopOf(":sway"), ShortcutDesktop::sway);
     EXPECT_EQ(shortcutDesktopOf("GNOME-Flashback"), ShortcutDesktop::another);
     open(ShortcutDesktop::sway);
-    EXPECT_EQ(shortcuts->shown().lines,
-              (std::vector<std::string>{"bindsym Mod1+Shift+s exec stowpocket toggle",
-                                        "bindsym Mod1+Shift+d exec stowpocket quick-drop"}));
+    EXPECT_EQ(shortcuts->shown().lines, (Names{"bindsym Mod1+Shift+s exec stowpocket toggle",
+                                               "bindsym Mod1+Shift+d exec stowpocket quick-drop"}));
     record(preferenceKey::shelfHotkeyKeyCode, -1);
     shortcuts->copyLine(0);
     EXPECT_EQ(clipboard.text, "bindsym Mod1+Shift+d exec stowpocket quick-drop");

@@ -2,16 +2,13 @@
 #include "app/Settings.h"
 #include "app/HotkeyManager.h"
 #include "fakes/FakeInput.h"
-#include "foundation/Signal.h"
-#include "services/Preferences.h"
 
 #include <gtest/gtest.h>
 
 namespace stowpocket {
 namespace {
 
-class HotkeyManagerTest : public testing::Test {
-protected:
+struct HotkeyManagerTest : testing::Test {
     HotkeyManagerTest() { registerPreferenceDefaults(preferences); }
 
     using Registered = FakeHotkeyService::Registered;

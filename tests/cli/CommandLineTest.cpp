@@ -2,7 +2,6 @@
 #include "cli/CommandLine.h"
 #include "cli/CommandRunner.h"
 #include "cli/CommandText.h"
-#include "services/RunningShelf.h"
 
 #include <gtest/gtest.h>
 
@@ -158,8 +157,7 @@ struct FakeRunningShelf : RunningShelf {
     std::vector<ShelfAction> actions;
 };
 
-class CommandRunnerTest : public testing::Test {
-protected:
+struct CommandRunnerTest : testing::Test {
     CommandResult run(Verb verb, std::vector<std::string> operands = {}) {
         return runCommand({verb, false, std::move(operands)}, environment, shelf);
     }

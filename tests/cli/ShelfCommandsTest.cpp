@@ -12,25 +12,21 @@ using Added = std::vector<AddOutcome>;
 using Removed = std::vector<RemoveOutcome>;
 using Problem = std::optional<std::string>;
 
-class ShelfCommandsTest : public testing::Test, protected AppFixture {
-protected:
+struct ShelfCommandsTest : testing::Test, AppFixture {
     ShelfCommandsTest() {
         launch();
         commands.emplace(*app, [](const StartupTokens&) {});
     }
     void setCapacity(int capacity) { preferences.setValue(shelfCapacityKey, capacity); }
-    void add(const std::vector<std::string>& urls) {
+    void add(const Names& urls) {
         answer.reset();
         commands->add(urls, [this](const Added& outcomes, const Problem&) { answer = outcomes; });
     }
-    void remove(const std::vector<std::string>& names) {
+    void remove(const Names& names) {
         commands->remove(names, [this](const Removed& outcomes, const Problem&) { removed = outcomes; });
     }
-    [[nodiscard]] std::vector<std::string> staged() const {
-        std::vector<std::string> list;
-        for (const StagedFile& file : commands->list())
-            list.push_back(file.fileURL.lastPathComponent());
-        return list;
+    [[nodiscard]] Names staged() const {
+        return namesOf(commands->list(), [](const StagedFile& file) { return file.fileURL.lastPathComponent(); });
     }
 
     std::optional<ShelfCommands> commands;
@@ -48,7 +44,7 @@ TEST_F(ShelfCommandsTest, addTellsTheFateOfEveryURL) {
     add({"file:///b", "file:///c", "file:///d", "file:///d"});
     EXPECT_EQ(answer,
               (Added{AddOutcome::alreadyOnShelf, AddOutcome::added, AddOutcome::shelfFull, AddOutcome::shelfFull}));
-    EXPECT_EQ(staged(), (std::vector<std::string>{"a", "b", "c"}));
+    EXPECT_EQ(staged(), (Names{"a", "b", "c"}));
     EXPECT_EQ(app->shelfViewModel().capacityMessage(), "Added 3 of 4 files - shelf is full");
     EXPECT_EQ(opening(), "animated") << "the message is to be seen";
     commands->perform(ShelfAction::clear, {}, [](const Problem&) {});
@@ -58,13 +54,13 @@ TEST_F(ShelfCommandsTest, addTellsTheFateOfEveryURL) {
 
 TEST_F(ShelfCommandsTest, addAnswersWhenALargeBatchStandsOnTheShelf) {
     setCapacity(8);
-    std::vector<std::string> urls;
+    Names urls;
     for (char name = 'a'; name < 'k'; ++name)
         urls.push_back(std::string("file:///") + name);
     add(urls);
     setCapacity(9);
     std::optional<Added> another;
-    commands->add(std::vector<std::string>{"file:///z"}, [&](const Added& outcomes, auto&) { another = outcomes; });
+    commands->add(Names{"file:///z"}, [&](const Added& outcomes, auto&) { another = outcomes; });
     EXPECT_EQ(another, Added{AddOutcome::added}) << "a batch that is held up holds up no other answer";
     EXPECT_FALSE(answer) << "still being prepared";
     dispatch.runAll();
@@ -83,8 +79,8 @@ TEST_F(ShelfCommandsTest, answersWhenTheChangeIsSavedOrCannotBe) {
     std::vector<Problem> problems;
     const auto note = [&](const auto&, const Problem& problem) { problems.push_back(problem); };
     preferences.isSlow = true;
-    commands->add(std::vector<std::string>{"file:///a"}, note);
-    commands->remove(std::vector<std::string>{"file:///a"}, note);
+    commands->add(Names{"file:///a"}, note);
+    commands->remove(Names{"file:///a"}, note);
     commands->perform(ShelfAction::clear, {}, [&](const Problem& problem) { problems.push_back(problem); });
     EXPECT_TRUE(problems.empty());
     preferences.finishSaving("the disk is full");
@@ -105,22 +101,22 @@ TEST_F(ShelfCommandsTest, removesByEitherName) {
     remove({"file:///c", id, id, "file:///b", "nonsense"});
     EXPECT_EQ(removed, (Removed{RemoveOutcome::removed, RemoveOutcome::removed, RemoveOutcome::notOnShelf,
                                 RemoveOutcome::notOnShelf, RemoveOutcome::malformed}));
-    EXPECT_EQ(staged(), std::vector<std::string>{"a"});
+    EXPECT_EQ(staged(), Names{"a"});
 }
 
 TEST_F(ShelfCommandsTest, usesWhatIsOnTheShelfAndBringsBackWhatWas) {
     files.add("/a");
     add({"file:///a", "file:///gone"});
-    const std::vector<std::string> names{"file:///gone", commands->list().at(0).id, "file:///b", "nonsense"};
+    const Names names{"file:///gone", commands->list().at(0).id, "file:///b", "nonsense"};
     for (const ItemUse what : {ItemUse::copy, ItemUse::open})
         EXPECT_EQ(commands->use(what, names), (std::vector{UseOutcome::missing, UseOutcome::done,
                                                            UseOutcome::notOnShelf, UseOutcome::malformed}));
-    EXPECT_EQ(clipboard.files, std::vector{*FileURL::fromPath("/a")});
-    EXPECT_EQ(opener.opened, std::vector<std::string>{"a"});
+    EXPECT_EQ(clipboard.files, std::vector{fileAt("/a")});
+    EXPECT_EQ(opener.opened, Names{"a"});
     remove({"file:///a", "file:///gone"});
     commands->perform(ShelfAction::undo, {}, [](const auto&) {});
     dispatch.runAll();
-    EXPECT_EQ(staged(), std::vector<std::string>{"a"});
+    EXPECT_EQ(staged(), Names{"a"});
 }
 
 }  // namespace

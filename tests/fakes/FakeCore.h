@@ -4,17 +4,14 @@
 #include "app/Settings.h"
 #include "fakes/FakeDispatch.h"
 #include "fakes/FakeFiles.h"
-#include "foundation/Signal.h"
 #include "services/CoreServices.h"
 #include "services/MainBundle.h"
-#include "services/Preferences.h"
 #include "shelf/PersistedShelf.h"
 
 namespace stowpocket {
 
 /// Counts how often the shelf is written, which takes its time if the test wants it to.
-class CountingPreferences : public LayeredPreferenceStore {
-public:
+struct CountingPreferences : LayeredPreferenceStore {
     void setValue(std::string_view key, PropertyValue value) override {
         if (key == shelfBookmarksKey) {
             ++saves;
@@ -47,7 +44,7 @@ struct FakeCore {
     NotificationCenter notifications;
     FakeFiles files;
     Bookmarks& bookmarks = files;
-    MainBundle bundle{*FileURL::fromPath("/usr/bin/stowpocket"), {}};
+    MainBundle bundle{fileAt("/usr/bin/stowpocket"), {}};
     CoreServices core{preferences, dispatch, clock, notifications, files, bundle};
 };
 

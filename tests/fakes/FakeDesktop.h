@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "fakes/FakeFiles.h"
 #include "services/OtherPrograms.h"
 #include "services/StatusItem.h"
 #include "services/Windows.h"
 
 #include <map>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace stowpocket {
 
-class FakeStatusItemButton : public StatusItemButton {
-public:
+template <class Button>
+struct FakeButton : Button {
     void setImage(const StatusItemImage& newImage) override { image = newImage; }
     void setTitle(const StatusItemTitle& newTitle) override { title = newTitle; }
     void setAction(std::function<void()> newAction) override { action = std::move(newAction); }
@@ -29,26 +27,21 @@ public:
     StatusItemMenu menu;
     std::shared_ptr<DraggingDestination> dropView;
 };
+using FakeStatusItemButton = FakeButton<StatusItemButton>;
 
-class FakeStatusBar : public StatusBar {
-public:
+struct FakeStatusBar : StatusBar {
+    struct Item : StatusItem {
+        explicit Item(std::shared_ptr<StatusItemButton> itsButton) : shown(std::move(itsButton)) {}
+        [[nodiscard]] std::shared_ptr<StatusItemButton> button() override { return shown; }
+        const std::shared_ptr<StatusItemButton> shown;
+    };
+
     [[nodiscard]] std::unique_ptr<StatusItem> makeStatusItem() override { return std::make_unique<Item>(button); }
     /// Null for a bar without room.
     std::shared_ptr<FakeStatusItemButton> button = std::make_shared<FakeStatusItemButton>();
-
-private:
-    class Item : public StatusItem {
-    public:
-        explicit Item(std::shared_ptr<StatusItemButton> button) : button_(std::move(button)) {}
-        [[nodiscard]] std::shared_ptr<StatusItemButton> button() override { return button_; }
-
-    private:
-        std::shared_ptr<StatusItemButton> button_;
-    };
 };
 
-class FakePopover : public Popover {
-public:
+struct FakePopover : Popover {
     [[nodiscard]] bool isShown() const override { return isOpen; }
     void setAnimates(bool newAnimates) override { animates = newAnimates; }
     void show(StatusItemButton&) override {
@@ -65,8 +58,7 @@ public:
     bool wasAnimated = false;
 };
 
-class FakeWindow : public Window {
-public:
+struct FakeWindow : Window {
     [[nodiscard]] bool isVisible() const override { return isOpen; }
     void center() override { isCentred = true; }
     void makeKeyAndOrderFront() override { isOpen = true; }
@@ -78,27 +70,25 @@ public:
     bool isInFrontOfAll = false;
 };
 
-class FakeViewFactory : public ViewFactory {
-public:
-    [[nodiscard]] std::unique_ptr<Popover> makeShelfPopover(std::shared_ptr<ShelfViewModel>,
-                                                            std::function<void()> newOnOpenSettings,
-                                                            std::function<void()> newOnQuit) override {
+struct FakeViewFactory : ViewFactory {
+    using Action = std::function<void()>;
+    using Model = std::shared_ptr<ShelfViewModel>;
+
+    std::unique_ptr<Popover> makeShelfPopover(Model, Action newOnOpenSettings, Action newOnQuit) override {
         onOpenSettings = std::move(newOnOpenSettings);
         onQuit = std::move(newOnQuit);
         return made(popover);
     }
-    [[nodiscard]] std::unique_ptr<Window> makeSettingsWindow(std::shared_ptr<ShelfViewModel>,
-                                                             std::shared_ptr<UpdaterController>) override {
+    std::unique_ptr<Window> makeSettingsWindow(Model, std::shared_ptr<UpdaterController>) override {
         return made(settingsWindow);
     }
-    [[nodiscard]] std::unique_ptr<Window> makeOnboardingWindow(PreferenceStore&,
-                                                               std::function<void()> newOnComplete) override {
+    std::unique_ptr<Window> makeOnboardingWindow(PreferenceStore&, Action newOnComplete) override {
         onComplete = std::move(newOnComplete);
         return made(onboardingWindow);
     }
-    std::function<void()> onOpenSettings;
-    std::function<void()> onQuit;
-    std::function<void()> onComplete;
+    Action onOpenSettings;
+    Action onQuit;
+    Action onComplete;
     /// The latest of each kind, which its owner may have destroyed.
     FakePopover* popover = nullptr;
     FakeWindow* settingsWindow = nullptr;
@@ -114,31 +104,23 @@ private:
 };
 
 /// Keeps what it was last asked for, as the names of files.
-class FakeFileOpener : public FileOpener {
-public:
+struct FakeFileOpener : FileOpener {
     void open(std::span<const FileURL> files, Completion completion) override {
-        opened = namesOf(files);
+        opened = namesOf(files, &FileURL::lastPathComponent);
         completion(hasApplications);
     }
-    void showInFolder(std::span<const FileURL> files) override { shown = namesOf(files); }
+    void showInFolder(std::span<const FileURL> files) override {
+        shown = namesOf(files, &FileURL::lastPathComponent);
+    }
     void preview(const FileURL& file) override { previewed = file.lastPathComponent(); }
 
     bool hasApplications = true;
-    std::vector<std::string> opened;
-    std::vector<std::string> shown;
+    Names opened;
+    Names shown;
     std::string previewed;
-
-private:
-    static std::vector<std::string> namesOf(std::span<const FileURL> files) {
-        std::vector<std::string> names;
-        for (const FileURL& file : files)
-            names.push_back(file.lastPathComponent());
-        return names;
-    }
 };
 
-class FakeApplication : public Application {
-public:
+struct FakeApplication : Application {
     void activate() override { isActive = true; }
     void terminate() override { isTerminated = true; }
     bool isActive = false;
@@ -146,10 +128,8 @@ public:
 };
 
 /// A desktop's settings behind the program that reads and writes them, each key with its value as it is written.
-class FakeDesktopSettings : public ChildProcess {
-public:
-    [[nodiscard]] std::optional<Bytes> run(const std::string& executable,
-                                           const std::vector<std::string>& arguments) override {
+struct FakeDesktopSettings : ChildProcess {
+    std::optional<Bytes> run(const std::string& executable, const Names& arguments) override {
         if (executable != "gsettings")
             return std::nullopt;
         if (arguments.at(0) == "reset-recursively") {

@@ -6,15 +6,12 @@
 #include <algorithm>
 #include <deque>
 #include <list>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace stowpocket {
 
 /// Everything that would run later or elsewhere waits here until the test lets it run, on a virtual clock.
-class FakeDispatch : public Dispatch, public Clock {
-public:
+struct FakeDispatch : Dispatch, Clock {
     void async(Work work) override {
         ++wakeUps;
         mainQueue_.push_back(std::move(work));
@@ -96,8 +93,7 @@ private:
         bool isPaused = false;
     };
 
-    class Scheduled : public ScheduledWork {
-    public:
+    struct Scheduled : ScheduledWork {
         Scheduled(FakeDispatch& dispatch, std::shared_ptr<Timer> timer)
             : dispatch_(dispatch), timer_(std::move(timer)) {}
         ~Scheduled() override { dispatch_.timers_.remove(timer_); }
@@ -109,8 +105,7 @@ private:
         std::shared_ptr<Timer> timer_;
     };
 
-    class Queue : public SerialQueue {
-    public:
+    struct Queue : SerialQueue {
         Queue(FakeDispatch& dispatch, std::string label) : dispatch_(dispatch), label_(std::move(label)) {}
         void sync(const std::function<void()>& work) override {
             ++dispatch_.queuedWork;

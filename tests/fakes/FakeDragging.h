@@ -3,13 +3,10 @@
 
 #include "services/Dragging.h"
 
-#include <utility>
-
 namespace stowpocket {
 
 /// A clipboard that remembers what it was given, and delivers what the test puts into it.
-class FakeClipboard : public Clipboard {
-public:
+struct FakeClipboard : Clipboard {
     void copyFiles(const std::vector<FileURL>& newFiles) override { files = newFiles; }
     void copyText(const std::string& newText) override { text = newText; }
     void read(Completion completion) override { completion(content); }
@@ -20,8 +17,7 @@ public:
 };
 
 /// A dropped thing whose loads end when the test says so.
-class FakeItemProvider : public ItemProvider {
-public:
+struct FakeItemProvider : ItemProvider {
     /// A file given by its URL.
     static std::shared_ptr<FakeItemProvider> withURL(const std::string& text) {
         auto provider = std::make_shared<FakeItemProvider>();
@@ -59,8 +55,7 @@ public:
     std::function<void()> finish;
 };
 
-class FakePasteboard : public DraggingPasteboard {
-public:
+struct FakePasteboard : DraggingPasteboard {
     [[nodiscard]] std::vector<PasteboardItem> items() override { return content; }
     [[nodiscard]] std::vector<std::shared_ptr<FilePromiseReceiver>> filePromiseReceivers() override {
         return receivers;
@@ -71,8 +66,7 @@ public:
 };
 
 /// A promise whose files arrive when the test says so.
-class FakePromiseReceiver : public FilePromiseReceiver {
-public:
+struct FakePromiseReceiver : FilePromiseReceiver {
     void receivePromisedFiles(const FileURL& folder, Reader newReader) override {
         destination = folder;
         reader = std::move(newReader);

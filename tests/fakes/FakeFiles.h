@@ -3,16 +3,29 @@
 
 #include "services/Files.h"
 
+#include <algorithm>
+#include <iterator>
 #include <map>
 #include <set>
-#include <string>
-#include <vector>
 
 namespace stowpocket {
 
+using Names = std::vector<std::string>;
+
+[[nodiscard]] inline FileURL fileAt(const std::string& path) {
+    return *FileURL::fromPath(path);
+}
+
+/// What `name` says of each of these files or items.
+template <class Files, class Name>
+[[nodiscard]] Names namesOf(const Files& files, Name name) {
+    Names names;
+    std::ranges::transform(files, std::back_inserter(names), name);
+    return names;
+}
+
 /// A file system in memory: paths, their contents, and an identity per file that renaming keeps.
-class FakeFiles : public FileManager, public Bookmarks {
-public:
+struct FakeFiles : FileManager, Bookmarks {
     /// Takes the place of what is at the path.
     void add(const std::string& path, std::string contents = "contents") {
         files_[path] = File{++lastIdentity_, std::move(contents)};
@@ -66,7 +79,7 @@ public:
         for (std::size_t index = 0; seeksMissing && index < bookmarks.size(); ++index) {
             const std::string path = read(bookmarks[index]).second;
             if (path.starts_with('/') && !files_.contains(path))
-                resolved[index] = ResolvedBookmark{*FileURL::fromPath(path), false, true};
+                resolved[index] = ResolvedBookmark{fileAt(path), false, true};
         }
         return resolved;
     }
@@ -78,7 +91,7 @@ public:
             for (const auto& [path, file] : files_) {
                 const bool isSame = std::to_string(file.identity) == identity;
                 if (path == recordedPath || (isSame && !files_.contains(recordedPath)))
-                    answer = ResolvedBookmark{*FileURL::fromPath(path), !isSame || path != recordedPath};
+                    answer = ResolvedBookmark{fileAt(path), !isSame || path != recordedPath};
             }
         }
         return resolved;

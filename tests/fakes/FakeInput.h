@@ -2,20 +2,17 @@
 #pragma once
 
 #include "fakes/FakeDesktop.h"
-#include "services/Files.h"
 #include "services/Input.h"
 #include "services/MainBundle.h"
 #include "services/OtherPrograms.h"
 
-#include <algorithm>
 #include <list>
 
 namespace stowpocket {
 
 /// Takes the last value of a list out again at its end.
 template <class Token, class Value>
-class ListedToken : public Token {
-public:
+struct ListedToken : Token {
     explicit ListedToken(std::list<Value>& list) : list_(list), mine_(std::prev(list.end())) {}
     ~ListedToken() override { list_.erase(mine_); }
 
@@ -24,8 +21,7 @@ private:
     typename std::list<Value>::iterator mine_;
 };
 
-class FakeEventMonitors : public EventMonitors {
-public:
+struct FakeEventMonitors : EventMonitors {
     using KeyHandler = std::function<bool(const KeyEvent&)>;
     using ClickHandler = std::function<void()>;
     [[nodiscard]] std::unique_ptr<EventMonitorToken> addLocalKeyDownMonitor(KeyHandler handler) override {
@@ -55,8 +51,7 @@ public:
     std::uint32_t pressed = 0;
 };
 
-class FakeHotkeyService : public HotkeyService {
-public:
+struct FakeHotkeyService : HotkeyService {
     struct Registered {
         std::uint32_t keyCode;
         std::uint32_t modifiers;
@@ -65,8 +60,8 @@ public:
     };
 
     void installEventHandler(Handler newHandler) override { handler = std::move(newHandler); }
-    [[nodiscard]] std::unique_ptr<HotkeyRegistration> registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                                                     HotkeyIdentifier identifier) override {
+    std::unique_ptr<HotkeyRegistration> registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                                       HotkeyIdentifier identifier) override {
         if (refuses)
             return nullptr;
         registered.push_back({keyCode, modifiers, identifier});
@@ -87,8 +82,7 @@ public:
     bool refuses = false;
 };
 
-class FakeLoginItem : public LoginItem {
-public:
+struct FakeLoginItem : LoginItem {
     [[nodiscard]] Status status() const override { return current; }
     [[nodiscard]] bool registerItem() override { return change(Status::enabled); }
     [[nodiscard]] bool unregisterItem() override { return change(Status::notRegistered); }
@@ -106,16 +100,14 @@ private:
     }
 };
 
-class FakeSelection : public FileManagerSelection {
-public:
+struct FakeSelection : FileManagerSelection {
     [[nodiscard]] bool isKnown() const override { return known; }
     void read(Completion completion) override { completion(files); }
     std::vector<FileURL> files;
     bool known = true;
 };
 
-class FakeVolumes : public Volumes {
-public:
+struct FakeVolumes : Volumes {
     [[nodiscard]] Signal<>& didMount() override { return mounted; }
     [[nodiscard]] Signal<>& didUnmount() override { return unmounted; }
     Signal<> mounted;

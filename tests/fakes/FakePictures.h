@@ -4,14 +4,9 @@
 #include "foundation/Text.h"
 #include "services/Pictures.h"
 
-#include <functional>
-#include <string>
-#include <vector>
-
 namespace stowpocket {
 
-class FakeImageContent : public ImageContent {
-public:
+struct FakeImageContent : ImageContent {
     explicit FakeImageContent(bool isSmall = false) : isPacked(isSmall) {}
     [[nodiscard]] std::shared_ptr<const ImageContent> packed() const override {
         return std::make_shared<FakeImageContent>(true);
@@ -24,8 +19,7 @@ public:
     return {std::make_shared<FakeImageContent>(), Size{256, 200}};
 }
 
-class FakeThumbnails : public Thumbnails {
-public:
+struct FakeThumbnails : Thumbnails {
     struct Asked {
         ThumbnailRequest request;
         Completion completion;
@@ -36,8 +30,7 @@ public:
     std::vector<Asked> asked;
 };
 
-class FakeIcons : public WorkspaceIcons {
-public:
+struct FakeIcons : WorkspaceIcons {
     [[nodiscard]] Image icon(const FileURL& url) override {
         askedPaths.push_back(url.path());
         return paint(url);
@@ -49,8 +42,7 @@ public:
     std::function<Image(const FileURL&)> paint = [](const FileURL&) { return fakeImage(); };
 };
 
-class FakeScreen : public MainScreen {
-public:
+struct FakeScreen : MainScreen {
     [[nodiscard]] std::optional<double> backingScaleFactor() const override { return scale; }
     std::optional<double> scale = 1.0;
 };

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "services/Files.h"
-#include "services/MainBundle.h"
 #include "services/OtherPrograms.h"
 #include "services/UpdateFramework.h"
 #include "services/Windows.h"
@@ -12,8 +10,7 @@
 
 namespace stowpocket {
 
-class FakeUpdateFramework : public UpdateFramework {
-public:
+struct FakeUpdateFramework : UpdateFramework {
     [[nodiscard]] bool canCheckForUpdates() const override { return true; }
     [[nodiscard]] Signal<bool>& canCheckForUpdatesChanged() override { return changed; }
     void setAutomaticallyDownloadsUpdates(bool automatically) override { downloads = automatically; }
@@ -26,8 +23,7 @@ public:
 };
 
 /// Keeps each request until the test answers it.
-class FakeFeedSession : public FeedSession {
-public:
+struct FakeFeedSession : FeedSession {
     [[nodiscard]] bool isValid(const std::string& url) const override { return url.starts_with("https:"); }
     void dataTask(const std::string& url, Completion newCompletion) override {
         asked.push_back(url);
@@ -41,17 +37,14 @@ public:
     Completion completion;
 };
 
-class FakeAlerts : public Alerts {
-public:
+struct FakeAlerts : Alerts {
     void runModal(const InformationalAlert& alert) override { shown.push_back(alert); }
     std::vector<InformationalAlert> shown;
 };
 
 /// A machine on which disk images are mounted: its tool, a parser for what that says, and a trash.
-class FakeImageTool : public ChildProcess, public PropertyListParser, public Trash {
-public:
-    [[nodiscard]] std::optional<Bytes> run(const std::string& executable,
-                                           const std::vector<std::string>& arguments) override {
+struct FakeImageTool : ChildProcess, PropertyListParser, Trash {
+    std::optional<Bytes> run(const std::string& executable, const std::vector<std::string>& arguments) override {
         if (executable != "/usr/bin/hdiutil" || !canRun)
             return std::nullopt;
         if (arguments == std::vector<std::string>{"info", "-plist"}) {
@@ -78,8 +71,7 @@ public:
 };
 
 /// Is at work until the test ends the job.
-class FakeUpdateTransport : public UpdateTransport {
-public:
+struct FakeUpdateTransport : UpdateTransport {
     void readList(const std::string& url, const std::string& key, ListDone newDone) override {
         ++lists;
         keys.insert(url + ' ' + key);
@@ -117,8 +109,7 @@ public:
     Done done;
 };
 
-class FakeUpdateWindow : public UpdateWindow {
-public:
+struct FakeUpdateWindow : UpdateWindow {
     void show(const UpdateStatus& status) override { shown = status; }
     void bringToFront() override { ++timesInFront; }
     void close() override { shown.reset(); }

@@ -27,7 +27,7 @@ struct ShelfFixture : FakeCore {
         for (int number = first; number < first + count; ++number) {
             const std::string path = "/files/" + std::to_string(number) + ".txt";
             files.add(path);
-            urls.push_back(*FileURL::fromPath(path));
+            urls.push_back(fileAt(path));
         }
         return urls;
     }
@@ -45,12 +45,7 @@ struct ShelfFixture : FakeCore {
         dispatch.runAll();
     }
 
-    [[nodiscard]] std::vector<std::string> names() const {
-        std::vector<std::string> list;
-        for (const ShelfItem& item : manager->items())
-            list.push_back(item.filename);
-        return list;
-    }
+    [[nodiscard]] Names names() const { return namesOf(manager->items(), &ShelfItem::filename); }
 
     /// A new manager on what is stored, as at the next start.
     void restart() {

@@ -2,19 +2,13 @@
 #include "fakes/FakeDesktop.h"
 #include "fakes/FakeDispatch.h"
 #include "fakes/FakeDragging.h"
-#include "fakes/FakeFiles.h"
 #include "foundation/Text.h"
 #include "intake/ExchangeFormats.h"
 #include "intake/StatusItemDrop.h"
 #include "services/MainBundle.h"
-#include "services/OtherPrograms.h"
 #include "shelf/ShelfManager.h"
 
 #include <gtest/gtest.h>
-
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace stowpocket {
 namespace {
@@ -54,14 +48,10 @@ struct FakeScripts : ScriptService {
     std::optional<FakeResult> result;
 };
 
-class FinderSelectionTest : public testing::Test {
-protected:
-    std::vector<std::string> selected() {
-        std::vector<std::string> paths;
-        FinderSelection(scripts).read([&](const std::vector<FileURL>& files) {
-            for (const FileURL& file : files)
-                paths.push_back(file.path());
-        });
+struct FinderSelectionTest : testing::Test {
+    Names selected() {
+        Names paths;
+        FinderSelection(scripts).read([&](const auto& files) { paths = namesOf(files, &FileURL::path); });
         return paths;
     }
     FakeScripts scripts;
@@ -69,9 +59,9 @@ protected:
 
 TEST_F(FinderSelectionTest, takesAListInItsOrderOrOnePathAndSkipsWhatIsNone) {
     scripts.result = FakeResult({"/b", std::nullopt, "/a", "<none>", "/folder/", "/a"}, "/ignored");
-    EXPECT_EQ(selected(), (std::vector<std::string>{"/b", "/a", "/folder", "/a"}));
+    EXPECT_EQ(selected(), (Names{"/b", "/a", "/folder", "/a"}));
     scripts.result = FakeResult({}, "/only");
-    EXPECT_EQ(selected(), std::vector<std::string>{"/only"});
+    EXPECT_EQ(selected(), Names{"/only"});
     EXPECT_EQ(scripts.source, "tell application \"Finder\"\n"
                               "    set theSelection to selection\n"
                               "    set thePaths to {}\n"
@@ -91,8 +81,7 @@ TEST_F(FinderSelectionTest, everyFailureIsAnEmptySelection) {
     EXPECT_TRUE(selected().empty());
 }
 
-class StatusItemDropTest : public testing::Test {
-protected:
+struct StatusItemDropTest : testing::Test {
     StatusItemDropTest() { handler->install(); }
 
     DraggingDestination& view() { return *button->dropView; }
@@ -107,8 +96,7 @@ protected:
 };
 
 TEST_F(StatusItemDropTest, deliversTheFilesOfOneDropTogetherAndSkipsTheRest) {
-    EXPECT_EQ(view().registeredDraggedTypes(),
-              (std::vector<std::string>{"public.file-url", "com.apple.pasteboard.promised-file-url"}));
+    EXPECT_EQ(view().registeredDraggedTypes(), (Names{"public.file-url", "com.apple.pasteboard.promised-file-url"}));
     pasteboard.addFileURL("file:relative");
     EXPECT_FALSE(view().performDragOperation(pasteboard)) << "no file at all";
     pasteboard.addFileURL("file:///b");
@@ -117,7 +105,7 @@ TEST_F(StatusItemDropTest, deliversTheFilesOfOneDropTogetherAndSkipsTheRest) {
     pasteboard.addFileURL("file:///a");
     EXPECT_TRUE(view().performDragOperation(pasteboard));
     ASSERT_EQ(drops.size(), 1u);
-    EXPECT_EQ(drops[0], (std::vector<FileURL>{*FileURL::fromPath("/b"), *FileURL::fromPath("/a")}));
+    EXPECT_EQ(drops[0], (std::vector<FileURL>{fileAt("/b"), fileAt("/a")}));
 }
 
 TEST_F(StatusItemDropTest, promisedFilesAreDeliveredTogetherInTheOrderOfTheirArrival) {
@@ -135,7 +123,7 @@ TEST_F(StatusItemDropTest, promisedFilesAreDeliveredTogetherInTheOrderOfTheirArr
     const FileURL folder = ShelfManager::filePromiseDirectory(files);
     EXPECT_EQ(one->destination, folder);
     EXPECT_TRUE(files.fileExists(folder));
-    EXPECT_EQ(dispatch.queueLabels, std::vector<std::string>{std::string(bundleIdentifier) + ".promises"});
+    EXPECT_EQ(dispatch.queueLabels, Names{std::string(bundleIdentifier) + ".promises"});
     two->arrive("two");
     failing->reader(std::nullopt);
     dispatch.runAll();
@@ -144,10 +132,8 @@ TEST_F(StatusItemDropTest, promisedFilesAreDeliveredTogetherInTheOrderOfTheirArr
     EXPECT_TRUE(drops.empty()) << "delivered on the main queue";
     dispatch.runAll();
     ASSERT_EQ(drops.size(), 1u) << "one delivery each is waited for";
-    std::string names;
-    for (const FileURL& file : drops[0])
-        names += file.lastPathComponent() + '|';
-    EXPECT_EQ(names, "at once|at once, too|two|more of two|");
+    EXPECT_EQ(namesOf(drops[0], &FileURL::lastPathComponent),
+              (Names{"at once", "at once, too", "two", "more of two"}));
     one->arrive("surplus");
     dispatch.runAll();
     EXPECT_EQ(drops.size(), 1u);

@@ -6,7 +6,6 @@
 #include "fakes/FakeCore.h"
 #include "fakes/FakeInput.h"
 #include "presentation/Texts.h"
-#include "services/Preferences.h"
 
 #include <gtest/gtest.h>
 
@@ -21,8 +20,7 @@ constexpr ShortcutKeys quickDropShortcut{"quickDropKeyCode", "quickDropModifiers
 constexpr std::int64_t optionShift = modifierFlag::option | modifierFlag::shift;
 constexpr std::uint16_t escape = 53;
 
-class HotkeyRecorderTest : public testing::Test, protected FakeCore {
-protected:
+struct HotkeyRecorderTest : testing::Test, FakeCore {
     HotkeyRecorderTest() {
         registerPreferenceDefaults(preferences);
         recorder->clear();

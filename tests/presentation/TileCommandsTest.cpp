@@ -8,20 +8,14 @@
 namespace stowpocket {
 namespace {
 
-using Names = std::vector<std::string>;
-
 /// A shelf of the files 0.txt to 5.txt.
-class TileCommandsTest : public testing::Test, protected ShelfFixture {
-protected:
+struct TileCommandsTest : testing::Test, ShelfFixture {
     TileCommandsTest() { addFiles(6); }
 
     [[nodiscard]] const UUID& id(std::size_t index) const { return manager->items()[index].id; }
     void select(std::size_t index, Selecting how = Selecting::alone) { selection.select(id(index), how); }
-    static Names namesOf(const std::vector<ShelfItem>& items) {
-        Names names;
-        for (const ShelfItem& item : items)
-            names.push_back(item.filename);
-        return names;
+    [[nodiscard]] Names dragged(std::size_t index) {
+        return namesOf(commands.itemsOfDrag(id(index)), &ShelfItem::filename);
     }
     /// The numbers of the selected files.
     [[nodiscard]] std::string selected() const {
@@ -75,13 +69,13 @@ TEST_F(TileCommandsTest, aDragCarriesTheSelectionItBeginsOnAndOnlyFilesThatAreTh
     select(1);
     select(3, Selecting::toggle);
     select(0, Selecting::toggle);
-    EXPECT_EQ(namesOf(commands.itemsOfDrag(id(3))), (Names{"0.txt", "1.txt", "3.txt"}));
-    EXPECT_EQ(namesOf(commands.itemsOfDrag(id(2))), Names{"2.txt"}) << "not selected";
+    EXPECT_EQ(dragged(3), (Names{"0.txt", "1.txt", "3.txt"}));
+    EXPECT_EQ(dragged(2), Names{"2.txt"}) << "not selected";
     files.removeItem(manager->items()[3].fileURL);
-    EXPECT_EQ(namesOf(commands.itemsOfDrag(id(3))), (Names{"0.txt", "1.txt"})) << "one has just gone";
+    EXPECT_EQ(dragged(3), (Names{"0.txt", "1.txt"})) << "one has just gone";
     dispatch.runAll();
     EXPECT_FALSE(manager->items()[3].isAvailable) << "which the shelf notices";
-    EXPECT_EQ(namesOf(commands.itemsOfDrag(id(3))), Names{}) << "a missing tile offers no drag";
+    EXPECT_EQ(dragged(3), Names{}) << "a missing tile offers no drag";
     EXPECT_EQ(commands.itemsOfWholeDrag().size(), 5U);
 
     preferences.setValue(shelfCapacityKey, 100);

@@ -27,8 +27,7 @@ struct OnDisk {
 
 /// What every FileManager with its Bookmarks promises.
 template <class Subject>
-class FilesContract : public testing::Test {
-protected:
+struct FilesContract : testing::Test {
     [[nodiscard]] FileURL url(const std::string& name) const { return subject.url(name); }
     Subject subject;
     FileManager& files = subject.files;

@@ -11,8 +11,7 @@ namespace stowpocket {
 
 /// What every PreferenceStore promises. `Subject` has `store()`, which `restart()` makes anew.
 template <class Subject>
-class PreferencesContract : public testing::Test {
-protected:
+struct PreferencesContract : testing::Test {
     Subject subject;
 };
 TYPED_TEST_SUITE_P(PreferencesContract);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "services/SavedPreferenceStore.h"
 #include "fakes/FakeDispatch.h"
-#include "services/Preferences.h"
 
 #include <gtest/gtest.h>
 
@@ -58,8 +57,7 @@ struct FakeDisk : PreferenceDisk {
     int attempts = 0;
 };
 
-class SavedPreferenceStoreTest : public testing::Test {
-protected:
+struct SavedPreferenceStoreTest : testing::Test {
     void change(int value) { store.setValue("a", value); }
     /// Lets the time pass in steps so that every attempt is carried out when it is due.
     void pass(std::chrono::milliseconds time) {

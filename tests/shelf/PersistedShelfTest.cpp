@@ -20,8 +20,7 @@ PropertyValue::Dictionary entryByPath(const std::string& path, const std::string
             {"fallbackPath", path}};
 }
 
-class PersistedShelfTest : public testing::Test, protected ShelfFixture {
-protected:
+struct PersistedShelfTest : testing::Test, ShelfFixture {
     void store(PropertyValue value) {
         preferences.setValue(shelfBookmarksKey, std::move(value));
         preferences.saves = 0;
@@ -122,23 +121,23 @@ TEST_F(PersistedShelfTest, aRenamedFileIsFoundKeepsItsNameAndIsBookmarkedAnew) {
     restart();
     EXPECT_EQ(manager->items()[0].bookmarkData, kept) << "no fresh one can be made";
     EXPECT_EQ(preferences.saves, 1);
-    files.removeItem(*FileURL::fromPath("/newer.txt"));
+    files.removeItem(fileAt("/newer.txt"));
     restart();
-    EXPECT_EQ(names(), std::vector<std::string>{"1.txt"}) << "what leads nowhere loses its entry";
+    EXPECT_EQ(names(), Names{"1.txt"}) << "what leads nowhere loses its entry";
 }
 
 TEST_F(PersistedShelfTest, filesThatHaveToBeSoughtArriveLater) {
     addFiles(4);
     const std::optional<Bytes> oldBookmark = manager->items()[1].bookmarkData;
     files.rename("/files/1.txt", "/elsewhere/new.txt");
-    files.removeItem(*FileURL::fromPath("/files/2.txt"));
+    files.removeItem(fileAt("/files/2.txt"));
     files.seeksMissing = true;
     files.accesses.clear();
     preferences.saves = 0;
     posts = 0;
 
     restart();
-    EXPECT_EQ(names(), (std::vector<std::string>{"0.txt", "1.txt", "2.txt", "3.txt"}));
+    EXPECT_EQ(names(), (Names{"0.txt", "1.txt", "2.txt", "3.txt"}));
     EXPECT_FALSE(manager->items()[1].isAvailable || manager->items()[2].isAvailable);
     EXPECT_EQ(files.accesses.size(), 2u) << "nothing to have access to";
     manager->removeItem(manager->items()[0].id);
@@ -147,7 +146,7 @@ TEST_F(PersistedShelfTest, filesThatHaveToBeSoughtArriveLater) {
     EXPECT_EQ(names().size(), 3u) << "nor because the search takes long";
 
     dispatch.runAll();
-    EXPECT_EQ(names(), (std::vector<std::string>{"1.txt", "3.txt"}));
+    EXPECT_EQ(names(), (Names{"1.txt", "3.txt"}));
     const ShelfItem& moved = manager->items()[0];
     EXPECT_EQ(moved.fileURL.path(), "/elsewhere/new.txt");
     EXPECT_TRUE(moved.isAvailable);
@@ -180,8 +179,8 @@ TEST_F(PersistedShelfTest, anyPathComesBackAsItIsOrAsOneFromTheRoot) {
     const std::string path = "/caf\xE9 \xEF\xBF\xBD";
     files.add(path);
     files.unbookmarkable = {path};
-    manager->addFiles(std::vector{*FileURL::fromPath(path)});
-    EXPECT_EQ(names(), std::vector<std::string>{"caf\xEF\xBF\xBD \xEF\xBF\xBD"});
+    manager->addFiles(std::vector{fileAt(path)});
+    EXPECT_EQ(names(), Names{"caf\xEF\xBF\xBD \xEF\xBF\xBD"});
     EXPECT_EQ(*storedEntry(0).at("fallbackPath").string(), "/caf\xEF\xBF\xBD \xEF\xBF\xBD");
     restart();
     EXPECT_EQ(manager->items().at(0).fileURL.path(), path);

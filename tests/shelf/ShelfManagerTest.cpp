@@ -2,15 +2,13 @@
 #include "shelf/ShelfManager.h"
 
 #include "fakes/ShelfFixture.h"
-#include "services/MainBundle.h"
 
 #include <gtest/gtest.h>
 
 namespace stowpocket {
 namespace {
 
-class ShelfManagerTest : public testing::Test, protected ShelfFixture {
-protected:
+struct ShelfManagerTest : testing::Test, ShelfFixture {
     ShelfManagerTest() {
         preferences.onSave = [this] { news_ += "saved "; };
     }
@@ -34,7 +32,7 @@ TEST_F(ShelfManagerTest, addsASmallBatchAtOnceAtTheEnd) {
     files.unreadable = {urls[2].path()};
     EXPECT_EQ(manager->addFiles(urls), 0);
     EXPECT_EQ(news(), "saved inserted 0 1 2 3 4 posted");
-    ASSERT_EQ(names(), (std::vector<std::string>{"0.txt", "1.txt", "2.txt", "3.txt", "4.txt"}));
+    ASSERT_EQ(names(), (Names{"0.txt", "1.txt", "2.txt", "3.txt", "4.txt"}));
     EXPECT_EQ(manager->items()[0].fileSize, 8);
     EXPECT_TRUE(manager->items()[0].isAvailable);
     EXPECT_FALSE(manager->items()[1].isAvailable || manager->items()[1].bookmarkData);
@@ -100,7 +98,7 @@ TEST_F(ShelfManagerTest, accessEndsOnceWhenAnItemLeavesAndNoFileIsTouched) {
     EXPECT_EQ(news(), "") << "an id that is not there changes nothing";
     loseFile(0);
     manager->removeMissingItems();
-    EXPECT_EQ(names(), (std::vector<std::string>{"2.txt", "3.txt"}));
+    EXPECT_EQ(names(), (Names{"2.txt", "3.txt"}));
     EXPECT_EQ(files.accesses,
               (std::map<std::string, int>{{"/files/0.txt", 0}, {"/files/1.txt", 0}, {"/files/2.txt", 1}}));
     manager->clear();
@@ -109,7 +107,7 @@ TEST_F(ShelfManagerTest, accessEndsOnceWhenAnItemLeavesAndNoFileIsTouched) {
     EXPECT_EQ(news(), "saved posted") << "of an empty shelf too";
     EXPECT_EQ(files.accesses["/files/2.txt"], 0);
     EXPECT_FALSE(files.accesses.contains("/files/3.txt")) << "access that was refused is not ended";
-    EXPECT_EQ(files.contents(*FileURL::fromPath("/files/2.txt")), "contents");
+    EXPECT_EQ(files.contents(fileAt("/files/2.txt")), "contents");
     restart();
     EXPECT_TRUE(manager->items().empty());
 }
@@ -117,7 +115,7 @@ TEST_F(ShelfManagerTest, accessEndsOnceWhenAnItemLeavesAndNoFileIsTouched) {
 TEST_F(ShelfManagerTest, aRefreshMarksWhatIsGoneAndSavesOnce) {
     addFiles(4);
     for (const char* const gone : {"/files/1.txt", "/files/3.txt"})
-        files.removeItem(*FileURL::fromPath(gone));
+        files.removeItem(fileAt(gone));
     files.existsCalls = 0;
     news();
     const ShelfItem before = manager->items()[1];
@@ -134,7 +132,7 @@ TEST_F(ShelfManagerTest, aRefreshMarksWhatIsGoneAndSavesOnce) {
     for (const std::string expected : {"saved removed 1 3 posted", ""}) {
         manager->removeMissingItems();
         EXPECT_EQ(news(), expected);
-        EXPECT_EQ(names(), (std::vector<std::string>{"0.txt", "2.txt"}));
+        EXPECT_EQ(names(), (Names{"0.txt", "2.txt"}));
     }
 }
 
@@ -218,14 +216,13 @@ TEST_F(ShelfManagerTest, sharesIconsByTypeAndGivesApplicationsTheirOwn) {
     for (const char* const path :
          {"/f/a.TXT", "/f/b.txt", "/f/One.app", "/f/Two.APP", "/f/Three.APP", "/f/Makefile"}) {
         files.add(path);
-        manager->addFiles(std::vector<FileURL>{*FileURL::fromPath(path)});
+        manager->addFiles(std::vector<FileURL>{fileAt(path)});
     }
     for (int round = 0; round < 2; ++round) {
         for (const ShelfItem& item : manager->items())
             EXPECT_EQ(manager->icon(item).size, (Size{48, 48}));
     }
-    EXPECT_EQ(icons.askedPaths,
-              (std::vector<std::string>{"/f/a.TXT", "/f/One.app", "/f/Two.APP", "/f/Three.APP", "/f/Makefile"}));
+    EXPECT_EQ(icons.askedPaths, (Names{"/f/a.TXT", "/f/One.app", "/f/Two.APP", "/f/Three.APP", "/f/Makefile"}));
 }
 
 TEST_F(ShelfManagerTest, spoolsIntoAFolderOfItsOwn) {

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "shelf/ShelfViewModel.h"
 #include "fakes/AppFixture.h"
-#include "services/MainBundle.h"
 
 #include <gtest/gtest.h>
 
 namespace stowpocket {
 namespace {
 
-class ShelfViewModelTest : public testing::Test, protected ShelfFixture {
-protected:
+struct ShelfViewModelTest : testing::Test, ShelfFixture {
     std::shared_ptr<FakeItemProvider> drop(std::shared_ptr<FakeItemProvider> provider) {
         EXPECT_TRUE(viewModel->handleDrop({provider}));
         return provider;
@@ -43,7 +41,7 @@ TEST_F(ShelfViewModelTest, addsADropWhenAllOfItHasLoadedInTheOrderOfLoading) {
     const auto none = FakeItemProvider::withURL("");
     none->data.reset();
     EXPECT_TRUE(viewModel->handleDrop({one, web, two, none}));
-    EXPECT_EQ(dispatch.queueLabels, std::vector<std::string>{std::string(bundleIdentifier) + ".drop"});
+    EXPECT_EQ(dispatch.queueLabels, Names{std::string(bundleIdentifier) + ".drop"});
     for (const auto& provider : {two, web, none}) {
         EXPECT_EQ(provider->askedType, "public.file-url");
         provider->finish();
@@ -53,7 +51,7 @@ TEST_F(ShelfViewModelTest, addsADropWhenAllOfItHasLoadedInTheOrderOfLoading) {
     one->finish();
     EXPECT_TRUE(manager->items().empty()) << "added on the main queue";
     dispatch.runAll();
-    EXPECT_EQ(names(), (std::vector<std::string>{"two", "one"}));
+    EXPECT_EQ(names(), (Names{"two", "one"}));
     EXPECT_GE(dispatch.queuedWork, 8) << "sources may answer on threads of their own";
 }
 
@@ -80,7 +78,7 @@ TEST_F(ShelfViewModelTest, contentsWithoutAFileAreCopiedIntoTheSpoolFolder) {
     for (const auto& provider : {bad, up, picture})
         provider->finish();
     dispatch.runAll();
-    EXPECT_EQ(names(), std::vector<std::string>{"picture.png"}) << "what cannot be copied holds up nothing";
+    EXPECT_EQ(names(), Names{"picture.png"}) << "what cannot be copied holds up nothing";
 }
 
 TEST_F(ShelfViewModelTest, keepsTheDropAliveUntilItHasLoadedAndDropsItWithTheModel) {
@@ -121,8 +119,7 @@ TEST_F(ShelfViewModelTest, copiesWhatIsThereAndPastesAsADropWould) {
 
 using namespace std::chrono_literals;
 
-class UndoTest : public testing::Test, protected ShelfFixture {
-protected:
+struct UndoTest : testing::Test, ShelfFixture {
     UndoTest() { addFiles(4); }
     void remove(std::initializer_list<std::size_t> indexes) {
         std::vector<UUID> ids;

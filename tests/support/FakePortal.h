@@ -16,8 +16,7 @@ namespace stowpocket {
 
 /// A desktop portal that tells no colour scheme and binds every shortcut it is asked for, unless the test has it
 /// answer otherwise.
-class FakePortal : public QDBusVirtualObject {
-public:
+struct FakePortal : QDBusVirtualObject {
     explicit FakePortal(const QDBusConnection& bus) : bus_(bus) {
         bus_.registerVirtualObject(portalNames::path, this, QDBusConnection::SubPath);
         bus_.registerService(portalNames::service);

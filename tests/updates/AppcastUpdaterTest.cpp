@@ -3,8 +3,6 @@
 #include "fakes/FakeCore.h"
 #include "fakes/FakeUpdates.h"
 #include "presentation/UpdatePresentation.h"
-#include "services/Preferences.h"
-#include "updates/Appcast.h"
 
 #include <gtest/gtest.h>
 
@@ -13,8 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class AppcastUpdaterTest : public testing::Test, protected FakeCore {
-protected:
+struct AppcastUpdaterTest : testing::Test, FakeCore {
     AppcastUpdaterTest() {
         bundle.infoDictionary = {{"CFBundleName", "stowpocket"},
                                  {"CFBundleVersion", "2.0"},

@@ -2,7 +2,6 @@
 #include "updates/UpdaterController.h"
 #include "fakes/FakeCore.h"
 #include "fakes/FakeUpdates.h"
-#include "services/Preferences.h"
 #include "updates/InstallerImageCleanup.h"
 
 #include <gtest/gtest.h>
@@ -10,8 +9,7 @@
 namespace stowpocket {
 namespace {
 
-class UpdaterControllerTest : public testing::Test, protected FakeCore {
-protected:
+struct UpdaterControllerTest : testing::Test, FakeCore {
     UpdaterControllerTest() {
         bundle.infoDictionary = {{"CFBundleName", "stowpocket"},
                                  {"CFBundleShortVersionString", "2.1"},
@@ -104,12 +102,10 @@ using namespace std::chrono_literals;
 using Array = PropertyValue::Array;
 using Dictionary = PropertyValue::Dictionary;
 
-class InstallerImageCleanupTest : public testing::Test, protected FakeCore {
-protected:
+struct InstallerImageCleanupTest : testing::Test, FakeCore {
     void cleanUp(const char* program = "/Applications/stowpocket.app") {
         tool.looks = 0;
-        InstallerImageCleanup cleanup({core, tool, tool, tool}, *FileURL::fromPath(program),
-                                      FileURL::fromPath("/home/user"));
+        InstallerImageCleanup cleanup({core, tool, tool, tool}, fileAt(program), FileURL::fromPath("/home/user"));
         cleanup.cleanUp();
         dispatch.advance(7999ms);
         EXPECT_EQ(dispatch.backgroundCount(), 0u);
@@ -142,8 +138,8 @@ TEST_F(InstallerImageCleanupTest, theFirstImageWithTheSameBundleIsDetachedAndTra
     expectUntouched();
     tool.canDetach = true;
     cleanUp();
-    EXPECT_EQ(tool.detached, std::vector<std::string>{"/Volumes/b"});
-    EXPECT_EQ(tool.trashed, std::vector<std::string>{"/b.dmg"});
+    EXPECT_EQ(tool.detached, Names{"/Volumes/b"});
+    EXPECT_EQ(tool.trashed, Names{"/b.dmg"});
     EXPECT_EQ(dispatch.idleWork, 2);
 }
 

@@ -7,8 +7,7 @@
 namespace stowpocket {
 namespace {
 
-class DropTest : public testing::Test, protected ShelfViewFixture {
-protected:
+struct DropTest : testing::Test, ShelfViewFixture {
     [[nodiscard]] QWidget& target() const { return *visible<ShelfContentView>(*view)[0]; }
     [[nodiscard]] DropZoneView& zone() const { return *visible<DropZoneView>(*view)[0]; }
 
@@ -52,7 +51,7 @@ TEST_F(DropTest, filesLandOnTheShelfAndTheHighlightGoesWithTheDrag) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return blue() == tinted; }, 1000)) << "within a moment";
     EXPECT_TRUE(drop(*data));
     EXPECT_FALSE(zone().isTargeted());
-    EXPECT_EQ(names(), (std::vector<std::string>{"0.txt", "1.txt"}));
+    EXPECT_EQ(names(), (Names{"0.txt", "1.txt"}));
 
     const QImage before = host.grab().toImage();
     ASSERT_TRUE(enter(*newFile));

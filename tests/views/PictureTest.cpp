@@ -151,10 +151,7 @@ TEST(PictureTest, theFirstRunLooksAsItShould) {
 }
 
 double luminance(const QColor& color) {
-    const auto linear = [](float value) {
-        const double part = static_cast<double>(value);
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
+    const auto linear = [](float value) { return std::pow(double(value), 2.2); };
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 

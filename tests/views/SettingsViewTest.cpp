@@ -6,8 +6,7 @@
 namespace stowpocket {
 namespace {
 
-class SettingsViewTest : public testing::Test, protected SettingsViewFixture {
-protected:
+struct SettingsViewTest : testing::Test, SettingsViewFixture {
     [[nodiscard]] Toggle* toggle(const char* name) { return named<Toggle>(host, name); }
     [[nodiscard]] ChoiceButton* choice(const char* name) { return named<ChoiceButton>(host, name); }
     [[nodiscard]] static QAccessibleInterface& accessible(QWidget* widget) {

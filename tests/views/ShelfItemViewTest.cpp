@@ -11,12 +11,9 @@
 namespace stowpocket {
 namespace {
 
-using Names = std::vector<std::string>;
-
 constexpr QRect nameFrame(0, 58, 80, 26);
 
-class ShelfItemViewTest : public testing::Test, protected ShelfViewFixture {
-protected:
+struct ShelfItemViewTest : testing::Test, ShelfViewFixture {
     [[nodiscard]] ShelfItemView& tile(std::size_t index = 0) const { return *tiles()[index]; }
     [[nodiscard]] QImage look(std::size_t index = 0) const { return tile(index).grab().toImage(); }
     [[nodiscard]] Button* removeButton() const { return named(*view, "Remove from shelf"); }

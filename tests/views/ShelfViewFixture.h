@@ -13,8 +13,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 namespace stowpocket {
 
 /// All widgets of that class below `root` that can be seen, in the order of their making.
@@ -82,7 +80,7 @@ struct ShelfViewFixture : ShelfFixture {
     void addFile(const std::string& name, std::size_t size = 1200) {
         const std::string path = "/files/" + name;
         files.add(path, std::string(size, 'x'));
-        manager->addFiles(std::vector{*FileURL::fromPath(path)});
+        manager->addFiles(std::vector{fileAt(path)});
     }
 
     /// With a short name, one of words and one that can only be broken anywhere.
@@ -103,9 +101,7 @@ struct ShelfViewFixture : ShelfFixture {
             {[](const QMimeData& data) { return data.hasUrls() || data.hasFormat(promiseFormat); },
              [this](const QMimeData& data) { return providersOf(data); }},
             {[this](QWidget&, const std::vector<FileURL>& dragFiles, const QPixmap& picture, QPoint hotSpot) {
-                 dragged = {{}, picture, hotSpot};
-                 for (const FileURL& file : dragFiles)
-                     dragged.names.push_back(file.lastPathComponent());
+                 dragged = {namesOf(dragFiles, &FileURL::lastPathComponent), picture, hotSpot};
              },
              byteCountText, opener}});
         view->setParent(&host);
@@ -136,7 +132,7 @@ struct ShelfViewFixture : ShelfFixture {
     [[nodiscard]] bool shows(const char* text) { return shownTexts(host).contains(QString::fromUtf8(text)); }
 
     struct Drag {
-        std::vector<std::string> names;
+        Names names;
         QPixmap picture;
         QPoint hotSpot;
     };

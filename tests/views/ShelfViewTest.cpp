@@ -8,8 +8,7 @@
 namespace stowpocket {
 namespace {
 
-class ShelfViewTest : public testing::Test, protected ShelfViewFixture {
-protected:
+struct ShelfViewTest : testing::Test, ShelfViewFixture {
     /// The names on the tiles, in reading order.
     [[nodiscard]] std::string tileNames() const {
         std::vector<ShelfItemView*> inOrder = tiles();
@@ -117,8 +116,7 @@ TEST_F(ShelfViewTest, scrollsWhenTheHostHasNoRoomForAllTiles) {
 }
 
 /// The shelf in a popover below an icon, on a screen of that height.
-class ShelfPopoverTest : public testing::TestWithParam<double>, protected ShelfViewFixture {
-protected:
+struct ShelfPopoverTest : testing::TestWithParam<double>, ShelfViewFixture {
     ShelfPopoverTest()
         : window_(
               PopoverEdge::cut,

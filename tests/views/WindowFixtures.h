@@ -60,8 +60,7 @@ struct SettingsViewFixture : ShelfViewFixture {
 };
 
 /// Time that passes only when a test says so, frame by frame.
-class FakeFrameClock : public FrameClock {
-public:
+struct FakeFrameClock : FrameClock {
     [[nodiscard]] Seconds now() const override { return now_; }
     void callAfter(Seconds delay, std::function<void()> frame) override {
         due_ = now_ + delay;

@@ -8,8 +8,7 @@
 namespace stowpocket {
 namespace {
 
-class FakeHost : public PopoverHost {
-public:
+struct FakeHost : PopoverHost {
     [[nodiscard]] bool blendsWindows() const override { return blends; }
     void willShow(QWidget& window) override { wasAnnounced = !window.isVisible(); }
     void afterDrag(std::function<void()> work) override { isDragging ? pending.push_back(work) : work(); }
@@ -22,13 +21,7 @@ public:
     bool wasAnnounced = false;
 };
 
-class FakeButton : public QtStatusItemButton {
-public:
-    void setImage(const StatusItemImage&) override {}
-    void setTitle(const StatusItemTitle&) override {}
-    void setAction(std::function<void()>) override {}
-    void setMenu(StatusItemMenu) override {}
-    void addDropView(std::shared_ptr<DraggingDestination>) override {}
+struct PlacedButton : FakeButton<QtStatusItemButton> {
     [[nodiscard]] QRect rectOnScreen() const override { return rect; }
     [[nodiscard]] QRect barOnScreen() const override { return bar; }
 
@@ -36,8 +29,7 @@ public:
     QRect rect{400, 0, 20, 22};
 };
 
-class Content : public QWidget {
-public:
+struct Content : QWidget {
     [[nodiscard]] QSize sizeHint() const override { return wanted; }
     void resizeTo(const QSize& size) {
         wanted = size;
@@ -46,12 +38,11 @@ public:
     QSize wanted{320, 200};
 };
 
-class PopoverTest : public testing::Test {
-protected:
+struct PopoverTest : testing::Test {
     QWidget* window() { return content->window(); }
 
     FakeHost host;
-    FakeButton button;
+    PlacedButton button;
     int made = 0;
     Content* content = nullptr;
     QtPopover popover{host, [this] {
