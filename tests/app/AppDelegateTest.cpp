@@ -48,7 +48,6 @@ TEST_F(AppDelegateTest, laterLaunchesLeaveAloneWhatIsAsTheUserWishesAndTellHowMa
     EXPECT_EQ(imageTool.looks, 1);
     const FakeStatusItemButton& button = *statusBar.button;
     EXPECT_EQ(button.image, (StatusItemImage{"tray.and.arrow.down", 16, FontWeight::medium, "Shelf"}));
-    EXPECT_EQ(button.title.text, "");
     shelf().addFiles(makeFiles(1));
     EXPECT_EQ(button.image,
               (StatusItemImage{"tray.and.arrow.down.fill", 16, FontWeight::medium, "Shelf with 1 items"}));
@@ -63,7 +62,6 @@ TEST_F(AppDelegateTest, dragsAndDropsOnTheIconOpenTheShelfAtOnce) {
     EXPECT_EQ(dropView().draggingUpdated(pasteboard), DragOperation::copy);
     EXPECT_EQ(dropView().draggingEntered(pasteboard), DragOperation::copy);
     EXPECT_EQ(opening(), "none") << "it is open";
-    EXPECT_EQ(eventMonitors.clickHandlers.size(), 1u);
     app->togglePopover();
     pasteboard.addFileURL("file:///files/7.txt");
     EXPECT_TRUE(dropView().performDragOperation(pasteboard));
@@ -167,7 +165,6 @@ TEST_F(AppDelegateTest, aChangedShortcutTakesOverAndAClearedOneIsDead) {
     preferences.setValue(preferenceKey::quickDropKeyCode, -1);
     notifications.post(shortcutChangedNotification);
     ASSERT_EQ(hotkeyService.registered.size(), 1u);
-    EXPECT_EQ(hotkeyService.registered.front().keyCode, 0u);
     EXPECT_FALSE(eventMonitors.press(1, 0xA0000));
     EXPECT_FALSE(eventMonitors.press(2, 0xA0000));
     EXPECT_TRUE(eventMonitors.press(0, 0xA0000));

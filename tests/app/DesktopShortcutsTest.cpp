@@ -70,12 +70,10 @@ TEST_F(DesktopShortcutsTest, entriesJoinTheUsersOwnAndGoAgain) {
     record(preferenceKey::shelfHotkeyKeyCode, -1);
     EXPECT_EQ(list(), '[' + theirs + ", " + drops + ']');
     EXPECT_FALSE(settings->values.contains(toggleEntry + "binding"));
-    EXPECT_EQ(isAdded(), true);
     source = HotkeySource::portal;
     EXPECT_EQ(isAdded(), true) << "they can be taken away, whatever gives shortcuts now";
     setAdded(false);
     EXPECT_EQ(list(), '[' + theirs + ']');
-    EXPECT_EQ(settings->values.size(), 1U);
     EXPECT_EQ(isAdded(), std::nullopt);
     source = HotkeySource::none;
     record(preferenceKey::shelfHotkeyKeyCode, 1);
@@ -129,7 +127,6 @@ TEST_F(DesktopShortcutsTest, otherDesktopsGetTheLinesToBind) {
     shortcuts->copyLine(1);  // is gone by now
     open(ShortcutDesktop::plasma);
     EXPECT_EQ(shortcuts->shown().lines.size(), 2U) << "whatever keys the desktop gives them";
-    EXPECT_TRUE(settings->values.empty());
     source = HotkeySource::portal;
     EXPECT_EQ(shortcuts->shown().explanation, "Your desktop manages these shortcuts.");
     EXPECT_TRUE(shortcuts->shown().lines.empty());

@@ -123,7 +123,6 @@ TEST_F(StatusItemDropTest, promisedFilesAreDeliveredTogetherInTheOrderOfTheirArr
     const FileURL folder = ShelfManager::filePromiseDirectory(files);
     EXPECT_EQ(one->destination, folder);
     EXPECT_TRUE(files.fileExists(folder));
-    EXPECT_EQ(dispatch.queueLabels, Names{std::string(bundleIdentifier) + ".promises"});
     two->arrive("two");
     failing->reader(std::nullopt);
     dispatch.runAll();

@@ -2,9 +2,7 @@
 #include "presentation/Layout.h"
 #include "presentation/Movement.h"
 #include "presentation/Onboarding.h"
-#include "presentation/ShelfPresentation.h"
 #include "presentation/Texts.h"
-#include "shelf/PersistedShelf.h"
 
 #include <gtest/gtest.h>
 
@@ -51,20 +49,6 @@ TEST(TilePresentationTest, aFileNameIsOneHonestLine) {
         EXPECT_EQ(displayName(filename), shown);
 }
 
-TEST(TilePresentationTest, theDesktopWritesTheSize) {
-    const ShelfItem item{.id = UUID::random(),
-                         .fileURL = *FileURL::fromPath("/a.txt"),
-                         .bookmarkData = {},
-                         .filename = "a.txt",
-                         .fileSize = 1200,
-                         .dateAdded = {},
-                         .isAvailable = true};
-    const TilePresentation tile =
-        tilePresentation(item, [](std::int64_t bytes) { return std::to_string(bytes) + " octets"; });
-    EXPECT_EQ(tile.size, "1200 octets");
-    EXPECT_EQ(tile.accessibleName(), "a.txt, 1200 octets");
-}
-
 constexpr Size content{320, 200};
 constexpr double wholeHeight = 200 + popoverArrowHeight;
 /// A screen of 1280 x 800 with a bar of 28 at its top, and at its bottom.
@@ -94,6 +78,7 @@ TEST(PopoverPlacement, takesTheRoomierSideAndIsCutWhenNeitherIsEnough) {
     EXPECT_EQ(placePopover({600, 775, 20, 22}, tall, aboveBar, 0).frame,
               (Rect{450, popoverMargin, 320, 772 - popoverMargin}));
     EXPECT_EQ(placePopover({10, 3, 20, 22}, content, {0, 28, 200, 772}, 0).frame.width, 200);
+    EXPECT_EQ(placePopover({600, 3, 20, 22}, content, {}, 14).window.width, 0) << "a screen that is gone";
 }
 
 TEST(PopoverPlacement, shadowNeverLeavesTheScreen) {
@@ -131,13 +116,6 @@ TEST(PocketPlace, isBesideTheBarOfTheIcon) {
     EXPECT_EQ(pocketBesideBar({8, 800, 24, 24}, pocket, screen), (Rect{48, 794, 44, 36})) << "at the left";
     EXPECT_EQ(pocketBesideBar({1248, 4, 24, 24}, pocket, screen), (Rect{1228, 40, 44, 36})) << "in a corner";
     EXPECT_EQ(pocketBesideBar({1280, 0, 0, 0}, pocket, screen), (Rect{1228, 8, 44, 36})) << "no icon";
-    EXPECT_EQ(pocketBesideBar({}, pocket, {}).width, 44) << "no screen";
-}
-
-TEST(PopoverPlacement, survivesAScreenThatIsGone) {
-    const PopoverPlacement placement = placePopover({600, 3, 20, 22}, content, {}, 14);
-    EXPECT_EQ(placement.frame.width, 0);
-    EXPECT_EQ(placement.window.width, 0);
 }
 
 constexpr StatusItemMeasure empty{16, 9, 0, 0};

@@ -53,10 +53,6 @@ TEST_F(PersistedShelfTest, comesBackAsItWas) {
     const std::vector<ShelfItem> before = manager->items();
     restart();
     EXPECT_EQ(encodedShelf(manager->items()), encodedShelf(before));
-    for (std::size_t index = 0; index < before.size(); ++index) {
-        EXPECT_EQ(manager->items()[index].fileURL, before[index].fileURL);
-        EXPECT_TRUE(manager->items()[index].isAvailable);
-    }
     store(PropertyValue::Array{storedEntry(0), storedEntry(0)});
     restart();
     EXPECT_EQ(manager->items().size(), 2u);
@@ -108,7 +104,6 @@ TEST_F(PersistedShelfTest, aRenamedFileIsFoundKeepsItsNameAndIsBookmarkedAnew) {
     const ShelfItem& item = manager->items()[0];
     EXPECT_EQ(item.fileURL.path(), "/elsewhere/new.txt");
     EXPECT_EQ(item.filename, "0.txt");
-    EXPECT_TRUE(item.isAvailable);
     EXPECT_NE(item.bookmarkData, oldBookmark);
     EXPECT_EQ(preferences.saves, 1);
     EXPECT_EQ(posts, 0);
@@ -165,11 +160,9 @@ TEST_F(PersistedShelfTest, anEntryByPathGetsABookmarkOrStaysAsMissing) {
     store(PropertyValue::Array{there, entryByPath("/gone")});
     manager->load();
     ASSERT_EQ(manager->items().size(), 2u);
-    EXPECT_TRUE(manager->items()[0].isAvailable);
-    EXPECT_TRUE(manager->items()[0].bookmarkData);
+    EXPECT_TRUE(manager->items()[0].isAvailable && manager->items()[0].bookmarkData);
     EXPECT_EQ(manager->items()[0].fileSize, 12) << "as stored";
-    EXPECT_FALSE(manager->items()[1].isAvailable);
-    EXPECT_FALSE(manager->items()[1].bookmarkData);
+    EXPECT_FALSE(manager->items()[1].isAvailable || manager->items()[1].bookmarkData);
     EXPECT_EQ(preferences.saves, 1);
     EXPECT_TRUE(storedEntry(0).contains("bookmark"));
     EXPECT_TRUE(files.accesses.empty()) << "no access is begun on a path";
@@ -184,12 +177,10 @@ TEST_F(PersistedShelfTest, anyPathComesBackAsItIsOrAsOneFromTheRoot) {
     EXPECT_EQ(*storedEntry(0).at("fallbackPath").string(), "/caf\xEF\xBF\xBD \xEF\xBF\xBD");
     restart();
     EXPECT_EQ(manager->items().at(0).fileURL.path(), path);
-    EXPECT_TRUE(manager->items()[0].isAvailable);
     store(PropertyValue::Array{entryByPath("a"), entryByPath("")});
     manager->load();
-    ASSERT_EQ(manager->items().size(), 2u);
-    EXPECT_EQ(manager->items()[0].fileURL.path(), "/a");
-    EXPECT_EQ(manager->items()[1].fileURL.path(), "/");
+    EXPECT_EQ(manager->items().at(0).fileURL.path(), "/a");
+    EXPECT_EQ(manager->items().at(1).fileURL.path(), "/");
 }
 
 }  // namespace

