@@ -56,9 +56,7 @@ protected:
     });
 };
 
-TEST_F(DesktopPopoverTest, hangsBelowTheIconAndFollowsItsContent) {
-    int cancelled = 0;
-    popover->onCancel = [&] { ++cancelled; };
+TEST_F(DesktopPopoverTest, hangsBelowTheIconAndTellsItsContentWhenItIsSeen) {
     NSWindow* const bar = standIn::statusItem.button.window;
     bar.contentView = [[NSView alloc] initWithFrame:NSZeroRect];
     popover->show(*item->button());
@@ -66,13 +64,6 @@ TEST_F(DesktopPopoverTest, hangsBelowTheIconAndFollowsItsContent) {
     bar.contentView = standIn::statusItem.button;
     popover->show(*item->button());
     EXPECT_LE(NSMaxY(content->view.window.frame), NSMinY(bar.frame));
-    content->wanted.height = 220;
-    content->changed.emit();
-    EXPECT_EQ(content->view.frame.size.height, 220);
-    popover->makeKey();
-    EXPECT_EQ(content->view.window.firstResponder, content->view);
-    content->cancel();
-    EXPECT_EQ(cancelled, 1);
 
     static_cast<void>(standIn::takeCalls());
     popover->performClose();

@@ -67,9 +67,9 @@ TEST_F(ApplicationTest, takesDropsAndShowsThem) {
 
         [button() performClick:nil];
         EXPECT_TRUE(isShown());
-        NSView* const content = standIn::popover.contentViewController.view;
+        NSView* const content = standIn::popover.contentViewController.view.subviews.firstObject;
         const double height = content.frame.size.height;
-        EXPECT_EQ(content.window.firstResponder, content.subviews.firstObject);
+        EXPECT_EQ(content.window.firstResponder, content);
         EXPECT_TRUE(standIn::pressElsewhere(NSLeftMouseDown));
         EXPECT_TRUE(comesTrue([] { return !isShown(); }));
 

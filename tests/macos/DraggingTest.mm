@@ -46,12 +46,6 @@ TEST(DesktopDropTest, prefersFilesToPromisesToContents) {
     providers.clear();
     EXPECT_TRUE(comesTrue([&] { return answers > 0 && !std::filesystem::exists(path.parent_path()); }));
     EXPECT_EQ(answers, 1);
-
-    bool isThere = false;
-    dropped(@[ text ]).at(0)->loadFileRepresentation("public.text", [&](const std::optional<FileURL>& url) {
-        isThere = url && std::filesystem::exists(url->path());
-    });
-    EXPECT_TRUE(isThere);
 }
 
 using Kept = std::vector<std::pair<std::string, std::string>>;
