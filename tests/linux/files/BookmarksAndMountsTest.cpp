@@ -59,23 +59,22 @@ TEST_F(LinuxBookmarksTest, followsAFileOfAnyNameToNearbyFoldersButNotIntoTrashOr
     }
 }
 
-TEST_F(LinuxBookmarksTest, followsFoldersThatWereRenamed) {
+TEST_F(LinuxBookmarksTest, followsFoldersThatWereRenamedLinksAndWhatIsInThem) {
     const Bytes file = bookmark("top/middle/low/file");
     const Bytes second = bookmark("top/middle/low/second");
+    const Bytes whole = bookmarks.create(folder.url("top/middle/low")).value();
+    std::filesystem::create_symlink("middle/low/file", folder.path("top/link"));
+    const Bytes link = bookmarks.create(folder.url("top/link")).value();
     folder.rename("top/middle/low", "top/middle/deep");
     folder.rename("top/middle", "top/centre");
-    EXPECT_EQ(found(file), "top/centre/deep/file*");
+    folder.rename("top/link", "top/moved link");
+    EXPECT_EQ(found(whole), "top/centre/deep*");
+    EXPECT_EQ(found(link), "top/moved link*");
+    EXPECT_FALSE(bookmarks.create(folder.url("top/moved link"))) << "it leads nowhere";
     folder.rename("top/centre/deep/second", "top/centre/deep/other name");
     EXPECT_EQ(found(second), "top/centre/deep/other name*");
-}
-
-TEST_F(LinuxBookmarksTest, doesNotTakeAFolderForTheFile) {
-    const Bytes file = bookmark("a/file");
-    folder.rename("a/file", "a/kept");
-    std::filesystem::create_directory(folder.path("a/file"));
-    EXPECT_EQ(found(file), "a/kept*");
-    std::filesystem::remove(folder.path("a/kept"));
-    EXPECT_EQ(found(file), "");
+    std::filesystem::create_directories(folder.path("top/middle/low/file"));
+    EXPECT_EQ(found(file), "top/centre/deep/file*") << "not the folder in its place";
 }
 
 TEST_F(LinuxBookmarksTest, doesNotTakeAReusedInodeForTheFile) {
@@ -114,18 +113,6 @@ TEST_F(LinuxBookmarksTest, takesAFileOnAnAbsentVolumeForWhereItWas) {
     unplugged.mountPoint = "/";
     unplugged.volume = "00112233445566778899aabbccddeeff";
     EXPECT_EQ(found(encodeBookmark(unplugged)), "a/file");
-}
-
-TEST_F(LinuxBookmarksTest, bookmarksFoldersAndLinksThemselves) {
-    const Bytes inside = bookmark("a/folder/file");
-    const Bytes whole = bookmarks.create(folder.url("a/folder")).value();
-    std::filesystem::create_symlink("folder/file", folder.path("a/link"));
-    const Bytes link = bookmarks.create(folder.url("a/link")).value();
-    folder.rename("a/folder", "a/moved");
-    folder.rename("a/link", "a/moved link");
-    EXPECT_EQ(found(whole), "a/moved*");
-    EXPECT_EQ(found(link), "a/moved link*");
-    EXPECT_FALSE(bookmarks.create(folder.url("a/moved link")));
 }
 
 TEST_F(LinuxBookmarksTest, searchStaysWithinItsLimitsAndMounts) {

@@ -134,24 +134,7 @@ TEST_F(PosixFileManagerTest, followsTheBaseDirectoryRules) {
     ::unsetenv("XDG_CONFIG_HOME");
 }
 
-TEST(DurableFile, keepsTheOldFileWhenTheDiskIsFull) {
-    const TemporaryFolder folder;
-    folder.write("file", "old");
-    std::error_code error;
-    {
-        const FullDisk full;
-        error = replaceFile(folder.path("file"), std::string(100'000, 'n'));
-    }
-    EXPECT_EQ(error, std::errc::file_too_large);
-    EXPECT_EQ(folder.read("file"), "old");
-    EXPECT_EQ(folder.names(), Names{"file"});
-    EXPECT_FALSE(replaceFile(folder.path("file"), "new"));
-    EXPECT_EQ(folder.read("file"), "new");
-    EXPECT_EQ(fs::status(folder.path("file")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    EXPECT_EQ(replaceFile(folder.path("absent/file"), "x"), std::errc::no_such_file_or_directory);
-}
-
-TEST(DurableFile, replacesWhatALinkLeadsTo) {
+TEST(DurableFile, replacesWhatALinkLeadsToUnlessTheDiskIsFull) {
     const TemporaryFolder folder;
     folder.write("dotfiles/real", "old");
     fs::create_symlink("dotfiles/real", folder.path("second"));
@@ -163,6 +146,12 @@ TEST(DurableFile, replacesWhatALinkLeadsTo) {
     }
     EXPECT_EQ(folder.read("dotfiles/real"), "by first");
     EXPECT_EQ(folder.read("dotfiles/later"), "by dangling");
+    EXPECT_EQ(fs::status(folder.path("first")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(replaceFile(folder.path("absent/file"), "x"), std::errc::no_such_file_or_directory);
+    const FullDisk full;
+    EXPECT_EQ(replaceFile(folder.path("first"), std::string(100'000, 'n')), std::errc::file_too_large);
+    EXPECT_EQ(folder.read("dotfiles/real"), "by first");
+    EXPECT_EQ(folder.names("dotfiles"), (Names{"later", "real"}));
 }
 
 TEST(DurableFile, removesOnlyWhatDeadWritersLeft) {
