@@ -199,25 +199,17 @@ protected:
 };
 
 TEST_F(HotkeyTest, equalOnesShareTheirKeysUntilOneMovesAway) {
-    auto shelf = service.registerHotkey(virtualS, optionShift, {0, 1});
+    const auto shelf = service.registerHotkey(virtualS, optionShift, {0, 1});
     auto drop = service.registerHotkey(virtualS, optionShift, {0, 3});
     pressS();
     EXPECT_TRUE(comesTrue([&] { return presses[3] == 1; })) << "the later one";
     drop.reset();
     drop = service.registerHotkey(virtualD, optionShift, {0, 2});
     pressS();
-    ASSERT_TRUE(pressDAndWait());
-    EXPECT_EQ(presses[1], 1) << "the other one moved away";
-    // The two change places: the first takes keys that the second still has.
     hand.press({key::control, key::alt, key::shift, key::s});  // other modifiers are other combinations
     hand.press({key::alt, key::s});
-    shelf.reset();
-    shelf = service.registerHotkey(virtualD, optionShift, {0, 2});
-    drop.reset();
-    drop = service.registerHotkey(virtualS, optionShift, {0, 1});
-    pressS();
     ASSERT_TRUE(pressDAndWait());
-    EXPECT_EQ(presses[1], 2);
+    EXPECT_EQ(presses[1], 1) << "the other one moved away";
 }
 
 TEST_F(HotkeyTest, isNotHalfRegisteredWhereAnotherProgramHoldsACombination) {
@@ -250,10 +242,7 @@ TEST_F(HotkeyTest, staysOnItsKeyWhenTheKeyboardMapChanges) {
     };
     EXPECT_TRUE(run("setxkbmap us -variant dvorak"));
     EXPECT_TRUE(firesAgain());
-    EXPECT_TRUE(run("setxkbmap -layout us,ru -option grp:caps_toggle"));
-    hand.press({key::capsLock});
-    EXPECT_TRUE(firesAgain()) << "in the second group";
-    EXPECT_TRUE(run("setxkbmap us -option \"\""));
+    EXPECT_TRUE(run("setxkbmap us"));
     EXPECT_TRUE(firesAgain());
 
     // Num Lock becomes another modifier.
