@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/TemporaryFolder.h"
+
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
-#include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 
 #include <signal.h>
 #include <sys/prctl.h>
@@ -21,16 +21,11 @@ namespace stowpocket {
 class PrivateBus {
 public:
     PrivateBus() {
-        constexpr auto configuration =
-            R"(<busconfig><type>session</type><listen>unix:path=%1/bus</listen><auth>EXTERNAL</auth>
+        std::filesystem::permissions(folder_.path(), std::filesystem::perms::all);
+        folder_.write("bus.conf", "<busconfig><type>session</type><listen>unix:path=" + folder_.path("bus") +
+                                      R"(</listen><auth>EXTERNAL</auth>
 <policy context="default"><allow user="*"/><allow own="*"/><allow send_destination="*"/><allow receive_sender="*"/>
-</policy></busconfig>)";
-        QFile::setPermissions(folder_.path(), QFile::Permissions(0x7777));
-        QFile file(folder_.filePath(QStringLiteral("bus.conf")));
-        if (!file.open(QIODevice::WriteOnly) ||
-            file.write(QString::fromUtf8(configuration).arg(folder_.path()).toUtf8()) < 0)
-            throw std::runtime_error("no configuration of a private bus");
-        file.close();
+</policy></busconfig>)");
         // It ends with a test that is killed, too.
         daemon_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
         start();
@@ -75,7 +70,7 @@ private:
     void start() {
         daemon_.start(QStringLiteral("dbus-daemon"),
                       {QStringLiteral("--nofork"), QStringLiteral("--print-address"), QStringLiteral("--config-file"),
-                       folder_.filePath(QStringLiteral("bus.conf"))});
+                       QString::fromStdString(folder_.path("bus.conf"))});
         if (!daemon_.waitForReadyRead())
             throw std::runtime_error("dbus-daemon does not start: " + daemon_.readAllStandardError().toStdString());
         address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
@@ -85,7 +80,7 @@ private:
         daemon_.waitForFinished();
     }
 
-    QTemporaryDir folder_;
+    TemporaryFolder folder_;
     QProcess daemon_;
     QString address_;
     QStringList connections_;
