@@ -5,9 +5,6 @@
 #include <QEvent>
 #include <QTimer>
 
-#include <pthread.h>
-#include <sched.h>
-
 #include <deque>
 #include <future>
 #include <mutex>
@@ -168,11 +165,7 @@ void QtDispatch::background(Work work) {
 }
 
 void QtDispatch::whenIdle(Work work) {
-    idleThread_.start([work = std::move(work)] {
-        const sched_param none{};
-        ::pthread_setschedparam(::pthread_self(), SCHED_IDLE, &none);
-        work();
-    });
+    idleThread_.start(std::move(work));
 }
 
 bool QtDispatch::runWait(const std::function<bool()>& wait) {

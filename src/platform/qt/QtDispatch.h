@@ -62,7 +62,7 @@ private:
 
     WorkQueue mainQueue_;
     WorkerThreads threads_{maxThreads, expiry};
-    WorkerThreads idleThread_{1, expiry};
+    WorkerThreads idleThread_{1, expiry, WorkerThreads::Priority::idle};
     /// A queue is idle most of the time and needs no thread then.
     WorkerThreads queueThreads_{WorkerThreads::unlimited, std::chrono::milliseconds(0)};
 };

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/WorkerThreads.h"
 
+#ifdef __APPLE__
+#include <pthread/qos.h>
+#else
 #include <pthread.h>
 #include <sched.h>
 #include <sys/resource.h>
+#endif
 
 #include <condition_variable>
 #include <deque>
@@ -18,15 +22,24 @@ namespace stowpocket {
 
 namespace {
 
+using Priority = WorkerThreads::Priority;
+
+#ifdef __APPLE__
+void lowerOwnPriority(Priority priority) {
+    ::pthread_set_qos_class_self_np(priority == Priority::idle ? QOS_CLASS_BACKGROUND : QOS_CLASS_UTILITY, 0);
+}
+#else
 /// What nice(1) gives a program: a tenth of the time where others want it all.
 constexpr int lowNiceness = 10;
 
-/// On Linux both are the thread's alone. Batch work takes the processor from nobody when it wakes.
-void lowerOwnPriority() {
+/// All of this is the thread's alone. Batch work takes the processor from nobody when it wakes.
+void lowerOwnPriority(Priority priority) {
     const sched_param none{};
-    ::pthread_setschedparam(::pthread_self(), SCHED_BATCH, &none);
-    ::setpriority(PRIO_PROCESS, 0, lowNiceness);
+    ::pthread_setschedparam(::pthread_self(), priority == Priority::idle ? SCHED_IDLE : SCHED_BATCH, &none);
+    if (priority == Priority::low)
+        ::setpriority(PRIO_PROCESS, 0, lowNiceness);
 }
+#endif
 
 }  // namespace
 
@@ -56,8 +69,8 @@ struct WorkerThreads::State : std::enable_shared_from_this<State> {
         }
     }
     void run() {
-        if (priority == Priority::low)
-            lowerOwnPriority();
+        if (priority != Priority::normal)
+            lowerOwnPriority(priority);
         std::unique_lock lock(mutex);
         while (waitForWork(lock)) {
             Work work = std::move(waiting.front());

@@ -18,8 +18,8 @@ public:
     using Clock = std::chrono::steady_clock;
 
     /// `low` threads, and the programs that they start, leave the processor to whatever the user waits for, the
-    /// window system's server above all.
-    enum class Priority { normal, low };
+    /// window system's server above all. `idle` threads run when nobody else wants the processor.
+    enum class Priority { normal, low, idle };
 
     static constexpr int unlimited = std::numeric_limits<int>::max();
 
