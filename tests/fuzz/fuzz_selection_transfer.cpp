@@ -2,37 +2,33 @@
 #include "fuzz/Fuzz.h"
 #include "platform/linux/x11/SelectionReader.h"
 
+#include <fuzzer/FuzzedDataProvider.h>
+
 namespace stowpocket {
 namespace {
 
-/// An owner that does what the input says, two bytes a step, and is silent afterwards.
+/// An owner that does what the input says from its end on, and is silent afterwards.
 class InputOwner : public SelectionExchange {
 public:
-    explicit InputOwner(std::string_view steps) : steps_(steps) {}
+    explicit InputOwner(const std::string& steps)
+        : steps_(reinterpret_cast<const std::uint8_t*>(steps.data()), steps.size()) {}
 
     [[nodiscard]] Sign awaitAnswer() override { return sign(); }
     [[nodiscard]] Sign awaitPiece() override { return sign(); }
     [[nodiscard]] Part take(std::size_t) override {
-        const std::uint8_t flags = next();
-        const std::size_t size = next() * std::size_t{64};
+        const auto flags = steps_.ConsumeIntegral<std::uint8_t>();
+        const std::size_t size = steps_.ConsumeIntegral<std::uint8_t>() * std::size_t{64};
         return {(flags & 1) != 0, (flags & 2) != 0, flags, flags, std::vector<std::byte>(size), (flags & 4) != 0};
     }
 
 private:
     [[nodiscard]] Sign sign() {
-        if (steps_.empty())
+        if (steps_.remaining_bytes() == 0)
             return Sign::timeUp;
-        return next() == 0 ? Sign::refused : Sign::come;
-    }
-    [[nodiscard]] std::uint8_t next() {
-        if (steps_.empty())
-            return 0;
-        const auto step = static_cast<std::uint8_t>(steps_.front());
-        steps_.remove_prefix(1);
-        return step;
+        return steps_.ConsumeIntegral<std::uint8_t>() == 0 ? Sign::refused : Sign::come;
     }
 
-    std::string_view steps_;
+    FuzzedDataProvider steps_;
 };
 
 }  // namespace
