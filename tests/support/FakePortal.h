@@ -21,10 +21,6 @@ struct FakePortal : QDBusVirtualObject {
         bus_.registerVirtualObject(portalNames::path, this, QDBusConnection::SubPath);
         bus_.registerService(portalNames::service);
     }
-    ~FakePortal() override {
-        bus_.unregisterObject(portalNames::path, QDBusConnection::UnregisterTree);
-        bus_.unregisterService(portalNames::service);
-    }
 
     QVariant colorScheme;
     /// The program, the shortcuts that were asked for last, and how often: each time the user may see a dialog.
