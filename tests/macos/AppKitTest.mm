@@ -127,8 +127,12 @@ TEST(DesktopHotkeysTest, goFirstToTheMonitorsOfAnOwnWindow) {
     const auto monitors = makeMacEventMonitors();
     const auto service = makeCarbonHotkeyService(*monitors);
     int presses = 0;
-    service->installEventHandler([&](const HotkeyIdentifier*) { return ++presses, 0; });
-    const auto hotkey = service->registerHotkey(keyS, carbonModifier::optionKey, {1, 1});
+    std::uint32_t pressed = 0;
+    service->installEventHandler([&](const HotkeyIdentifier* identifier) {
+        pressed = identifier->id;
+        return ++presses, 0;
+    });
+    auto hotkey = service->registerHotkey(keyS, carbonModifier::optionKey, {1, 1});
     KeyEvent heard;
     const auto recorder = monitors->addLocalKeyDownMonitor([&](const KeyEvent& press) {
         heard = press;
@@ -146,6 +150,11 @@ TEST(DesktopHotkeysTest, goFirstToTheMonitorsOfAnOwnWindow) {
     presses = 2;
     EXPECT_TRUE(standIn::pressHotkey(keyS, carbonModifier::optionKey));
     EXPECT_EQ(presses, 3) << "no monitor wanted it";
+    const auto equal = service->registerHotkey(keyS, carbonModifier::optionKey, {2, 2});
+    ASSERT_TRUE(equal);
+    hotkey.reset();
+    EXPECT_TRUE(standIn::pressHotkey(keyS, carbonModifier::optionKey));
+    EXPECT_EQ(pressed, 2u) << "it has the keys now";
     standIn::keyWindow = nil;
 }
 

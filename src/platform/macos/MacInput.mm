@@ -7,7 +7,10 @@
 #import <Carbon/Carbon.h>
 #import <CoreGraphics/CoreGraphics.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
+#include <list>
 #include <map>
 #include <optional>
 
@@ -90,17 +93,6 @@ private:
     MonitorList<std::function<void()>> mouseDowns_{[this] { followMouseDowns(); }};
 };
 
-class CarbonHotkeyRegistration : public HotkeyRegistration {
-public:
-    explicit CarbonHotkeyRegistration(EventHotKeyRef hotKey) : hotKey_(hotKey) {}
-    ~CarbonHotkeyRegistration() override { UnregisterEventHotKey(hotKey_); }
-    CarbonHotkeyRegistration(const CarbonHotkeyRegistration&) = delete;
-    CarbonHotkeyRegistration& operator=(const CarbonHotkeyRegistration&) = delete;
-
-private:
-    const EventHotKeyRef hotKey_;
-};
-
 /// The event manager calls a plain function without user data. This is global because the function stays installed
 /// until the process ends.
 struct InstalledHandler {
@@ -154,18 +146,59 @@ public:
 
     [[nodiscard]] std::unique_ptr<HotkeyRegistration> registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                                      HotkeyIdentifier identifier) override {
-        EventHotKeyRef hotKey = nullptr;
-        const OSStatus status = RegisterEventHotKey(keyCode, modifiers, {identifier.signature, identifier.id},
-                                                    GetApplicationEventTarget(), 0, &hotKey);
         installed().keyCodes[identifier.id] = keyCode;
-        if (hotKey != nullptr)
-            return std::make_unique<CarbonHotkeyRegistration>(hotKey);
+        hotkeys_.push_back({keyCode, modifiers, identifier});
+        const OSStatus status = take(hotkeys_.back());
+        if (status == noErr || isOwn(hotkeys_.back()))
+            return std::make_unique<Registration>(*this);
+        hotkeys_.pop_back();
         std::fprintf(stderr, "stowpocket: the system refused hotkey %u with status %d\n", identifier.id, status);
         return nullptr;
     }
 
 private:
+    struct Hotkey {
+        std::uint32_t keyCode = 0;
+        std::uint32_t modifiers = 0;
+        HotkeyIdentifier identifier;
+        /// Null while an equal one of this program has the keys: the system gives them once.
+        EventHotKeyRef taken = nullptr;
+    };
+
+    class Registration : public HotkeyRegistration {
+    public:
+        explicit Registration(CarbonHotkeyService& service)
+            : service_(service), mine_(std::prev(service.hotkeys_.end())) {}
+        ~Registration() override {
+            if (mine_->taken != nullptr)
+                UnregisterEventHotKey(mine_->taken);
+            service_.hotkeys_.erase(mine_);
+            for (Hotkey& waiting : service_.hotkeys_) {
+                if (waiting.taken == nullptr)
+                    take(waiting);
+            }
+        }
+        Registration(const Registration&) = delete;
+        Registration& operator=(const Registration&) = delete;
+
+    private:
+        CarbonHotkeyService& service_;
+        const std::list<Hotkey>::iterator mine_;
+    };
+
+    static OSStatus take(Hotkey& hotkey) {
+        const EventHotKeyID identifier{hotkey.identifier.signature, hotkey.identifier.id};
+        return RegisterEventHotKey(hotkey.keyCode, hotkey.modifiers, identifier, GetApplicationEventTarget(), 0,
+                                   &hotkey.taken);
+    }
+    [[nodiscard]] bool isOwn(const Hotkey& wanted) const {
+        return std::ranges::any_of(hotkeys_, [&](const Hotkey& other) {
+            return other.taken != nullptr && other.keyCode == wanted.keyCode && other.modifiers == wanted.modifiers;
+        });
+    }
+
     EventHandlerRef handlerRef_ = nullptr;
+    std::list<Hotkey> hotkeys_;
 };
 
 }  // namespace
