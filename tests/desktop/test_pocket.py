@@ -20,32 +20,21 @@ class Pocket(DesktopTest):
     def wait_until_gone(self):
         wait_for(lambda: not self.pocket(), "the pocket to go")
 
-    def drag_to_the_icon(self, panel, file_manager):
-        """Begins a drag, over whose target the pocket then lies."""
-        stowpocket, window = self.offer(panel, file_manager, 1)
+    def test_goes_after_each_drag(self):
+        stowpocket, window = self.offer("xfce4-panel", Thunar, 1)
         self.wait_until_gone()
         drag = window.drag_all()
         pocket = wait_for(self.pocket, "the pocket")
         self.assertEqual(self.x.rect(pocket), self.x.rect(self.x.find(STATUS_ITEM)))
         drag.hover(stowpocket.icon(), stowpocket.popover)
-        return window, drag
-
-    def test_goes_after_each_drag(self):
-        window, drag = self.drag_to_the_icon("xfce4-panel", Thunar)
         drag.release()
-        self.stowpocket.wait_for_files(self.names)
+        stowpocket.wait_for_files(self.names)
         self.wait_until_gone()
         x, y = window.first_icon()
         drag = Drag(self.x, (x, y + 12))  # where the press is no double click with the one before
         wait_for(self.pocket, "the pocket once more")
-        drag.hover(self.stowpocket.icon())  # across the shelf
+        drag.hover(stowpocket.icon())  # across the shelf
         drag.leave()
-        drag.release()
-        self.wait_until_gone()
-
-    def test_does_not_wait_for_a_source_that_died(self):
-        window, drag = self.drag_to_the_icon("trayer", Thunar)
-        self.desktop.end(window.process, signal.SIGKILL)
         drag.release()
         self.wait_until_gone()
 

@@ -123,6 +123,10 @@ TEST(DragWatching, followsADragToItsEnd) {
     EXPECT_EQ((Watches{drag.settled(), drag.ownerChanged(Owner::nobody, false)}), (Watches{Watch::none, Watch::end}));
     EXPECT_EQ(drag.ending(), DragEnd::sourceGone);
     EXPECT_EQ(drag.ownerChanged(Owner::nobody, false), Watch::none);
+    DragWatching dying = asked();
+    EXPECT_EQ((Watches{dying.answered(DragOffer::files), dying.ownerChanged(Owner::nobody, true), dying.settled()}),
+              (Watches{Watch::announce, Watch::settle, Watch::end}));
+    EXPECT_EQ(dying.ending(), DragEnd::sourceGone);
 }
 
 TEST(DragWatching, restsOnDragsThatAreNotForTheShelf) {
