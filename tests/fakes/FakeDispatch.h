@@ -28,7 +28,6 @@ struct FakeDispatch : Dispatch, Clock {
         background(std::move(work));
     }
     [[nodiscard]] std::unique_ptr<SerialQueue> serialQueue(std::string label) override {
-        queueLabels.push_back(label);
         return std::make_unique<Queue>(*this, std::move(label));
     }
     [[nodiscard]] Date now() const override { return Date(now_); }
@@ -78,9 +77,6 @@ struct FakeDispatch : Dispatch, Clock {
     int wakeUps = 0;
     /// How often work was given that nobody waits for.
     int idleWork = 0;
-    std::vector<std::string> queueLabels;
-    /// How often somebody waited for work of a queue.
-    int queuedWork = 0;
     /// Whoever waits for work of a queue waits in vain, and for how long at most.
     bool queuesHang = false;
     std::chrono::milliseconds longestWait{0};
@@ -108,7 +104,6 @@ private:
     struct Queue : SerialQueue {
         Queue(FakeDispatch& dispatch, std::string label) : dispatch_(dispatch), label_(std::move(label)) {}
         void sync(const std::function<void()>& work) override {
-            ++dispatch_.queuedWork;
             while (runNext(*waiting_)) {
             }
             work();

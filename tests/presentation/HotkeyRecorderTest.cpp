@@ -50,10 +50,7 @@ struct HotkeyRecorderTest : testing::Test, FakeCore {
 };
 
 TEST_F(HotkeyRecorderTest, recordsTheFirstPressWithAModifierThatIsNotShiftAlone) {
-    struct Press {
-        std::int64_t flags;
-        bool qualifies;
-    };
+    using Press = std::pair<std::int64_t, bool>;
     for (const auto& [flags, qualifies] : {Press{0, false},
                                            {modifierFlag::shift, false},
                                            {modifierFlag::shift | 0x10000, false},

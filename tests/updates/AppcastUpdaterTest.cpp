@@ -11,6 +11,13 @@ namespace {
 
 using namespace std::chrono_literals;
 
+AppcastItem item(const char* version, const char* operatingSystem = "linux") {
+    AppcastItem made;
+    made.version = version;
+    made.operatingSystem = operatingSystem;
+    return made;
+}
+
 struct AppcastUpdaterTest : testing::Test, FakeCore {
     AppcastUpdaterTest() {
         bundle.infoDictionary = {{"CFBundleName", "stowpocket"},
@@ -34,13 +41,11 @@ struct AppcastUpdaterTest : testing::Test, FakeCore {
     [[nodiscard]] int checks() { return std::exchange(worker.lists, 0); }
     [[nodiscard]] std::string title() const { return window.shown ? presentationOf(*window.shown).title : ""; }
     void answerWith(const char* version) const {
-        AppcastItem item;
-        item.version = version;
-        item.operatingSystem = "linux";
-        item.length = 100;
-        item.pageURL = "https://e.example/page";
-        item.notesURL = "https://e.example/notes";
-        worker.listDone(std::vector{item});
+        AppcastItem offered = item(version);
+        offered.length = 100;
+        offered.pageURL = "https://e.example/page";
+        offered.notesURL = "https://e.example/notes";
+        worker.listDone(std::vector{offered});
     }
 
     FakeUpdateTransport worker;
@@ -211,13 +216,6 @@ TEST(VersionComparison, ordersVersionsAsTheirMakersMeanThem) {
     for (const auto& [left, right] :
          {std::pair("1.0", "1.0.0"), {"01.002", "1.2"}, {"1.0-rc1", "1.0 RC 1"}, {" 1.0", "1.0-"}, {"", "0"}})
         EXPECT_TRUE(compareVersions(left, right) == 0) << left << " = " << right;
-}
-
-AppcastItem item(const char* version, const char* operatingSystem = "linux") {
-    AppcastItem made;
-    made.version = version;
-    made.operatingSystem = operatingSystem;
-    return made;
 }
 
 /// The version chosen among `items` by a program of version 2.0.
