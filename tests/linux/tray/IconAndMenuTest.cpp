@@ -50,6 +50,12 @@ TEST(TrayDocking, doesNotForceItselfOnATrayThatThrewItOut) {
     EXPECT_EQ(docking.managerAppeared(first), Step::dock);
 }
 
+TEST(TrayDocking, leavesATrayThatCopiesButNoneWhoseOwnWindowHoldsTheIcon) {
+    TrayDocking docking = docked();
+    EXPECT_EQ((Steps{docking.foundBelowRoot(first), docking.foundBelowRoot(second)}),
+              (Steps{Step::none, Step::undock}));
+}
+
 TEST(TrayDocking, asksOnceMoreWhatShowsNothing) {
     TrayDocking docking = docked();
     EXPECT_EQ((Steps{docking.foundUnseen(), docking.foundUnseen()}), (Steps{Step::dock, Step::none}))

@@ -35,8 +35,8 @@ TrayDocking::Step TrayDocking::foundUnseen() {
     return Step::dock;
 }
 
-TrayDocking::Step TrayDocking::foundProxy() {
-    if (state_ != State::docked)
+TrayDocking::Step TrayDocking::foundBelowRoot(Manager container) {
+    if (state_ != State::docked || container == manager_)
         return Step::none;
     state_ = State::proxied;
     return Step::undock;

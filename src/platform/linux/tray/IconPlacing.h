@@ -34,8 +34,9 @@ public:
     /// The tray embedded our window a while ago, but no bar shows it. A tray that was still starting may have
     /// forgotten to show its bar, and does so for the next window.
     [[nodiscard]] Step foundUnseen();
-    /// Our window is in a container whose parent is the root window, as in trays that proxy and in no real panel.
-    [[nodiscard]] Step foundProxy();
+    /// Our window is in this container right below the root window. Trays that proxy make one for each icon; a real
+    /// tray's own window may also be there, as Polybar's is, which lies over its bar.
+    [[nodiscard]] Step foundBelowRoot(Manager container);
     /// Our window was destroyed or moved out onto the root window.
     [[nodiscard]] Step lostWindow();
 

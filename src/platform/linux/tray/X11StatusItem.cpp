@@ -128,10 +128,12 @@ void X11StatusItem::embedded(xcb_window_t window) {
 
 void X11StatusItem::checkForProxy() {
     const xcb_window_t container = connection_.parentOf(button_->window());
-    if (container == x11None || connection_.parentOf(container) != connection_.root())
+    const bool isBelowRoot = container != x11None && connection_.parentOf(container) == connection_.root();
+    const auto step = isBelowRoot ? docking_.foundBelowRoot(container) : TrayDocking::Step::none;
+    if (step == TrayDocking::Step::none)
         return watchBar();
     qCInfo(trayLog, "the tray only copies the icon, which would then take no drops; it is shown elsewhere");
-    takeStep(docking_.foundProxy(), x11None);
+    takeStep(step, x11None);
 }
 
 /// A window gets no event when a window around it moves or grows, which changes its position and what is visible of
