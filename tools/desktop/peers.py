@@ -50,7 +50,7 @@ class CopyingTray:
 
 
 def embed_silently(x, title):
-    """Takes a window into a bar of a tray's as JWM does, which does not say that it has embedded it; gives the tray."""
+    """Takes a window into a bar of a tray's as JWM does, which does not say that it has embedded it; gives both."""
     tray = x.manage("_NET_SYSTEM_TRAY_S0")
     window = wait_for(lambda: next(x.titled(title.__eq__), None), f"{title} to be offered")
     bar = x.new_window()
@@ -61,7 +61,7 @@ def embed_silently(x, title):
     window.map()
     slot.map()
     x.sync()
-    return tray
+    return tray, bar
 
 
 class FileManager:

@@ -145,14 +145,16 @@ void X11StatusItemButton::undock() {
 
 void X11StatusItemButton::barChanged(xcb_window_t bar) {
     bar_ = bar;
-    forgetPlaces();
+    barPlace_.forget();
     if (window_)
         window_->followBar();
-    moved.emit();
+    iconMoved();
 }
 
 void X11StatusItemButton::iconMoved() {
     iconPlace_.forget();
+    if (const std::optional<QRect> docked = dockedRect())
+        lastPlace_ = docked;
     moved.emit();
 }
 

@@ -91,7 +91,7 @@ private:
     Subscription pocketChanged_;
     std::unique_ptr<NotifierItem> notifier_;
     bool isPocketResident_ = false;
-    /// Where the user met the icon last while it was in no tray. The popover stays there.
+    /// Where the user met the icon last. The popover stays there while the icon is nowhere, as in a bar that hides.
     std::optional<QRect> lastPlace_;
     /// Ends the connections of windows that are not deleted yet.
     QObject context_;
