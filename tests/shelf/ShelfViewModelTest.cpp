@@ -21,6 +21,7 @@ TEST_F(ShelfViewModelTest, saysHowManyFilesDidNotFitUntilARemovalMakesRoom) {
     addFiles(18);
     viewModel->addFileURLs(makeFiles(7, 100));
     EXPECT_EQ(viewModel->capacityMessage(), "Added 2 of 7 files - shelf is full");
+    EXPECT_FALSE(viewModel->handleDrop({FakeItemProvider::withURL("file:///one")}));
     viewModel->addFileURLs(makeFiles(1, 200));
     EXPECT_EQ(viewModel->capacityMessage(), "Added 0 of 1 files - shelf is full");
     viewModel->addFileURLs(makeFiles(1, 300));
