@@ -94,8 +94,8 @@ public:
     virtual void setMenu(StatusItemMenu menu) = 0;
     /// Puts a transparent drop view over the whole icon. The button owns it.
     virtual void addDropView(std::shared_ptr<DraggingDestination> dropView) = 0;
-    /// Left alone by icons that cannot be dragged from.
-    virtual void setDragSource(IconDragSource /*source*/) {}
+    /// Left alone by icons that cannot be dragged from. By value for those that keep it.
+    virtual void setDragSource(IconDragSource /*source*/) {}  // NOLINT(performance-unnecessary-value-param)
 };
 
 /// A place in the menu bar, as wide as its button needs.
