@@ -59,7 +59,7 @@ void tryAll(const char* folder, int earlySocket) {
 }
 
 int runUnfiltered(char** command) {
-    const scmp_filter_ctx filter = seccomp_init(SCMP_ACT_ALLOW);
+    auto* const filter = seccomp_init(SCMP_ACT_ALLOW);
     const bool isReady = seccomp_rule_add(filter, SCMP_ACT_ERRNO(EPERM), SCMP_SYS(seccomp), 0) == 0 &&
                          seccomp_rule_add(filter, SCMP_ACT_ERRNO(EPERM), SCMP_SYS(prctl), 1,
                                           SCMP_A0(SCMP_CMP_EQ, PR_SET_SECCOMP)) == 0 &&

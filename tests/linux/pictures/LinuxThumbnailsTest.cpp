@@ -30,7 +30,7 @@ protected:
         return answers.empty() ? std::nullopt : answers.front();
     }
     /// How often a script that notes its runs was started.
-    qsizetype runCount() const { return files_.read("runs").count('\n'); }
+    [[nodiscard]] qsizetype runCount() const { return files_.read("runs").count('\n'); }
 
     PictureFiles files_;
     QtDispatch dispatch_;
