@@ -192,7 +192,8 @@ TEST(AdaptiveGridTest, fillsItsColumnsInRowsAsHighAsTheirHighestTile) {
 using State = OnboardingState;
 
 TEST(AnimationCurveTest, easesAsTheirControlPointsSay) {
-    for (double parameter = 0; parameter <= 1; parameter += 0.0625) {
+    for (int sixteenths = 0; sixteenths <= 16; ++sixteenths) {
+        const double parameter = sixteenths / 16.0;
         const double rest = 1 - parameter;
         const double first = 3 * rest * rest * parameter;
         const double second = 3 * rest * parameter * parameter;
@@ -209,8 +210,8 @@ TEST(AnimationCurveTest, theSpringSwingsAndSettles) {
     const double overshoot = std::exp(-0.7 * std::numbers::pi / std::sqrt(1 - 0.7 * 0.7));
     EXPECT_EQ(spring.position(0), 0);
     EXPECT_NEAR(spring.position(std::numbers::pi / swing), 1 + overshoot, 1e-9);
-    for (double later = 0; later < 1; later += 0.01)
-        EXPECT_NEAR(spring.position(spring.settlingTime() + later), 1, 1e-3);
+    for (int percent = 0; percent < 100; ++percent)
+        EXPECT_NEAR(spring.position(spring.settlingTime() + percent / 100.0), 1, 1e-3);
 }
 
 TEST(OnboardingTimelineTest, goesStepByStep) {

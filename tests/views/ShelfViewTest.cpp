@@ -228,6 +228,8 @@ TEST_F(ShelfViewTest, keysSelectOpenPreviewCopyAndRemove) {
     EXPECT_EQ(clipboard.files.size(), 5U) << "a tile has the keyboard again";
     press(Qt::Key_Delete);
     EXPECT_TRUE(manager->items().empty());
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(manager->items().size(), 5U);
 }
 
 TEST_F(ShelfViewTest, clearingAsksWithKeyboardAndPointerToItself) {

@@ -154,7 +154,7 @@ TEST(WaylandDrag, endsWithTheFirstSignOfItsEndOrSomeTimeAfterTheLastOfItsLife) {
     constexpr WaylandDrag::Pointer place{640, 450};
     WaylandDrag drag;
     EXPECT_FALSE(drag.isOn(0s, {}));
-    const auto begin = [&drag](WaylandDrag::Types types) { drag.begin(100s, place, types); };
+    const auto begin = [&](WaylandDrag::Types types) { drag.begin(100s, place, types); };
 
     begin(WaylandDrag::Types::toldAtTimes);
     EXPECT_FALSE(drag.isOn(101s, {641, 450})) << "the server sees the pointer move";

@@ -73,12 +73,12 @@ struct HastyDropsTest : IncomingDropsTest {
 };
 
 TEST_F(HastyDropsTest, waitForNoSourceAndTakeNothingFromABadOne) {
-    const std::string long_(2'000'000, 'x');
+    const std::string endless(2'000'000, 'x');
     for (const auto& [format, bytes, manner] : {std::tuple(uriList, std::string("file:///a"), Manner::silent),
-                                                {uriList, "file:///a\n" + long_, Manner::inPieces},
+                                                {uriList, "file:///a\n" + endless, Manner::inPieces},
                                                 {uriList, "", Manner::inPieces},
-                                                {"image/png", long_, Manner::silent},
-                                                {"image/png", long_, Manner::stopsInTheMiddle}}) {
+                                                {"image/png", endless, Manner::silent},
+                                                {"image/png", endless, Manner::stopsInTheMiddle}}) {
         FakeDragSource source;
         source.offer(format, bytes, manner);
         EXPECT_FALSE(drop(source)) << static_cast<int>(manner);

@@ -158,7 +158,7 @@ public:
         bus.registerService(QStringLiteral("org.kde.dolphin-%1").arg(process));
         bus.registerVirtualObject(QStringLiteral("/dolphin"), this, QDBusConnection::SubPath);
     }
-    QString introspect(const QString&) const override { return {}; }
+    [[nodiscard]] QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
         calls += message.path().toStdString() + " " + message.member().toStdString() + "\n";
         QVariantList answer;

@@ -96,7 +96,7 @@ TEST_F(XdgLoginItemTest, needsAPlaceAndKeepsItPrivate) {
 }
 
 TEST_F(XdgLoginItemTest, startsAnExecutableOfAnyName) {
-    for (const std::string name : {"/a b/c", "/\"quoted\"", "/$HOME/`x`", "/back\\slash\\\\", "/100%f%%",
+    for (const std::string name : {"/a b/c", R"(/"quoted")", "/$HOME/`x`", "/back\\slash\\\\", "/100%f%%",
                                    "/tab\there", "/new\nExec=evil\n", "/\xC3\xBC", "/;#=[]"}) {
         XdgLoginItem named(config, name);
         EXPECT_TRUE(named.registerItem()) << name;
