@@ -120,14 +120,15 @@ DroppedContents::DroppedContents(const ContentsKind& kind)
     : kind_(kind),
       folder_(std::make_shared<const QTemporaryDir>()),
       time_(QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh.mm.ss.zzz"))),
-      path_(pathFor({})) {}
+      path_(pathFor({}, {})) {}
 
-QString DroppedContents::pathFor(std::string_view words) const {
-    return folder_->filePath(QString::fromStdString(contentsFileName(kind_, words, time_.toStdString())));
+QString DroppedContents::pathFor(std::string_view words, std::string_view extension) const {
+    const ContentsKind kind{kind_.type, kind_.name, extension.empty() ? kind_.extension : extension};
+    return folder_->filePath(QString::fromStdString(contentsFileName(kind, words, time_.toStdString())));
 }
 
-void DroppedContents::nameAfter(const std::string& words) {
-    const QString named = pathFor(words);
+void DroppedContents::nameAfter(const std::string& words, const std::string& extension) {
+    const QString named = pathFor(words, extension);
     if (!words.empty() && QFile::rename(path_, named))
         path_ = named;
 }

@@ -35,11 +35,12 @@ public:
     /// The file for its bytes, which exists as long as any copy of this object. Writing fails if the folder could not
     /// be created.
     [[nodiscard]] const QString& path() const { return path_; }
-    /// Renames the file, which has been written: these words then stand for the kind, unless there are none.
-    void nameAfter(const std::string& words);
+    /// Renames the file, which has been written: these words then stand for the kind, unless there are none, and the
+    /// extension for the kind's.
+    void nameAfter(const std::string& words, const std::string& extension = {});
 
 private:
-    [[nodiscard]] QString pathFor(std::string_view words) const;
+    [[nodiscard]] QString pathFor(std::string_view words, std::string_view extension) const;
 
     ContentsKind kind_;
     std::shared_ptr<const QTemporaryDir> folder_;

@@ -66,7 +66,11 @@ struct PipeSource {
     const Contents contents;
     std::string asked;
     FileDescriptor silent;
-    PipeData data{[this](const std::string& format) { return open(format); }, {.silence = 20ms}};
+    struct Data : PipeData {
+        using PipeData::PipeData;
+        [[nodiscard]] std::string promisedName() override { return "../cat.tar.webp"; }
+    };
+    Data data{[this](const std::string& format) { return open(format); }, {.silence = 20ms}};
 };
 
 const QString uriList = QStringLiteral("text/uri-list");
@@ -117,6 +121,17 @@ TEST(DropData, readsOnlyWhatTheShelfTakesIn) {
     ASSERT_TRUE(picture.contents);
     EXPECT_EQ(picture.contents->kind().type, "public.jpeg");
     EXPECT_EQ(web.asked, "text/uri-list;image/png;image/jpeg;");
+    PipeSource page({{"XdndDirectSave0", ""}, {"application/octet-stream", "b"}, {"text/html", "<img>"}});
+    const QString name = nameOf(page.read());
+    EXPECT_TRUE(name.startsWith(QStringLiteral("cat.tar 2")) && name.endsWith(QStringLiteral(".webp")))
+        << name.toStdString();
+    PipeSource large({{"XdndDirectSave0", ""},
+                      {"application/octet-stream", std::nullopt},
+                      {"text/html", "<img>"},
+                      {"text/uri-list", "http://e/cat"},
+                      {"text/plain", "t"}});
+    EXPECT_TRUE(nameOf(large.read()).endsWith(QStringLiteral(".desktop")));
+    EXPECT_FALSE(PipeSource({{"XdndDirectSave0", ""}, {"application/octet-stream", "b"}}).read().contents);
     EXPECT_FALSE(PipeSource({{"XdndDirectSave0", ""}, {"text/plain", "t"}}).read().contents)
         << "the promise is worth more than text";
     PipeSource silent({{"image/png", std::nullopt}, {"image/jpeg", "j"}, {"text/plain", "t"}});

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <filesystem>
 
 namespace stowpocket {
 namespace {
@@ -24,6 +25,8 @@ namespace {
 constexpr std::array<std::string_view, 2> listFormats{"text/uri-list", "x-special/gnome-copied-files"};
 
 constexpr std::string_view mozURLFormat = "text/x-moz-url";
+
+constexpr ContentsKind promisedFile{"public.data", "File", "bin"};
 
 constexpr ContentsKind linkFile{"public.url", "Link", "desktop"};
 
@@ -82,16 +85,42 @@ void nameText(DroppedContents& contents) {
         contents.nameAfter(firstWords(file.read(longestBeginning).toStdString()));
 }
 
-/// A picture, else a link, else a text. Links and texts give way to promised files.
+constexpr ContentsFormat promisedBytes{QLatin1String("application/octet-stream"), promisedFile};
+
+/// Chromium offers a page's picture as bytes beside a promise, whose name it tells, and writes no file itself.
+bool offersPromisedBytes(const std::vector<std::string>& formats) {
+    return offers(formats, "text/html") && offers(formats, promisedBytes.format.data());
+}
+
+std::optional<DroppedContents> promisedContents(DragData& data, const std::vector<std::string>& formats) {
+    const std::optional<std::string> name = directSaveName(data.promisedName());
+    if (!name)
+        return std::nullopt;
+    std::optional<DroppedContents> contents = contentsIn(data, formats, {&promisedBytes, 1}).contents;
+    if (contents) {
+        const std::filesystem::path path(*name);
+        const std::string extension = path.extension().string();
+        contents->nameAfter(path.stem().string(), extension.empty() ? extension : extension.substr(1));
+    }
+    return contents;
+}
+
+/// A picture, else a link, else a text. Links and texts give way to promised files. The link to a page's picture is
+/// what remains of a large one: Chromium does not deliver more than a megabyte in a drag.
 std::optional<DroppedContents> contentsOf(DragData& data, const std::vector<std::string>& formats,
                                           const std::string& uriList) {
     const ContentsSearch picture = contentsIn(data, formats, pictureFormats());
-    if (picture.contents || picture.isOver || offers(formats, DirectSaves::format))
+    const bool isPromised = offers(formats, DirectSaves::format);
+    if (picture.contents || picture.isOver || (isPromised && !offersPromisedBytes(formats)))
         return picture.contents;
     const DragData::List named = offers(formats, mozURLFormat) ? data.list(mozURLFormat) : DragData::List();
+    if (isPromised) {
+        if (std::optional<DroppedContents> contents = promisedContents(data, formats))
+            return contents;
+    }
     if (const std::optional<DroppedLink> link = linkOf(named, uriList))
         return linkFileOf(*link);
-    if (named.failure == SelectionFailure::late)
+    if (isPromised || named.failure == SelectionFailure::late)
         return std::nullopt;
     ContentsSearch text = contentsIn(data, formats, textFormats());
     if (text.contents)
@@ -104,7 +133,11 @@ constexpr std::size_t longestFormatList = 4096;
 class SelectionData : public DragData {
 public:
     SelectionData(XcbSession& session, const SelectionInTime& which, const DropPatience& patience)
-        : reader_(session, which.selection), time_(which.time), patience_(patience) {}
+        : session_(session),
+          reader_(session, which.selection),
+          source_(which.source),
+          time_(which.time),
+          patience_(patience) {}
 
     [[nodiscard]] List list(std::string_view format) override {
         std::vector<std::byte> bytes;
@@ -132,8 +165,17 @@ public:
         return answer.failure || isUsable ? answer.failure : SelectionFailure::refused;
     }
 
+    [[nodiscard]] std::string promisedName() override {
+        constexpr std::size_t longestName = 4096;
+        const X11Property name = session_.property(source_, session_.atom(X11Atom::directSave), longestName);
+        const auto* const text = reinterpret_cast<const char*>(name.bytes.data());
+        return name.format == 8 ? std::string(text, name.bytes.size()) : std::string();
+    }
+
 private:
+    XcbSession& session_;
     SelectionReader reader_;
+    const xcb_window_t source_;
     const xcb_timestamp_t time_;
     const DropPatience patience_;
     const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();

@@ -36,6 +36,8 @@ public:
     [[nodiscard]] virtual List list(std::string_view format) = 0;
     /// Returns nothing when all of the data is in the file.
     [[nodiscard]] virtual std::optional<SelectionFailure> write(std::string_view format, const QString& path) = 0;
+    /// What the source calls the file that it promises; empty where it tells no name beforehand.
+    [[nodiscard]] virtual std::string promisedName() { return {}; }
 };
 
 /// No list of files is longer, and no picture or text that is taken in a drop is larger. In bytes.
@@ -50,14 +52,17 @@ struct DropReading {
 
 /// Reads what a drop of these formats brings to the shelf. That is the list of files. If the list names no file on
 /// this machine, it is a picture, or a link or text if no file is promised either. A picture goes before a promise:
-/// web browsers offer both, and keep the promise by fetching the picture again, which may bring an error page. A
-/// source that was late once is not asked again.
+/// web browsers offer both, and keep the promise by fetching the picture again, which may bring an error page. So do
+/// the bytes of a promised picture of a page, with which Chromium alone keeps its promise. A source that was late
+/// once is not asked again.
 [[nodiscard]] DropReading readDrop(DragData& data, const std::vector<std::string>& formats);
 
 /// Which data to read, and the time of the event that it is read for.
 struct SelectionInTime {
     const char* selection;
     xcb_timestamp_t time = XCB_CURRENT_TIME;
+    /// The window that drags it, if it is dragged.
+    xcb_window_t source = x11None;
 };
 
 /// The same from the owner of a selection. Any thread; waits for the owner, but no longer than `patience`.

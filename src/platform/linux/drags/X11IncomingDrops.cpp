@@ -36,8 +36,9 @@ DropReading readingOf(const xcb_client_message_event_t& drop, const xcb_client_m
                       const DropPatience& patience) {
     DropReading reading;
     if (const auto session = XcbSession::open())
-        reading = readSelection(*session, {"XdndSelection", drop.data.data32[dropTimeField]},
-                                formatsOf(*session, entered), patience);
+        reading =
+            readSelection(*session, {"XdndSelection", drop.data.data32[dropTimeField], drop.data.data32[sourceField]},
+                          formatsOf(*session, entered), patience);
     return reading;
 }
 
