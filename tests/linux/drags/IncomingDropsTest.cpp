@@ -90,7 +90,7 @@ TEST_F(HastyDropsTest, waitForNoSourceAndTakeNothingFromABadOne) {
         vanishing.drop(window());
     }
     FakeDragSource sound;
-    sound.offer(uriList, "file:///b\r\nhttp://x\r\nfile:///a\r\n", Manner::inPieces);
+    sound.offer(uriList, "file:///b\r\nhttp://x\r\nfile:///a\r\n");
     EXPECT_TRUE(drop(sound));
     EXPECT_EQ(place.taken.size(), 2U);
 }
