@@ -52,6 +52,7 @@ void releaseButton(QWidget& source) {
 
 StartFileDrag startFileDragWith(FileDragSource& drags) {
     return [&drags](QWidget& source, const std::vector<FileURL>& files, const QPixmap& picture, QPoint hotSpot) {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): on macOS the identifier of a window is its NSView
         drags.start(reinterpret_cast<void*>(source.window()->winId()), files, imageOfDrag(picture, hotSpot),
                     [widget = QPointer(&source)] {
                         if (widget)

@@ -24,11 +24,12 @@ QtHostedView::QtHostedView(std::unique_ptr<QWidget> content, std::optional<QSize
     content_->setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
     content_->setAttribute(Qt::WA_QuitOnClose, false);
     content_->installEventFilter(&watch_);
-    announced_ = size();
+    announced_ = QtHostedView::size();
 }
 
 void* QtHostedView::nativeView() {
-    return reinterpret_cast<void*>(content_->winId());  // on macOS the identifier of a window is its NSView
+    // On macOS the identifier of a window is its NSView. NOLINTNEXTLINE(performance-no-int-to-ptr)
+    return reinterpret_cast<void*>(content_->winId());
 }
 
 Size QtHostedView::size() const {
@@ -73,7 +74,7 @@ Pixels pixelsOfImage(const QImage& image) {
     Pixels pixels{converted.width(), converted.height(), {}};
     for (int row = 0; row < converted.height(); ++row) {
         const uchar* const line = converted.constScanLine(row);
-        pixels.bytes.insert(pixels.bytes.end(), line, line + converted.width() * bytesPerPixel);
+        pixels.bytes.insert(pixels.bytes.end(), line, line + qsizetype{bytesPerPixel} * converted.width());
     }
     return pixels;
 }

@@ -78,7 +78,7 @@ void ShelfItemView::setPresentation(TilePresentation shown) {
     shown_ = std::move(shown);
     nameLines_.clear();
     setAccessibleName(QString::fromStdString(shown_.accessibleName()));
-    setFixedSize(sizeHint());
+    setFixedSize(ShelfItemView::sizeHint());
     update();
 }
 
