@@ -24,9 +24,9 @@ class FileDrag(DesktopTest):
 
     def test_open_popover_takes_files_and_gives_copies_of_one_and_then_of_those_selected(self):
         stowpocket, source = self.offer("trayer", Thunar, 5)
-        start = source.select_all()  # before, as a click elsewhere closes the popover
-        middle = self.x.rect(stowpocket.open_popover()).centre()
-        Drag(self.x, start).drop(middle)
+        drag = Drag(self.x, source.select_all())
+        drag.over(stowpocket.icon(), stowpocket.popover, "the popover to open")
+        drag.drop(self.x.rect(stowpocket.popover()).centre())
         stowpocket.wait_for_files(self.names)
         window = Thunar(self.desktop, self.desktop.folder("desk"), RIGHT)
         stowpocket.open_popover()
