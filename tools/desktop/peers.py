@@ -170,8 +170,10 @@ class Archive:
         with zipfile.ZipFile(archive, "w") as packed:
             for name in names:
                 packed.writestr(name, f"content of {name}")
+        before = self.x.active_window()
         desktop.start("file-roller", str(archive))
         self.program = desktop.tree.program("file-roller")
+        wait_for(lambda: self.x.active_window() not in (before, None), "the archive's window to be active")
 
     def drag(self, name):
         cell = wait_for(lambda: self.program.find(name, "table cell"), f"{name} in the archive")
