@@ -52,9 +52,15 @@ class Sway(Layers):
 
     def test_hears_of_drags_and_places_the_shelf_though_sway_does_neither_by_itself(self):
         stowpocket = self.begin(4)
-        drag = Drag(self.x, FREE, lambda: self.window.says("drag begun"))
-        wait_for(self.x.is_dragging, "the X server to hear of it")
-        drag.release()
+
+        def hears_of_a_drag():
+            drag = Drag(self.x, FREE, lambda: self.window.says("drag begun"))
+            drag.over(FREE, lambda: self.window.says("drag over it"), "the window to be dragged over")
+            is_heard = self.x.is_dragging()
+            drag.release()
+            return is_heard
+        # Not of one that begins before the pocket has been there for a moment.
+        wait_for(hears_of_a_drag, "the X server to hear of a drag")
         stowpocket.open_popover()
         pocket = stowpocket.pocket()
 

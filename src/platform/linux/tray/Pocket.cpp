@@ -7,19 +7,15 @@
 
 #include <QGuiApplication>
 #include <QScreen>
-#include <QTimer>
 #include <QWindow>
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdint>
 #include <utility>
 
 namespace stowpocket {
 namespace {
-
-using namespace std::chrono_literals;
 
 /// KWin lets Wayland programs drop only into X11 windows that it manages.
 bool needsManager(const X11Connection& connection) {
@@ -29,24 +25,6 @@ bool needsManager(const X11Connection& connection) {
 /// Compositors made with wlroots pass the drags of X11 programs to no Wayland program.
 bool keepsX11DragsIn(const X11Connection& connection) {
     return connection.windowManagerName() == "wlroots wm";
-}
-
-/// Such compositors tell X11 programs of no drag before one of their windows had the keyboard. This one, which nobody
-/// sees, has it for a moment, and then the window that had it has it again.
-void haveDragsTold(const X11Connection& connection) {
-    constexpr auto longEnough = 100ms;
-    xcb_connection_t* const server = connection.raw();
-    const xcb_window_t window = xcb_generate_id(server);
-    const std::array<std::uint32_t, 2> values{0, 1};
-    xcb_create_window(server, XCB_COPY_FROM_PARENT, window, connection.root(), -1, -1, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
-                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values.data());
-    xcb_map_window(server, window);
-    xcb_flush(server);
-    QTimer::singleShot(longEnough, qGuiApp, [server, window] {
-        xcb_destroy_window(server, window);
-        xcb_flush(server);
-    });
 }
 
 bool hasWindow() {
@@ -73,6 +51,29 @@ void PocketPresence::dragEnded(DragEnd end) {
     isDragOn_ = false;
     if (end == DragEnd::sourceGone)
         isHovered_ = false;
+}
+
+/// One that nobody sees.
+DragTelling::DragTelling(const X11Connection& connection, std::function<void()> onShown)
+    : server_(connection.raw()), window_(xcb_generate_id(server_)), onShown_(std::move(onShown)) {
+    const std::array<std::uint32_t, 3> values{0, 1, XCB_EVENT_MASK_STRUCTURE_NOTIFY};
+    xcb_create_window(server_, XCB_COPY_FROM_PARENT, window_, connection.root(), -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values.data());
+    xcb_map_window(server_, window_);
+    xcb_flush(server_);
+}
+
+DragTelling::~DragTelling() {
+    xcb_destroy_window(server_, window_);
+    xcb_flush(server_);
+}
+
+bool DragTelling::handleEvent(const xcb_generic_event_t& event) {
+    const auto* const shown = eventAs<xcb_map_notify_event_t>(event);
+    if (shown != nullptr && shown->window == window_)
+        later(onShown_);
+    return false;
 }
 
 PocketWindow::PocketWindow(const X11Connection& connection, const StatusItemContent& content,
@@ -125,8 +126,10 @@ Pocket::Pocket(const X11Connection& connection, const StatusItemContent& content
       surfaceReady_(surface_.readyChanged.connect([this] {
           presence_.setHovered(false);
           showOrHide();
-          if (surface_.isReady() && keepsX11DragsIn(connection_) && !hasWindow())
-              haveDragsTold(connection_);
+          if (!surface_.isReady())
+              dragTelling_.reset();
+          else if (keepsX11DragsIn(connection_) && !hasWindow())
+              haveDragsTold();
       })),
       surfaceHovered_(surface_.hovered.connect([this](bool isHovered) {
           surfaceSaw.emit(isHovered ? DragSign::entered : DragSign::left);
@@ -148,6 +151,11 @@ Pocket::Pocket(const X11Connection& connection, const StatusItemContent& content
 }
 
 Pocket::~Pocket() = default;
+
+void Pocket::haveDragsTold() {
+    dragTelling_ = std::make_unique<DragTelling>(connection_,
+                                                 [this] { surface_.whenAnswered([this] { dragTelling_.reset(); }); });
+}
 
 void Pocket::setResident(bool isResident) {
     presence_.setResident(isResident);

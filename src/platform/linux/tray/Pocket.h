@@ -5,6 +5,7 @@
 #include "platform/linux/tray/StatusItemWindow.h"
 #include "platform/linux/tray/WaylandPocket.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Events.h"
 
 #include <QPixmap>
 
@@ -63,6 +64,22 @@ private:
     QPixmap covered_;
 };
 
+/// Has compositors made with wlroots tell the X server of drags, which they do once they have shown an X11 window.
+/// This one has the keyboard, and when it is destroyed the window that had it has it again.
+class DragTelling : private X11EventFilter {
+public:
+    /// Shows it. `onShown` is called when the X server has; the compositor has it to show then.
+    DragTelling(const X11Connection& connection, std::function<void()> onShown);
+    ~DragTelling() override;
+
+private:
+    bool handleEvent(const xcb_generic_event_t& event) override;
+
+    xcb_connection_t* const server_;
+    const xcb_window_t window_;
+    const std::function<void()> onShown_;
+};
+
 /// A place for drops that depends on no panel. During a drag it lies exactly over the icon, for panels that keep
 /// drops to themselves, or beside the panel where that is part of the compositor, which is above all windows
 /// (Cinnamon). If the position of the icon is unknown, or its picture cannot be read, it is in the corner of
@@ -93,6 +110,7 @@ public:
     Signal<DragSign> surfaceSaw;
 
 private:
+    void haveDragsTold();
     void hover(bool isHovered);
     void finishDrop();
     void showOrHide();
@@ -119,6 +137,7 @@ private:
     Subscription dropped_;
     WaylandPocket surface_;
     bool isSurfaceShown_ = false;
+    std::unique_ptr<DragTelling> dragTelling_;
     Subscription surfaceReady_;
     Subscription surfaceHovered_;
     Subscription surfaceDropped_;

@@ -227,6 +227,11 @@ void WaylandPocket::showContent() {
         layer_->repaint(LayerPart::pocket);
 }
 
+void WaylandPocket::whenAnswered(std::function<void()> done) {
+    if (layer_)
+        layer_->whenAnswered(std::move(done));
+}
+
 QImage WaylandPocket::layerPicture(LayerPart part, double scale) {
     if (part == LayerPart::list)
         return list_.picture(scale, palette_->palette());

@@ -87,6 +87,8 @@ public:
     void show(const LayerPlace& place);
     void hide();
     void showContent();
+    /// As of the surface itself.
+    void whenAnswered(std::function<void()> done);
     /// Whether the list of the files may unfold beside it.
     void setListAllowed(bool isAllowed) { list_.setAllowed(isAllowed); }
 

@@ -65,6 +65,7 @@ public:
             of(part).surface->repaint();
         display_->flush();
     }
+    void whenAnswered(std::function<void()> done) override { display_->whenAnswered(std::move(done)); }
 
 private:
     /// What there is of one part.

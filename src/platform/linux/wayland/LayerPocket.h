@@ -5,6 +5,7 @@
 #include <QPoint>
 #include <QSize>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -90,6 +91,9 @@ public:
     virtual void hide(LayerPart part) = 0;
     /// Its picture has changed.
     virtual void repaint(LayerPart part) = 0;
+    /// Calls `done` once, when the compositor has done what any program had asked of it before this call; never when
+    /// it has gone. One caller at a time.
+    virtual void whenAnswered(std::function<void()> done) = 0;
 };
 
 /// The one function of the module, so that nothing of Wayland is loaded where there is none. Null when no compositor

@@ -153,6 +153,27 @@ void WaylandDisplay::flush() {
     writable_.setEnabled(isStuck);
 }
 
+/// A compositor reads from all programs that have sent something before it reads from one of them again.
+void WaylandDisplay::whenAnswered(std::function<void()> done) {
+    answered_ = std::move(done);
+    answersMissing_ = 2;
+    askForAnswer();
+}
+
+void WaylandDisplay::askForAnswer() {
+    static constexpr wl_callback_listener listener{.done = [](void* data, wl_callback*, std::uint32_t) {
+        auto* const self = static_cast<WaylandDisplay*>(data);
+        self->answer_.reset();
+        if (--self->answersMissing_ > 0)
+            self->askForAnswer();
+        else
+            std::exchange(self->answered_, nullptr)();
+    }};
+    answer_.reset(wl_display_sync(display_.get()));
+    wl_callback_add_listener(answer_.get(), &listener, this);
+    flush();
+}
+
 void WaylandDisplay::lose() {
     if (!readable_.isEnabled())
         return;

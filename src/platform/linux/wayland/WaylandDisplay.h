@@ -96,6 +96,8 @@ public:
     [[nodiscard]] const std::shared_ptr<wl_display>& shared() const { return display_; }
     /// Sends what was requested. Called at the end of each turn that requests anything.
     void flush();
+    /// Calls `done` once, when the compositor has done what any program had asked of it before this call.
+    void whenAnswered(std::function<void()> done);
 
     [[nodiscard]] const WaylandOutput* outputNamed(const std::string& name) const;
     /// 1 for an output that is gone.
@@ -128,9 +130,13 @@ private:
     void read();
     void lose();
     void outputChanged();
+    void askForAnswer();
 
     Owned<wl_registry> registry_;
     Owned<wl_callback> allOffered_;
+    Owned<wl_callback> answer_;
+    int answersMissing_ = 0;
+    std::function<void()> answered_;
     std::vector<std::unique_ptr<WaylandOutput>> outputs_;
     std::uint32_t seatId_ = 0;
     /// Those of the seat.

@@ -30,6 +30,8 @@ inline constexpr std::uint8_t x11EventType<xcb_key_press_event_t> = XCB_KEY_PRES
 template <>
 inline constexpr std::uint8_t x11EventType<xcb_destroy_notify_event_t> = XCB_DESTROY_NOTIFY;
 template <>
+inline constexpr std::uint8_t x11EventType<xcb_map_notify_event_t> = XCB_MAP_NOTIFY;
+template <>
 inline constexpr std::uint8_t x11EventType<xcb_reparent_notify_event_t> = XCB_REPARENT_NOTIFY;
 template <>
 inline constexpr std::uint8_t x11EventType<xcb_configure_notify_event_t> = XCB_CONFIGURE_NOTIFY;
