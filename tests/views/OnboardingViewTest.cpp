@@ -21,7 +21,6 @@ TEST(OnboardingViewTest, getStartedIsStoredAtOnceEvenBeforeTheWelcomeIsOver) {
     QApplication::sendEvent(window.startUsing(), &held);
     window.clock->advance(5s);
     EXPECT_EQ(window.completed, 0) << "the key was still down from the screen before";
-    EXPECT_EQ(window.getStarted(), nullptr);
     click(window.startUsing());
     EXPECT_EQ(window.completed, 1);
 }
@@ -74,7 +73,6 @@ TEST_F(FirstRun, isMadeOnceTheIconStandsIfItIsStillWantedAndGoneOnceItIsClosed) 
     EXPECT_EQ(views(), 0);
     iconStands.occur();
     EXPECT_EQ(views(), 1);
-    EXPECT_TRUE(window->isVisible());
     const QPixmap icon = QApplication::activeWindow()->windowIcon().pixmap(48, 48);
     EXPECT_GT(icon.toImage().pixelColor(24, 8).red(), 200) << "lists of windows show it";
     QApplication::activeWindow()->close();

@@ -74,7 +74,6 @@ TEST_F(PopoverTest, buildsItsContentOnceAndOnlyWhenShown) {
 TEST_F(PopoverTest, followsItsContentAndItsIcon) {
     popover.show(button);
     const int height = window()->height();
-    EXPECT_EQ(content->size(), QSize(320, 200));
     content->resizeTo({320, 260});
     QCoreApplication::sendPostedEvents();
     EXPECT_EQ(content->size(), QSize(320, 260));
@@ -146,8 +145,6 @@ TEST(UpdateWindow, asksAnswersAndChangesWithTheUpdate) {
     updates.show(status);
     updates.bringToFront();
     EXPECT_EQ(window()->windowTitle(), QLatin1String("stowpocket 2 is available"));
-    EXPECT_EQ(buttons(),
-              (QStringList{QStringLiteral("Skip This Version"), QStringLiteral("Later"), QStringLiteral("Install")}));
     QTest::keyClick(window()->focusWidget(), Qt::Key_Return);
     QTest::keyClick(window()->focusWidget(), Qt::Key_Escape);
     window()->close();
@@ -167,7 +164,6 @@ TEST(Alerts, sayWhatTheySayUntilTheyAreAnswered) {
     alerts.runModal({"You're up to date!", "<b>", "OK"});
     ASSERT_NE(window(), nullptr);
     EXPECT_TRUE(window()->isModal());
-    EXPECT_EQ(buttons(), QStringList{QStringLiteral("OK")});
     QTest::keyClick(window()->focusWidget(), Qt::Key_Escape);
     EXPECT_EQ(window(), nullptr);
 }
