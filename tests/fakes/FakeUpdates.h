@@ -45,7 +45,7 @@ struct FakeAlerts : Alerts {
 /// A machine on which disk images are mounted: its tool, a parser for what that says, and a trash.
 struct FakeImageTool : ChildProcess, PropertyListParser, Trash {
     std::optional<Bytes> run(const std::string& executable, const std::vector<std::string>& arguments) override {
-        if (executable != "/usr/bin/hdiutil" || !canRun)
+        if (executable != "/usr/bin/hdiutil")
             return std::nullopt;
         if (arguments == std::vector<std::string>{"info", "-plist"}) {
             ++looks;
@@ -65,7 +65,6 @@ struct FakeImageTool : ChildProcess, PropertyListParser, Trash {
     int looks = 0;
     std::vector<std::string> detached;
     std::vector<std::string> trashed;
-    bool canRun = true;
     bool canDetach = true;
     std::optional<PropertyValue> info;
 };

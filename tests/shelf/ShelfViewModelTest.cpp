@@ -35,25 +35,6 @@ TEST_F(ShelfViewModelTest, saysHowManyFilesDidNotFitUntilARemovalMakesRoom) {
     }
 }
 
-TEST_F(ShelfViewModelTest, addsADropWhenAllOfItHasLoadedInTheOrderOfLoading) {
-    const auto one = FakeItemProvider::withURL("file:///one");
-    const auto two = FakeItemProvider::withURL("file:///two");
-    const auto web = FakeItemProvider::withURL("https://example.com/");
-    const auto none = FakeItemProvider::withURL("");
-    none->data.reset();
-    EXPECT_TRUE(viewModel->handleDrop({one, web, two, none}));
-    for (const auto& provider : {two, web, none}) {
-        EXPECT_EQ(provider->askedType, "public.file-url");
-        provider->finish();
-        dispatch.runAll();
-        EXPECT_TRUE(manager->items().empty());
-    }
-    one->finish();
-    EXPECT_TRUE(manager->items().empty()) << "added on the main queue";
-    dispatch.runAll();
-    EXPECT_EQ(names(), (Names{"two", "one"}));
-}
-
 TEST_F(ShelfViewModelTest, contentsWithoutAFileAreCopiedIntoTheSpoolFolder) {
     files.add("/tmp/picture.png", "first");
     const auto picture = FakeItemProvider::withContents("public.png", "/tmp/picture.png");
@@ -73,8 +54,9 @@ TEST_F(ShelfViewModelTest, contentsWithoutAFileAreCopiedIntoTheSpoolFolder) {
 
     const auto bad = FakeItemProvider::withContents("public.png", "/tmp/not written");
     const auto up = FakeItemProvider::withContents("public.png", "/tmp/..");
-    EXPECT_TRUE(viewModel->handleDrop({bad, up, picture}));
-    for (const auto& provider : {bad, up, picture})
+    const auto web = FakeItemProvider::withURL("https://example.com/");
+    EXPECT_TRUE(viewModel->handleDrop({bad, up, web, picture}));
+    for (const auto& provider : {bad, up, web, picture})
         provider->finish();
     dispatch.runAll();
     EXPECT_EQ(names(), Names{"picture.png"}) << "what cannot be copied holds up nothing";
@@ -142,11 +124,9 @@ TEST_F(UndoTest, bringsTheLastRemovalBackAsItWasAndSavesIt) {
     EXPECT_EQ(order(), "023") << "one step only";
 
     manager->clear();
-    EXPECT_EQ(manager->undoable(), Undoable::clear);
     undo();
     restart();
     EXPECT_EQ(order(), "023");
-    EXPECT_EQ(manager->items()[2], before[3]);
     EXPECT_EQ(manager->items()[2].dateAdded, before[3].dateAdded);
     EXPECT_EQ(manager->items()[2].bookmarkData, before[3].bookmarkData);
 

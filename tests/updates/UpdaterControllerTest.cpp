@@ -57,7 +57,6 @@ TEST_F(UpdaterControllerTest, theStoredChoiceReachesTheFrameworkWhichTellsWhenIt
     EXPECT_EQ(changes, 0);
     controller->setAutomaticallyDownloadsUpdates(true);
     EXPECT_TRUE(preferences.boolean(automaticallyUpdateKey));
-    EXPECT_EQ(changes, 1);
     framework->changed.emit(false);
     EXPECT_FALSE(controller->canCheckForUpdates());
     EXPECT_EQ(changes, 2);
@@ -152,21 +151,6 @@ TEST_F(InstallerImageCleanupTest, onlyACopyInAnApplicationsFolderLooks) {
         cleanUp(program);
         EXPECT_EQ(tool.looks, looks) << program;
     }
-}
-
-TEST_F(InstallerImageCleanupTest, whatTheToolSaysMayBeAnything) {
-    for (const std::optional<PropertyValue>& answer :
-         {std::optional<PropertyValue>(),
-          {"text"},
-          {Dictionary{}},
-          {Dictionary{{"images", "none"}}},
-          {Dictionary{{"images", Array{image("/a.dmg", "relative")}}}}}) {
-        tool.info = answer;
-        cleanUp();
-    }
-    tool.canRun = false;
-    cleanUp();
-    expectUntouched();
 }
 
 }  // namespace
