@@ -11,16 +11,19 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace stowpocket {
 
 /// Drags files out to other programs, which may only copy it. No answer of theirs counts as proof that they did,
-/// so the files stay where they are. A drag that the server no longer knows is cancelled.
+/// so the files stay where they are. A target that would move them gets no drop. A drag that the server no longer
+/// knows is cancelled.
 class X11FileDrag : private X11EventFilter {
 public:
     /// `connection` outlives it. Made after the application.
     explicit X11FileDrag(const X11Connection& connection);
+    ~X11FileDrag() override;
 
     /// Called while the main button is held over `source`; returns when the button is released. `hotSpot` is the
     /// position of the pointer in `picture`.
@@ -29,9 +32,12 @@ public:
     void whenOver(std::function<void()> work);
 
 private:
+    class Floor;
+
     bool handleEvent(const xcb_generic_event_t& event) override;
     void endIfLost(xcb_window_t source);
     [[nodiscard]] bool answer(const xcb_selection_request_event_t& request);
+    [[nodiscard]] bool refuseMove(const xcb_client_message_event_t& status) const;
 
     const X11Connection& connection_;
     /// The data of the drag, and of the last one for some time.
@@ -39,6 +45,7 @@ private:
     QTimer forgetting_;
     QTimer settling_;
     KwinDrop kwinDrop_;
+    std::unique_ptr<Floor> floor_;
     bool isDragging_ = false;
     /// How often in a row no button was found held.
     int looksWithoutButton_ = 0;
