@@ -3,6 +3,9 @@
 #include "platform/linux/tray/Pocket.h"
 #include "platform/qt/QtDispatch.h"
 
+#include <QGuiApplication>
+#include <QWindow>
+
 #include <gtest/gtest.h>
 
 namespace stowpocket {
@@ -20,6 +23,12 @@ TEST(PocketTest, standsInTheCornerOnceTheIconIsNowhereElse) {
     Pocket pocket(*connection, content, paintNothing, drops, wayland, [] {});
     pocket.setResident(true);
     const std::optional<QRect> corner = pocket.rectOnScreen();
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    const auto shown = std::ranges::find_if(windows, &QWindow::isVisible);
+    ASSERT_NE(shown, windows.end());
+    EXPECT_EQ(connection->property(static_cast<xcb_window_t>((*shown)->winId()), X11Atom::windowManaged),
+              (std::vector<std::uint32_t>{1, 0}))
+        << "Java looks for it";
     for (const bool hasDragEnded : {true, false}) {
         pocket.setResident(false);
         pocket.dragBegan(DragOrigin::x11, icon);

@@ -85,6 +85,11 @@ PocketWindow::PocketWindow(const X11Connection& connection, const StatusItemCont
     if (needsManager(connection)) {
         setWindowFlag(Qt::X11BypassWindowManagerHint, false);
         connection.keepAboveUnlisted(static_cast<xcb_window_t>(winId()));
+    } else {
+        // Drags from Java programs find only windows that seem to be managed (ICCCM, 4.1.3.1: state, icon).
+        constexpr std::uint32_t normalState = 1;
+        const xcb_atom_t state = connection.atom(X11Atom::windowManaged);
+        connection.setProperty(static_cast<xcb_window_t>(winId()), state, state, {normalState, x11None});
     }
     setWindowTitle(QStringLiteral("stowpocket pocket"));
     PocketWindow::showContent();
