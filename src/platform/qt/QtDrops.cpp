@@ -145,10 +145,10 @@ std::vector<PasteboardItem> QtDraggingPasteboard::items() {
 }
 
 std::vector<std::shared_ptr<FilePromiseReceiver>> QtDraggingPasteboard::filePromiseReceivers() {
-    if (!drops_.promisesFiles(data_))
-        return {};
     if (const auto& contents = drops_.received().contents)
         return {std::make_shared<ContentsReceiver>(contents)};
+    if (!drops_.promisesFiles(data_))
+        return {};
     return {drops_.promiseReceiver()};
 }
 

@@ -120,6 +120,9 @@ TEST(DropData, readsOnlyWhatTheShelfTakesIn) {
     const DropReading picture = web.read();
     ASSERT_TRUE(picture.contents);
     EXPECT_EQ(web.asked, "text/uri-list;image/png;image/jpeg;");
+    EXPECT_TRUE(nameOf(picture).startsWith(QStringLiteral("cat.tar 2")) &&
+                nameOf(picture).endsWith(QStringLiteral(".jpg")))
+        << nameOf(picture).toStdString();
     PipeSource page({{"XdndDirectSave0", ""}, {"application/octet-stream", "b"}, {"text/html", "<img>"}});
     const QString name = nameOf(page.read());
     EXPECT_TRUE(name.startsWith(QStringLiteral("cat.tar 2")) && name.endsWith(QStringLiteral(".webp")))
@@ -142,11 +145,10 @@ TEST(DropData, namesTextsAndLinksAfterTheirWords) {
     EXPECT_EQ(std::string(std::istreambuf_iterator(entry), {}), desktopEntryOf({page, page}));
 }
 
-TEST(DropData, givesContentsToTheIconAsAPromisedFile) {
+TEST(DropData, givesContentsToTheIconAsAPromisedFileThoughNoneWasPromised) {
     const TemporaryFolder spool;
     FakeDispatch dispatch;
     FakeDrops drops;
-    drops.isPromise = true;
     drops.drop.contents = providerOf(*PipeSource({{"image/png", "\x89PNG"}}).read().contents, dispatch);
     const Formats formats({});
     ASSERT_EQ(itemProvidersOf(formats, drops), std::vector{drops.drop.contents});

@@ -92,15 +92,12 @@ bool offersPromisedBytes(const std::vector<std::string>& formats) {
     return offers(formats, "text/html") && offers(formats, promisedBytes.format.data());
 }
 
-std::optional<DroppedContents> promisedContents(DragData& data, const std::vector<std::string>& formats) {
-    const std::optional<std::string> name = directSaveName(data.promisedName());
-    if (!name)
-        return std::nullopt;
+std::optional<DroppedContents> promisedContents(DragData& data, const std::vector<std::string>& formats,
+                                                const std::filesystem::path& name) {
     std::optional<DroppedContents> contents = contentsIn(data, formats, {&promisedBytes, 1}).contents;
     if (contents) {
-        const std::filesystem::path path(*name);
-        const std::string extension = path.extension().string();
-        contents->nameAfter(path.stem().string(), extension.empty() ? extension : extension.substr(1));
+        const std::string extension = name.extension().string();
+        contents->nameAfter(name.stem().string(), extension.empty() ? extension : extension.substr(1));
     }
     return contents;
 }
@@ -109,13 +106,17 @@ std::optional<DroppedContents> promisedContents(DragData& data, const std::vecto
 /// what remains of a large one: Chromium does not deliver more than a megabyte in a drag.
 std::optional<DroppedContents> contentsOf(DragData& data, const std::vector<std::string>& formats,
                                           const std::string& uriList) {
-    const ContentsSearch picture = contentsIn(data, formats, pictureFormats());
+    ContentsSearch picture = contentsIn(data, formats, pictureFormats());
     const bool isPromised = offers(formats, DirectSaves::format);
+    const std::filesystem::path promised(isPromised ? directSaveName(data.promisedName()).value_or("") : "");
+    // Its own format stays, as browsers deliver any picture as PNG.
+    if (picture.contents)
+        picture.contents->nameAfter(firstWords(promised.stem().string()));
     if (picture.contents || picture.isOver || (isPromised && !offersPromisedBytes(formats)))
         return picture.contents;
     const DragData::List named = offers(formats, mozURLFormat) ? data.list(mozURLFormat) : DragData::List();
-    if (isPromised) {
-        if (std::optional<DroppedContents> contents = promisedContents(data, formats))
+    if (!promised.empty()) {
+        if (std::optional<DroppedContents> contents = promisedContents(data, formats, promised))
             return contents;
     }
     if (const std::optional<DroppedLink> link = linkOf(named, uriList))

@@ -291,9 +291,9 @@ void WaylandPocket::layerDragBegan() {
 
 /// Where nothing stands for the file of a picture, as in the drags of browsers, the picture itself becomes the file.
 bool WaylandPocket::promisesFiles(const QMimeData& data) const {
-    return (!isDropping_ || received_.contents) &&
-           std::ranges::any_of(pictureFormats(),
-                               [&](const ContentsFormat& each) { return data.hasFormat(each.format); });
+    return !isDropping_ && std::ranges::any_of(pictureFormats(), [&](const ContentsFormat& each) {
+        return data.hasFormat(each.format);
+    });
 }
 
 bool WaylandPocket::layerEntered(const std::vector<std::string>& formats) {
