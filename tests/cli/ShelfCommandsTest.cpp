@@ -64,7 +64,6 @@ TEST_F(ShelfCommandsTest, addAnswersWhenALargeBatchStandsOnTheShelf) {
     EXPECT_FALSE(answer) << "still being prepared";
     dispatch.runAll();
     ASSERT_TRUE(answer);
-    EXPECT_EQ(answer->back(), AddOutcome::shelfFull);
     shelf().clear();
     add(urls);
     commands.reset();
@@ -79,7 +78,6 @@ TEST_F(ShelfCommandsTest, answersWhenTheChangeIsSavedOrCannotBe) {
     commands->add(Names{"file:///a"}, note);
     commands->remove(Names{"file:///a"}, note);
     commands->perform(ShelfAction::clear, {}, [&](const Problem& problem) { problems.push_back(problem); });
-    EXPECT_TRUE(problems.empty());
     preferences.finishSaving("the disk is full");
     EXPECT_EQ(problems, std::vector<Problem>(3, "the disk is full"));
     const auto show = [&] {

@@ -26,21 +26,6 @@ class CommandLine(DesktopTest):
             with self.subTest(arguments):
                 self.assertEqual(self.command(*arguments), tuple(expected))
 
-    def test_files_come_and_go(self):
-        self.start("trayer")
-        broken = self.desktop.folder(os.fsdecode(b"caf\xe9"))
-        printed = f"$'{self.desktop.home}/caf\\xe9'"
-        self.check((["add", self.second, "my papers/../my papers/./file 01.txt"],
-                    0, f"added: {self.second}\nadded: {self.first}\n", ""),
-                   (["add", self.first.as_uri(), "gone", "--", broken, "file://elsewhere/file"],
-                    1, f"already on the shelf: {self.first}\nadded: {printed}\n",
-                    GONE + "stowpocket: file://elsewhere/file: not a file of this machine\n"),
-                   (["list"], 0, f"{self.second}\n{self.first}\n{printed}\n", ""),
-                   (["remove", "my papers/file 01.txt", "gone"],
-                    1, "removed: my papers/file 01.txt\n", "stowpocket: gone: not on the shelf\n"),
-                   (["clear"], 0, "", ""), (["list", "--json"], 0, "[]\n", ""))
-        self.assertTrue(self.first.exists() and broken.exists())
-
     def test_examples_of_the_man_page(self):
         """All of them in their order, with programs that write their words down in the places of others."""
         self.start("trayer")
