@@ -1,8 +1,7 @@
 # SPDX-License-Identifier: MIT
-"""Starts, ends and restarts, of the program and of the panel around it."""
+"""Starts of the program: what it finds, and what it leaves alone."""
 import os
 import shutil
-import signal
 
 from gi.repository import Gio
 
@@ -15,18 +14,6 @@ from x_display import wait_for
 
 
 class Lifetime(DesktopTest):
-    def test_shelf_outlives_the_program(self):
-        stowpocket = self.stage("xfce4-panel", 3)
-        saved = stowpocket.shelf()
-        for how, status in ((signal.SIGTERM, 0), (signal.SIGKILL, -signal.SIGKILL)):
-            with self.subTest(how):
-                self.assertEqual(stowpocket.end(how), status)
-                stowpocket.start()
-                stowpocket.open_popover()
-                for file in self.files:
-                    self.assertNotIn("Missing", stowpocket.tile(file.name).name)
-                self.assertEqual(stowpocket.shelf(), saved)
-
     def test_damaged_settings_are_set_aside(self):
         settings = self.desktop.home / "config/stowpocket/preferences.plist"
         settings.parent.mkdir()

@@ -1,5 +1,7 @@
 # SPDX-License-Identifier: MIT
 """The settings window, and the shortcuts that are recorded in it."""
+import signal
+
 from case import DesktopTest
 from x_display import wait_for
 
@@ -10,7 +12,7 @@ class Settings(DesktopTest):
         self.stowpocket.wait_for_shown(name.partition(",")[0] + ", Press shortcut…")
         self.x.keys(*shortcut)
 
-    def test_choices_act_at_once_and_a_recorded_shortcut_takes_over(self):
+    def test_choices_act_at_once_and_outlive_the_program_as_the_shelf_does(self):
         stowpocket, keys = self.stage("trayer", 1), self.x.keys
         entry = self.desktop.home / "config/autostart/com.example.stowpocket.desktop"
         wait_for(entry.exists, "the entry made at the first start")
@@ -29,6 +31,8 @@ class Settings(DesktopTest):
         keys("Alt_L", "Shift_L", "s")
         keys("Control_L", "Shift_L", "k")
         stowpocket.wait_open()  # by the new shortcut, and not closed again by the old one
-        stowpocket.restart()
-        keys("Control_L", "Shift_L", "k")
-        stowpocket.wait_open()
+        for how, status in (signal.SIGTERM, 0), (signal.SIGKILL, -signal.SIGKILL):
+            self.assertEqual(stowpocket.end(how), status)
+            stowpocket.start()
+            keys("Control_L", "Shift_L", "k")
+            self.assertNotIn("Missing", stowpocket.tile("file 01.txt").name)
