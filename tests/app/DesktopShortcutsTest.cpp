@@ -89,7 +89,6 @@ TEST_F(DesktopShortcutsTest, aListThatCannotBeReadIsNotWritten) {
         EXPECT_EQ(shortcuts->shown().lines, (Names{"stowpocket toggle", "stowpocket quick-drop"}));
         setAdded(true);
         EXPECT_EQ(settings->values.size(), 1U) << list;
-        EXPECT_EQ(this->list(), list);
     }
     EXPECT_FALSE(gvariantStringsIn('[' + std::string(100'000, ' ') + ']'));
 }
@@ -110,7 +109,6 @@ TEST_F(DesktopShortcutsTest, aChangeThatDoesNotArriveIsTold) {
 
 TEST_F(DesktopShortcutsTest, otherDesktopsGetTheLinesToBind) {
     EXPECT_EQ(shortcutDesktopOf("ubuntu:GNOME"), ShortcutDesktop::gnome);
-    EXPECT_EQ(shortcutDesktopOf("KDE"), ShortcutDesktop::plasma);
     EXPECT_EQ(shortcutDesktopOf(":sway"), ShortcutDesktop::sway);
     EXPECT_EQ(shortcutDesktopOf("GNOME-Flashback"), ShortcutDesktop::another);
     open(ShortcutDesktop::sway);

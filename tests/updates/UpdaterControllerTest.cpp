@@ -42,7 +42,6 @@ struct UpdaterControllerTest : testing::Test, FakeCore {
 };
 
 TEST_F(UpdaterControllerTest, theStoredChoiceReachesTheFrameworkWhichTellsWhenItIsReady) {
-    EXPECT_TRUE(controller->automaticallyDownloadsUpdates());
     preferences.setValue(automaticallyUpdateKey, false);
     controller = make();
     EXPECT_FALSE(controller->automaticallyDownloadsUpdates());

@@ -132,7 +132,6 @@ TEST_F(SettingsViewTest, theKeyboardGoesThroughTabsAndControlsAsTheyLie) {
     choice("General")->setFocus();
     press(Qt::Key_Right);
     press(Qt::Key_Right);
-    EXPECT_EQ(accessible(choice("General")).role(), QAccessible::PageTab);
     EXPECT_FALSE(accessible(choice("General")).state().selected);
     EXPECT_TRUE(accessible(choice("More Larkfield")).state().selected);
 }

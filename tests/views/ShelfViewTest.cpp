@@ -78,7 +78,6 @@ TEST_F(ShelfViewTest, scrollsWhenTheHostHasNoRoomForAllTiles) {
     open(100);
     ScrollView& scroll = *visible<ScrollView>(*view).at(0);
     EXPECT_EQ(view->height(), 500);
-    EXPECT_EQ(scroll.viewport()->width(), 320) << "the indicator takes no room";
 
     manager->clear();
     addFiles(100, 100);
@@ -160,7 +159,6 @@ TEST_F(ShelfViewTest, theKeyboardReachesTilesAndButtonsInReadingOrder) {
     view->setFocus();
     const auto tile = tiles();
     press(Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), tile[0]);
     for (const auto& [key, reached] :
          {std::pair(Qt::Key_Right, 1), {Qt::Key_Down, 4}, {Qt::Key_Down, 4}, {Qt::Key_Home, 0}, {Qt::Key_End, 4}}) {
         press(key);

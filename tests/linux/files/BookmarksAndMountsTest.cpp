@@ -90,7 +90,6 @@ TEST_F(LinuxBookmarksTest, wantsMoreProofWithoutAMomentOfBirth) {
     unborn.identity.inode.birth.reset();
     if (unborn.identity.handle.empty())
         GTEST_SKIP() << "the file system of the temporary folder gives no handles";
-    EXPECT_EQ(found(encodeBookmark(unborn)), "a/file");
     folder.rename("a/file", "a/other");
     EXPECT_EQ(found(encodeBookmark(unborn)), "a/other*");
     ++unborn.identity.size;
@@ -126,7 +125,6 @@ TEST_F(LinuxBookmarksTest, searchStaysWithinItsLimitsAndMounts) {
     EXPECT_TRUE(isFound({.entries = 0, .time = none})) << "in its own folder, however large that is";
     EXPECT_FALSE(isFound({.timeInOwnFolders = none, .entries = 0}));
     folder.rename("a/renamed", "a/net/renamed");
-    EXPECT_TRUE(isFound());
     EXPECT_FALSE(isFound({.entries = 0}) || isFound({.time = none}));
     mounted.push_back({9999, folder.path("a/net"), "nfs4"});
     EXPECT_FALSE(isFound());

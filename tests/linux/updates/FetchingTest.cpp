@@ -161,7 +161,6 @@ TEST(AppcastReader, refusesWhatIsNoWholeList) {
     EXPECT_EQ(versionsOf("<item><version>1</version></item>"), ";") << "another namespace";
     EXPECT_EQ(versionsOf("<item><s:version>" + std::string(300, '1') + "</s:version></item>"), ";");
     EXPECT_EQ(versionsOf("<item><s:version>1</s:version></item><item>"), "none") << "cut off";
-    EXPECT_EQ(versionsOf("<item>&bogus;</item>"), "none");
     EXPECT_FALSE(readAppcast("<!DOCTYPE rss [<!ENTITY e SYSTEM 'file:///etc/passwd'>]><rss>&e;</rss>"));
 }
 
