@@ -83,9 +83,12 @@ class Session(InSession):
         self.command("clear")
         wait_for(self.click_away, "the shelf to close")
         drag = self.drag_to_the_pocket()
-        stowpocket.placed("stowpocket shelf")
-        zone = stowpocket.shown("Drop zone").rect()
-        drag.over(zone.centre(), lambda: self.is_lit(zone), "the shelf to take the drop")
+
+        def shelf_takes_it():
+            zone = stowpocket.wait_for_shown("Drop zone").rect()  # moves on where the compositor had placed the shelf
+            drag.over(zone.centre(), lambda: True, "the zone")
+            return self.is_lit(zone)
+        wait_for(shelf_takes_it, "the shelf to take the drop")
         drag.release()
         stowpocket.wait_for_files(self.names)
 

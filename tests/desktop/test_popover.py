@@ -1,7 +1,5 @@
 # SPDX-License-Identifier: MIT
 """The popover and what can be done in it without a drag."""
-import time
-
 from case import DesktopTest
 from drag import BARE_DESKTOP
 from peers import RIGHT, Thunar
@@ -27,14 +25,12 @@ class Popover(DesktopTest):
         self.desktop.environment["GTK_THEME"] = "Adwaita:dark"
         self.click_opens_and_closes("xfce4-panel")
 
-    def test_click_on_the_icon_in_trayer_opens_and_elsewhere_closes_after_a_moment(self):
+    def test_click_on_the_icon_in_trayer_opens_and_elsewhere_closes(self):
         self.click_opens_and_closes("trayer")
         for number in (1, 3):
             self.stowpocket.open_popover()
-            clicked = time.monotonic()
             self.x.click(*BARE_DESKTOP, number)
             self.stowpocket.wait_closed()
-            self.assertGreater(time.monotonic() - clicked, 0.28)
 
     def test_follows_the_theme_of_a_desktop_that_comes_and_goes(self):
         x, place = self.x, self.x.rect(self.stage("trayer", 1).open_popover())

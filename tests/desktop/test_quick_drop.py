@@ -14,8 +14,9 @@ KEYS = "Alt_L", "Shift_L", "d"
 
 
 class QuickDrop(DesktopTest):
-    def press_keys(self):
-        self.x.keys(*KEYS)
+    def ask(self):
+        """Without keys: those pressed while a quick drop presses its own would be held together with them."""
+        run(self.desktop, self.stowpocket.program, "quick-drop")
 
     def hold_keys(self, names):
         """Holds the keys until the files are there and the popover that shows them has the keyboard."""
@@ -39,8 +40,8 @@ class QuickDrop(DesktopTest):
         self.take(self.names[:1])
 
     def next_begins(self, clipboard):
-        """Presses the keys until they have an effect: until a quick drop has ended no other begins."""
-        wait_for(lambda: clipboard.was_read(times=2) or self.press_keys(), "the next quick drop to begin")
+        """Asks until it has an effect: until a quick drop has ended no other begins."""
+        wait_for(lambda: clipboard.was_read(times=2) or self.ask(), "the next quick drop to begin")
 
     def check_three_and_one(self, panel, file_manager):
         _, window = self.offer(panel, file_manager, 3)
@@ -107,9 +108,10 @@ class QuickDrop(DesktopTest):
         clipboard = Clipboard(self.desktop, "precious")
         window.select_all()
         window.process.send_signal(signal.SIGSTOP)
-        pressed = time.monotonic()
+        asked = time.monotonic()
         self.next_begins(clipboard)
-        self.assertGreater(time.monotonic() - pressed, 2, "one that is not busy gets less than a second")
+        # No load makes this shorter.
+        self.assertGreater(time.monotonic() - asked, 2, "one that is not busy gets less than a second")
         window.process.send_signal(signal.SIGCONT)
         self.stowpocket.wait_for_files(self.names)
 
@@ -121,6 +123,6 @@ class QuickDrop(DesktopTest):
         self.next_begins(clipboard)  # after a while, as files that do not come are waited for
         self.assertEqual((stowpocket.filenames(), stowpocket.popover()), ([], None))
         window.select_all()
-        wait_for(lambda: stowpocket.filenames() or self.press_keys(), "the files that are selected now")
+        wait_for(lambda: stowpocket.filenames() or self.ask(), "the files that are selected now")
         self.assertEqual(stowpocket.filenames(), self.names)
         wait_for(lambda: clipboard.text() == old.as_uri(), "the clipboard to be as before")
