@@ -61,7 +61,6 @@ TEST_F(DesktopShortcutsTest, entriesJoinTheUsersOwnAndGoAgain) {
     EXPECT_EQ(settings->values[toggleEntry + "command"], "'stowpocket toggle'");
     EXPECT_EQ(settings->values[toggleEntry + "binding"], "'<Alt><Shift>s'");
     EXPECT_EQ(settings->values[toggleEntry + "name"], "'stowpocket: Open/Close Shelf'");
-    EXPECT_EQ(settings->values[dropEntry + "command"], "'stowpocket quick-drop'");
 
     preferences.setValue(preferenceKey::shelfHotkeyModifiers, modifierFlag::command | modifierFlag::control);
     record(preferenceKey::shelfHotkeyKeyCode, 2);

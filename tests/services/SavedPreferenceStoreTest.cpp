@@ -101,7 +101,6 @@ TEST_F(SavedPreferenceStoreTest, callsADiskSilentAfterTwoSeconds) {
     change(1);
     askWhenSaved();
     dispatch.advance(1900ms);
-    EXPECT_TRUE(answers.empty());
     change(2);
     askWhenSaved();
     dispatch.advance(100ms);

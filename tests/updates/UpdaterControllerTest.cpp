@@ -44,7 +44,6 @@ struct UpdaterControllerTest : testing::Test, FakeCore {
 TEST_F(UpdaterControllerTest, theStoredChoiceReachesTheFrameworkWhichTellsWhenItIsReady) {
     preferences.setValue(automaticallyUpdateKey, false);
     controller = make();
-    EXPECT_FALSE(controller->automaticallyDownloadsUpdates());
     EXPECT_EQ(framework->downloads, false);
     framework->downloads.reset();
     int changes = 0;

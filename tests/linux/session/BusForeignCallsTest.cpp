@@ -60,7 +60,6 @@ TEST_F(BusForeignCallsTest, malformedRequestsAreAnsweredAndChangeNothing) {
     EXPECT_TRUE(tokens.empty()) << "a token of another type is none";
     EXPECT_EQ(call("Show", {QVariantMap{{key, QStringLiteral("token")}}}).type(), QDBusMessage::ReplyMessage);
     EXPECT_EQ(tokens, (std::vector<StartupTokens>{{.activationToken = "token", .startupID = {}}}));
-    EXPECT_EQ(call("Version").arguments(), QVariantList{QStringLiteral("7.8.9")});
 }
 
 TEST_F(BusForeignCallsTest, takesAndAnswersTheTypesOfItsDescription) {
