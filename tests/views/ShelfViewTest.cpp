@@ -27,6 +27,7 @@ TEST_F(ShelfViewTest, tellsWhatDidNotFitThatItIsFullAndThatItIsNotSaved) {
     open(18);
     viewModel->addFileURLs(makeFiles(5, 100));
     fit();
+    EXPECT_FALSE(shows(fullNotice));
     preferences.finishSaving("the disk is full");
     EXPECT_TRUE(shows("Changes are not saved: the disk is full") && shows(overflowMessage));
     preferences.finishSaving(std::nullopt);
