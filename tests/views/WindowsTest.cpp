@@ -87,6 +87,18 @@ TEST_F(PopoverTest, followsItsContentAndItsIcon) {
     EXPECT_EQ(window()->y(), button.bar.bottom() + 1);
 }
 
+TEST_F(PopoverTest, asksOnceMoreForItsPlaceWhenShownElsewhere) {
+    popover.show(button);
+    popover.performClose();
+    popover.show(button);
+    const QPoint wanted = window()->pos();
+    const QPoint elsewhere = wanted + QPoint(2, 22);
+    window()->move(elsewhere);
+    EXPECT_EQ(window()->pos(), wanted);
+    window()->move(elsewhere);
+    EXPECT_EQ(window()->pos(), elsewhere) << "a window manager that insists is not contradicted again";
+}
+
 TEST_F(PopoverTest, isClosedAtOnceThoughItsWindowMayStay) {
     popover.onCancel = [this] { popover.performClose(); };
     popover.show(button);

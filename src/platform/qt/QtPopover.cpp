@@ -140,6 +140,12 @@ void PopoverWindow::keyPressEvent(QKeyEvent* event) {
         QWidget::keyPressEvent(event);
 }
 
+void PopoverWindow::moveEvent(QMoveEvent* event) {
+    const QPoint wanted = qRect(placement_.window).topLeft();
+    if (isVisible() && event->pos() != wanted && std::exchange(insists_, false))
+        move(wanted);
+}
+
 /// Whether no border, corner or shadow is drawn in it.
 bool PopoverWindow::isPlain(const QRect& area) const {
     const int corner = static_cast<int>(popoverCornerRadius);
@@ -189,6 +195,8 @@ void QtPopover::show(StatusItemButton& anchor) {
         window_->setWindowOpacity(1);
     }
     host_.willShow(*window_);
+    if (host_.takesSecondRequests())
+        window_->insistOnce();
     window_->show();
     window_->raise();
 }

@@ -45,6 +45,8 @@ public:
     /// Called with each place that a window is to have, before it is asked for there. For window managers that do not
     /// do what windows ask for.
     virtual void willPlace(QWidget& /*window*/, const QPoint& /*corner*/) {}
+    /// Whether a window that was put elsewhere may ask for its place once more.
+    [[nodiscard]] virtual bool takesSecondRequests() const { return true; }
     /// Runs `work` when no drag out of this program is in progress, which may be immediately. A drag whose source
     /// window has gone would never end.
     virtual void afterDrag(std::function<void()> work) = 0;
@@ -72,11 +74,15 @@ public:
     [[nodiscard]] PopoverEdge edge() const { return edge_; }
     /// Adopts the size of the content and moves to the matching place.
     void fitContent();
+    /// Has the window ask for its place once more if it is shown elsewhere. i3 puts windows without a frame where
+    /// their content would be inside one, and does what they ask for later.
+    void insistOnce() { insists_ = true; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
@@ -88,6 +94,7 @@ private:
     const std::function<void()> cancel_;
     QWidget* content_ = nullptr;
     PopoverPlacement placement_;
+    bool insists_ = false;
     /// The panel without its arrow, in window coordinates.
     QRect panel_;
     /// The panel with its arrow, in window coordinates.

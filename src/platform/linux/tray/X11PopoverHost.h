@@ -68,6 +68,8 @@ public:
         if (sway_)
             sway_->place(window, corner);
     }
+    /// Sway would answer with its middle.
+    [[nodiscard]] bool takesSecondRequests() const override { return sway_ == nullptr; }
     void afterDrag(std::function<void()> work) override { fileDrag_.whenOver(std::move(work)); }
     void focus(QWidget& window) override;
 
