@@ -80,6 +80,7 @@ TEST_F(HotkeyRecorderTest, escapeAndASecondClickLeaveTheShortcutAsItWas) {
     store(1, optionShift, "S");
     for (const bool byEscape : {true, false}) {
         recorder->toggleRecording();
+        EXPECT_TRUE(recorder->shown().showsClearButton);
         if (byEscape)
             monitors.press(escape, modifierFlag::control, "\x1b");
         else
