@@ -43,13 +43,14 @@ public:
         if (entriesLeft_ == 0)
             return false;
         --entriesLeft_;
-        if (entriesLeft_ % entriesPerLookAtClock == 0 && std::chrono::steady_clock::now() >= deadline_)
+        if (taken_++ % entriesPerLookAtClock == 0 && std::chrono::steady_clock::now() >= deadline_)
             entriesLeft_ = 0;
         return entriesLeft_ > 0;
     }
 
 private:
     std::size_t entriesLeft_;
+    std::size_t taken_ = 0;
     std::chrono::steady_clock::time_point deadline_;
 };
 
