@@ -6,6 +6,7 @@
 #include "support/PrivateBus.h"
 
 #include <QDBusConnectionInterface>
+#include <QProcess>
 #include <QXmlStreamReader>
 
 #include <gtest/gtest.h>
