@@ -104,11 +104,13 @@ bool X11PopoverHost::blendsWindows() const {
 void X11PopoverHost::willShow(QWidget& window) {
     const auto shown = static_cast<xcb_window_t>(window.winId());
     connection_.keepAboveUnlisted(shown);
-    // Cinnamon's window manager has dialogs listed in the panel whatever they ask for. It is asked for once: each
-    // question would delay the first frame.
-    if (!listsDialogs_)
-        listsDialogs_ = connection_.windowManagerName() == "Mutter (Muffin)";
-    if (*listsDialogs_)
+    // Cinnamon's window manager has dialogs listed in the panel whatever they ask for, and awesome gives them a title
+    // bar. It is asked for once: each question would delay the first frame.
+    if (!changesDialogs_) {
+        const std::string manager = connection_.windowManagerName();
+        changesDialogs_ = manager == "Mutter (Muffin)" || manager == "awesome";
+    }
+    if (*changesDialogs_)
         connection_.setProperty(shown, connection_.atom(X11Atom::windowType), XCB_ATOM_ATOM,
                                 {connection_.atom(X11Atom::windowTypeUtility)});
     startup_.markWindow(shown);

@@ -77,7 +77,7 @@ private:
     const X11Connection& connection_;
     X11FileDrag& fileDrag_;
     X11Startup startup_;
-    std::optional<bool> listsDialogs_;
+    std::optional<bool> changesDialogs_;
     const std::unique_ptr<SwayPlacing> sway_;
 };
 
