@@ -42,6 +42,7 @@ struct UpdaterControllerTest : testing::Test, FakeCore {
 };
 
 TEST_F(UpdaterControllerTest, theStoredChoiceReachesTheFrameworkWhichTellsWhenItIsReady) {
+    EXPECT_TRUE(controller->automaticallyDownloadsUpdates());
     preferences.setValue(automaticallyUpdateKey, false);
     controller = make();
     EXPECT_EQ(framework->downloads, false);
