@@ -202,8 +202,12 @@ TEST_F(DirectSavesTest, areOneFileOrOneFolderOfADrop) {
 /// A window of another program, which answers each position of a drag with the same action.
 struct DragTarget {
     explicit DragTarget(const char* action) {
-        addWindow(window, 200);
-        session->setProperty(window, session->atom(X11Atom::dragAware), XCB_ATOM_ATOM, {5});
+        constexpr std::uint32_t isUnmanaged = 1;
+        xcb_create_window(session->raw(), XCB_COPY_FROM_PARENT, window, session->root(), 700, 500, 200, 200, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
+                          &isUnmanaged);
+        xcb_map_window(session->raw(), window);
+        session->setProperty(window, session->atom("XdndAware"), XCB_ATOM_ATOM, {5});
         session->setEventHandler([this, action = session->atom(action)](const xcb_generic_event_t& event) {
             if (const auto* const said = eventAs<xcb_client_message_event_t>(event))
                 ++heard[said->type];
@@ -215,13 +219,6 @@ struct DragTarget {
             session->sendMessage(source, XCB_EVENT_MASK_NO_EVENT, source, X11Atom::dragStatus,
                                  {window, acceptedAndWantsMore, 0, 0, action});
         });
-    }
-    void addWindow(xcb_window_t added, std::uint16_t width) const {
-        constexpr std::uint32_t isUnmanaged = 1;
-        xcb_create_window(session->raw(), XCB_COPY_FROM_PARENT, added, session->root(), 700, 500, width, 200, 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
-                          &isUnmanaged);
-        xcb_map_window(session->raw(), added);
     }
     /// What it has heard by now.
     [[nodiscard]] int count(X11Atom message) {
@@ -236,7 +233,7 @@ struct DragTarget {
     int answered = 0;
 };
 
-TEST_F(DragsTest, outOfTheShelfEndOnlyOnWhatCopiesAndIsSeen) {
+TEST_F(DragsTest, outOfTheShelfEndOnlyOnWhatCopies) {
     X11FileDrag fileDrag(*connection);
     DisplayHand hand;
     QPixmap picture(8, 8);
@@ -246,30 +243,22 @@ TEST_F(DragsTest, outOfTheShelfEndOnlyOnWhatCopiesAndIsSeen) {
     source.show();
     const auto sourceWindow = static_cast<xcb_window_t>(source.winId());
     ASSERT_TRUE(comesTrue([&] { return connection->isViewable(sourceWindow); }));
-    for (const auto& [action, isCovered, isDropped] : {std::tuple("XdndActionCopy", false, true),
-                                                       {"XdndActionMove", false, false},
-                                                       {"XdndActionCopy", true, false}}) {
+    for (const auto& [action, isDropped] : {std::pair("XdndActionCopy", true), {"XdndActionMove", false}}) {
         DragTarget target(action);
-        if (isCovered)
-            target.addWindow(xcb_generate_id(target.session->raw()), 100);
         const QPoint start = connection->geometryOnRoot(sourceWindow)->center();
         hand.moveTo(start.x(), start.y());
         hand.buttonDown(1);
         // The window manager may keep the press for a moment; a drag begun before it never moves.
         ASSERT_TRUE(comesTrue([] { return QGuiApplication::mouseButtons() == Qt::LeftButton; }));
-        auto moveUntil = [&, step = 0](int x, X11Atom message, int times) mutable {
-            EXPECT_TRUE(
-                comesTrue([&] { hand.moveTo(x + ++step % 2, 600); }, [&] { return target.count(message) >= times; }));
-        };
         QTimer::singleShot(0, [&] {
             // A position is told only after the last one has been answered.
-            moveUntil(850, X11Atom::dragPosition, 3);
-            if (isCovered)
-                moveUntil(750, X11Atom::dragLeave, 1);
+            EXPECT_TRUE(comesTrue([&, step = 0]() mutable { hand.moveTo(850 + ++step % 2, 600); },
+                                  [&] { return target.count(X11Atom::dragPosition) >= 3; }));
             hand.buttonUp(1);
         });
         fileDrag.start(source, {*FileURL::fromPath("/a")}, picture, {});
-        EXPECT_EQ(target.count(X11Atom::dragDrop), isDropped ? 1 : 0) << action << isCovered;
+        xcb_flush(connection->raw());
+        EXPECT_EQ(target.count(X11Atom::dragDrop), isDropped ? 1 : 0) << action;
     }
 }
 

@@ -11,7 +11,6 @@
 #include <QWidget>
 
 #include <functional>
-#include <memory>
 #include <vector>
 
 namespace stowpocket {
@@ -23,7 +22,6 @@ class X11FileDrag : private X11EventFilter {
 public:
     /// `connection` outlives it. Made after the application.
     explicit X11FileDrag(const X11Connection& connection);
-    ~X11FileDrag() override;
 
     /// Called while the main button is held over `source`; returns when the button is released. `hotSpot` is the
     /// position of the pointer in `picture`.
@@ -32,8 +30,6 @@ public:
     void whenOver(std::function<void()> work);
 
 private:
-    class Floor;
-
     bool handleEvent(const xcb_generic_event_t& event) override;
     void endIfLost(xcb_window_t source);
     [[nodiscard]] bool answer(const xcb_selection_request_event_t& request);
@@ -45,7 +41,6 @@ private:
     QTimer forgetting_;
     QTimer settling_;
     KwinDrop kwinDrop_;
-    std::unique_ptr<Floor> floor_;
     bool isDragging_ = false;
     /// How often in a row no button was found held.
     int looksWithoutButton_ = 0;

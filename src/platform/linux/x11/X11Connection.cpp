@@ -38,8 +38,6 @@ constexpr std::array<std::string_view, atomCount> x11AtomNames{
     "_XSETTINGS_SETTINGS",
     "XdndSelection",
     "XdndEnter",
-    "XdndAware",
-    "XdndProxy",
     "XdndPosition",
     "XdndStatus",
     "XdndLeave",

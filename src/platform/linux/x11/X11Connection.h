@@ -51,8 +51,6 @@ enum class X11Atom : std::size_t {
     settings,
     dragSelection,
     dragEnter,
-    dragAware,
-    dragProxy,
     dragPosition,
     dragStatus,
     dragLeave,
