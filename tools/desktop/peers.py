@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
 """The programs that share the desktop with ours: panels that show tray icons, file managers and an archive."""
+import signal
 import zipfile
 
 from drag import Drag
@@ -143,7 +144,13 @@ class PcmanfmQt(FileManager):
         settings = self.desktop.home / "config/pcmanfm-qt/default"
         settings.mkdir(parents=True, exist_ok=True)
         (settings / "settings.conf").write_text(PCMANFM)
-        self.desktop.start("pcmanfm-qt", str(self.folder))
+        process = self.desktop.start("pcmanfm-qt", str(self.folder))
+        try:
+            wait_for(lambda: self.x.find(self.folder.name), "its window", limit=10)
+        except TimeoutError:
+            # One start of some 200 on a busy machine: libfm-qt 1.2 waits for a job that has ended before.
+            self.desktop.end(process, signal.SIGKILL)
+            self.desktop.start("pcmanfm-qt", str(self.folder))
         return self.folder.name
 
     def find_status(self):
