@@ -71,7 +71,7 @@ class QuickDrop(DesktopTest):
         self.check_marked_text_is_no_selection(window, clipboard, "F2")
         self.x.keys("a")
         self.x.keys("Return")
-        wait_for((self.folder / "a.txt").exists, "the name that was edited all the time")
+        wait_for(lambda: window.status.name.startswith('"a.txt"'), "the name that was edited all the time")
         # The copy key is found in the layout in force.
         run(self.desktop, "setxkbmap", "us,us", "-variant", ",dvorak", "-option", "grp:caps_toggle")
         self.x.keys("Caps_Lock")
